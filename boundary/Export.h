@@ -1,0 +1,4 @@
+#pragma once
+
+/// Marks what one library declares and another one uses. Everything without it is hidden.
+#define TARVELON_API __attribute__((visibility("default")))

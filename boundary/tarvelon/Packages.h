@@ -1,0 +1,25 @@
+#pragma once
+
+#include "boundary/Export.h"
+#include "boundary/ruvo/Package.h"
+
+namespace Tarvelon::mi {
+/// The package `Tarvelon`.
+TARVELON_API ruvo::RVOPackage* getTarvelonRVOPackage();
+}  // namespace Tarvelon::mi
+
+namespace Tarvelon::metamodel::mi {
+/// Hangs the package `Tarvelon.metamodel` below the given one.
+TARVELON_API void initmetamodelPackageWrapper(ruvo::RVOPackage* parent);
+TARVELON_API ruvo::RVOPackage* getmetamodelRVOPackage();
+}  // namespace Tarvelon::metamodel::mi
+
+namespace Tarvelon::metamodel::types {
+/// Brings the metamodel `types` up; safe to call again.
+TARVELON_API void initialize();
+}  // namespace Tarvelon::metamodel::types
+
+namespace Tarvelon::metamodel::foundation {
+/// Brings the metamodel `foundation` up; safe to call again.
+TARVELON_API void initialize();
+}  // namespace Tarvelon::metamodel::foundation

@@ -1,0 +1,279 @@
+#pragma once
+
+#include <array>
+#include <concepts>
+#include <optional>
+#include <string_view>
+#include <type_traits>
+
+#include "boundary/k7q/Deviants.h"
+#include "boundary/tarvelon/Rows.h"
+
+/// What the native handles know from the rows at compile time: bases, constructors and properties with their types.
+namespace Tarvelon::metamodel {
+
+namespace typed {
+
+template <class X, class B, class... Bases>
+constexpr bool anyBase(BaseRows<Bases...> /*bases*/) {
+  return (DerivesFrom<Bases, B>::kValue || ...);
+}
+
+/// Whether an argument of type A can stand for a parameter of type P.
+template <class P, class A>
+constexpr bool fits() {
+  if constexpr (kIsReference<P>) {
+    return DerivesFrom<A, P>::kValue;
+  } else if constexpr (std::is_same_v<P, K7Q::Boolean>) {
+    return std::is_same_v<A, bool> || std::is_same_v<A, K7Q::Boolean>;
+  } else if constexpr (std::is_same_v<P, K7Q::Integer>) {
+    return std::is_same_v<A, K7Q::Integer> || (std::integral<A> && sizeof(A) <= sizeof(int) && !std::is_same_v<A, bool>);
+  } else if constexpr (std::is_same_v<P, K7Q::Double> || std::is_same_v<P, K7Q::Real>) {
+    return (std::is_arithmetic_v<A> && !std::is_same_v<A, bool>) || std::is_same_v<A, P>;
+  } else {
+    return std::is_convertible_v<A, P>;
+  }
+}
+
+template <class P, class A>
+K7Q::Object toObject(const A& argument) {
+  if constexpr (kIsReference<P>) {
+    return K7Q::Object(argument.getInterface(), argument.getDeviant());
+  } else if constexpr (std::is_arithmetic_v<A>) {
+    return P(static_cast<std::conditional_t<std::is_same_v<P, K7Q::Boolean>, bool,
+                                            std::conditional_t<std::is_same_v<P, K7Q::Integer>, int, double>>>(
+        argument));
+  } else {
+    return static_cast<P>(argument);
+  }
+}
+
+template <class X, class... A, class... P>
+constexpr bool matches(TypedConstructor<P...> /*constructor*/, Types<A...> /*arguments*/) {
+  if constexpr (sizeof...(P) != sizeof...(A)) {
+    return false;
+  } else {
+    return (fits<P, std::decay_t<A>>() && ...);
+  }
+}
+
+template <class X, class... A, class... C>
+constexpr int indexOf(ConstructorRows<C...> /*rows*/, [[maybe_unused]] Types<A...> arguments) {
+  const std::array<bool, sizeof...(C) + 1> found{matches<X>(C{}, arguments)..., false};
+  for (std::size_t i = 0; i < sizeof...(C); ++i) {
+    if (found[i]) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+template <int Index, class First, class... Rest>
+struct Nth : Nth<Index - 1, Rest...> {};
+template <class First, class... Rest>
+struct Nth<0, First, Rest...> {
+  using Type = First;
+};
+
+template <int Index, class... C>
+typename Nth<Index, C...>::Type nthConstructor(ConstructorRows<C...>);
+
+}  // namespace typed
+
+template <class X, class B>
+struct DerivesFrom {
+  static constexpr bool test() {
+    if constexpr (std::is_same_v<X, B>) {
+      return true;
+    } else if constexpr (requires { typename X::ImmutableHandle; }) {
+      if constexpr (HasRow<X>) return typed::anyBase<X, B>(kRow<X>.bases);
+      return false;
+    } else {
+      return false;
+    }
+  }
+  static constexpr bool kValue = test();
+};
+
+template <class X, class... Arguments>
+struct ConstructorMatch {
+  static constexpr int findIndex() {
+    if constexpr (HasRow<X>) return typed::indexOf<X>(kRow<X>.constructors, Types<Arguments...>{});
+    return -1;
+  }
+  static constexpr int kIndex = findIndex();
+
+  static X create(const K7Q::Model& model, const Arguments&... arguments) {
+    using Constructor = decltype(typed::nthConstructor<kIndex>(kRow<X>.constructors));
+    return create(Constructor{}, model, arguments...);
+  }
+
+ private:
+  template <class... P>
+  static X create(TypedConstructor<P...> /*constructor*/, const K7Q::Model& model, const Arguments&... arguments) {
+    const std::array<K7Q::Object, sizeof...(P)> objects{typed::toObject<P>(std::decay_t<Arguments>(arguments))...};
+    const auto object = X::Interface::sIntrospectiveMethods.create(model, kIndex, objects);
+    return X(object.getClassObject(), object.getDeviant());
+  }
+};
+
+/// A many-valued property of a native object as a C++ range. Indices count from 0.
+/// Lifetime: keeps the object's model alive. An element that is taken out during iteration ends the iteration's validity.
+template <class Handle>
+class NativeSequence : public K7Q::SequenceHandle {
+ public:
+  using SequenceHandle::SequenceHandle;
+  int size() const { return get().generic_size(getDeviant()); }
+  bool empty() const { return get().generic_empty(getDeviant()); }
+  Handle at(int index) const {
+    const auto ref = get().generic_at(getDeviant(), index);
+    return Handle(static_cast<K7Q::NSInterface::ClassObjectIntf*>(static_cast<K7Q::NSInterface::ObjectIntf*>(ref.value())),
+                  getDeviant());
+  }
+  Handle operator[](int index) const { return at(index); }
+  /// Appends an element. Raises what the property's checks raise; an immutable view raises as well.
+  template <class Element>
+    requires(DerivesFrom<Element, Handle>::kValue)
+  void add(const Element& element) const {
+    get().generic_push_back(getDeviant(), elementRef(element));
+  }
+  /// Takes an element out; false when it was not there.
+  template <class Element>
+  bool remove(const Element& element) const {
+    return get().generic_removeAll(getDeviant(), elementRef(element)) > 0;
+  }
+
+  class Position {
+   public:
+    Position(const NativeSequence* sequence, int index) noexcept : mSequence(sequence), mIndex(index) {}
+    Handle operator*() const { return mSequence->at(mIndex); }
+    Position& operator++() noexcept {
+      ++mIndex;
+      return *this;
+    }
+    bool operator!=(const Position& other) const noexcept { return mIndex != other.mIndex; }
+
+   private:
+    const NativeSequence* mSequence;
+    int mIndex;
+  };
+  Position begin() const { return {this, 0}; }
+  Position end() const { return {this, size()}; }
+
+ private:
+  static K7Q::Generic::Ref elementRef(const K7Q::ObjectHandle& element) {
+    return K7Q::makeObjectRef(element.getInterface(), element.getDeviant());
+  }
+};
+
+template <class X, FixedString Name>
+struct PropertyAccess {
+  /// Where the property stands: its row's types, and the class that owns it.
+  template <class Owner, class Row>
+  struct Found {
+    using OwnerType = Owner;
+    using RowType = Row;
+    static constexpr bool kFound = true;
+  };
+  struct NotFound {
+    static constexpr bool kFound = false;
+  };
+
+  template <class C>
+  static constexpr int ownIndex() {
+    int index = 0;
+    for (const PropertyRow& property : kRow<C>.properties.rows) {
+      if (property.isExposed && std::string_view(property.name) == Name.text) return index;
+      ++index;
+    }
+    return -1;
+  }
+  template <class C, class... P>
+  static auto own(PropertyRows<P...>) -> Found<C, typename typed::Nth<ownIndex<C>(), P...>::Type>;
+
+  template <class... Bases>
+  static auto inBases(BaseRows<Bases...>) {
+    return firstOf(find<Bases>()...);
+  }
+  static NotFound firstOf() { return {}; }
+  template <class First, class... Rest>
+  static auto firstOf(First first, Rest... rest) {
+    if constexpr (First::kFound) {
+      return first;
+    } else {
+      return firstOf(rest...);
+    }
+  }
+  template <class C>
+  static auto find() {
+    if constexpr (!HasRow<C>) {
+      return NotFound{};
+    } else if constexpr (ownIndex<C>() >= 0) {
+      return decltype(own<C>(kRow<C>.properties)){};
+    } else {
+      return inBases(kRow<C>.bases);
+    }
+  }
+
+  using Location = decltype(find<X>());
+  static_assert(Location::kFound, "the class has no property of that name");
+  using Owner = typename Location::OwnerType;
+  using Row = typename Location::RowType;
+  using Type = typename Row::Type;
+  static constexpr PropertyRow kProperty = kRow<Owner>.properties.rows[static_cast<std::size_t>(ownIndex<Owner>())];
+
+  static const K7Q::IntrospectiveMethods& methods() { return Owner::Interface::sIntrospectiveMethods; }
+
+  template <class Handle>
+  static auto get(const Handle& handle) {
+    constexpr bool kImmutable = requires { typename Handle::MutableHandle; };
+    handle.requireValid();
+    auto* object = handle.getClassObject();
+    const auto deviant = handle.getDeviant();
+    if constexpr (Row::kMultiplicity == K7Q::mi::Multiplicity::Many) {
+      constexpr bool kFixed = kImmutable || kProperty.mutability == K7Q::mi::Mutability::ReadOnly;
+      return NativeSequence<Type>(methods().getSequence(object, deviant, kProperty.id, kFixed), deviant);
+    } else {
+      K7Q::Object value;
+      methods().get(value, object, deviant, kProperty.id);
+      if constexpr (kIsReference<Type>) {
+        using Result = typename std::conditional_t<kImmutable, ImmutableOf<Type>, std::type_identity<Type>>::type;
+        return Result(static_cast<K7Q::NSInterface::ClassObjectIntf*>(value.getInterface()), value.getDeviant());
+      } else if constexpr (Row::kMultiplicity == K7Q::mi::Multiplicity::One || std::is_same_v<Type, K7Q::String>) {
+        return Type(value);
+      } else {
+        return value.isNull() ? std::optional<Type>() : std::optional<Type>(Type(value));
+      }
+    }
+  }
+  template <class Handle, class Value>
+  static void set(const Handle& handle, const Value& value) {
+    static_assert(!kProperty.isMany(), "a many-valued property is changed through its sequence");
+    static_assert(kProperty.mutability == K7Q::mi::Mutability::Writable, "the property is read-only");
+    static_assert(typed::fits<Type, std::decay_t<Value>>(), "the value is not of the property's type");
+    const K7Q::Object object = typed::toObject<Type>(std::decay_t<Value>(value));
+    checkWritable(handle);
+    if (object.isNull() && kProperty.multiplicity == K7Q::mi::Multiplicity::Optional) {
+      methods().unset(handle.getClassObject(), handle.getDeviant(), kProperty.id);
+    } else {
+      methods().set(handle.getClassObject(), handle.getDeviant(), kProperty.id, object);
+    }
+  }
+  template <class Handle>
+  static void unset(const Handle& handle) {
+    static_assert(kProperty.multiplicity == K7Q::mi::Multiplicity::Optional, "only an optional property can be unset");
+    checkWritable(handle);
+    methods().unset(handle.getClassObject(), handle.getDeviant(), kProperty.id);
+  }
+
+ private:
+  template <class T>
+  struct ImmutableOf {
+    using type = typename T::ImmutableHandle;
+  };
+  template <class Handle>
+  static void checkWritable(const Handle& handle) {
+    handle.requireValid();
+    K7Q::DeviantAssertions::assertWritable(handle.getDeviant(), handle.getInterface());
+  }
+};
+
+}  // namespace Tarvelon::metamodel
