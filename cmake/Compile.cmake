@@ -1,0 +1,53 @@
+# How every C++ file of the project is compiled.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+# Hidden unless marked: what crosses a library carries TARVELON_API (boundary/Export.h).
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+add_compile_options(-fno-semantic-interposition -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+if(TARVELON_WERROR)
+  add_compile_options(-Werror)
+endif()
+
+# All libraries lie in one folder and find each other relative to $ORIGIN.
+set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
+set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
+find_program(CCACHE ccache)
+if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+endif()
+
+if(TARVELON_SANITIZE)
+  add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+  add_link_options(-fsanitize=address,undefined)
+endif()
+if(TARVELON_COVERAGE)
+  add_compile_options(--coverage -fprofile-update=atomic)
+  add_link_options(--coverage)
+endif()
+
+# Debian's own interpreter, whatever else stands on PATH: the packages that the tests need belong to it.
+set(Python3_EXECUTABLE /usr/bin/python3)
+find_package(Python3 REQUIRED COMPONENTS Interpreter Development.Module)
+
+# The environment in which a Python program meets the built tree, for the ENVIRONMENT property of a test.
+set(TARVELON_PYTHON_ENVIRONMENT "PYTHONPATH=${PROJECT_BINARY_DIR}/python")
+if(TARVELON_SANITIZE)
+  # The interpreter is not instrumented, so the runtime must be loaded first, and the C++ library with it, or
+  # exceptions pass the interceptors by. With malloc for its own pools, Python objects are seen as well.
+  # CPython 3.11 itself leaks nothing, so there is no list of suppressions: what is reported is ours.
+  foreach(library IN ITEMS libasan.so libstdc++.so)
+    execute_process(COMMAND "${CMAKE_CXX_COMPILER}" -print-file-name=${library}
+                    OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)
+    list(APPEND preload "${file}")
+  endforeach()
+  list(JOIN preload " " preload)
+  list(APPEND TARVELON_PYTHON_ENVIRONMENT "LD_PRELOAD=${preload}" PYTHONMALLOC=malloc)
+endif()

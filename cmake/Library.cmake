@@ -1,0 +1,59 @@
+# Sets `result` to every C++ source below the given folders; a new file is found without an edit here.
+function(tarvelon_sources result)
+  set(patterns "")
+  foreach(folder IN LISTS ARGN)
+    list(APPEND patterns "${PROJECT_SOURCE_DIR}/${folder}/*.cpp")
+  endforeach()
+  file(GLOB_RECURSE sources CONFIGURE_DEPENDS ${patterns})
+  set(${result} "${sources}" PARENT_SCOPE)
+endfunction()
+
+# Links those of the given targets that exist.
+function(tarvelon_link target)
+  foreach(library IN LISTS ARGN)
+    if(TARGET ${library})
+      target_link_libraries(${target} PRIVATE ${library})
+    endif()
+  endforeach()
+endfunction()
+
+# tarvelon_library(<name> SHARED|STATIC FOLDERS <folder>... [LINKS <target>...])
+# The library of all sources below the folders. A folder without sources makes no target.
+function(tarvelon_library name kind)
+  cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "FOLDERS;LINKS")
+  tarvelon_sources(sources ${arg_FOLDERS})
+  if(sources)
+    add_library(${name} ${kind} ${sources})
+    target_link_libraries(${name} PUBLIC tarvelon_boundary)
+    tarvelon_link(${name} ${arg_LINKS})
+    if(kind STREQUAL "SHARED")
+      target_link_options(${name} PRIVATE -Wl,--no-undefined)
+    endif()
+  endif()
+endfunction()
+
+# Makes `runtime` build those of the given targets that exist.
+function(tarvelon_runtime)
+  foreach(target IN LISTS ARGN)
+    if(TARGET ${target})
+      add_dependencies(runtime ${target})
+    endif()
+  endforeach()
+endfunction()
+
+# Every library that a C++ program of ours (test, example, benchmark) may call.
+set(TARVELON_LIBRARIES
+    tarvelon_binding mm_foundation_mi tarvelon_native tarvelon_k7q tarvelon_ruvo tarvelon_hx)
+
+# tarvelon_program(<name> <source>...): an executable with all libraries at hand. The module is opened at run
+# time, from TARVELON_MODULE_PATH; a program that names one of its exported symbols gets it linked as well.
+function(tarvelon_program name)
+  add_executable(${name} ${ARGN})
+  target_link_libraries(${name} PRIVATE tarvelon_boundary ${CMAKE_DL_LIBS})
+  tarvelon_link(${name} ${TARVELON_LIBRARIES})
+  if(TARGET mm_arplatform_mi)
+    target_link_options(${name} PRIVATE -Wl,--as-needed)
+    target_link_libraries(${name} PRIVATE mm_arplatform_mi)
+    target_compile_definitions(${name} PRIVATE "TARVELON_MODULE_PATH=\"$<TARGET_FILE:mm_arplatform_mi>\"")
+  endif()
+endfunction()
