@@ -1,0 +1,47 @@
+"""Compares what a shared library exports with a kept list.
+
+usage: check_exports.py NM LIBRARY LIST
+
+LIST holds the demangled names, sorted, one a line. A name that is missing breaks a host that looks it up; one
+too many is a promise that nobody meant to give.
+"""
+
+import subprocess
+import sys
+from pathlib import Path
+
+
+def exported(nm, library):
+    """The demangled names that `library` defines and shows."""
+    command = [nm, "--dynamic", "--defined-only", "--demangle", library]
+    output = subprocess.run(command, check=True, capture_output=True, text=True).stdout
+    # A line is: address, one letter for the kind, name; the name itself may hold spaces.
+    return sorted(line.split(maxsplit=2)[2] for line in output.splitlines())
+
+
+def differences(kept, found):
+    """One line for each name that stands in one list alone, and one for a kept list out of order."""
+    lines = []
+    if kept != sorted(set(kept)):
+        lines.append("the kept list is not sorted, or names something twice")
+    lines += [f"missing:    {name}" for name in sorted(set(kept) - set(found))]
+    lines += [f"unexpected: {name}" for name in sorted(set(found) - set(kept))]
+    return lines
+
+
+def main(arguments):
+    if len(arguments) != 3:
+        sys.exit(__doc__)
+    nm, library, kept_file = arguments
+    kept = Path(kept_file).read_text(encoding="utf-8").splitlines()
+    found = exported(nm, library)
+    lines = differences(kept, found)
+    print(f"{library} exports {len(found)} names, {kept_file} holds {len(kept)}")
+    print("\n".join(lines))
+    if lines:
+        print("Mark with TARVELON_API what must be seen and nothing else; a new name is entered in the list.")
+    return 1 if lines else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))

@@ -1,0 +1,168 @@
+"""Reads every #include of the project and fails when a layer looks up.
+
+usage: check_layers.py ROOT
+
+Layers look down only. What a file may include follows from the folder it lies in; the rules stand in RULES,
+the first that fits a file decides. Names are written from the root of the repository, in quotes.
+
+Three things are used from both sides, by the module and by the platform's libraries:
+
+  rows      the headers of arplatform/<package>/: the metamodel, written once, projected by both
+  binding/  linked into the module and into the libraries that publish their own packages in the same way
+  handles   the sequence and iterator handles and proxies; they lie in boundary/, which both sides see anyway
+
+Beyond these the module knows nothing of platform/, and platform/ nothing of the module.
+"""
+
+import re
+import sys
+from pathlib import Path
+from typing import NamedTuple
+
+SUFFIXES = {".h", ".hpp", ".hh", ".inl", ".ipp", ".inc", ".tcc", ".cpp", ".cc", ".cxx", ".c"}
+HEADERS = SUFFIXES - {".cpp", ".cc", ".cxx", ".c"}
+
+# Folders whose files may include anything: nothing includes them.
+FREE = {"python", "examples", "bench", "tests"}
+
+# The rows are headers, wherever below these folders they lie.
+ARPLATFORM_ROWS = "rows of arplatform/"
+FOUNDATION_ROWS = "rows of foundation/ and types/"
+
+MODULE = ("boundary/", "binding/", "module/", "collections/", "factory/", "arplatform/")
+PLATFORM = ("hx", "ruvo", "k7q", "tarvelon")  # from the bottom up
+
+
+class Rule(NamedTuple):
+    """What the files below `folder` may include: our own files by folder, and Boost or not."""
+
+    folder: str
+    allowed: tuple
+    boost: bool
+    headers_only: bool = False
+
+
+def platform_rule(index):
+    lower = tuple(f"platform/{name}/" for name in PLATFORM[: index + 1])
+    rows = (ARPLATFORM_ROWS, FOUNDATION_ROWS) if PLATFORM[index] == "tarvelon" else ()
+    return Rule(f"platform/{PLATFORM[index]}/", ("boundary/", "binding/") + lower + rows, boost=True)
+
+
+RULES = [
+    Rule("boundary/", ("boundary/",), boost=True),
+    Rule("binding/", ("boundary/", "binding/"), boost=False),
+    Rule("arplatform/", ("boundary/", ARPLATFORM_ROWS), boost=False, headers_only=True),
+    Rule("arplatform/", MODULE, boost=True),
+    Rule("module/", MODULE, boost=True),
+    Rule("collections/", MODULE, boost=True),
+    Rule("factory/", MODULE, boost=True),
+    Rule("foundation/", ("boundary/", "binding/", "foundation/", "types/"), boost=False),
+    Rule("types/", ("boundary/", "binding/", "foundation/", "types/"), boost=False),
+] + [platform_rule(index) for index in range(len(PLATFORM))]
+
+STANDARD = set(
+    """
+    algorithm any array atomic barrier bit bitset cassert cctype cerrno cfenv cfloat charconv chrono
+    cinttypes climits clocale cmath codecvt compare complex concepts condition_variable coroutine csetjmp
+    csignal cstdarg cstddef cstdint cstdio cstdlib cstring ctime cuchar cwchar cwctype deque exception
+    execution filesystem format forward_list fstream functional future initializer_list iomanip ios iosfwd
+    iostream istream iterator latch limits list locale map memory memory_resource mutex new numbers
+    numeric optional ostream queue random ranges ratio regex scoped_allocator semaphore set shared_mutex
+    source_location span sstream stack stdexcept stop_token streambuf string string_view syncstream
+    system_error thread tuple type_traits typeindex typeinfo unordered_map unordered_set utility valarray
+    variant vector version
+    """.split()
+)
+# What the C++ library and the C library under it add to the standard on the systems we build for.
+SYSTEM = {"cxxabi.h", "dlfcn.h", "unistd.h"}
+
+INCLUDE = re.compile(r"^[ \t]*#[ \t]*(?:include|include_next|import)\b[ \t]*(.*)$", re.MULTILINE)
+TARGET = re.compile(r'(?:"([^"]+)"|<([^>]+)>)')
+
+
+def sources(root):
+    """Every C++ file of the repository, as a path from its root; hidden folders and build/ are not read."""
+    for path in sorted(root.rglob("*")):
+        name = path.relative_to(root)
+        if name.parts[0] == "build" or any(part.startswith(".") for part in name.parts):
+            continue
+        if path.suffix in SUFFIXES and path.is_file():
+            yield name
+
+
+def rule_of(file):
+    for rule in RULES:
+        if file.as_posix().startswith(rule.folder) and (not rule.headers_only or file.suffix in HEADERS):
+            return rule
+    return None
+
+
+def is_allowed(target, rule):
+    """Says whether `rule` lets a file include `target`, a file of our own."""
+    is_header = Path(target).suffix in HEADERS
+    for allowed in rule.allowed:
+        if allowed == ARPLATFORM_ROWS:
+            fits = target.startswith("arplatform/") and is_header
+        elif allowed == FOUNDATION_ROWS:
+            fits = target.startswith(("foundation/", "types/")) and is_header
+        else:
+            fits = target.startswith(allowed)
+        if fits:
+            return True
+    return False
+
+
+def complaint(root, rule, text):
+    """What is wrong with the include whose operand is `text`, or None."""
+    match = TARGET.match(text)
+    if not match:
+        return f"includes the macro {text}: write the name itself, so that it can be checked"
+    target = match[1] or match[2]
+    if (root / target).is_file():
+        if ".." in Path(target).parts:
+            return f"includes {target}: write the name from the root of the repository, without .."
+        if is_allowed(target, rule):
+            return None
+        return f"includes {target}: {rule.folder} may include {', '.join(rule.allowed)} of our own"
+    if match[1]:
+        return f'includes "{target}", which is no file: write the name from the root of the repository'
+    if target.startswith("boost/"):
+        return None if rule.boost else f"includes <{target}>: {rule.folder} does without Boost"
+    if target in STANDARD or target in SYSTEM:
+        return None
+    outside = "the standard library and Boost" if rule.boost else "the standard library"
+    return f"includes <{target}>: {rule.folder} may include {outside} alone"
+
+
+def check(root):
+    """Returns the complaints, the number of files and the number of includes read."""
+    complaints, files, includes = [], 0, 0
+    for file in sources(root):
+        if file.parts[0] in FREE:
+            continue
+        files += 1
+        rule = rule_of(file)
+        if rule is None:
+            complaints.append(f"{file}: lies in no layer; its folder must be entered in RULES")
+            continue
+        text = (root / file).read_text(encoding="utf-8")
+        for match in INCLUDE.finditer(text):
+            includes += 1
+            found = complaint(root, rule, match[1].strip())
+            if found:
+                complaints.append(f"{file}:{text.count(chr(10), 0, match.start()) + 1}: {found}")
+    return complaints, files, includes
+
+
+def main(arguments):
+    if len(arguments) != 1:
+        sys.exit(__doc__)
+    complaints, files, includes = check(Path(arguments[0]))
+    print(f"{includes} includes in {files} files, {len(complaints)} that may not be")
+    print("\n".join(complaints))
+    # A check that reads nothing would pass for ever.
+    return 1 if complaints or files == 0 else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
