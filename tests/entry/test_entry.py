@@ -1,0 +1,220 @@
+"""The script at the root: what it passes on, what it builds when, what it says when something is missing."""
+
+import os
+import shutil
+import subprocess
+from pathlib import Path
+
+import pytest
+
+ROOT = Path(__file__).resolve().parents[2]
+ENTRY = ROOT / "tarvelon"
+
+# A project that takes no time: one file that the build copies to where Python finds it.
+PROJECT = """
+cmake_minimum_required(VERSION 3.25)
+project(small LANGUAGES NONE)
+set(copy "${PROJECT_BINARY_DIR}/python/small.py")
+set(source "${PROJECT_SOURCE_DIR}/binding/small.py")
+add_custom_command(OUTPUT "${copy}" DEPENDS "${source}" VERBATIM
+                   COMMAND "${CMAKE_COMMAND}" -E copy "${source}" "${copy}")
+add_custom_target(runtime ALL DEPENDS "${copy}")
+"""
+PRESETS = """{"version": 6, "configurePresets": [
+  {"name": "release", "generator": "Ninja", "binaryDir": "${sourceDir}/build/release"}]}"""
+
+# What `bare` below lacks for running, and the line that a person is told to type.
+MISSING = "cmake ninja-build libboost-dev python3-dev"
+CURE = f"apt-get install --no-install-recommends {MISSING}\n"
+
+
+def call(*arguments, entry=ENTRY, cwd=None, path=None, stdin=""):
+    environment = dict(os.environ)
+    if path:
+        environment["PATH"] = f"{path}:{environment['PATH']}"
+    command = [str(entry)] + [str(argument) for argument in arguments]
+    return subprocess.run(command, cwd=cwd, env=environment, input=stdin, capture_output=True, text=True)
+
+
+def fake(folder, name, body):
+    """Puts a program `name` into `folder`, to stand before the real one on PATH."""
+    program = folder / name
+    program.write_text("#!/bin/bash\n" + body)
+    program.chmod(0o755)
+
+
+def script(folder, text):
+    file = folder / "a script.py"
+    file.write_text(text)
+    return file
+
+
+@pytest.fixture
+def small(tmp_path):
+    """A tree of its own, below a folder with a space in its name."""
+    root = tmp_path / "a tree"
+    (root / "binding").mkdir(parents=True)
+    shutil.copy(ENTRY, root)
+    (root / "CMakeLists.txt").write_text(PROJECT)
+    (root / "CMakePresets.json").write_text(PRESETS)
+    (root / "binding" / "small.py").write_text("value = 1\n")
+    script(root, "import small; print(small.value)")
+    return root
+
+
+@pytest.fixture
+def bare(tmp_path):
+    """A PATH of a machine where g++ alone is installed, and an apt-get that notes how it was called."""
+    folder = tmp_path / "bin"
+    folder.mkdir()
+    fake(folder, "dpkg-query", "echo installed g++\n")
+    fake(folder, "apt-get", f'echo "$@" >>"{folder}/calls"\nexit $(cat "{folder}/status")\n')
+    fake(folder, "sudo", '"$@"\n')
+    (folder / "status").write_text("0")
+    return folder
+
+
+def apt_calls(bare):
+    calls = bare / "calls"
+    return calls.read_text().splitlines() if calls.exists() else []
+
+
+def test_arguments_input_and_exit_status_pass_through(tmp_path):
+    file = script(tmp_path, "import sys; print(sys.argv[1:], sys.stdin.read()); sys.exit(7)")
+
+    result = call("run", file, "--help", "two words", "", stdin="from the caller")
+
+    assert result.stdout == "['--help', 'two words', ''] from the caller\n"
+    assert result.returncode == 7
+
+
+def test_a_script_is_found_from_the_current_folder(tmp_path):
+    script(tmp_path, "import os; print(os.getcwd())")
+
+    assert call("run", "a script.py", cwd=tmp_path).stdout == f"{tmp_path}\n"
+
+
+def test_a_script_imports_what_was_built(tmp_path):
+    text = "import Tarvelon, _tarvelon_host as host; print(Tarvelon.__file__); print(host.__file__)"
+
+    result = call("run", script(tmp_path, text))
+
+    built = ROOT / "build/release/python"
+    assert [Path(name).is_relative_to(built) for name in result.stdout.splitlines()] == [True, True]
+
+
+def test_a_script_that_is_not_there_is_named():
+    result = call("run", "nowhere.py")
+
+    assert (result.returncode, result.stdout) == (1, "")
+    assert result.stderr == "tarvelon: no such script: nowhere.py\n"
+
+
+def test_help_names_every_command():
+    text = call("--help").stdout
+
+    for name in "run shell describe test build bench format install --no-install --preset".split():
+        assert f"\n  {name} " in text
+
+
+@pytest.mark.parametrize("arguments", [["tset"], ["run"], ["test", "--preset", "relase"], ["install", "all"]])
+def test_misuse_has_exit_status_2_and_prints_nothing_to_stdout(arguments):
+    result = call(*arguments)
+
+    assert (result.returncode, result.stdout) == (2, "")
+    assert result.stderr.endswith("; see ./tarvelon --help\n")
+
+
+def test_the_first_run_builds_and_keeps_stdout_clean(small):
+    result = call("run", small / "a script.py", entry=small / "tarvelon", cwd="/")
+
+    assert (result.returncode, result.stdout) == (0, "1\n")
+    assert "building build/release" in result.stderr
+
+
+def test_a_run_without_a_change_builds_nothing_and_says_nothing(small, tmp_path):
+    call("run", small / "a script.py", entry=small / "tarvelon")
+    for tool in ["cmake", "ninja", "dpkg-query"]:
+        fake(tmp_path, tool, "exit 1\n")
+
+    result = call("run", small / "a script.py", entry=small / "tarvelon", path=tmp_path)
+
+    assert (result.returncode, result.stdout, result.stderr) == (0, "1\n", "")
+
+
+def test_a_changed_source_is_built_before_the_script_runs(small):
+    call("run", small / "a script.py", entry=small / "tarvelon")
+    (small / "binding" / "small.py").write_text("value = 22\n")
+
+    result = call("run", small / "a script.py", entry=small / "tarvelon")
+
+    assert result.stdout == "22\n"
+
+
+def test_a_moved_tree_builds_anew(small, tmp_path):
+    call("run", small / "a script.py", entry=small / "tarvelon")
+    moved = small.rename(tmp_path / "another place")
+    (moved / "binding" / "small.py").write_text("value = 22\n")
+
+    result = call("run", moved / "a script.py", entry=moved / "tarvelon")
+
+    assert (result.returncode, result.stdout) == (0, "22\n")
+    assert "was made for another folder" in result.stderr
+
+
+def test_a_failed_build_is_shown_and_nothing_runs(small):
+    (small / "binding" / "small.py").unlink()
+
+    result = call("run", small / "a script.py", entry=small / "tarvelon")
+
+    assert (result.returncode, result.stdout) == (1, "")
+    assert "small.py" in result.stderr and "the build failed" in result.stderr
+
+
+def test_a_failed_configuration_is_shown(small):
+    (small / "CMakeLists.txt").write_text(PROJECT + 'message(FATAL_ERROR "no such luck")\n')
+
+    result = call("run", small / "a script.py", entry=small / "tarvelon")
+
+    assert (result.returncode, result.stdout) == (1, "")
+    assert "no such luck" in result.stderr
+
+
+def test_only_what_is_missing_is_installed(bare):
+    result = call("install", "run", path=bare)
+
+    assert result.returncode == 0
+    assert result.stderr == f"tarvelon: installing: {MISSING}\n"
+    assert len(apt_calls(bare)) == 1
+    assert apt_calls(bare)[0].endswith(f" install {MISSING}")
+
+
+@pytest.mark.parametrize("arguments", ["--no-install install run", "install --no-install run"])
+def test_no_install_names_what_is_missing_and_the_cure(bare, arguments):
+    result = call(*arguments.split(), path=bare)
+
+    assert result.returncode == 1
+    assert f"missing: {MISSING}\n" in result.stderr
+    assert CURE in result.stderr
+    assert apt_calls(bare) == []
+
+
+def test_without_a_network_the_cure_is_named(bare):
+    (bare / "status").write_text("100")
+
+    result = call("install", "run", path=bare)
+
+    assert result.returncode == 1
+    assert f"could not install: {MISSING}\n" in result.stderr
+    assert CURE in result.stderr
+    assert [line.split()[-1] for line in apt_calls(bare)] == ["python3-dev", "update"]
+
+
+def test_running_asks_for_no_test_packages(bare):
+    call("install", "run", path=bare)
+    running = apt_calls(bare)[0]
+    call("install", "test", path=bare)
+    testing = apt_calls(bare)[1]
+
+    assert "libgtest-dev" not in running and "python3-pytest" not in running
+    assert "libgtest-dev" in testing and "python3-pytest" in testing

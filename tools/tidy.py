@@ -1,0 +1,101 @@
+"""Runs clang-tidy over what has changed, on the compile commands of build/clang.
+
+usage: tools/tidy.py [--limit N] [FILE...]
+
+Without files: the sources that differ from the branch this one leaves (origin/main) or from ten commits ago;
+for a changed header one source that includes it; one source of each folder when nothing differs. At most N of
+them (default 60), since one takes seconds; how many there were is said.
+"""
+
+import argparse
+import concurrent.futures
+import json
+import os
+import subprocess
+import sys
+from pathlib import Path
+
+ROOT = Path(__file__).resolve().parents[1]
+BUILD = ROOT / "build" / "clang"
+HEADERS = {".h", ".hpp", ".inl"}
+
+
+def output_of(*command):
+    """The output of a command as lines, none when it fails."""
+    result = subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
+    return result.stdout.splitlines() if result.returncode == 0 else []
+
+
+def changed_files():
+    head = output_of("git", "rev-parse", "HEAD")
+    base = output_of("git", "merge-base", "HEAD", "origin/main")
+    if not base or base == head:
+        base = output_of("git", "rev-list", "--max-count=11", "HEAD")[-1:]
+    names = output_of("git", "diff", "--name-only", "--diff-filter=d", *base) if base else []
+    names += output_of("git", "ls-files", "--others", "--exclude-standard")
+    return [ROOT / name for name in names]
+
+
+def compiled_sources():
+    commands = json.loads((BUILD / "compile_commands.json").read_text())
+    files = {Path(command["file"]) for command in commands}
+    return sorted(file for file in files if file.is_relative_to(ROOT) and BUILD not in file.parents)
+
+
+def includers(sources):
+    """For each header the sources that were compiled with it, as ninja noted it during the build."""
+    found, outputs = {}, output_of("ninja", "-C", str(BUILD), "-t", "deps")
+    known = {str(source): source for source in sources}
+    inputs = []
+    for line in outputs + [""]:
+        if line.startswith("    "):
+            inputs.append(str((BUILD / line.strip()).resolve()))
+        elif not line:
+            source = next((known[name] for name in inputs if name in known), None)
+            for name in inputs if source else []:
+                found.setdefault(name, []).append(source)
+            inputs = []
+    return found
+
+
+def wanted_sources(files, sources):
+    """The sources to check for the changed files; a header is seen through a source that includes it."""
+    chosen = [file for file in files if file in sources]
+    by_header = includers(sources) if any(file.suffix in HEADERS for file in files) else {}
+    for file in files:
+        users = by_header.get(str(file), []) if file.suffix in HEADERS else []
+        if users and not set(users) & set(chosen):
+            chosen.append(users[0])
+    return chosen or one_of_each_folder(sources)
+
+
+def one_of_each_folder(sources):
+    return list({source.relative_to(ROOT).parts[:2]: source for source in reversed(sources)}.values())
+
+
+def tidy(source):
+    command = ["clang-tidy-14", "-p", str(BUILD), "--quiet", str(source)]
+    return subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
+
+
+def main():
+    parser = argparse.ArgumentParser(usage=__doc__.split("\n\n")[1].removeprefix("usage: "))
+    parser.add_argument("--limit", type=int, default=60)
+    parser.add_argument("files", nargs="*", type=Path)
+    arguments = parser.parse_args()
+
+    sources = compiled_sources()
+    files = [file.resolve() for file in arguments.files] or changed_files()
+    chosen = wanted_sources(files, sources)
+    print(f"clang-tidy: {min(len(chosen), arguments.limit)} of {len(chosen)} sources")
+    failed = 0
+    with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+        for result in pool.map(tidy, chosen[: arguments.limit]):
+            if result.returncode != 0:
+                failed += 1
+                print(result.stdout, result.stderr, sep="")
+    return 1 if failed or not chosen else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
