@@ -12,12 +12,11 @@ target_link_libraries(tarvelon_bench PRIVATE Qt6::Core protobuf::libprotobuf Pkg
 set_target_properties(tarvelon_bench PROPERTIES AUTOMOC ON)
 
 if(messages)
-  # Generated code is not held to our warnings, hence a library of its own.
+  # Generated code, not held to our warnings, hence a library of its own; included as "peers/<name>.pb.h".
   add_library(tarvelon_bench_messages OBJECT EXCLUDE_FROM_ALL ${messages})
   target_compile_options(tarvelon_bench_messages PRIVATE -w)
   target_link_libraries(tarvelon_bench_messages PUBLIC protobuf::libprotobuf)
   target_include_directories(tarvelon_bench_messages SYSTEM PUBLIC "${CMAKE_CURRENT_BINARY_DIR}")
-  protobuf_generate(TARGET tarvelon_bench_messages LANGUAGE cpp
-                    IMPORT_DIRS "${CMAKE_CURRENT_SOURCE_DIR}/peers")
+  protobuf_generate(TARGET tarvelon_bench_messages LANGUAGE cpp)
   target_link_libraries(tarvelon_bench PRIVATE tarvelon_bench_messages)
 endif()
