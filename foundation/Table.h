@@ -6,11 +6,30 @@
 // One row a class: bases; constructors with the names of the properties they fill; properties in ascending id.
 // What follows from containment (owner, owned elements, namespaces) is derived: the model computes it.
 // clang-format off
+namespace Tarvelon::metamodel::kernel {
+
+constexpr auto row(Is<ClassObject>) {
+  return classRow(
+      bases<>(),
+      noConstructors(),
+      properties(
+          many<ClassObject>     ( 1, "AppliedStereotypeInstance", kRefers).derived(),
+          optional<Model>       ( 2, "ModelK7Q",                  kRefers).derived(),
+          optional<ClassObject> ( 3, "ContainerK7Q",              kRefers).derived(),
+          many<ClassObject>     ( 4, "ContaineeK7Q",              kHolds).derived(),
+          optional<ClassObject> ( 5, "RootModel",                 kRefers).derived(),
+          optional<K7Q::String> ( 6, "ExternalId"),
+          optional<K7Q::String> ( 7, "ExternalToolInfo"),
+          optional<K7Q::String> ( 8, "Uri")));
+}
+
+}  // namespace Tarvelon::metamodel::kernel
+
 namespace Tarvelon::metamodel::foundation {
 
 constexpr auto row(Is<Element>) {
   return classRow(
-      bases<>(),
+      bases<kernel::ClassObject>(),
       noConstructors(),
       properties(
           many<Element>    ( 1, "OwnedElement", kHolds).derived(),

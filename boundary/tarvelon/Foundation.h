@@ -4,6 +4,10 @@
 
 // The metamodels that the platform's own builds on: their classes and enumerations in the order of their registration.
 // clang-format off
+#define TARVELON_KERNEL_NAMES(CLASS, ENUMERATION) \
+  CLASS(ClassObject)                              \
+  CLASS(Model)
+
 #define TARVELON_FOUNDATION_NAMES(CLASS, ENUMERATION)                \
   CLASS(Element)                                                     \
   CLASS(Comment)                                                     \
@@ -28,6 +32,17 @@
   CLASS(ImplementationDataType)                  \
   CLASS(ApplicationPrimitiveDataType)
 // clang-format on
+
+/// What every model object is. Published by the model infrastructure; the rows give it its meta properties.
+namespace Tarvelon::metamodel::kernel {
+
+#define KERNEL_CLASS(X) TARVELON_DECLARE_CLASS("K7Q.", X)
+#define KERNEL_ENUMERATION(E, ...) TARVELON_DECLARE_ENUMERATION("K7Q.", E, __VA_ARGS__)
+TARVELON_KERNEL_NAMES(KERNEL_CLASS, KERNEL_ENUMERATION)
+#undef KERNEL_CLASS
+#undef KERNEL_ENUMERATION
+
+}  // namespace Tarvelon::metamodel::kernel
 
 namespace Tarvelon::metamodel::foundation {
 

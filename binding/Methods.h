@@ -1,0 +1,122 @@
+#pragma once
+
+#include <initializer_list>
+#include <memory>
+#include <span>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+
+#include "binding/Conversion.h"
+#include "boundary/k7q/Object.h"
+#include "boundary/ruvo/Class.h"
+#include "boundary/ruvo/Method.h"
+#include "boundary/ruvo/Package.h"
+
+/// Registration of method records: signature strings, native function, and the invoker made for that function's types.
+namespace binding {
+
+using ruvo::factory::impl::GeneratedMethod;
+using ruvo::factory::impl::InvokerFunction;
+using ruvo::factory::impl::NativeFunction;
+
+namespace invoker {
+
+/// The arguments as local values, converted from left to right. A slot per argument.
+template <class... Arguments, std::size_t... Index>
+auto convert(const RVOValue* slots, std::index_sequence<Index...> /*index*/) {
+  return std::tuple<std::decay_t<Arguments>...>{Conversion<std::decay_t<Arguments>>::fromSlot(slots[Index])...};
+}
+
+inline void countResult(std::uint32_t* count) noexcept {
+  if (*count == 0) *count = 1;
+}
+
+/// Calls a free function; a method with self takes it as the first argument.
+///
+/// There is no null test of self here: what such a test is handed is the address of the local handle, which is never
+/// null, so an empty self reaches the operation.
+template <class Result, class... Arguments>
+void invoke(const GeneratedMethod* record, const ruvo::RVOClient* /*client*/, std::uint32_t* count, RVOValue* results,
+            int /*argumentCount*/, const RVOValue* slots) {
+  auto arguments = convert<Arguments...>(slots, std::index_sequence_for<Arguments...>());
+  const auto function = record->native.as<Result (*)(Arguments...)>();
+  if constexpr (std::is_void_v<Result>) {
+    std::apply(function, arguments);
+  } else {
+    results[0] =
+        Conversion<std::decay_t<Result>>::toSlot(std::apply(function, arguments), record->getSignature()->result());
+    countResult(count);
+  }
+}
+
+/// Ties a new native object to the host object under construction; the object goes again if that fails.
+void bindConstructed(const GeneratedMethod& record, const K7Q::ClassObject& object, hx::hxArray* array);
+
+/// Calls a constructor's forwarder: the result slot holds the object under construction.
+template <class... Arguments>
+void construct(const GeneratedMethod* record, const ruvo::RVOClient* /*client*/, std::uint32_t* count,
+               RVOValue* results, int /*argumentCount*/, const RVOValue* slots) {
+  auto arguments = convert<Arguments...>(slots, std::index_sequence_for<Arguments...>());
+  const auto function = record->native.as<K7Q::ClassObject (*)(Arguments...)>();
+  bindConstructed(*record, std::apply(function, arguments), results[0].array());
+  countResult(count);
+}
+
+}  // namespace invoker
+
+/// How a record is found to be static: by its attributes and whether it has a self.
+struct MethodSpec {
+  const char* name;
+  std::uint32_t attributes;
+  /// Stored as it stands; a literal.
+  const char* parameterNames;
+  InternedName result;
+  /// The empty name: no self. Such a method is static, or takes the object as an ordinary first argument when the
+  /// attributes have 4096.
+  InternedName self;
+};
+
+/// Adds records to a class in the order of the calls. The class owns them.
+class MethodTable {
+ public:
+  explicit MethodTable(ruvo::RVOClass& cls) noexcept : mClass(cls) {}
+  ruvo::RVOClass& cls() const noexcept { return mClass; }
+
+  /// The native function's first parameter is self when the spec has one.
+  template <class Result, class... Arguments>
+  void add(const MethodSpec& spec, std::initializer_list<InternedName> arguments, Result (*function)(Arguments...)) {
+    addRecord(spec, {arguments.begin(), arguments.size()}, &invoker::invoke<Result, Arguments...>,
+              NativeFunction::of(function));
+  }
+
+  /// A constructor: named like the class, attributes 0, no parameter names, result the class.
+  template <class... Arguments>
+  void addConstructor(std::span<const InternedName> arguments, K7Q::ClassObject (*function)(Arguments...)) {
+    addConstructorRecord(arguments, &invoker::construct<Arguments...>, NativeFunction::of(function));
+  }
+
+ private:
+  void addRecord(const MethodSpec& spec, std::span<const InternedName> arguments, InvokerFunction invoker,
+                 NativeFunction native);
+  void addConstructorRecord(std::span<const InternedName> arguments, InvokerFunction invoker, NativeFunction native);
+
+  ruvo::RVOClass& mClass;
+};
+
+/// Adds a package function without arguments.
+template <class Result>
+void addPackageFunction(ruvo::RVOPackage& package, const char* name, const char* resultType, Result (*function)());
+
+void addPackageFunctionRecord(ruvo::RVOPackage& package, const char* name, const char* resultType,
+                              InvokerFunction invoker, NativeFunction native);
+
+template <class Result>
+void addPackageFunction(ruvo::RVOPackage& package, const char* name, const char* resultType, Result (*function)()) {
+  addPackageFunctionRecord(package, name, resultType, &invoker::invoke<Result>, NativeFunction::of(function));
+}
+
+/// An interned name of a text.
+inline InternedName named(const char* text) { return InternedName(ruvo::internal::makeInterned(text)); }
+
+}  // namespace binding
