@@ -1,5 +1,6 @@
 """The script at the root: what it passes on, what it builds when, what it says when something is missing."""
 
+import json
 import os
 import shutil
 import subprocess
@@ -101,6 +102,19 @@ def test_a_script_imports_what_was_built(tmp_path):
 
     built = ROOT / "build/release/python"
     assert [Path(name).is_relative_to(built) for name in result.stdout.splitlines()] == [True, True]
+
+
+def test_describe_passes_its_arguments_on():
+    result = call("describe", "--json", "Tarvelon.metamodel.arplatform.variant")
+
+    assert json.loads(result.stdout)["name"] == "Tarvelon.metamodel.arplatform.variant"
+
+
+def test_the_shell_has_the_packages_at_hand(tmp_path):
+    result = call("shell", stdin="print(K7Q.__name__, variant.BindingTimeKind.__name__)\n", cwd=tmp_path)
+
+    assert "K7Q BindingTimeKind" in result.stdout
+    assert result.returncode == 0
 
 
 def test_a_script_that_is_not_there_is_named():
