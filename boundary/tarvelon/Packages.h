@@ -1,6 +1,9 @@
 #pragma once
 
+#include <string_view>
+
 #include "boundary/Export.h"
+#include "boundary/k7q/Introspection.h"
 #include "boundary/ruvo/Package.h"
 
 namespace Tarvelon::mi {
@@ -23,3 +26,8 @@ namespace Tarvelon::metamodel::foundation {
 /// Brings the metamodel `foundation` up; safe to call again.
 TARVELON_API void initialize();
 }  // namespace Tarvelon::metamodel::foundation
+
+namespace Tarvelon::metamodel::native {
+/// The description of the metamodel package of that dotted name. Raises K7Q::UnknownName for another one.
+TARVELON_API K7Q::ImmutablePackage metaPackage(std::string_view dottedName);
+}  // namespace Tarvelon::metamodel::native

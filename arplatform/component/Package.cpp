@@ -1,0 +1,4 @@
+#include "arplatform/component/Names.h"
+#include "module/PackageFrame.h"
+
+ARPLATFORM_DEFINE_PACKAGE(component, ARPLATFORM_COMPONENT_NAMES)

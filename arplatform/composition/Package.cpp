@@ -1,0 +1,4 @@
+#include "arplatform/composition/Names.h"
+#include "module/PackageFrame.h"
+
+ARPLATFORM_DEFINE_PACKAGE(composition, ARPLATFORM_COMPOSITION_NAMES)

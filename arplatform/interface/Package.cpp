@@ -1,0 +1,4 @@
+#include "arplatform/interface/Names.h"
+#include "module/PackageFrame.h"
+
+ARPLATFORM_DEFINE_PACKAGE(interface, ARPLATFORM_INTERFACE_NAMES)

@@ -1,0 +1,4 @@
+#include "arplatform/system/Names.h"
+#include "module/PackageFrame.h"
+
+ARPLATFORM_DEFINE_PACKAGE(system, ARPLATFORM_SYSTEM_NAMES)

@@ -1,0 +1,4 @@
+#include "arplatform/timingExtension/Names.h"
+#include "module/PackageFrame.h"
+
+ARPLATFORM_DEFINE_PACKAGE(timingExtension, ARPLATFORM_TIMING_EXTENSION_NAMES)

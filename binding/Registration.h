@@ -1,0 +1,29 @@
+#pragma once
+
+#include "binding/ClassBinding.h"
+#include "binding/Enumeration.h"
+#include "boundary/k7q/ClassMetaData.h"
+#include "boundary/ruvo/Package.h"
+
+/// What a package registers when it is first touched.
+namespace binding {
+
+/// The access value that every class is added with.
+inline constexpr int kClassAccess = 2;
+
+/// Adds the three class infos of a class and its eight sequence and iterator companions. A null package registers
+/// nothing.
+void registerClassInfos(ruvo::RVOPackage* package, const ClassBinding& binding);
+
+/// Adds one info to the package, or as a global class when there is none.
+void addClassInfo(ruvo::RVOPackage* package, ruvo::RVOClassInfo* info);
+
+/// The wrapper of an enumeration: a value class.
+template <class E>
+class EnumerationWrapper final : public K7Q::mi::ClassMetaData {
+ public:
+  EnumerationWrapper() : ClassMetaData(E::kName.shortName(), kEnumerationDescription) {}
+  void defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*client*/) override { defineEnumeration<E>(*cls); }
+};
+
+}  // namespace binding
