@@ -8,8 +8,8 @@
 #include "boundary/k7q/Introspection.h"
 #include "boundary/tarvelon/Rows.h"
 
-/// What a class wrapper needs to know of one metamodel class: its row, and the native functions that are typed by it.
-/// Everything is constant data; nothing is made before the object system asks.
+/// What a class wrapper needs to know of one metamodel class: its row, and the native functions that are
+/// typed by it. Everything is constant data; nothing is made before the object system asks.
 namespace binding {
 
 namespace metamodel = Tarvelon::metamodel;
@@ -70,7 +70,8 @@ struct NativeFunctions {
 
   template <int Constructor, class... Arguments>
   static K7Q::ClassObject create(K7Q::Model model, Arguments... arguments) {
-    const std::array<K7Q::Object, sizeof...(Arguments)> objects{metamodel::typed::toObject<Arguments>(arguments)...};
+    const std::array<K7Q::Object, sizeof...(Arguments)> objects{
+        metamodel::typed::toObject<Arguments>(arguments)...};
     return methods().create(model, Constructor, objects);
   }
   static K7Q::ClassObject createEmpty(const K7Q::Model& model) { return methods().create(model, 0, {}); }
@@ -98,9 +99,7 @@ struct NativeFunctions {
 
   static bool isValidImmutable(const ImmutableX& self) { return self.isValid(); }
   static bool isValidMutable(const X& self) { return self.isValid(); }
-  static void destroy(const X& self) {
-    self.destroy();
-  }
+  static void destroy(const X& self) { self.destroy(); }
   static ImmutableX asDeviantImmutable(const ImmutableX& self, const K7Q::ImmutableModel& deviant) {
     self.requireValid();
     return ImmutableX(self.getClassObject(), deviant.getDeviant());
@@ -143,7 +142,8 @@ template <class X>
 void NativeFunctions<X>::addImmutableViews(MethodTable& table, const ClassBinding& binding) {
   const auto immutable = named(binding.name().immutable);
   const auto mutableName = named(binding.name().name);
-  table.add({"asDeviant", 0, "deviant", immutable, immutable}, {named("K7Q.ImmutableModel")}, &asDeviantImmutable);
+  table.add({"asDeviant", 0, "deviant", immutable, immutable}, {named("K7Q.ImmutableModel")},
+            &asDeviantImmutable);
   table.add({"asImmutable", ruvo::factory::kSelfAsArgument, "", immutable, {}}, {immutable}, &asImmutable);
   table.add({"asMutable", ruvo::factory::kSelfAsArgument, "", mutableName, {}}, {immutable}, &asMutable);
 }

@@ -22,7 +22,9 @@ K7Q::ImmutableType getMetaTypeOfMutable(const K7Q::Object& self) { return getMet
 
 MetaPropertyDummy newMetaProperty() { return {::operator new(1)}; }
 
-InternedName metaPropertyName(const ClassName& name) { return named((std::string(name.name) + "MetaProperty").c_str()); }
+InternedName metaPropertyName(const ClassName& name) {
+  return named((std::string(name.name) + "MetaProperty").c_str());
+}
 
 void addMetaAccess(MethodTable& table, const ClassBinding& binding, std::uint32_t attributes) {
   table.add({"MetaClass", attributes, "", named("K7Q.ImmutableClass"), {}}, {}, binding.metaClass);
@@ -67,13 +69,15 @@ void ClassWrapper::defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*c
   addMetaAccess(table, mBinding, kOverridesAllSignatures);
   if (mBinding.ownViews) mBinding.ownViews->addMutableLifetime(table, mBinding);
   const auto anyObject = named("K7Q.Object");
-  table.add({"getMetaType", kHiddenMethod, "", named("K7Q.ImmutableType"), anyObject}, {}, &getMetaTypeOfMutable);
+  table.add({"getMetaType", kHiddenMethod, "", named("K7Q.ImmutableType"), anyObject}, {},
+            &getMetaTypeOfMutable);
   table.add({"cast", 0, "other", anyObject, {}}, {anyObject}, mBinding.castMutable);
   if (mBinding.ownViews) mBinding.ownViews->addMutableViews(table, mBinding);
 }
 
 MetaPropertyWrapper::MetaPropertyWrapper(const ClassBinding& binding)
-    : MetaPropertyMetaData(std::string(binding.name().shortName()) + "MetaProperty", kMetaPropertyDescription),
+    : MetaPropertyMetaData(std::string(binding.name().shortName()) + "MetaProperty",
+                           kMetaPropertyDescription),
       mBinding(binding) {}
 
 void MetaPropertyWrapper::defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*client*/) {
@@ -103,7 +107,8 @@ std::vector<MetaPropertyListEntry> metaPropertyList(const K7Q::IntrospectiveMeth
   for (const auto* base : methods.bases()) {
     for (const auto& entry : metaPropertyList(*base)) {
       const std::string_view name(entry.name);
-      const bool stands = std::any_of(list.begin(), list.end(), [&](const auto& own) { return name == own.name; });
+      const bool stands =
+          std::any_of(list.begin(), list.end(), [&](const auto& own) { return name == own.name; });
       if (!stands && std::find(left.begin(), left.end(), name) == left.end()) list.push_back(entry);
     }
   }

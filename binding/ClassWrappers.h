@@ -3,8 +3,8 @@
 #include "binding/ClassBinding.h"
 #include "boundary/k7q/ClassMetaData.h"
 
-/// The class infos of one metamodel class: the immutable class, the mutable class and the meta-property class.
-/// A wrapper is a name and a pointer to constant data; all work waits for defineMembers().
+/// The class infos of one metamodel class: the immutable class, the mutable class and the meta-property
+/// class. A wrapper is a name and a pointer to constant data; all work waits for defineMembers().
 namespace binding {
 
 /// Reads: superclasses, queries, properties, casts.
@@ -38,7 +38,8 @@ class MetaPropertyWrapper final : public K7Q::mi::MetaPropertyMetaData<MetaPrope
 };
 
 /// The description that every meta-property class has.
-inline constexpr const char* kMetaPropertyDescription = "This class has static methods to access meta properties";
+inline constexpr const char* kMetaPropertyDescription =
+    "This class has static methods to access meta properties";
 
 /// The property descriptor of that id. Raises "invalid meta property id" for an id beyond the owner's own.
 K7Q::ImmutableProperty lookUpMetaProperty(const K7Q::IntrospectiveMethods& owner, unsigned id);
@@ -50,8 +51,8 @@ struct MetaPropertyListEntry {
   unsigned id;
 };
 
-/// Own entries by id, then each base's whole list from left to right, without names that stand already or that an own
-/// entry hides.
+/// Own entries by id, then each base's whole list from left to right, without names that stand already or
+/// that an own entry hides.
 std::vector<MetaPropertyListEntry> metaPropertyList(const K7Q::IntrospectiveMethods& methods);
 
 }  // namespace binding

@@ -9,7 +9,8 @@ namespace binding {
 K7Q::VariantInfo unbox(const hx::hxArray* array) {
   if (hx::hxGetNumberOfElements(array) == 0) return {};
   const auto* object = static_cast<const ruvo::RVOInterface*>(hx::hxGetElement(array, 0));
-  return object ? K7Q::DeviantRegistry::getVariantInfo(object->getBoundPointer(InternedName())) : K7Q::VariantInfo();
+  return object ? K7Q::DeviantRegistry::getVariantInfo(object->getBoundPointer(InternedName()))
+                : K7Q::VariantInfo();
 }
 
 UnboxedInterface unboxAs(const hx::hxArray* array, K7Q::CooperativeVisitor::TagPair tags) {

@@ -17,9 +17,9 @@
 ///   static T fromSlot(ruvo::RVOValue slot);
 ///   static ruvo::RVOValue toSlot(const T& value, const ruvo::InternedName& declared);
 ///
-/// fromSlot() does not test what the object system has matched already; of an object array it reads element 0 alone, and
-/// an empty array gives a null handle. toSlot() gives a raw scalar or an array that belongs to the caller; `declared`
-/// is the class that the signature names, of which an empty result is.
+/// fromSlot() does not test what the object system has matched already; of an object array it reads element 0
+/// alone, and an empty array gives a null handle. toSlot() gives a raw scalar or an array that belongs to the
+/// caller; `declared` is the class that the signature names, of which an empty result is.
 namespace binding {
 
 using ruvo::InternedName;
@@ -37,8 +37,8 @@ struct UnboxedInterface {
 };
 UnboxedInterface unboxAs(const hx::hxArray* array, K7Q::CooperativeVisitor::TagPair tags);
 
-/// A host object for a native one under the given class: made with a reference on the native object if it is new.
-/// The result is a 1 by 1 object array, or the empty array of that class for a null object.
+/// A host object for a native one under the given class: made with a reference on the native object if it is
+/// new. The result is a 1 by 1 object array, or the empty array of that class for a null object.
 hx::hxArray* boxAs(const K7Q::ReferenceCountingIntf* object, K7Q::Deviant deviant, bool immutable,
                    const InternedName& className);
 /// The same under the object's own dynamic class.
@@ -49,7 +49,9 @@ hx::hxArray* boxMetaProperty(void* dummy, const InternedName& className);
 template <>
 struct Conversion<bool> {
   static bool fromSlot(RVOValue slot) noexcept { return slot.logical(); }
-  static RVOValue toSlot(bool value, const InternedName& /*declared*/) noexcept { return RVOValue::ofLogical(value); }
+  static RVOValue toSlot(bool value, const InternedName& /*declared*/) noexcept {
+    return RVOValue::ofLogical(value);
+  }
 };
 
 template <>
@@ -63,7 +65,9 @@ struct Conversion<K7Q::Boolean> {
 template <>
 struct Conversion<int> {
   static int fromSlot(RVOValue slot) noexcept { return slot.int32(); }
-  static RVOValue toSlot(int value, const InternedName& /*declared*/) noexcept { return RVOValue::ofInt32(value); }
+  static RVOValue toSlot(int value, const InternedName& /*declared*/) noexcept {
+    return RVOValue::ofInt32(value);
+  }
 };
 
 template <>
@@ -111,7 +115,8 @@ struct Conversion<E> {
   }
 };
 
-/// The interface that a handle type stands for, the tag it is asked by, and whether its host objects are immutable.
+/// The interface that a handle type stands for, the tag it is asked by, and whether its host objects are
+/// immutable.
 template <class Handle>
 struct HandleTraits;
 
@@ -126,17 +131,19 @@ namespace interfaces = K7Q::NSInterface;
 template <>
 struct HandleTraits<K7Q::Object> : HandleTraitsBase<interfaces::ObjectIntf, interfaces::ObjectIntf, false> {};
 template <>
-struct HandleTraits<K7Q::ImmutableObject> : HandleTraitsBase<interfaces::ObjectIntf, interfaces::ObjectIntf, true> {};
+struct HandleTraits<K7Q::ImmutableObject>
+    : HandleTraitsBase<interfaces::ObjectIntf, interfaces::ObjectIntf, true> {};
 template <>
-struct HandleTraits<K7Q::ClassObject> : HandleTraitsBase<interfaces::ClassObjectIntf, interfaces::ClassObjectIntf, false> {
-};
+struct HandleTraits<K7Q::ClassObject>
+    : HandleTraitsBase<interfaces::ClassObjectIntf, interfaces::ClassObjectIntf, false> {};
 template <>
 struct HandleTraits<K7Q::ImmutableClassObject>
     : HandleTraitsBase<interfaces::ClassObjectIntf, interfaces::ClassObjectIntf, true> {};
 template <>
 struct HandleTraits<K7Q::Model> : HandleTraitsBase<interfaces::ModelIntf, interfaces::ModelIntf, false> {};
 template <>
-struct HandleTraits<K7Q::ImmutableModel> : HandleTraitsBase<interfaces::ModelIntf, interfaces::ModelIntf, true> {};
+struct HandleTraits<K7Q::ImmutableModel>
+    : HandleTraitsBase<interfaces::ModelIntf, interfaces::ModelIntf, true> {};
 template <>
 struct HandleTraits<K7Q::FactoryObject>
     : HandleTraitsBase<interfaces::FactoryObjectIntf, interfaces::FactoryObjectIntf, false> {};
@@ -147,25 +154,29 @@ template <>
 struct HandleTraits<K7Q::ImmutableProperty>
     : HandleTraitsBase<interfaces::PropertyIntf, interfaces::PropertyIntf, true> {};
 template <>
-struct HandleTraits<K7Q::ImmutableType> : HandleTraitsBase<interfaces::TypeIntf, interfaces::TypeIntf, true> {};
+struct HandleTraits<K7Q::ImmutableType> : HandleTraitsBase<interfaces::TypeIntf, interfaces::TypeIntf, true> {
+};
 template <>
-struct HandleTraits<K7Q::ImmutableClass> : HandleTraitsBase<interfaces::ClassIntf, interfaces::ClassIntf, true> {};
+struct HandleTraits<K7Q::ImmutableClass>
+    : HandleTraitsBase<interfaces::ClassIntf, interfaces::ClassIntf, true> {};
 template <>
 struct HandleTraits<K7Q::ImmutableDataType>
     : HandleTraitsBase<interfaces::DataTypeIntf, interfaces::DataTypeIntf, true> {};
 template <>
-struct HandleTraits<K7Q::ImmutablePackage> : HandleTraitsBase<interfaces::PackageIntf, interfaces::PackageIntf, true> {
-};
+struct HandleTraits<K7Q::ImmutablePackage>
+    : HandleTraitsBase<interfaces::PackageIntf, interfaces::PackageIntf, true> {};
 /// Native handles are asked by the tag of their own class; every model object is a ClassObjectIntf.
 template <class X>
-  requires requires { typename X::ImmutableHandle; }
+requires requires { typename X::ImmutableHandle; }
 struct HandleTraits<X> : HandleTraitsBase<interfaces::ClassObjectIntf, typename X::Interface, false> {};
 template <class X>
-  requires requires { typename X::MutableHandle; }
+requires requires { typename X::MutableHandle; }
 struct HandleTraits<X> : HandleTraitsBase<interfaces::ClassObjectIntf, typename X::Interface, true> {};
 
 template <class Handle>
-concept IsHandle = requires { typename HandleTraits<Handle>::Interface; };
+concept IsHandle = requires {
+  typename HandleTraits<Handle>::Interface;
+};
 
 template <IsHandle Handle>
 struct Conversion<Handle> {
@@ -188,8 +199,8 @@ struct Literal {
 template <class Handle>
 struct Conversion<Literal<Handle>> {
   static RVOValue toSlot(const Literal<Handle>& value, const InternedName& declared) {
-    return RVOValue(boxAs(value.handle.getInterface(), value.handle.getDeviant(), HandleTraits<Handle>::kImmutable,
-                          declared));
+    return RVOValue(boxAs(value.handle.getInterface(), value.handle.getDeviant(),
+                          HandleTraits<Handle>::kImmutable, declared));
   }
 };
 
@@ -205,9 +216,10 @@ struct Conversion<MetaPropertyDummy> {
   }
 };
 
-/// Sequences: a result is bound under the class that the signature names. A null one raises the NULL sequence text.
+/// Sequences: a result is bound under the class that the signature names. A null one raises the NULL sequence
+/// text.
 template <class Handle>
-  requires std::derived_from<Handle, K7Q::SequenceHandle>
+requires std::derived_from<Handle, K7Q::SequenceHandle>
 struct Conversion<Handle> {
   static Handle fromSlot(RVOValue slot) {
     const auto unboxed = unboxAs(slot.array(), K7Q::tagsOf<K7Q::Generic::SequenceIntf>());
@@ -225,7 +237,7 @@ inline constexpr bool kIsImmutableIterator<K7Q::ImmutableIterator<T>> = true;
 
 /// Iterators: an argument stands for the host's own iterator, a result is a clone of its own.
 template <class Handle>
-  requires std::derived_from<Handle, K7Q::IteratorHandle>
+requires std::derived_from<Handle, K7Q::IteratorHandle>
 struct Conversion<Handle> {
   static Handle fromSlot(RVOValue slot) {
     const auto unboxed = unboxAs(slot.array(), K7Q::tagsOf<K7Q::Generic::IteratorIntf>());
@@ -238,8 +250,7 @@ struct Conversion<Handle> {
       K7Q::LocalAsserter("kernel/containers/iterator/Iterator", kLine) =
           K7Q::Asserter::MakeAlways(K7Q::kNullReference);
     }
-    return RVOValue(
-        boxAs(clone.getInterface(), clone.getDeviant(), kIsImmutableIterator<Handle>, declared));
+    return RVOValue(boxAs(clone.getInterface(), clone.getDeviant(), kIsImmutableIterator<Handle>, declared));
   }
 };
 

@@ -19,7 +19,8 @@ inline constexpr const char* kEnumerationDescription = "An enumeration";
 std::vector<std::string_view> literalsOf(const Tarvelon::metamodel::EnumerationName& enumeration);
 
 constexpr std::size_t countLiterals(std::string_view literals) {
-  return literals.empty() ? 0 : 1 + static_cast<std::size_t>(std::count(literals.begin(), literals.end(), ','));
+  return literals.empty() ? 0
+                          : 1 + static_cast<std::size_t>(std::count(literals.begin(), literals.end(), ','));
 }
 
 /// The shared question of every class, asked of an enumeration value.
@@ -50,7 +51,9 @@ struct EnumerationFunctions {
   template <std::size_t... Value>
   static void addLiterals(MethodTable& table, InternedName name, std::index_sequence<Value...> /*values*/) {
     const auto literals = literalsOf(E::kName);
-    (table.add({InternedName(literals[Value]).c_str(), 0, "", name, {}}, {}, &literal<static_cast<int>(Value)>), ...);
+    (table.add({InternedName(literals[Value]).c_str(), 0, "", name, {}}, {},
+               &literal<static_cast<int>(Value)>),
+     ...);
   }
 };
 
@@ -66,8 +69,9 @@ void defineEnumeration(ruvo::RVOClass& cls) {
   table.add({"isvalid", 0, "", logical, name}, {}, &Functions::isvalid);
   table.add({"MetaDataType", 0, "", dataType, {}}, {}, &E::MetaDataType);
   table.add({"getMetaDataType", 0, "", dataType, name}, {}, &Functions::getMetaDataType);
-  table.add({"getMetaType", ruvo::factory::kHiddenMethod, "", named("K7Q.ImmutableType"), named("K7Q.Object")}, {},
-            &getMetaTypeOfValue);
+  table.add(
+      {"getMetaType", ruvo::factory::kHiddenMethod, "", named("K7Q.ImmutableType"), named("K7Q.Object")}, {},
+      &getMetaTypeOfValue);
   table.add({"fromString", 0, "", name, {}}, {named("char")}, &E::fromString);
   table.add({"toString", 0, "", named("char vector"), name}, {}, &Functions::toString);
   constexpr std::uint32_t kSelf = ruvo::factory::kSelfAsArgument;

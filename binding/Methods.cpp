@@ -11,8 +11,8 @@ using ruvo::factory::impl::Invoker;
 using ruvo::factory::impl::MethodImpl;
 using ruvo::factory::impl::RuvoConstructor;
 
-/// The step that tells the kinds apart: self clears the self-as-argument bit, no self sets the static one unless that
-/// bit is set.
+/// The step that tells the kinds apart: self clears the self-as-argument bit, no self sets the static one
+/// unless that bit is set.
 void settleFlags(GeneratedMethod& record, bool hasSelf) {
   auto& flags = record.flags();
   if (hasSelf) {
@@ -39,8 +39,8 @@ void bindConstructed(const GeneratedMethod& record, const K7Q::ClassObject& obje
 
 }  // namespace invoker
 
-void MethodTable::addRecord(const MethodSpec& spec, std::span<const InternedName> arguments, InvokerFunction invoker,
-                            NativeFunction native) {
+void MethodTable::addRecord(const MethodSpec& spec, std::span<const InternedName> arguments,
+                            InvokerFunction invoker, NativeFunction native) {
   auto record = std::make_unique<MethodImpl>(named(spec.name), MethodAttributes(spec.attributes), "");
   settleFlags(*record, !spec.self.empty());
   Invoker::createSignature(spec.parameterNames, spec.result, spec.self, arguments, record->signature());

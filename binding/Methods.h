@@ -13,7 +13,8 @@
 #include "boundary/ruvo/Method.h"
 #include "boundary/ruvo/Package.h"
 
-/// Registration of method records: signature strings, native function, and the invoker made for that function's types.
+/// Registration of method records: signature strings, native function, and the invoker made for that
+/// function's types.
 namespace binding {
 
 using ruvo::factory::impl::GeneratedMethod;
@@ -25,7 +26,8 @@ namespace invoker {
 /// The arguments as local values, converted from left to right. A slot per argument.
 template <class... Arguments, std::size_t... Index>
 auto convert(const RVOValue* slots, std::index_sequence<Index...> /*index*/) {
-  return std::tuple<std::decay_t<Arguments>...>{Conversion<std::decay_t<Arguments>>::fromSlot(slots[Index])...};
+  return std::tuple<std::decay_t<Arguments>...>{
+      Conversion<std::decay_t<Arguments>>::fromSlot(slots[Index])...};
 }
 
 inline void countResult(std::uint32_t* count) noexcept {
@@ -34,18 +36,18 @@ inline void countResult(std::uint32_t* count) noexcept {
 
 /// Calls a free function; a method with self takes it as the first argument.
 ///
-/// There is no null test of self here: what such a test is handed is the address of the local handle, which is never
-/// null, so an empty self reaches the operation.
+/// There is no null test of self here: what such a test is handed is the address of the local handle, which
+/// is never null, so an empty self reaches the operation.
 template <class Result, class... Arguments>
-void invoke(const GeneratedMethod* record, const ruvo::RVOClient* /*client*/, std::uint32_t* count, RVOValue* results,
-            int /*argumentCount*/, const RVOValue* slots) {
+void invoke(const GeneratedMethod* record, const ruvo::RVOClient* /*client*/, std::uint32_t* count,
+            RVOValue* results, int /*argumentCount*/, const RVOValue* slots) {
   auto arguments = convert<Arguments...>(slots, std::index_sequence_for<Arguments...>());
   const auto function = record->native.as<Result (*)(Arguments...)>();
   if constexpr (std::is_void_v<Result>) {
     std::apply(function, arguments);
   } else {
-    results[0] =
-        Conversion<std::decay_t<Result>>::toSlot(std::apply(function, arguments), record->getSignature()->result());
+    results[0] = Conversion<std::decay_t<Result>>::toSlot(std::apply(function, arguments),
+                                                          record->getSignature()->result());
     countResult(count);
   }
 }
@@ -72,8 +74,8 @@ struct MethodSpec {
   /// Stored as it stands; a literal.
   const char* parameterNames;
   InternedName result;
-  /// The empty name: no self. Such a method is static, or takes the object as an ordinary first argument when the
-  /// attributes have 4096.
+  /// The empty name: no self. Such a method is static, or takes the object as an ordinary first argument when
+  /// the attributes have 4096.
   InternedName self;
 };
 
@@ -85,7 +87,8 @@ class MethodTable {
 
   /// The native function's first parameter is self when the spec has one.
   template <class Result, class... Arguments>
-  void add(const MethodSpec& spec, std::initializer_list<InternedName> arguments, Result (*function)(Arguments...)) {
+  void add(const MethodSpec& spec, std::initializer_list<InternedName> arguments,
+           Result (*function)(Arguments...)) {
     addRecord(spec, {arguments.begin(), arguments.size()}, &invoker::invoke<Result, Arguments...>,
               NativeFunction::of(function));
   }
@@ -99,20 +102,23 @@ class MethodTable {
  private:
   void addRecord(const MethodSpec& spec, std::span<const InternedName> arguments, InvokerFunction invoker,
                  NativeFunction native);
-  void addConstructorRecord(std::span<const InternedName> arguments, InvokerFunction invoker, NativeFunction native);
+  void addConstructorRecord(std::span<const InternedName> arguments, InvokerFunction invoker,
+                            NativeFunction native);
 
   ruvo::RVOClass& mClass;
 };
 
 /// Adds a package function without arguments.
 template <class Result>
-void addPackageFunction(ruvo::RVOPackage& package, const char* name, const char* resultType, Result (*function)());
+void addPackageFunction(ruvo::RVOPackage& package, const char* name, const char* resultType,
+                        Result (*function)());
 
 void addPackageFunctionRecord(ruvo::RVOPackage& package, const char* name, const char* resultType,
                               InvokerFunction invoker, NativeFunction native);
 
 template <class Result>
-void addPackageFunction(ruvo::RVOPackage& package, const char* name, const char* resultType, Result (*function)()) {
+void addPackageFunction(ruvo::RVOPackage& package, const char* name, const char* resultType,
+                        Result (*function)()) {
   addPackageFunctionRecord(package, name, resultType, &invoker::invoke<Result>, NativeFunction::of(function));
 }
 

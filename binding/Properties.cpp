@@ -28,7 +28,8 @@ void addPrimitive(K7qmiPropertyFactory& factory, const PropertyRow& row,
 void addProperty(K7qmiPropertyFactory& factory, const PropertyRow& row) {
   const ruvo::factory::PropertyAttributes attributes(row.attributes);
   if (row.type->kind == Kind::ClassObject) {
-    return factory.ClassObject(row.name, row.id, recordTypeName(row), row.multiplicity, row.mutability, attributes);
+    return factory.ClassObject(row.name, row.id, recordTypeName(row), row.multiplicity, row.mutability,
+                               attributes);
   }
   if (row.isMany()) {
     return factory.PrimitiveSequence(row.name, row.id, recordTypeName(row), row.mutability, attributes);
@@ -38,7 +39,8 @@ void addProperty(K7qmiPropertyFactory& factory, const PropertyRow& row) {
                             row.multiplicity, row.mutability, attributes);
   }
   if (row.type->kind == Kind::String) {
-    return factory.String<K7Q::String>(row.name, row.id, "char vector", row.multiplicity, row.mutability, attributes);
+    return factory.String<K7Q::String>(row.name, row.id, "char vector", row.multiplicity, row.mutability,
+                                       attributes);
   }
   addPrimitive(factory, row, attributes);
 }
@@ -74,7 +76,8 @@ InternedName recordTypeName(const PropertyRow& row) {
   if (type.kind == Kind::String) return named("K7Q.ImmutableSequenceOfString");
   if (type.kind == Kind::DataType) {
     const auto& name = *type.enumeration;
-    return row.isMany() ? named(prefixed(name.name, name.prefix, "ImmutableSequenceOf").c_str()) : named(name.name);
+    return row.isMany() ? named(prefixed(name.name, name.prefix, "ImmutableSequenceOf").c_str())
+                        : named(name.name);
   }
   const auto& name = *type.cls;
   return row.isMany() ? named(prefixed(name.name, name.prefix, "ImmutableSequenceOfImmutable").c_str())
@@ -95,8 +98,8 @@ RVOValue PropHelper::unboxAndReturn(K7Q::Object value, const InternedName& typeN
   return RVOValue(boxAs(cell.getInterface(), cell.getDeviant(), false, typeName));
 }
 
-bool PropHelper::boxAndSet(K7Q::ClassObject* object, RVOValue& value, const K7Q::IntrospectiveMethods* methods,
-                           unsigned id) {
+bool PropHelper::boxAndSet(K7Q::ClassObject* object, RVOValue& value,
+                           const K7Q::IntrospectiveMethods* methods, unsigned id) {
   const auto unboxed = unboxAs(value.array(), K7Q::tagsOf<K7Q::NSInterface::ObjectIntf>());
   if (!unboxed.interface) return false;
   const K7Q::Object given(static_cast<K7Q::NSInterface::ObjectIntf*>(unboxed.interface), unboxed.deviant);

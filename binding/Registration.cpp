@@ -12,7 +12,8 @@ namespace {
 /// The names of the companions: short names and dotted names of one class.
 class CompanionNames {
  public:
-  explicit CompanionNames(const ClassName& name) : mPrefix(name.name, name.prefix), mShort(name.shortName()) {}
+  explicit CompanionNames(const ClassName& name)
+      : mPrefix(name.name, name.prefix), mShort(name.shortName()) {}
   std::string shortName(const char* before, const char* after = "") const { return before + mShort + after; }
   std::string fullName(const char* before, const char* after = "") const {
     return mPrefix + shortName(before, after);
@@ -48,20 +49,30 @@ constexpr const char* kUnchangeable = "A sequence whose values cannot be changed
 constexpr const char* kModifiable = "An iterator for traversing a modifiable list";
 constexpr const char* kNonModifiable = "An iterator for traversing a non-modifiable list";
 
+namespace sequences = K7Q::mi;
+
 // clang-format off
 constexpr SequenceKind kSequences[] = {
-    {&K7Q::mi::createSequenceOfRefClassInfo,                   "SequenceOf",                   "",          "",          "Iterator",          kChangeable},
-    {&K7Q::mi::createSequenceOfImmutableRefClassInfo,          "SequenceOfImmutable",          "Immutable", "Immutable", "Iterator",          kChangeable},
-    {&K7Q::mi::createImmutableSequenceOfRefClassInfo,          "ImmutableSequenceOf",          "",          "",          "ImmutableIterator", kUnchangeable},
-    {&K7Q::mi::createImmutableSequenceOfImmutableRefClassInfo, "ImmutableSequenceOfImmutable", "Immutable", "Immutable", "ImmutableIterator", kUnchangeable},
+    {&sequences::createSequenceOfRefClassInfo,
+     "SequenceOf",                   "",          "",          "Iterator",          kChangeable},
+    {&sequences::createSequenceOfImmutableRefClassInfo,
+     "SequenceOfImmutable",          "Immutable", "Immutable", "Iterator",          kChangeable},
+    {&sequences::createImmutableSequenceOfRefClassInfo,
+     "ImmutableSequenceOf",          "",          "",          "ImmutableIterator", kUnchangeable},
+    {&sequences::createImmutableSequenceOfImmutableRefClassInfo,
+     "ImmutableSequenceOfImmutable", "Immutable", "Immutable", "ImmutableIterator", kUnchangeable},
 };
 
 // The element's mutability decides the description, not the iterator's.
 constexpr IteratorKind kIterators[] = {
-    {&K7Q::mi::createIteratorOfRefClassInfo,                   "",          "Iterator",          "",          kModifiable},
-    {&K7Q::mi::createIteratorOfImmutableRefClassInfo,          "Immutable", "Iterator",          "Immutable", kNonModifiable},
-    {&K7Q::mi::createImmutableIteratorOfRefClassInfo,          "",          "ImmutableIterator", "",          kModifiable},
-    {&K7Q::mi::createImmutableIteratorOfImmutableRefClassInfo, "Immutable", "ImmutableIterator", "Immutable", kNonModifiable},
+    {&sequences::createIteratorOfRefClassInfo,
+     "",          "Iterator",          "",          kModifiable},
+    {&sequences::createIteratorOfImmutableRefClassInfo,
+     "Immutable", "Iterator",          "Immutable", kNonModifiable},
+    {&sequences::createImmutableIteratorOfRefClassInfo,
+     "",          "ImmutableIterator", "",          kModifiable},
+    {&sequences::createImmutableIteratorOfImmutableRefClassInfo,
+     "Immutable", "ImmutableIterator", "Immutable", kNonModifiable},
 };
 // clang-format on
 

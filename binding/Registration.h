@@ -11,8 +11,8 @@ namespace binding {
 /// The access value that every class is added with.
 inline constexpr int kClassAccess = 2;
 
-/// Adds the three class infos of a class and its eight sequence and iterator companions. A null package registers
-/// nothing.
+/// Adds the three class infos of a class and its eight sequence and iterator companions. A null package
+/// registers nothing.
 void registerClassInfos(ruvo::RVOPackage* package, const ClassBinding& binding);
 
 /// Adds one info to the package, or as a global class when there is none.
@@ -23,7 +23,9 @@ template <class E>
 class EnumerationWrapper final : public K7Q::mi::ClassMetaData {
  public:
   EnumerationWrapper() : ClassMetaData(E::kName.shortName(), kEnumerationDescription) {}
-  void defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*client*/) override { defineEnumeration<E>(*cls); }
+  void defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*client*/) override {
+    defineEnumeration<E>(*cls);
+  }
 };
 
 }  // namespace binding

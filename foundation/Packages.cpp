@@ -10,7 +10,8 @@ namespace Tarvelon::metamodel {
 namespace {
 
 #define FOUNDATION_REGISTER_CLASS(X) binding::registerClassInfos(package, binding::kBinding<X>);
-#define FOUNDATION_REGISTER_ENUMERATION(E, ...) binding::addClassInfo(package, new binding::EnumerationWrapper<E>());
+#define FOUNDATION_REGISTER_ENUMERATION(E, ...) \
+  binding::addClassInfo(package, new binding::EnumerationWrapper<E>());
 
 K7Q::ImmutablePackage foundationMetaPackage() { return native::metaPackage("Tarvelon.metamodel.foundation"); }
 K7Q::ImmutablePackage typesMetaPackage() { return native::metaPackage("Tarvelon.metamodel.types"); }
@@ -37,7 +38,6 @@ class MetamodelPackage final : public ruvo::RVOPackageInfo {
  public:
   const char* getName() const override { return "metamodel"; }
   void initializePackage(ruvo::RVOPackage* /*package*/) override {}
-
 };
 
 }  // namespace
@@ -50,7 +50,8 @@ namespace foundation {
 TARVELON_FOUNDATION_NAMES(FOUNDATION_SKIP, FOUNDATION_DEFINE_VALIDITY)
 
 void initialize() {
-  [[maybe_unused]] static const auto* const package = publish("Tarvelon.metamodel.foundation", &populateFoundation);
+  [[maybe_unused]] static const auto* const package =
+      publish("Tarvelon.metamodel.foundation", &populateFoundation);
 }
 
 }  // namespace foundation

@@ -3,8 +3,8 @@
 #include "boundary/tarvelon/Foundation.h"
 #include "boundary/tarvelon/Rows.h"
 
-// One row a class: bases; constructors with the names of the properties they fill; properties in ascending id.
-// What follows from containment (owner, owned elements, namespaces) is derived: the model computes it.
+// One row a class: bases; constructors with the names of the properties they fill; properties in ascending
+// id. What follows from containment (owner, owned elements, namespaces) is derived: the model computes it.
 // clang-format off
 namespace Tarvelon::metamodel::kernel {
 

@@ -7,7 +7,8 @@ void PackageWrapper::initializePackage(ruvo::RVOPackage* package) {
   mInitializer(package);
 }
 
-void attachPackage(const char* parentName, const char* name, PackageState& state, StaticInitializer initializer) {
+void attachPackage(const char* parentName, const char* name, PackageState& state,
+                   StaticInitializer initializer) {
   if (state.isAttached) return;
   // Set before the work: an initialiser that failed is not tried again.
   state.isAttached = true;

@@ -31,7 +31,8 @@ class PackageWrapper final : public ruvo::RVOPackageInfo {
 };
 
 /// Attaches the wrapper to the parent of that name, which is brought into being, empty, if it does not exist.
-void attachPackage(const char* parentName, const char* name, PackageState& state, StaticInitializer initializer);
+void attachPackage(const char* parentName, const char* name, PackageState& state,
+                   StaticInitializer initializer);
 
 /// What every package registers behind its classes.
 void finishPackage(ruvo::RVOPackage* package, K7Q::ImmutablePackage (*metaPackage)());
@@ -57,22 +58,25 @@ void registerEnumeration(ruvo::RVOPackage* package) {
   bool E::isValid() const { return true; }
 #define ARPLATFORM_SKIP(...)
 
-/// Defines the functions of child package P, whose classes and enumerations the list macro NAMES gives in order. A
-/// package whose rows are not entered registers no class.
-#define ARPLATFORM_DEFINE_PACKAGE(P, NAMES)                                                                          \
-  namespace Tarvelon::metamodel::arplatform::P {                                                                     \
-  NAMES(ARPLATFORM_SKIP, ARPLATFORM_DEFINE_VALIDITY)                                                                 \
-  static K7Q::ImmutablePackage MetaPackage() { return native::metaPackage("Tarvelon.metamodel.arplatform." #P); }    \
-  namespace mi {                                                                                                     \
-  static ::arplatform_module::PackageState gState;                                                                   \
-  ruvo::RVOPackage* get##P##RVOPackage() { return gState.package; }                                                  \
-  void init##P##PackageWrapper(ruvo::RVOPackage* /*parent*/) {                                                       \
-    ::arplatform_module::attachPackage("Tarvelon.metamodel.arplatform", #P, gState, &P##StaticInitializePackage);    \
-  }                                                                                                                  \
-  void P##StaticInitializePackage(ruvo::RVOPackage* package) {                                                       \
-    [[maybe_unused]] constexpr bool kIsEntered = false NAMES(ARPLATFORM_HAS_ROW, ARPLATFORM_NO_ROW);                 \
-    NAMES(ARPLATFORM_REGISTER_CLASS, ARPLATFORM_REGISTER_ENUMERATION)                                                \
-    ::arplatform_module::finishPackage(package, &MetaPackage);                                                       \
-  }                                                                                                                  \
-  }                                                                                                                  \
+/// Defines the functions of child package P, whose classes and enumerations the list macro NAMES gives in
+/// order. A package whose rows are not entered registers no class.
+#define ARPLATFORM_DEFINE_PACKAGE(P, NAMES)                                                          \
+  namespace Tarvelon::metamodel::arplatform::P {                                                     \
+  NAMES(ARPLATFORM_SKIP, ARPLATFORM_DEFINE_VALIDITY)                                                 \
+  static K7Q::ImmutablePackage MetaPackage() {                                                       \
+    return native::metaPackage("Tarvelon.metamodel.arplatform." #P);                                 \
+  }                                                                                                  \
+  namespace mi {                                                                                     \
+  static ::arplatform_module::PackageState gState;                                                   \
+  ruvo::RVOPackage* get##P##RVOPackage() { return gState.package; }                                  \
+  void init##P##PackageWrapper(ruvo::RVOPackage* /*parent*/) {                                       \
+    ::arplatform_module::attachPackage("Tarvelon.metamodel.arplatform", #P, gState,                  \
+                                       &P##StaticInitializePackage);                                 \
+  }                                                                                                  \
+  void P##StaticInitializePackage(ruvo::RVOPackage* package) {                                       \
+    [[maybe_unused]] constexpr bool kIsEntered = false NAMES(ARPLATFORM_HAS_ROW, ARPLATFORM_NO_ROW); \
+    NAMES(ARPLATFORM_REGISTER_CLASS, ARPLATFORM_REGISTER_ENUMERATION)                                \
+    ::arplatform_module::finishPackage(package, &MetaPackage);                                       \
+  }                                                                                                  \
+  }                                                                                                  \
   }

@@ -11,7 +11,8 @@ static ::arplatform_module::PackageState gState;
 ruvo::RVOPackage* getarplatformRVOPackage() { return gState.package; }
 
 void initarplatformPackageWrapper(ruvo::RVOPackage* /*parent*/) {
-  ::arplatform_module::attachPackage("Tarvelon.metamodel", "arplatform", gState, &arplatformStaticInitializePackage);
+  ::arplatform_module::attachPackage("Tarvelon.metamodel", "arplatform", gState,
+                                     &arplatformStaticInitializePackage);
 }
 
 void arplatformStaticInitializePackage(ruvo::RVOPackage* package) {

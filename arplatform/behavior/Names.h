@@ -56,7 +56,8 @@
 namespace Tarvelon::metamodel::arplatform::behavior {
 
 #define ARPLATFORM_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.arplatform.behavior.", X)
-#define ARPLATFORM_ENUMERATION(E, ...) TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.behavior.", E, __VA_ARGS__)
+#define ARPLATFORM_ENUMERATION(E, ...) \
+  TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.behavior.", E, __VA_ARGS__)
 ARPLATFORM_BEHAVIOR_NAMES(ARPLATFORM_CLASS, ARPLATFORM_ENUMERATION)
 #undef ARPLATFORM_CLASS
 #undef ARPLATFORM_ENUMERATION

@@ -32,7 +32,8 @@
 namespace Tarvelon::metamodel::arplatform::common {
 
 #define ARPLATFORM_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.arplatform.common.", X)
-#define ARPLATFORM_ENUMERATION(E, ...) TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.common.", E, __VA_ARGS__)
+#define ARPLATFORM_ENUMERATION(E, ...) \
+  TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.common.", E, __VA_ARGS__)
 ARPLATFORM_COMMON_NAMES(ARPLATFORM_CLASS, ARPLATFORM_ENUMERATION)
 #undef ARPLATFORM_CLASS
 #undef ARPLATFORM_ENUMERATION

@@ -18,7 +18,8 @@
 namespace Tarvelon::metamodel::arplatform::component {
 
 #define ARPLATFORM_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.arplatform.component.", X)
-#define ARPLATFORM_ENUMERATION(E, ...) TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.component.", E, __VA_ARGS__)
+#define ARPLATFORM_ENUMERATION(E, ...) \
+  TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.component.", E, __VA_ARGS__)
 ARPLATFORM_COMPONENT_NAMES(ARPLATFORM_CLASS, ARPLATFORM_ENUMERATION)
 #undef ARPLATFORM_CLASS
 #undef ARPLATFORM_ENUMERATION

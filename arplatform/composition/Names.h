@@ -17,7 +17,8 @@
 namespace Tarvelon::metamodel::arplatform::composition {
 
 #define ARPLATFORM_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.arplatform.composition.", X)
-#define ARPLATFORM_ENUMERATION(E, ...) TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.composition.", E, __VA_ARGS__)
+#define ARPLATFORM_ENUMERATION(E, ...) \
+  TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.composition.", E, __VA_ARGS__)
 ARPLATFORM_COMPOSITION_NAMES(ARPLATFORM_CLASS, ARPLATFORM_ENUMERATION)
 #undef ARPLATFORM_CLASS
 #undef ARPLATFORM_ENUMERATION

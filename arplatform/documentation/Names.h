@@ -20,7 +20,8 @@
 namespace Tarvelon::metamodel::arplatform::documentation {
 
 #define ARPLATFORM_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.arplatform.documentation.", X)
-#define ARPLATFORM_ENUMERATION(E, ...) TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.documentation.", E, __VA_ARGS__)
+#define ARPLATFORM_ENUMERATION(E, ...) \
+  TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.arplatform.documentation.", E, __VA_ARGS__)
 ARPLATFORM_DOCUMENTATION_NAMES(ARPLATFORM_CLASS, ARPLATFORM_ENUMERATION)
 #undef ARPLATFORM_CLASS
 #undef ARPLATFORM_ENUMERATION

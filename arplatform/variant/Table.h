@@ -6,7 +6,8 @@
 #include "boundary/tarvelon/Foundation.h"
 #include "boundary/tarvelon/Rows.h"
 
-// One row a class: bases; constructors with the names of the properties they fill; properties in ascending id.
+// One row a class: bases; constructors with the names of the properties they fill; properties in ascending
+// id.
 // clang-format off
 namespace Tarvelon::metamodel::arplatform::variant {
 

@@ -9,10 +9,10 @@
 
 /// Host arrays: the form in which every value but a raw scalar crosses the boundary.
 ///
-/// An array has a class, rows and columns and that many elements in column order. Character elements are UTF-16 units.
-/// Ownership: who creates an array destroys it, unless it is handed over as the result of a call.
-/// Threads:   one at a time.
-/// Cost:      an array of one scalar, one object or up to some dozens of characters is one block from a free list.
+/// An array has a class, rows and columns and that many elements in column order. Character elements are
+/// UTF-16 units. Ownership: who creates an array destroys it, unless it is handed over as the result of a
+/// call. Threads:   one at a time. Cost:      an array of one scalar, one object or up to some dozens of
+/// characters is one block from a free list.
 namespace hx {
 
 struct hxArray;
@@ -59,8 +59,8 @@ TARVELON_API hxArray* hxCreateNumericMatrix(std::size_t rows, std::size_t column
 TARVELON_API hxArray* hxCreateLogicalScalar(bool value);
 TARVELON_API hxArray* hxCreateInt32Scalar(std::int32_t value);
 TARVELON_API hxArray* hxCreateDoubleScalar(double value);
-/// An object array of `rows` by `columns` empty elements. `className` is a text that outlives the array (an interned
-/// name): what the elements are, also when there is none.
+/// An object array of `rows` by `columns` empty elements. `className` is a text that outlives the array (an
+/// interned name): what the elements are, also when there is none.
 TARVELON_API hxArray* hxCreateObjectMatrix(std::size_t rows, std::size_t columns, const char* className);
 /// A copy; object elements are shared.
 TARVELON_API hxArray* hxDuplicateArray(const hxArray* array);
@@ -77,7 +77,8 @@ TARVELON_API const char* hxGetClassName(const hxArray* array) noexcept;
 /// The elements: bool, char16_t, double, std::int32_t or Element* by the array's class.
 TARVELON_API void* hxGetData(hxArray* array) noexcept;
 TARVELON_API const void* hxGetData(const hxArray* array) noexcept;
-/// Element `index` of a numeric, logical or character array as a number. REQUIRES: not an object array, index in range.
+/// Element `index` of a numeric, logical or character array as a number. REQUIRES: not an object array, index
+/// in range.
 TARVELON_API double hxGetNumber(const hxArray* array, std::size_t index) noexcept;
 /// Element `index` of an object array, null if it is empty. REQUIRES: an object array, index in range.
 TARVELON_API Element* hxGetElement(const hxArray* array, std::size_t index) noexcept;

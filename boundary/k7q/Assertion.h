@@ -12,9 +12,9 @@ namespace K7Q {
 ///
 ///   LocalAsserter("kernel/sequence", 131) = Asserter(index >= 0).Make("sequence index must be positive");
 ///
-/// raises "Assertion failed: sequence index must be positive at kernel/sequence:131: ", or without a message the bare
-/// text "Internal assertion without a message detected! Please fix me asap".
-/// Cost: nothing but the test when it passes.
+/// raises "Assertion failed: sequence index must be positive at kernel/sequence:131: ", or without a message
+/// the bare text "Internal assertion without a message detected! Please fix me asap". Cost: nothing but the
+/// test when it passes.
 class TARVELON_API Asserter {
  public:
   explicit Asserter(bool passed) noexcept : mPassed(passed) {}

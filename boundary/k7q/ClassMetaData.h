@@ -46,7 +46,8 @@ class TARVELON_API RuvoExtensionsRegistryImpl {
   /// `className` is the dotted name of the mutable class.
   void addNonConstCallback(const std::string& className, Callback callback);
   /// Runs the callbacks of that class in the order they were added; an exception goes through.
-  void executeNonConstCallbacks(const std::string& className, ruvo::RVOClass* cls, const ruvo::RVOClient* client);
+  void executeNonConstCallbacks(const std::string& className, ruvo::RVOClass* cls,
+                                const ruvo::RVOClient* client);
   bool hasCallbacks() const noexcept;
   /// Drops every callback.
   void clear() noexcept;
@@ -66,24 +67,25 @@ class TARVELON_API RuvoExtensionsRegistry {
   static RuvoExtensionsRegistryImpl& instance();
 };
 
-/// The eight companions of a metamodel class: sequences and iterators of its objects. Each returns a new class info,
-/// which belongs to whoever it is added to.
-/// `superClasses` are the dotted names of the direct bases of the mutable element class.
-TARVELON_API ruvo::RVOClassInfo* createSequenceOfRefClassInfo(const std::string& name, const std::string& description,
-                                                              const std::string& fullName, const std::string& element,
-                                                              const std::string& iterator,
-                                                              const std::vector<std::string>& superClasses);
+/// The eight companions of a metamodel class: sequences and iterators of its objects. Each returns a new
+/// class info, which belongs to whoever it is added to. `superClasses` are the dotted names of the direct
+/// bases of the mutable element class.
+TARVELON_API ruvo::RVOClassInfo* createSequenceOfRefClassInfo(
+    const std::string& name, const std::string& description, const std::string& fullName,
+    const std::string& element, const std::string& iterator, const std::vector<std::string>& superClasses);
 TARVELON_API ruvo::RVOClassInfo* createSequenceOfImmutableRefClassInfo(
-    const std::string& name, const std::string& description, const std::string& fullName, const std::string& element,
-    const std::string& iterator, const std::vector<std::string>& superClasses);
+    const std::string& name, const std::string& description, const std::string& fullName,
+    const std::string& element, const std::string& iterator, const std::vector<std::string>& superClasses);
 TARVELON_API ruvo::RVOClassInfo* createImmutableSequenceOfRefClassInfo(
-    const std::string& name, const std::string& description, const std::string& fullName, const std::string& element,
-    const std::string& iterator, const std::vector<std::string>& superClasses);
+    const std::string& name, const std::string& description, const std::string& fullName,
+    const std::string& element, const std::string& iterator, const std::vector<std::string>& superClasses);
 TARVELON_API ruvo::RVOClassInfo* createImmutableSequenceOfImmutableRefClassInfo(
-    const std::string& name, const std::string& description, const std::string& fullName, const std::string& element,
-    const std::string& iterator, const std::vector<std::string>& superClasses);
-TARVELON_API ruvo::RVOClassInfo* createIteratorOfRefClassInfo(const std::string& name, const std::string& description,
-                                                              const std::string& fullName, const std::string& element);
+    const std::string& name, const std::string& description, const std::string& fullName,
+    const std::string& element, const std::string& iterator, const std::vector<std::string>& superClasses);
+TARVELON_API ruvo::RVOClassInfo* createIteratorOfRefClassInfo(const std::string& name,
+                                                              const std::string& description,
+                                                              const std::string& fullName,
+                                                              const std::string& element);
 TARVELON_API ruvo::RVOClassInfo* createIteratorOfImmutableRefClassInfo(const std::string& name,
                                                                        const std::string& description,
                                                                        const std::string& fullName,
@@ -92,10 +94,9 @@ TARVELON_API ruvo::RVOClassInfo* createImmutableIteratorOfRefClassInfo(const std
                                                                        const std::string& description,
                                                                        const std::string& fullName,
                                                                        const std::string& element);
-TARVELON_API ruvo::RVOClassInfo* createImmutableIteratorOfImmutableRefClassInfo(const std::string& name,
-                                                                                const std::string& description,
-                                                                                const std::string& fullName,
-                                                                                const std::string& element);
+TARVELON_API ruvo::RVOClassInfo* createImmutableIteratorOfImmutableRefClassInfo(
+    const std::string& name, const std::string& description, const std::string& fullName,
+    const std::string& element);
 
 }  // namespace K7Q::mi
 

@@ -14,13 +14,15 @@ struct VariantInfo {
 
 /// The views under which one native object is read and written.
 ///
-/// An id is a pointer-sized key of (object, deviant, immutable flag), the key of the host binding; the flag lies in the
-/// id itself.
+/// An id is a pointer-sized key of (object, deviant, immutable flag), the key of the host binding; the flag
+/// lies in the id itself.
 ///
-/// Lifetime: an id stays valid until its object is retracted; getVariantInfo() of a retired id is {nullptr, 0} for as
+/// Lifetime: an id stays valid until its object is retracted; getVariantInfo() of a retired id is {nullptr,
+/// 0} for as
 ///           long as a host object is bound to it.
 /// Threads:  one thread at a time, like the model it serves.
-/// Cost:     getId() and getVariantInfo() are constant time and do not allocate after the first call for an object.
+/// Cost:     getId() and getVariantInfo() are constant time and do not allocate after the first call for an
+/// object.
 class TARVELON_API DeviantRegistry {
  public:
   /// The same id for the same three every time; null for a null object.
@@ -29,7 +31,8 @@ class TARVELON_API DeviantRegistry {
   static VariantInfo getVariantInfo(const void* id) noexcept;
   /// Whether an id was made immutable.
   static bool isImmutable(const void* id) noexcept;
-  /// With false: the handle with the deviant word's own read-only mark cleared, if it has one. With true: with it set.
+  /// With false: the handle with the deviant word's own read-only mark cleared, if it has one. With true:
+  /// with it set.
   static ImmutableObject setIsImmutable(const ImmutableObject& handle, bool immutable);
   /// Forgets an object's ids.
   static void retract(const ReferenceCountingIntf* object) noexcept;

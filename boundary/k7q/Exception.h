@@ -7,7 +7,8 @@
 
 namespace K7Q {
 
-/// Every failure that the platform reports. The text names the thing, what was expected, what came and the cure.
+/// Every failure that the platform reports. The text names the thing, what was expected, what came and the
+/// cure.
 class TARVELON_API Exception : public std::runtime_error {
  public:
   explicit Exception(const std::string& message);
@@ -30,7 +31,8 @@ class TARVELON_API OutOfRange : public Exception {
   ~OutOfRange() override;
 };
 
-/// A value of the right kind that may not stand here: another model's object, nothing for a required property.
+/// A value of the right kind that may not stand here: another model's object, nothing for a required
+/// property.
 class TARVELON_API WrongValue : public Exception {
  public:
   using Exception::Exception;

@@ -131,26 +131,28 @@ class TARVELON_API ImmutablePackage : public ImmutableObject {
 /// The table through which every property of one class is read and written by id.
 ///
 /// Ids count from 1 within the class that owns the property. An object of any subclass is taken.
-/// Every write checks the value (class, model, range), and refuses it with an error that names class, property,
-/// expected and given, before anything changes; whether the view may be written is the caller's question
-/// (DeviantRegistry::isImmutable, DeviantAssertions::assertWritable).
+/// Every write checks the value (class, model, range), and refuses it with an error that names class,
+/// property, expected and given, before anything changes; whether the view may be written is the caller's
+/// question (DeviantRegistry::isImmutable, DeviantAssertions::assertWritable).
 class TARVELON_API IntrospectiveMethods {
  public:
   IntrospectiveMethods(const IntrospectiveMethods&) = delete;
   IntrospectiveMethods& operator=(const IntrospectiveMethods&) = delete;
 
-  /// The value as an object; the type's default for a required property never set, an empty object else. A reference
-  /// carries `deviant`. REQUIRES: not many-valued.
-  virtual void get(Object& value, NSInterface::ClassObjectIntf* object, Deviant deviant, unsigned id) const = 0;
+  /// The value as an object; the type's default for a required property never set, an empty object else. A
+  /// reference carries `deviant`. REQUIRES: not many-valued.
+  virtual void get(Object& value, NSInterface::ClassObjectIntf* object, Deviant deviant,
+                   unsigned id) const = 0;
   /// Whether a value was set; of a many-valued property, whether it holds an element.
   virtual bool has(NSInterface::ClassObjectIntf* object, Deviant deviant, unsigned id) const = 0;
   /// REQUIRES: not many-valued, `value` not empty.
-  virtual void set(NSInterface::ClassObjectIntf* object, Deviant deviant, unsigned id, const Object& value) const = 0;
+  virtual void set(NSInterface::ClassObjectIntf* object, Deviant deviant, unsigned id,
+                   const Object& value) const = 0;
   virtual void unset(NSInterface::ClassObjectIntf* object, Deviant deviant, unsigned id) const = 0;
-  /// The live view of a many-valued property: a new SequenceProxy each time, without a reference for the caller.
-  /// `immutable` gives the view that cannot be changed. It keeps the object's model alive.
-  virtual Generic::SequenceIntf* getSequence(NSInterface::ClassObjectIntf* object, Deviant deviant, unsigned id,
-                                             bool immutable) const = 0;
+  /// The live view of a many-valued property: a new SequenceProxy each time, without a reference for the
+  /// caller. `immutable` gives the view that cannot be changed. It keeps the object's model alive.
+  virtual Generic::SequenceIntf* getSequence(NSInterface::ClassObjectIntf* object, Deviant deviant,
+                                             unsigned id, bool immutable) const = 0;
 
   /// How many own meta properties the class has: ids run from 1 to this.
   virtual unsigned numberOfProperties() const = 0;
@@ -166,7 +168,8 @@ class TARVELON_API IntrospectiveMethods {
 
   /// A new object with the arguments of the class's constructor of that index (0 is the one with none).
   /// Raises kNullReference for a null or closed model.
-  virtual ClassObject create(const Model& model, unsigned constructor, std::span<const Object> arguments) const = 0;
+  virtual ClassObject create(const Model& model, unsigned constructor,
+                             std::span<const Object> arguments) const = 0;
 
  protected:
   constexpr IntrospectiveMethods() noexcept = default;
@@ -177,7 +180,8 @@ class TARVELON_API IntrospectiveMethods {
 TARVELON_API Generic::Ref makeObjectRef(NSInterface::ObjectIntf* object, Deviant deviant);
 TARVELON_API Generic::Ref makeStringRef(const String& text);
 
-/// The visitor tags of the class whose table this is: stored in the table, so that a cast costs no type look-up.
+/// The visitor tags of the class whose table this is: stored in the table, so that a cast costs no type
+/// look-up.
 TARVELON_API CooperativeVisitor::TagPair tagsOfClass(const IntrospectiveMethods& methods);
 
 }  // namespace K7Q

@@ -23,7 +23,8 @@ class TARVELON_API ObjectIntf : public ReferenceCountingIntf {
   virtual const ruvo::InternedName& getRuvoName(bool immutable) const = 0;
   /// Whether the object still stands in a model that is open.
   virtual bool isValid(Deviant deviant) const;
-  /// Raises kNullReference when isValid() is false, else returns the description of the object's class or type.
+  /// Raises kNullReference when isValid() is false, else returns the description of the object's class or
+  /// type.
   virtual ImmutableType getMetaType(Deviant deviant) const = 0;
 };
 
@@ -51,7 +52,8 @@ class TARVELON_API ModelIntf : public ObjectIntf {
 
 }  // namespace NSInterface
 
-/// The two-word value of every model handle. Passes by value; copying takes a reference, destruction drops it.
+/// The two-word value of every model handle. Passes by value; copying takes a reference, destruction drops
+/// it.
 class TARVELON_API ObjectHandle {
  public:
   constexpr ObjectHandle() noexcept = default;
@@ -125,7 +127,8 @@ class TARVELON_API ImmutableClassObject : public ImmutableObject {
 class TARVELON_API ClassObject : public Object {
  public:
   constexpr ClassObject() noexcept = default;
-  ClassObject(NSInterface::ClassObjectIntf* interface, Deviant deviant) noexcept : Object(interface, deviant) {}
+  ClassObject(NSInterface::ClassObjectIntf* interface, Deviant deviant) noexcept
+      : Object(interface, deviant) {}
   NSInterface::ClassObjectIntf* getClassObject() const noexcept {
     return static_cast<NSInterface::ClassObjectIntf*>(getInterface());
   }
@@ -141,13 +144,15 @@ class TARVELON_API ImmutableFactoryObject : public ImmutableObject {
 class TARVELON_API FactoryObject : public Object {
  public:
   constexpr FactoryObject() noexcept = default;
-  FactoryObject(NSInterface::FactoryObjectIntf* interface, Deviant deviant) noexcept : Object(interface, deviant) {}
+  FactoryObject(NSInterface::FactoryObjectIntf* interface, Deviant deviant) noexcept
+      : Object(interface, deviant) {}
 };
 
 class TARVELON_API ImmutableModel : public ImmutableObject {
  public:
   constexpr ImmutableModel() noexcept = default;
-  ImmutableModel(NSInterface::ModelIntf* interface, Deviant deviant) noexcept : ImmutableObject(interface, deviant) {}
+  ImmutableModel(NSInterface::ModelIntf* interface, Deviant deviant) noexcept
+      : ImmutableObject(interface, deviant) {}
   NSInterface::ModelIntf* getModelInterface() const noexcept {
     return static_cast<NSInterface::ModelIntf*>(getInterface());
   }

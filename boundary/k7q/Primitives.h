@@ -11,8 +11,8 @@ namespace K7Q {
 
 namespace NSInterface {
 
-/// The object form of the scalar values: one shared interface per type, with the value in the handle's deviant word,
-/// so that a scalar passes as a K7Q::Object without an allocation.
+/// The object form of the scalar values: one shared interface per type, with the value in the handle's
+/// deviant word, so that a scalar passes as a K7Q::Object without an allocation.
 class TARVELON_API ScalarIntf final : public ObjectIntf {
  public:
   enum class Type : std::uint8_t { Boolean, Integer, Double, Real };
@@ -115,9 +115,10 @@ class TARVELON_API Real {
 class TARVELON_API String {
  public:
   constexpr String() noexcept = default;
-  String(const std::u16string& text) : String(std::u16string_view(text)) {}  // NOLINT(google-explicit-constructor)
-  String(std::u16string_view text);                                         // NOLINT(google-explicit-constructor)
-  String(const char16_t* text) : String(std::u16string_view(text)) {}       // NOLINT(google-explicit-constructor)
+  String(const std::u16string& text)
+      : String(std::u16string_view(text)) {}                           // NOLINT(google-explicit-constructor)
+  String(std::u16string_view text);                                    // NOLINT(google-explicit-constructor)
+  String(const char16_t* text) : String(std::u16string_view(text)) {}  // NOLINT(google-explicit-constructor)
   /// Raises K7Q::WrongType for an object that is no text; an empty object is "".
   explicit String(const Object& object);
   String(const String& other) noexcept : mCell(other.mCell) {
@@ -132,7 +133,7 @@ class TARVELON_API String {
     if (mCell) mCell->release();
   }
 
-  operator Object() const;                                    // NOLINT(google-explicit-constructor)
+  operator Object() const;                                            // NOLINT(google-explicit-constructor)
   operator std::u16string() const { return std::u16string(view()); }  // NOLINT(google-explicit-constructor)
   std::u16string_view view() const noexcept { return mCell ? mCell->view() : std::u16string_view(u"", 0); }
   /// NUL-terminated.
@@ -143,7 +144,9 @@ class TARVELON_API String {
   static std::string to_string(std::u16string_view text);
   /// UTF-8 to UTF-16. Malformed text is refused with K7Q::WrongValue.
   static String fromUtf8(std::string_view text);
-  friend bool operator==(const String& left, const String& right) noexcept { return left.view() == right.view(); }
+  friend bool operator==(const String& left, const String& right) noexcept {
+    return left.view() == right.view();
+  }
 
  private:
   NSInterface::StringIntf* mCell = nullptr;

@@ -10,17 +10,17 @@
 
 namespace K7Q::mi {
 
-/// Base of all property records of a model class: id and introspective table, through which every read and write goes.
-/// Stateless after construction.
+/// Base of all property records of a model class: id and introspective table, through which every read and
+/// write goes. Stateless after construction.
 class TARVELON_API K7qmiProperty : public ruvo::factory::impl::PropertyImplBase, public ruvo::PropertyGuard {
  public:
   /// Bits of the state mask.
   enum State : std::uint8_t { kMultiValued = 2, kReadOnly = 4, kRequired = 8 };
 
   /// `name` must outlive the record (a literal); the other texts are interned.
-  K7qmiProperty(const ruvo::InternedName& ownerName, const char* name, const IntrospectiveMethods* methods, unsigned id,
-                const ruvo::InternedName& typeName, Multiplicity multiplicity, Mutability mutability,
-                ruvo::factory::PropertyAttributes attributes);
+  K7qmiProperty(const ruvo::InternedName& ownerName, const char* name, const IntrospectiveMethods* methods,
+                unsigned id, const ruvo::InternedName& typeName, Multiplicity multiplicity,
+                Mutability mutability, ruvo::factory::PropertyAttributes attributes);
   ~K7qmiProperty() override;
 
   const ruvo::InternedName& getDataType() const override { return mTypeName; }
@@ -43,12 +43,15 @@ class TARVELON_API K7qmiProperty : public ruvo::factory::impl::PropertyImplBase,
   const IntrospectiveMethods& methods() const noexcept { return *mMethods; }
   const ruvo::InternedName& ownerName() const noexcept { return mOwnerName; }
   Multiplicity multiplicity() const noexcept;
-  Mutability mutability() const noexcept { return isReadOnly() ? Mutability::ReadOnly : Mutability::Writable; }
+  Mutability mutability() const noexcept {
+    return isReadOnly() ? Mutability::ReadOnly : Mutability::Writable;
+  }
   /// "ClassObject", "DataType", "String", "Primitive", "OptionalPrimitive" or "PrimitiveSequence".
   virtual const char* kind() const = 0;
 
  protected:
-  /// The handle behind a host object. Raises kNullReference for an object that is destroyed or was never bound.
+  /// The handle behind a host object. Raises kNullReference for an object that is destroyed or was never
+  /// bound.
   ClassObject classObject(ruvo::RVOInterface* object) const;
 
   ruvo::InternedName mOwnerName;
@@ -76,21 +79,24 @@ class TARVELON_API PropHelperBase {
 class TARVELON_API K7qmiPropertyFactory {
  public:
   /// `className` is the dotted name of the class under definition.
-  K7qmiPropertyFactory(ruvo::RVOClass* cls, const ruvo::InternedName& className, const IntrospectiveMethods* methods)
+  K7qmiPropertyFactory(ruvo::RVOClass* cls, const ruvo::InternedName& className,
+                       const IntrospectiveMethods* methods)
       : mClass(cls), mClassName(className), mMethods(methods) {}
 
   void ClassObject(const char* name, unsigned id, const ruvo::InternedName& type, Multiplicity multiplicity,
                    Mutability mutability, ruvo::factory::PropertyAttributes attributes);
   /// Takes ownership of the helper.
   void DataType(const char* name, unsigned id, const ruvo::InternedName& type, PropHelperBase* helper,
-                Multiplicity multiplicity, Mutability mutability, ruvo::factory::PropertyAttributes attributes);
+                Multiplicity multiplicity, Mutability mutability,
+                ruvo::factory::PropertyAttributes attributes);
   /// T is K7Q::String. The type given is not used: the record reports "char".
   template <class T>
-  void String(const char* name, unsigned id, const char* /*type*/, Multiplicity multiplicity, Mutability mutability,
-              ruvo::factory::PropertyAttributes attributes) {
+  void String(const char* name, unsigned id, const char* /*type*/, Multiplicity multiplicity,
+              Mutability mutability, ruvo::factory::PropertyAttributes attributes) {
     addString(name, id, multiplicity, mutability, attributes);
   }
-  /// T is K7Q::Boolean, K7Q::Integer, K7Q::Double or K7Q::Real; multiplicity Optional gives the optional record.
+  /// T is K7Q::Boolean, K7Q::Integer, K7Q::Double or K7Q::Real; multiplicity Optional gives the optional
+  /// record.
   template <class T>
   void Primitive(const char* name, unsigned id, Multiplicity multiplicity, Mutability mutability,
                  ruvo::factory::PropertyAttributes attributes);
@@ -110,23 +116,28 @@ class TARVELON_API K7qmiPropertyFactory {
   const IntrospectiveMethods* mMethods;
 };
 
-extern template void K7qmiPropertyFactory::Primitive<K7Q::Boolean>(const char*, unsigned, Multiplicity, Mutability,
+extern template void K7qmiPropertyFactory::Primitive<K7Q::Boolean>(const char*, unsigned, Multiplicity,
+                                                                   Mutability,
                                                                    ruvo::factory::PropertyAttributes);
-extern template void K7qmiPropertyFactory::Primitive<K7Q::Integer>(const char*, unsigned, Multiplicity, Mutability,
+extern template void K7qmiPropertyFactory::Primitive<K7Q::Integer>(const char*, unsigned, Multiplicity,
+                                                                   Mutability,
                                                                    ruvo::factory::PropertyAttributes);
-extern template void K7qmiPropertyFactory::Primitive<K7Q::Double>(const char*, unsigned, Multiplicity, Mutability,
+extern template void K7qmiPropertyFactory::Primitive<K7Q::Double>(const char*, unsigned, Multiplicity,
+                                                                  Mutability,
                                                                   ruvo::factory::PropertyAttributes);
-extern template void K7qmiPropertyFactory::Primitive<K7Q::Real>(const char*, unsigned, Multiplicity, Mutability,
+extern template void K7qmiPropertyFactory::Primitive<K7Q::Real>(const char*, unsigned, Multiplicity,
+                                                                Mutability,
                                                                 ruvo::factory::PropertyAttributes);
 
-/// A meta-property entry: a static method without arguments, kept apart from the ordinary ones by introspection.
+/// A meta-property entry: a static method without arguments, kept apart from the ordinary ones by
+/// introspection.
 class TARVELON_API MetaPropertyEntry : public ruvo::factory::RuvoMethod {
  public:
   MetaPropertyEntry(const ruvo::InternedName& name, K7qmiPropertyFactory::Lookup lookup,
                     const IntrospectiveMethods& owner, unsigned id);
   ~MetaPropertyEntry() override;
-  void invoke(const ruvo::RVOClient* client, std::uint32_t& resultCount, ruvo::RVOValue* results, int argumentCount,
-              const ruvo::RVOValue* arguments) const override;
+  void invoke(const ruvo::RVOClient* client, std::uint32_t& resultCount, ruvo::RVOValue* results,
+              int argumentCount, const ruvo::RVOValue* arguments) const override;
   const IntrospectiveMethods& owner() const noexcept { return *mOwner; }
   unsigned id() const noexcept { return mId; }
 

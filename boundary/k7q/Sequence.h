@@ -14,7 +14,8 @@ namespace Generic {
 
 /// Type-erased carrier of one element value.
 ///
-/// The manager takes (true) or drops (false) a reference on the value; the equality function compares two values.
+/// The manager takes (true) or drops (false) a reference on the value; the equality function compares two
+/// values.
 class Ref {
  public:
   using Manager = void (*)(void* value, bool take);
@@ -42,7 +43,8 @@ class Ref {
     if (mManager) mManager(mValue, false);
   }
 
-  /// The value: of a primitive the cell's 32-bit value, of a model object its ObjectIntf, of a text its StringIntf.
+  /// The value: of a primitive the cell's 32-bit value, of a model object its ObjectIntf, of a text its
+  /// StringIntf.
   void* value() const noexcept { return mValue; }
   /// 0 for a primitive, the deviant word of an object.
   std::uintptr_t second() const noexcept { return mSecond; }
@@ -76,7 +78,8 @@ class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
   virtual void generic_insert(const Deviant& aDeviant, int index, Ref ref) = 0;
   virtual std::unique_ptr<IteratorIntf> generic_insert(const Deviant& aDeviant, const IteratorIntf* iterator,
                                                        Ref ref) = 0;
-  virtual std::unique_ptr<IteratorIntf> generic_erase(const Deviant& aDeviant, const IteratorIntf* iterator) = 0;
+  virtual std::unique_ptr<IteratorIntf> generic_erase(const Deviant& aDeviant,
+                                                      const IteratorIntf* iterator) = 0;
   virtual std::unique_ptr<IteratorIntf> generic_erase(const Deviant& aDeviant, const IteratorIntf* first,
                                                       const IteratorIntf* last) = 0;
   virtual void generic_erase(const Deviant& aDeviant, int index) = 0;
@@ -133,11 +136,13 @@ class TARVELON_API IteratorProxy : public Generic::IteratorIntf {
   mutable std::int32_t mReferences = 0;
 };
 
-/// The handle on a sequence: interface and deviant. Copying shares the object. A null handle is a legal state.
+/// The handle on a sequence: interface and deviant. Copying shares the object. A null handle is a legal
+/// state.
 class SequenceHandle {
  public:
   constexpr SequenceHandle() noexcept = default;
-  SequenceHandle(Generic::SequenceIntf* interface, Deviant deviant) : mInterface(interface), mDeviant(deviant) {
+  SequenceHandle(Generic::SequenceIntf* interface, Deviant deviant)
+      : mInterface(interface), mDeviant(deviant) {
     if (mInterface) mInterface->addRef();
   }
   SequenceHandle(const SequenceHandle& other) : SequenceHandle(other.mInterface, other.mDeviant) {}
@@ -172,7 +177,8 @@ class SequenceHandle {
 class IteratorHandle {
  public:
   constexpr IteratorHandle() noexcept = default;
-  IteratorHandle(Generic::IteratorIntf* interface, Deviant deviant) : mInterface(interface), mDeviant(deviant) {
+  IteratorHandle(Generic::IteratorIntf* interface, Deviant deviant)
+      : mInterface(interface), mDeviant(deviant) {
     if (mInterface) mInterface->addRef();
   }
   IteratorHandle(std::unique_ptr<Generic::IteratorIntf> iterator, Deviant deviant)

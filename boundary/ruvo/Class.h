@@ -28,7 +28,8 @@ class TARVELON_API RVOClass {
   static void addGlobalClass(RVOClassInfo* info);
 
   /// Records a superclass by name; the class need not exist yet. The generated code passes 1, 0, 1.
-  virtual void addSuperClass(const InternedName& fullName, int isPublic, int isVirtual, int isConstructed) = 0;
+  virtual void addSuperClass(const InternedName& fullName, int isPublic, int isVirtual,
+                             int isConstructed) = 0;
   /// Takes ownership of a record.
   virtual void addMethod(RVOMethodInfo* record) = 0;
   /// Takes ownership of a property; the same pointer comes twice.

@@ -22,18 +22,20 @@ class TARVELON_API RVOClient {
 
 /// One host object: an instance of a host class, tied to the native pointer that was bound to it.
 ///
-/// Ownership: counted; it goes when the last array or RVOInterfacePtr that holds it goes, and then its class's
-/// destroyInstance() is called with the bound pointer.
+/// Ownership: counted; it goes when the last array or RVOInterfacePtr that holds it goes, and then its
+/// class's destroyInstance() is called with the bound pointer.
 class TARVELON_API RVOInterface : public hx::Element {
  public:
-  /// The native pointer bound to this instance, null while none is. There is one, whatever class is asked for.
+  /// The native pointer bound to this instance, null while none is. There is one, whatever class is asked
+  /// for.
   void* getBoundPointer(const InternedName& className) const noexcept {
     static_cast<void>(className);
     return mBound;
   }
   RVOClass* getClass() const noexcept { return mClass; }
 
-  /// A word for the host's own object that shows this instance; the object system only keeps it, null at first.
+  /// A word for the host's own object that shows this instance; the object system only keeps it, null at
+  /// first.
   void* getHostData() const noexcept { return mHostData; }
   void setHostData(void* data) noexcept { mHostData = data; }
 

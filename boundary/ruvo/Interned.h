@@ -48,7 +48,9 @@ class RVOInternedBase {
   constexpr std::string_view view() const noexcept {
     return mEntry ? std::string_view(mEntry->text, mEntry->length) : std::string_view();
   }
-  constexpr internal::TypeKind kind() const noexcept { return mEntry ? mEntry->kind : internal::TypeKind::Class; }
+  constexpr internal::TypeKind kind() const noexcept {
+    return mEntry ? mEntry->kind : internal::TypeKind::Class;
+  }
   constexpr const internal::InternedEntry* entry() const noexcept { return mEntry; }
   friend constexpr bool operator==(RVOInternedBase left, RVOInternedBase right) noexcept {
     return left.mEntry == right.mEntry;

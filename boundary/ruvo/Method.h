@@ -47,8 +47,8 @@ class TARVELON_API RVOMethodSignaturePtr {
   ~RVOMethodSignaturePtr();
 
   /// `parameterNames` must outlive the signature (a literal).
-  static RVOMethodSignaturePtr make(const char* parameterNames, const InternedName& result, const InternedName& self,
-                                    std::span<const InternedName> arguments);
+  static RVOMethodSignaturePtr make(const char* parameterNames, const InternedName& result,
+                                    const InternedName& self, std::span<const InternedName> arguments);
 
   const RVOMethodSignature* operator->() const noexcept { return mSignature; }
   const RVOMethodSignature& operator*() const noexcept { return *mSignature; }
@@ -77,10 +77,10 @@ class TARVELON_API RVOMethodInfo {
   virtual bool isExplicit() const;
   virtual int getExtendedAccess() const;
 
-  /// Calls the method. `resultCount` holds how many results are wanted and becomes at least 1 when there is one.
-  /// Result arrays belong to the caller. An exception leaves the slots as they were.
-  virtual void invoke(const RVOClient* client, std::uint32_t& resultCount, RVOValue* results, int argumentCount,
-                      const RVOValue* arguments) const = 0;
+  /// Calls the method. `resultCount` holds how many results are wanted and becomes at least 1 when there is
+  /// one. Result arrays belong to the caller. An exception leaves the slots as they were.
+  virtual void invoke(const RVOClient* client, std::uint32_t& resultCount, RVOValue* results,
+                      int argumentCount, const RVOValue* arguments) const = 0;
 
   /// Storage that utFree() can release; throws bedrock::core::except::bad_alloc.
   static void* operator new(std::size_t size);
@@ -178,8 +178,9 @@ struct NativeFunction {
 class GeneratedMethod;
 
 /// Converts the slots, calls the record's native function and packs the result.
-using InvokerFunction = void (*)(const GeneratedMethod* record, const RVOClient* ignored, std::uint32_t* resultCount,
-                                 RVOValue* results, int argumentCount, const RVOValue* arguments);
+using InvokerFunction = void (*)(const GeneratedMethod* record, const RVOClient* ignored,
+                                 std::uint32_t* resultCount, RVOValue* results, int argumentCount,
+                                 const RVOValue* arguments);
 
 /// What methods, constructors and package functions add to a record: the invoker and what it finally calls.
 class TARVELON_API GeneratedMethod : public RuvoMethod {
@@ -211,13 +212,14 @@ class TARVELON_API RuvoConstructor : public GeneratedMethod {
 
 class TARVELON_API Invoker {
  public:
-  /// Builds the signature of a record. `selfType` is null for a record without self; `parameterNames` must outlive
-  /// the signature.
+  /// Builds the signature of a record. `selfType` is null for a record without self; `parameterNames` must
+  /// outlive the signature.
   static void createSignature(const char* parameterNames, const char* returnType, const char* selfType,
                               std::span<const char* const> argumentTypes, RVOMethodSignaturePtr& signature);
   /// The same for names that are interned already.
-  static void createSignature(const char* parameterNames, const InternedName& returnType, const InternedName& selfType,
-                              std::span<const InternedName> argumentTypes, RVOMethodSignaturePtr& signature) {
+  static void createSignature(const char* parameterNames, const InternedName& returnType,
+                              const InternedName& selfType, std::span<const InternedName> argumentTypes,
+                              RVOMethodSignaturePtr& signature) {
     signature = RVOMethodSignaturePtr::make(parameterNames, returnType, selfType, argumentTypes);
   }
 };
@@ -245,7 +247,8 @@ class TARVELON_API FunctionInfo : public impl::GeneratedMethod {
 
 namespace detail {
 
-/// Readies the vocabulary of type names ("logical scalar", "char vector", ...). Safe to call any number of times.
+/// Readies the vocabulary of type names ("logical scalar", "char vector", ...). Safe to call any number of
+/// times.
 TARVELON_API void initStringDataTypes();
 
 }  // namespace detail

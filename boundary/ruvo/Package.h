@@ -51,8 +51,8 @@ class TARVELON_API RVOPackage {
   RVOPackage(const RVOPackage&) = delete;
   RVOPackage& operator=(const RVOPackage&) = delete;
 
-  /// The package of that full dotted name, null if there is none. One whose info is attached but not initialised is
-  /// brought in, and its parents before it.
+  /// The package of that full dotted name, null if there is none. One whose info is attached but not
+  /// initialised is brought in, and its parents before it.
   static RVOPackage* getPackage(const InternedName& fullName);
 
   /// Attaches a child package's info; takes ownership.
@@ -71,8 +71,9 @@ class TARVELON_API RVOPackage {
 
 namespace factory {
 
-/// Creates the package of that dotted name, with the parents it lacks, and returns it. `initializer` runs when the
-/// package is first touched. A name that exists keeps its package and runs the initializer on it besides.
+/// Creates the package of that dotted name, with the parents it lacks, and returns it. `initializer` runs
+/// when the package is first touched. A name that exists keeps its package and runs the initializer on it
+/// besides.
 TARVELON_API RVOPackage* registerRuvoPackage(const std::string& fullName,
                                              std::function<void(RVOPackage*)> initializer);
 

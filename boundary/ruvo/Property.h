@@ -49,10 +49,11 @@ class TARVELON_API RVOPropInfo {
   virtual bool predicate29() const = 0;
   virtual bool predicate30() const = 0;
   virtual bool isWeakReference() const;
-  /// The value in the form of getDataType(): raw for a scalar type, else an array to be given to releaseValue().
+  /// The value in the form of getDataType(): raw for a scalar type, else an array to be given to
+  /// releaseValue().
   virtual RVOValue getValue(RVOInterface* object) = 0;
-  /// Writes the value, which stays the caller's. A set is refused in this order: many-valued, read-only, immutable,
-  /// then for the value.
+  /// Writes the value, which stays the caller's. A set is refused in this order: many-valued, read-only,
+  /// immutable, then for the value.
   virtual void setValue(RVOInterface* object, RVOValue value) = 0;
   virtual void releaseValue(RVOInterface* object, RVOValue value) = 0;
   virtual bool predicate35() const = 0;
@@ -67,9 +68,11 @@ class TARVELON_API PropertyGuard {
   PropertyGuard(const PropertyGuard&) = delete;
   PropertyGuard& operator=(const PropertyGuard&) = delete;
 
-  /// Raises if the property is many-valued, read-only or seen through an immutable object, tested in this order.
+  /// Raises if the property is many-valued, read-only or seen through an immutable object, tested in this
+  /// order.
   virtual void requireSettable(RVOInterface* object) const = 0;
-  /// Raises a K7Q::WrongType for a value that is none of the record's: names class, property, expected and given.
+  /// Raises a K7Q::WrongType for a value that is none of the record's: names class, property, expected and
+  /// given.
   [[noreturn]] virtual void throwWrongValue(RVOInterface* object, const hxArray* given) const = 0;
   /// Whether an empty array unsets the property.
   virtual bool isOptional() const = 0;

@@ -11,8 +11,9 @@ using hx::hxArray;
 
 /// One argument or result slot: a machine word.
 ///
-/// A `logical scalar`, `int32 scalar` or `double scalar` travels raw, everything else as an hxArray. The slot does not
-/// know which: the signature says so. A slot owns nothing; who fills it with an array says who destroys that array.
+/// A `logical scalar`, `int32 scalar` or `double scalar` travels raw, everything else as an hxArray. The slot
+/// does not know which: the signature says so. A slot owns nothing; who fills it with an array says who
+/// destroys that array.
 class RVOValue {
  public:
   constexpr RVOValue() noexcept = default;

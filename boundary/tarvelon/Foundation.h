@@ -2,7 +2,8 @@
 
 #include "boundary/tarvelon/Names.h"
 
-// The metamodels that the platform's own builds on: their classes and enumerations in the order of their registration.
+// The metamodels that the platform's own builds on: their classes and enumerations in the order of their
+// registration.
 // clang-format off
 #define TARVELON_KERNEL_NAMES(CLASS, ENUMERATION) \
   CLASS(ClassObject)                              \
@@ -47,7 +48,8 @@ TARVELON_KERNEL_NAMES(KERNEL_CLASS, KERNEL_ENUMERATION)
 namespace Tarvelon::metamodel::foundation {
 
 #define FOUNDATION_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.foundation.", X)
-#define FOUNDATION_ENUMERATION(E, ...) TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.foundation.", E, __VA_ARGS__)
+#define FOUNDATION_ENUMERATION(E, ...) \
+  TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.foundation.", E, __VA_ARGS__)
 TARVELON_FOUNDATION_NAMES(FOUNDATION_CLASS, FOUNDATION_ENUMERATION)
 #undef FOUNDATION_CLASS
 #undef FOUNDATION_ENUMERATION

@@ -18,8 +18,8 @@
 ///     CLASS(Referrable)
 ///     ENUMERATION(ArxmlFilePackagingKind, Modular, SingleFile)
 ///
-/// and declares them with TARVELON_CLASS and TARVELON_ENUMERATION. Every other list of them is another projection of
-/// that macro.
+/// and declares them with TARVELON_CLASS and TARVELON_ENUMERATION. Every other list of them is another
+/// projection of that macro.
 namespace Tarvelon::metamodel {
 
 /// The host names of a metamodel class; all texts are literals.
@@ -42,7 +42,9 @@ struct EnumerationName {
 
 /// A native enumeration type.
 template <class T>
-concept IsEnumeration = requires { typename T::EnumerationTag; };
+concept IsEnumeration = requires {
+  typename T::EnumerationTag;
+};
 
 /// The native side of an enumeration's conversions.
 namespace native {
@@ -91,34 +93,37 @@ class EnumerationValue {
 
 }  // namespace Tarvelon::metamodel
 
-/// Declares the interface tag and the two handles of a class. PREFIX is the package's dotted name with its last dot.
-#define TARVELON_DECLARE_CLASS(PREFIX, X)                                                                     \
-  namespace NSInterface {                                                                                     \
-  struct X##Intf {                                                                                            \
-    static constexpr ::Tarvelon::metamodel::ClassName kName{PREFIX #X, PREFIX "Immutable" #X,                 \
-                                                            sizeof(PREFIX) - 1};                              \
-    TARVELON_API static const ::K7Q::IntrospectiveMethods& sIntrospectiveMethods;                             \
-  };                                                                                                          \
-  }                                                                                                           \
-  class X;                                                                                                    \
-  class Immutable##X;                                                                                         \
-  class Immutable##X : public ::Tarvelon::metamodel::ImmutableNative<NSInterface::X##Intf, X, Immutable##X> { \
-   public:                                                                                                    \
-    using ImmutableNative::ImmutableNative;                                                                   \
-  };                                                                                                          \
-  class X : public ::Tarvelon::metamodel::MutableNative<NSInterface::X##Intf, X, Immutable##X> {              \
-   public:                                                                                                    \
-    using MutableNative::MutableNative;                                                                       \
+/// Declares the interface tag and the two handles of a class. PREFIX is the package's dotted name with its
+/// last dot.
+#define TARVELON_DECLARE_CLASS(PREFIX, X)                                                        \
+  namespace NSInterface {                                                                        \
+  struct X##Intf {                                                                               \
+    static constexpr ::Tarvelon::metamodel::ClassName kName{PREFIX #X, PREFIX "Immutable" #X,    \
+                                                            sizeof(PREFIX) - 1};                 \
+    TARVELON_API static const ::K7Q::IntrospectiveMethods& sIntrospectiveMethods;                \
+  };                                                                                             \
+  }                                                                                              \
+  class X;                                                                                       \
+  class Immutable##X;                                                                            \
+  class Immutable##X                                                                             \
+      : public ::Tarvelon::metamodel::ImmutableNative<NSInterface::X##Intf, X, Immutable##X> {   \
+   public:                                                                                       \
+    using ImmutableNative::ImmutableNative;                                                      \
+  };                                                                                             \
+  class X : public ::Tarvelon::metamodel::MutableNative<NSInterface::X##Intf, X, Immutable##X> { \
+   public:                                                                                       \
+    using MutableNative::MutableNative;                                                          \
   };
 
 /// Declares the native value class of an enumeration.
-#define TARVELON_DECLARE_ENUMERATION(PREFIX, E, ...)                                                               \
-  class E : public ::Tarvelon::metamodel::EnumerationValue<E> {                                                    \
-   public:                                                                                                         \
-    enum Value : std::int32_t { __VA_ARGS__ };                                                                     \
-    static constexpr ::Tarvelon::metamodel::EnumerationName kName{PREFIX #E, sizeof(PREFIX) - 1, #__VA_ARGS__};    \
-    using EnumerationValue::EnumerationValue;                                                                      \
-    constexpr E(Value literal) noexcept : EnumerationValue(static_cast<int>(literal)) {} /* NOLINT */              \
-    constexpr E() noexcept = default;                                                                              \
-    TARVELON_API bool isValid() const;                                                                             \
+#define TARVELON_DECLARE_ENUMERATION(PREFIX, E, ...)                                                  \
+  class E : public ::Tarvelon::metamodel::EnumerationValue<E> {                                       \
+   public:                                                                                            \
+    enum Value : std::int32_t { __VA_ARGS__ };                                                        \
+    static constexpr ::Tarvelon::metamodel::EnumerationName kName{PREFIX #E, sizeof(PREFIX) - 1,      \
+                                                                  #__VA_ARGS__};                      \
+    using EnumerationValue::EnumerationValue;                                                         \
+    constexpr E(Value literal) noexcept : EnumerationValue(static_cast<int>(literal)) {} /* NOLINT */ \
+    constexpr E() noexcept = default;                                                                 \
+    TARVELON_API bool isValid() const;                                                                \
   };

@@ -15,7 +15,8 @@
 ///   package.set<"category">(u"STANDARD");
 ///   package.get<"referenceBase">().add(base);
 ///
-/// Constructors and properties are those of the class's row; a wrong name, value type or argument list does not compile.
+/// Constructors and properties are those of the class's row; a wrong name, value type or argument list does
+/// not compile.
 namespace Tarvelon::metamodel {
 
 /// A text as a template argument.
@@ -52,7 +53,8 @@ class ImmutableNative : public K7Q::ImmutableClassObject {
   /// The object as this class, empty if it is none.
   static Immutable cast(const K7Q::ObjectHandle& object) {
     if (!Intf::sIntrospectiveMethods.isInstance(object.getInterface())) return Immutable();
-    return Immutable(static_cast<K7Q::NSInterface::ClassObjectIntf*>(object.getInterface()), object.getDeviant());
+    return Immutable(static_cast<K7Q::NSInterface::ClassObjectIntf*>(object.getInterface()),
+                     object.getDeviant());
   }
   Immutable& setDeviant(K7Q::Deviant deviant) noexcept {
     setDeviantWord(deviant);
@@ -77,36 +79,41 @@ class MutableNative : public K7Q::ClassObject {
       : ClassObject(interface, deviant) {}
   /// From a handle of a subclass.
   template <class Other>
-    requires(!std::is_same_v<Other, Mutable> && DerivesFrom<Other, Mutable>::kValue)
-  MutableNative(const Other& object) noexcept  // NOLINT(google-explicit-constructor)
+  requires(!std::is_same_v<Other, Mutable> && DerivesFrom<Other, Mutable>::kValue)
+      MutableNative(const Other& object)
+  noexcept  // NOLINT(google-explicit-constructor)
       : ClassObject(object.getClassObject(), object.getDeviant()) {}
 
   static K7Q::ImmutableClass MetaClass() { return Intf::sIntrospectiveMethods.metaClass(); }
   /// The object as this class, empty if it is none.
   static Mutable cast(const K7Q::ObjectHandle& object) {
     if (!Intf::sIntrospectiveMethods.isInstance(object.getInterface())) return Mutable();
-    return Mutable(static_cast<K7Q::NSInterface::ClassObjectIntf*>(object.getInterface()), object.getDeviant());
+    return Mutable(static_cast<K7Q::NSInterface::ClassObjectIntf*>(object.getInterface()),
+                   object.getDeviant());
   }
   Mutable& setDeviant(K7Q::Deviant deviant) noexcept {
     setDeviantWord(deviant);
     return static_cast<Mutable&>(*this);
   }
-  /// Takes the object out of its model. Raises kNullReference when it is not valid, and when the view refuses writing.
+  /// Takes the object out of its model. Raises kNullReference when it is not valid, and when the view refuses
+  /// writing.
   void destroy() const {
     requireValid();
     K7Q::DeviantAssertions::assertWritable(getDeviant(), getInterface());
     getClassObject()->destroy(getDeviant());
   }
 
-  /// A new object of the class in the model, owned by the model. Raises kNullReference for a null or closed model.
+  /// A new object of the class in the model, owned by the model. Raises kNullReference for a null or closed
+  /// model.
   template <class... Arguments>
-    requires(ConstructorMatch<Mutable, Arguments...>::kIndex >= 0)
-  static Mutable create(const K7Q::Model& model, const Arguments&... arguments) {
+  requires(ConstructorMatch<Mutable, Arguments...>::kIndex >= 0) static Mutable
+      create(const K7Q::Model& model, const Arguments&... arguments) {
     return ConstructorMatch<Mutable, Arguments...>::create(model, arguments...);
   }
 
-  /// The value of a property by the host's name for it: a K7Q scalar or text, std::optional of an optional scalar or
-  /// enumeration, a handle (empty when unset), or a NativeSequence that views the list and can change it.
+  /// The value of a property by the host's name for it: a K7Q scalar or text, std::optional of an optional
+  /// scalar or enumeration, a handle (empty when unset), or a NativeSequence that views the list and can
+  /// change it.
   template <FixedString Name>
   auto get() const {
     return PropertyAccess<Mutable, Name>::get(static_cast<const Mutable&>(*this));

@@ -13,9 +13,9 @@
 
 /// The rows of the metamodel's tables.
 ///
-/// A package's Table.h gives each class one row: a function row(Is<X>) in the namespace of X, found through its
-/// argument, with the bases, the constructors and the properties, in the order of the metamodel. Everything else that
-/// needs to know the metamodel reads the rows.
+/// A package's Table.h gives each class one row: a function row(Is<X>) in the namespace of X, found through
+/// its argument, with the bases, the constructors and the properties, in the order of the metamodel.
+/// Everything else that needs to know the metamodel reads the rows.
 namespace Tarvelon::metamodel {
 
 /// Names the class a row speaks of.
@@ -27,10 +27,12 @@ enum class Kind : std::uint8_t { ClassObject, DataType, String, Boolean, Integer
 /// The type of a property or constructor argument.
 struct TypeRow {
   Kind kind;
-  const ClassName* cls = nullptr;              ///< of a ClassObject
+  const ClassName* cls = nullptr;                ///< of a ClassObject
   const EnumerationName* enumeration = nullptr;  ///< of a DataType
   std::string_view dottedName() const noexcept {
-    return cls ? std::string_view(cls->name) : enumeration ? std::string_view(enumeration->name) : std::string_view();
+    return cls           ? std::string_view(cls->name)
+           : enumeration ? std::string_view(enumeration->name)
+                         : std::string_view();
   }
 };
 
@@ -78,7 +80,7 @@ struct PropertyRow {
   K7Q::mi::Multiplicity multiplicity = K7Q::mi::Multiplicity::Optional;
   K7Q::mi::Mutability mutability = K7Q::mi::Mutability::Writable;
   Role role = Role::Value;
-  bool isExposed = true;  ///< false: a meta property alone, the base's host property serves
+  bool isExposed = true;   ///< false: a meta property alone, the base's host property serves
   bool isDerived = false;  ///< computed by the model, no storage
 
   constexpr bool isMany() const noexcept { return multiplicity == K7Q::mi::Multiplicity::Many; }
@@ -143,33 +145,31 @@ constexpr TypedRow<T, M> makeRow(unsigned id, const char* name, Role role, std::
 
 /// 0..1, exactly 1 and 0..* values. A reference says whether it holds or refers, a value cannot.
 template <class T>
-  requires(!kIsReference<T>)
-constexpr auto optional(unsigned id, const char* name, std::uint16_t attributes = 0) {
+requires(!kIsReference<T>) constexpr auto optional(unsigned id, const char* name,
+                                                   std::uint16_t attributes = 0) {
   return makeRow<T, K7Q::mi::Multiplicity::Optional>(id, name, Role::Value, attributes);
 }
 template <class T>
-  requires(kIsReference<T>)
-constexpr auto optional(unsigned id, const char* name, Role role, std::uint16_t attributes = 0) {
+requires(kIsReference<T>) constexpr auto optional(unsigned id, const char* name, Role role,
+                                                  std::uint16_t attributes = 0) {
   return makeRow<T, K7Q::mi::Multiplicity::Optional>(id, name, role, attributes);
 }
 template <class T>
-  requires(!kIsReference<T>)
-constexpr auto one(unsigned id, const char* name, std::uint16_t attributes = 0) {
+requires(!kIsReference<T>) constexpr auto one(unsigned id, const char* name, std::uint16_t attributes = 0) {
   return makeRow<T, K7Q::mi::Multiplicity::One>(id, name, Role::Value, attributes);
 }
 template <class T>
-  requires(kIsReference<T>)
-constexpr auto one(unsigned id, const char* name, Role role, std::uint16_t attributes = 0) {
+requires(kIsReference<T>) constexpr auto one(unsigned id, const char* name, Role role,
+                                             std::uint16_t attributes = 0) {
   return makeRow<T, K7Q::mi::Multiplicity::One>(id, name, role, attributes);
 }
 template <class T>
-  requires(!kIsReference<T>)
-constexpr auto many(unsigned id, const char* name, std::uint16_t attributes = 0) {
+requires(!kIsReference<T>) constexpr auto many(unsigned id, const char* name, std::uint16_t attributes = 0) {
   return makeRow<T, K7Q::mi::Multiplicity::Many>(id, name, Role::Value, attributes);
 }
 template <class T>
-  requires(kIsReference<T>)
-constexpr auto many(unsigned id, const char* name, Role role, std::uint16_t attributes = 0) {
+requires(kIsReference<T>) constexpr auto many(unsigned id, const char* name, Role role,
+                                              std::uint16_t attributes = 0) {
   return makeRow<T, K7Q::mi::Multiplicity::Many>(id, name, role, attributes);
 }
 
@@ -252,7 +252,9 @@ constexpr ClassRow<BaseRows<B...>, ConstructorRows<C...>, PropertyRows<P...>> cl
 
 /// Whether the class has a row that is seen here.
 template <class X>
-concept HasRow = requires { row(Is<X>{}); };
+concept HasRow = requires {
+  row(Is<X>{});
+};
 
 /// The row of a class, once per program.
 template <HasRow X>

@@ -9,7 +9,8 @@
 #include "boundary/k7q/Deviants.h"
 #include "boundary/tarvelon/Rows.h"
 
-/// What the native handles know from the rows at compile time: bases, constructors and properties with their types.
+/// What the native handles know from the rows at compile time: bases, constructors and properties with their
+/// types.
 namespace Tarvelon::metamodel {
 
 namespace typed {
@@ -27,7 +28,8 @@ constexpr bool fits() {
   } else if constexpr (std::is_same_v<P, K7Q::Boolean>) {
     return std::is_same_v<A, bool> || std::is_same_v<A, K7Q::Boolean>;
   } else if constexpr (std::is_same_v<P, K7Q::Integer>) {
-    return std::is_same_v<A, K7Q::Integer> || (std::integral<A> && sizeof(A) <= sizeof(int) && !std::is_same_v<A, bool>);
+    return std::is_same_v<A, K7Q::Integer> ||
+           (std::integral<A> && sizeof(A) <= sizeof(int) && !std::is_same_v<A, bool>);
   } else if constexpr (std::is_same_v<P, K7Q::Double> || std::is_same_v<P, K7Q::Real>) {
     return (std::is_arithmetic_v<A> && !std::is_same_v<A, bool>) || std::is_same_v<A, P>;
   } else {
@@ -40,9 +42,10 @@ K7Q::Object toObject(const A& argument) {
   if constexpr (kIsReference<P>) {
     return K7Q::Object(argument.getInterface(), argument.getDeviant());
   } else if constexpr (std::is_arithmetic_v<A>) {
-    return P(static_cast<std::conditional_t<std::is_same_v<P, K7Q::Boolean>, bool,
-                                            std::conditional_t<std::is_same_v<P, K7Q::Integer>, int, double>>>(
-        argument));
+    return P(
+        static_cast<std::conditional_t<std::is_same_v<P, K7Q::Boolean>, bool,
+                                       std::conditional_t<std::is_same_v<P, K7Q::Integer>, int, double>>>(
+            argument));
   } else {
     return static_cast<P>(argument);
   }
@@ -108,15 +111,18 @@ struct ConstructorMatch {
 
  private:
   template <class... P>
-  static X create(TypedConstructor<P...> /*constructor*/, const K7Q::Model& model, const Arguments&... arguments) {
-    const std::array<K7Q::Object, sizeof...(P)> objects{typed::toObject<P>(std::decay_t<Arguments>(arguments))...};
+  static X create(TypedConstructor<P...> /*constructor*/, const K7Q::Model& model,
+                  const Arguments&... arguments) {
+    const std::array<K7Q::Object, sizeof...(P)> objects{
+        typed::toObject<P>(std::decay_t<Arguments>(arguments))...};
     const auto object = X::Interface::sIntrospectiveMethods.create(model, kIndex, objects);
     return X(object.getClassObject(), object.getDeviant());
   }
 };
 
 /// A many-valued property of a native object as a C++ range. Indices count from 0.
-/// Lifetime: keeps the object's model alive. An element that is taken out during iteration ends the iteration's validity.
+/// Lifetime: keeps the object's model alive. An element that is taken out during iteration ends the
+/// iteration's validity.
 template <class Handle>
 class NativeSequence : public K7Q::SequenceHandle {
  public:
@@ -125,14 +131,14 @@ class NativeSequence : public K7Q::SequenceHandle {
   bool empty() const { return get().generic_empty(getDeviant()); }
   Handle at(int index) const {
     const auto ref = get().generic_at(getDeviant(), index);
-    return Handle(static_cast<K7Q::NSInterface::ClassObjectIntf*>(static_cast<K7Q::NSInterface::ObjectIntf*>(ref.value())),
+    return Handle(static_cast<K7Q::NSInterface::ClassObjectIntf*>(
+                      static_cast<K7Q::NSInterface::ObjectIntf*>(ref.value())),
                   getDeviant());
   }
   Handle operator[](int index) const { return at(index); }
   /// Appends an element. Raises what the property's checks raise; an immutable view raises as well.
   template <class Element>
-    requires(DerivesFrom<Element, Handle>::kValue)
-  void add(const Element& element) const {
+  requires(DerivesFrom<Element, Handle>::kValue) void add(const Element& element) const {
     get().generic_push_back(getDeviant(), elementRef(element));
   }
   /// Takes an element out; false when it was not there.
@@ -218,7 +224,8 @@ struct PropertyAccess {
   using Owner = typename Location::OwnerType;
   using Row = typename Location::RowType;
   using Type = typename Row::Type;
-  static constexpr PropertyRow kProperty = kRow<Owner>.properties.rows[static_cast<std::size_t>(ownIndex<Owner>())];
+  static constexpr PropertyRow kProperty =
+      kRow<Owner>.properties.rows[static_cast<std::size_t>(ownIndex<Owner>())];
 
   static const K7Q::IntrospectiveMethods& methods() { return Owner::Interface::sIntrospectiveMethods; }
 
@@ -235,9 +242,12 @@ struct PropertyAccess {
       K7Q::Object value;
       methods().get(value, object, deviant, kProperty.id);
       if constexpr (kIsReference<Type>) {
-        using Result = typename std::conditional_t<kImmutable, ImmutableOf<Type>, std::type_identity<Type>>::type;
-        return Result(static_cast<K7Q::NSInterface::ClassObjectIntf*>(value.getInterface()), value.getDeviant());
-      } else if constexpr (Row::kMultiplicity == K7Q::mi::Multiplicity::One || std::is_same_v<Type, K7Q::String>) {
+        using Result =
+            typename std::conditional_t<kImmutable, ImmutableOf<Type>, std::type_identity<Type>>::type;
+        return Result(static_cast<K7Q::NSInterface::ClassObjectIntf*>(value.getInterface()),
+                      value.getDeviant());
+      } else if constexpr (Row::kMultiplicity == K7Q::mi::Multiplicity::One ||
+                           std::is_same_v<Type, K7Q::String>) {
         return Type(value);
       } else {
         return value.isNull() ? std::optional<Type>() : std::optional<Type>(Type(value));
@@ -259,7 +269,8 @@ struct PropertyAccess {
   }
   template <class Handle>
   static void unset(const Handle& handle) {
-    static_assert(kProperty.multiplicity == K7Q::mi::Multiplicity::Optional, "only an optional property can be unset");
+    static_assert(kProperty.multiplicity == K7Q::mi::Multiplicity::Optional,
+                  "only an optional property can be unset");
     checkWritable(handle);
     methods().unset(handle.getClassObject(), handle.getDeviant(), kProperty.id);
   }

@@ -7,8 +7,8 @@
 
 /// The host's memory and formatted output.
 ///
-/// Class infos and records come from utMalloc() or utCalloc() and go back through utFree(), on whichever side of
-/// the boundary they are freed.
+/// Class infos and records come from utMalloc() or utCalloc() and go back through utFree(), on whichever side
+/// of the boundary they are freed.
 
 /// Storage of `size` bytes, or null when memory is exhausted.
 TARVELON_API void* utMalloc(std::size_t size) noexcept;
