@@ -28,7 +28,7 @@ class TARVELON_API Element {
   Element(const Element&) = delete;
   Element& operator=(const Element&) = delete;
   void addRef() noexcept { ++mReferences; }
-  void release() {
+  void release() noexcept {
     if (--mReferences == 0) dispose();
   }
   std::int32_t references() const noexcept { return mReferences; }
@@ -38,6 +38,7 @@ class TARVELON_API Element {
   virtual ~Element();
 
  private:
+  /// Must not throw.
   virtual void dispose() = 0;
   std::int32_t mReferences = 0;
 };
@@ -65,7 +66,7 @@ TARVELON_API hxArray* hxCreateObjectMatrix(std::size_t rows, std::size_t columns
 /// A copy; object elements are shared.
 TARVELON_API hxArray* hxDuplicateArray(const hxArray* array);
 /// Destroys an array and drops its objects; null is allowed.
-TARVELON_API void hxDestroyArray(hxArray* array);
+TARVELON_API void hxDestroyArray(hxArray* array) noexcept;
 
 /// The product of all dimensions; a null array counts 0.
 TARVELON_API std::size_t hxGetNumberOfElements(const hxArray* array) noexcept;
@@ -83,7 +84,7 @@ TARVELON_API double hxGetNumber(const hxArray* array, std::size_t index) noexcep
 /// Element `index` of an object array, null if it is empty. REQUIRES: an object array, index in range.
 TARVELON_API Element* hxGetElement(const hxArray* array, std::size_t index) noexcept;
 /// Puts an object in; takes a reference and drops the one of the object that was there.
-TARVELON_API void hxSetElement(hxArray* array, std::size_t index, Element* element);
+TARVELON_API void hxSetElement(hxArray* array, std::size_t index, Element* element) noexcept;
 /// The characters of a character array; other classes have none.
 TARVELON_API std::u16string_view hxGetText(const hxArray* array) noexcept;
 
