@@ -30,7 +30,7 @@ TARVELON_API const InternedEntry* makeInterned(const char* text);
 /// The entry if the text was interned before, else null: a look-up with an unknown name keeps nothing.
 TARVELON_API const InternedEntry* findInterned(std::string_view text) noexcept;
 
-/// How many texts are interned, and the bytes they take.
+/// How many texts are interned.
 TARVELON_API std::size_t internedCount() noexcept;
 
 }  // namespace internal

@@ -17,15 +17,23 @@ namespace ruvo {
 /// The signature of a record as type names. Immutable; shared by pointer.
 class TARVELON_API RVOMethodSignature {
  public:
+  RVOMethodSignature(const RVOMethodSignature&) = delete;
+  RVOMethodSignature& operator=(const RVOMethodSignature&) = delete;
+
   /// The text given at registration, kept as it stands.
   const char* parameterNames() const noexcept { return mParameterNames; }
   const InternedName& result() const noexcept { return mNames[0]; }
   /// The class of self, the empty name for a record without self.
   const InternedName& self() const noexcept { return mNames[1]; }
-  std::span<const InternedName> arguments() const noexcept { return {mNames + 2, mCount}; }
+  /// The names follow the signature in its block.
+  std::span<const InternedName> arguments() const noexcept {
+    return {reinterpret_cast<const InternedName*>(this + 1), mCount};
+  }
 
  private:
   friend class RVOMethodSignaturePtr;
+  RVOMethodSignature() = default;
+
   const char* mParameterNames = "";
   std::uint32_t mCount = 0;
   std::uint32_t mReferences = 0;

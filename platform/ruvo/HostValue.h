@@ -9,7 +9,8 @@
 
 namespace ruvo {
 
-/// A value as a host holds it, before the object system makes a slot of it: what it refers to must outlive the call.
+/// A value as a host holds it, before the object system makes a slot of it.
+/// What it refers to must outlive the call.
 class HostValue {
  public:
   enum class Kind : std::uint8_t { Empty, Logical, Integer, Double, Text, Object, Array };
@@ -42,8 +43,9 @@ class HostValue {
     result.mObject = object;
     return result;
   }
-  /// An array of any class. One that is empty counts as Empty, a scalar, a text or a single object as such; a numeric
-  /// array of several elements fits an optional scalar's property alone, which refuses it by its size.
+  /// An array of any class. A scalar, a text or a single object counts as such, of several objects the
+  /// first, an empty array as Empty. An empty character array is the empty text, and no object where one is
+  /// asked for. Several elements fit the property of an optional scalar alone, which refuses their number.
   static HostValue ofArray(const hx::hxArray* array) noexcept;
 
   Kind kind() const noexcept { return mKind; }
@@ -100,7 +102,8 @@ class HostResult {
   /// The object of a 1 by 1 object array; null for an empty one and for other results.
   RVOInterface* object() const noexcept {
     const auto* array = isArray() ? mSlot.array() : nullptr;
-    if (!array || hx::hxGetClassId(array) != hx::hxObject || hx::hxGetNumberOfElements(array) == 0) return nullptr;
+    if (!array || hx::hxGetClassId(array) != hx::hxObject || hx::hxGetNumberOfElements(array) == 0)
+      return nullptr;
     return static_cast<RVOInterface*>(hx::hxGetElement(array, 0));
   }
   /// The result as an array, raw scalars boxed; the caller owns it. Null for a void result.

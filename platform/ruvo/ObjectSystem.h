@@ -13,13 +13,14 @@
 #include "boundary/ruvo/Property.h"
 #include "platform/ruvo/HostValue.h"
 
-/// What a host and a program use of the object system: packages and classes by name, with everything registered, and
-/// construction, calls and property access by name.
+/// What a host and a program use of the object system: packages and classes by name, with everything
+/// registered, and construction, calls and property access by name.
 ///
-/// Laziness: a package is populated when a name in it is asked for, a class is defined when its members are. Finding a
-///           class defines nothing.
-/// Errors:   K7Q::UnknownName, K7Q::WrongType, K7Q::OutOfRange and K7Q::WrongValue of the object system; whatever an
-///           invoker raises passes through. A class whose definition failed raises that first error on every use.
+/// Laziness: a package is populated when it is asked for anything, a class is defined when its members are
+///           asked for. Finding a class defines nothing; finding a package brings in its parents and itself.
+/// Errors:   K7Q::UnknownName, K7Q::WrongType, K7Q::OutOfRange and K7Q::WrongValue of the object system;
+///           whatever an invoker raises passes through. A package whose initialisation or a class whose
+///           definition failed keeps what it has and raises that first error on every later use.
 /// Threads:  one at a time.
 namespace ruvo {
 
@@ -38,7 +39,8 @@ class TARVELON_API Package final : public RVOPackage {
   std::string_view shortName() const noexcept;
   Package* parent() const noexcept { return mParent; }
   bool isPopulated() const noexcept { return mState == State::Populated; }
-  /// Each of these populates the package; the names are in order of registration.
+  /// Each of these populates the package; the names are in order of registration. A child that is found
+  /// stays as it is until it is asked for something itself. The package's infos are asked for a missing name.
   std::vector<std::string_view> packageNames();
   std::vector<std::string_view> classNames();
   std::span<Class* const> classes();
@@ -56,7 +58,7 @@ class TARVELON_API Package final : public RVOPackage {
 
  private:
   friend class ObjectSystem;
-  enum class State : std::uint8_t { Attached, Populating, Populated };
+  enum class State : std::uint8_t { Attached, Populating, Populated, Failed };
   struct Content;
   Package(Package* parent, const InternedName& fullName);
   void populate();
@@ -77,8 +79,8 @@ struct PropertySlot {
   Class* owner = nullptr;
 };
 
-/// All records that a call of one name on one class may choose from, nearest first, in C3 order and then in order of
-/// registration.
+/// All records that a call of one name on one class may choose from, nearest first, in C3 order and then in
+/// order of registration.
 struct OverloadSet {
   InternedName name;
   std::vector<const RVOMethodInfo*> candidates;
@@ -144,6 +146,7 @@ class TARVELON_API Class final : public RVOClass {
   struct Members;
   Class(RVOClassInfo* info, const InternedName& fullName, int access);
   Members& members();
+  void requireDefining(const char* member) const;
 
   InternedName mFullName;
   RVOClassInfo* mInfo;
@@ -157,22 +160,25 @@ class TARVELON_API Class final : public RVOClass {
 /// The class of a host object.
 inline Class& classOf(const RVOInterface& object) { return *static_cast<Class*>(object.getClass()); }
 
-/// Constructs an object by the class's constructors. Raises K7Q::WrongType, listing the signatures, when none fits, and
-/// for an abstract class.
+/// Constructs an object by the class's constructors. Raises K7Q::WrongType, listing the signatures, when none
+/// fits, and for an abstract class.
 TARVELON_API RVOInterfacePtr construct(Class& cls, std::span<const HostValue> arguments);
 
 /// Calls a method on an object, self-as-argument methods included.
-TARVELON_API HostResult call(RVOInterface* self, std::string_view method, std::span<const HostValue> arguments);
+TARVELON_API HostResult call(RVOInterface* self, std::string_view method,
+                             std::span<const HostValue> arguments);
 /// Calls a static method or, with the object as an argument, a self-as-argument method.
 TARVELON_API HostResult callStatic(Class& cls, std::string_view method, std::span<const HostValue> arguments);
-TARVELON_API HostResult callFunction(Package& package, std::string_view function, std::span<const HostValue> arguments);
+TARVELON_API HostResult callFunction(Package& package, std::string_view function,
+                                     std::span<const HostValue> arguments);
 /// The same on an overload set that was found before: `self` may be null. What a host's bound method uses.
 TARVELON_API HostResult callOverloads(Class& cls, const OverloadSet& overloads, RVOInterface* self,
                                       std::span<const HostValue> arguments);
 
 TARVELON_API HostResult getProperty(RVOInterface* self, std::string_view property);
 TARVELON_API void setProperty(RVOInterface* self, std::string_view property, const HostValue& value);
-/// The same for a slot found before. Refusals come in this order: many-valued, read-only, immutable, the value.
+/// The same for a slot found before.
+/// Refusals come in this order: many-valued, read-only, immutable, the value.
 TARVELON_API HostResult getProperty(RVOInterface* self, const PropertySlot& slot);
 TARVELON_API void setProperty(RVOInterface* self, const PropertySlot& slot, const HostValue& value);
 

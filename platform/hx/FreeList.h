@@ -1,0 +1,66 @@
+#pragma once
+
+#include <cstddef>
+
+#include "boundary/Export.h"
+#include "boundary/ut/Memory.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#define TARVELON_HAS_ASAN 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TARVELON_HAS_ASAN 1
+#endif
+#endif
+
+namespace hx {
+
+/// Allocations until utMalloc() fails by request, 0 while none is to fail.
+TARVELON_API extern unsigned long gAllocationsUntilFailure;
+
+/// Blocks of one size, kept for the next who wants one.
+///
+/// Every block is one of utMalloc(), so that more than the list keeps go back at once. While an allocation is
+/// to fail by request no block is reused, so that a test can count on the n-th one; in a build with
+/// AddressSanitizer none ever is, so that a use after the end and a leak are seen. Threads: one at a time.
+template <std::size_t Size>
+class FreeList {
+ public:
+  static constexpr std::size_t kSize = Size;
+
+  constexpr FreeList() noexcept = default;
+  FreeList(const FreeList&) = delete;
+  FreeList& operator=(const FreeList&) = delete;
+
+  /// A block, null when memory is exhausted.
+  void* take() noexcept {
+    if (!mFirst || gAllocationsUntilFailure != 0) return utMalloc(Size);
+    Block* block = mFirst;
+    mFirst = block->next;
+    --mCount;
+    return block;
+  }
+
+  void give(void* storage) noexcept {
+    if (mCount == kKept) return utFree(storage);
+    mFirst = ::new (storage) Block{mFirst};
+    ++mCount;
+  }
+
+ private:
+  struct Block {
+    Block* next;
+  };
+  static_assert(Size >= sizeof(Block));
+
+#ifdef TARVELON_HAS_ASAN
+  static constexpr std::size_t kKept = 0;
+#else
+  static constexpr std::size_t kKept = 4096;
+#endif
+
+  Block* mFirst = nullptr;
+  std::size_t mCount = 0;
+};
+
+}  // namespace hx

@@ -1,0 +1,110 @@
+#include "platform/ruvo/Matching.h"
+
+#include <limits>
+
+#include "boundary/k7q/Exception.h"
+#include "platform/ruvo/Conversion.h"
+#include "platform/ruvo/Registry.h"
+#include "platform/ruvo/Texts.h"
+
+namespace ruvo {
+
+namespace {
+
+/// Whether a record takes the object on which it is called.
+bool takesObject(const RVOMethodInfo& record, const RVOMethodSignature& signature) {
+  return !signature.self().empty() || (record.getFlags() & factory::kSelfAsArgument) != 0;
+}
+
+std::size_t parameterCount(const RVOMethodSignature& signature) noexcept {
+  return signature.arguments().size() + (signature.self().empty() ? 0 : 1);
+}
+
+/// A record as a candidate for one call.
+class Candidate {
+ public:
+  Candidate(const RVOMethodInfo& record, RVOInterface* self, std::span<const HostValue> arguments)
+      : mSignature(record.getSignature() ? &*record.getSignature() : nullptr),
+        mSelf(self),
+        mArguments(arguments),
+        mTakesSelf(self && mSignature && takesObject(record, *mSignature)) {}
+
+  bool takesSelf() const noexcept { return mTakesSelf; }
+  bool fitsCount() const noexcept {
+    return mSignature && parameterCount(*mSignature) == mArguments.size() + (mTakesSelf ? 1 : 0);
+  }
+
+  /// The sum of the distances, or why an argument does not fit. REQUIRES: fitsCount().
+  int distance() const {
+    if (mTakesSelf && fitOf(HostValue::ofObject(mSelf), parameterType(*mSignature, 0)) < 0) return kWrongKind;
+    int sum = 0;
+    for (std::size_t i = 0; i < mArguments.size(); ++i) {
+      const int fit = fitOf(mArguments[i], typeOf(i));
+      if (fit == kWrongKind) return kWrongKind;
+      if (fit == kOutOfRange) sum = kOutOfRange;
+      if (sum != kOutOfRange) sum += fit;
+    }
+    return sum;
+  }
+
+  /// The type of the parameter that takes argument `index`.
+  const InternedName& typeOf(std::size_t index) const noexcept {
+    return parameterType(*mSignature, index + (mTakesSelf ? 1 : 0));
+  }
+
+ private:
+  const RVOMethodSignature* mSignature;
+  RVOInterface* mSelf;
+  std::span<const HostValue> mArguments;
+  bool mTakesSelf;
+};
+
+[[noreturn]] void throwOutOfRange(const CallSite& site, const Candidate& candidate,
+                                  std::span<const HostValue> arguments) {
+  std::size_t i = 0;
+  while (fitOf(arguments[i], candidate.typeOf(i)) != kOutOfRange) ++i;
+  const std::string where = site.text() + ", argument " + std::to_string(i + 1);
+  throw K7Q::OutOfRange(mismatchText(where, rangeText(candidate.typeOf(i)), arguments[i]));
+}
+
+[[noreturn]] void throwNoMatch(const CallSite& site, std::span<const RVOMethodInfo* const> candidates,
+                               std::span<const HostValue> arguments) {
+  const std::string shownName = site.text();
+  std::string text = shownName;
+  text += candidates.front()->isConstructor() ? ": no constructor takes (" : ": no signature takes (";
+  for (std::size_t i = 0; i < arguments.size(); ++i) text += (i ? ", " : "") + typeText(arguments[i]);
+  text += candidates.size() == 1 ? "); there is" : "); there are";
+  const std::string name = shownName.substr(shownName.rfind('.') + 1);
+  for (const RVOMethodInfo* record : candidates) text += "\n    " + describeSignature(*record, name);
+  throw K7Q::WrongType(text);
+}
+
+}  // namespace
+
+std::string CallSite::text() const {
+  std::string text(isClass ? lastName(owner) : owner);
+  if (!member.empty() && !text.empty()) text += '.';
+  return text += member;
+}
+
+Choice choose(const CallSite& site, std::span<const RVOMethodInfo* const> candidates, RVOInterface* self,
+              std::span<const HostValue> arguments) {
+  Choice best;
+  int bestDistance = std::numeric_limits<int>::max();
+  const RVOMethodInfo* outOfRange = nullptr;
+  for (const RVOMethodInfo* record : candidates) {
+    const Candidate candidate(*record, self, arguments);
+    if (!candidate.fitsCount()) continue;
+    const int distance = candidate.distance();
+    if (distance == kOutOfRange && !outOfRange) outOfRange = record;
+    if (distance < 0 || distance >= bestDistance) continue;
+    best = {record, candidate.takesSelf()};
+    bestDistance = distance;
+    if (distance == 0) break;
+  }
+  if (best.record) return best;
+  if (outOfRange) throwOutOfRange(site, Candidate(*outOfRange, self, arguments), arguments);
+  throwNoMatch(site, candidates, arguments);
+}
+
+}  // namespace ruvo

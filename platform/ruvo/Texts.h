@@ -1,0 +1,30 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+
+#include "platform/ruvo/HostValue.h"
+#include "platform/ruvo/ObjectSystem.h"
+
+/// The words of the object system's errors: each kind has its format here.
+namespace ruvo {
+
+/// "; did you mean 'symbol'?", empty if no candidate is close.
+std::string didYouMean(std::string_view name, std::span<const std::string_view> candidates);
+
+/// "logical scalar", a class's full name: what a list of arguments shows of a value.
+std::string typeText(const HostValue& value);
+/// "int32 scalar (a whole number from -2147483648 to 2147483647)": what a number out of range should have
+/// been.
+std::string rangeText(const InternedName& type);
+
+/// `where`: expected `expected`, got `value`.
+std::string mismatchText(std::string_view where, std::string_view expected, const HostValue& value);
+/// "Runnable.symbol", by the object's own class.
+std::string memberText(const Class& cls, std::string_view member);
+
+/// Raises K7Q::UnknownName for what a class has not: `kind` is "property" or "method".
+[[noreturn]] void throwUnknownMember(Class& cls, std::string_view kind, std::string_view name);
+
+}  // namespace ruvo
