@@ -8,6 +8,8 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+# Error texts name a source file relative to the repository.
+add_compile_options("-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
 add_compile_options(-fno-semantic-interposition -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 if(TARVELON_WERROR)
   add_compile_options(-Werror)

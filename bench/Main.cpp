@@ -1,0 +1,69 @@
+// Runs the benchmarks and prints each figure with its ratio to the baseline of its group, measured in the
+// same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct".
+#include <cstdio>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <benchmark/benchmark.h>
+
+#include "bench/Memory.h"
+
+namespace {
+
+class RatioReporter final : public benchmark::ConsoleReporter {
+ public:
+  void ReportRuns(const std::vector<Run>& runs) override {
+    for (const auto& run : runs) {
+      if (run.run_type != Run::RT_Aggregate || run.aggregate_name != "median") continue;
+      const auto name = run.benchmark_name().substr(0, run.benchmark_name().rfind("_median"));
+      const auto slash = name.find('/');
+      mGroups[name.substr(0, slash)].push_back({name.substr(slash + 1), run.GetAdjustedRealTime()});
+    }
+  }
+  bool ReportContext(const Context& context) override {
+    std::printf("%d cores at %.0f MHz; median of the repetitions, nanoseconds\n", context.cpu_info.num_cpus,
+                context.cpu_info.cycles_per_second / 1e6);
+    return true;
+  }
+  void Finalize() override {
+    for (const auto& [group, figures] : mGroups) {
+      double baseline = 0;
+      for (const auto& figure : figures) {
+        if (figure.variant == "plain struct") baseline = figure.time;
+      }
+      std::printf("%s\n", group.c_str());
+      for (const auto& figure : figures) {
+        std::printf("  %-24s %9.1f ns", figure.variant.c_str(), figure.time);
+        if (baseline > 0) std::printf("  x %.2f", figure.time / baseline);
+        std::printf("\n");
+      }
+    }
+  }
+
+ private:
+  struct Figure {
+    std::string variant;
+    double time;
+  };
+  std::map<std::string, std::vector<Figure>> mGroups;
+};
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  std::vector<char*> arguments(argv, argv + argc);
+  std::string repetitions = "--benchmark_repetitions=7";
+  std::string warmUp = "--benchmark_min_warmup_time=0.05";
+  std::string minimum = "--benchmark_min_time=0.1";
+  std::string interleaving = "--benchmark_enable_random_interleaving=true";
+  for (auto* extra : {&repetitions, &warmUp, &minimum, &interleaving}) {
+    arguments.insert(arguments.begin() + 1, extra->data());
+  }
+  int count = static_cast<int>(arguments.size());
+  benchmark::Initialize(&count, arguments.data());
+  RatioReporter reporter;
+  benchmark::RunSpecifiedBenchmarks(&reporter);
+  bench::reportMemory();
+  return 0;
+}

@@ -1,0 +1,117 @@
+#include <string_view>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "boundary/bedrock/Except.h"
+#include "boundary/ut/Memory.h"
+#include "module/EntryPoints.h"
+#include "module/Packages.h"
+#include "platform/ruvo/ObjectSystem.h"
+
+namespace arplatform = Tarvelon::metamodel::arplatform;
+
+namespace {
+
+const std::vector<std::string_view> kChildren = {
+    "documentation", "common", "variant",  "interface",       "port",  "component", "behavior", "instance",
+    "composition",   "ecuc",   "manifest", "timingExtension", "system"};
+
+ruvo::Package& root() { return ruvo::Package::get("Tarvelon.metamodel.arplatform"); }
+
+TEST(RootPackage, HasItsThirteenChildrenInOrder) {
+  ZtInitialize_mm_arplatform_mi();
+  EXPECT_EQ(root().packageNames(), kChildren);
+}
+
+TEST(RootPackage, LeavesItsChildrenUnpopulated) {
+  ZtInitialize_mm_arplatform_mi();
+  root().packageNames();
+  EXPECT_EQ(arplatform::common::mi::getcommonRVOPackage(), nullptr);
+}
+
+TEST(Getter, IsNullUntilThePackageIsTouched) {
+  ZtInitialize_mm_arplatform_mi();
+  EXPECT_EQ(arplatform::mi::getarplatformRVOPackage(), nullptr);
+  ruvo::Package& package = root();
+  EXPECT_EQ(arplatform::mi::getarplatformRVOPackage(), &package);
+}
+
+TEST(Initialiser, AttachesOnceWhateverPackageItIsGiven) {
+  ZtInitialize_mm_arplatform_mi();
+  root().packageNames();
+  arplatform::common::mi::initcommonPackageWrapper(nullptr);
+  EXPECT_EQ(root().packageNames(), kChildren);
+}
+
+TEST(Initialiser, BringsAMissingParentIntoBeing) {
+  arplatform::common::mi::initcommonPackageWrapper(nullptr);
+  EXPECT_NE(ruvo::Package::find("Tarvelon.metamodel.arplatform.common"), nullptr);
+  EXPECT_NE(arplatform::common::mi::getcommonRVOPackage(), nullptr);
+}
+
+TEST(Initialiser, IsNotRetriedAfterAFailedAllocation) {
+  ruvo::factory::registerRuvoPackage("Tarvelon.metamodel.arplatform", [](ruvo::RVOPackage*) {});
+  utFailAllocation(1);
+  EXPECT_THROW(arplatform::common::mi::initcommonPackageWrapper(nullptr), bedrock::core::except::bad_alloc);
+  utFailAllocation(0);
+  arplatform::common::mi::initcommonPackageWrapper(nullptr);
+  EXPECT_EQ(ruvo::Package::find("Tarvelon.metamodel.arplatform.common"), nullptr);
+}
+
+TEST(StaticInitialiser, RegistersNoClassOnANullPackage) {
+  EXPECT_NO_THROW(arplatform::documentation::mi::documentationStaticInitializePackage(nullptr));
+  EXPECT_TRUE(ruvo::Class::globals().empty());
+}
+
+TEST(StaticInitialiser, RegistersEnumerationsOfANullPackageGlobally) {
+  arplatform::variant::mi::variantStaticInitializePackage(nullptr);
+  ASSERT_FALSE(ruvo::Class::globals().empty());
+  EXPECT_EQ(ruvo::Class::globals()[0]->info().getName(), std::string_view("BindingTimeKind"));
+}
+
+TEST(Population, MakesClassInfosWithoutDefiningThem) {
+  ZtInitialize_mm_arplatform_mi();
+  auto* package = ruvo::Package::find("Tarvelon.metamodel.arplatform.common");
+  ASSERT_NE(package, nullptr);
+  auto* cls = package->findClass("ImmutablePackage");
+  ASSERT_NE(cls, nullptr);
+  EXPECT_EQ(cls->info().getName(), std::string_view("ImmutablePackage"));
+  EXPECT_EQ(cls->info().getDescription(), std::string_view(""));
+  EXPECT_EQ(cls->access(), 2);
+  EXPECT_FALSE(cls->isDefined());
+}
+
+TEST(Population, GivesElevenHostClassesAClass) {
+  ZtInitialize_mm_arplatform_mi();
+  auto names = ruvo::Package::get("Tarvelon.metamodel.arplatform.documentation").classNames();
+  ASSERT_EQ(names.size(), 110U);
+  names.resize(11);
+  const std::vector<std::string_view> expected = {"ImmutableDocumentationBlock",
+                                                  "DocumentationBlock",
+                                                  "DocumentationBlockMetaProperty",
+                                                  "SequenceOfDocumentationBlock",
+                                                  "SequenceOfImmutableDocumentationBlock",
+                                                  "ImmutableSequenceOfDocumentationBlock",
+                                                  "ImmutableSequenceOfImmutableDocumentationBlock",
+                                                  "DocumentationBlockIterator",
+                                                  "ImmutableDocumentationBlockIterator",
+                                                  "DocumentationBlockImmutableIterator",
+                                                  "ImmutableDocumentationBlockImmutableIterator"};
+  EXPECT_EQ(names, expected);
+}
+
+TEST(MetaPackage, IsAFunctionOfEveryPackage) {
+  ZtInitialize_mm_arplatform_mi();
+  for (const auto child : kChildren) {
+    auto* package = root().findPackage(child);
+    ASSERT_NE(package, nullptr) << child;
+    ASSERT_EQ(package->functions().size(), 1U) << child;
+    const auto* function = package->functions()[0];
+    EXPECT_EQ(function->getName().view(), "MetaPackage");
+    EXPECT_EQ(function->getFlags(), 8U);
+    EXPECT_EQ(function->getSignature()->result().view(), "K7Q.ImmutablePackage");
+  }
+}
+
+}  // namespace
