@@ -1,0 +1,82 @@
+#include "platform/tarvelon/Construction.h"
+
+#include <array>
+#include <string>
+
+#include "platform/tarvelon/ClassMethods.h"
+#include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/Links.h"
+#include "platform/tarvelon/NativeModel.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+struct Value {
+  unsigned slot = 0;
+  bool isHeld = false;
+  Prepared prepared;
+};
+using Values = std::array<Value, kMaxArguments>;
+
+std::string dotted(const ClassData& cls) { return "class '" + std::string(cls.names[0].view()) + "'"; }
+
+[[noreturn]] void refuseClass(const ClassData& cls) {
+  if (!cls.methods->rows()) {
+    throw K7Q::Exception(dotted(cls) + " is declared but not entered yet: no object of it can be made");
+  }
+  throw K7Q::Exception(dotted(cls) + " is abstract: make an object of a class below it");
+}
+
+const ConstructorPlan& planOf(const ClassData& cls, unsigned constructor, std::size_t arguments) {
+  if (cls.constructors.empty()) refuseClass(cls);
+  if (constructor >= cls.constructors.size()) {
+    throw K7Q::Exception(dotted(cls) + " has no constructor " + std::to_string(constructor) + "; there are " +
+                         std::to_string(cls.constructors.size()) + ", counted from 0");
+  }
+  const ConstructorPlan& plan = cls.constructors[constructor];
+  if (plan.properties.size() != arguments) {
+    throw K7Q::WrongType("constructor " + std::to_string(constructor) + " of " + dotted(cls) + ": expected " +
+                         std::to_string(plan.properties.size()) + " arguments behind the model, got " +
+                         std::to_string(arguments));
+  }
+  return plan;
+}
+
+Value checked(const NativeModel& model, const ClassData& cls, const Property& property,
+              const K7Q::Object& argument) {
+  const unsigned slot = cls.slotOf(property.ownerClass().data().ordinal, property.id());
+  const Property& narrowest = *cls.slotProperties[slot];
+  return {slot, narrowest.holds(), prepare({cls, narrowest, model}, argument)};
+}
+
+/// What is held comes last: by then everything has been allocated, and no owner has lost anything to an
+/// object that then cannot be made.
+void fill(Instance& object, std::span<const Value> values) {
+  for (const bool isHeld : {false, true}) {
+    for (const Value& value : values) {
+      if (value.isHeld == isHeld && !value.prepared.isEmpty) store(object, value.slot, value.prepared);
+    }
+  }
+}
+
+}  // namespace
+
+Instance& construct(NativeModel& model, const ClassData& cls, unsigned constructor,
+                    std::span<const K7Q::Object> arguments) {
+  const ConstructorPlan& plan = planOf(cls, constructor, arguments.size());
+  Values values;
+  for (std::size_t index = 0; index < arguments.size(); ++index) {
+    values[index] = checked(model, cls, *plan.properties[index], arguments[index]);
+  }
+  Instance& object = model.add(cls, static_cast<unsigned>(arguments.size()));
+  try {
+    fill(object, std::span(values).first(arguments.size()));
+  } catch (...) {
+    destroyTree(object);
+    throw;
+  }
+  return object;
+}
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <cstdint>
+#include <string_view>
+#include <vector>
+
+namespace Tarvelon::metamodel::native {
+
+class Instance;
+class Property;
+
+/// What a derived property is computed from.
+enum class Derivation : std::uint8_t {
+  None,           ///< stored
+  Owner,          ///< the owner, if it is of the property's class
+  NearestOwner,   ///< the first of the property's class on the way up
+  Owned,          ///< all that the object holds of the property's class, in order of slots
+  OwnedPackaged,  ///< those of its packaged elements that are of the property's class
+};
+
+/// The rule for a derived row, None if there is none. `metaName` as it stands in the list of meta properties.
+constexpr Derivation derivationOf(std::string_view owner, std::string_view metaName) {
+  struct Rule {
+    std::string_view owner;
+    std::string_view metaName;
+    Derivation derivation;
+  };
+  // clang-format off
+  constexpr Rule kRules[] = {
+      {"Tarvelon.metamodel.foundation.Element",      "OwnedElement",   Derivation::Owned},
+      {"Tarvelon.metamodel.foundation.Element",      "Owner",          Derivation::Owner},
+      {"Tarvelon.metamodel.foundation.Element",      "OwnedComment",   Derivation::Owned},
+      {"Tarvelon.metamodel.foundation.NamedElement", "Namespace",      Derivation::NearestOwner},
+      {"Tarvelon.metamodel.foundation.Namespace",    "OwnedMember",    Derivation::Owned},
+      {"Tarvelon.metamodel.foundation.Package",      "OwnedType",      Derivation::OwnedPackaged},
+      {"Tarvelon.metamodel.foundation.Package",      "NestedPackage",  Derivation::OwnedPackaged},
+      {"Tarvelon.metamodel.foundation.Package",      "NestingPackage", Derivation::Owner},
+  };
+  // clang-format on
+  for (const Rule& rule : kRules) {
+    if (rule.owner == owner && rule.metaName == metaName) return rule.derivation;
+  }
+  return Derivation::None;
+}
+
+/// The value of a derived property of one value, null if there is none.
+Instance* derivedValue(const Instance& object, const Property& property) noexcept;
+
+/// The values of a derived property of many values.
+std::vector<Instance*> derivedValues(const Instance& object, const Property& property);
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,97 @@
+#include "platform/tarvelon/NativeModel.h"
+
+#include <typeinfo>
+
+#include "boundary/k7q/Introspection.h"
+#include "boundary/k7q/ModelCache.h"
+#include "boundary/k7q/ModelFactory.h"
+#include "boundary/tarvelon/Packages.h"
+#include "platform/tarvelon/Described.h"
+#include "platform/tarvelon/Refusal.h"
+
+namespace Tarvelon::metamodel::native {
+
+K7Q::Model NativeModel::make(const std::u16string& uri) { return {new NativeModel(uri), K7Q::Deviant{}}; }
+
+NativeModel& NativeModel::require(const K7Q::Model& model) {
+  auto* interface = model.getModelInterface();
+  if (!interface || !interface->isValid(model.getDeviant())) raiseNullReference();
+  if (typeid(*interface) != typeid(NativeModel)) {
+    throw K7Q::WrongType("expected a model of the native model library, got " + describe(model) +
+                         "; make one with K7Q.Model.create()");
+  }
+  return *static_cast<NativeModel*>(interface);
+}
+
+// Nothing outside holds the model or an object of it any more.
+NativeModel::~NativeModel() { expireAll(); }
+
+void* NativeModel::cast(K7Q::CooperativeVisitor::TagPair tag) {
+  using namespace K7Q::NSInterface;
+  return castAmong<ModelIntf, ObjectIntf, K7Q::ReferenceCountingIntf>(this, tag);
+}
+
+const ruvo::InternedName& NativeModel::getRuvoName(bool immutable) const {
+  return ruvoNameOf(Described::Model, immutable);
+}
+
+K7Q::ImmutableType NativeModel::getMetaType(K7Q::Deviant deviant) const {
+  if (mIsClosed) raiseNullReference();
+  return metaTypeOf(Described::Model, deviant);
+}
+
+void NativeModel::setUri(K7Q::Deviant /*deviant*/, std::u16string_view uri) {
+  if (mIsClosed) raiseNullReference();
+  mUri = uri;
+}
+
+std::u16string NativeModel::getUri(K7Q::Deviant /*deviant*/) const {
+  if (mIsClosed) raiseNullReference();
+  return mUri;
+}
+
+void NativeModel::close() {
+  if (mIsClosed) return;
+  // The cache may hold the last reference.
+  const K7Q::Model keep(this, K7Q::Deviant{});
+  mIsClosed = true;
+  K7Q::ModelCache::instance().unbind(this);
+  expireAll();
+}
+
+Instance& NativeModel::add(const ClassData& cls, unsigned values) {
+  const std::uint32_t number = mInstances.reserve();
+  auto* instance = new Instance(*this, cls, number);
+  try {
+    instance->reserve(values);
+  } catch (...) {
+    delete instance;
+    throw;
+  }
+  mInstances.insert(number, instance);
+  return *instance;
+}
+
+void NativeModel::expire(Instance& instance) noexcept {
+  mInstances.erase(instance.number());
+  instance.expire();
+}
+
+// All at once: no object is taken out of another, since all go.
+void NativeModel::expireAll() noexcept {
+  mInstances.forEach([](Instance& instance) { instance.expire(); });
+  mInstances.clear();
+}
+
+void initialize() { K7Q::setModelFactory(&NativeModel::make); }
+
+namespace {
+
+/// Sets the factory when the library is loaded: a program that links it need do nothing.
+struct Registration {
+  Registration() { initialize(); }
+} const kRegistration;
+
+}  // namespace
+
+}  // namespace Tarvelon::metamodel::native

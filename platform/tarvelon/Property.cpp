@@ -1,0 +1,97 @@
+#include "platform/tarvelon/Property.h"
+
+#include "platform/tarvelon/ClassMethods.h"
+#include "platform/tarvelon/Described.h"
+#include "platform/tarvelon/EnumerationType.h"
+#include "platform/tarvelon/Registry.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+Storage storageOf(const PropertyRow& row) {
+  if (row.isDerived) return Storage::None;
+  if (row.isMany()) return row.type->kind == Kind::ClassObject ? Storage::References : Storage::Texts;
+  switch (row.type->kind) {
+    case Kind::ClassObject:
+      return Storage::Reference;
+    case Kind::DataType:
+      return Storage::Enumeration;
+    case Kind::String:
+      return Storage::Text;
+    case Kind::Boolean:
+      return Storage::Boolean;
+    case Kind::Integer:
+      return Storage::Integer;
+    case Kind::Double:
+      return Storage::Double;
+    case Kind::Real:
+      return Storage::Real;
+  }
+  return Storage::None;
+}
+
+const char* typeNameOf(const TypeRow& type) {
+  switch (type.kind) {
+    case Kind::ClassObject:
+      return type.cls->name;
+    case Kind::DataType:
+      return type.enumeration->name;
+    case Kind::String:
+      return "char vector";
+    case Kind::Boolean:
+      return "logical scalar";
+    case Kind::Integer:
+      return "int32 scalar";
+    case Kind::Double:
+    case Kind::Real:
+      return "double scalar";
+  }
+  return "";
+}
+
+}  // namespace
+
+std::string metaNameOf(const PropertyRow& row) {
+  std::string name = row.metaName ? row.metaName : row.name;
+  if (!row.metaName && name[0] >= 'a' && name[0] <= 'z') name[0] = static_cast<char>(name[0] - 'a' + 'A');
+  return name;
+}
+
+Property::Property(const ClassMethods& owner, const PropertyRow& row)
+    : mOwner(&owner),
+      mRow(&row),
+      mMetaName(metaNameOf(row)),
+      mTypeName(typeNameOf(*row.type)),
+      mStorage(storageOf(row)),
+      mDerivation(row.isDerived ? derivationOf(owner.className().name, mMetaName) : Derivation::None) {
+  if (row.type->cls) {
+    mType = &tableOf(*row.type->cls);
+    mIsTypeKnown = mType->rows() != nullptr;
+  } else if (row.type->enumeration) {
+    mEnumeration = &EnumerationType::of(*row.type->enumeration);
+    mIsTypeKnown = isPublished(*row.type->enumeration);
+  }
+}
+
+const K7Q::IntrospectiveMethods& Property::owner() const { return *mOwner; }
+
+// An entry of the same name is left out in any case.
+const char* Property::hiddenName() const {
+  return mRow->hidden && mMetaName != mRow->hidden ? mRow->hidden : nullptr;
+}
+
+const ruvo::InternedName& Property::getRuvoName(bool immutable) const {
+  return ruvoNameOf(Described::Property, immutable);
+}
+
+K7Q::ImmutableType Property::getMetaType(K7Q::Deviant deviant) const {
+  return metaTypeOf(Described::Property, deviant);
+}
+
+void* Property::cast(K7Q::CooperativeVisitor::TagPair tag) {
+  using namespace K7Q::NSInterface;
+  return castAmong<PropertyIntf, ObjectIntf, K7Q::ReferenceCountingIntf>(this, tag);
+}
+
+}  // namespace Tarvelon::metamodel::native

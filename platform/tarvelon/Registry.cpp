@@ -1,0 +1,42 @@
+#include "platform/tarvelon/Registry.h"
+
+#include <algorithm>
+#include <stdexcept>
+#include <string>
+#include <unordered_map>
+
+#include "platform/tarvelon/ClassMethods.h"
+
+namespace Tarvelon::metamodel::native {
+
+const ClassMethods& tableOf(const ClassName& name) {
+  using Tables = std::unordered_map<const ClassName*, const ClassMethods*>;
+  // Never freed: descriptions are used until the process ends.
+  static const Tables& tables = *[] {
+    auto* made = new Tables;
+    for (const PackageRow& package : packageRows()) {
+      for (const ClassMethods* table : package.classes) made->emplace(&table->className(), table);
+    }
+    return made;
+  }();
+  const auto found = tables.find(&name);
+  if (found == tables.end()) {
+    throw std::logic_error(std::string("class '") + name.name +
+                           "' stands in no package's list of names; enter it there");
+  }
+  return *found->second;
+}
+
+bool hasRows(const PackageRow& package) noexcept {
+  return std::ranges::any_of(package.classes,
+                             [](const ClassMethods* table) { return table->rows() != nullptr; });
+}
+
+bool isPublished(const EnumerationName& enumeration) {
+  return std::ranges::any_of(packageRows(), [&enumeration](const PackageRow& package) {
+    return hasRows(package) &&
+           std::ranges::find(package.enumerations, &enumeration) != package.enumerations.end();
+  });
+}
+
+}  // namespace Tarvelon::metamodel::native

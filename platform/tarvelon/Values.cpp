@@ -1,0 +1,153 @@
+#include "platform/tarvelon/Values.h"
+
+#include <bit>
+#include <cmath>
+#include <cstring>
+#include <limits>
+
+#include "boundary/k7q/Primitives.h"
+#include "platform/tarvelon/ClassMethods.h"
+#include "platform/tarvelon/EnumerationType.h"
+#include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/NativeModel.h"
+#include "platform/tarvelon/Refusal.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+using K7Q::NSInterface::ScalarIntf;
+using K7Q::NSInterface::StringIntf;
+
+// Every 16-bit unit of four at once: whether one is 0 or a surrogate.
+bool mayBeRefused(const char16_t* units) noexcept {
+  constexpr std::uint64_t kOnes = 0x0001000100010001;
+  constexpr std::uint64_t kHighs = 0x8000800080008000;
+  constexpr auto hasZero = [](std::uint64_t word) { return ((word - kOnes) & ~word & kHighs) != 0; };
+  std::uint64_t word = 0;
+  std::memcpy(&word, units, sizeof(word));
+  return hasZero(word) || hasZero((word & (0xF800 * kOnes)) ^ (0xD800 * kOnes));
+}
+
+constexpr bool isLeading(char16_t unit) noexcept { return (unit & 0xFC00) == 0xD800; }
+constexpr bool isTrailing(char16_t unit) noexcept { return (unit & 0xFC00) == 0xDC00; }
+
+double numberOf(const Target& target, const K7Q::Object& value) {
+  const auto* object = value.getInterface();
+  if (object == &ScalarIntf::sInteger) return K7Q::Integer(value);
+  if (object == &ScalarIntf::sDouble) return K7Q::Double(value);
+  if (object == &ScalarIntf::sBoolean) return K7Q::Boolean(value) ? 1 : 0;
+  if (object == &ScalarIntf::sReal) return K7Q::Real(value);
+  refuseKind(target.cls, target.property, value);
+}
+
+std::uint64_t bitsOf(std::int32_t number) noexcept { return static_cast<std::uint32_t>(number); }
+std::int32_t integerOf(Word word) noexcept {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(word.bits));
+}
+
+std::int32_t prepareInteger(const Target& target, const K7Q::Object& value) {
+  if (value.getInterface() == &ScalarIntf::sInteger) return K7Q::Integer(value);
+  const double number = numberOf(target, value);
+  const bool isInside = number >= std::numeric_limits<std::int32_t>::min() &&
+                        number <= std::numeric_limits<std::int32_t>::max() && number == std::trunc(number);
+  if (!isInside) refuseRange(target.cls, target.property, value);
+  return static_cast<std::int32_t>(number);
+}
+
+std::int32_t prepareEnumeration(const Target& target, const K7Q::Object& value) {
+  const EnumerationCell* cell = asCell(value.getInterface());
+  if (!cell || &cell->type() != target.property.enumeration() || !target.property.isTypeKnown()) {
+    refuseKind(target.cls, target.property, value);
+  }
+  if (!cell->type().hasLiteral(cell->value())) refuseRange(target.cls, target.property, value);
+  return cell->value();
+}
+
+Prepared prepareText(const Target& target, const K7Q::Object& value) {
+  auto* object = value.getInterface();
+  if (object && typeid(*object) != typeid(StringIntf)) refuseKind(target.cls, target.property, value);
+  auto* text = static_cast<StringIntf*>(object);
+  if (!text || text->length() == 0) return {Word{.text = nullptr}, !target.property.isRequired()};
+  checkText(target, text->view());
+  return {Word{.text = text}, false};
+}
+
+Prepared scalar(std::uint64_t bits) { return {Word{.bits = bits}, false}; }
+
+}  // namespace
+
+void checkText(const Target& target, std::u16string_view text) {
+  std::size_t position = 0;
+  while (position + 4 <= text.size() && !mayBeRefused(text.data() + position)) position += 4;
+  for (; position < text.size(); ++position) {
+    const char16_t unit = text[position];
+    if (isLeading(unit) && position + 1 < text.size() && isTrailing(text[position + 1])) {
+      ++position;
+    } else if (unit == 0 || isLeading(unit) || isTrailing(unit)) {
+      refuseText(target.cls, target.property, unit, position);
+    }
+  }
+}
+
+Instance& prepareElement(const Target& target, const K7Q::Object& value) {
+  if (value.isNull()) refuseEmpty(target.cls, target.property);
+  Instance* object = asInstance(value.getInterface());
+  if (!object || !target.property.type()->isInstance(*object)) refuseKind(target.cls, target.property, value);
+  if (!object->isAlive()) refuseDead(target.cls, target.property, value);
+  if (&object->model() != &target.model) refuseForeign(target.cls, target.property, value);
+  return *object;
+}
+
+Prepared prepare(const Target& target, const K7Q::Object& value) {
+  const Property& property = target.property;
+  if (property.storage() == Storage::Text) return prepareText(target, value);
+  if (value.isNull()) {
+    if (property.isRequired()) refuseEmpty(target.cls, property);
+    return {{}, true};
+  }
+  switch (property.storage()) {
+    case Storage::Boolean:
+      return scalar(numberOf(target, value) != 0 ? 1 : 0);
+    case Storage::Integer:
+      return scalar(bitsOf(prepareInteger(target, value)));
+    case Storage::Double:
+    case Storage::Real:
+      return scalar(std::bit_cast<std::uint64_t>(numberOf(target, value)));
+    case Storage::Enumeration:
+      return scalar(bitsOf(prepareEnumeration(target, value)));
+    case Storage::Reference:
+      return {Word{.object = &prepareElement(target, value)}, false};
+    case Storage::Text:
+    case Storage::Texts:
+    case Storage::References:
+    case Storage::None:
+      break;
+  }
+  refuseReadOnly(target.cls, property);
+}
+
+K7Q::Object toObject(const Property& property, const Word* word, K7Q::Deviant deviant) {
+  if (!word && !property.isRequired()) return {};
+  const Word value = word ? *word : Word{};
+  switch (property.storage()) {
+    case Storage::Boolean:
+      return K7Q::Boolean(value.bits != 0);
+    case Storage::Integer:
+      return K7Q::Integer(integerOf(value));
+    case Storage::Double:
+      return K7Q::Double(std::bit_cast<double>(value.bits));
+    case Storage::Real:
+      return K7Q::Real(std::bit_cast<double>(value.bits));
+    case Storage::Enumeration:
+      return property.enumeration()->box(integerOf(value));
+    case Storage::Text:
+      return value.text ? K7Q::Object(value.text, K7Q::Deviant{}) : K7Q::Object(K7Q::String());
+    case Storage::Reference:
+      return {value.object, deviant};
+    default:
+      return {};
+  }
+}
+
+}  // namespace Tarvelon::metamodel::native

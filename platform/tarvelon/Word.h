@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+
+namespace K7Q::NSInterface {
+class StringIntf;
+}
+
+namespace Tarvelon::metamodel::native {
+
+class Instance;
+class WordList;
+
+/// One stored value, told apart by the property that it belongs to.
+union Word {
+  std::uint64_t bits;                  ///< a scalar or an enumeration's number
+  K7Q::NSInterface::StringIntf* text;  ///< counted; null is the empty text
+  Instance* object;                    ///< what is held or referred to
+  WordList* list;                      ///< owned; of texts or objects
+  Word* words;                         ///< where an object's words stand that do not fit into it
+};
+static_assert(sizeof(Word) == 8);
+
+}  // namespace Tarvelon::metamodel::native
