@@ -1,0 +1,68 @@
+#pragma once
+
+#include <span>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "boundary/k7q/ClassMetaData.h"
+#include "platform/k7q/HostList.h"
+#include "platform/k7q/MethodRows.h"
+
+/// The classes that accompany an element class X: its sequences and their iterators.
+namespace K7Q::mi {
+
+/// One of the kinds of companions: SequenceOfX, ImmutableXIterator and so on.
+struct CompanionKind {
+  /// The class is called `before` X `after`.
+  std::string_view before;
+  std::string_view after;
+  /// The kind of X's companion that is its superclass, null if there is none.
+  const CompanionKind* super;
+  /// Whether the companions of that kind of X's bases are superclasses too.
+  bool followsBases;
+  std::span<const MethodRow> rows;
+  /// What make() makes lists of; null: there is no make().
+  const ElementKind* makes;
+};
+
+extern const CompanionKind kSequenceOf;
+extern const CompanionKind kSequenceOfImmutable;
+extern const CompanionKind kImmutableSequenceOf;
+extern const CompanionKind kImmutableSequenceOfImmutable;
+extern const CompanionKind kIteratorOf;
+extern const CompanionKind kIteratorOfImmutable;
+extern const CompanionKind kImmutableIteratorOf;
+extern const CompanionKind kImmutableIteratorOfImmutable;
+extern const CompanionKind kSequenceOfString;
+extern const CompanionKind kImmutableSequenceOfString;
+extern const CompanionKind kStringIterator;
+extern const CompanionKind kStringImmutableIterator;
+
+/// Where a companion stands: dotted names, and those of the mutable bases of X.
+struct CompanionNames {
+  const std::string& fullName;
+  const std::string& element;
+  /// The iterator of a sequence; empty for an iterator.
+  const std::string& iterator;
+  std::span<const std::string> bases;
+};
+
+/// Keeps names alone; what the class has is derived from them when it is first needed.
+class CompanionClassInfo final : public ClassMetaData {
+ public:
+  CompanionClassInfo(const CompanionKind& kind, const std::string& name, const std::string& description,
+                     const CompanionNames& names);
+  void defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* client) override;
+
+ private:
+  void addSuperClasses(ruvo::RVOClass& cls) const;
+
+  const CompanionKind& mKind;
+  ruvo::InternedName mFullName;
+  ruvo::InternedName mElement;
+  ruvo::InternedName mIterator;
+  std::vector<ruvo::InternedName> mBases;
+};
+
+}  // namespace K7Q::mi

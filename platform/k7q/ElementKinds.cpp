@@ -1,0 +1,68 @@
+#include <functional>
+#include <string_view>
+
+#include "boundary/k7q/Introspection.h"
+#include "platform/k7q/HostList.h"
+#include "platform/k7q/Texts.h"
+
+namespace K7Q {
+
+namespace {
+
+using Generic::Ref;
+using NSInterface::ObjectIntf;
+using NSInterface::StringIntf;
+using ruvo::InternedName;
+
+constexpr const char* kWhere = "sequence element";
+
+bool isKindOf(const IntrospectiveMethods& methods, const InternedName& name) {
+  if (methods.name(false) == name || methods.name(true) == name) return true;
+  for (const auto* base : methods.bases()) {
+    if (isKindOf(*base, name)) return true;
+  }
+  return false;
+}
+
+bool conforms(const ObjectIntf& object, Deviant deviant, const InternedName& elementClass) {
+  if (object.getRuvoName(false) == elementClass || object.getRuvoName(true) == elementClass) return true;
+  const ImmutableType type = object.getMetaType(deviant);
+  const auto* cls = dynamic_cast<const NSInterface::ClassIntf*>(type.getInterface());
+  return cls && isKindOf(cls->methods(), elementClass);
+}
+
+void requireSome(const Ref& ref, std::string_view expected) {
+  if (!ref.value()) throw WrongValue(text::mismatch(kWhere, expected, "an empty value"));
+}
+
+void requireObject(const Ref& ref, const InternedName& elementClass) {
+  requireSome(ref, elementClass.view());
+  const auto& object = *static_cast<const ObjectIntf*>(ref.value());
+  if (conforms(object, Deviant{ref.second()}, elementClass)) return;
+  throw WrongType(text::mismatch(kWhere, elementClass.view(), text::shown(object)));
+}
+
+void requireAny(const Ref& ref, const InternedName& /*elementClass*/) { requireSome(ref, "an object"); }
+void requireText(const Ref& ref, const InternedName& /*elementClass*/) { requireSome(ref, "char vector"); }
+
+std::size_t hashPointer(const void* value) noexcept { return std::hash<const void*>()(value); }
+bool isSamePointer(const void* left, const void* right) noexcept { return left == right; }
+
+std::u16string_view textOf(const void* value) noexcept {
+  return static_cast<const StringIntf*>(value)->view();
+}
+std::size_t hashText(const void* value) noexcept { return std::hash<std::u16string_view>()(textOf(value)); }
+bool isSameText(const void* left, const void* right) noexcept { return textOf(left) == textOf(right); }
+
+bool isAliveObject(const Ref& ref) {
+  return static_cast<const ObjectIntf*>(ref.value())->isValid(Deviant{ref.second()});
+}
+bool isAliveText(const Ref& /*ref*/) { return true; }
+
+}  // namespace
+
+constinit const ElementKind kObjectElements{&requireObject, &hashPointer, &isSamePointer, &isAliveObject};
+constinit const ElementKind kTextElements{&requireText, &hashText, &isSameText, &isAliveText};
+constinit const ElementKind kAnyElements{&requireAny, &hashPointer, &isSamePointer, &isAliveObject};
+
+}  // namespace K7Q

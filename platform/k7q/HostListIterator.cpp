@@ -1,0 +1,33 @@
+#include "platform/k7q/HostListIterator.h"
+
+#include "platform/k7q/Texts.h"
+
+namespace K7Q {
+
+HostListIterator::~HostListIterator() { mList.release(); }
+
+Generic::Ref HostListIterator::current(const Deviant& aDeviant) const {
+  LocalAsserter(__FILE__, __LINE__) = Asserter(!isAtEnd(aDeviant)).Make(text::kIteratorAtEnd);
+  return mList.generic_at(aDeviant, static_cast<int>(mPosition));
+}
+
+void HostListIterator::next(const Deviant& aDeviant) {
+  LocalAsserter(__FILE__, __LINE__) = Asserter(!isAtEnd(aDeviant)).Make(text::kIteratorAtEnd);
+  ++mPosition;
+}
+
+void HostListIterator::previous(const Deviant& /*aDeviant*/) {
+  LocalAsserter(__FILE__, __LINE__) = Asserter(mPosition > 0).Make(text::kIteratorAtBegin);
+  --mPosition;
+}
+
+std::unique_ptr<Generic::IteratorIntf> HostListIterator::clone() const {
+  return std::unique_ptr<Generic::IteratorIntf>(new HostListIterator(mList, mPosition));
+}
+
+bool HostListIterator::equal(const Generic::IteratorIntf* other) const {
+  const auto* position = dynamic_cast<const HostListIterator*>(other);
+  return position && &position->mList == &mList && position->mPosition == mPosition;
+}
+
+}  // namespace K7Q

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <array>
+#include <span>
+
+#include "platform/k7q/Companions.h"
+#include "platform/k7q/MethodRows.h"
+
+/// The classes of the host package K7Q, as rows.
+namespace K7Q::mi {
+
+/// A class with its superclasses, which end with the first null, and its methods.
+struct KernelClass {
+  const char* name;
+  const char* description;
+  std::array<const char*, 2> superClasses;
+  std::span<const MethodRow> methods;
+};
+
+/// A sequence or iterator class of the package.
+struct KernelCompanion {
+  const CompanionKind* kind;
+  const char* name;
+  const char* description;
+  const char* element;
+  const char* iterator;
+};
+
+/// Both in order of registration.
+std::span<const KernelClass> kernelClasses();
+std::span<const KernelCompanion> kernelCompanions();
+
+}  // namespace K7Q::mi

@@ -1,0 +1,51 @@
+#include "platform/k7q/ListMakers.h"
+
+#include "binding/Methods.h"
+
+namespace K7Q::mi {
+
+namespace {
+
+/// A record that knows what its lists are to hold.
+class ListMaker final : public ruvo::factory::impl::MethodImpl {
+ public:
+  ListMaker(const char* name, const ElementKind& kind, const ruvo::InternedName& element, bool isUnique)
+      : MethodImpl(binding::named(name), ruvo::factory::MethodAttributes(ruvo::factory::kStatic), ""),
+        mKind(kind),
+        mElement(element),
+        mIsUnique(isUnique) {
+    invoker = &make;
+  }
+
+ private:
+  static void make(const binding::GeneratedMethod* record, const ruvo::RVOClient* /*client*/,
+                   std::uint32_t* count, ruvo::RVOValue* results, int /*argumentCount*/,
+                   const ruvo::RVOValue* slots) {
+    const auto& maker = static_cast<const ListMaker&>(*record);
+    const auto model = binding::Conversion<ImmutableModel>::fromSlot(slots[0]);
+    const SequenceHandle list(new HostList(maker.mKind, maker.mElement, maker.mIsUnique), model.getDeviant());
+    results[0] = binding::Conversion<SequenceHandle>::toSlot(list, record->getSignature()->result());
+    binding::invoker::countResult(count);
+  }
+
+  const ElementKind& mKind;
+  ruvo::InternedName mElement;
+  bool mIsUnique;
+};
+
+}  // namespace
+
+void addListMakers(ruvo::RVOClass& cls, const ruvo::InternedName& self, const ElementKind& kind,
+                   const ruvo::InternedName& element) {
+  for (const char* name : {"make", "makeUnique"}) {
+    for (const char* model : {"K7Q.ImmutableModel", "K7Q.Model"}) {
+      auto record = std::make_unique<ListMaker>(name, kind, element, name[4] != '\0');
+      const ruvo::InternedName argument = binding::named(model);
+      ruvo::factory::impl::Invoker::createSignature("", self, ruvo::InternedName(), {&argument, 1},
+                                                    record->signature());
+      cls.addMethod(record.release());
+    }
+  }
+}
+
+}  // namespace K7Q::mi

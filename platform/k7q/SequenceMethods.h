@@ -1,0 +1,172 @@
+#pragma once
+
+#include <limits>
+#include <utility>
+
+#include "boundary/k7q/Introspection.h"
+#include "boundary/k7q/Sequence.h"
+#include "platform/k7q/MethodRows.h"
+
+/// The methods of sequence classes and their iterators, for elements that are objects, immutable objects or
+/// texts.
+namespace K7Q::mi {
+
+inline Generic::Ref toRef(const ImmutableObject& element) {
+  return makeObjectRef(element.getInterface(), element.getDeviant());
+}
+inline Generic::Ref toRef(const String& element) { return makeStringRef(element); }
+
+template <class Element>
+Element toElement(const Generic::Ref& ref) {
+  return Element(static_cast<NSInterface::ObjectIntf*>(ref.value()), Deviant{ref.second()});
+}
+template <>
+inline String toElement<String>(const Generic::Ref& ref) {
+  return String(Object(static_cast<NSInterface::StringIntf*>(ref.value()), Deviant()));
+}
+
+/// The host counts from 1. The least number stays negative, as which it is refused.
+constexpr int fromHostIndex(int index) noexcept {
+  return index == std::numeric_limits<int>::min() ? index : index - 1;
+}
+
+/// The operations that each record of a sequence class names.
+template <class Element, class Iterator>
+struct SequenceOperations {
+  using Self = SequenceHandle;
+
+  static void pushBack(const Self& self, const Element& element) {
+    self.get().generic_push_back(self.getDeviant(), toRef(element));
+  }
+  static void pushFront(const Self& self, const Element& element) {
+    self.get().generic_push_front(self.getDeviant(), toRef(element));
+  }
+  static void clear(const Self& self) { self.get().generic_clear(self.getDeviant()); }
+  static void popBack(const Self& self) { self.get().generic_pop_back(self.getDeviant()); }
+  static void popFront(const Self& self) { self.get().generic_pop_front(self.getDeviant()); }
+  static int removeAll(const Self& self, const Element& element) {
+    return self.get().generic_removeAll(self.getDeviant(), toRef(element));
+  }
+  static Iterator begin(const Self& self) {
+    return {self.get().generic_begin(self.getDeviant()), self.getDeviant()};
+  }
+  static Iterator end(const Self& self) {
+    return {self.get().generic_end(self.getDeviant()), self.getDeviant()};
+  }
+  static Iterator eraseOne(const Self& self, const Iterator& iterator) {
+    return {self.get().generic_erase(self.getDeviant(), iterator.getInterface()), self.getDeviant()};
+  }
+  static Iterator eraseRange(const Self& self, const Iterator& first, const Iterator& last) {
+    return {self.get().generic_erase(self.getDeviant(), first.getInterface(), last.getInterface()),
+            self.getDeviant()};
+  }
+  static void eraseAt(const Self& self, int index) {
+    self.get().generic_erase(self.getDeviant(), fromHostIndex(index));
+  }
+  static Iterator insert(const Self& self, const Iterator& iterator, const Element& element) {
+    return {self.get().generic_insert(self.getDeviant(), iterator.getInterface(), toRef(element)),
+            self.getDeviant()};
+  }
+  static void insertAt(const Self& self, int index, const Element& element) {
+    self.get().generic_insert(self.getDeviant(), fromHostIndex(index), toRef(element));
+  }
+  static void replace(const Self& self, int index, const Element& element) {
+    self.get().generic_replace(self.getDeviant(), fromHostIndex(index), toRef(element));
+  }
+  static Element back(const Self& self) {
+    return toElement<Element>(self.get().generic_back(self.getDeviant()));
+  }
+  static Element front(const Self& self) {
+    return toElement<Element>(self.get().generic_front(self.getDeviant()));
+  }
+  static bool isEmpty(const Self& self) { return self.get().generic_empty(self.getDeviant()); }
+  static int size(const Self& self) { return self.get().generic_size(self.getDeviant()); }
+  static Element at(const Self& self, int index) {
+    return toElement<Element>(self.get().generic_at(self.getDeviant(), fromHostIndex(index)));
+  }
+};
+
+/// The operations that each record of an iterator class names. The argument is the host's own iterator.
+template <class Element, class Iterator>
+struct IteratorOperations {
+  static Generic::IteratorIntf& get(const Iterator& iterator, int line = __builtin_LINE()) {
+    if (!iterator.getInterface()) LocalAsserter(__FILE__, line) = Asserter::MakeAlways(kNullReference);
+    return *iterator.getInterface();
+  }
+
+  // The result is cloned where it is boxed.
+  static const Iterator& clone(const Iterator& iterator) { return iterator; }
+  static bool eq(const Iterator& left, const Iterator& right) {
+    return get(left).equal(right.getInterface());
+  }
+  static bool ne(const Iterator& left, const Iterator& right) {
+    return !get(left).equal(right.getInterface());
+  }
+  static void getNext(const Iterator& iterator) { get(iterator).next(iterator.getDeviant()); }
+  static void getPrev(const Iterator& iterator) { get(iterator).previous(iterator.getDeviant()); }
+  static Element item(const Iterator& iterator) {
+    return toElement<Element>(get(iterator).current(iterator.getDeviant()));
+  }
+};
+
+constexpr std::uint32_t kAsArgument = ruvo::factory::kSelfAsArgument;
+
+// clang-format off
+/// A sequence whose values can be changed; its make records follow (ListMakers.h).
+template <class Element, class Iterator>
+inline constexpr std::array kSequenceRows = [] {
+  using S = SequenceOperations<Element, Iterator>;
+  return std::to_array<MethodRow>({
+      {"append",     0,           "", "void",           kSelf,   {kElement},                        &addRecord<&S::pushBack>},
+      {"clear",      0,           "", "void",           kSelf,   {},                                &addRecord<&S::clear>},
+      {"pop_back",   0,           "", "void",           kSelf,   {},                                &addRecord<&S::popBack>},
+      {"pop_front",  0,           "", "void",           kSelf,   {},                                &addRecord<&S::popFront>},
+      {"push_back",  0,           "", "void",           kSelf,   {kElement},                        &addRecord<&S::pushBack>},
+      {"push_front", 0,           "", "void",           kSelf,   {kElement},                        &addRecord<&S::pushFront>},
+      {"removeAll",  0,           "", "int32 scalar",   kSelf,   {kElement},                        &addRecord<&S::removeAll>},
+      {"begin",      0,           "", kIterator,        kSelf,   {},                                &addRecord<&S::begin>},
+      {"end",        0,           "", kIterator,        kSelf,   {},                                &addRecord<&S::end>},
+      {"erase",      0,           "", kIterator,        kSelf,   {kIterator},                       &addRecord<&S::eraseOne>},
+      {"erase",      0,           "", kIterator,        kSelf,   {kIterator, kIterator},            &addRecord<&S::eraseRange>},
+      {"erase",      kAsArgument, "", "void",           nullptr, {kSelf, "int32 scalar"},           &addRecord<&S::eraseAt>},
+      {"insert",     kAsArgument, "", kIterator,        kSelf,   {kIterator, kElement},             &addRecord<&S::insert>},
+      {"insert",     kAsArgument, "", "void",           nullptr, {kSelf, "int32 scalar", kElement}, &addRecord<&S::insertAt>},
+      {"replace",    kAsArgument, "", "void",           nullptr, {kSelf, "int32 scalar", kElement}, &addRecord<&S::replace>},
+      {"back",       0,           "", kElement,         kSelf,   {},                                &addRecord<&S::back>},
+      {"isEmpty",    0,           "", "logical scalar", kSelf,   {},                                &addRecord<&S::isEmpty>},
+      {"front",      0,           "", kElement,         kSelf,   {},                                &addRecord<&S::front>},
+      {"size",       0,           "", "int32 scalar",   kSelf,   {},                                &addRecord<&S::size>},
+      {"at",         kAsArgument, "", kElement,         nullptr, {kSelf, "int32 scalar"},           &addRecord<&S::at>},
+  });
+}();
+
+/// A sequence whose values cannot be changed.
+template <class Element, class Iterator>
+inline constexpr std::array kImmutableSequenceRows = [] {
+  using S = SequenceOperations<Element, Iterator>;
+  return std::to_array<MethodRow>({
+      {"begin",      0,           "", kIterator,        kSelf,   {},                                &addRecord<&S::begin>},
+      {"end",        0,           "", kIterator,        kSelf,   {},                                &addRecord<&S::end>},
+      {"back",       0,           "", kElement,         kSelf,   {},                                &addRecord<&S::back>},
+      {"isEmpty",    0,           "", "logical scalar", kSelf,   {},                                &addRecord<&S::isEmpty>},
+      {"front",      0,           "", kElement,         kSelf,   {},                                &addRecord<&S::front>},
+      {"size",       0,           "", "int32 scalar",   kSelf,   {},                                &addRecord<&S::size>},
+      {"at",         kAsArgument, "", kElement,         nullptr, {kSelf, "int32 scalar"},           &addRecord<&S::at>},
+  });
+}();
+
+template <class Element, class Iterator>
+inline constexpr std::array kIteratorRows = [] {
+  using I = IteratorOperations<Element, Iterator>;
+  return std::to_array<MethodRow>({
+      {"clone",      kAsArgument, "", kSelf,            nullptr, {kSelf},                           &addRecord<&I::clone>},
+      {"eq",         0,           "other", "logical scalar", kSelf,   {kSelf},                           &addRecord<&I::eq>},
+      {"ne",         0,           "other", "logical scalar", kSelf,   {kSelf},                           &addRecord<&I::ne>},
+      {"getNext",    kAsArgument, "", "void",           nullptr, {kSelf},                           &addRecord<&I::getNext>},
+      {"getPrev",    kAsArgument, "", "void",           nullptr, {kSelf},                           &addRecord<&I::getPrev>},
+      {"item",       0,           "", kElement,         kSelf,   {},                                &addRecord<&I::item>},
+  });
+}();
+// clang-format on
+
+}  // namespace K7Q::mi
