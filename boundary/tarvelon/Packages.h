@@ -28,19 +28,14 @@ TARVELON_API void initialize();
 }  // namespace Tarvelon::metamodel::foundation
 
 namespace Tarvelon::metamodel::native {
-/// The description of the metamodel package of that dotted name. Raises K7Q::UnknownName for another one.
-TARVELON_API K7Q::ImmutablePackage metaPackage(std::string_view dottedName);
-}  // namespace Tarvelon::metamodel::native
 
-namespace Tarvelon::metamodel::native {
-
-/// Sets the model factory of this library, so that K7Q::Model::create() makes models. It is done when the library is
-/// loaded; who calls it makes sure that the library is linked. Safe to call again.
+/// Sets the model factory of this library, so that K7Q::Model::create() makes models. It is done when the
+/// library is loaded; who calls it makes sure that the library is linked. Safe to call again.
 TARVELON_API void initialize();
 
-/// The description of a package of the metamodel by its dotted name: `Tarvelon.metamodel.arplatform`, one of its
-/// children, `Tarvelon.metamodel.foundation` or `Tarvelon.metamodel.types`. Only classes and enumerations that have
-/// been entered are listed. Raises K7Q::UnknownName for another name.
+/// The description of a package of the metamodel by its dotted name: `Tarvelon.metamodel.arplatform`, one of
+/// its children, `Tarvelon.metamodel.foundation` or `Tarvelon.metamodel.types`. Only classes and enumerations
+/// that have been entered are listed. Raises K7Q::UnknownName for another name.
 TARVELON_API K7Q::ImmutablePackage metaPackage(std::string_view dottedName);
 
 }  // namespace Tarvelon::metamodel::native

@@ -5,6 +5,7 @@
 #include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/NativeModel.h"
 #include "platform/tarvelon/WordList.h"
 
 namespace Tarvelon::metamodel::native {
@@ -13,6 +14,7 @@ namespace {
 
 /// The slots in which an object can hold values of the property.
 std::uint64_t slotsOf(const Instance& object, const Property& property) noexcept {
+  if (property.derivation() == Derivation::Nothing) return 0;
   if (property.derivation() == Derivation::Owned) return object.cls().holdingSlots;
   const ClassData& owner = property.ownerClass().data();
   const Property* packaged = owner.findProperty("PackagedElement");
@@ -21,7 +23,13 @@ std::uint64_t slotsOf(const Instance& object, const Property& property) noexcept
 
 }  // namespace
 
-Instance* derivedValue(const Instance& object, const Property& property) noexcept {
+K7Q::NSInterface::ObjectIntf* derivedValue(const Instance& object, const Property& property) noexcept {
+  if (property.derivation() == Derivation::Model) return &object.model();
+  if (property.derivation() == Derivation::Root) {
+    const Instance* root = &object;
+    while (root->owner()) root = root->owner();
+    return const_cast<Instance*>(root);
+  }
   Instance* owner = object.owner();
   if (property.derivation() == Derivation::NearestOwner) {
     while (owner && !property.type()->isInstance(*owner)) owner = owner->owner();

@@ -1,5 +1,6 @@
 #include <bit>
 
+#include "boundary/k7q/Destruction.h"
 #include "platform/tarvelon/Instance.h"
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/NativeModel.h"
@@ -85,6 +86,7 @@ void destroyTree(Instance& root) noexcept {
     leaveReferrers(*object);
     leaveReferred(*object);
   }
+  ++K7Q::mi::gDestructions;
   for (Instance* object = &root; object;) {
     Instance* next = object->nextDying();
     model.expire(*object);

@@ -2,6 +2,7 @@
 
 #include <typeinfo>
 
+#include "boundary/k7q/Destruction.h"
 #include "boundary/k7q/Introspection.h"
 #include "boundary/k7q/ModelCache.h"
 #include "boundary/k7q/ModelFactory.h"
@@ -79,6 +80,7 @@ void NativeModel::expire(Instance& instance) noexcept {
 
 // All at once: no object is taken out of another, since all go.
 void NativeModel::expireAll() noexcept {
+  ++K7Q::mi::gDestructions;
   mInstances.forEach([](Instance& instance) { instance.expire(); });
   mInstances.clear();
 }

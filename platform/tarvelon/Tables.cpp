@@ -59,16 +59,17 @@ constinit const ClassMethods TableOf<X>::sMethods = makeTable<X>();
       NAMES(TARVELON_NOTHING, TARVELON_ENUMERATION_ENTRY) nullptr};           \
   }                                                                           \
   }
-#define TARVELON_ENTRY(PREFIX, P)                                            \
+#define TARVELON_ENTRY(NAME, P)                                              \
   PackageRow {                                                               \
-    PREFIX #P, std::span(P::kClasses).first<std::size(P::kClasses) - 1>(),   \
+    NAME, std::span(P::kClasses).first<std::size(P::kClasses) - 1>(),        \
         std::span(P::kEnumerations).first<std::size(P::kEnumerations) - 1>() \
   }
-#define TARVELON_PLATFORM_ENTRY(P, NAMES) TARVELON_ENTRY("Tarvelon.metamodel.arplatform.", P),
+#define TARVELON_PLATFORM_ENTRY(P, NAMES) TARVELON_ENTRY("Tarvelon.metamodel.arplatform." #P, P),
 
 }  // namespace Tarvelon::metamodel::native
 
 namespace Tarvelon::metamodel {
+TARVELON_PACKAGE(kernel, TARVELON_KERNEL_NAMES)
 TARVELON_PACKAGE(foundation, TARVELON_FOUNDATION_NAMES)
 TARVELON_PACKAGE(types, TARVELON_TYPES_NAMES)
 }  // namespace Tarvelon::metamodel
@@ -81,9 +82,9 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 using namespace arplatform;  // NOLINT(google-build-using-namespace): the entries name the packages below it
-constexpr PackageRow kPackages[] = {TARVELON_ENTRY("Tarvelon.metamodel.", foundation),
-                                    TARVELON_ENTRY("Tarvelon.metamodel.", types),
-                                    ARPLATFORM_PACKAGES(TARVELON_PLATFORM_ENTRY)};
+constexpr PackageRow kPackages[] = {
+    TARVELON_ENTRY("K7Q", kernel), TARVELON_ENTRY("Tarvelon.metamodel.foundation", foundation),
+    TARVELON_ENTRY("Tarvelon.metamodel.types", types), ARPLATFORM_PACKAGES(TARVELON_PLATFORM_ENTRY)};
 }  // namespace
 
 std::span<const PackageRow> packageRows() noexcept { return kPackages; }
