@@ -240,13 +240,13 @@ TEST_F(ClassWrappers, ExtensionRunsUnderTheMutableNameOnTheImmutableClassBeforeC
 TEST_F(ClassWrappers, AnExtensionThatThrowsFailsTheClassForGood) {
   auto& extensions = K7Q::mi::RuvoExtensionsRegistry::instance();
   static int calls = 0;
-  extensions.addNonConstCallback("Tarvelon.metamodel.arplatform.common.Sdx",
+  extensions.addNonConstCallback("Tarvelon.metamodel.arplatform.common.ModeRequestTypeMap",
                                  [](ruvo::RVOClass* /*cls*/, const ruvo::RVOClient* /*client*/) {
                                    ++calls;
                                    throw K7Q::Exception("the extension failed");
                                  });
-  EXPECT_EQ(host::raised([] { host::cls("common.ImmutableSdx").methods(); }), "the extension failed");
-  EXPECT_EQ(host::raised([] { host::cls("common.ImmutableSdx").methods(); }), "the extension failed");
+  EXPECT_EQ(host::raised([] { host::cls("common.ImmutableModeRequestTypeMap").methods(); }), "the extension failed");
+  EXPECT_EQ(host::raised([] { host::cls("common.ImmutableModeRequestTypeMap").methods(); }), "the extension failed");
   EXPECT_EQ(calls, 1);
   extensions.clear();
 }
