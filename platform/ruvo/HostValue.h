@@ -46,7 +46,7 @@ class HostValue {
   /// An array of any class. A scalar, a text or a single object counts as such, of several objects the
   /// first, an empty array as Empty. An empty character array is the empty text, and no object where one is
   /// asked for. Several elements fit the property of an optional scalar alone, which refuses their number.
-  static HostValue ofArray(const hx::hxArray* array) noexcept;
+  TARVELON_API static HostValue ofArray(const hx::hxArray* array) noexcept;
 
   Kind kind() const noexcept { return mKind; }
   bool isNumber() const noexcept { return mKind >= Kind::Logical && mKind <= Kind::Double; }

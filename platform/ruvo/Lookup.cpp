@@ -32,7 +32,10 @@ const PropertySlot* Class::findProperty(const InternedName& name) {
   return derived.properties.find(name.entry());
 }
 
+// By text: the names of the members are interned once all the classes are defined, which the order sees to.
+
 const PropertySlot* Class::findProperty(std::string_view name) {
+  linearization();
   return findProperty(InternedName(internal::findInterned(name)));
 }
 
@@ -54,6 +57,7 @@ const OverloadSet* Class::findMethods(const InternedName& name) {
 }
 
 const OverloadSet* Class::findMethods(std::string_view name) {
+  linearization();
   return findMethods(InternedName(internal::findInterned(name)));
 }
 

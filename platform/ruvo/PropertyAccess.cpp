@@ -83,7 +83,7 @@ hx::hxArray* scalarArray(const HostValue& value, hx::hxClassId classId) {
     case hx::hxLogical:
       return hx::hxCreateLogicalScalar(value.real() != 0);
     case hx::hxInt32:
-      return hx::hxCreateInt32Scalar(static_cast<std::int32_t>(value.integer()));
+      return hx::hxCreateInt32Scalar(static_cast<std::int32_t>(value.real()));
     default:
       return hx::hxCreateDoubleScalar(value.real());
   }

@@ -23,8 +23,10 @@ std::string numberText(double number) {
 
 std::string shownText(std::u16string_view text) {
   if (text.size() <= kShownCharacters) return '"' + hx::toUtf8(text) + '"';
-  return '"' + hx::toUtf8(text.substr(0, kShownCharacters)) + "\"... of " + std::to_string(text.size()) +
-         " characters";
+  // Not between the two halves of a character.
+  const bool isSplit = text[kShownCharacters - 1] >= 0xD800 && text[kShownCharacters - 1] <= 0xDBFF;
+  const std::string shown = hx::toUtf8(text.substr(0, kShownCharacters - (isSplit ? 1 : 0)));
+  return '"' + shown + "\"... of " + std::to_string(text.size()) + " characters";
 }
 
 std::string elementTypeText(const hx::hxArray* array) {
@@ -100,8 +102,10 @@ std::string nearestName(std::string_view name, std::span<const std::string_view>
   std::string_view nearest;
   std::size_t least = slipsAllowed(name.size()) + 1;
   for (const std::string_view candidate : candidates) {
-    const auto [shorter, longer] = std::minmax(name.size(), candidate.size());
-    if (name.empty() || candidate.empty() || longer - shorter >= least || longer < 2) continue;
+    const std::size_t shorter = std::min(name.size(), candidate.size());
+    const std::size_t longer = std::max(name.size(), candidate.size());
+    // Any letter is one slip from any other: of names of one letter none is near.
+    if (shorter == 0 || longer < 2 || longer - shorter >= least) continue;
     const std::size_t distance = editDistance(name, candidate);
     if (distance >= least) continue;
     least = distance;

@@ -1,0 +1,244 @@
+#include <stdexcept>
+
+#include "boundary/bedrock/Except.h"
+#include "boundary/k7q/Exception.h"
+#include "boundary/ut/Memory.h"
+#include "tests/ruvo/Fixture.h"
+
+namespace ruvo::testing {
+namespace {
+
+using factory::registerRuvoPackage;
+
+RVOPackage* getPackage(const std::string& name) {
+  return RVOPackage::getPackage(InternedName(std::string_view(name)));
+}
+
+/// A child's info, and how often it was asked to fill its package.
+struct Counted {
+  int calls = 0;
+  TestPackageInfo* info(std::string name, TestPackageInfo::Fill fill = {}) {
+    return new TestPackageInfo(std::move(name), [this, fill](RVOPackage* package) {
+      ++calls;
+      if (fill) fill(package);
+    });
+  }
+};
+
+using PackageTest = RuvoTest;
+
+TEST_F(PackageTest, UnknownNameGivesNull) {
+  EXPECT_EQ(getPackage(full("nothing")), nullptr);
+  EXPECT_EQ(getPackage("nothing.at.all"), nullptr);
+  EXPECT_EQ(getPackage("." + mName), nullptr);
+  EXPECT_EQ(getPackage(mName + "..x"), nullptr);
+}
+
+TEST_F(PackageTest, EmptyNameIsTheRoot) {
+  EXPECT_EQ(Package::find(""), &Package::root());
+  EXPECT_EQ(Package::root().parent(), nullptr);
+  EXPECT_TRUE(Package::root().getFullName().empty());
+}
+
+TEST_F(PackageTest, RegistrationCreatesAtOnceWithMissingParents) {
+  RVOPackage* package = registerRuvoPackage(full("a.b"), {});
+  EXPECT_EQ(package->getFullName().view(), full("a.b"));
+  EXPECT_EQ(getPackage(full("a.b")), package);
+  ASSERT_NE(getPackage(full("a")), nullptr);
+  EXPECT_EQ(static_cast<Package*>(package)->parent(), getPackage(full("a")));
+  EXPECT_EQ(static_cast<Package*>(package)->shortName(), "b");
+}
+
+TEST_F(PackageTest, RegistrationOfANameTwiceKeepsThePackage) {
+  EXPECT_EQ(registerRuvoPackage(full("a"), {}), registerRuvoPackage(full("a"), {}));
+}
+
+TEST_F(PackageTest, RegistrationRefusesNamesWithoutParts) {
+  for (const std::string& name : {std::string(), std::string("."), mName + ".", "." + mName, mName + "..x"}) {
+    EXPECT_EQ(errorOf<K7Q::Exception>([&] { registerRuvoPackage(name, {}); }),
+              "a package must have a name of parts between dots, got '" + name + "'");
+  }
+}
+
+TEST_F(PackageTest, InitializerRunsOnceAtTheFirstTouch) {
+  int calls = 0;
+  auto* package = static_cast<Package*>(registerRuvoPackage(full("a"), [&](RVOPackage*) { ++calls; }));
+  EXPECT_EQ(calls, 0);
+  EXPECT_FALSE(package->isPopulated());
+  EXPECT_TRUE(package->classNames().empty());
+  EXPECT_TRUE(package->packageNames().empty());
+  EXPECT_EQ(getPackage(full("a")), package);
+  EXPECT_EQ(calls, 1);
+  EXPECT_TRUE(package->isPopulated());
+}
+
+TEST_F(PackageTest, InitializerOfAnExistingPackageRunsBesides) {
+  std::string order;
+  auto* package = static_cast<Package*>(registerRuvoPackage(full("a"), [&](RVOPackage*) { order += '1'; }));
+  registerRuvoPackage(full("a"), [&](RVOPackage*) { order += '2'; });
+  package->classes();
+  registerRuvoPackage(full("a"), [&](RVOPackage*) { order += '3'; });
+  EXPECT_EQ(order, "12");
+  package->classes();
+  EXPECT_EQ(order, "123");
+}
+
+TEST_F(PackageTest, AttachedChildStaysUnpopulatedUntilItIsTouched) {
+  Counted child;
+  mPackage.addPackageInfo(child.info("child"));
+  EXPECT_EQ(mPackage.packageNames(), std::vector<std::string_view>{"child"});
+  Package* found = mPackage.findPackage("child");
+  ASSERT_NE(found, nullptr);
+  EXPECT_FALSE(found->isPopulated());
+  EXPECT_EQ(child.calls, 0);
+  found->functions();
+  EXPECT_EQ(child.calls, 1);
+}
+
+TEST_F(PackageTest, FindingBringsInTheParentsFirst) {
+  std::string order;
+  registerRuvoPackage(full("a"), [&](RVOPackage* a) {
+    order += 'a';
+    a->addPackageInfo(new TestPackageInfo("b", [&](RVOPackage* b) {
+      order += 'b';
+      b->addPackageInfo(new TestPackageInfo("c", [&](RVOPackage*) { order += 'c'; }));
+    }));
+  });
+  EXPECT_NE(getPackage(full("a.b.c")), nullptr);
+  EXPECT_EQ(order, "abc");
+}
+
+TEST_F(PackageTest, TouchingByPointerBringsInTheParentsToo) {
+  std::string order;
+  auto* child = static_cast<Package*>(registerRuvoPackage(full("a.b"), [&](RVOPackage*) { order += 'b'; }));
+  registerRuvoPackage(full("a"), [&](RVOPackage* a) {
+    order += 'a';
+    a->addPackageInfo(new TestPackageInfo("b", [&](RVOPackage*) { order += 'w'; }));
+  });
+  child->classNames();
+  EXPECT_EQ(order, "abw");
+}
+
+TEST_F(PackageTest, WrapperIsRunOntoAPackageThatExists) {
+  RVOPackage* existing = registerRuvoPackage(full("a"), {});
+  static_cast<Package*>(existing)->classes();
+  Counted wrapper;
+  RVOPackage* seen = nullptr;
+  mPackage.addPackageInfo(wrapper.info("a", [&](RVOPackage* package) { seen = package; }));
+  EXPECT_EQ(getPackage(full("a")), existing);
+  EXPECT_EQ(getPackage(full("a")), existing);
+  EXPECT_EQ(seen, existing);
+  EXPECT_EQ(wrapper.calls, 1);
+}
+
+TEST_F(PackageTest, AskedForWhileItIsPopulatedGivesItself) {
+  RVOPackage* inner = nullptr;
+  RVOPackage* outer = registerRuvoPackage(full("a"), [&](RVOPackage*) { inner = getPackage(full("a")); });
+  EXPECT_EQ(getPackage(full("a")), outer);
+  EXPECT_EQ(inner, outer);
+}
+
+TEST_F(PackageTest, ChildrenAreAttachedToTheParentFoundByNameWhileItIsPopulated) {
+  registerRuvoPackage(full("a"), [&](RVOPackage*) {
+    getPackage(full("a"))->addPackageInfo(new TestPackageInfo("first"));
+    getPackage(full("a"))->addPackageInfo(new TestPackageInfo("second"));
+  });
+  EXPECT_EQ(Package::get(full("a")).packageNames(), (std::vector<std::string_view>{"first", "second"}));
+}
+
+TEST_F(PackageTest, FailedInitializationRaisesItsFirstErrorAgainAndKeepsWhatThereIs) {
+  int calls = 0;
+  auto* package = static_cast<Package*>(registerRuvoPackage(full("a"), [&](RVOPackage* a) {
+    a->addClass(new TestClassInfo("Made", {}), 2);
+    throw std::runtime_error("failure " + std::to_string(++calls));
+  }));
+  EXPECT_EQ(errorOf<std::runtime_error>([&] { getPackage(full("a")); }), "failure 1");
+  EXPECT_EQ(errorOf<std::runtime_error>([&] { package->classNames(); }), "failure 1");
+  EXPECT_EQ(errorOf<std::runtime_error>([&] { getPackage(full("a.b")); }), "failure 1");
+  EXPECT_EQ(calls, 1);
+  EXPECT_FALSE(package->isPopulated());
+  EXPECT_NE(Class::find(full("a.Made")), nullptr);
+}
+
+TEST_F(PackageTest, ClassesAndFunctionsComeInOrderOfRegistration) {
+  for (const char* name : {"Second", "First", "Third"}) addClass(name);
+  for (const char* name : {"two", "one"}) {
+    mPackage.addFunction(new factory::FunctionInfo(InternedName(name), factory::MethodAttributes(8)));
+  }
+  EXPECT_EQ(mPackage.classNames(), (std::vector<std::string_view>{"Second", "First", "Third"}));
+  EXPECT_EQ(mPackage.classes()[1]->shortName(), "First");
+  ASSERT_EQ(mPackage.functions().size(), 2U);
+  EXPECT_EQ(mPackage.functions()[0]->getName().view(), "two");
+}
+
+TEST_F(PackageTest, ClassIsFoundByItsShortNameOnly) {
+  Class& cls = addClass("X");
+  EXPECT_EQ(mPackage.findClass("X"), &cls);
+  EXPECT_EQ(mPackage.findClass("Y"), nullptr);
+  EXPECT_EQ(mPackage.findClass(""), nullptr);
+  registerRuvoPackage(full("child"),
+                      [](RVOPackage* child) { child->addClass(new TestClassInfo("Z", {}), 2); });
+  EXPECT_EQ(mPackage.findClass("child.Z"), nullptr);
+}
+
+TEST_F(PackageTest, ClassOfANameThatExistsIsRefused) {
+  Class& first = addClass("X");
+  EXPECT_EQ(errorOf<K7Q::Exception>([&] { addClass("X"); }),
+            "package '" + mName + "' has a class 'X' already; give the new one another name");
+  EXPECT_EQ(mPackage.findClass("X"), &first);
+  EXPECT_EQ(mPackage.classes().size(), 1U);
+}
+
+TEST_F(PackageTest, NamesWithADotAreRefused) {
+  EXPECT_EQ(errorOf<K7Q::Exception>([&] { addClass("a.X"); }),
+            "a class added to package '" + mName + "' must report a short name without a dot, got 'a.X'");
+  EXPECT_EQ(errorOf<K7Q::Exception>([&] { mPackage.addPackageInfo(new TestPackageInfo("")); }),
+            "a package added to package '" + mName + "' must report a short name without a dot, got ''");
+}
+
+TEST_F(PackageTest, InfoIsAskedForAMissingName) {
+  std::string asked;
+  auto* info = new TestPackageInfo("lazy");
+  mPackage.addPackageInfo(info);
+  Package& lazy = *mPackage.findPackage("lazy");
+  info->onMissing = [&](const std::string& kind, const std::string& name) {
+    asked += kind + " " + name + ";";
+    if (kind == "class" && name == "Late") lazy.addClass(new TestClassInfo("Late", {}), 2);
+    if (kind == "package" && name == "late") lazy.addPackageInfo(new TestPackageInfo("late"));
+    if (kind == "function" && name == "call") {
+      lazy.addFunction(new factory::FunctionInfo(InternedName("call"), factory::MethodAttributes(8)));
+    }
+    return name == "Late" || name == "late" || name == "call";
+  };
+  EXPECT_EQ(Class::find(full("lazy.Never")), nullptr);
+  EXPECT_EQ(asked, "class Never;type Never;");
+  asked.clear();
+  EXPECT_NE(Class::find(full("lazy.Late")), nullptr);
+  EXPECT_NE(Class::find(full("lazy.Late")), nullptr);
+  EXPECT_NE(getPackage(full("lazy.late")), nullptr);
+  EXPECT_EQ(lazy.findFunctions("call").size(), 1U);
+  EXPECT_TRUE(lazy.findFunctions("never").empty());
+  EXPECT_EQ(asked, "class Late;package late;function call;function never;");
+}
+
+TEST_F(PackageTest, GetNamesTheNearest) {
+  registerRuvoPackage(full("behavior"), {});
+  EXPECT_EQ(errorOf<K7Q::UnknownName>([&] { Package::get(full("behaviour")); }),
+            "no package '" + full("behaviour") + "'; did you mean '" + full("behavior") + "'?");
+  EXPECT_EQ(errorOf<K7Q::UnknownName>([&] { Package::get(full("quite.another")); }),
+            "no package '" + full("quite") + "'");
+}
+
+TEST_F(PackageTest, AllocationThatFailsInTheInitializerIsRaisedAgain) {
+  auto* package = static_cast<Package*>(registerRuvoPackage(full("a"), [](RVOPackage* a) {
+    a->addClass(new TestClassInfo("First", {}), 2);
+    utFailAllocation(1);
+    a->addClass(new TestClassInfo("Second", {}), 2);
+  }));
+  EXPECT_THROW(package->classes(), bedrock::core::except::bad_alloc);
+  EXPECT_THROW(package->classes(), bedrock::core::except::bad_alloc);
+  EXPECT_NE(Class::find(full("a.First")), nullptr);
+}
+
+}  // namespace
+}  // namespace ruvo::testing

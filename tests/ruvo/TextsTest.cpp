@@ -1,0 +1,98 @@
+#include "tests/ruvo/Fixture.h"
+
+namespace ruvo::testing {
+namespace {
+
+std::string nearest(std::string_view name, std::vector<std::string_view> candidates) {
+  return nearestName(name, candidates);
+}
+
+TEST(NearestName, IsOneSlipAway) {
+  EXPECT_EQ(nearest("symbl", {"name", "symbol"}), "symbol");    // one left out
+  EXPECT_EQ(nearest("symbool", {"name", "symbol"}), "symbol");  // one too many
+  EXPECT_EQ(nearest("symbal", {"name", "symbol"}), "symbol");   // another one
+  EXPECT_EQ(nearest("symblo", {"symbol"}), "symbol");           // two swapped
+  EXPECT_EQ(nearest("SYMBOL", {"symbol"}), "symbol");           // another case
+}
+
+TEST(NearestName, IsTheNearestAndAmongEqualsTheFirst) {
+  EXPECT_EQ(nearest("nodes", {"notes", "node"}), "notes");
+  EXPECT_EQ(nearest("abcdef", {"abcdxy", "abcdey"}), "abcdey");
+}
+
+TEST(NearestName, IsNoneThatIsFarAway) {
+  EXPECT_EQ(nearest("symbol", {"name", "category"}), "");
+  EXPECT_EQ(nearest("abc", {"axy"}), "");
+  EXPECT_EQ(nearest("aQuiteLongName", {"aQuiteLongText"}), "");
+  EXPECT_EQ(nearest("x", {"y"}), "");
+  EXPECT_EQ(nearest("", {"a"}), "");
+  EXPECT_EQ(nearest("a", {""}), "");
+  EXPECT_EQ(nearest("a", {}), "");
+}
+
+TEST(NearestName, AllowsSlipsByTheLengthOfTheName) {
+  EXPECT_EQ(nearest("abcdef", {"abcdxy"}), "abcdxy");
+  EXPECT_EQ(nearest("abcde", {"abcxy"}), "");
+  EXPECT_EQ(nearest("abcdefghijkl", {"abcdefghixyz"}), "abcdefghixyz");
+  EXPECT_EQ(nearest("abcdefghijklmno", {"abcdefghijkwxyz"}), "");
+}
+
+using DescribeTest = RuvoTest;
+
+TEST_F(DescribeTest, ShowsTypeAndValue) {
+  EXPECT_EQ(describeValue(HostValue()), "an empty value");
+  EXPECT_EQ(describeValue(logical(true)), "logical scalar true");
+  EXPECT_EQ(describeValue(logical(false)), "logical scalar false");
+  EXPECT_EQ(describeValue(integer(-7)), "int32 scalar -7");
+  EXPECT_EQ(describeValue(number(0.5)), "double scalar 0.5");
+  EXPECT_EQ(describeValue(number(1e300)), "double scalar 1e+300");
+  EXPECT_EQ(describeValue(text(u"yes")), "char vector \"yes\"");
+}
+
+TEST_F(DescribeTest, CutsLongTexts) {
+  const std::u16string whole(40, u'x');
+  EXPECT_EQ(describeValue(text(whole)), "char vector \"" + std::string(40, 'x') + "\"");
+  EXPECT_EQ(describeValue(text(whole + u'y')),
+            "char vector \"" + std::string(40, 'x') + "\"... of 41 characters");
+}
+
+TEST_F(DescribeTest, DoesNotCutACharacterInTwo) {
+  const std::u16string cut = std::u16string(39, u'x') + u"🚗🚗";
+  EXPECT_EQ(describeValue(text(cut)), "char vector \"" + std::string(39, 'x') + "\"... of 43 characters");
+}
+
+TEST_F(DescribeTest, ShowsAnObjectByItsClassAndAnArrayByItsSize) {
+  Class& cls = addClass("X");
+  Native native;
+  const RVOInterfacePtr one = object(cls, native);
+  const hx::ArrayPtr numbers(hx::hxCreateNumericMatrix(2, 3, hx::hxInt32, hx::hxReal));
+  EXPECT_EQ(describeValue(testing::object(one)), full("X"));
+  EXPECT_EQ(describeValue(HostValue::ofArray(numbers.get())), "int32 array of 2 by 3");
+}
+
+std::string described(const char* names, const std::vector<const char*>& types) {
+  const std::unique_ptr<TestMethod> record(new TestMethod("f", 0, {}));
+  factory::impl::Invoker::createSignature(names, "void", nullptr, types, record->signature());
+  return describeSignature(*record, "shown");
+}
+
+TEST(DescribeSignature, ShowsTypesAndNames) {
+  EXPECT_EQ(described("", {}), "shown()");
+  EXPECT_EQ(described("", {"K7Q.Model", "char vector"}), "shown(K7Q.Model, char vector)");
+  EXPECT_EQ(described("other", {"K7Q.Object"}), "shown(K7Q.Object other)");
+  EXPECT_EQ(described(" aSymbol, aName", {"char vector", "char vector"}),
+            "shown(char vector aSymbol, char vector aName)");
+}
+
+TEST(DescribeSignature, GivesTheNamesToTheLastParameters) {
+  EXPECT_EQ(described(" aName", {"K7Q.Model", "char vector"}), "shown(K7Q.Model, char vector aName)");
+  EXPECT_EQ(described("a, b, c", {"char"}), "shown(char c)");
+}
+
+TEST(DescribeSignature, OfARecordWithoutOneIsEmpty) {
+  const std::unique_ptr<TestMethod> record(new TestMethod("f", 0, {}));
+  EXPECT_EQ(describeSignature(*record, "shown"), "shown()");
+}
+
+}  // namespace
+}  // namespace ruvo::testing
