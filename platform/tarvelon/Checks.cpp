@@ -25,22 +25,28 @@ constexpr bool isNamed(const PropertyRow& row, std::string_view metaName) {
   return !metaName.empty() && capital(name[0]) == metaName[0] && name.substr(1) == metaName.substr(1);
 }
 
-/// The property of that meta name that the class's list meets first; null if there is none.
+/// A copy of a row, if there is one. No pointer: comparing one with null is no constant under every
+/// sanitizer.
+struct Found {
+  bool isFound = false;
+  PropertyRow row{};
+};
+
+/// The property of that meta name that the class's list meets first.
 template <class X>
-constexpr const PropertyRow* find(std::string_view metaName);
+constexpr Found find(std::string_view metaName);
 
 template <class... Bases>
-constexpr const PropertyRow* findAbove(const BaseRows<Bases...>& /*bases*/,
-                                       [[maybe_unused]] std::string_view metaName) {
-  const PropertyRow* found = nullptr;
-  static_cast<void>(((found = find<Bases>(metaName)) || ...));
+constexpr Found findAbove(const BaseRows<Bases...>& /*bases*/, [[maybe_unused]] std::string_view metaName) {
+  Found found;
+  static_cast<void>(((found = find<Bases>(metaName), found.isFound) || ...));
   return found;
 }
 
 template <class X>
-constexpr const PropertyRow* find(std::string_view metaName) {
+constexpr Found find(std::string_view metaName) {
   for (const PropertyRow& row : kRow<X>.properties.rows) {
-    if (isNamed(row, metaName)) return &row;
+    if (isNamed(row, metaName)) return {true, row};
   }
   return findAbove(kRow<X>.bases, metaName);
 }
@@ -65,15 +71,15 @@ template <class X>
 constexpr bool haveRedefinedProperties() {
   return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
     if (!row.redefined) return true;
-    const PropertyRow* wider = findAbove(kRow<X>.bases, row.redefined);
-    return wider && isStoredAlike(row, *wider);
+    const Found wider = findAbove(kRow<X>.bases, row.redefined);
+    return wider.isFound && isStoredAlike(row, wider.row);
   });
 }
 
 template <class X>
 constexpr bool haveHiddenProperties() {
   return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
-    return !row.hidden || findAbove(kRow<X>.bases, row.hidden) != nullptr;
+    return !row.hidden || findAbove(kRow<X>.bases, row.hidden).isFound;
   });
 }
 
@@ -100,12 +106,9 @@ constexpr bool fillsProperties(const ConstructorRow& constructor) {
   for (unsigned argument = 0; argument < constructor.count; ++argument) {
     const std::string_view parameter = rest.substr(0, rest.find(','));
     if (!parameter.starts_with(" a")) return false;
-    const PropertyRow* row = find<X>(parameter.substr(2));
-    const TypeRow* type = constructor.arguments[argument];
-    if (!row || row->isMany() || row->type->kind != type->kind || row->type->cls != type->cls ||
-        row->type->enumeration != type->enumeration) {
+    const Found found = find<X>(parameter.substr(2));
+    if (!found.isFound || found.row.isMany() || found.row.type != constructor.arguments[argument])
       return false;
-    }
     rest.remove_prefix(std::min(parameter.size() + 1, rest.size()));
   }
   return rest.empty();

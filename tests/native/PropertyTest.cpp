@@ -123,9 +123,10 @@ TEST_F(Property, ThatIsOptionalIsUnsetByAnEmptyObject) {
 TEST_F(Property, ThatIsRequiredCannotBeUnset) {
   const auto error = common::ApplicationError::create(mModel, 7, u"E");
   const Access<common::ApplicationError> code(error, "ErrorCode");
-  EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { code.unset(); }),
-            "ApplicationError.errorCode is required and cannot be unset; give a whole number from -2147483648 "
-            "to 2147483647");
+  EXPECT_EQ(
+      refusalOf<K7Q::WrongValue>([&] { code.unset(); }),
+      "ApplicationError.errorCode is required and cannot be unset; give a whole number from -2147483648 "
+      "to 2147483647");
   EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { code.set(K7Q::Object()); }),
             "ApplicationError.errorCode: expected int32 scalar, got nothing; give a whole number from "
             "-2147483648 to 2147483647");
@@ -181,9 +182,10 @@ TEST_F(Property, RefusesTextThatNoFileCouldHold) {
   };
   EXPECT_EQ(refused(std::u16string(u"a\0b", 3)),
             "Package.Name: expected Unicode text without U+0000, got U+0000 at position 2; take it out");
-  EXPECT_EQ(refused(u"abcd\xD800"),
-            "Package.Name: expected Unicode text without U+0000, got the lone surrogate U+D800 at position 5; "
-            "take it out");
+  EXPECT_EQ(
+      refused(u"abcd\xD800"),
+      "Package.Name: expected Unicode text without U+0000, got the lone surrogate U+D800 at position 5; "
+      "take it out");
   // At each place of a group of four, for the groups are looked at as one.
   for (std::size_t position = 0; position < 9; ++position) {
     for (const char16_t unit : {u'\0', char16_t{0xD8FF}, char16_t{0xDC00}}) {
@@ -208,12 +210,14 @@ TEST_F(Property, TakesAPairOfSurrogatesAtEveryPlace) {
 TEST_F(Property, OfAnEnumerationRefusesAnotherAndANumberWithoutLiteral) {
   const auto condition = variant::ConditionByFormula::create(mModel);
   const Access<variant::ConditionByFormula> time(condition, "BindingTime");
-  EXPECT_EQ(refusalOf<K7Q::WrongType>([&] { time.set(foundation::VisibilityKind(1)); }),
-            "ConditionByFormula.BindingTime: expected Tarvelon.metamodel.arplatform.variant.BindingTimeKind, got "
-            "Tarvelon.metamodel.foundation.VisibilityKind Private; give one of 'SystemDesignTime', "
-            "'CodeGenerationTime', 'PreCompileTime', 'LinkTime'");
-  EXPECT_NE(refusalOf<K7Q::OutOfRange>([&] { time.set(variant::BindingTimeKind(4)); }).find("BindingTimeKind 4;"),
-            std::string::npos);
+  EXPECT_EQ(
+      refusalOf<K7Q::WrongType>([&] { time.set(foundation::VisibilityKind(1)); }),
+      "ConditionByFormula.BindingTime: expected Tarvelon.metamodel.arplatform.variant.BindingTimeKind, got "
+      "Tarvelon.metamodel.foundation.VisibilityKind Private; give one of 'SystemDesignTime', "
+      "'CodeGenerationTime', 'PreCompileTime', 'LinkTime'");
+  EXPECT_NE(
+      refusalOf<K7Q::OutOfRange>([&] { time.set(variant::BindingTimeKind(4)); }).find("BindingTimeKind 4;"),
+      std::string::npos);
   refusalOf<K7Q::WrongType>([&] { time.set(K7Q::Integer(1)); });
   EXPECT_FALSE(time.has());
 }
@@ -223,14 +227,16 @@ TEST_F(Property, WhoseTypeHasNotBeenEnteredIsEmptyAndRefusesValues) {
   const Access<common::SwAddrMethod> section(method, "SectionType");
   EXPECT_FALSE(section.has());
   EXPECT_TRUE(section.get().isNull());
-  EXPECT_EQ(refusalOf<K7Q::WrongType>([&] { section.set(behavior::SectionTypeKind(1)); }),
-            "SwAddrMethod.SectionType: expected Tarvelon.metamodel.arplatform.behavior.SectionTypeKind, got "
-            "Tarvelon.metamodel.arplatform.behavior.SectionTypeKind Calprm; no value of that type can be made "
-            "yet: leave it unset");
+  EXPECT_EQ(
+      refusalOf<K7Q::WrongType>([&] { section.set(behavior::SectionTypeKind(1)); }),
+      "SwAddrMethod.SectionType: expected Tarvelon.metamodel.arplatform.behavior.SectionTypeKind, got "
+      "Tarvelon.metamodel.arplatform.behavior.SectionTypeKind Calprm; no value of that type can be made "
+      "yet: leave it unset");
   const auto point = variant::VariationPoint::create(mModel, u"V");
   const Access<variant::VariationPoint> data(point, "VariationPoint");
   EXPECT_TRUE(data.get().isNull());
-  EXPECT_NE(refusalOf<K7Q::WrongType>([&] { data.set(method); }).find("no value of that type"), std::string::npos);
+  EXPECT_NE(refusalOf<K7Q::WrongType>([&] { data.set(method); }).find("no value of that type"),
+            std::string::npos);
   EXPECT_NO_THROW(data.unset());
 }
 
@@ -255,12 +261,14 @@ TEST_F(Property, OfManyValuesIsNotReadOrSetAsOne) {
 TEST_F(Property, IsRefusedThroughTheTableOfAnotherClass) {
   const auto package = common::Package::create(mModel, u"Brakes");
   K7Q::Object value;
-  EXPECT_EQ(refusalOf<K7Q::WrongType>([&] { table<common::Sdg>().get(value, package.getClassObject(), {}, 2); }),
-            "expected an object of class 'Tarvelon.metamodel.arplatform.common.Sdg', got "
-            "Tarvelon.metamodel.arplatform.common.Package; use the table of that object's class");
+  EXPECT_EQ(
+      refusalOf<K7Q::WrongType>([&] { table<common::Sdg>().get(value, package.getClassObject(), {}, 2); }),
+      "expected an object of class 'Tarvelon.metamodel.arplatform.common.Sdg', got "
+      "Tarvelon.metamodel.arplatform.common.Package; use the table of that object's class");
   expectNullReference([&] { table<common::Sdg>().get(value, nullptr, {}, 2); });
-  EXPECT_EQ(refusalOf([&] { table<foundation::Namespace>().get(value, package.getClassObject(), {}, 2); }),
-            "class 'Tarvelon.metamodel.foundation.Namespace' has no property with id 2; its ids run from 1 to 3");
+  EXPECT_EQ(
+      refusalOf([&] { table<foundation::Namespace>().get(value, package.getClassObject(), {}, 2); }),
+      "class 'Tarvelon.metamodel.foundation.Namespace' has no property with id 2; its ids run from 1 to 3");
 }
 
 TEST_F(Property, RedefinedSharesTheStorageOfWhatItRedefines) {

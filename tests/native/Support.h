@@ -22,8 +22,7 @@ namespace foundation = Tarvelon::metamodel::foundation;
 namespace kernel = Tarvelon::metamodel::kernel;
 namespace types = Tarvelon::metamodel::types;
 
-inline constexpr std::string_view kNullText =
-    "Cannot access NULL ref. Use isValid() before calling methods";
+inline constexpr std::string_view kNullText = "Cannot access NULL ref. Use isValid() before calling methods";
 
 /// The text of the exception that `call` raises, which must be of exactly that class.
 template <class E = K7Q::Exception, class Call>
