@@ -1,8 +1,10 @@
 // Runs the benchmarks and prints each figure with its ratio to the baseline of its group, measured in the
 // same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct".
+#include <algorithm>
 #include <cstdio>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <benchmark/benchmark.h>
@@ -64,6 +66,9 @@ int main(int argc, char** argv) {
   benchmark::Initialize(&count, arguments.data());
   RatioReporter reporter;
   benchmark::RunSpecifiedBenchmarks(&reporter);
-  bench::reportMemory();
+  const bool isSelection = std::any_of(argv, argv + argc, [](const char* argument) {
+    return std::string_view(argument).starts_with("--benchmark_filter");
+  });
+  if (!isSelection) bench::reportMemory();
   return 0;
 }
