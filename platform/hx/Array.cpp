@@ -2,11 +2,13 @@
 
 #include <algorithm>
 #include <cstring>
+#include <iterator>
 #include <new>
 #include <utility>
 
 #include "boundary/bedrock/Except.h"
 #include "platform/hx/FreeList.h"
+#include "platform/hx/ObjectScalar.h"
 
 namespace hx {
 
@@ -32,48 +34,18 @@ static_assert(sizeof(hxArray) == 32, "the elements are aligned like the block");
 
 namespace {
 
-// What malloc() can hand out without a rest. Each holds a scalar, an object or a text of up to 4, 12, 28, 44,
-// 76, 108 units with its NUL.
-struct SizeClasses {
-  FreeList<40> one;
-  FreeList<56> two;
-  FreeList<88> three;
-  FreeList<120> four;
-  FreeList<184> five;
-  FreeList<248> six;
-};
-
-constinit SizeClasses gFree;
+// What malloc() can hand out without a rest: the first holds a scalar, the others a text of up to 12, 28, 44,
+// 76 and 108 units with its NUL. Larger arrays are not kept.
+constexpr std::size_t kSizes[] = {40, 56, 88, 120, 184, 248};
+constexpr std::uint32_t kLarge = std::size(kSizes);
+constinit FreeList gFree[] = {FreeList(kSizes[0]), FreeList(kSizes[1]), FreeList(kSizes[2]),
+                              FreeList(kSizes[3]), FreeList(kSizes[4]), FreeList(kSizes[5])};
 std::size_t gLive = 0;
 
-/// Calls `use` with the list of a size class; larger arrays have none.
-template <class Use, class Otherwise>
-decltype(auto) withFreeList(std::uint32_t sizeClass, Use use, Otherwise otherwise) {
-  switch (sizeClass) {
-    case 0:
-      return use(gFree.one);
-    case 1:
-      return use(gFree.two);
-    case 2:
-      return use(gFree.three);
-    case 3:
-      return use(gFree.four);
-    case 4:
-      return use(gFree.five);
-    case 5:
-      return use(gFree.six);
-    default:
-      return otherwise();
-  }
-}
-
 std::uint32_t sizeClassOf(std::size_t bytes) noexcept {
-  if (bytes <= 40) return 0;
-  if (bytes <= 56) return 1;
-  if (bytes <= 88) return 2;
-  if (bytes <= 120) return 3;
-  if (bytes <= 184) return 4;
-  return bytes <= 248 ? 5 : 6;
+  std::uint32_t sizeClass = 0;
+  while (sizeClass < kLarge && bytes > kSizes[sizeClass]) ++sizeClass;
+  return sizeClass;
 }
 
 std::size_t elementSize(hxClassId classId) noexcept {
@@ -95,23 +67,26 @@ std::size_t elementSize(hxClassId classId) noexcept {
 std::size_t blockSize(std::size_t rows, std::size_t columns, std::size_t element) {
   std::size_t count = 0;
   std::size_t bytes = 0;
+  const std::size_t rest = sizeof(hxArray) + (element == sizeof(char16_t) ? sizeof(char16_t) : 0);
   if (__builtin_mul_overflow(rows, columns, &count) || __builtin_mul_overflow(count, element, &bytes) ||
-      __builtin_add_overflow(bytes, sizeof(hxArray) + sizeof(char16_t), &bytes)) {
+      __builtin_add_overflow(bytes, rest, &bytes)) {
     throw bedrock::core::except::bad_alloc();
   }
   return bytes;
 }
 
-/// An array whose elements are not written yet. There is room for a NUL behind them.
-hxArray* allocate(std::size_t rows, std::size_t columns, hxClassId classId, const char* className = nullptr) {
-  std::size_t bytes = blockSize(rows, columns, elementSize(classId));
-  if (classId != hxChar) bytes -= sizeof(char16_t);
-  const auto sizeClass = sizeClassOf(bytes);
-  void* block = withFreeList(
-      sizeClass, [](auto& list) { return list.take(); }, [bytes] { return utMalloc(bytes); });
+hxArray* place(void* block, hxArray head) {
   if (!block) throw bedrock::core::except::bad_alloc();
   ++gLive;
-  return ::new (block) hxArray{rows, columns, className, classId, sizeClass};
+  return ::new (block) hxArray(head);
+}
+
+/// An array whose elements are not written yet. There is room for a NUL behind them.
+hxArray* allocate(std::size_t rows, std::size_t columns, hxClassId classId, const char* className = nullptr) {
+  const std::size_t bytes = blockSize(rows, columns, elementSize(classId));
+  const std::uint32_t sizeClass = sizeClassOf(bytes);
+  void* block = sizeClass < kLarge ? gFree[sizeClass].take() : utMalloc(bytes);
+  return place(block, {rows, columns, className, classId, sizeClass});
 }
 
 hxArray* allocateZeroed(std::size_t rows, std::size_t columns, hxClassId classId, const char* className) {
@@ -121,8 +96,9 @@ hxArray* allocateZeroed(std::size_t rows, std::size_t columns, hxClassId classId
 }
 
 template <class T>
-hxArray* createScalar(hxClassId classId, T value) {
-  hxArray* array = allocate(1, 1, classId);
+hxArray* createScalar(hxClassId classId, T value, const char* className = nullptr) {
+  static_assert(sizeof(hxArray) + sizeof value <= kSizes[0]);
+  hxArray* array = place(gFree[0].take(), {1, 1, className, classId, 0});
   std::memcpy(array->data(), &value, sizeof value);
   return array;
 }
@@ -157,6 +133,12 @@ hxArray* hxCreateObjectMatrix(std::size_t rows, std::size_t columns, const char*
   return allocateZeroed(rows, columns, hxObject, className);
 }
 
+hxArray* createObjectScalar(Element* element, const char* className) {
+  hxArray* array = createScalar(hxObject, element, className);
+  if (element) element->addRef();
+  return array;
+}
+
 hxArray* hxDuplicateArray(const hxArray* array) {
   if (!array) return nullptr;
   hxArray* copy = allocate(array->rows, array->columns, array->classId, array->className);
@@ -179,8 +161,11 @@ void hxDestroyArray(hxArray* array) noexcept {
     });
   }
   --gLive;
-  withFreeList(
-      array->sizeClass, [array](auto& list) { list.give(array); }, [array] { utFree(array); });
+  if (array->sizeClass < kLarge) {
+    gFree[array->sizeClass].give(array);
+  } else {
+    utFree(array);
+  }
 }
 
 std::size_t hxGetNumberOfElements(const hxArray* array) noexcept { return array ? array->count() : 0; }

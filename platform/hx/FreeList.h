@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstddef>
+#include <new>
 
 #include "boundary/Export.h"
 #include "boundary/ut/Memory.h"
@@ -23,18 +24,16 @@ TARVELON_API extern unsigned long gAllocationsUntilFailure;
 /// Every block is one of utMalloc(), so that more than the list keeps go back at once. While an allocation is
 /// to fail by request no block is reused, so that a test can count on the n-th one; in a build with
 /// AddressSanitizer none ever is, so that a use after the end and a leak are seen. Threads: one at a time.
-template <std::size_t Size>
 class FreeList {
  public:
-  static constexpr std::size_t kSize = Size;
-
-  constexpr FreeList() noexcept = default;
+  /// REQUIRES: a size of a pointer at least.
+  explicit constexpr FreeList(std::size_t size) noexcept : mSize(size) {}
   FreeList(const FreeList&) = delete;
   FreeList& operator=(const FreeList&) = delete;
 
   /// A block, null when memory is exhausted.
   void* take() noexcept {
-    if (!mFirst || gAllocationsUntilFailure != 0) return utMalloc(Size);
+    if (!mFirst || gAllocationsUntilFailure != 0) return utMalloc(mSize);
     Block* block = mFirst;
     mFirst = block->next;
     --mCount;
@@ -51,7 +50,6 @@ class FreeList {
   struct Block {
     Block* next;
   };
-  static_assert(Size >= sizeof(Block));
 
 #ifdef TARVELON_HAS_ASAN
   static constexpr std::size_t kKept = 0;
@@ -59,6 +57,7 @@ class FreeList {
   static constexpr std::size_t kKept = 4096;
 #endif
 
+  std::size_t mSize;
   Block* mFirst = nullptr;
   std::size_t mCount = 0;
 };

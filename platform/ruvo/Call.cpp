@@ -8,9 +8,9 @@
 namespace ruvo {
 
 HostResult invoke(const Choice& choice, RVOInterface* self, std::span<const HostValue> arguments) {
-  const RVOMethodSignature& signature = *choice.record->getSignature();
+  const RVOMethodSignature& signature = *choice.signature;
   Slots slots(signature);
-  if (choice.takesSelf) slots.add(HostValue::ofObject(self));
+  if (choice.takesSelf) slots.addObject(self);
   for (const HostValue& argument : arguments) slots.add(argument);
 
   std::uint32_t resultCount = 0;
@@ -60,16 +60,15 @@ RVOInterfacePtr construct(Class& cls, std::span<const HostValue> arguments) {
         "class '" + std::string(name) +
         "' is abstract: it has no constructor; construct an object of one of its subclasses");
   }
-  const RVOMethodInfo& record =
-      *choose(CallSite{name, {}}, constructors->candidates, nullptr, arguments).record;
-  Slots slots(*record.getSignature());
+  const Choice choice = choose(CallSite{name, {}}, constructors->candidates, nullptr, arguments);
+  Slots slots(*choice.signature);
   for (const HostValue& argument : arguments) slots.add(argument);
 
   RVOInterfacePtr object(HostObject::create(cls));
   const hx::ArrayPtr box(boxInterface(object, cls.getFullName()));
   std::uint32_t resultCount = 0;
   RVOValue result(box.get());
-  record.invoke(ObjectSystem::client(), resultCount, &result, slots.count(), slots.data());
+  choice.record->invoke(ObjectSystem::client(), resultCount, &result, slots.count(), slots.data());
   if (!object->getBoundPointer(cls.getFullName())) {
     throw K7Q::Exception(std::string(cls.shortName()) +
                          ": the constructor has made no object; it must bind one");

@@ -22,16 +22,12 @@ std::vector<Class*>& ObjectSystem::globals() noexcept {
   return classes;
 }
 
-const RVOClient* ObjectSystem::client() noexcept {
-  static const RVOClient& client = *new RVOClient;
-  return &client;
-}
-
-Class& ObjectSystem::addClass(std::unique_ptr<RVOClassInfo> info, const InternedName& fullName, int access) {
-  auto* cls = new Class(info.get(), fullName, access);
+void ObjectSystem::addClass(std::vector<Class*>& classes, std::unique_ptr<RVOClassInfo> info,
+                            const InternedName& fullName, int access) {
+  std::unique_ptr<Class> cls(new Class(info.get(), fullName, access));
   static_cast<void>(info.release());
-  entryOf(fullName).bearer = cls;
-  return *cls;
+  classes.push_back(cls.get());
+  entryOf(fullName).bearer = cls.release();
 }
 
 void RVOClass::addGlobalClass(RVOClassInfo* info) {
@@ -46,9 +42,7 @@ void RVOClass::addGlobalClass(RVOClassInfo* info) {
     throw K7Q::Exception("there is a class '" + std::string(name) +
                          "' already; give the new one another name");
   }
-  auto& globals = ObjectSystem::globals();
-  globals.reserve(globals.size() + 1);
-  globals.push_back(&ObjectSystem::addClass(std::move(owned), fullName, info->getAccess()));
+  ObjectSystem::addClass(ObjectSystem::globals(), std::move(owned), fullName, info->getAccess());
 }
 
 Class::Class(RVOClassInfo* info, const InternedName& fullName, int access)

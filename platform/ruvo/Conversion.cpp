@@ -49,7 +49,9 @@ int fitOfNumber(const HostValue& value, TypeKind kind) noexcept {
   }
 }
 
-int fitOfObject(const RVOInterface& object, const InternedName& type) {
+}  // namespace
+
+int fitOf(const RVOInterface& object, const InternedName& type) {
   Class& cls = classOf(object);
   if (cls.getFullName() == type) return 0;
   const bool isObject = type == gObject.get();
@@ -61,8 +63,6 @@ int fitOfObject(const RVOInterface& object, const InternedName& type) {
   if (isObject) return behind;
   return type == gImmutableObject.get() ? behind + 1 : kWrongKind;
 }
-
-}  // namespace
 
 bool isEmpty(const HostValue& value) noexcept {
   return value.kind() == HostValue::Kind::Empty ||
@@ -83,7 +83,7 @@ int fitOf(const HostValue& value, const InternedName& type) {
     case TypeKind::Class:
       break;
   }
-  if (value.kind() == HostValue::Kind::Object) return fitOfObject(*value.object(), type);
+  if (value.kind() == HostValue::Kind::Object) return fitOf(*value.object(), type);
   return isEmpty(value) ? 0 : kWrongKind;
 }
 

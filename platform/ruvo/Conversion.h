@@ -15,6 +15,7 @@ namespace ruvo {
 inline constexpr int kWrongKind = -1;
 inline constexpr int kOutOfRange = -2;
 int fitOf(const HostValue& value, const InternedName& type);
+int fitOf(const RVOInterface& object, const InternedName& type);
 
 /// Whether no object is given, or an empty array of any class.
 bool isEmpty(const HostValue& value) noexcept;
@@ -43,6 +44,11 @@ class Slots {
 
   void add(const HostValue& value) {
     data()[mCount] = slotOf(value, typeAt(mCount));
+    ++mCount;
+  }
+  /// The same for an object, which fits.
+  void addObject(RVOInterface* object) {
+    data()[mCount] = RVOValue(boxInterface(object, typeAt(mCount)));
     ++mCount;
   }
   RVOValue* data() noexcept { return mMany ? mMany.get() : mFew; }

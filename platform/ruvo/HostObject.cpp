@@ -3,13 +3,14 @@
 #include "boundary/bedrock/Except.h"
 #include "boundary/ruvo/BindingRegistry.h"
 #include "platform/hx/FreeList.h"
+#include "platform/hx/ObjectScalar.h"
 #include "platform/ruvo/Registry.h"
 
 namespace ruvo {
 
 namespace {
 
-constinit hx::FreeList<sizeof(HostObject)> gFree;
+constinit hx::FreeList gFree(sizeof(HostObject));
 
 }  // namespace
 
@@ -42,9 +43,7 @@ hx::hxArray* boxInterface(RVOInterface* object, const InternedName& className) {
   if (!object) return hx::hxCreateObjectMatrix(0, 0, className.c_str());
   // A new object has no holder yet: without one it would stay when there is no memory for the array.
   const RVOInterfacePtr holder(object);
-  hx::hxArray* array = hx::hxCreateObjectMatrix(1, 1, className.c_str());
-  hx::hxSetElement(array, 0, object);
-  return array;
+  return hx::createObjectScalar(object, className.c_str());
 }
 
 }  // namespace ruvo

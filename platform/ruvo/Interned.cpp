@@ -46,11 +46,11 @@ class Arena {
   static constexpr std::size_t kBlock = 16384;
 
   void* newBlock(std::size_t bytes) {
-    mBlocks.reserve(mBlocks.size() + 1);
-    void* block = utMalloc(bytes);
-    if (!block) throw bedrock::core::except::bad_alloc();
-    mBlocks.push_back(block);
-    return block;
+    // The place first: a block that is not in the list is lost.
+    mBlocks.push_back(nullptr);
+    mBlocks.back() = utMalloc(bytes);
+    if (!mBlocks.back()) throw bedrock::core::except::bad_alloc();
+    return mBlocks.back();
   }
 
   std::vector<void*> mBlocks;

@@ -24,19 +24,21 @@ std::size_t parameterCount(const RVOMethodSignature& signature) noexcept {
 class Candidate {
  public:
   Candidate(const RVOMethodInfo& record, RVOInterface* self, std::span<const HostValue> arguments)
-      : mSignature(record.getSignature() ? &*record.getSignature() : nullptr),
-        mSelf(self),
-        mArguments(arguments),
-        mTakesSelf(self && mSignature && takesObject(record, *mSignature)) {}
+      : mArguments(arguments), mSelf(self) {
+    const RVOMethodSignaturePtr& signature = record.getSignature();
+    if (!signature) return;
+    mSignature = &*signature;
+    mTakesSelf = self && takesObject(record, *mSignature);
+  }
 
-  bool takesSelf() const noexcept { return mTakesSelf; }
+  Choice choice(const RVOMethodInfo& record) const noexcept { return {&record, mSignature, mTakesSelf}; }
   bool fitsCount() const noexcept {
     return mSignature && parameterCount(*mSignature) == mArguments.size() + (mTakesSelf ? 1 : 0);
   }
 
   /// The sum of the distances, or why an argument does not fit. REQUIRES: fitsCount().
   int distance() const {
-    if (mTakesSelf && fitOf(HostValue::ofObject(mSelf), parameterType(*mSignature, 0)) < 0) return kWrongKind;
+    if (mTakesSelf && fitOf(*mSelf, parameterType(*mSignature, 0)) < 0) return kWrongKind;
     int sum = 0;
     for (std::size_t i = 0; i < mArguments.size(); ++i) {
       const int fit = fitOf(mArguments[i], typeOf(i));
@@ -53,10 +55,10 @@ class Candidate {
   }
 
  private:
-  const RVOMethodSignature* mSignature;
-  RVOInterface* mSelf;
   std::span<const HostValue> mArguments;
-  bool mTakesSelf;
+  RVOInterface* mSelf;
+  const RVOMethodSignature* mSignature = nullptr;
+  bool mTakesSelf = false;
 };
 
 [[noreturn]] void throwOutOfRange(const CallSite& site, const Candidate& candidate,
@@ -98,7 +100,7 @@ Choice choose(const CallSite& site, std::span<const RVOMethodInfo* const> candid
     const int distance = candidate.distance();
     if (distance == kOutOfRange && !outOfRange) outOfRange = record;
     if (distance < 0 || distance >= bestDistance) continue;
-    best = {record, candidate.takesSelf()};
+    best = candidate.choice(*record);
     bestDistance = distance;
     if (distance == 0) break;
   }

@@ -23,6 +23,7 @@ struct CallSite {
 /// The record that a call means, and whether the object on which it was made goes in as the first slot.
 struct Choice {
   const RVOMethodInfo* record = nullptr;
+  const RVOMethodSignature* signature = nullptr;
   bool takesSelf = false;
 };
 

@@ -201,8 +201,7 @@ void Package::addClass(RVOClassInfo* info, int access) {
     throw K7Q::Exception(described(*this) + " has a class '" + std::string(shortName) +
                          "' already; give the new one another name");
   }
-  mContent->classes.reserve(mContent->classes.size() + 1);
-  mContent->classes.push_back(&ObjectSystem::addClass(std::move(owned), fullName, access));
+  ObjectSystem::addClass(mContent->classes, std::move(owned), fullName, access);
 }
 
 void Package::addFunction(factory::FunctionInfo* function) {

@@ -17,10 +17,15 @@ class ObjectSystem {
   static Package& root() noexcept;
   static std::vector<Class*>& globals() noexcept;
   /// On whose behalf classes are defined and methods called.
-  static const RVOClient* client() noexcept;
+  static const RVOClient* client() {
+    static const RVOClient& client = *new RVOClient;
+    return &client;
+  }
 
-  /// Makes a class of the info, which it owns, and lets its full name lead to it. The name must be free.
-  static Class& addClass(std::unique_ptr<RVOClassInfo> info, const InternedName& fullName, int access);
+  /// Makes a class of the info, which it owns, puts it into the list and lets its full name lead to it.
+  /// REQUIRES: a name that no class has.
+  static void addClass(std::vector<Class*>& classes, std::unique_ptr<RVOClassInfo> info,
+                       const InternedName& fullName, int access);
   /// The child of that short name as it stands, made if there is none.
   static Package& childOf(Package& parent, std::string_view shortName);
   /// Lets the package run `initializer` when it is touched next.

@@ -8,7 +8,7 @@ namespace hx {
 namespace {
 
 TEST(FreeList, GivesStorageOfItsSize) {
-  FreeList<64> list;
+  FreeList list(64);
   std::vector<unsigned char*> blocks;
   for (int i = 0; i < 10; ++i) {
     blocks.push_back(static_cast<unsigned char*>(list.take()));
@@ -22,7 +22,7 @@ TEST(FreeList, ReusesTheLastBlockThatCameBack) {
 #ifdef TARVELON_HAS_ASAN
   GTEST_SKIP() << "blocks are not reused where every use is watched";
 #else
-  FreeList<64> list;
+  FreeList list(64);
   void* first = list.take();
   list.give(first);
   EXPECT_EQ(list.take(), first);
@@ -31,7 +31,7 @@ TEST(FreeList, ReusesTheLastBlockThatCameBack) {
 }
 
 TEST(FreeList, FailsByRequestThoughItHasABlock) {
-  FreeList<64> list;
+  FreeList list(64);
   void* block = list.take();
   list.give(block);
   utFailAllocation(1);
