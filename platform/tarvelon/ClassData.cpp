@@ -43,7 +43,6 @@ ClassData::ClassData(const ClassMethods& table)
   inherit();
   // Behind inherit(), which makes the bases: so a base's ordinal is always the smaller one.
   ordinal = nextOrdinal();
-  for (const ClassData* ancestor : ancestors) setBit(ancestorBits, ancestor->ordinal);
   addTags();
   addProperties();
   layOut();
@@ -77,15 +76,15 @@ void ClassData::addProperties() {
 }
 
 void ClassData::layOut() {
-  slotBase.resize(ordinal + 1);
+  firstPlace.resize(ordinal + 1, kNotAbove);
   for (const ClassData* ancestor : ancestors) {
-    slotBase[ancestor->ordinal] = static_cast<std::uint16_t>(slots.size());
-    const std::size_t first = slots.size();
-    slots.resize(first + ancestor->properties.size(), kNoSlot);
+    const std::size_t first = places.size();
+    firstPlace[ancestor->ordinal] = static_cast<std::uint16_t>(first);
+    places.resize(first + ancestor->properties.size());
     for (const auto& property : ancestor->properties) {
-      if (property && property->storage() != Storage::None) {
-        slots[first + property->id()] = slotFor(*ancestor, *property);
-      }
+      if (!property) continue;
+      const bool isStored = property->storage() != Storage::None;
+      places[first + property->id()] = {property.get(), isStored ? slotFor(*ancestor, *property) : kNoSlot};
     }
   }
 }
@@ -99,7 +98,7 @@ std::uint8_t ClassData::slotFor(const ClassData& ancestor, const Property& prope
   for (const K7Q::IntrospectiveMethods* base : ancestor.methods->bases()) {
     const Property* wider = dataOf(base).findProperty(redefined);
     if (!wider || wider->storage() != property.storage()) continue;
-    const std::uint8_t slot = slotOf(wider->ownerClass().data().ordinal, wider->id());
+    const std::uint8_t slot = placeOf(wider->ownerClass().data(), wider->id()).slot;
     slotProperties[slot] = &property;
     return slot;
   }
@@ -134,21 +133,28 @@ const Property* ClassData::findProperty(std::string_view metaName) const noexcep
 void ClassData::planConstructors() {
   if (!methods->rows()) return;
   for (const ConstructorRow& row : methods->rows()->constructors) {
-    ConstructorPlan plan{&row, {}};
+    ConstructorPlan plan;
     std::string_view rest = row.parameterNames;
     for (unsigned argument = 0; argument < row.count; ++argument) {
-      // " aSymbol, aName": a blank and an article before each name.
-      constexpr std::size_t kLead = 2;
       const std::string_view parameter = rest.substr(0, rest.find(','));
-      const std::string_view metaName = parameter.substr(std::min(kLead, parameter.size()));
-      const Property* property = findProperty(metaName);
-      if (!property)
-        refuseRows(*methods, "no property '" + std::string(metaName) + "' for a constructor's argument");
-      plan.properties.push_back(property);
+      plan.push_back(planArgument(parameter));
       rest.remove_prefix(std::min(parameter.size() + 1, rest.size()));
     }
     constructors.push_back(std::move(plan));
   }
+}
+
+ArgumentPlan ClassData::planArgument(std::string_view parameter) const {
+  // " aSymbol": a blank and an article before the name.
+  constexpr std::size_t kLead = 2;
+  const std::string_view metaName = parameter.substr(std::min(kLead, parameter.size()));
+  const Property* property = findProperty(metaName);
+  if (!property)
+    refuseRows(*methods, "no property '" + std::string(metaName) + "' for a constructor's argument");
+  // An own property belongs to the class that is being made just now.
+  const ClassData& owner = &property->ownerClass() == methods ? *this : property->ownerClass().data();
+  const std::uint8_t slot = placeOf(owner, property->id()).slot;
+  return {slotProperties[slot], slot};
 }
 
 std::u16string ClassDescription::name() const {

@@ -29,27 +29,39 @@ class ClassDescription final : public K7Q::NSInterface::ClassIntf {
   const ClassMethods* mMethods;
 };
 
-/// What a constructor fills: one property for each argument.
-struct ConstructorPlan {
-  const ConstructorRow* row;
-  std::vector<const Property*> properties;
+/// What an argument of a constructor fills.
+struct ArgumentPlan {
+  /// The narrowest row of the slot.
+  const Property* property;
+  std::uint8_t slot;
+};
+using ConstructorPlan = std::vector<ArgumentPlan>;
+
+/// A property of an owner, as an object of a class has it.
+struct PropertyPlace {
+  /// Null for an id without a property.
+  const Property* property = nullptr;
+  std::uint8_t slot = 0;
 };
 
 /// What the engine knows of a class beyond its rows; made when the class is first used, and kept.
 struct ClassData {
   static constexpr std::uint8_t kNoSlot = 0xFF;
+  static constexpr std::uint16_t kNotAbove = 0xFFFF;
 
   explicit ClassData(const ClassMethods& methods);
   ClassData(const ClassData&) = delete;
   ClassData& operator=(const ClassData&) = delete;
 
   /// Whether the class is the one of that ordinal or stands below it.
-  bool isKindOf(unsigned other) const noexcept { return testBit(ancestorBits, other); }
-  bool answersTag(std::size_t tag) const noexcept { return testBit(tagBits, tag); }
-  /// The slot of the owner's property, kNoSlot for one that is not stored.
-  /// REQUIRES: isKindOf(ownerOrdinal), an id that the owner has.
-  std::uint8_t slotOf(unsigned ownerOrdinal, unsigned id) const noexcept {
-    return slots[slotBase[ownerOrdinal] + id];
+  bool isKindOf(unsigned other) const noexcept { return other <= ordinal && firstPlace[other] != kNotAbove; }
+  bool answersTag(std::size_t tag) const noexcept {
+    return tag / 64 < tagBits.size() && (tagBits[tag / 64] >> (tag % 64) & 1) != 0;
+  }
+  /// The owner's property and its slot, kNoSlot for one that is not stored.
+  /// REQUIRES: isKindOf(owner.ordinal), an id up to the owner's last.
+  const PropertyPlace& placeOf(const ClassData& owner, unsigned id) const noexcept {
+    return places[firstPlace[owner.ordinal] + id];
   }
   /// An own property, null for an id without one.
   const Property* ownProperty(unsigned id) const noexcept {
@@ -65,16 +77,15 @@ struct ClassData {
   unsigned ordinal = 0;
   K7Q::CooperativeVisitor::TagPair tags;
   ClassDescription description;
-  std::vector<std::uint64_t> ancestorBits;
   std::vector<std::uint64_t> tagBits;
   /// The class and all above, each behind its bases.
   std::vector<const ClassData*> ancestors;
 
-  /// By id; own ones alone.
+  /// By id, from 0; own ones alone.
   std::vector<std::unique_ptr<Property>> properties;
-  /// By ordinal of the owner: where its ids start in `slots`.
-  std::vector<std::uint16_t> slotBase;
-  std::vector<std::uint8_t> slots;
+  /// By ordinal of the owner: where its ids start in `places`. A class above always has the smaller ordinal.
+  std::vector<std::uint16_t> firstPlace;
+  std::vector<PropertyPlace> places;
   /// By slot: the narrowest row that shares it. What is written is checked against this one.
   std::vector<const Property*> slotProperties;
   /// A bit for each slot that holds, refers, has a list, has text.
@@ -86,9 +97,6 @@ struct ClassData {
   std::vector<ConstructorPlan> constructors;
 
  private:
-  static bool testBit(std::span<const std::uint64_t> bits, std::size_t bit) noexcept {
-    return bit / 64 < bits.size() && (bits[bit / 64] >> (bit % 64) & 1) != 0;
-  }
   void inherit();
   void addTags();
   void addProperties();
@@ -96,6 +104,7 @@ struct ClassData {
   std::uint8_t slotFor(const ClassData& ancestor, const Property& property);
   void addSlot(const Property& property);
   void planConstructors();
+  ArgumentPlan planArgument(std::string_view parameter) const;
 };
 
 }  // namespace Tarvelon::metamodel::native

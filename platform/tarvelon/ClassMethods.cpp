@@ -35,14 +35,16 @@ const ClassData& ClassMethods::makeData() const {
   return *data;
 }
 
-ClassMethods::Place ClassMethods::locate(K7Q::NSInterface::ClassObjectIntf* object, unsigned id) const {
+// Every read and write of a property starts here.
+[[gnu::always_inline]] inline ClassMethods::Place ClassMethods::locate(K7Q::NSInterface::ClassObjectIntf* object, unsigned id) const {
   Instance* instance = asInstance(object);
   if (!instance || !isInstance(*instance)) refuseObject(object);
   if (!instance->isAlive()) raiseNullReference();
   const ClassData& own = *mData.load(std::memory_order_relaxed);
-  const Property* property = own.ownProperty(id);
-  if (!property) refuseId(id);
-  return {*instance, *property, instance->cls().slotOf(own.ordinal, id)};
+  if (id >= own.properties.size()) refuseId(id);
+  const PropertyPlace& place = instance->cls().placeOf(own, id);
+  if (!place.property) refuseId(id);
+  return {*instance, *place.property, place.slot};
 }
 
 void ClassMethods::refuseObject(K7Q::NSInterface::ClassObjectIntf* object) const {

@@ -12,12 +12,7 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-struct Value {
-  unsigned slot = 0;
-  bool isHeld = false;
-  Prepared prepared;
-};
-using Values = std::array<Value, kMaxArguments>;
+using Values = std::array<Prepared, kMaxArguments>;
 
 std::string dotted(const ClassData& cls) { return "class '" + std::string(cls.names[0].view()) + "'"; }
 
@@ -35,27 +30,22 @@ const ConstructorPlan& planOf(const ClassData& cls, unsigned constructor, std::s
                          std::to_string(cls.constructors.size()) + ", counted from 0");
   }
   const ConstructorPlan& plan = cls.constructors[constructor];
-  if (plan.properties.size() != arguments) {
+  if (plan.size() != arguments) {
     throw K7Q::WrongType("constructor " + std::to_string(constructor) + " of " + dotted(cls) + ": expected " +
-                         std::to_string(plan.properties.size()) + " arguments behind the model, got " +
+                         std::to_string(plan.size()) + " arguments behind the model, got " +
                          std::to_string(arguments));
   }
   return plan;
 }
 
-Value checked(const NativeModel& model, const ClassData& cls, const Property& property,
-              const K7Q::Object& argument) {
-  const unsigned slot = cls.slotOf(property.ownerClass().data().ordinal, property.id());
-  const Property& narrowest = *cls.slotProperties[slot];
-  return {slot, narrowest.holds(), prepare({cls, narrowest, model}, argument)};
-}
-
 /// What is held comes last: by then everything has been allocated, and no owner has lost anything to an
 /// object that then cannot be made.
-void fill(Instance& object, std::span<const Value> values) {
+void fill(Instance& object, const ConstructorPlan& plan, const Values& values) {
   for (const bool isHeld : {false, true}) {
-    for (const Value& value : values) {
-      if (value.isHeld == isHeld && !value.prepared.isEmpty) store(object, value.slot, value.prepared);
+    for (std::size_t index = 0; index < plan.size(); ++index) {
+      if (plan[index].property->holds() == isHeld && !values[index].isEmpty) {
+        store(object, plan[index].slot, values[index]);
+      }
     }
   }
 }
@@ -66,12 +56,12 @@ Instance& construct(NativeModel& model, const ClassData& cls, unsigned construct
                     std::span<const K7Q::Object> arguments) {
   const ConstructorPlan& plan = planOf(cls, constructor, arguments.size());
   Values values;
-  for (std::size_t index = 0; index < arguments.size(); ++index) {
-    values[index] = checked(model, cls, *plan.properties[index], arguments[index]);
+  for (std::size_t index = 0; index < plan.size(); ++index) {
+    values[index] = prepare({cls, *plan[index].property, model}, arguments[index]);
   }
-  Instance& object = model.add(cls, static_cast<unsigned>(arguments.size()));
+  Instance& object = model.add(cls, static_cast<unsigned>(plan.size()));
   try {
-    fill(object, std::span(values).first(arguments.size()));
+    fill(object, plan, values);
   } catch (...) {
     destroyTree(object);
     throw;

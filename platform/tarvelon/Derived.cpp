@@ -18,7 +18,7 @@ std::uint64_t slotsOf(const Instance& object, const Property& property) noexcept
   if (property.derivation() == Derivation::Owned) return object.cls().holdingSlots;
   const ClassData& owner = property.ownerClass().data();
   const Property* packaged = owner.findProperty("PackagedElement");
-  return std::uint64_t{1} << object.cls().slotOf(owner.ordinal, packaged->id());
+  return std::uint64_t{1} << object.cls().placeOf(owner, packaged->id()).slot;
 }
 
 }  // namespace

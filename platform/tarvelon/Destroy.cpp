@@ -44,10 +44,19 @@ void chainUp(Instance& root) noexcept {
   }
 }
 
-/// Takes all dying objects out of a list at once, and the list out of the referrers of all but `object`.
-void sweepList(Instance& referring, unsigned slot, const Instance& object) noexcept {
+/// Takes a dying object out of a list of references. One that stands far inside takes all that are dying
+/// along: so a tree is destroyed in one pass over each list, however many of its objects stand in it and in
+/// whatever order.
+void leaveList(Instance& referring, unsigned slot, const Instance& object) noexcept {
+  constexpr std::uint32_t kNear = 32;
+  WordList& list = *listOf(referring, slot);
+  const std::uint32_t place = list.findNearEnds(&object, kNear);
+  if (place != WordList::kNotFound) {
+    list.erase(place, 1);
+    return;
+  }
   const Referrer referrer{referring.number(), static_cast<std::uint8_t>(slot)};
-  listOf(referring, slot)->eraseIf([&](Word word) {
+  list.eraseIf([&](Word word) {
     if (word.object->isDying() && word.object != &object) word.object->removeReferrer(referrer);
     return word.object->isDying();
   });
@@ -61,7 +70,7 @@ void leaveReferrers(Instance& object) noexcept {
     Instance& referring = object.model().instance(referrer.instance);
     if (referring.isDying()) return;
     if ((referring.cls().listSlots >> referrer.slot & 1) != 0) {
-      sweepList(referring, referrer.slot, object);
+      leaveList(referring, referrer.slot, object);
     } else {
       referring.remove(referrer.slot);
     }

@@ -125,8 +125,12 @@ void store(Instance& object, unsigned slot, Prepared value) {
       storeText(object, slot, value.word.text);
       break;
     default:
-      object.reserve(object.has(slot) ? 0 : 1);
-      object.put(slot, value.word);
+      if (Word* word = object.find(slot)) {
+        *word = value.word;
+      } else {
+        object.reserve(1);
+        object.put(slot, value.word);
+      }
   }
 }
 

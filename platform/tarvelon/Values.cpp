@@ -19,14 +19,18 @@ namespace {
 using K7Q::NSInterface::ScalarIntf;
 using K7Q::NSInterface::StringIntf;
 
-// Every 16-bit unit of four at once: whether one is 0 or a surrogate.
-bool mayBeRefused(const char16_t* units) noexcept {
+// Looks at four units at once. Says true for a text that has a U+0000 or a surrogate in its groups of four.
+bool mayBeRefused(std::u16string_view text) noexcept {
   constexpr std::uint64_t kOnes = 0x0001000100010001;
   constexpr std::uint64_t kHighs = 0x8000800080008000;
-  constexpr auto hasZero = [](std::uint64_t word) { return ((word - kOnes) & ~word & kHighs) != 0; };
-  std::uint64_t word = 0;
-  std::memcpy(&word, units, sizeof(word));
-  return hasZero(word) || hasZero((word & (0xF800 * kOnes)) ^ (0xD800 * kOnes));
+  std::uint64_t found = 0;
+  for (std::size_t position = 0; position + 4 <= text.size(); position += 4) {
+    std::uint64_t word = 0;
+    std::memcpy(&word, text.data() + position, sizeof(word));
+    const std::uint64_t surrogate = (word & (0xF800 * kOnes)) ^ (0xD800 * kOnes);
+    found |= ((word - kOnes) & ~word) | ((surrogate - kOnes) & ~surrogate);
+  }
+  return (found & kHighs) != 0;
 }
 
 constexpr bool isLeading(char16_t unit) noexcept { return (unit & 0xFC00) == 0xD800; }
@@ -78,8 +82,7 @@ Prepared scalar(std::uint64_t bits) { return {Word{.bits = bits}, false}; }
 }  // namespace
 
 void checkText(const Target& target, std::u16string_view text) {
-  std::size_t position = 0;
-  while (position + 4 <= text.size() && !mayBeRefused(text.data() + position)) position += 4;
+  std::size_t position = mayBeRefused(text) ? 0 : text.size() / 4 * 4;
   for (; position < text.size(); ++position) {
     const char16_t unit = text[position];
     if (isLeading(unit) && position + 1 < text.size() && isTrailing(text[position + 1])) {

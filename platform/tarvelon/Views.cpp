@@ -45,7 +45,12 @@ class ReferencesView final : public ObjectView {
       : ObjectView(object, property, immutable), mSlot(slot) {}
 
  private:
-  const WordList* list() const { return listOf(object(), mSlot); }
+  /// Null while nothing was ever put in; after that the object keeps the same list.
+  const WordList* list() const {
+    const Instance& host = object();
+    if (!mList) mList = listOf(host, mSlot);
+    return mList;
+  }
   Instance& elementAt(std::uint32_t index) const override { return *list()->at(index).object; }
   /// REQUIRES: checked.
   static Instance& elementOf(const Ref& ref) { return *asInstance(objectOf(ref)); }
@@ -89,6 +94,7 @@ class ReferencesView final : public ObjectView {
   }
 
   unsigned mSlot;
+  mutable const WordList* mList = nullptr;
 };
 
 class TextsView final : public ListView {

@@ -95,10 +95,10 @@ void WordList::move(std::uint32_t from, std::uint32_t to) noexcept {
   ++mChanges;
 }
 
-std::uint32_t WordList::find(const Instance* object) const noexcept {
+std::uint32_t WordList::findNearEnds(const Instance* object, std::uint32_t limit) const noexcept {
   std::uint32_t front = 0;
   std::uint32_t back = mSize;
-  while (front < back) {
+  while (front < back && front < limit) {
     if (at(front).object == object) return front;
     ++front;
     --back;

@@ -41,7 +41,9 @@ class WordList {
   /// Takes the element from one place and puts it where it then stands at index `to`.
   void move(std::uint32_t from, std::uint32_t to) noexcept;
   /// The place of an object, searched from both ends at once; kNotFound if it is not there.
-  std::uint32_t find(const Instance* object) const noexcept;
+  std::uint32_t find(const Instance* object) const noexcept { return findNearEnds(object, mSize); }
+  /// The same, looking at no more than `limit` elements from each end.
+  std::uint32_t findNearEnds(const Instance* object, std::uint32_t limit) const noexcept;
   /// Takes out every word for which `isOut` says so; the others keep their order.
   template <class Predicate>
   void eraseIf(Predicate isOut) noexcept {

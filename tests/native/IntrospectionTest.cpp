@@ -175,11 +175,10 @@ TEST(PackageDescription, ListsWhatHasBeenEntered) {
 }
 
 TEST(PackageDescription, OfAnUnknownNameIsRefused) {
-  EXPECT_NE(
-      refusalOf<K7Q::UnknownName>([] {
-        metaPackage("Tarvelon.metamodel.arplatform.comon");
-      }).find("there is no package 'Tarvelon.metamodel.arplatform.comon' in the metamodel; there are Tarvelon"),
-      std::string::npos);
+  EXPECT_NE(refusalOf<K7Q::UnknownName>([] { metaPackage("Tarvelon.metamodel.arplatform.comon"); })
+                .find("there is no package 'Tarvelon.metamodel.arplatform.comon' in the metamodel; there are "
+                      "Tarvelon"),
+            std::string::npos);
 }
 
 TEST(PackageDescription, HasClassesThatAreAllWellFormed) {

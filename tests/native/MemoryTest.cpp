@@ -1,0 +1,209 @@
+// What objects cost, and what a failed allocation leaves behind.
+
+#include <functional>
+#include <malloc.h>
+#include <new>
+#include <string>
+#include <vector>
+
+#include "boundary/bedrock/Except.h"
+#include "boundary/ut/Memory.h"
+#include "tests/native/Support.h"
+
+#if defined(__SANITIZE_ADDRESS__)
+#define TARVELON_TEST_IS_SANITIZED 1
+#elif defined(__has_feature)
+#if __has_feature(address_sanitizer)
+#define TARVELON_TEST_IS_SANITIZED 1
+#endif
+#endif
+
+namespace {
+
+/// Bytes of all blocks in use, with what the allocator adds to each.
+std::size_t bytesInUse() { return mallinfo2().uordblks; }
+
+bool countsBytes() {
+#ifdef TARVELON_TEST_IS_SANITIZED
+  return false;
+#else
+  return true;
+#endif
+}
+
+constexpr const char16_t* kText = u"abcdefghijklmnopqrstuvwx";
+
+std::string utf8(const K7Q::String& text) { return K7Q::String::to_string(text); }
+
+/// Objects that are tied up in each way there is, and all that can be seen of them as one text.
+class Tangle {
+ public:
+  Tangle() {
+    mRoot.get<"PackagedElement">().add(mPackage);
+    mPackage.get<"PackagedElement">().add(mConstant);
+    mPackage.get<"PackagedElement">().add(mOther);
+    mPackage.get<"PackagedElement">().add(common::Package::create(mModel, u"Inner"));
+    mRoot.get<"PackagedElement">().add(mSecond);
+    mOther.set<"category">(u"c");
+    mFormula.get<"SysConst">().add(mConstant);
+    mPackage.set<"adminData">(mData);
+  }
+
+  K7Q::Model mModel = K7Q::Model::create();
+  common::AUTOSAR mRoot = common::AUTOSAR::create(mModel);
+  common::Package mPackage = common::Package::create(mModel, u"P");
+  common::Package mSecond = common::Package::create(mModel, u"Q");
+  variant::SystemConst mConstant = variant::SystemConst::create(mModel, u"C");
+  variant::SystemConst mOther = variant::SystemConst::create(mModel, u"D");
+  variant::SystemConstDependentFormula mFormula = variant::SystemConstDependentFormula::create(mModel, u"f");
+  common::Sdx mSdx = common::Sdx::create(mModel, mConstant);
+  common::AdminData mData = common::AdminData::create(mModel);
+  documentation::MultiLanguageOverviewParagraph mText =
+      documentation::MultiLanguageOverviewParagraph::create(mModel);
+  documentation::Modification mModification = documentation::Modification::create(mModel, mText);
+
+  std::string shown() const {
+    std::string all;
+    const auto list = [&all](const auto& sequence) {
+      for (const auto& element : sequence) all += describe(element) + " ";
+      all += "|";
+    };
+    list(mRoot.get<"PackagedElement">());
+    list(mPackage.get<"PackagedElement">());
+    list(mFormula.get<"SysConst">());
+    list(mFormula.get<"SysCString">());
+    all += describe(mSdx.get<"sdx">()) + "|" + describe(mPackage.get<"adminData">()) + "|" +
+           describe(mModification.get<"change">()) + "|" + describe(mModification.get<"reason">()) + "|" +
+           utf8(mPackage.get<"Name">()) + utf8(mPackage.get<"category">());
+    for (const K7Q::ClassObject& object : {K7Q::ClassObject(mConstant), K7Q::ClassObject(mOther),
+                                           K7Q::ClassObject(mData), K7Q::ClassObject(mText)}) {
+      all += "|" + describe(Access<foundation::Element>(object, "Owner").get());
+    }
+    return all;
+  }
+
+ private:
+  template <class Handle>
+  static std::string describe(const Handle& object) {
+    const auto name = foundation::NamedElement::cast(object);
+    return object.isNull() ? "-"
+           : name.isNull() ? std::string(object.getInterface()->getRuvoName(false).view())
+                           : utf8(name.template get<"Name">());
+  }
+};
+
+/// Lets the first, the second, ... allocation of a change fail until it needs no more; each time all must be
+/// as before.
+void failAtEveryAllocation(const std::function<void(Tangle&)>& change) {
+  for (unsigned long allocation = 1; allocation < 100; ++allocation) {
+    Tangle tangle;
+    const std::string before = tangle.shown();
+    utFailAllocation(allocation);
+    bool hasFailed = false;
+    try {
+      change(tangle);
+    } catch (const bedrock::core::except::bad_alloc&) {
+      hasFailed = true;
+    }
+    utFailAllocation(0);
+    if (!hasFailed) {
+      EXPECT_GT(allocation, 1U) << "the change allocates nothing";
+      EXPECT_NE(tangle.shown(), before) << "the change changes nothing";
+      return;
+    }
+    EXPECT_EQ(tangle.shown(), before) << "allocation " << allocation;
+    change(tangle);
+    EXPECT_NE(tangle.shown(), before);
+  }
+  ADD_FAILURE() << "no end of allocations";
+}
+
+}  // namespace
+
+TEST(Memory, OfAnObjectWithTwoTextsIsBelow200Bytes) {
+  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  constexpr int kObjects = 100000;
+  const auto model = K7Q::Model::create();
+  common::SymbolProps::create(model, kText, kText).destroy();
+  const std::size_t before = bytesInUse();
+  for (int i = 0; i < kObjects; ++i) common::SymbolProps::create(model, kText, kText);
+  // Two texts of 24 units, without what their cells and the allocator add.
+  constexpr std::size_t kTexts = 2 * 24 * sizeof(char16_t);
+  EXPECT_LE((bytesInUse() - before) / kObjects - kTexts, 200U);
+}
+
+TEST(Memory, OfAnObjectInASequenceIsBelow120BytesBesidesItsText) {
+  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  constexpr int kObjects = 100000;
+  const auto model = K7Q::Model::create();
+  const auto package = common::Package::create(model);
+  const K7Q::String text(kText);
+  const std::size_t before = bytesInUse();
+  for (int i = 0; i < kObjects; ++i) {
+    package.get<"PackagedElement">().add(variant::SystemConst::create(model, text));
+  }
+  EXPECT_LE((bytesInUse() - before) / kObjects, 120U);
+}
+
+TEST(Memory, IsGivenBackByDestroyAndClose) {
+  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  const auto round = [] {
+    const auto model = K7Q::Model::create();
+    const auto package = common::Package::create(model);
+    const auto target = variant::SystemConst::create(model, kText);
+    for (int i = 0; i < 5000; ++i) {
+      package.get<"PackagedElement">().add(variant::SystemConst::create(model, kText));
+      variant::SystemConstValue::create(model, 1.0, target);
+    }
+    package.destroy();
+    target.destroy();
+    model.getModelInterface()->close();
+  };
+  round();
+  const std::size_t before = bytesInUse();
+  for (int i = 0; i < 10; ++i) round();
+  // The allocator counts what it keeps at hand for the next request as in use.
+  EXPECT_LE(bytesInUse(), before + before / 100);
+}
+
+TEST(Memory, OfAModelThatIsFilledAndEmptiedDoesNotGrow) {
+  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  const auto model = K7Q::Model::create();
+  const auto package = common::Package::create(model);
+  const auto round = [&] {
+    for (int i = 0; i < 5000; ++i) {
+      package.get<"PackagedElement">().add(variant::SystemConst::create(model, kText));
+    }
+    while (!package.get<"PackagedElement">().empty()) package.get<"PackagedElement">()[0].destroy();
+  };
+  round();
+  const std::size_t before = bytesInUse();
+  for (int i = 0; i < 10; ++i) round();
+  // The allocator counts what it keeps at hand for the next request as in use.
+  EXPECT_LE(bytesInUse(), before + before / 100);
+}
+
+TEST(FailedAllocation, InAConstructorLeavesTheModelAsItWas) {
+  failAtEveryAllocation([](Tangle& tangle) {
+    tangle.mFormula.get<"SysCString">().add(variant::SystemConst::create(tangle.mModel, kText));
+  });
+  // The argument that is held stays with its owner until nothing can fail any more.
+  failAtEveryAllocation(
+      [](Tangle& tangle) { documentation::Modification::create(tangle.mModel, tangle.mText); });
+}
+
+TEST(FailedAllocation, InASetLeavesTheModelAsItWas) {
+  failAtEveryAllocation([](Tangle& tangle) { tangle.mPackage.set<"category">(kText); });
+  failAtEveryAllocation([](Tangle& tangle) { tangle.mPackage.set<"desc">(tangle.mText); });
+  failAtEveryAllocation([](Tangle& tangle) { tangle.mSdx.set<"sdx">(tangle.mOther); });
+}
+
+TEST(FailedAllocation, InASequenceLeavesTheModelAsItWas) {
+  failAtEveryAllocation([](Tangle& tangle) { tangle.mFormula.get<"SysCString">().add(tangle.mConstant); });
+  failAtEveryAllocation([](Tangle& tangle) { tangle.mPackage.get<"PackagedElement">().add(tangle.mSecond); });
+  failAtEveryAllocation([](Tangle& tangle) {
+    const auto sequence =
+        Access<variant::SystemConstDependentFormula>(tangle.mFormula, "SysConst").sequence();
+    sequence.get().generic_replace({}, 0, refOf(tangle.mOther));
+  });
+}
