@@ -1,0 +1,171 @@
+"""What the Python host costs, each figure beside a class that pybind11 binds, measured in the same run.
+
+A ratio below 1 says that the host is the faster of the two. Absolute times mean little on a shared machine.
+"""
+
+import gc
+import os
+import platform
+import subprocess
+import sys
+import time
+from dataclasses import dataclass
+from typing import Callable
+
+import K7Q
+from _tarvelon_bench import Peer, Peers
+from Tarvelon.metamodel.arplatform import common
+
+TEXT = "ApplicationComponentName"  # 24 characters, as in the C++ benchmarks
+ELEMENTS = 200_000
+ROUNDS = 9
+
+
+@dataclass
+class Figure:
+    name: str
+    ours: Callable[[int], None]
+    peers: Callable[[int], None]
+    aim: float
+    times: int = 100_000
+
+
+def best_times(figure):
+    """Nanoseconds a call of both, the best of several rounds that take turns."""
+    best = [float("inf")] * 2
+    for _ in range(ROUNDS):
+        for which, run in enumerate((figure.ours, figure.peers)):
+            started = time.perf_counter_ns()
+            run(figure.times)
+            best[which] = min(best[which], (time.perf_counter_ns() - started) / figure.times)
+    return best
+
+
+def reading(target):
+    def run(times):
+        for _ in range(times):
+            target.name
+
+    return run
+
+
+def reading_ours(target):
+    def run(times):
+        for _ in range(times):
+            target.Symbol
+
+    return run
+
+
+def writing(target):
+    def run(times):
+        for _ in range(times):
+            target.name = TEXT
+
+    return run
+
+
+def writing_ours(target):
+    def run(times):
+        for _ in range(times):
+            target.Symbol = TEXT
+
+    return run
+
+
+def constructing_ours(times):
+    model = K7Q.Model.create()
+    for _ in range(times):
+        common.SymbolProps(model, TEXT, TEXT)
+    model.close()
+
+
+def constructing(times):
+    for _ in range(times):
+        peer = Peer()
+        peer.symbol = TEXT
+        peer.name = TEXT
+
+
+def package_of(model, count):
+    package = common.Package(model, "Elements")
+    elements = package.PackagedElement
+    for index in range(count):
+        elements.push_back(common.SwAddrMethod(model, f"Element{index}"))
+    return package
+
+
+def iterating_ours(package):
+    def run(times):
+        for element in package.PackagedElement:
+            element.Name
+
+    return run
+
+
+def iterating(peers):
+    def run(times):
+        for peer in peers:
+            peer.name
+
+    return run
+
+
+def calling_ours(target):
+    def run(times):
+        for _ in range(times):
+            target.isvalid()
+
+    return run
+
+
+def calling(target):
+    def run(times):
+        for _ in range(times):
+            target.half()
+
+    return run
+
+
+def figures(model):
+    symbol = common.SymbolProps(model, TEXT, TEXT)
+    peer = Peer()
+    peer.name = TEXT
+    package = package_of(model, ELEMENTS)
+    peers = Peers()
+    for index in range(ELEMENTS):
+        peers.add(f"Element{index}")
+    return [
+        Figure("read a string property", reading_ours(symbol), reading(peer), 1.0),
+        Figure("write a string property", writing_ours(symbol), writing(peer), 1.0),
+        Figure("construct with two strings", constructing_ours, constructing, 1.5),
+        Figure("iterate 200,000 elements, read a string", iterating_ours(package), iterating(peers), 1.0, ELEMENTS),
+        Figure("call a method without arguments", calling_ours(symbol), calling(peer), 1.0),
+    ]
+
+
+def milliseconds_of(code):
+    """The shortest of some runs of an interpreter, in milliseconds."""
+    command = [sys.executable, "-c", code]
+    best = float("inf")
+    for _ in range(15):
+        started = time.perf_counter()
+        subprocess.run(command, check=True, env=os.environ)
+        best = min(best, time.perf_counter() - started)
+    return 1000 * best
+
+
+def main():
+    print(f"Python host against pybind11, Python {platform.python_version()}, {os.cpu_count()} cores")
+    print(f"{'':42}{'ours':>10}{'pybind11':>10}{'ratio':>8}{'aim':>6}")
+    gc.disable()
+    with K7Q.Model.create() as model:
+        for figure in figures(model):
+            ours, peers = best_times(figure)
+            print(f"{figure.name:42}{ours:7.0f} ns{peers:7.0f} ns{ours / peers:8.2f}{figure.aim:6.1f}")
+    bare, with_import = milliseconds_of("pass"), milliseconds_of("import Tarvelon")
+    print(f"import Tarvelon adds {with_import - bare:.1f} ms to a bare interpreter's {bare:.1f} ms (aim: 60 ms at most)")
+
+
+if __name__ == "__main__":
+    main()

@@ -1,0 +1,81 @@
+"""AUTOSAR models: the packages of the metamodel under their dotted names.
+
+    import K7Q
+    from Tarvelon.metamodel.arplatform import common
+
+    model = K7Q.Model.create()
+    brakes = common.Package(model, "Brakes")
+
+Packages are modules that are found when they are imported, classes are types that are made when they are first touched.
+"""
+
+import sys
+
+try:
+    import _tarvelon_host as _host
+except ModuleNotFoundError as missing:
+    if missing.name != "_tarvelon_host":
+        raise
+    raise ImportError(
+        f"the extension module _tarvelon_host is not on the path of {sys.executable}: expected it beside the folder of "
+        "the package Tarvelon; build it with './tarvelon build', and run scripts with './tarvelon run'"
+    ) from None
+
+
+def _show_package(module, name):
+    """Makes a module show the host's package of that name: its packages, classes and functions as attributes."""
+
+    def __getattr__(attribute):
+        if attribute.startswith("__"):
+            raise AttributeError(f"module '{module.__name__}' has no attribute '{attribute}'")
+        full_name = f"{name}.{attribute}"
+        if _host.isPackage(full_name):
+            __import__(full_name)
+            return sys.modules[full_name]
+        value = _host.member(name, attribute)
+        setattr(module, attribute, value)
+        return value
+
+    def __dir__():
+        return sorted({*vars(module), *_host.memberNames(name)})
+
+    module.__getattr__ = __getattr__
+    module.__dir__ = __dir__
+
+
+class _PackageLoader:
+    @staticmethod
+    def create_module(spec):
+        return None  # the usual module
+
+    @staticmethod
+    def exec_module(module):
+        module.__doc__ = f"The package {module.__name__}: dir() lists what it holds."
+        _show_package(module, module.__name__)
+
+
+class _PackageFinder:
+    """Finds what is imported below `Tarvelon` and is no file: packages of the host."""
+
+    @staticmethod
+    def find_spec(name, path=None, target=None):
+        parent, _, last = name.rpartition(".")
+        if not name.startswith("Tarvelon.") or last.startswith("__"):
+            return None
+        if _host.isPackage(name):
+            spec = type(__spec__)(name, _PackageLoader, is_package=True)
+            spec.submodule_search_locations = []
+            return spec
+        if not _host.isPackage(parent):
+            return None
+        try:
+            _host.member(parent, last)
+        except _host.UnknownName as unknown:
+            raise _host.UnknownModule(str(unknown)) from None
+        raise _host.UnknownModule(f"{name} is not a package; write: from {parent} import {last}")
+
+
+sys.meta_path.append(_PackageFinder)
+_show_package(sys.modules[__name__], "Tarvelon")
+
+import K7Q  # noqa: E402  what it adds to classes must be there before the first of them is used

@@ -1,0 +1,109 @@
+#include "python/host/CheckedDoor.h"
+
+#include <algorithm>
+
+#include "boundary/ruvo/Method.h"
+#include "python/host/NativeViews.h"
+
+namespace pyhost {
+
+namespace {
+
+/// One call as the checks see it.
+struct Call {
+  const HostType& type;
+  const ruvo::OverloadSet& overloads;
+  PyObject* self;
+  std::span<PyObject* const> given;
+
+  std::string_view name() const noexcept { return overloads.name.view(); }
+  std::string where(std::size_t index) const { return Place{*type.cls, name(), index + 1}.text(); }
+};
+
+/// The type of the parameter that takes argument `index`, the empty name if the record takes another number
+/// of them.
+ruvo::InternedName parameterOf(const ruvo::RVOMethodInfo& record, const Call& call, std::size_t index) {
+  const auto& signature = *record.getSignature();
+  const bool takesSelf = call.self && (record.getFlags() & ruvo::factory::kSelfAsArgument) != 0;
+  const std::size_t before = takesSelf ? 1 : 0;
+  if (signature.arguments().size() != call.given.size() + before) return {};
+  return signature.arguments()[index + before];
+}
+
+/// Whether every signature that could be meant wants an enumeration value there.
+bool wantsEnumeration(const Call& call, std::size_t index) {
+  bool wants = false;
+  for (const auto* record : call.overloads.candidates) {
+    const auto parameter = parameterOf(*record, call, index);
+    if (parameter.empty()) continue;
+    const ruvo::Class* cls =
+        parameter.kind() == ruvo::internal::TypeKind::Class ? ruvo::Class::find(parameter) : nullptr;
+    if (!cls || !isEnumeration(*cls)) return false;
+    wants = true;
+  }
+  return wants;
+}
+
+void requireNotEmpty(const Call& call, std::size_t index) {
+  const bool isMember = call.self != nullptr;
+  const char* expected = nullptr;
+  if (call.type.kind == TypeKind::Sequence && isMember) {
+    expected = "an element or an iterator";
+  } else if (call.type.kind == TypeKind::Iterator && isMember) {
+    expected = "an iterator";
+  } else if (wantsEnumeration(call, index)) {
+    expected = "a value of the enumeration";
+  }
+  if (expected) raise(errors().wrongType, call.where(index) + "expected " + expected + ", got None");
+}
+
+/// An iterator is a place in one sequence, and means nothing in another.
+void requireOwnIterator(const Call& call, std::size_t index) {
+  const auto* iterator = reinterpret_cast<const HostIterator*>(call.given[index]);
+  if (iterator->sequence &&
+      nativeIdentity(interfaceOf(iterator->sequence)) == nativeIdentity(interfaceOf(call.self))) {
+    return;
+  }
+  raise(errors().wrongValue, call.where(index) +
+                                 "expected an iterator of this sequence, got one of another sequence; "
+                                 "take it from begin() or end()");
+}
+
+bool isIterator(PyObject* object) {
+  return isHostObject(object) && typeOf(object)->kind == TypeKind::Iterator;
+}
+
+[[noreturn]] void raiseAtEdge(const Call& call, const char* edge) {
+  raise(errors().staleIterator, std::string(call.type.cls->shortName()) + "." + std::string(call.name()) +
+                                    ": the iterator stands at the " + edge + " of its sequence");
+}
+
+void requireInside(const Call& call) {
+  const auto& iterator = *reinterpret_cast<const HostIterator*>(call.self);
+  if ((call.name() == "item" || call.name() == "getNext") && standsAtEnd(iterator)) raiseAtEdge(call, "end");
+  if (call.name() == "getPrev" && standsAtBegin(iterator)) raiseAtEdge(call, "beginning");
+}
+
+}  // namespace
+
+void requireMeaningful(const HostType& type, const ruvo::OverloadSet& overloads, PyObject* self,
+                       const Arguments& converted, std::span<PyObject* const> given) {
+  const Call call{type, overloads, self, given};
+  for (std::size_t index = 0; index < given.size(); ++index) {
+    if (converted.span()[index].kind() == ruvo::HostValue::Kind::Empty) requireNotEmpty(call, index);
+    if (self && type.kind == TypeKind::Sequence && isIterator(given[index])) requireOwnIterator(call, index);
+  }
+  if (self && type.kind == TypeKind::Iterator) requireInside(call);
+}
+
+void keepSequence(PyObject* result, PyObject* self) {
+  if (!isIterator(result)) return;
+  const TypeKind kind = typeOf(self)->kind;
+  PyObject* sequence = kind == TypeKind::Sequence   ? self
+                       : kind == TypeKind::Iterator ? reinterpret_cast<HostIterator*>(self)->sequence
+                                                    : nullptr;
+  auto* iterator = reinterpret_cast<HostIterator*>(result);
+  if (sequence && !iterator->sequence) iterator->sequence = Py_NewRef(sequence);
+}
+
+}  // namespace pyhost

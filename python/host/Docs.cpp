@@ -1,0 +1,69 @@
+#include "python/host/Docs.h"
+
+#include "boundary/k7q/PropertyRecords.h"
+#include "boundary/ruvo/Method.h"
+
+namespace pyhost {
+
+namespace {
+
+/// A type as a person reads it: words as they are, classes without the packages that all of them share.
+std::string_view shownType(const ruvo::InternedName& type) {
+  return type.kind() == ruvo::internal::TypeKind::Class ? shownName(type.view()) : type.view();
+}
+
+const char* shownMultiplicity(const ruvo::PropertySlot& slot) {
+  if (!slot.guard) return "1";
+  if (slot.guard->isMany()) return "0..*";
+  return slot.guard->isOptional() ? "0..1" : "1";
+}
+
+std::string shownSignature(const ruvo::RVOMethodInfo& record, std::string_view name) {
+  return ruvo::describeSignature(record, name);
+}
+
+void addProperties(ruvo::Class& cls, std::string& text) {
+  bool isFirst = true;
+  for (ruvo::Class* base : cls.linearization()) {
+    for (const ruvo::PropertySlot& slot : base->properties()) {
+      if (cls.findProperty(slot.name) != &slot) continue;
+      text += isFirst ? "\n\nProperties:" : "";
+      isFirst = false;
+      text.append("\n    ").append(slot.name.view()).append(": ").append(describeProperty(slot));
+    }
+  }
+}
+
+}  // namespace
+
+std::string describeProperty(const ruvo::PropertySlot& slot) {
+  std::string text(shownType(slot.property->getDataType()));
+  text.append(", ").append(shownMultiplicity(slot));
+  return text.append(slot.guard && slot.guard->isReadOnly() ? ", read-only" : ", writable");
+}
+
+std::string describeMethod(const ruvo::OverloadSet& overloads, std::string_view shownName) {
+  std::string text;
+  for (const auto* record : overloads.candidates) {
+    text.append(text.empty() ? "" : "\n").append(shownSignature(*record, shownName));
+    if (record->getSignature()) text.append(" -> ").append(record->getSignature()->result().view());
+  }
+  return text;
+}
+
+std::string describeClass(ruvo::Class& cls) {
+  std::string text;
+  if (const ruvo::OverloadSet* constructors = cls.constructors()) {
+    for (const auto* record : constructors->candidates) {
+      text.append(text.empty() ? "" : "\n").append(shownSignature(*record, cls.shortName()));
+    }
+    text += "\n\n";
+  }
+  const std::string_view description = cls.info().getDescription();
+  text += description.empty() ? "A class of the metamodel: " : std::string(description) + ": ";
+  text.append(cls.getFullName().view());
+  addProperties(cls, text);
+  return text;
+}
+
+}  // namespace pyhost

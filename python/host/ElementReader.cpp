@@ -1,0 +1,107 @@
+#include "python/host/ElementReader.h"
+
+#include <array>
+
+#include "boundary/ruvo/Method.h"
+#include "python/host/Values.h"
+
+namespace pyhost {
+
+namespace {
+
+ruvo::RVOClient gClient;
+PyTypeObject sequenceWalkType{};
+
+/// `at` in its one form: the sequence and an index from 1 as arguments.
+const ruvo::RVOMethodInfo* findAt(ruvo::Class& cls) {
+  const ruvo::OverloadSet* overloads = cls.findMethods("at");
+  for (const auto* record : overloads->candidates) {
+    const auto arguments = record->getSignature()->arguments();
+    const bool takesSelf = (record->getFlags() & ruvo::factory::kSelfAsArgument) != 0;
+    if (takesSelf && arguments.size() == 2 && arguments[1].kind() == ruvo::internal::TypeKind::Int32)
+      return record;
+  }
+  raise(errors().wrongType, "class '" + std::string(cls.getFullName().view()) + "' has no at(int32 scalar)");
+}
+
+struct SequenceWalk {
+  PyObject_HEAD PyObject* sequence;
+  ElementReader* reader;
+  int index;
+  int count;
+};
+
+SequenceWalk* asWalk(PyObject* object) noexcept { return reinterpret_cast<SequenceWalk*>(object); }
+
+void finish(SequenceWalk* walk) noexcept {
+  delete walk->reader;
+  walk->reader = nullptr;
+  Py_CLEAR(walk->sequence);
+}
+
+PyObject* next(PyObject* object) {
+  return guarded([&]() -> PyObject* {
+    SequenceWalk* walk = asWalk(object);
+    if (!walk->reader) return nullptr;
+    if (walk->reader->size() != walk->count) {
+      raise(errors().changed, "the sequence changed while it was iterated: it had " +
+                                  std::to_string(walk->count) + " elements and has " +
+                                  std::to_string(walk->reader->size()) +
+                                  "; iterate over list(sequence) to change it meanwhile");
+    }
+    if (walk->index < walk->count) return walk->reader->at(walk->index++);
+    finish(walk);
+    return nullptr;
+  });
+}
+
+void deallocate(PyObject* object) {
+  finish(asWalk(object));
+  PyObject_Free(object);
+}
+
+}  // namespace
+
+ElementReader::ElementReader(PyObject* sequence)
+    : mInterface(interfaceOf(sequence)), mNative(nativeSequence(sequence)) {
+  HostType* type = typeOf(sequence);
+  if (!type->at) type->at = findAt(*type->cls);
+  mRecord = type->at;
+  mSelf = ruvo::boxInterface(mInterface, type->cls->getFullName());
+}
+
+int ElementReader::size() const {
+  return mNative ? mNative.size() : ruvo::call(mInterface, "size", {}).slot().int32();
+}
+
+PyObject* ElementReader::at(int index) const {
+  const std::array arguments{ruvo::RVOValue(mSelf), ruvo::RVOValue::ofInt32(index + 1)};
+  ruvo::RVOValue result;
+  std::uint32_t count = 0;
+  mRecord->invoke(&gClient, count, &result, static_cast<int>(arguments.size()), arguments.data());
+  return toPython(ruvo::HostResult(result, mRecord->getSignature()->result()));
+}
+
+PyObject* walkSequence(PyObject* sequence) {
+  auto reader = std::make_unique<ElementReader>(sequence);
+  const int count = reader->size();
+  auto* walk = PyObject_New(SequenceWalk, &sequenceWalkType);
+  if (!walk) throw PythonError();
+  walk->sequence = Py_NewRef(sequence);
+  walk->reader = reader.release();
+  walk->index = 0;
+  walk->count = count;
+  return reinterpret_cast<PyObject*>(walk);
+}
+
+void readySequenceWalkType() {
+  PyTypeObject& type = sequenceWalkType;
+  prepareType(type, "_tarvelon_host.SequenceWalk", sizeof(SequenceWalk), nullptr);
+  type.tp_flags |= Py_TPFLAGS_DISALLOW_INSTANTIATION;
+  type.tp_dealloc = deallocate;
+  type.tp_iter = PyObject_SelfIter;
+  type.tp_iternext = next;
+  require(PyType_Ready(&type));
+}
+
+}  // namespace pyhost

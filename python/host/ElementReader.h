@@ -1,0 +1,32 @@
+#pragma once
+
+#include "python/host/NativeViews.h"
+
+namespace pyhost {
+
+/// Reads elements of a sequence one after another: finds the host's method `at` and boxes the sequence once.
+/// The sequence must be held meanwhile.
+class ElementReader {
+ public:
+  explicit ElementReader(PyObject* sequence);
+  ElementReader(const ElementReader&) = delete;
+  ElementReader& operator=(const ElementReader&) = delete;
+  ~ElementReader() { hx::hxDestroyArray(mSelf); }
+
+  /// Raises if the sequence is gone.
+  int size() const;
+  /// The element at an index from 0.
+  PyObject* at(int index) const;
+
+ private:
+  ruvo::RVOInterface* mInterface;
+  const ruvo::RVOMethodInfo* mRecord;
+  NativeSequence mNative;
+  hx::hxArray* mSelf = nullptr;
+};
+
+/// The type of what `iter(sequence)` gives.
+void readySequenceWalkType();
+PyObject* walkSequence(PyObject* sequence);
+
+}  // namespace pyhost

@@ -1,0 +1,86 @@
+#include "python/host/Loader.h"
+
+#include <array>
+#include <cstring>
+#include <dlfcn.h>
+#include <elf.h>
+#include <fstream>
+#include <string>
+
+#include "platform/ruvo/ObjectSystem.h"
+#include "python/host/Errors.h"
+
+namespace pyhost {
+
+namespace {
+
+constexpr const char* kFile = "mm_arplatform_mi.so";
+constexpr const char* kEntry = "ZtInitialize_mm_arplatform_mi";
+constexpr const char* kCure = "; build it with './tarvelon build'";
+
+/// The folder of the platform's libraries: that of the object system.
+std::string libraryFolder() {
+  Dl_info info{};
+  const auto* place = reinterpret_cast<const void*>(&ruvo::nearestName);
+  if (dladdr(place, &info) == 0 || !info.dli_fname) return {};
+  const std::string file = info.dli_fname;
+  return file.substr(0, file.rfind('/') + 1);
+}
+
+using Header = std::array<unsigned char, 20>;
+
+/// The beginning of an ELF file: its identification and, at 18, the machine it is for.
+bool readHeader(const std::string& path, Header& header) {
+  std::ifstream file(path, std::ios::binary);
+  return static_cast<bool>(file.read(reinterpret_cast<char*>(header.data()), header.size()));
+}
+
+unsigned machineOf(const Header& header) { return header[18] + 256U * header[19]; }
+unsigned bitsOf(const Header& header) { return header[EI_CLASS] == ELFCLASS64 ? 64 : 32; }
+
+std::string shown(const Header& header) {
+  return std::to_string(bitsOf(header)) + "-bit ELF file for machine " + std::to_string(machineOf(header));
+}
+
+/// Raises if the file is there but made for another machine than the libraries that are loaded.
+void requireSameMachine(const std::string& folder) {
+  Header found{};
+  Header expected{};
+  if (!readHeader(folder + "libtarvelon_ruvo.so", expected)) return;
+  const std::string path = folder + kFile;
+  if (!readHeader(path, found) || std::memcmp(found.data(), ELFMAG, SELFMAG) != 0) {
+    raise(errors().loadError,
+          path + ": expected a " + shown(expected) + ", got a file that is no library" + kCure);
+  }
+  if (machineOf(found) == machineOf(expected) && bitsOf(found) == bitsOf(expected)) return;
+  raise(errors().loadError,
+        path + ": expected a " + shown(expected) + ", got a " + shown(found) + kCure + " on this machine");
+}
+
+}  // namespace
+
+void loadMetamodel() {
+  static bool isLoaded = false;
+  if (isLoaded) return;
+  const std::string folder = libraryFolder();
+  const std::string path = folder + kFile;
+  if (!std::ifstream(path)) {
+    raise(errors().loadError,
+          path +
+              ": the library of the metamodel is missing; expected it beside the libraries of "
+              "the platform" +
+              kCure);
+  }
+  requireSameMachine(folder);
+  void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
+  if (!library) raise(errors().loadError, path + ": cannot be loaded: " + dlerror() + kCure);
+  auto* initialise = reinterpret_cast<void (*)()>(dlsym(library, kEntry));
+  if (!initialise) {
+    raise(errors().loadError,
+          path + ": expected the entry point " + kEntry + ", which it does not have" + kCure);
+  }
+  initialise();
+  isLoaded = true;
+}
+
+}  // namespace pyhost

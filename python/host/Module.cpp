@@ -1,0 +1,72 @@
+#include "python/host/Console.h"
+#include "python/host/Descriptors.h"
+#include "python/host/Loader.h"
+#include "python/host/Packages.h"
+
+namespace pyhost {
+
+namespace {
+
+// The object system is one for the process, and its objects belong to the interpreter that has loaded it.
+void requireMainInterpreter() {
+  if (PyInterpreterState_Get() == PyInterpreterState_Main()) return;
+  PyErr_SetString(
+      PyExc_ImportError,
+      "Tarvelon works in the main interpreter of a process alone; this is a second one: use another "
+      "process");
+  throw PythonError();
+}
+
+void readyTypes() {
+  static bool isReady = false;
+  if (isReady) return;
+  readyHostMetaType();
+  readyHostObjectType();
+  readyEnumerationType();
+  readySequenceType();
+  readyIteratorType();
+  readyPropertyType();
+  readyMethodType();
+  readyLiteralType();
+  readyDocType();
+  readyFunctionType();
+  isReady = true;
+}
+
+void addType(PyObject* module, const char* name, PyTypeObject& type) {
+  require(PyModule_AddObjectRef(module, name, reinterpret_cast<PyObject*>(&type)));
+}
+
+int fill(PyObject* module) {
+  return guarded(-1, [&] {
+    requireMainInterpreter();
+    if (!addErrorClasses(module)) return -1;
+    readyTypes();
+    addType(module, "HostClass", hostMetaType);
+    addType(module, "HostObject", hostObjectType);
+    addType(module, "Enumeration", enumerationType);
+    addType(module, "Sequence", sequenceType);
+    addType(module, "Iterator", iteratorType);
+    redirectConsole();
+    loadMetamodel();
+    return 0;
+  });
+}
+
+PyModuleDef_Slot gSlots[] = {{Py_mod_exec, reinterpret_cast<void*>(&fill)}, {0, nullptr}};
+
+PyModuleDef gModule{};
+
+}  // namespace
+
+}  // namespace pyhost
+
+PyMODINIT_FUNC PyInit__tarvelon_host() {
+  using namespace pyhost;  // NOLINT(google-build-using-namespace)
+  gModule.m_base = PyModuleDef_HEAD_INIT;
+  gModule.m_name = "_tarvelon_host";
+  gModule.m_doc = "The object system as Python sees it; used through the packages Tarvelon and K7Q.";
+  gModule.m_methods = packageFunctions();
+  gModule.m_slots = gSlots;
+  return PyModuleDef_Init(&gModule);
+}

@@ -1,0 +1,47 @@
+#include "python/host/NativeViews.h"
+
+#include "boundary/k7q/Deviants.h"
+
+namespace pyhost {
+
+namespace {
+
+template <class Interface>
+const Interface* interfaceAs(PyObject* object, K7Q::Deviant& deviant) noexcept {
+  const auto info =
+      K7Q::DeviantRegistry::getVariantInfo(interfaceOf(object)->getBoundPointer(ruvo::InternedName()));
+  deviant = info.deviant;
+  return info.object ? static_cast<const Interface*>(info.object->cast(K7Q::tagsOf<Interface>())) : nullptr;
+}
+
+template <class Edge>
+bool standsAt(const HostIterator& iterator, Edge edge) {
+  if (!iterator.sequence) return false;
+  const NativeSequence sequence = nativeSequence(iterator.sequence);
+  K7Q::Deviant deviant;
+  auto* object = const_cast<PyObject*>(reinterpret_cast<const PyObject*>(&iterator));
+  const auto* place = interfaceAs<K7Q::Generic::IteratorIntf>(object, deviant);
+  return sequence && place && place->equal(edge(sequence).get());
+}
+
+}  // namespace
+
+NativeSequence nativeSequence(PyObject* sequence) noexcept {
+  NativeSequence result;
+  result.interface = interfaceAs<K7Q::Generic::SequenceIntf>(sequence, result.deviant);
+  return result;
+}
+
+bool standsAtEnd(const HostIterator& iterator) {
+  return standsAt(iterator, [](const NativeSequence& sequence) {
+    return sequence.interface->generic_end(sequence.deviant);
+  });
+}
+
+bool standsAtBegin(const HostIterator& iterator) {
+  return standsAt(iterator, [](const NativeSequence& sequence) {
+    return sequence.interface->generic_begin(sequence.deviant);
+  });
+}
+
+}  // namespace pyhost

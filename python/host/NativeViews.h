@@ -1,0 +1,25 @@
+#pragma once
+
+#include "boundary/k7q/Sequence.h"
+#include "python/host/Objects.h"
+
+namespace pyhost {
+
+/// A sequence or an iterator behind a host object, for questions that are asked with every step of a loop.
+/// The host object must be held meanwhile.
+struct NativeSequence {
+  const K7Q::Generic::SequenceIntf* interface = nullptr;
+  K7Q::Deviant deviant;
+
+  explicit operator bool() const noexcept { return interface != nullptr; }
+  int size() const { return interface->generic_size(deviant); }
+};
+
+/// Null for an object that is no sequence.
+NativeSequence nativeSequence(PyObject* sequence) noexcept;
+
+/// Whether an iterator stands behind the last element, or on the first; false if its sequence is not known.
+bool standsAtEnd(const HostIterator& iterator);
+bool standsAtBegin(const HostIterator& iterator);
+
+}  // namespace pyhost

@@ -1,0 +1,260 @@
+#include "python/host/Objects.h"
+
+#include "boundary/k7q/Deviants.h"
+#include "boundary/k7q/Object.h"
+#include "python/host/Descriptors.h"
+#include "python/host/Values.h"
+
+namespace pyhost {
+
+PyTypeObject hostObjectType{};
+
+std::string_view shownName(std::string_view fullName) noexcept {
+  const std::size_t last = fullName.rfind('.');
+  if (last == std::string_view::npos || last == 0) return fullName;
+  const std::size_t before = fullName.rfind('.', last - 1);
+  return before == std::string_view::npos ? fullName : fullName.substr(before + 1);
+}
+
+const void* nativeIdentity(const ruvo::RVOInterface* interface) noexcept {
+  const void* bound = interface->getBoundPointer(ruvo::InternedName());
+  if (const void* object = K7Q::DeviantRegistry::getVariantInfo(bound).object) return object;
+  return bound ? bound : interface;
+}
+
+namespace {
+
+/// The object system may narrow an object's class after Python has met it; the layout of both types is the
+/// same.
+void retype(PyObject* object, HostType* type) {
+  PyTypeObject* before = Py_TYPE(object);
+  Py_INCREF(asPyType(type));
+  Py_SET_TYPE(object, asPyType(type));
+  Py_DECREF(before);
+}
+
+PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
+  auto* made = reinterpret_cast<HostObject*>(owned(_PyObject_New(asPyType(type))).release());
+  made->interface = interface;
+  made->weakReferences = nullptr;
+  made->sequences = nullptr;
+  if (type->kind == TypeKind::Iterator) reinterpret_cast<HostIterator*>(made)->sequence = nullptr;
+  if (type->kind == TypeKind::Sequence) reinterpret_cast<HostSequence*>(made)->owner = nullptr;
+  interface->addRef();
+  interface->setHostData(made);
+  return asPyObject(made);
+}
+
+// From here on the host object has no Python object: a callback of a weak reference may make it a new one.
+void dropInterface(PyObject* self) noexcept {
+  HostObject* object = asHostObject(self);
+  object->interface->setHostData(nullptr);
+  if (object->weakReferences) PyObject_ClearWeakRefs(self);
+  object->interface->release();
+}
+
+void freeObject(PyObject* self) noexcept {
+  PyTypeObject* type = Py_TYPE(self);
+  PyObject_Free(self);
+  Py_DECREF(type);
+}
+
+void deallocateObject(PyObject* self) {
+  dropInterface(self);
+  freeObject(self);
+}
+
+void deallocateIterator(PyObject* self) {
+  PyObject* sequence = reinterpret_cast<HostIterator*>(self)->sequence;
+  dropInterface(self);
+  Py_XDECREF(sequence);
+  freeObject(self);
+}
+
+void deallocateSequence(PyObject* self) {
+  auto* sequence = reinterpret_cast<HostSequence*>(self);
+  PyObject* owner = sequence->owner;
+  if (owner) {
+    HostSequence** place = &asHostObject(owner)->sequences;
+    while (*place != sequence) place = &(*place)->next;
+    *place = sequence->next;
+  }
+  dropInterface(self);
+  Py_XDECREF(owner);
+  freeObject(self);
+}
+
+}  // namespace
+
+destructor deallocatorOf(TypeKind kind) noexcept {
+  switch (kind) {
+    case TypeKind::Sequence:
+      return deallocateSequence;
+    case TypeKind::Iterator:
+      return deallocateIterator;
+    default:
+      return deallocateObject;
+  }
+}
+
+PyObject* heldSequence(PyObject* owner, const ruvo::PropertySlot& slot) noexcept {
+  for (HostSequence* each = asHostObject(owner)->sequences; each; each = each->next) {
+    if (each->slot == &slot) return asPyObject(&each->base);
+  }
+  return nullptr;
+}
+
+void holdSequence(PyObject* sequence, PyObject* owner, const ruvo::PropertySlot& slot) noexcept {
+  auto* held = reinterpret_cast<HostSequence*>(sequence);
+  held->owner = Py_NewRef(owner);
+  held->slot = &slot;
+  held->next = asHostObject(owner)->sequences;
+  asHostObject(owner)->sequences = held;
+}
+
+bool isValid(const ruvo::RVOInterface* interface) {
+  const auto info = K7Q::DeviantRegistry::getVariantInfo(interface->getBoundPointer(ruvo::InternedName()));
+  using K7Q::NSInterface::ObjectIntf;
+  const auto* object =
+      info.object ? static_cast<ObjectIntf*>(info.object->cast(K7Q::tagsOf<ObjectIntf>())) : nullptr;
+  return !object || object->isValid(info.deviant);
+}
+
+HostType* typeOf(PyObject* object) {
+  HostType* type = asHostType(Py_TYPE(object));
+  ruvo::RVOClass* cls = interfaceOf(object)->getClass();
+  if (type->cls == cls) return type;
+  retype(object, typeOf(static_cast<ruvo::Class&>(*cls)));
+  return asHostType(Py_TYPE(object));
+}
+
+PyObject* wrap(ruvo::RVOInterface* interface) {
+  if (auto* known = static_cast<PyObject*>(interface->getHostData())) {
+    typeOf(known);
+    return Py_NewRef(known);
+  }
+  return newObject(typeOf(ruvo::classOf(*interface)), interface);
+}
+
+namespace {
+
+[[noreturn]] void raiseUnknownAttribute(HostType* type, PyObject* name) {
+  const std::string text = toUtf8(name);
+  const bool isPrivate = text.starts_with("_");
+  const std::string nearest = isPrivate ? std::string() : type->cls->nearestMember(text);
+  raiseUnknownName(name, "class '" + std::string(type->cls->getFullName().view()) +
+                             "' has no property or method '" + text + "'" +
+                             (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
+}
+
+PyObject* getAttribute(PyObject* self, PyObject* name) {
+  return guarded([&]() -> PyObject* {
+    HostType* type = typeOf(self);
+    PyObject* found = _PyType_Lookup(asPyType(type), name);
+    if (!found) raiseUnknownAttribute(type, name);
+    if (Py_TYPE(found) == &propertyType) return readProperty(reinterpret_cast<Property*>(found), self);
+    if (Py_TYPE(found) == &methodType) return bindMethod(reinterpret_cast<Method*>(found), self);
+    return owned(PyObject_GenericGetAttr(self, name)).release();
+  });
+}
+
+int setAttribute(PyObject* self, PyObject* name, PyObject* value) {
+  return guarded(-1, [&] {
+    HostType* type = typeOf(self);
+    PyObject* found = _PyType_Lookup(asPyType(type), name);
+    if (!found) raiseUnknownAttribute(type, name);
+    if (Py_TYPE(found) != &propertyType) {
+      raiseUnknownName(name, std::string(type->cls->shortName()) + "." + toUtf8(name) +
+                                 " is no property: it cannot be assigned or deleted");
+    }
+    writeProperty(reinterpret_cast<Property*>(found), self, value ? value : Py_None);
+    return 0;
+  });
+}
+
+/// What a repr says besides class and name: "destroyed", "closed", "immutable", or nothing.
+std::string_view stateOf(const ruvo::RVOInterface* interface) {
+  const void* id = interface->getBoundPointer(ruvo::InternedName());
+  const auto info = K7Q::DeviantRegistry::getVariantInfo(id);
+  if (!info.object) return "";
+  using K7Q::NSInterface::ObjectIntf;
+  const auto* object = static_cast<ObjectIntf*>(info.object->cast(K7Q::tagsOf<ObjectIntf>()));
+  if (object && !object->isValid(info.deviant)) {
+    return info.object->cast(K7Q::tagsOf<K7Q::NSInterface::ModelIntf>()) ? " closed" : " destroyed";
+  }
+  const bool isReadOnly = (info.deviant.word & K7Q::Deviant::kReadOnly) != 0;
+  return isReadOnly || (object && K7Q::DeviantRegistry::isImmutable(id)) ? " immutable" : "";
+}
+
+/// The object's name in quotes behind a blank; nothing for a class without names.
+std::string nameOf(PyObject* self, ruvo::Class& cls) {
+  const ruvo::PropertySlot* slot = cls.findProperty("Name");
+  if (!slot || slot->property->getDataType().kind() != ruvo::internal::TypeKind::Char) return {};
+  const Reference name(toPython(ruvo::getProperty(interfaceOf(self), *slot)));
+  return " " + toUtf8(owned(PyObject_Repr(name.get())).get());
+}
+
+PyObject* represent(PyObject* self) {
+  return guarded([&] {
+    ruvo::Class& cls = *typeOf(self)->cls;
+    const std::string_view state = stateOf(interfaceOf(self));
+    const bool isGone = state == " destroyed" || state == " closed";
+    std::string text = "<" + std::string(shownName(cls)) + (isGone ? "" : nameOf(self, cls));
+    return toStr(text.append(state).append(">")).release();
+  });
+}
+
+Py_hash_t hash(PyObject* self) { return _Py_HashPointer(nativeIdentity(interfaceOf(self))); }
+
+PyObject* compare(PyObject* left, PyObject* right, int operation) {
+  if ((operation != Py_EQ && operation != Py_NE) || !isHostObject(right)) Py_RETURN_NOTIMPLEMENTED;
+  const bool isSame = nativeIdentity(interfaceOf(left)) == nativeIdentity(interfaceOf(right));
+  return PyBool_FromLong(isSame == (operation == Py_EQ) ? 1 : 0);
+}
+
+const char* insteadOfCopy(TypeKind kind) noexcept {
+  switch (kind) {
+    case TypeKind::Enumeration:
+      return "keep its literal, str(value), and read that back with fromString";
+    case TypeKind::Sequence:
+      return "it shows what a model holds; list(sequence) gives the elements";
+    case TypeKind::Iterator:
+      return "clone() gives another iterator at the same place";
+    default:
+      return "it stands for an object in a model; construct a new one there and set its properties";
+  }
+}
+
+PyObject* refuseCopy(PyObject* self, PyObject* /*arguments*/) {
+  return guarded([&]() -> PyObject* {
+    const HostType* type = typeOf(self);
+    raise(errors().wrongType,
+          std::string(shownName(*type->cls)) + " cannot be copied or pickled: " + insteadOfCopy(type->kind));
+  });
+}
+
+PyMethodDef gMethods[] = {
+    {"__copy__", refuseCopy, METH_NOARGS, nullptr},     {"__deepcopy__", refuseCopy, METH_VARARGS, nullptr},
+    {"__reduce__", refuseCopy, METH_NOARGS, nullptr},   {"__reduce_ex__", refuseCopy, METH_VARARGS, nullptr},
+    {"__getstate__", refuseCopy, METH_NOARGS, nullptr}, {nullptr, nullptr, 0, nullptr}};
+
+}  // namespace
+
+void readyHostObjectType() {
+  PyTypeObject& type = hostObjectType;
+  prepareType(type, "_tarvelon_host.HostObject", sizeof(HostObject),
+              "What every object of the host's classes is.");
+  Py_SET_TYPE(reinterpret_cast<PyObject*>(&type), &hostMetaType);
+  type.tp_flags |= Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION;
+  type.tp_weaklistoffset = offsetof(HostObject, weakReferences);
+  type.tp_dealloc = deallocatorOf(TypeKind::Object);
+  type.tp_getattro = getAttribute;
+  type.tp_setattro = setAttribute;
+  type.tp_repr = represent;
+  type.tp_hash = hash;
+  type.tp_richcompare = compare;
+  type.tp_methods = gMethods;
+  require(PyType_Ready(&type));
+}
+
+}  // namespace pyhost

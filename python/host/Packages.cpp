@@ -1,0 +1,203 @@
+#include "python/host/Packages.h"
+
+#include <algorithm>
+
+#include "boundary/ruvo/BindingRegistry.h"
+#include "python/host/Console.h"
+#include "python/host/Describe.h"
+#include "python/host/Docs.h"
+#include "python/host/Extensions.h"
+#include "python/host/Types.h"
+#include "python/host/Values.h"
+
+namespace pyhost {
+
+namespace {
+
+/// A function of a package, as an attribute of its module.
+struct Function {
+  PyObject_HEAD vectorcallfunc vectorcall;
+  ruvo::Package* package;
+  PyObject* name;
+};
+
+PyTypeObject functionType{};
+
+Function* asFunction(PyObject* object) noexcept { return reinterpret_cast<Function*>(object); }
+
+std::string textOf(PyObject* name) {
+  if (!PyUnicode_Check(name))
+    raise(errors().wrongType, "expected a dotted name as str, got " + describePython(name));
+  return toUtf8(name);
+}
+
+PyObject* call(PyObject* self, PyObject* const* arguments, std::size_t flagged, PyObject* keywords) {
+  return guarded([&] {
+    const Function& function = *asFunction(self);
+    const std::string name = toUtf8(function.name);
+    const auto count = static_cast<std::size_t>(PyVectorcall_NARGS(flagged));
+    if ((keywords && PyTuple_GET_SIZE(keywords) != 0) || count > Arguments::kMost) {
+      raise(errors().wrongType, name + ": arguments are given by position, and no signature has so many");
+    }
+    TextBuffer texts;
+    std::vector<ruvo::HostValue> values;
+    // A function belongs to no class: its package's name stands in errors instead.
+    for (std::size_t i = 0; i < count; ++i) {
+      if (isHostObject(arguments[i])) {
+        values.push_back(ruvo::HostValue::ofObject(interfaceOf(arguments[i])));
+      } else if (PyUnicode_Check(arguments[i])) {
+        values.push_back(ruvo::HostValue::ofText(texts.convert(arguments[i])));
+      } else {
+        raise(errors().wrongType,
+              name + ": expected a str or a model object, got " + describePython(arguments[i]));
+      }
+    }
+    PyObject* result = toPython(ruvo::callFunction(*function.package, name, values));
+    requirePrinted();
+    return result;
+  });
+}
+
+PyObject* represent(PyObject* self) {
+  return guarded([&] {
+    const Function& function = *asFunction(self);
+    return toStr("<function " + std::string(shownName(function.package->getFullName().view())) + "." +
+                 toUtf8(function.name) + ">")
+        .release();
+  });
+}
+
+PyObject* doc(PyObject* self, void* /*closure*/) {
+  return guarded([&] {
+    const Function& function = *asFunction(self);
+    const std::string name = toUtf8(function.name);
+    const auto records = function.package->findFunctions(name);
+    return toStr(describeMethod({ruvo::InternedName(name), {records.begin(), records.end()}}, name))
+        .release();
+  });
+}
+
+PyObject* nameOf(PyObject* self, void* /*closure*/) { return Py_NewRef(asFunction(self)->name); }
+
+PyGetSetDef gMembers[] = {{"__doc__", doc, nullptr, nullptr, nullptr},
+                          {"__name__", nameOf, nullptr, nullptr, nullptr},
+                          {nullptr, nullptr, nullptr, nullptr, nullptr}};
+
+void deallocate(PyObject* self) {
+  Py_DECREF(asFunction(self)->name);
+  PyObject_Free(self);
+}
+
+PyObject* newFunction(ruvo::Package& package, PyObject* name) {
+  auto* made = PyObject_New(Function, &functionType);
+  Reference result = owned(reinterpret_cast<PyObject*>(made));
+  made->vectorcall = call;
+  made->package = &package;
+  made->name = Py_NewRef(name);
+  return result.release();
+}
+
+[[noreturn]] void raiseUnknownMember(ruvo::Package& package, PyObject* name) {
+  auto names = package.packageNames();
+  const auto classes = package.classNames();
+  names.insert(names.end(), classes.begin(), classes.end());
+  for (const auto* function : package.functions()) names.push_back(function->getName().view());
+  const std::string text = toUtf8(name);
+  const std::string nearest = text.starts_with("_") ? std::string() : ruvo::nearestName(text, names);
+  raiseUnknownName(name, "package '" + std::string(package.getFullName().view()) +
+                             "' has no package or class '" + text + "'" +
+                             (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
+}
+
+PyObject* isPackage(PyObject* /*module*/, PyObject* name) {
+  return guarded([&] { return PyBool_FromLong(ruvo::Package::find(textOf(name)) ? 1 : 0); });
+}
+
+PyObject* member(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+  return guarded([&] {
+    if (count != 2)
+      raise(errors().wrongType, "member(package, name): got " + std::to_string(count) + " arguments");
+    ruvo::Package& package = ruvo::Package::get(textOf(arguments[0]));
+    const std::string name = textOf(arguments[1]);
+    if (ruvo::Class* cls = package.findClass(name))
+      return Py_NewRef(reinterpret_cast<PyObject*>(typeOf(*cls)));
+    if (!package.findFunctions(name).empty()) return newFunction(package, arguments[1]);
+    raiseUnknownMember(package, arguments[1]);
+  });
+}
+
+PyObject* memberNames(PyObject* /*module*/, PyObject* name) {
+  return guarded([&] {
+    ruvo::Package& package = ruvo::Package::get(textOf(name));
+    Reference list = owned(PyList_New(0));
+    const auto append = [&list](std::string_view text) {
+      require(PyList_Append(list.get(), toStr(text).get()));
+    };
+    for (const auto& each : package.packageNames()) append(each);
+    for (const auto* function : package.functions()) append(function->getName().view());
+    for (const auto& each : package.classNames()) append(each);
+    return list.release();
+  });
+}
+
+PyObject* describe(PyObject* /*module*/, PyObject* name) {
+  return guarded([&] {
+    const std::string text = textOf(name);
+    if (ruvo::Package* package = ruvo::Package::find(text)) return describePackage(*package);
+    if (ruvo::Class* cls = ruvo::Class::find(text)) return describeClassRecords(*cls);
+    const std::size_t dot = text.rfind('.');
+    ruvo::Package* parent = dot == std::string::npos ? nullptr : ruvo::Package::find(text.substr(0, dot));
+    if (parent) raiseUnknownMember(*parent, toStr(text.substr(dot + 1)).get());
+    ruvo::Package::get(text);
+    return Py_NewRef(Py_None);
+  });
+}
+
+PyObject* extend(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+  return guarded([&] {
+    if (count != 2 || !PyDict_Check(arguments[1]))
+      raise(errors().wrongType, "extend(className, members: dict)");
+    addExtension(textOf(arguments[0]), arguments[1]);
+    return Py_NewRef(Py_None);
+  });
+}
+
+PyObject* statistics(PyObject* /*module*/, PyObject* /*none*/) {
+  return guarded([] {
+    Reference dict = owned(PyDict_New());
+    const auto put = [&dict](const char* key, std::size_t number) {
+      require(PyDict_SetItemString(dict.get(), key, owned(PyLong_FromSize_t(number)).get()));
+    };
+    put("types", typesMade());
+    put("bindings", ruvo::factory::basic::BindingRegistry::size());
+    put("arrays", hx::hxLiveArrays());
+    return dict.release();
+  });
+}
+
+PyMethodDef gFunctions[] = {
+    {"isPackage", isPackage, METH_O, "Whether there is a package of that dotted name."},
+    fastMethod("member", member, "The class or function of that name in a package."),
+    {"memberNames", memberNames, METH_O, "The names of a package's packages, functions and classes."},
+    {"describe", describe, METH_O, "A package or class with everything registered, as dicts and lists."},
+    fastMethod("extend", extend, "Adds members to a class before its type is made."),
+    plainMethod("statistics", statistics, "How many types, bound host objects and host arrays there are."),
+    {nullptr, nullptr, 0, nullptr}};
+
+}  // namespace
+
+PyMethodDef* packageFunctions() noexcept { return gFunctions; }
+
+void readyFunctionType() {
+  PyTypeObject& type = functionType;
+  prepareType(type, "_tarvelon_host.Function", sizeof(Function), nullptr);
+  type.tp_flags |= Py_TPFLAGS_DISALLOW_INSTANTIATION | Py_TPFLAGS_HAVE_VECTORCALL;
+  type.tp_dealloc = deallocate;
+  type.tp_call = PyVectorcall_Call;
+  type.tp_vectorcall_offset = offsetof(Function, vectorcall);
+  type.tp_getset = gMembers;
+  type.tp_repr = represent;
+  require(PyType_Ready(&type));
+}
+
+}  // namespace pyhost

@@ -1,0 +1,116 @@
+#include "python/host/Descriptors.h"
+#include "python/host/Docs.h"
+#include "python/host/Values.h"
+
+namespace pyhost {
+
+PyTypeObject propertyType{};
+
+namespace {
+
+Property* asProperty(PyObject* object) noexcept { return reinterpret_cast<Property*>(object); }
+
+/// `a.many += elements` ends in an assignment of what the property has given: that one is no write.
+bool isOwnSequence(const Property& property, PyObject* self, PyObject* value) noexcept {
+  return property.isMany && heldSequence(self, *property.slot) == value;
+}
+
+/// Raises unless `self` may be asked for the property: the descriptor may be called with any object.
+void requireOwner(const Property& property, PyObject* self) {
+  if (isHostObject(self) && typeOf(self)->cls->isKindOf(*property.slot->owner)) return;
+  raise(errors().wrongType, std::string(property.slot->owner->shortName()) + "." +
+                                std::string(property.slot->name.view()) + ": expected an object of class " +
+                                std::string(property.slot->owner->getFullName().view()) + ", got " +
+                                describePython(self));
+}
+
+PyObject* get(PyObject* descriptor, PyObject* self, PyObject* /*type*/) {
+  if (!self || self == Py_None) return Py_NewRef(descriptor);
+  return guarded([&] {
+    requireOwner(*asProperty(descriptor), self);
+    return readProperty(asProperty(descriptor), self);
+  });
+}
+
+int set(PyObject* descriptor, PyObject* self, PyObject* value) {
+  return guarded(-1, [&] {
+    requireOwner(*asProperty(descriptor), self);
+    writeProperty(asProperty(descriptor), self, value ? value : Py_None);
+    return 0;
+  });
+}
+
+PyObject* doc(PyObject* descriptor, void* /*closure*/) {
+  return guarded([&] { return toStr(describeProperty(*asProperty(descriptor)->slot)).release(); });
+}
+
+PyObject* name(PyObject* descriptor, void* /*closure*/) { return Py_NewRef(asProperty(descriptor)->name); }
+
+PyObject* represent(PyObject* descriptor) {
+  return guarded([&] {
+    const ruvo::PropertySlot& slot = *asProperty(descriptor)->slot;
+    return toStr("<property " + std::string(slot.name.view()) + " of " + std::string(shownName(*slot.owner)) +
+                 ">")
+        .release();
+  });
+}
+
+void deallocate(PyObject* descriptor) {
+  Py_DECREF(asProperty(descriptor)->name);
+  PyObject_Free(descriptor);
+}
+
+PyGetSetDef gMembers[] = {{"__doc__", doc, nullptr, nullptr, nullptr},
+                          {"__name__", name, nullptr, nullptr, nullptr},
+                          {nullptr, nullptr, nullptr, nullptr, nullptr}};
+
+}  // namespace
+
+PyObject* readProperty(Property* property, PyObject* self) {
+  if (!property->isMany) return toPython(ruvo::getProperty(interfaceOf(self), *property->slot));
+  PyObject* held = heldSequence(self, *property->slot);
+  if (held && isValid(interfaceOf(self))) return Py_NewRef(held);
+  PyObject* sequence = toPython(ruvo::getProperty(interfaceOf(self), *property->slot));
+  const bool isNew = isHostObject(sequence) && typeOf(sequence)->kind == TypeKind::Sequence &&
+                     !reinterpret_cast<HostSequence*>(sequence)->owner;
+  if (isNew) holdSequence(sequence, self, *property->slot);
+  return sequence;
+}
+
+void writeProperty(Property* property, PyObject* self, PyObject* value) {
+  const ruvo::PropertySlot& slot = *property->slot;
+  if (isOwnSequence(*property, self, value)) return;
+  TextBuffer texts;
+  ruvo::HostValue converted;
+  try {
+    converted = toHostValue(value, texts, Place{*typeOf(self)->cls, slot.name.view()});
+  } catch (const PythonError&) {
+    // What may not be set at all says so before anybody looks at the value.
+    if (slot.guard) slot.guard->requireSettable(interfaceOf(self));
+    throw;
+  }
+  ruvo::setProperty(interfaceOf(self), slot, converted);
+}
+
+PyObject* newProperty(const ruvo::PropertySlot& slot, PyObject* name) {
+  auto* made = PyObject_New(Property, &propertyType);
+  Reference result = owned(reinterpret_cast<PyObject*>(made));
+  made->slot = &slot;
+  made->isMany = slot.guard && slot.guard->isMany();
+  made->name = Py_NewRef(name);
+  return result.release();
+}
+
+void readyPropertyType() {
+  PyTypeObject& type = propertyType;
+  prepareType(type, "_tarvelon_host.Property", sizeof(Property), nullptr);
+  type.tp_flags |= Py_TPFLAGS_DISALLOW_INSTANTIATION;
+  type.tp_dealloc = deallocate;
+  type.tp_descr_get = get;
+  type.tp_descr_set = set;
+  type.tp_getset = gMembers;
+  type.tp_repr = represent;
+  require(PyType_Ready(&type));
+}
+
+}  // namespace pyhost
