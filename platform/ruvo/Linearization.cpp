@@ -32,8 +32,8 @@ bool isExhausted(const std::vector<Order>& orders) {
   std::string names;
   for (const Order& order : orders) {
     if (order.empty()) continue;
-    const std::string name = "'" + std::string(order.front()->getFullName().view()) + "'";
-    if (names.find(name) == std::string::npos) names += (names.empty() ? "" : ", ") + name;
+    const std::string name = std::string("'").append(order.front()->getFullName().view()).append("'");
+    if (names.find(name) == std::string::npos) names.append(names.empty() ? "" : ", ").append(name);
   }
   throw K7Q::Exception("class '" + std::string(cls.getFullName().view()) +
                        "': its superclasses have no common order, each of " + names +
