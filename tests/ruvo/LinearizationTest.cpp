@@ -16,8 +16,9 @@ class LinearizationTest : public RuvoTest {
   /// The short names of a class's order.
   static std::string order(Class& cls) {
     std::string names;
-    for (const Class* each : cls.linearization())
-      names += (names.empty() ? "" : " ") + std::string(each->shortName());
+    for (const Class* each : cls.linearization()) {
+      names.append(names.empty() ? "" : " ").append(each->shortName());
+    }
     return names;
   }
 };
