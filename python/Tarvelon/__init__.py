@@ -9,6 +9,7 @@
 Packages are modules that are found when they are imported, classes are types that are made when they are first touched.
 """
 
+import _collections_abc
 import sys
 
 try:
@@ -26,6 +27,8 @@ def _show_package(module, name):
     """Makes a module show the host's package of that name: its packages, classes and functions as attributes."""
 
     def __getattr__(attribute):
+        if attribute == "__all__" and module.__spec__.loader is _PackageLoader:
+            return _host.memberNames(name)
         if attribute.startswith("__"):
             raise AttributeError(f"module '{module.__name__}' has no attribute '{attribute}'")
         full_name = f"{name}.{attribute}"
@@ -76,6 +79,7 @@ class _PackageFinder:
 
 
 sys.meta_path.append(_PackageFinder)
+_collections_abc.Sequence.register(_host.Sequence)
 _show_package(sys.modules[__name__], "Tarvelon")
 
 import K7Q  # noqa: E402  what it adds to classes must be there before the first of them is used

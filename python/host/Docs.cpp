@@ -1,5 +1,8 @@
 #include "python/host/Docs.h"
 
+#include <algorithm>
+#include <vector>
+
 #include "boundary/k7q/PropertyRecords.h"
 #include "boundary/ruvo/Method.h"
 
@@ -18,8 +21,19 @@ const char* shownMultiplicity(const ruvo::PropertySlot& slot) {
   return slot.guard->isOptional() ? "0..1" : "1";
 }
 
+/// The signature as a call on an object is written: without the object, though it may stand among the
+/// arguments.
 std::string shownSignature(const ruvo::RVOMethodInfo& record, std::string_view name) {
-  return ruvo::describeSignature(record, name);
+  std::string text(name);
+  text += '(';
+  const auto& signature = *record.getSignature();
+  const auto arguments = signature.arguments();
+  const bool isSelfFirst = (record.getFlags() & ruvo::factory::kSelfAsArgument) != 0 && !arguments.empty();
+  const std::size_t first = isSelfFirst ? 1 : 0;
+  for (std::size_t i = first; i < arguments.size(); ++i) {
+    text.append(i == first ? "" : ", ").append(shownType(arguments[i]));
+  }
+  return text += ')';
 }
 
 void addProperties(ruvo::Class& cls, std::string& text) {
@@ -43,11 +57,15 @@ std::string describeProperty(const ruvo::PropertySlot& slot) {
 }
 
 std::string describeMethod(const ruvo::OverloadSet& overloads, std::string_view shownName) {
-  std::string text;
+  std::vector<std::string> lines;
   for (const auto* record : overloads.candidates) {
-    text.append(text.empty() ? "" : "\n").append(shownSignature(*record, shownName));
-    if (record->getSignature()) text.append(" -> ").append(record->getSignature()->result().view());
+    std::string line = shownSignature(*record, shownName);
+    line.append(" -> ").append(shownType(record->getSignature()->result()));
+    // A class and its superclasses often say the same.
+    if (std::find(lines.begin(), lines.end(), line) == lines.end()) lines.push_back(std::move(line));
   }
+  std::string text;
+  for (const std::string& line : lines) text.append(text.empty() ? "" : "\n").append(line);
   return text;
 }
 

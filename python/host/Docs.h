@@ -10,7 +10,7 @@ namespace pyhost {
 
 /// "char, 0..1, writable".
 std::string describeProperty(const ruvo::PropertySlot& slot);
-/// One line a signature: "at(K7Q.SequenceOfString, int32 scalar) -> char vector".
+/// One line a signature, as it is called on an object: "at(int32 scalar) -> char vector".
 std::string describeMethod(const ruvo::OverloadSet& overloads, std::string_view shownName);
 /// What a class is, how it is constructed, and its properties, inherited ones too.
 std::string describeClass(ruvo::Class& cls);

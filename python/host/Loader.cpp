@@ -32,7 +32,8 @@ using Header = std::array<unsigned char, 20>;
 /// The beginning of an ELF file: its identification and, at 18, the machine it is for.
 bool readHeader(const std::string& path, Header& header) {
   std::ifstream file(path, std::ios::binary);
-  return static_cast<bool>(file.read(reinterpret_cast<char*>(header.data()), header.size()));
+  return static_cast<bool>(
+      file.read(reinterpret_cast<char*>(header.data()), static_cast<std::streamsize>(header.size())));
 }
 
 unsigned machineOf(const Header& header) { return header[18] + 256U * header[19]; }

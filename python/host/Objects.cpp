@@ -186,12 +186,20 @@ std::string_view stateOf(const ruvo::RVOInterface* interface) {
   return isReadOnly || (object && K7Q::DeviantRegistry::isImmutable(id)) ? " immutable" : "";
 }
 
-/// The object's name in quotes behind a blank; nothing for a class without names.
+/// What the class tells an object by: its name, or the URI of a model. Nothing for a class without either.
+ruvo::HostResult readName(ruvo::RVOInterface* interface, ruvo::Class& cls) {
+  if (const ruvo::PropertySlot* slot = cls.findProperty("Name")) return ruvo::getProperty(interface, *slot);
+  for (const char* method : {"name", "getUri"}) {
+    if (cls.findMethods(method)) return ruvo::call(interface, method, {});
+  }
+  return {};
+}
+
+/// The name in quotes behind a blank, if there is one.
 std::string nameOf(PyObject* self, ruvo::Class& cls) {
-  const ruvo::PropertySlot* slot = cls.findProperty("Name");
-  if (!slot || slot->property->getDataType().kind() != ruvo::internal::TypeKind::Char) return {};
-  const Reference name(toPython(ruvo::getProperty(interfaceOf(self), *slot)));
-  return " " + toUtf8(owned(PyObject_Repr(name.get())).get());
+  const Reference name(toPython(readName(interfaceOf(self), cls)));
+  const bool isShown = PyUnicode_Check(name.get()) && PyUnicode_GET_LENGTH(name.get()) > 0;
+  return isShown ? " " + toUtf8(owned(PyObject_Repr(name.get())).get()) : std::string();
 }
 
 PyObject* represent(PyObject* self) {

@@ -6,6 +6,7 @@
 #include "python/host/Console.h"
 #include "python/host/Describe.h"
 #include "python/host/Docs.h"
+#include "python/host/Enumeration.h"
 #include "python/host/Extensions.h"
 #include "python/host/Types.h"
 #include "python/host/Values.h"
@@ -61,9 +62,9 @@ PyObject* call(PyObject* self, PyObject* const* arguments, std::size_t flagged, 
 PyObject* represent(PyObject* self) {
   return guarded([&] {
     const Function& function = *asFunction(self);
-    return toStr("<function " + std::string(shownName(function.package->getFullName().view())) + "." +
-                 toUtf8(function.name) + ">")
-        .release();
+    const std::string fullName =
+        std::string(function.package->getFullName().view()) + "." + toUtf8(function.name);
+    return toStr("<function " + fullName + ">").release();
   });
 }
 
@@ -162,6 +163,10 @@ PyObject* extend(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t co
   });
 }
 
+PyObject* attributeName(PyObject* /*module*/, PyObject* name) {
+  return guarded([&] { return toStr(pythonName(textOf(name))).release(); });
+}
+
 PyObject* statistics(PyObject* /*module*/, PyObject* /*none*/) {
   return guarded([] {
     Reference dict = owned(PyDict_New());
@@ -181,6 +186,8 @@ PyMethodDef gFunctions[] = {
     {"memberNames", memberNames, METH_O, "The names of a package's packages, functions and classes."},
     {"describe", describe, METH_O, "A package or class with everything registered, as dicts and lists."},
     fastMethod("extend", extend, "Adds members to a class before its type is made."),
+    {"attributeName", attributeName, METH_O,
+     "A host's name as an attribute: with an underscore if it is a keyword."},
     plainMethod("statistics", statistics, "How many types, bound host objects and host arrays there are."),
     {nullptr, nullptr, 0, nullptr}};
 

@@ -157,8 +157,8 @@ bool isMade(PyObject* type) noexcept {
 }
 
 std::string nameOfType(PyObject* type) {
-  return isMade(type) ? std::string(shownName(*reinterpret_cast<HostType*>(type)->cls))
-                      : std::string(reinterpret_cast<PyTypeObject*>(type)->tp_name);
+  return isMade(type) ? reinterpret_cast<HostType*>(type)->cls->getClassName()
+                      : reinterpret_cast<PyTypeObject*>(type)->tp_name;
 }
 
 [[noreturn]] void raiseUnknownMember(PyObject* type, PyObject* name) {
@@ -199,12 +199,7 @@ PyObject* iterate(PyObject* type) {
 }
 
 PyObject* represent(PyObject* type) {
-  return guarded([&] {
-    const std::string name = isMade(type)
-                                 ? std::string(reinterpret_cast<HostType*>(type)->cls->getFullName().view())
-                                 : nameOfType(type);
-    return toStr("<class '" + name + "'>").release();
-  });
+  return guarded([&] { return toStr("<class '" + nameOfType(type) + "'>").release(); });
 }
 
 }  // namespace

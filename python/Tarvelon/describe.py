@@ -1,0 +1,130 @@
+"""Prints what the object system publishes: a page for people, or with --json the records themselves."""
+
+import argparse
+import json
+import os
+import sys
+
+import Tarvelon  # noqa: F401  brings the metamodel in
+import _tarvelon_host as _host
+
+DEFAULT = "Tarvelon.metamodel.arplatform"
+MULTIPLICITY = ("0..1", "1", "0..*")
+MUTABILITY = ("", "read-only")
+ENUMERATION = "An enumeration"
+
+
+def short(name):
+    """The last two parts of a dotted name, as scripts write it."""
+    return ".".join(name.split(".")[-2:])
+
+
+def signature(method, name=None):
+    arguments = ", ".join(short(each) for each in method["arguments"])
+    result = "" if method["kind"] == "constructor" else f" -> {short(method['result'])}"
+    return f"{name or method['name']}({arguments}){result}"
+
+
+def table(rows, indent="    "):
+    """Lines with aligned columns."""
+    widths = [max(map(len, column)) for column in zip(*rows)]
+    for row in rows:
+        yield (indent + "  ".join(cell.ljust(width) for cell, width in zip(row, widths))).rstrip()
+
+
+def section(title, lines):
+    lines = list(lines)
+    return ["", title, *lines] if lines else []
+
+
+def lineage(record):
+    """The class and all its superclasses, nearest first, each once."""
+    seen, order, queue = set(), [], [record]
+    while queue:
+        each = queue.pop(0)
+        if each["fullName"] not in seen:
+            seen.add(each["fullName"])
+            order.append(each)
+            queue += [_host.describe(name) for name in each["superclasses"]]
+    return order
+
+
+def property_rows(record):
+    known = set()
+    for owner in lineage(record):
+        inherited = "" if owner is record else f"from {short(owner['fullName'])}"
+        for each in owner["properties"]:
+            if each["name"] not in known:
+                known.add(each["name"])
+                yield (each["name"], MULTIPLICITY[each["multiplicity"]], short(each["type"]),
+                       MUTABILITY[each["mutability"]], inherited)
+
+
+def literals(record):
+    return [each["name"] for each in record["methods"]
+            if each["kind"] == "static" and not each["arguments"] and each["result"] == record["fullName"]]
+
+
+def class_page(record):
+    constructors = [each for each in record["methods"] if each["kind"] == "constructor"]
+    methods = [each for each in record["methods"] if each["kind"] != "constructor"]
+    is_enumeration = record["description"] == ENUMERATION
+    values = literals(record) if is_enumeration else []
+    lines = [record["fullName"]]
+    if record["description"]:
+        lines.append(record["description"])
+    lines += section("Superclasses", (f"    {name}" for name in record["superclasses"]))
+    lines += section("Constructors", (f"    {signature(each, record['name'])}" for each in constructors))
+    lines += section("Literals", table([(name, str(value)) for value, name in enumerate(values)]))
+    lines += section("Properties", table(list(property_rows(record))))
+    lines += section("Methods", (f"    {signature(each)}" for each in methods if each["name"] not in values))
+    entries = [(each["name"], short(each["owner"]), str(each["id"])) for each in record["metaProperties"]]
+    return lines + section("Meta properties", table(entries))
+
+
+def package_page(record):
+    names = {each["name"] for each in record["classes"]}
+    enumerations = [each for each in record["classes"] if each["description"] == ENUMERATION]
+    classes = [each for each in record["classes"]
+               if {f"Immutable{each['name']}", f"{each['name']}MetaProperty"} <= names]
+    rest = len(names) - len(classes) - len(enumerations)
+    bases = [(each["name"], ", ".join(short(name) for name in each["superclasses"][1:])) for each in classes]
+    if not classes:  # a package of its own kind: no class has companions
+        others = [each for each in record["classes"] if each not in enumerations]
+        bases, rest = [(each["name"], each["description"]) for each in others], 0
+    lines = [record["name"]]
+    lines += section("Packages", (f"    {each['name']}" for each in record["packages"]))
+    lines += section("Functions", (f"    {signature(each)}" for each in record["functions"]))
+    lines += section("Classes" if rest == 0 else "Classes and their bases", table(bases))
+    lines += section("Enumerations", (f"    {each['name']}: {', '.join(literals(each))}" for each in enumerations))
+    if rest:
+        lines += ["", f"and {rest} companions: immutable views, sequences, iterators, meta properties"]
+    return lines
+
+
+def page(record):
+    """The lines of the page of a package or a class."""
+    return class_page(record) if "fullName" in record else package_page(record)
+
+
+def main(arguments=None):
+    parser = argparse.ArgumentParser(prog="tarvelon describe", description=__doc__)
+    parser.add_argument("--json", action="store_true", help="print the records, lists in order of registration")
+    parser.add_argument("name", nargs="?", default=DEFAULT, metavar="NAME",
+                        help=f"a package, class or enumeration by its dotted name (default: {DEFAULT})")
+    options = parser.parse_args(arguments)
+    try:
+        record = _host.describe(options.name)
+    except _host.UnknownName as unknown:
+        print(f"tarvelon: {unknown}", file=sys.stderr)
+        return 1
+    text = json.dumps(record, indent=1, ensure_ascii=False) if options.json else "\n".join(page(record))
+    try:
+        print(text, flush=True)
+    except BrokenPipeError:  # the reader, `head` say, has seen enough
+        os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())
