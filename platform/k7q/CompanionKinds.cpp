@@ -18,35 +18,47 @@ constexpr const ElementKind* kNothing = nullptr;
 
 }  // namespace
 
-// An element class's companions, then those of texts. The description and the name are given by whoever
-// publishes one.
+// An element class's companions, then those of texts: names before and behind the element, superclass,
+// whether the bases' companions are superclasses too, methods, what make() makes.
 // clang-format off
 constinit const CompanionKind kImmutableSequenceOfImmutable{
-    "ImmutableSequenceOfImmutable", "",                  nullptr,                        true,  kFixed<ImmutableObject>,        kNothing};
+    "ImmutableSequenceOfImmutable", "",                  nullptr,
+    true,  kFixed<ImmutableObject>,        kNothing};
 constinit const CompanionKind kImmutableSequenceOf{
-    "ImmutableSequenceOf",          "",                  &kImmutableSequenceOfImmutable, true,  kFixed<Object>,                 kNothing};
+    "ImmutableSequenceOf",          "",                  &kImmutableSequenceOfImmutable,
+    true,  kFixed<Object>,                 kNothing};
 constinit const CompanionKind kSequenceOfImmutable{
-    "SequenceOfImmutable",          "",                  &kImmutableSequenceOfImmutable, false, kChangeable<ImmutableObject>,   &kObjectElements};
+    "SequenceOfImmutable",          "",                  &kImmutableSequenceOfImmutable,
+    false, kChangeable<ImmutableObject>,   &kObjectElements};
 constinit const CompanionKind kSequenceOf{
-    "SequenceOf",                   "",                  &kImmutableSequenceOf,          false, kChangeable<Object>,            &kObjectElements};
+    "SequenceOf",                   "",                  &kImmutableSequenceOf,
+    false, kChangeable<Object>,            &kObjectElements};
 
 constinit const CompanionKind kImmutableIteratorOfImmutable{
-    "Immutable",                    "ImmutableIterator", nullptr,                        false, kFixedWalking<ImmutableObject>, kNothing};
+    "Immutable",                    "ImmutableIterator", nullptr,
+    false, kFixedWalking<ImmutableObject>, kNothing};
 constinit const CompanionKind kImmutableIteratorOf{
-    "",                             "ImmutableIterator", &kImmutableIteratorOfImmutable, false, kFixedWalking<Object>,          kNothing};
+    "",                             "ImmutableIterator", &kImmutableIteratorOfImmutable,
+    false, kFixedWalking<Object>,          kNothing};
 constinit const CompanionKind kIteratorOfImmutable{
-    "Immutable",                    "Iterator",          &kImmutableIteratorOfImmutable, false, kWalking<ImmutableObject>,      kNothing};
+    "Immutable",                    "Iterator",          &kImmutableIteratorOfImmutable,
+    false, kWalking<ImmutableObject>,      kNothing};
 constinit const CompanionKind kIteratorOf{
-    "",                             "Iterator",          &kImmutableIteratorOf,          false, kWalking<Object>,               kNothing};
+    "",                             "Iterator",          &kImmutableIteratorOf,
+    false, kWalking<Object>,               kNothing};
 
 constinit const CompanionKind kImmutableSequenceOfString{
-    "ImmutableSequenceOf",          "",                  nullptr,                        false, kFixed<String>,                 kNothing};
+    "ImmutableSequenceOf",          "",                  nullptr,
+    false, kFixed<String>,                 kNothing};
 constinit const CompanionKind kSequenceOfString{
-    "SequenceOf",                   "",                  &kImmutableSequenceOfString,    false, kChangeable<String>,            &kTextElements};
+    "SequenceOf",                   "",                  &kImmutableSequenceOfString,
+    false, kChangeable<String>,            &kTextElements};
 constinit const CompanionKind kStringImmutableIterator{
-    "",                             "ImmutableIterator", nullptr,                        false, kFixedWalking<String>,          kNothing};
+    "",                             "ImmutableIterator", nullptr,
+    false, kFixedWalking<String>,          kNothing};
 constinit const CompanionKind kStringIterator{
-    "",                             "Iterator",          &kStringImmutableIterator,      false, kWalking<String>,               kNothing};
+    "",                             "Iterator",          &kStringImmutableIterator,
+    false, kWalking<String>,               kNothing};
 // clang-format on
 
 namespace {

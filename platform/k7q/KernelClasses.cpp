@@ -7,7 +7,6 @@ namespace K7Q::mi {
 
 namespace {
 
-constexpr std::uint32_t kAsArgument = ruvo::factory::kSelfAsArgument;
 constexpr std::uint32_t kReplaces = ruvo::factory::kOverridesAllSignatures;
 
 constexpr const char* kImmutableObject = "K7Q.ImmutableObject";
@@ -28,90 +27,112 @@ constexpr const char* kNone = "void";
 
 // clang-format off
 constexpr MethodRow kImmutableClassObjectRows[] = {
-    {"isvalid",       0,           "",        kLogical,              kSelf,   {},                &addRecord<&isValid>},
-    {"asDeviant",     0,           "deviant", kSelf,                 kSelf,   {kImmutableModel}, &addRecord<&asDeviantImmutable>},
-    {"asImmutable",   kAsArgument, "",        kSelf,                 nullptr, {kSelf},           &addRecord<&asImmutable>},
-    {"asMutable",     kAsArgument, "",        kClassObject,          nullptr, {kSelf},           &addRecord<&asMutable>},
-    {"getModel",      0,           "",        kImmutableModel,       kSelf,   {},                &addRecord<&getImmutableModel>},
-    {"getContainer",  0,           "",        kSelf,                 kSelf,   {},                &addRecord<&getImmutableContainer>},
+    member    <&isValid>              ("isvalid",       kLogical),
+    member    <&asDeviantImmutable>   ("asDeviant",     kSelf,                 {kImmutableModel})
+        .naming("deviant"),
+    asArgument<&asImmutable>          ("asImmutable",   kSelf,                 {kSelf}),
+    asArgument<&asMutable>            ("asMutable",     kClassObject,          {kSelf}),
+    member    <&getImmutableModel>    ("getModel",      kImmutableModel),
+    member    <&getImmutableContainer>("getContainer",  kSelf),
 };
 constexpr MethodRow kClassObjectRows[] = {
-    {"isvalid",       0,           "",        kLogical,              kSelf,   {},                &addRecord<&isValid>},
-    {"destroy",       0,           "",        kNone,                 kSelf,   {},                &addRecord<&destroy>},
-    {"asDeviant",     kReplaces,   "deviant", kSelf,                 kSelf,   {kImmutableModel}, &addRecord<&asDeviant>},
-    {"asImmutable",   kAsArgument, "",        kImmutableClassObject, nullptr, {kSelf},           &addRecord<&asImmutable>},
-    {"getModel",      kReplaces,   "",        kModel,                kSelf,   {},                &addRecord<&getModel>},
-    {"getContainer",  kReplaces,   "",        kSelf,                 kSelf,   {},                &addRecord<&getContainer>},
+    member    <&isValid>              ("isvalid",       kLogical),
+    member    <&destroy>              ("destroy",       kNone),
+    member    <&asDeviant>            ("asDeviant",     kSelf,                 {kImmutableModel})
+        .with(kReplaces).naming("deviant"),
+    asArgument<&asImmutable>          ("asImmutable",   kImmutableClassObject, {kSelf}),
+    member    <&getModel>             ("getModel",      kModel).with(kReplaces),
+    member    <&getContainer>         ("getContainer",  kSelf).with(kReplaces),
 };
 constexpr MethodRow kImmutableModelRows[] = {
-    {"isvalid",       0,           "",        kLogical,              kSelf,   {},                &addRecord<&isValid>},
-    {"getUri",        0,           "",        kText,                 kSelf,   {},                &addRecord<&getUri>},
+    member    <&isValid>              ("isvalid",       kLogical),
+    member    <&getUri>               ("getUri",        kText),
 };
 constexpr MethodRow kModelRows[] = {
-    {"create",        0,           "",        kSelf,                 nullptr, {},                &addRecord<&createModel>},
-    {"frozen",        0,           "",        kImmutableModel,       kSelf,   {},                &addRecord<&freeze>},
-    {"setUri",        0,           " aUri",   kNone,                 kSelf,   {kText},           &addRecord<&setUri>},
-    {"close",         0,           "",        kNone,                 kSelf,   {},                &addRecord<&close>},
+    classLevel<&createModel>          ("create",        kModel),
+    member    <&freeze>               ("frozen",        kImmutableModel),
+    member    <&setUri>               ("setUri",        kNone,                 {kText}),
+    member    <&close>                ("close",         kNone),
 };
 constexpr MethodRow kTypeRows[] = {
-    {"name",          0,           "",        kText,                 kSelf,   {},                &addRecord<&typeName>},
-    {"fullName",      0,           "",        kText,                 kSelf,   {},                &addRecord<&typeFullName>},
+    member    <&typeName>             ("name",          kText),
+    member    <&typeFullName>         ("fullName",      kText),
 };
 constexpr MethodRow kClassRows[] = {
-    {"superclasses",  0,           "",        kObjects,              kSelf,   {},                &addRecord<&classSuperclasses>},
-    {"properties",    0,           "",        kObjects,              kSelf,   {},                &addRecord<&classProperties>},
-    {"isAbstract",    0,           "",        kLogical,              kSelf,   {},                &addRecord<&classIsAbstract>},
-    {"package",       0,           "",        kText,                 kSelf,   {},                &addRecord<&classPackage>},
+    member    <&classSuperclasses>    ("superclasses",  kObjects),
+    member    <&classProperties>      ("properties",    kObjects),
+    member    <&classIsAbstract>      ("isAbstract",    kLogical),
+    member    <&classPackage>         ("package",       kText),
 };
 constexpr MethodRow kDataTypeRows[] = {
-    {"literals",      0,           "",        kTexts,                kSelf,   {},                &addRecord<&dataTypeLiterals>},
+    member    <&dataTypeLiterals>     ("literals",      kTexts),
 };
 constexpr MethodRow kPropertyRows[] = {
-    {"name",          0,           "",        kText,                 kSelf,   {},                &addRecord<&propertyName>},
-    {"id",            0,           "",        kNumber,               kSelf,   {},                &addRecord<&propertyId>},
-    {"owner",         0,           "",        kImmutableClass,       kSelf,   {},                &addRecord<&propertyOwner>},
-    {"type",          0,           "",        kText,                 kSelf,   {},                &addRecord<&propertyType>},
-    {"lowerBound",    0,           "",        kNumber,               kSelf,   {},                &addRecord<&propertyLowerBound>},
-    {"upperBound",    0,           "",        kNumber,               kSelf,   {},                &addRecord<&propertyUpperBound>},
-    {"isReadOnly",    0,           "",        kLogical,              kSelf,   {},                &addRecord<&propertyIsReadOnly>},
-    {"isContainment", 0,           "",        kLogical,              kSelf,   {},                &addRecord<&propertyIsContainment>},
+    member    <&propertyName>         ("name",          kText),
+    member    <&propertyId>           ("id",            kNumber),
+    member    <&propertyOwner>        ("owner",         kImmutableClass),
+    member    <&propertyType>         ("type",          kText),
+    member    <&propertyLowerBound>   ("lowerBound",    kNumber),
+    member    <&propertyUpperBound>   ("upperBound",    kNumber),
+    member    <&propertyIsReadOnly>   ("isReadOnly",    kLogical),
+    member    <&propertyIsContainment>("isContainment", kLogical),
 };
 constexpr MethodRow kPackageRows[] = {
-    {"name",          0,           "",        kText,                 kSelf,   {},                &addRecord<&packageName>},
-    {"fullName",      0,           "",        kText,                 kSelf,   {},                &addRecord<&packageFullName>},
-    {"classes",       0,           "",        kObjects,              kSelf,   {},                &addRecord<&packageClasses>},
-    {"dataTypes",     0,           "",        kObjects,              kSelf,   {},                &addRecord<&packageDataTypes>},
-    {"subPackages",   0,           "",        kObjects,              kSelf,   {},                &addRecord<&packageSubPackages>},
+    member    <&packageName>          ("name",          kText),
+    member    <&packageFullName>      ("fullName",      kText),
+    member    <&packageClasses>       ("classes",       kObjects),
+    member    <&packageDataTypes>     ("dataTypes",     kObjects),
+    member    <&packageSubPackages>   ("subPackages",   kObjects),
 };
 
 constexpr KernelClass kClasses[] = {
-    {"ImmutableObject",        "An object that can be read",                  {},                                         {}},
-    {"Object",                 "An object that can be changed",               {kImmutableObject},                         {}},
-    {"ImmutableClassObject",   "An object of a model that can be read",       {kImmutableObject},                         kImmutableClassObjectRows},
-    {"ClassObject",            "An object of a model that can be changed",    {kImmutableClassObject, kObject},           kClassObjectRows},
-    {"ImmutableModel",         "A model that can be read",                    {kImmutableObject},                         kImmutableModelRows},
-    {"Model",                  "A model that can be changed",                 {kImmutableModel, kObject},                 kModelRows},
-    {"ImmutableFactoryObject", "A factory of objects that can be read",       {kImmutableObject},                         {}},
-    {"FactoryObject",          "A factory of objects",                        {kImmutableFactoryObject, kObject},         {}},
-    {"ImmutableType",          "A type of the metamodel",                     {kImmutableObject},                         kTypeRows},
-    {"ImmutableClass",         "A class of the metamodel",                    {kImmutableType, kImmutableClassObject},    kClassRows},
-    {"ImmutableDataType",      "An enumeration or primitive type",            {kImmutableType},                           kDataTypeRows},
-    {"ImmutableProperty",      "A property of a class of the metamodel",      {kImmutableObject},                         kPropertyRows},
-    {"ImmutablePackage",       "A package of the metamodel",                  {kImmutableObject},                         kPackageRows},
+    {"ImmutableObject",        "An object that can be read",
+     {},                                      {}},
+    {"Object",                 "An object that can be changed",
+     {kImmutableObject},                      {}},
+    {"ImmutableClassObject",   "An object of a model that can be read",
+     {kImmutableObject},                      kImmutableClassObjectRows},
+    {"ClassObject",            "An object of a model that can be changed",
+     {kImmutableClassObject, kObject},        kClassObjectRows},
+    {"ImmutableModel",         "A model that can be read",
+     {kImmutableObject},                      kImmutableModelRows},
+    {"Model",                  "A model that can be changed",
+     {kImmutableModel, kObject},              kModelRows},
+    {"ImmutableFactoryObject", "A factory of objects that can be read",
+     {kImmutableObject},                      {}},
+    {"FactoryObject",          "A factory of objects",
+     {kImmutableFactoryObject, kObject},      {}},
+    {"ImmutableType",          "A type of a metamodel",
+     {kImmutableObject},                      kTypeRows},
+    {"ImmutableClass",         "A class of a metamodel",
+     {kImmutableType, kImmutableClassObject}, kClassRows},
+    {"ImmutableDataType",      "An enumeration or scalar type of a metamodel",
+     {kImmutableType},                        kDataTypeRows},
+    {"ImmutableProperty",      "A property of a class of a metamodel",
+     {kImmutableObject},                      kPropertyRows},
+    {"ImmutablePackage",       "A package of a metamodel",
+     {kImmutableObject},                      kPackageRows},
 };
 
-constexpr const char* kChangeable   = "A sequence whose values can be changed";
+constexpr const char* kChangeable = "A sequence whose values can be changed";
 constexpr const char* kUnchangeable = "A sequence whose values cannot be changed";
-constexpr const char* kModifiable   = "An iterator for traversing a modifiable list";
-constexpr const char* kNotModified  = "An iterator for traversing a non-modifiable list";
+constexpr const char* kModifiable = "An iterator for traversing a modifiable list";
+constexpr const char* kNonModifiable = "An iterator for traversing a non-modifiable list";
+constexpr const char* kObjectsIterator = "K7Q.ImmutableObjectImmutableIterator";
 
 constexpr KernelCompanion kCompanions[] = {
-    {&kSequenceOfString,             "SequenceOfString",                   kChangeable,   kText,            "K7Q.StringIterator"},
-    {&kImmutableSequenceOfString,    "ImmutableSequenceOfString",          kUnchangeable, kText,            "K7Q.StringImmutableIterator"},
-    {&kStringIterator,               "StringIterator",                     kModifiable,   kText,            ""},
-    {&kStringImmutableIterator,      "StringImmutableIterator",            kModifiable,   kText,            ""},
-    {&kImmutableSequenceOfImmutable, "ImmutableSequenceOfImmutableObject", kUnchangeable, kImmutableObject, "K7Q.ImmutableObjectImmutableIterator"},
-    {&kImmutableIteratorOfImmutable, "ImmutableObjectImmutableIterator",   kNotModified,  kImmutableObject, ""},
+    {&kSequenceOfString,
+     "SequenceOfString",                   kText,            "K7Q.StringIterator",          kChangeable},
+    {&kImmutableSequenceOfString,
+     "ImmutableSequenceOfString",          kText,            "K7Q.StringImmutableIterator", kUnchangeable},
+    {&kStringIterator,
+     "StringIterator",                     kText,            "",                            kModifiable},
+    {&kStringImmutableIterator,
+     "StringImmutableIterator",            kText,            "",                            kModifiable},
+    {&kImmutableSequenceOfImmutable,
+     "ImmutableSequenceOfImmutableObject", kImmutableObject, kObjectsIterator,              kUnchangeable},
+    {&kImmutableIteratorOfImmutable,
+     "ImmutableObjectImmutableIterator",   kImmutableObject, "",                            kNonModifiable},
 };
 // clang-format on
 

@@ -21,9 +21,9 @@ struct KernelClass {
 struct KernelCompanion {
   const CompanionKind* kind;
   const char* name;
-  const char* description;
   const char* element;
   const char* iterator;
+  const char* description;
 };
 
 /// Both in order of registration.

@@ -24,15 +24,29 @@ struct RowNames {
 /// arguments end with the first null.
 struct MethodRow {
   static constexpr std::size_t kMaxArguments = 3;
+  using Arguments = std::array<const char*, kMaxArguments>;
 
   const char* name;
-  std::uint32_t attributes;
-  const char* parameterNames;
   const char* result;
   const char* self;
-  std::array<const char*, kMaxArguments> arguments;
+  Arguments arguments;
   void (*add)(binding::MethodTable& table, const binding::MethodSpec& spec,
               std::span<const ruvo::InternedName> arguments);
+  std::uint32_t attributes = 0;
+  const char* parameterNames = "";
+
+  /// The same row with attributes.
+  constexpr MethodRow with(std::uint32_t word) const {
+    MethodRow row = *this;
+    row.attributes = word;
+    return row;
+  }
+  /// The same row with names for its parameters.
+  constexpr MethodRow naming(const char* parameters) const {
+    MethodRow row = *this;
+    row.parameterNames = parameters;
+    return row;
+  }
 };
 
 /// Adds a record for native function F.
@@ -49,6 +63,24 @@ void addRecord(binding::MethodTable& table, const binding::MethodSpec& spec,
     default:
       return table.add(spec, {arguments[0], arguments[1], arguments[2]}, F);
   }
+}
+
+/// A method with self.
+template <auto F>
+constexpr MethodRow member(const char* name, const char* result, MethodRow::Arguments arguments = {}) {
+  return {name, result, kSelf, arguments, &addRecord<F>};
+}
+
+/// A method that takes its object as an ordinary first argument, which the arguments name.
+template <auto F>
+constexpr MethodRow asArgument(const char* name, const char* result, MethodRow::Arguments arguments) {
+  return {name, result, nullptr, arguments, &addRecord<F>, ruvo::factory::kSelfAsArgument};
+}
+
+/// A method without self.
+template <auto F>
+constexpr MethodRow classLevel(const char* name, const char* result) {
+  return {name, result, nullptr, {}, &addRecord<F>};
 }
 
 /// Adds the rows in their order.

@@ -109,7 +109,12 @@ struct IteratorOperations {
   }
 };
 
-constexpr std::uint32_t kAsArgument = ruvo::factory::kSelfAsArgument;
+inline constexpr const char* kVoid = "void";
+inline constexpr const char* kInteger = "int32 scalar";
+inline constexpr const char* kLogical = "logical scalar";
+
+/// Given for the one method with self as well, which clears it again.
+inline constexpr std::uint32_t kGiven = ruvo::factory::kSelfAsArgument;
 
 // clang-format off
 /// A sequence whose values can be changed; its make records follow (ListMakers.h).
@@ -117,26 +122,26 @@ template <class Element, class Iterator>
 inline constexpr std::array kSequenceRows = [] {
   using S = SequenceOperations<Element, Iterator>;
   return std::to_array<MethodRow>({
-      {"append",     0,           "", "void",           kSelf,   {kElement},                        &addRecord<&S::pushBack>},
-      {"clear",      0,           "", "void",           kSelf,   {},                                &addRecord<&S::clear>},
-      {"pop_back",   0,           "", "void",           kSelf,   {},                                &addRecord<&S::popBack>},
-      {"pop_front",  0,           "", "void",           kSelf,   {},                                &addRecord<&S::popFront>},
-      {"push_back",  0,           "", "void",           kSelf,   {kElement},                        &addRecord<&S::pushBack>},
-      {"push_front", 0,           "", "void",           kSelf,   {kElement},                        &addRecord<&S::pushFront>},
-      {"removeAll",  0,           "", "int32 scalar",   kSelf,   {kElement},                        &addRecord<&S::removeAll>},
-      {"begin",      0,           "", kIterator,        kSelf,   {},                                &addRecord<&S::begin>},
-      {"end",        0,           "", kIterator,        kSelf,   {},                                &addRecord<&S::end>},
-      {"erase",      0,           "", kIterator,        kSelf,   {kIterator},                       &addRecord<&S::eraseOne>},
-      {"erase",      0,           "", kIterator,        kSelf,   {kIterator, kIterator},            &addRecord<&S::eraseRange>},
-      {"erase",      kAsArgument, "", "void",           nullptr, {kSelf, "int32 scalar"},           &addRecord<&S::eraseAt>},
-      {"insert",     kAsArgument, "", kIterator,        kSelf,   {kIterator, kElement},             &addRecord<&S::insert>},
-      {"insert",     kAsArgument, "", "void",           nullptr, {kSelf, "int32 scalar", kElement}, &addRecord<&S::insertAt>},
-      {"replace",    kAsArgument, "", "void",           nullptr, {kSelf, "int32 scalar", kElement}, &addRecord<&S::replace>},
-      {"back",       0,           "", kElement,         kSelf,   {},                                &addRecord<&S::back>},
-      {"isEmpty",    0,           "", "logical scalar", kSelf,   {},                                &addRecord<&S::isEmpty>},
-      {"front",      0,           "", kElement,         kSelf,   {},                                &addRecord<&S::front>},
-      {"size",       0,           "", "int32 scalar",   kSelf,   {},                                &addRecord<&S::size>},
-      {"at",         kAsArgument, "", kElement,         nullptr, {kSelf, "int32 scalar"},           &addRecord<&S::at>},
+      member    <&S::pushBack>  ("append",     kVoid,     {kElement}),
+      member    <&S::clear>     ("clear",      kVoid),
+      member    <&S::popBack>   ("pop_back",   kVoid),
+      member    <&S::popFront>  ("pop_front",  kVoid),
+      member    <&S::pushBack>  ("push_back",  kVoid,     {kElement}),
+      member    <&S::pushFront> ("push_front", kVoid,     {kElement}),
+      member    <&S::removeAll> ("removeAll",  kInteger,  {kElement}),
+      member    <&S::begin>     ("begin",      kIterator),
+      member    <&S::end>       ("end",        kIterator),
+      member    <&S::eraseOne>  ("erase",      kIterator, {kIterator}),
+      member    <&S::eraseRange>("erase",      kIterator, {kIterator, kIterator}),
+      asArgument<&S::eraseAt>   ("erase",      kVoid,     {kSelf, kInteger}),
+      member    <&S::insert>    ("insert",     kIterator, {kIterator, kElement}).with(kGiven),
+      asArgument<&S::insertAt>  ("insert",     kVoid,     {kSelf, kInteger, kElement}),
+      asArgument<&S::replace>   ("replace",    kVoid,     {kSelf, kInteger, kElement}),
+      member    <&S::back>      ("back",       kElement),
+      member    <&S::isEmpty>   ("isEmpty",    kLogical),
+      member    <&S::front>     ("front",      kElement),
+      member    <&S::size>      ("size",       kInteger),
+      asArgument<&S::at>        ("at",         kElement,  {kSelf, kInteger}),
   });
 }();
 
@@ -145,13 +150,13 @@ template <class Element, class Iterator>
 inline constexpr std::array kImmutableSequenceRows = [] {
   using S = SequenceOperations<Element, Iterator>;
   return std::to_array<MethodRow>({
-      {"begin",      0,           "", kIterator,        kSelf,   {},                                &addRecord<&S::begin>},
-      {"end",        0,           "", kIterator,        kSelf,   {},                                &addRecord<&S::end>},
-      {"back",       0,           "", kElement,         kSelf,   {},                                &addRecord<&S::back>},
-      {"isEmpty",    0,           "", "logical scalar", kSelf,   {},                                &addRecord<&S::isEmpty>},
-      {"front",      0,           "", kElement,         kSelf,   {},                                &addRecord<&S::front>},
-      {"size",       0,           "", "int32 scalar",   kSelf,   {},                                &addRecord<&S::size>},
-      {"at",         kAsArgument, "", kElement,         nullptr, {kSelf, "int32 scalar"},           &addRecord<&S::at>},
+      member    <&S::begin>     ("begin",      kIterator),
+      member    <&S::end>       ("end",        kIterator),
+      member    <&S::back>      ("back",       kElement),
+      member    <&S::isEmpty>   ("isEmpty",    kLogical),
+      member    <&S::front>     ("front",      kElement),
+      member    <&S::size>      ("size",       kInteger),
+      asArgument<&S::at>        ("at",         kElement,  {kSelf, kInteger}),
   });
 }();
 
@@ -159,12 +164,12 @@ template <class Element, class Iterator>
 inline constexpr std::array kIteratorRows = [] {
   using I = IteratorOperations<Element, Iterator>;
   return std::to_array<MethodRow>({
-      {"clone",      kAsArgument, "", kSelf,            nullptr, {kSelf},                           &addRecord<&I::clone>},
-      {"eq",         0,           "other", "logical scalar", kSelf,   {kSelf},                           &addRecord<&I::eq>},
-      {"ne",         0,           "other", "logical scalar", kSelf,   {kSelf},                           &addRecord<&I::ne>},
-      {"getNext",    kAsArgument, "", "void",           nullptr, {kSelf},                           &addRecord<&I::getNext>},
-      {"getPrev",    kAsArgument, "", "void",           nullptr, {kSelf},                           &addRecord<&I::getPrev>},
-      {"item",       0,           "", kElement,         kSelf,   {},                                &addRecord<&I::item>},
+      asArgument<&I::clone>     ("clone",      kSelf,     {kSelf}),
+      member    <&I::eq>        ("eq",         kLogical,  {kSelf}).naming("other"),
+      member    <&I::ne>        ("ne",         kLogical,  {kSelf}).naming("other"),
+      asArgument<&I::getNext>   ("getNext",    kVoid,     {kSelf}),
+      asArgument<&I::getPrev>   ("getPrev",    kVoid,     {kSelf}),
+      member    <&I::item>      ("item",       kElement),
   });
 }();
 // clang-format on
