@@ -170,6 +170,8 @@ TEST_F(PropertyAccessTest, ObjectOfTheClassOrASubclassIsWritten) {
   const HostResult result = get();
   EXPECT_EQ(result.object(), value);
   EXPECT_STREQ(hx::hxGetClassName(mProperty->array.get()), full("Base").c_str());
+  // The property outlives what stands behind the object it holds.
+  mProperty->array.reset();
 }
 
 TEST_F(PropertyAccessTest, ObjectOfAnotherClassIsRefused) {
