@@ -137,6 +137,11 @@ HostType* makeType(ruvo::Class& cls) {
   shown->tp_dealloc = deallocatorOf(kind);
   shown->tp_vectorcall = construct;
   shown->tp_flags |= Py_TPFLAGS_IMMUTABLETYPE;
+  // Python classes are collected by default. These objects hold nothing that could hold them, and types stay.
+  shown->tp_flags &= ~static_cast<unsigned long>(Py_TPFLAGS_HAVE_GC);
+  shown->tp_traverse = nullptr;
+  shown->tp_clear = nullptr;
+  shown->tp_free = PyObject_Free;
   PyType_Modified(shown);
   cls.setHostData(type);
   ++gTypesMade;

@@ -1,0 +1,30 @@
+import subprocess
+import sys
+
+import pytest
+
+import K7Q
+from Tarvelon.metamodel.arplatform import common
+
+
+@pytest.fixture
+def model():
+    with K7Q.Model.create() as model:
+        yield model
+
+
+@pytest.fixture
+def package(model):
+    return common.Package(model, "Brakes")
+
+
+@pytest.fixture
+def python():
+    """Runs code in an interpreter of its own; gives what it printed."""
+
+    def run(code, **options):
+        done = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, timeout=120, **options)
+        assert (done.returncode, done.stderr) == (0, ""), done.stderr
+        return done.stdout
+
+    return run

@@ -1,0 +1,219 @@
+"""Which error each fault is, and that nothing changes."""
+
+import traceback
+
+import pytest
+
+import K7Q
+import _tarvelon_host
+from Tarvelon.metamodel.arplatform import common, variant
+
+
+@pytest.mark.parametrize("name, builtin", [
+    ("WrongType", TypeError), ("OutOfRange", OverflowError), ("WrongValue", ValueError), ("OutOfBounds", IndexError),
+    ("UnknownName", AttributeError), ("UnknownModule", ModuleNotFoundError), ("LoadError", ImportError),
+    ("ChangedDuringIteration", RuntimeError), ("StaleIterator", TypeError), ("StaleIterator", IndexError),
+])
+def test_every_error_is_a_k7q_exception_and_a_builtin(name, builtin):
+    error = getattr(K7Q, name)
+
+    assert issubclass(error, K7Q.Exception) and issubclass(error, builtin)
+    assert error.__module__ == "K7Q" and error.__doc__
+
+
+def test_a_text_of_the_native_side_is_that_class_alone_and_unchanged(package):
+    with pytest.raises(K7Q.Exception) as raised:
+        package.ReferenceBase.front()
+
+    assert type(raised.value) is K7Q.Exception
+    assert str(raised.value).startswith("Assertion failed: sequence is empty at ")
+
+
+def test_an_unknown_attribute_names_the_nearest(package):
+    with pytest.raises(AttributeError) as raised:
+        package.categry
+
+    assert str(raised.value) == ("class 'Tarvelon.metamodel.arplatform.common.Package' has no property or method "
+                                 "'categry'; did you mean 'category'?")
+
+
+def test_an_assignment_to_an_unknown_attribute_names_the_nearest(package):
+    with pytest.raises(AttributeError, match="did you mean 'category'?"):
+        package.categry = "x"
+
+
+def test_nothing_near_is_not_guessed(package):
+    with pytest.raises(K7Q.UnknownName) as raised:
+        package.zzzzzzzzz
+
+    assert str(raised.value).endswith("has no property or method 'zzzzzzzzz'")
+
+
+def test_the_interpreter_adds_no_second_guess(package):
+    try:
+        package.Nam
+    except AttributeError as error:
+        text = "".join(traceback.format_exception(error))
+
+    assert text.count("did you mean") == 1
+    assert "Did you mean" not in text
+
+
+def test_an_unknown_attribute_is_asked_for_without_an_error(package):
+    assert not hasattr(package, "categry")
+    assert getattr(package, "categry", 5) == 5
+
+
+def test_a_method_cannot_be_assigned_or_deleted(package):
+    with pytest.raises(AttributeError, match="Package.isvalid is no property"):
+        package.isvalid = 1
+    with pytest.raises(AttributeError, match="Package.isvalid is no property"):
+        del package.isvalid
+
+
+def test_an_unknown_member_of_a_class_names_the_nearest():
+    with pytest.raises(AttributeError, match="'LinkTme'; did you mean 'LinkTime'?"):
+        variant.BindingTimeKind.LinkTme
+
+
+def test_no_constructor_takes_these_arguments(model):
+    with pytest.raises(TypeError) as raised:
+        common.Package(model, 5)
+
+    assert str(raised.value) == ("Package: no constructor takes (K7Q.Model, int32 scalar); there are\n"
+                                 "    Package(K7Q.Model)\n"
+                                 "    Package(K7Q.Model, char vector)")
+
+
+def test_no_signature_takes_these_arguments(package):
+    with pytest.raises(TypeError) as raised:
+        package.destroy(1)
+
+    assert "Package.destroy: no signature takes (int32 scalar); there" in str(raised.value)
+    assert package.isvalid()
+
+
+def test_an_abstract_class_has_no_constructor(model):
+    with pytest.raises(TypeError, match="Identifiable' is abstract"):
+        common.Identifiable(model)
+
+
+def test_keyword_arguments_are_refused(model):
+    with pytest.raises(TypeError, match="Package: arguments are given by position"):
+        common.Package(model, name="x")
+    with pytest.raises(TypeError, match="Model.create: arguments are given by position"):
+        K7Q.Model.create(name="x")
+
+
+def test_a_foreign_argument_is_named_with_its_place(model):
+    with pytest.raises(TypeError, match=r"Package, argument 2: expected a bool, .* got list"):
+        common.Package(model, ["x"])
+
+
+def test_too_many_arguments_are_refused(model):
+    with pytest.raises(TypeError, match="got 20 arguments"):
+        common.Package(model, *range(19))
+
+
+def test_an_unset_model_raises_the_null_text():
+    with pytest.raises(K7Q.Exception, match="Cannot access NULL ref"):
+        common.Package(None)
+
+
+def test_a_write_through_an_immutable_object_is_refused(package):
+    with pytest.raises(K7Q.Exception, match="through an immutable object"):
+        package.asImmutable().Name = "x"
+
+    assert package.Name == "Brakes"
+
+
+def test_a_write_to_a_read_only_property_is_refused(package):
+    with pytest.raises(K7Q.Exception, match="You cannot set a read-only property"):
+        package.NestingPackage = package
+
+
+def test_a_write_to_a_many_valued_property_is_refused(model, package):
+    with pytest.raises(K7Q.Exception, match="You cannot set a multi-valued property"):
+        package.ReferenceBase = common.ReferenceBase(model)
+
+
+@pytest.mark.parametrize("value", ["x", None, [1], "\0", 2**80, object()])
+def test_what_cannot_be_set_says_so_before_the_value_is_looked_at(package, value):
+    with pytest.raises(K7Q.Exception, match="You cannot set a multi-valued property"):
+        package.asImmutable().ReferenceBase = value
+    with pytest.raises(K7Q.Exception, match="You cannot set a read-only property"):
+        package.asImmutable().Owner = value
+    with pytest.raises(K7Q.Exception, match="through an immutable object"):
+        package.asImmutable().Name = value
+
+
+def test_a_write_on_a_frozen_view_is_refused(model, package):
+    frozen = package.asDeviant(model.frozen())
+
+    with pytest.raises(K7Q.Exception, match="read-only"):
+        frozen.Name = "x"
+
+    assert (package.Name, frozen.Name) == ("Brakes", "Brakes")
+
+
+def test_a_class_cannot_be_subclassed():
+    with pytest.raises(TypeError, match="cannot be subclassed in Python"):
+        class Mine(common.Package):
+            pass
+
+
+def test_a_root_class_cannot_be_subclassed():
+    with pytest.raises(TypeError, match="cannot be subclassed in Python"):
+        class Mine(_tarvelon_host.HostObject):
+            pass
+
+
+@pytest.mark.parametrize("change", [lambda: setattr(common.Package, "extra", 1), lambda: delattr(common.Package, "Name"),
+                                    lambda: type.__setattr__(common.Package, "extra", 1)])
+def test_a_class_cannot_be_changed(change):
+    with pytest.raises((AttributeError, TypeError)):
+        change()
+
+    assert not hasattr(common.Package, "extra") and hasattr(common.Package, "Name")
+
+
+def test_an_object_cannot_change_its_class(package):
+    with pytest.raises(AttributeError):
+        package.__class__ = common.Sdg
+
+
+@pytest.mark.parametrize("make", [lambda cls: object.__new__(cls), lambda cls: type.__call__(cls)])
+def test_there_is_no_way_around_the_constructor(make):
+    with pytest.raises(TypeError):
+        make(common.Package)
+
+
+@pytest.mark.parametrize("cls", [common.SequenceOfPackage, common.PackageIterator, variant.BindingTimeKind])
+def test_what_has_no_constructor_says_where_it_comes_from(model, cls):
+    with pytest.raises(K7Q.WrongType, match="constructor|enumeration"):
+        cls(model)
+
+
+def test_a_property_descriptor_refuses_foreign_objects(model):
+    with pytest.raises(TypeError, match="ImmutableNamedElement.Name: expected an object of class"):
+        common.Package.Name.__get__(common.AdminData(model))
+    with pytest.raises(TypeError):
+        common.Package.Name.__set__(5, "x")
+
+
+def test_a_failed_native_allocation_is_a_memory_error(package):
+    import ctypes
+    from pathlib import Path
+
+    library = ctypes.CDLL(str(Path(_tarvelon_host.__file__).parent.parent / "lib" / "libtarvelon_hx.so"))
+    fail = getattr(library, "_Z16utFailAllocationm")
+    sequences = package.ReferenceBase  # so that only the call itself allocates
+    for countdown in range(1, 4):
+        fail(ctypes.c_ulong(countdown))
+        try:
+            sequences.begin()
+        except MemoryError:
+            pass
+        finally:
+            fail(ctypes.c_ulong(0))
+        assert package.Name == "Brakes"
