@@ -16,7 +16,10 @@ struct Call {
   PyObject* self;
   std::span<PyObject* const> given;
 
-  std::string_view name() const noexcept { return overloads.name.view(); }
+  /// Nothing for a constructor.
+  std::string_view name() const noexcept {
+    return overloads.name == type.cls->getFullName() ? std::string_view() : overloads.name.view();
+  }
   std::string where(std::size_t index) const { return Place{*type.cls, name(), index + 1}.text(); }
 };
 

@@ -20,8 +20,9 @@ Py_ssize_t length(PyObject* sequence) {
 
 /// An index from 0, negative ones counted from the end.
 int position(PyObject* sequence, PyObject* index, int size) {
-  const Py_ssize_t given = PyNumber_AsSsize_t(index, PyExc_IndexError);
-  if (given == -1 && PyErr_Occurred()) PyErr_Clear();
+  // A number too large for a Py_ssize_t is cut to the largest, which no sequence has.
+  const Py_ssize_t given = PyNumber_AsSsize_t(index, nullptr);
+  if (given == -1 && PyErr_Occurred()) throw PythonError();
   const Py_ssize_t found = given < 0 ? given + size : given;
   if (found >= 0 && found < size) return static_cast<int>(found);
   raise(errors().outOfBounds, shown(sequence) + "[" + toUtf8(owned(PyObject_Repr(index)).get()) +
@@ -57,6 +58,11 @@ PyObject* subscript(PyObject* sequence, PyObject* index) {
     }
     return list.release();
   });
+}
+
+/// What PySequence_GetItem() and reversed() ask.
+PyObject* item(PyObject* sequence, Py_ssize_t index) {
+  return guarded([&] { return subscript(sequence, owned(PyLong_FromSsize_t(index)).get()); });
 }
 
 /// Calls a method that changes the sequence, which the read-only classes do not have.
@@ -136,7 +142,19 @@ PyObject* iterate(PyObject* sequence) {
   return guarded([&] { return walkSequence(sequence); });
 }
 
+void requireCount(PyObject* sequence, const char* method, Py_ssize_t count, Py_ssize_t least,
+                  Py_ssize_t most) {
+  if (count >= least && count <= most) return;
+  raise(errors().wrongType, shown(sequence) + "." + method + ": got " + std::to_string(count) +
+                                " arguments, expected " + std::to_string(least) +
+                                (least == most ? "" : " to " + std::to_string(most)));
+}
+
 void extendBy(PyObject* sequence, PyObject* elements) {
+  if (!Py_TYPE(elements)->tp_iter && !PySequence_Check(elements)) {
+    raise(errors().wrongType,
+          shown(sequence) + ".extend: expected elements to iterate, got " + describePython(elements));
+  }
   // A copy, since the elements may come from this sequence or from one that loses them to it.
   const Reference list = owned(PySequence_List(elements));
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
@@ -151,19 +169,12 @@ PyObject* addInPlace(PyObject* sequence, PyObject* elements) {
   });
 }
 
-PyObject* extend(PyObject* sequence, PyObject* elements) {
+PyObject* extend(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count) {
   return guarded([&] {
-    extendBy(sequence, elements);
+    requireCount(sequence, "extend", count, 1, 1);
+    extendBy(sequence, arguments[0]);
     return Py_NewRef(Py_None);
   });
-}
-
-void requireCount(PyObject* sequence, const char* method, Py_ssize_t count, Py_ssize_t least,
-                  Py_ssize_t most) {
-  if (count >= least && count <= most) return;
-  raise(errors().wrongType, shown(sequence) + "." + method + ": got " + std::to_string(count) +
-                                " arguments, expected " + std::to_string(least) +
-                                (least == most ? "" : " to " + std::to_string(most)));
 }
 
 int foundOrRaise(PyObject* sequence, const char* method, PyObject* value, int found, int end) {
@@ -173,7 +184,8 @@ int foundOrRaise(PyObject* sequence, const char* method, PyObject* value, int fo
 }
 
 /// A bound of index(), as a slice has it.
-int bound(PyObject* value, int size) {
+int bound(PyObject* sequence, PyObject* value, int size) {
+  if (!PyIndex_Check(value)) raiseNoIndex(sequence, value);
   const Py_ssize_t given = PyNumber_AsSsize_t(value, nullptr);
   if (given == -1 && PyErr_Occurred()) throw PythonError();
   return static_cast<int>(std::clamp<Py_ssize_t>(given < 0 ? given + size : given, 0, size));
@@ -184,15 +196,17 @@ PyObject* index(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count
     requireCount(sequence, "index", count, 1, 3);
     const ElementReader reader(sequence);
     const int size = reader.size();
-    const int from = count > 1 ? bound(arguments[1], size) : 0;
-    const int end = count > 2 ? bound(arguments[2], size) : size;
+    const int from = count > 1 ? bound(sequence, arguments[1], size) : 0;
+    const int end = count > 2 ? bound(sequence, arguments[2], size) : size;
     const int found = from < end ? find(reader, arguments[0], from, end) : end;
     return owned(PyLong_FromLong(foundOrRaise(sequence, "index", arguments[0], found, end))).release();
   });
 }
 
-PyObject* countOf(PyObject* sequence, PyObject* value) {
+PyObject* countOf(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count) {
   return guarded([&] {
+    requireCount(sequence, "count", count, 1, 1);
+    PyObject* value = arguments[0];
     const ElementReader reader(sequence);
     const int size = reader.size();
     long result = 0;
@@ -201,8 +215,10 @@ PyObject* countOf(PyObject* sequence, PyObject* value) {
   });
 }
 
-PyObject* removeFirst(PyObject* sequence, PyObject* value) {
+PyObject* removeFirst(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count) {
   return guarded([&] {
+    requireCount(sequence, "remove", count, 1, 1);
+    PyObject* value = arguments[0];
     const ElementReader reader(sequence);
     const int size = reader.size();
     eraseAt(sequence, foundOrRaise(sequence, "remove", value, find(reader, value, 0, size), size));
@@ -215,6 +231,7 @@ PyObject* pop(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count) 
     requireCount(sequence, "pop", count, 0, 1);
     const ElementReader reader(sequence);
     const Reference last = owned(PyLong_FromLong(-1));
+    if (count == 1 && !PyIndex_Check(arguments[0])) raiseNoIndex(sequence, arguments[0]);
     const int at = position(sequence, count == 1 ? arguments[0] : last.get(), reader.size());
     Reference element(reader.at(at));
     eraseAt(sequence, at);
@@ -239,10 +256,10 @@ PyMethodDef gMethods[] = {
         "index(value[, start[, stop]]): the first index from 0 of an equal element; K7Q.WrongValue if none"),
     fastMethod("pop", pop,
                "pop([index]): takes the element at an index from 0, or the last one, out and returns it"),
-    {"count", countOf, METH_O, "count(value): how many elements are equal"},
-    {"remove", removeFirst, METH_O,
-     "remove(value): takes the first equal element out; K7Q.WrongValue if there is none"},
-    {"extend", extend, METH_O, "extend(elements): adds one after another, in their order"},
+    fastMethod("count", countOf, "count(value): how many elements are equal"),
+    fastMethod("remove", removeFirst,
+               "remove(value): takes the first equal element out; K7Q.WrongValue if there is none"),
+    fastMethod("extend", extend, "extend(elements): adds one after another, in their order"),
     {nullptr, nullptr, 0, nullptr}};
 
 PySequenceMethods gSequence{};
@@ -251,6 +268,8 @@ PyMappingMethods gMapping{};
 }  // namespace
 
 void readySequenceType() {
+  gSequence.sq_length = length;
+  gSequence.sq_item = item;
   gSequence.sq_contains = contains;
   gSequence.sq_inplace_concat = addInPlace;
   gMapping.mp_length = length;

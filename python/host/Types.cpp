@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "python/host/CheckedDoor.h"
 #include "python/host/Descriptors.h"
 #include "python/host/Enumeration.h"
 #include "python/host/Extensions.h"
@@ -115,6 +116,8 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
     }
     if (type.kind != TypeKind::Object) raiseNotConstructible(type);
     const Arguments converted(arguments, count, *type.cls, {});
+    const ruvo::OverloadSet* constructors = converted.hasEmpty() ? type.cls->constructors() : nullptr;
+    if (constructors) requireMeaningful(type, *constructors, nullptr, converted, {arguments, count});
     return wrap(ruvo::construct(*type.cls, converted.span()));
   });
 }

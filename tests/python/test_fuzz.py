@@ -1,0 +1,246 @@
+"""Random use: every call ends in a result or in a K7Q.Exception, and sequences behave as lists do."""
+
+import random
+import types
+
+import pytest
+from hypothesis import given, settings, strategies
+from hypothesis.stateful import RuleBasedStateMachine, initialize, invariant, rule
+
+import K7Q
+from Tarvelon.metamodel.arplatform import common, documentation, variant
+
+BOUNDED = settings(max_examples=60, deadline=None, derandomize=True, database=None)
+TEXTS = strategies.text(alphabet=strategies.characters(blacklist_characters="\0", blacklist_categories=["Cs"]))
+
+
+@BOUNDED
+@given(text=TEXTS)
+def test_any_text_comes_back(text):
+    with K7Q.Model.create() as model:
+        package = common.Package(model, text)
+        package.category = text
+
+        assert (package.Name, package.category) == (text, text)
+
+
+@BOUNDED
+@given(text=strategies.text(alphabet=strategies.characters()))
+def test_any_str_is_stored_or_refused(text):
+    with K7Q.Model.create() as model:
+        package = common.Package(model)
+        storable = "\0" not in text and not any(0xD800 <= ord(each) <= 0xDFFF for each in text)
+        try:
+            package.Name = text
+        except K7Q.WrongValue:
+            assert not storable
+        else:
+            assert storable and package.Name == text
+
+
+@BOUNDED
+@given(number=strategies.one_of(strategies.integers(), strategies.floats(), strategies.booleans()))
+def test_any_number_is_stored_exactly_or_refused(number):
+    with K7Q.Model.create() as model:
+        error, value = common.ApplicationError(model), variant.SystemConstValue(model)
+        is_int32 = number == number and abs(number) != float("inf") and int(number) == number
+        is_int32 = is_int32 and -2**31 <= number < 2**31
+        try:
+            error.errorCode = number
+        except K7Q.OutOfRange:
+            assert not is_int32
+        else:
+            assert is_int32 and error.errorCode == number
+        try:
+            value.Value = number
+        except K7Q.OutOfRange:
+            assert isinstance(number, int)
+        else:
+            assert value.Value == number or number != number
+
+
+class TextSequence(RuleBasedStateMachine):
+    """A sequence of texts beside a list: the same operations give the same contents and the same faults."""
+
+    @initialize()
+    def start(self):
+        self.model = K7Q.Model.create()
+        self.sequence = variant.PostBuildVariantCondition(self.model).ValueVariationPoint
+        self.list = []
+
+    def both(self, operation):
+        """Does the same to both; they must agree on the result, or both must fail with the same built-in error."""
+        try:
+            expected = operation(self.list)
+        except (IndexError, ValueError) as error:
+            with pytest.raises(type(error)) as raised:
+                operation(self.sequence)
+            assert isinstance(raised.value, K7Q.Exception)
+        else:
+            assert operation(self.sequence) == expected
+
+    @rule(text=TEXTS)
+    def append(self, text):
+        self.both(lambda each: each.append(text))
+
+    @rule(texts=strategies.lists(TEXTS, max_size=4))
+    def extend(self, texts):
+        self.both(lambda each: each.extend(texts))
+
+    @rule(index=strategies.integers(-6, 6), text=TEXTS)
+    def assign(self, index, text):
+        self.both(lambda each: each.__setitem__(index, text))
+
+    @rule(index=strategies.integers(-6, 6))
+    def read(self, index):
+        self.both(lambda each: each[index])
+
+    @rule(index=strategies.integers(-6, 6))
+    def delete(self, index):
+        self.both(lambda each: each.__delitem__(index))
+
+    @rule(index=strategies.integers(-6, 6))
+    def pop(self, index):
+        self.both(lambda each: each.pop(index))
+
+    @rule(part=strategies.slices(8))
+    def read_slice(self, part):
+        self.both(lambda each: each[part])
+
+    @rule(part=strategies.slices(8))
+    def delete_slice(self, part):
+        self.both(lambda each: each.__delitem__(part))
+
+    @rule(text=TEXTS)
+    def remove(self, text):
+        self.both(lambda each: each.remove(text))
+
+    @rule(text=TEXTS)
+    def count(self, text):
+        self.both(lambda each: (each.count(text), text in each))
+
+    @rule(at=strategies.integers(0, 8), text=TEXTS)
+    def insert(self, at, text):
+        if at <= len(self.list):
+            self.list.insert(at, text)
+            self.sequence.insert(at + 1, text)
+        else:
+            with pytest.raises(K7Q.Exception, match="sequence index out of bounds"):
+                self.sequence.insert(at + 1, text)
+
+    @rule(text=TEXTS)
+    def remove_all(self, text):
+        assert self.sequence.removeAll(text) == self.list.count(text)
+        self.list = [each for each in self.list if each != text]
+
+    @rule()
+    def double(self):
+        if len(self.list) < 50:
+            self.both(lambda each: each.extend(each))
+
+    @rule()
+    def walk(self):
+        place, end, seen = self.sequence.begin(), self.sequence.end(), []
+        while place != end:
+            seen.append(place.item())
+            place.getNext()
+        assert seen == self.list
+
+    @invariant()
+    def same(self):
+        if hasattr(self, "sequence"):
+            assert len(self.sequence) == len(self.list) and list(self.sequence) == self.list
+
+    def teardown(self):
+        if hasattr(self, "model"):
+            self.model.close()
+
+
+TextSequence.TestCase.settings = settings(max_examples=40, stateful_step_count=40, deadline=None, derandomize=True,
+                                          database=None)
+TestTextSequence = TextSequence.TestCase
+
+
+class Explorer:
+    """Calls whatever there is with whatever there is."""
+
+    CLASSES = [common.Package, common.ReferenceBase, common.AdminData, common.Sdg, common.Sd, common.ModeDeclaration,
+               common.ModeDeclarationGroup, common.AUTOSAR, documentation.Modification, variant.SystemConst,
+               variant.ConditionByFormula, variant.PostBuildVariantCondition, common.SequenceOfPackage,
+               variant.BindingTimeKind]
+
+    def __init__(self, seed):
+        self.random = random.Random(seed)
+        self.model = K7Q.Model.create()
+        self.known = [self.model, self.model.frozen(), *variant.BindingTimeKind]
+
+    def value(self):
+        plain = [None, True, 0, 1, -1, 2, 2**31, -2**63, 2**70, 0.5, float("nan"), "", "Name", "ö\U0001F697", "a\0b",
+                 "\ud800", [], (1, 2), object(), common.Package, len, self.model]
+        return self.random.choice(plain if self.random.random() < 0.4 else self.known)
+
+    def arguments(self):
+        return [self.value() for _ in range(self.random.choice([0, 0, 1, 1, 2, 3]))]
+
+    def step(self):
+        action = self.random.choice([self.construct, self.construct, self.call, self.call, self.call_class, self.read,
+                                     self.write, self.operate])
+        try:
+            self.keep(action())
+        except K7Q.Exception:
+            pass
+
+    def keep(self, result):
+        if type(result).__module__.startswith(("Tarvelon", "K7Q")):
+            self.known.append(result)
+        if len(self.known) > 60:
+            del self.known[self.random.randrange(6, len(self.known))]
+
+    def name(self, thing):
+        return self.random.choice([name for name in dir(thing) if not name.startswith("__")] + ["nothing"])
+
+    def construct(self):
+        return self.random.choice(self.CLASSES)(self.model, *self.arguments())
+
+    def call(self):
+        target = self.random.choice(self.known)
+        name = self.name(target)
+        method = getattr(target, name)
+        return method(*self.arguments()) if callable(method) and name != "close" else method
+
+    def call_class(self):
+        cls = self.random.choice(self.CLASSES)
+        method = getattr(cls, self.name(cls))
+        # What Python adds (extend, ...) is called with a foreign object by the interpreter's own rules.
+        is_ours = callable(method) and not isinstance(method, types.MethodDescriptorType)
+        return method(*self.arguments()) if is_ours else method
+
+    def read(self):
+        target = self.random.choice(self.known)
+        return getattr(target, self.name(target))
+
+    def write(self):
+        target = self.random.choice(self.known)
+        setattr(target, self.name(target), self.value())
+
+    def operate(self):
+        target, other = self.random.choice(self.known), self.value()
+        try:
+            return self.random.choice([
+                lambda: target == other, lambda: target < other, lambda: hash(target), lambda: repr(target),
+                lambda: target[other], lambda: target[-1], lambda: list(target), lambda: other in target,
+                lambda: target.__delitem__(other), lambda: target.__setitem__(0, other), lambda: len(target),
+                lambda: target.__iadd__([other]), lambda: str(target), lambda: dir(target), lambda: bool(target),
+            ])()
+        except (TypeError, AttributeError):  # the interpreter's own, for what has no such operator
+            return None
+
+
+@pytest.mark.parametrize("seed", range(12))
+def test_random_use_never_does_worse_than_a_k7q_exception(seed):
+    explorer = Explorer(seed)
+    for _ in range(1500):
+        explorer.step()
+    explorer.model.close()
+    for thing in explorer.known:
+        repr(thing)

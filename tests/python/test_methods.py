@@ -1,0 +1,122 @@
+"""Methods: how they are bound and called, and what help and docstrings tell."""
+
+import inspect
+import pydoc
+
+import pytest
+
+import K7Q
+from Tarvelon.metamodel.arplatform import common, variant
+
+
+def test_a_method_is_called_on_an_object_or_through_its_class(package):
+    assert package.isvalid() is True
+    assert common.Package.isvalid(package) is True
+    assert common.Identifiable.isvalid(package) is True
+
+
+def test_a_method_that_takes_its_object_as_an_argument_is_called_both_ways(model, package):
+    package.ReferenceBase.append(common.ReferenceBase(model))
+
+    assert package.ReferenceBase.at(1) is common.SequenceOfReferenceBase.at(package.ReferenceBase, 1)
+
+
+def test_a_bound_method_keeps_its_object(model):
+    bound = common.Package(model, "kept").isvalid
+
+    assert bound() is True
+    assert bound.__self__.Name == "kept" and bound.__name__ == "isvalid"
+
+
+def test_a_static_method_is_called_on_class_and_object(package):
+    assert common.Package.MetaClass().name() == "Package"
+    assert package.MetaClass() == common.Package.MetaClass()
+
+
+@pytest.mark.parametrize("arguments", [(), (None,), (5,), ("x",)])
+def test_a_method_of_a_class_wants_an_object_of_it(arguments):
+    with pytest.raises(TypeError, match="Package.isvalid: expected an object of class"):
+        common.Package.isvalid(*arguments)
+
+
+def test_a_method_of_a_class_refuses_an_object_of_another(model):
+    with pytest.raises(TypeError, match="Package.isvalid: expected an object of class"):
+        common.Package.isvalid(common.AdminData(model))
+
+
+def test_cast_gives_the_object_or_nothing(package):
+    assert common.Package.cast(package) is package
+    assert variant.SystemConst.cast(package) is None
+    assert common.Package.cast(None) is None
+
+
+def test_a_method_without_result_gives_none(package):
+    assert package.destroy() is None
+
+
+def test_as_deviant_of_nothing_is_the_object(package):
+    assert package.asDeviant(None) is package
+
+
+def test_meta_properties_are_read_by_name():
+    entry = common.Package.MetaProperty().ReferenceBase()
+
+    assert type(entry) is K7Q.ImmutableProperty
+    assert entry.name() == "ReferenceBase"
+
+
+def test_dir_lists_what_an_object_has(package):
+    assert {"Name", "category", "ReferenceBase", "isvalid", "asImmutable"} <= set(dir(package))
+
+
+def test_a_docstring_of_a_class_lists_constructors_and_properties():
+    text = common.Package.__doc__
+
+    assert text.startswith("Package(K7Q.Model)\nPackage(K7Q.Model, char vector)\n")
+    assert "\n    category: char, 0..1, writable\n" in text
+    assert "\n    NestingPackage: foundation.ImmutablePackage, 0..1, read-only\n" in text
+    assert "\n    PackagedElement: foundation.ImmutableSequenceOfImmutablePackageableElement, 0..*, writable\n" in text
+    assert "\n    Name: char, 1, writable\n" in text
+
+
+def test_a_docstring_of_a_property_tells_type_multiplicity_and_mutability():
+    assert common.Package.category.__doc__ == "char, 0..1, writable"
+    assert common.Package.Owner.__doc__ == "foundation.ImmutableElement, 0..1, read-only"
+
+
+def test_a_docstring_of_a_method_lists_every_signature(package):
+    assert package.isvalid.__doc__ == "isvalid() -> logical scalar"
+    assert common.SequenceOfPackage.erase.__doc__ == (
+        "erase(common.PackageIterator) -> common.PackageIterator\n"
+        "erase(common.PackageIterator, common.PackageIterator) -> common.PackageIterator\n"
+        "erase(int32 scalar) -> void")
+
+
+def test_help_shows_classes_properties_methods_and_packages(package):
+    text = pydoc.plain(pydoc.render_doc(common.Package))
+    assert "class Package(ImmutablePackage, Identifiable, Tarvelon.metamodel.foundation.Package)" in text
+    assert "char, 0..1, writable" in text and "isvalid() -> logical scalar" in text
+    assert "LinkTime = variant.BindingTimeKind.LinkTime" in pydoc.plain(pydoc.render_doc(variant.BindingTimeKind))
+    assert "isvalid() -> logical scalar" in pydoc.plain(pydoc.render_doc(package.isvalid))
+    assert "class ReferenceBase" in pydoc.plain(pydoc.render_doc(common))
+
+
+def test_inspection_of_a_class_finds_members(package):
+    members = dict(inspect.getmembers(common.Package))
+
+    assert inspect.isdatadescriptor(members["Name"])
+    assert inspect.isroutine(members["isvalid"])
+    assert inspect.getdoc(package).startswith("Package(K7Q.Model)")
+
+
+def test_descriptors_show_what_they_are(package):
+    assert repr(common.Package.Name) == "<property Name of foundation.ImmutableNamedElement>"
+    assert repr(common.Package.isvalid) == "<method common.Package.isvalid>"
+    assert repr(package.isvalid) == "<method common.Package.isvalid>"
+    assert repr(common.Package) == "<class 'Tarvelon.metamodel.arplatform.common.Package'>"
+
+
+def test_many_methods_can_be_held_at_once(package):
+    held = [package.isvalid for _ in range(50)]
+
+    assert all(method() for method in held)
