@@ -14,41 +14,39 @@ bool ScalarForm<Integer>::fits(double number) {
 }
 
 template <class T>
-ruvo::RVOValue PrimitiveProperty<T>::getSingleValuedValue(ClassObject& object) {
+ruvo::RVOValue PrimitiveProperty<T>::read(const Target& target) const {
   Object value;
-  mMethods->get(value, object.getClassObject(), object.getDeviant(), mId);
+  mMethods->get(value, target.object, target.deviant, mId);
   return ScalarForm<T>::toSlot(T(value));
 }
 
 template <class T>
 void PrimitiveProperty<T>::setValue(ruvo::RVOInterface* object, ruvo::RVOValue value) {
-  const ClassObject handle = writableObject(object);
-  mMethods->set(handle.getClassObject(), handle.getDeviant(), mId, ScalarForm<T>::fromSlot(value));
+  const Target target = writable(object);
+  mMethods->set(target.object, target.deviant, mId, ScalarForm<T>::fromSlot(value));
 }
 
 template <class T>
-ruvo::RVOValue OptionalPrimitiveProperty<T>::getSingleValuedValue(ClassObject& object) {
-  auto* native = object.getClassObject();
-  const Deviant deviant = object.getDeviant();
-  // The empty array of the type, which is no class: it holds no objects, and never will.
-  if (!mMethods->has(native, deviant, mId)) return ruvo::RVOValue(ruvo::boxInterface(nullptr, mTypeName));
+ruvo::RVOValue OptionalPrimitiveProperty<T>::read(const Target& target) const {
   Object value;
-  mMethods->get(value, native, deviant, mId);
+  mMethods->get(value, target.object, target.deviant, mId);
+  // The empty array of the type, which is no class: it holds no objects, and never will.
+  if (value.isNull()) return ruvo::RVOValue(ruvo::boxInterface(nullptr, mTypeName));
   return ruvo::RVOValue(ScalarForm<T>::toArray(T(value)));
 }
 
 template <class T>
 void OptionalPrimitiveProperty<T>::setValue(ruvo::RVOInterface* object, ruvo::RVOValue value) {
-  const ClassObject handle = writableObject(object);
+  const Target target = writable(object);
   const auto* given = value.array();
   const std::size_t count = hx::hxGetNumberOfElements(given);
   LocalAsserter(__FILE__, __LINE__) = Asserter(count <= 1).Make("%s", k7q_getTooManyElementsMessage());
-  if (count == 0) return mMethods->unset(handle.getClassObject(), handle.getDeviant(), mId);
+  if (count == 0) return mMethods->unset(target.object, target.deviant, mId);
   const auto classId = hx::hxGetClassId(given);
   if (classId == hx::hxObject || classId == hx::hxChar) throwWrongValue(object, given);
   const double number = hx::hxGetNumber(given, 0);
   if (!ScalarForm<T>::fits(number)) throwOutOfRange(*this, object, given);
-  mMethods->set(handle.getClassObject(), handle.getDeviant(), mId, ScalarForm<T>::ofNumber(number));
+  mMethods->set(target.object, target.deviant, mId, ScalarForm<T>::ofNumber(number));
 }
 
 template class PrimitiveProperty<Boolean>;

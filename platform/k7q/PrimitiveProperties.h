@@ -10,10 +10,14 @@ template <class T>
 class PrimitiveProperty final : public Record {
  public:
   using Record::Record;
-  ruvo::RVOValue getSingleValuedValue(ClassObject& object) override;
+  ruvo::RVOValue getValue(ruvo::RVOInterface* object) override { return read(this->readable(object)); }
+  ruvo::RVOValue getSingleValuedValue(ClassObject& object) override { return read(Record::targetOf(object)); }
   void setValue(ruvo::RVOInterface* object, ruvo::RVOValue value) override;
   void releaseValue(ruvo::RVOInterface* /*object*/, ruvo::RVOValue /*value*/) override {}
   const char* kind() const override { return "Primitive"; }
+
+ private:
+  ruvo::RVOValue read(const Target& target) const;
 };
 
 /// An optional scalar: an array of one element, or an empty one.
@@ -21,9 +25,13 @@ template <class T>
 class OptionalPrimitiveProperty final : public Record {
  public:
   using Record::Record;
-  ruvo::RVOValue getSingleValuedValue(ClassObject& object) override;
+  ruvo::RVOValue getValue(ruvo::RVOInterface* object) override { return read(this->readable(object)); }
+  ruvo::RVOValue getSingleValuedValue(ClassObject& object) override { return read(Record::targetOf(object)); }
   void setValue(ruvo::RVOInterface* object, ruvo::RVOValue value) override;
   const char* kind() const override { return "OptionalPrimitive"; }
+
+ private:
+  ruvo::RVOValue read(const Target& target) const;
 };
 
 /// How a scalar type looks on both sides.

@@ -60,13 +60,10 @@ ruvo::RVOValue K7qmiProperty::getMultiValuedValue(ClassObject& object, ruvo::RVO
 
 ClassObject K7qmiProperty::classObject(ruvo::RVOInterface* object) const {
   const auto info = DeviantRegistry::getVariantInfo(object ? object->getBoundPointer(mOwnerName) : nullptr);
-  auto* native = info.object ? static_cast<NSInterface::ClassObjectIntf*>(
-                                   info.object->cast(tagsOf<NSInterface::ClassObjectIntf>()))
-                             : nullptr;
-  if (!native || !native->isValid(info.deviant)) {
-    LocalAsserter(__FILE__, __LINE__) = Asserter::MakeAlways(kNullReference);
-  }
-  return {native, info.deviant};
+  auto* native = info.object ? info.object->cast(tagsOf<NSInterface::ClassObjectIntf>()) : nullptr;
+  ClassObject handle(static_cast<NSInterface::ClassObjectIntf*>(native), info.deviant);
+  if (!handle.isValid()) throwNullReference();
+  return handle;
 }
 
 void K7qmiProperty::requireSettable(ruvo::RVOInterface* object) const {
@@ -81,8 +78,9 @@ void K7qmiProperty::throwWrongValue(ruvo::RVOInterface* object, const hx::hxArra
   throw WrongType(text::mismatch(memberName(*this, object), expectedType(*this), text::shown(given)));
 }
 
-bool isSeenImmutable(const ruvo::RVOInterface* object) noexcept {
-  return object && DeviantRegistry::isImmutable(object->getBoundPointer(ruvo::InternedName()));
+void throwNullReference() {
+  LocalAsserter(__FILE__, __LINE__) = Asserter::MakeAlways(kNullReference);
+  __builtin_unreachable();
 }
 
 std::string memberName(const K7qmiProperty& property, const ruvo::RVOInterface* object) {
@@ -99,13 +97,6 @@ void throwEmptyValue(const K7qmiProperty& property, const ruvo::RVOInterface* ob
 void throwOutOfRange(const K7qmiProperty& property, const ruvo::RVOInterface* object,
                      const hx::hxArray* given) {
   throw OutOfRange(text::mismatch(memberName(property, object), expectedType(property), text::shown(given)));
-}
-
-ClassObject Record::writableObject(ruvo::RVOInterface* object) const {
-  requireSettable(object);
-  ClassObject handle = classObject(object);
-  DeviantAssertions::assertWritable(handle.getDeviant(), handle.getInterface());
-  return handle;
 }
 
 void Record::releaseValue(ruvo::RVOInterface* /*object*/, ruvo::RVOValue value) {

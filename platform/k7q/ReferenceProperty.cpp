@@ -14,30 +14,31 @@ ReferenceProperty::ReferenceProperty(const ruvo::InternedName& ownerName, const 
       mMutableType(multiplicity == Multiplicity::Many ? ruvo::InternedName() : mutableName(typeName)) {}
 
 ruvo::RVOValue ReferenceProperty::getValue(ruvo::RVOInterface* object) {
-  ClassObject handle = classObject(object);
-  return isMany() ? getMultiValuedValue(handle, object) : read(handle, isSeenImmutable(object));
+  return isMany() ? K7qmiProperty::getValue(object) : read(readable(object), isSeenImmutable(object));
 }
 
-ruvo::RVOValue ReferenceProperty::getSingleValuedValue(ClassObject& object) { return read(object, false); }
+ruvo::RVOValue ReferenceProperty::getSingleValuedValue(ClassObject& object) {
+  return read(targetOf(object), false);
+}
 
-ruvo::RVOValue ReferenceProperty::read(const ClassObject& object, bool isImmutable) const {
+ruvo::RVOValue ReferenceProperty::read(const Target& target, bool isImmutable) const {
   Object value;
-  mMethods->get(value, object.getClassObject(), object.getDeviant(), mId);
+  mMethods->get(value, target.object, target.deviant, mId);
   return ruvo::RVOValue(binding::boxObject(value, isImmutable, isImmutable ? mTypeName : mMutableType));
 }
 
 void ReferenceProperty::setValue(ruvo::RVOInterface* object, ruvo::RVOValue value) {
-  const ClassObject handle = writableObject(object);
+  const Target target = writable(object);
   const auto* given = value.array();
   if (hx::hxGetNumberOfElements(given) == 0) {
     if (!isOptional()) throwEmptyValue(*this, object);
-    return mMethods->unset(handle.getClassObject(), handle.getDeviant(), mId);
+    return mMethods->unset(target.object, target.deviant, mId);
   }
   if (hx::hxGetClassId(given) != hx::hxObject) throwWrongValue(object, given);
   const auto unboxed = binding::unboxAs(given, tagsOf<NSInterface::ObjectIntf>());
-  const Object target(static_cast<NSInterface::ObjectIntf*>(unboxed.interface), unboxed.deviant);
-  target.requireValid(__FILE__, __LINE__);
-  mMethods->set(handle.getClassObject(), handle.getDeviant(), mId, target);
+  const Object referred(static_cast<NSInterface::ObjectIntf*>(unboxed.interface), unboxed.deviant);
+  referred.requireValid(__FILE__, __LINE__);
+  mMethods->set(target.object, target.deviant, mId, referred);
 }
 
 ruvo::RVOValue PrimitiveSequenceProperty::getSingleValuedValue(ClassObject& object) {

@@ -17,7 +17,7 @@ class ReferenceProperty final : public Record {
   const char* kind() const override { return "ClassObject"; }
 
  private:
-  ruvo::RVOValue read(const ClassObject& object, bool isImmutable) const;
+  ruvo::RVOValue read(const Target& target, bool isImmutable) const;
   /// What an unset reference is empty of when it is read through a mutable object.
   ruvo::InternedName mMutableType;
 };

@@ -2,13 +2,13 @@
 #include <limits>
 #include <new>
 #include <stdexcept>
-#include <typeinfo>
 
 #include "boundary/bedrock/Except.h"
 #include "boundary/k7q/Primitives.h"
 #include "boundary/ut/Memory.h"
 #include "platform/hx/ArrayPtr.h"
 #include "platform/hx/Utf.h"
+#include "platform/k7q/Characters.h"
 #include "platform/k7q/PrimitiveTypes.h"
 #include "platform/k7q/Texts.h"
 
@@ -53,20 +53,16 @@ StringIntf* emptyCell() {
   return cell;
 }
 
-StringIntf* cellOf(const Object& object) {
-  auto* interface = object.getInterface();
-  if (!interface) return nullptr;
-  if (typeid(*interface) != typeid(StringIntf)) {
-    throw WrongType(text::mismatch("value", "char vector", text::shown(*interface)));
-  }
-  interface->addRef();
-  return static_cast<StringIntf*>(interface);
-}
-
 }  // namespace
 
+void throwNoText(const NSInterface::ObjectIntf& object) {
+  throw WrongType(text::mismatch("value", "char vector", text::shown(object)));
+}
+
 String::String(std::u16string_view text) : mCell(text.empty() ? nullptr : StringIntf::make(text)) {}
-String::String(const Object& object) : mCell(cellOf(object)) {}
+String::String(const Object& object) : mCell(const_cast<StringIntf*>(textCellOf(object))) {
+  if (mCell) mCell->addRef();
+}
 
 String::operator Object() const { return {mCell ? mCell : emptyCell(), Deviant()}; }
 

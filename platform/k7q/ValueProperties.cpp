@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "boundary/k7q/Primitives.h"
+#include "platform/k7q/Characters.h"
 
 namespace K7Q::mi {
 
@@ -14,43 +15,41 @@ DataTypeProperty::DataTypeProperty(const ruvo::InternedName& ownerName, const ch
     : Record(ownerName, name, methods, id, typeName, multiplicity, mutability, attributes),
       mHelper(std::move(helper)) {}
 
-ruvo::RVOValue DataTypeProperty::getSingleValuedValue(ClassObject& object) {
+ruvo::RVOValue DataTypeProperty::read(const Target& target) const {
   Object value;
-  mMethods->get(value, object.getClassObject(), object.getDeviant(), mId);
+  mMethods->get(value, target.object, target.deviant, mId);
   if (value.isNull()) return ruvo::RVOValue(ruvo::boxInterface(nullptr, mTypeName));
   return mHelper->unboxAndReturn(std::move(value), mTypeName);
 }
 
 void DataTypeProperty::setValue(ruvo::RVOInterface* object, ruvo::RVOValue value) {
-  ClassObject handle = writableObject(object);
+  const Target target = writable(object);
   const auto* given = value.array();
   const bool isEmpty = hx::hxGetNumberOfElements(given) == 0;
   if (!isEmpty && hx::hxGetClassId(given) != hx::hxObject) throwWrongValue(object, given);
+  ClassObject handle(target.object, target.deviant);
   if (!isEmpty && mHelper->boxAndSet(&handle, value, mMethods, mId)) return;
   if (!isOptional()) throwEmptyValue(*this, object);
-  mMethods->unset(handle.getClassObject(), handle.getDeviant(), mId);
+  mMethods->unset(target.object, target.deviant, mId);
 }
 
-ruvo::RVOValue StringProperty::getSingleValuedValue(ClassObject& object) {
-  auto* native = object.getClassObject();
-  const Deviant deviant = object.getDeviant();
-  if (!mMethods->has(native, deviant, mId))
-    return ruvo::RVOValue(hx::hxCreateString_UTF16(std::u16string_view()));
+ruvo::RVOValue StringProperty::read(const Target& target) const {
   Object value;
-  mMethods->get(value, native, deviant, mId);
-  return ruvo::RVOValue(hx::hxCreateString_UTF16(K7Q::String(value).view()));
+  mMethods->get(value, target.object, target.deviant, mId);
+  // Empty when it was never set.
+  return ruvo::RVOValue(hx::hxCreateString_UTF16(charactersOf(value)));
 }
 
 void StringProperty::setValue(ruvo::RVOInterface* object, ruvo::RVOValue value) {
-  const ClassObject handle = writableObject(object);
+  const Target target = writable(object);
   const auto* given = value.array();
   const bool isText = given && hx::hxGetClassId(given) == hx::hxChar;
   if (!isText && (hx::hxGetNumberOfElements(given) > 0 || !isOptional())) throwWrongValue(object, given);
-  const auto text = hx::hxGetText(given);
-  if (text.empty() && isOptional()) {
-    mMethods->unset(handle.getClassObject(), handle.getDeviant(), mId);
+  const auto characters = hx::hxGetText(given);
+  if (characters.empty() && isOptional()) {
+    mMethods->unset(target.object, target.deviant, mId);
   } else {
-    mMethods->set(handle.getClassObject(), handle.getDeviant(), mId, K7Q::String(text));
+    mMethods->set(target.object, target.deviant, mId, K7Q::String(characters));
   }
 }
 

@@ -13,11 +13,13 @@ class DataTypeProperty final : public Record {
                    unsigned id, const ruvo::InternedName& typeName, std::unique_ptr<PropHelperBase> helper,
                    Multiplicity multiplicity, Mutability mutability,
                    ruvo::factory::PropertyAttributes attributes);
-  ruvo::RVOValue getSingleValuedValue(ClassObject& object) override;
+  ruvo::RVOValue getValue(ruvo::RVOInterface* object) override { return read(readable(object)); }
+  ruvo::RVOValue getSingleValuedValue(ClassObject& object) override { return read(targetOf(object)); }
   void setValue(ruvo::RVOInterface* object, ruvo::RVOValue value) override;
   const char* kind() const override { return "DataType"; }
 
  private:
+  ruvo::RVOValue read(const Target& target) const;
   std::unique_ptr<PropHelperBase> mHelper;
 };
 
@@ -25,9 +27,13 @@ class DataTypeProperty final : public Record {
 class StringProperty final : public Record {
  public:
   using Record::Record;
-  ruvo::RVOValue getSingleValuedValue(ClassObject& object) override;
+  ruvo::RVOValue getValue(ruvo::RVOInterface* object) override { return read(readable(object)); }
+  ruvo::RVOValue getSingleValuedValue(ClassObject& object) override { return read(targetOf(object)); }
   void setValue(ruvo::RVOInterface* object, ruvo::RVOValue value) override;
   const char* kind() const override { return "String"; }
+
+ private:
+  ruvo::RVOValue read(const Target& target) const;
 };
 
 }  // namespace K7Q::mi
