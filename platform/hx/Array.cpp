@@ -37,6 +37,7 @@ namespace {
 // What malloc() can hand out without a rest: the first holds a scalar, the others a text of up to 12, 28, 44,
 // 76 and 108 units with its NUL. Larger arrays are not kept.
 constexpr std::size_t kSizes[] = {40, 56, 88, 120, 184, 248};
+static_assert(kSizes[0] == sizeof(hxArray) + sizeof(double));
 constexpr std::uint32_t kLarge = std::size(kSizes);
 constinit FreeList gFree[] = {FreeList(kSizes[0]), FreeList(kSizes[1]), FreeList(kSizes[2]),
                               FreeList(kSizes[3]), FreeList(kSizes[4]), FreeList(kSizes[5])};
@@ -61,7 +62,7 @@ std::size_t elementSize(hxClassId classId) noexcept {
     case hxObject:
       break;
   }
-  return sizeof(Element*);
+  return sizeof(void*);
 }
 
 std::size_t blockSize(std::size_t rows, std::size_t columns, std::size_t element) {
@@ -97,9 +98,8 @@ hxArray* allocateZeroed(std::size_t rows, std::size_t columns, hxClassId classId
 
 template <class T>
 hxArray* createScalar(hxClassId classId, T value, const char* className = nullptr) {
-  static_assert(sizeof(hxArray) + sizeof value <= kSizes[0]);
   hxArray* array = place(gFree[0].take(), {1, 1, className, classId, 0});
-  std::memcpy(array->data(), &value, sizeof value);
+  ::new (array->data()) T(value);
   return array;
 }
 

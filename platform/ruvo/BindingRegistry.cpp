@@ -2,7 +2,7 @@
 
 #include "boundary/k7q/Exception.h"
 #include "platform/ruvo/HostObject.h"
-#include "platform/ruvo/NameEntry.h"
+#include "platform/ruvo/Immortal.h"
 #include "platform/ruvo/PointerMap.h"
 
 namespace ruvo::factory::basic {
@@ -11,10 +11,10 @@ namespace {
 
 std::size_t gBound = 0;
 
-/// The host objects of ids without a slot. Never destroyed: a host drops its objects until the process ends.
+/// The host objects of ids without a slot.
 PointerMap<RVOInterface>& others() noexcept {
-  static auto& map = *new PointerMap<RVOInterface>;
-  return map;
+  static Immortal<PointerMap<RVOInterface>> map;
+  return *map;
 }
 
 void bind(void* pointer, HostObject* object) {

@@ -5,6 +5,7 @@
 
 #include "boundary/k7q/Exception.h"
 #include "platform/ruvo/ClassMembers.h"
+#include "platform/ruvo/Immortal.h"
 #include "platform/ruvo/NameEntry.h"
 #include "platform/ruvo/Registry.h"
 #include "platform/ruvo/Texts.h"
@@ -18,8 +19,8 @@ std::string quoted(const Class& cls) { return "class '" + std::string(cls.getFul
 }  // namespace
 
 std::vector<Class*>& ObjectSystem::globals() noexcept {
-  static auto& classes = *new std::vector<Class*>;
-  return classes;
+  static Immortal<std::vector<Class*>> classes;
+  return *classes;
 }
 
 void ObjectSystem::addClass(std::vector<Class*>& classes, std::unique_ptr<RVOClassInfo> info,

@@ -9,6 +9,7 @@
 #include "boundary/bedrock/Except.h"
 #include "boundary/ruvo/Method.h"
 #include "boundary/ut/Memory.h"
+#include "platform/ruvo/Immortal.h"
 #include "platform/ruvo/NameEntry.h"
 
 namespace ruvo::internal {
@@ -125,10 +126,9 @@ class NameTable {
   Arena mArena;
 };
 
-/// Never destroyed: names are used until the process ends.
-NameTable& table() {
-  static NameTable& names = *new NameTable;
-  return names;
+NameTable& table() noexcept {
+  static Immortal<NameTable> names;
+  return *names;
 }
 
 }  // namespace

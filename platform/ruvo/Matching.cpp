@@ -24,21 +24,23 @@ std::size_t parameterCount(const RVOMethodSignature& signature) noexcept {
 class Candidate {
  public:
   Candidate(const RVOMethodInfo& record, RVOInterface* self, std::span<const HostValue> arguments)
-      : mArguments(arguments), mSelf(self) {
+      : mArguments(arguments) {
     const RVOMethodSignaturePtr& signature = record.getSignature();
     if (!signature) return;
     mSignature = &*signature;
-    mTakesSelf = self && takesObject(record, *mSignature);
+    if (self && takesObject(record, *mSignature)) mSelf = self;
   }
 
-  Choice choice(const RVOMethodInfo& record) const noexcept { return {&record, mSignature, mTakesSelf}; }
+  Choice choice(const RVOMethodInfo& record) const noexcept {
+    return {&record, mSignature, mSelf != nullptr};
+  }
   bool fitsCount() const noexcept {
-    return mSignature && parameterCount(*mSignature) == mArguments.size() + (mTakesSelf ? 1 : 0);
+    return mSignature && parameterCount(*mSignature) == mArguments.size() + (mSelf ? 1 : 0);
   }
 
   /// The sum of the distances, or why an argument does not fit. REQUIRES: fitsCount().
   int distance() const {
-    if (mTakesSelf && fitOf(*mSelf, parameterType(*mSignature, 0)) < 0) return kWrongKind;
+    if (mSelf && fitOf(*mSelf, parameterType(*mSignature, 0)) < 0) return kWrongKind;
     int sum = 0;
     for (std::size_t i = 0; i < mArguments.size(); ++i) {
       const int fit = fitOf(mArguments[i], typeOf(i));
@@ -51,14 +53,14 @@ class Candidate {
 
   /// The type of the parameter that takes argument `index`.
   const InternedName& typeOf(std::size_t index) const noexcept {
-    return parameterType(*mSignature, index + (mTakesSelf ? 1 : 0));
+    return parameterType(*mSignature, index + (mSelf ? 1 : 0));
   }
 
  private:
   std::span<const HostValue> mArguments;
-  RVOInterface* mSelf;
+  /// Null where the record takes no object, or none is given but as an argument.
+  RVOInterface* mSelf = nullptr;
   const RVOMethodSignature* mSignature = nullptr;
-  bool mTakesSelf = false;
 };
 
 [[noreturn]] void throwOutOfRange(const CallSite& site, const Candidate& candidate,

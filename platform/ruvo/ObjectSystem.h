@@ -29,7 +29,7 @@ class Class;
 /// A package with its children, classes and functions in order of registration.
 class TARVELON_API Package final : public RVOPackage {
  public:
-  static Package& root() noexcept;
+  static Package& root();
   /// The package of that dotted name, null if there is none; brings it in.
   static Package* find(std::string_view fullName);
   /// The same, raising K7Q::UnknownName with the nearest name.

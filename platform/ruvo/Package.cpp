@@ -40,7 +40,7 @@ bool isBroughtIn(const Infos& infos, Ask ask) {
 
 }  // namespace
 
-Package& ObjectSystem::root() noexcept {
+Package& ObjectSystem::root() {
   static Package& root = *new Package(nullptr, InternedName());
   return root;
 }
@@ -69,14 +69,15 @@ Package::~Package() {
   for (factory::FunctionInfo* function : mContent->functions) delete function;
 }
 
-Package& Package::root() noexcept { return ObjectSystem::root(); }
+Package& Package::root() { return ObjectSystem::root(); }
 
 Package* Package::find(std::string_view fullName) {
   Package* package = &root();
-  while (!fullName.empty() && package) {
-    const std::size_t dot = std::min(fullName.find('.'), fullName.size());
-    package = package->findPackage(fullName.substr(0, dot));
-    fullName.remove_prefix(std::min(dot + 1, fullName.size()));
+  for (std::string_view rest = fullName; package && !rest.empty();) {
+    const std::size_t dot = std::min(rest.find('.'), rest.size());
+    if (dot == 0 || dot + 1 == rest.size()) return nullptr;
+    package = package->findPackage(rest.substr(0, dot));
+    rest.remove_prefix(std::min(dot + 1, rest.size()));
   }
   if (package) package->populate();
   return package;

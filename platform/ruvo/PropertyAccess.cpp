@@ -108,13 +108,13 @@ void setOptionalScalar(const Write& write, const OptionalScalar& scalar) {
 void setObject(const Write& write) {
   if (isEmpty(write.value)) {
     write.requireOptional();
-  } else if (write.value.kind() != HostValue::Kind::Object) {
-    write.throwWrongType();
-  } else if (Class::find(write.type) && fitOf(write.value, write.type) < 0) {
-    // A class that does not exist yet has no objects: its record refuses them.
-    write.throwWrongType();
+    return write.storeArray(boxInterface(nullptr, write.type));
   }
-  write.storeArray(boxInterface(isEmpty(write.value) ? nullptr : write.value.object(), write.type));
+  const bool isObject = write.value.kind() == HostValue::Kind::Object;
+  // A class that does not exist yet has no objects: its record refuses them.
+  if (!isObject || (Class::find(write.type) && fitOf(*write.value.object(), write.type) < 0))
+    write.throwWrongType();
+  write.storeArray(boxInterface(write.value.object(), write.type));
 }
 
 const PropertySlot& propertyOf(RVOInterface* self, std::string_view name) {

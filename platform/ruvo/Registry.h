@@ -7,6 +7,7 @@
 #include <string_view>
 #include <vector>
 
+#include "platform/ruvo/Immortal.h"
 #include "platform/ruvo/ObjectSystem.h"
 
 namespace ruvo {
@@ -14,12 +15,12 @@ namespace ruvo {
 /// Everything registered, which lives as long as the process: nothing is ever taken back.
 class ObjectSystem {
  public:
-  static Package& root() noexcept;
+  static Package& root();
   static std::vector<Class*>& globals() noexcept;
   /// On whose behalf classes are defined and methods called.
   static const RVOClient* client() {
-    static const RVOClient& client = *new RVOClient;
-    return &client;
+    static Immortal<RVOClient> client;
+    return &*client;
   }
 
   /// Makes a class of the info, which it owns, puts it into the list and lets its full name lead to it.

@@ -141,7 +141,7 @@ std::string typeText(const HostValue& value) {
 }
 
 std::string describeValue(const HostValue& value) {
-  const std::string type = typeText(value);
+  std::string type = typeText(value);
   switch (value.kind()) {
     case HostValue::Kind::Logical:
       return type + (value.integer() != 0 ? " true" : " false");

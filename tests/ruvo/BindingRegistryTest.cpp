@@ -100,6 +100,7 @@ TEST_F(BindingRegistryTest, RemoveForgetsTheIdAndEmptiesItsObject) {
 TEST_F(BindingRegistryTest, FindsEveryOneOfManyIds) {
   std::vector<int> ids(5000);
   std::vector<RVOInterfacePtr> objects;
+  objects.reserve(ids.size());
   for (int& id : ids)
     objects.emplace_back(BindingRegistry::announce(static_cast<void*>(&id), mClass.getFullName()));
   for (std::size_t i = 0; i < ids.size(); i += 2) objects[i] = RVOInterfacePtr();

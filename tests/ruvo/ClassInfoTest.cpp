@@ -9,18 +9,18 @@ namespace {
 
 class PlainInfo : public factory::RuvoFactoryClassInfo {
  public:
-  explicit PlainInfo(int query8 = 0) : RuvoFactoryClassInfo("Plain", "A plain class"), mQuery8(query8) {}
+  PlainInfo() : RuvoFactoryClassInfo("Plain", "A plain class") {}
   void defineMembers(RVOClass* /*cls*/, const RVOClient* /*client*/) override {}
   void destroyInstance(RVOClass* /*cls*/, const RVOClient* /*client*/, void* /*instance*/) override {}
+};
+
+class QueryInfo final : public PlainInfo {
+ public:
+  explicit QueryInfo(int query8) : mQuery8(query8) {}
   int query8() const override { return mQuery8; }
 
  private:
   int mQuery8;
-};
-
-class DefaultInfo final : public PlainInfo {
- public:
-  int query8() const override { return RuvoFactoryClassInfo::query8(); }
 };
 
 TEST(ClassInfo, HasNameAndDescription) {
@@ -31,7 +31,7 @@ TEST(ClassInfo, HasNameAndDescription) {
 }
 
 TEST(ClassInfo, AnswersTheUnnamedQueries) {
-  const DefaultInfo info;
+  const PlainInfo info;
   EXPECT_EQ(info.query8(), 0);
   EXPECT_TRUE(info.query11());
   EXPECT_TRUE(info.query18());
@@ -70,11 +70,11 @@ TEST(ClassInfo, HasNothingElse) {
 }
 
 TEST(ClassInfo, IsAnInstanceLeafByAllBitsButOne) {
-  EXPECT_TRUE(PlainInfo(0).isInstanceLeaf());
-  EXPECT_TRUE(PlainInfo(2).isInstanceLeaf());
-  EXPECT_FALSE(PlainInfo(1).isInstanceLeaf());
-  EXPECT_FALSE(PlainInfo(3).isInstanceLeaf());
-  EXPECT_FALSE(PlainInfo(4).isInstanceLeaf());
+  EXPECT_TRUE(QueryInfo(0).isInstanceLeaf());
+  EXPECT_TRUE(QueryInfo(2).isInstanceLeaf());
+  EXPECT_FALSE(QueryInfo(1).isInstanceLeaf());
+  EXPECT_FALSE(QueryInfo(3).isInstanceLeaf());
+  EXPECT_FALSE(QueryInfo(4).isInstanceLeaf());
 }
 
 TEST(ClassInfo, TellsThatMemoryIsExhausted) {

@@ -187,7 +187,7 @@ TEST_F(HostResultTest, HandsItsArrayOver) {
 TEST_F(HostResultTest, MovesItsArray) {
   HostResult first(RVOValue(hx::hxCreateString_UTF16(u"a")), InternedName("char"));
   HostResult second(std::move(first));
-  EXPECT_TRUE(first.isVoid());  // NOLINT(bugprone-use-after-move)
+  EXPECT_TRUE(first.isVoid());  // NOLINT(bugprone-use-after-move,clang-analyzer-cplusplus.Move)
   first = std::move(second);
   EXPECT_TRUE(first.isArray());
   EXPECT_EQ(first.object(), nullptr) << "a text is no object";

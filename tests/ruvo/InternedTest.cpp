@@ -1,4 +1,5 @@
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -24,8 +25,8 @@ TEST(MakeInterned, GivesTheEmptyNameForNoText) {
 
 TEST(MakeInterned, GivesOneEntryForEqualTexts) {
   const std::string text = testing::uniqueName("interned.");
-  const std::string copy = text;
-  EXPECT_EQ(InternedName(std::string_view(text)), InternedName(makeInterned(copy.c_str())));
+  const std::vector<char> copy(text.c_str(), text.c_str() + text.size() + 1);
+  EXPECT_EQ(InternedName(std::string_view(text)), InternedName(makeInterned(copy.data())));
   EXPECT_FALSE(InternedName(std::string_view(text)) == InternedName(std::string_view(text + "x")));
 }
 

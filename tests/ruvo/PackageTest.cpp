@@ -31,6 +31,7 @@ TEST_F(PackageTest, UnknownNameGivesNull) {
   EXPECT_EQ(getPackage(full("nothing")), nullptr);
   EXPECT_EQ(getPackage("nothing.at.all"), nullptr);
   EXPECT_EQ(getPackage("." + mName), nullptr);
+  EXPECT_EQ(getPackage(mName + "."), nullptr);
   EXPECT_EQ(getPackage(mName + "..x"), nullptr);
 }
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstddef>
+#include <new>
+
+namespace ruvo {
+
+/// A static object that is never destroyed: hosts and modules use it until the process has ended.
+template <class T>
+class Immortal {
+ public:
+  Immortal() { ::new (mStorage) T; }
+  Immortal(const Immortal&) = delete;
+  Immortal& operator=(const Immortal&) = delete;
+  T& operator*() noexcept { return *std::launder(reinterpret_cast<T*>(mStorage)); }
+
+ private:
+  alignas(T) std::byte mStorage[sizeof(T)];
+};
+
+}  // namespace ruvo
