@@ -36,7 +36,8 @@ const ClassData& ClassMethods::makeData() const {
 }
 
 // Every read and write of a property starts here.
-[[gnu::always_inline]] inline ClassMethods::Place ClassMethods::locate(K7Q::NSInterface::ClassObjectIntf* object, unsigned id) const {
+[[gnu::always_inline]] inline ClassMethods::Place ClassMethods::locate(
+    K7Q::NSInterface::ClassObjectIntf* object, unsigned id) const {
   Instance* instance = asInstance(object);
   if (!instance || !isInstance(*instance)) refuseObject(object);
   if (!instance->isAlive()) raiseNullReference();

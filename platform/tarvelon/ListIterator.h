@@ -1,5 +1,6 @@
 #pragma once
 
+#include <limits>
 #include <memory>
 
 #include "boundary/k7q/Sequence.h"
@@ -16,8 +17,12 @@ class ListIterator final : public K7Q::IteratorProxy {
   K7Q::Generic::Ref current(const K7Q::Deviant& aDeviant) const override {
     return mView->generic_at(aDeviant, mIndex);
   }
-  void next(const K7Q::Deviant& /*aDeviant*/) override { ++mIndex; }
-  void previous(const K7Q::Deviant& /*aDeviant*/) override { --mIndex; }
+  void next(const K7Q::Deviant& /*aDeviant*/) override {
+    if (mIndex < std::numeric_limits<int>::max()) ++mIndex;
+  }
+  void previous(const K7Q::Deviant& /*aDeviant*/) override {
+    if (mIndex > std::numeric_limits<int>::min()) --mIndex;
+  }
   std::unique_ptr<IteratorIntf> clone() const override {
     return std::make_unique<ListIterator>(*mView, mIndex);
   }

@@ -174,7 +174,7 @@ bool ListView::specialized_equal(const SequenceIntf* other) const {
   const K7Q::Deviant deviant;
   if (!other || other->generic_size(deviant) != generic_size(deviant)) return false;
   for (std::uint32_t index = 0; index < count(); ++index) {
-    if (!isAt(index, other->generic_at(deviant, static_cast<int>(index)))) return false;
+    if (!refAt(index, deviant).equals(other->generic_at(deviant, static_cast<int>(index)))) return false;
   }
   return true;
 }
@@ -182,11 +182,12 @@ bool ListView::specialized_equal(const SequenceIntf* other) const {
 bool ListView::specialized_assign(const SequenceIntf* other) {
   const K7Q::Deviant deviant;
   requireWritable(deviant);
-  if (!other) raiseNullReference();
+  const auto* source = dynamic_cast<const ListView*>(other);
+  if (!source || (source->mProperty->type() == nullptr) != (mProperty->type() == nullptr)) return false;
   // The other one may be this one, or lose elements to it.
   std::vector<Ref> elements;
-  for (int index = 0; index < other->generic_size(deviant); ++index) {
-    elements.push_back(other->generic_at(deviant, index));
+  for (std::uint32_t index = 0; index < source->count(); ++index) {
+    elements.push_back(source->refAt(index, deviant));
     check(elements.back());
   }
   generic_clear(deviant);

@@ -22,6 +22,7 @@ class Instance;
 /// Positions: an iterator is an index into the list as it is; changes in front of it let it show another
 /// element, and
 ///            behind the end it raises "sequence index out of bounds".
+/// REQUIRES:  a Ref that is given carries what the sequence holds, an object or a text.
 /// Refusals:  of an immutable view first, then of a deviant that may not be written, then of the place, then
 /// of the
 ///            element. Nothing changes.
@@ -55,7 +56,8 @@ class ListView : public K7Q::SequenceProxy {
   int generic_removeAll(const K7Q::Deviant& aDeviant, Ref ref) final;
   /// Whether both hold equal elements in the same order.
   bool specialized_equal(const SequenceIntf* other) const final;
-  /// Takes over the elements of another sequence; all are checked before the first is taken.
+  /// Takes over the elements of another view; all are checked before the first is taken. False, and nothing
+  /// done, for a sequence of another kind.
   bool specialized_assign(const SequenceIntf* other) final;
 
   /// Whether both show the same property of the same object.

@@ -69,7 +69,6 @@ void WordList::insert(std::uint32_t index, Word word) noexcept {
   }
   mWords[mFirst + index] = word;
   ++mSize;
-  ++mChanges;
 }
 
 void WordList::erase(std::uint32_t first, std::uint32_t count) noexcept {
@@ -81,7 +80,6 @@ void WordList::erase(std::uint32_t first, std::uint32_t count) noexcept {
     moveWords(mWords + mFirst + first, mWords + mFirst + first + count, behind);
   }
   mSize -= count;
-  ++mChanges;
   shrink();
 }
 
@@ -92,7 +90,6 @@ void WordList::move(std::uint32_t from, std::uint32_t to) noexcept {
   } else {
     std::rotate(words + to, words + from, words + from + 1);
   }
-  ++mChanges;
 }
 
 std::uint32_t WordList::findNearEnds(const Instance* object, std::uint32_t limit) const noexcept {

@@ -25,12 +25,7 @@ class WordList {
   std::uint32_t size() const noexcept { return mSize; }
   bool empty() const noexcept { return mSize == 0; }
   Word at(std::uint32_t index) const noexcept { return mWords[mFirst + index]; }
-  void set(std::uint32_t index, Word word) noexcept {
-    mWords[mFirst + index] = word;
-    ++mChanges;
-  }
-  /// Goes up by every change.
-  std::uint32_t changes() const noexcept { return mChanges; }
+  void set(std::uint32_t index, Word word) noexcept { mWords[mFirst + index] = word; }
 
   /// Makes room for `count` more words.
   void reserve(std::uint32_t count);
@@ -52,7 +47,6 @@ class WordList {
       if (!isOut(at(index))) mWords[mFirst + kept++] = at(index);
     }
     mSize = kept;
-    ++mChanges;
     shrink();
   }
 
@@ -67,7 +61,6 @@ class WordList {
   std::uint32_t mCapacity = 0;
   std::uint32_t mFirst = 0;
   std::uint32_t mSize = 0;
-  std::uint32_t mChanges = 0;
 };
 
 }  // namespace Tarvelon::metamodel::native

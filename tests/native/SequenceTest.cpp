@@ -261,6 +261,10 @@ TEST_F(Sequence, TakesOverTheElementsOfAnother) {
   EXPECT_TRUE(other.get().specialized_assign(mSequence.getInterface()));
   EXPECT_TRUE(other.get().specialized_equal(mSequence.getInterface()));
   EXPECT_TRUE(other.get().specialized_assign(other.getInterface()));
+  const auto value = variant::SystemConstValue::create(mModel);
+  const auto texts = Access<variant::SystemConstValue>(value, "ValueVariationPoint").sequence();
+  EXPECT_FALSE(other.get().specialized_assign(texts.getInterface()));
+  EXPECT_FALSE(other.get().specialized_assign(nullptr));
   EXPECT_EQ(other.get().generic_size({}), 3);
 }
 
