@@ -1,7 +1,6 @@
-// The same model through the object system alone: classes, methods and properties by name, as a scripting host does it.
-// Nothing of the metamodel is compiled in; the module is opened like any plug-in.
+// The same model through the object system alone: classes, methods and properties by name, as a scripting
+// host does it. Nothing of the metamodel is compiled in; the module is opened like any plug-in.
 #include <dlfcn.h>
-
 #include <iostream>
 #include <string>
 
@@ -24,7 +23,8 @@ void openModule(const char* path) {
 HostValue text(const char16_t* characters) { return HostValue::ofText(characters); }
 
 ruvo::RVOInterfacePtr make(const char* className, std::initializer_list<HostValue> arguments) {
-  return ruvo::construct(ruvo::Class::get(std::string(kPrefix) + className), {arguments.begin(), arguments.size()});
+  return ruvo::construct(ruvo::Class::get(std::string(kPrefix) + className),
+                         {arguments.begin(), arguments.size()});
 }
 
 std::string read(ruvo::RVOInterface* object, const char* property) {
@@ -50,10 +50,11 @@ int main() {
   ruvo::setProperty(root, "Name", text(u"Vehicle"));
   const auto brakes = make("common.Package", {model, text(u"Brakes")});
   add(root, "PackagedElement", brakes);
-  const auto base = make("common.ReferenceBase", {model, HostValue::ofLogical(true), text(u"default"),
-                                                  HostValue::ofObject(brakes)});
+  const auto base = make("common.ReferenceBase",
+                         {model, HostValue::ofLogical(true), text(u"default"), HostValue::ofObject(brakes)});
   add(brakes, "ReferenceBase", base);
-  std::cout << read(root, "Name") << "/" << read(brakes, "Name") << ", base " << read(base, "ShortLabel") << '\n';
+  std::cout << read(root, "Name") << "/" << read(brakes, "Name") << ", base " << read(base, "ShortLabel")
+            << '\n';
 
   for (const char* property : {"ShortLabl", "IsDefault"}) {
     try {

@@ -1,5 +1,5 @@
-// Builds, reads and changes a model through the native handles: classes, constructors and properties are checked by the
-// compiler against the metamodel's tables.
+// Builds, reads and changes a model through the native handles: classes, constructors and properties are
+// checked by the compiler against the metamodel's tables.
 #include <iostream>
 #include <string>
 
@@ -34,7 +34,8 @@ void print(const foundation::Package& package, int depth) {
     if (!nested.isNull()) {
       print(nested, depth + 1);
     } else {
-      std::cout << std::string(static_cast<std::size_t>(2 * depth + 2), ' ') << utf8(element.get<"Name">()) << '\n';
+      std::cout << std::string(static_cast<std::size_t>(2 * depth + 2), ' ') << utf8(element.get<"Name">())
+                << '\n';
     }
   }
 }

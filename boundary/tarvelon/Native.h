@@ -96,7 +96,9 @@ class MutableNative : public K7Q::ClassObject {
     return static_cast<Mutable&>(*this);
   }
   /// The same object seen under the model handle's deviant: under Model::frozen() it refuses writing.
-  Mutable asView(const K7Q::ImmutableModel& model) const { return Mutable(getClassObject(), model.getDeviant()); }
+  Mutable asView(const K7Q::ImmutableModel& model) const {
+    return Mutable(getClassObject(), model.getDeviant());
+  }
   /// Takes the object out of its model. Raises kNullReference when it is not valid, and when the view refuses
   /// writing.
   void destroy() const {

@@ -245,8 +245,10 @@ TEST_F(ClassWrappers, AnExtensionThatThrowsFailsTheClassForGood) {
                                    ++calls;
                                    throw K7Q::Exception("the extension failed");
                                  });
-  EXPECT_EQ(host::raised([] { host::cls("common.ImmutableModeRequestTypeMap").methods(); }), "the extension failed");
-  EXPECT_EQ(host::raised([] { host::cls("common.ImmutableModeRequestTypeMap").methods(); }), "the extension failed");
+  EXPECT_EQ(host::raised([] { host::cls("common.ImmutableModeRequestTypeMap").methods(); }),
+            "the extension failed");
+  EXPECT_EQ(host::raised([] { host::cls("common.ImmutableModeRequestTypeMap").methods(); }),
+            "the extension failed");
   EXPECT_EQ(calls, 1);
   extensions.clear();
 }
