@@ -33,7 +33,7 @@ struct SequenceWalk {
 
 SequenceWalk* asWalk(PyObject* object) noexcept { return reinterpret_cast<SequenceWalk*>(object); }
 
-void finish(SequenceWalk* walk) noexcept {
+void finish(SequenceWalk* walk) {
   delete walk->reader;
   walk->reader = nullptr;
   Py_CLEAR(walk->sequence);

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cxxabi.h>
 #include <string>
 
 #include "python/host/Reference.h"
@@ -34,17 +35,22 @@ bool addErrorClasses(PyObject* module);
 void translateException() noexcept;
 
 /// Runs `body`; a failure leaves an error with the interpreter and gives `failure`.
+///
+/// Not noexcept: at its end the interpreter takes a daemon thread down wherever that waits for the lock, in
+/// Python code that we call too, and such an unwinding must get through.
 template <class Result, class Body>
-Result guarded(Result failure, Body&& body) noexcept {
+Result guarded(Result failure, Body&& body) {
   try {
     return body();
+  } catch (const abi::__forced_unwind&) {
+    throw;
   } catch (...) {
     translateException();
     return failure;
   }
 }
 template <class Body>
-PyObject* guarded(Body&& body) noexcept {
+PyObject* guarded(Body&& body) {
   return guarded(static_cast<PyObject*>(nullptr), std::forward<Body>(body));
 }
 

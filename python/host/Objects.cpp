@@ -46,7 +46,7 @@ PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
 }
 
 // From here on the host object has no Python object: a callback of a weak reference may make it a new one.
-void dropInterface(PyObject* self) noexcept {
+void dropInterface(PyObject* self) {
   HostObject* object = asHostObject(self);
   object->interface->setHostData(nullptr);
   if (object->weakReferences) PyObject_ClearWeakRefs(self);
