@@ -135,7 +135,7 @@ class TARVELON_API String {
 
   operator Object() const;                                            // NOLINT(google-explicit-constructor)
   operator std::u16string() const { return std::u16string(view()); }  // NOLINT(google-explicit-constructor)
-  std::u16string_view view() const noexcept { return mCell ? mCell->view() : std::u16string_view(u"", 0); }
+  std::u16string_view view() const noexcept { return mCell ? mCell->view() : std::u16string_view(u""); }
   /// NUL-terminated.
   const char16_t* c_str() const noexcept { return mCell ? mCell->text() : u""; }
   bool empty() const noexcept { return mCell == nullptr || mCell->length() == 0; }
