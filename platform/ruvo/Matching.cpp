@@ -53,7 +53,8 @@ class Candidate {
 
   /// The type of the parameter that takes argument `index`.
   const InternedName& typeOf(std::size_t index) const noexcept {
-    return parameterType(*mSignature, index + (mSelf ? 1 : 0));
+    // A candidate whose count fits has a signature.
+    return parameterType(*mSignature, index + (mSelf ? 1 : 0));  // NOLINT(clang-analyzer-core*)
   }
 
  private:
