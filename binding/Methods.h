@@ -85,7 +85,7 @@ class MethodTable {
   explicit MethodTable(ruvo::RVOClass& cls) noexcept : mClass(cls) {}
   ruvo::RVOClass& cls() const noexcept { return mClass; }
 
-  /// The native function's first parameter is self when the spec has one.
+  /// The native function's first parameter is self when the record has one.
   template <class Result, class... Arguments>
   void add(const MethodSpec& spec, std::initializer_list<InternedName> arguments,
            Result (*function)(Arguments...)) {
