@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cxxabi.h>
+#include <exception>
 #include <string>
 
 #include "python/host/Reference.h"
@@ -38,14 +38,13 @@ void translateException() noexcept;
 ///
 /// Not noexcept: at its end the interpreter takes a daemon thread down wherever that waits for the lock, in
 /// Python code that we call too, and such an unwinding must get through.
-/// The unwinding has no exception object: catching it binds a null reference, which no check need report.
 template <class Result, class Body>
-__attribute__((no_sanitize("null"))) Result guarded(Result failure, Body&& body) {
+Result guarded(Result failure, Body&& body) {
   try {
     return body();
-  } catch (const abi::__forced_unwind&) {
-    throw;
   } catch (...) {
+    // Such an unwinding has no exception object.
+    if (!std::current_exception()) throw;
     translateException();
     return failure;
   }

@@ -198,7 +198,8 @@ model = K7Q.Model.create()
 package = common.Package(model, "left")
 package.ReferenceBase.append(common.ReferenceBase(model))
 everything = [package, package.ReferenceBase, iter(package.ReferenceBase), package.ReferenceBase.begin(),
-              variant.BindingTimeKind.LinkTime, package.asImmutable(), package.isvalid, common.Package.isvalid]
+              variant.BindingTimeKind.LinkTime, package.asImmutable(), package.isvalid,
+              common.Package.isvalid]
 cycle = [Late(package)]; cycle.append(cycle)
 sys.late = Late(package)
 late = Late(package)
@@ -236,6 +237,9 @@ time.sleep(0.1)
     assert python(code, env=without_leak_check()) == ""
 
 
+# The interpreter takes its daemon threads down by unwinding them; the sanitizer takes what such a thread leaves of its
+# stack for an overflow when the thread ends.
+@pytest.mark.skipif("libasan" in os.environ.get("LD_PRELOAD", ""), reason="the sanitizer cannot follow the unwinding")
 def test_the_interpreter_ends_while_threads_wait_in_python_code_that_the_host_calls(python):
     code = """
 import sys, threading, time
@@ -313,7 +317,7 @@ from Tarvelon.metamodel.arplatform import common, variant
 model = K7Q.Model.create()
 package = common.Package(model, "x")
 package.ReferenceBase += [common.ReferenceBase(model) for _ in range(20)]
-kept = [[package, base, package.ReferenceBase, package.ReferenceBase.begin(), variant.BindingTimeKind.LinkTime]
+kept = [[base, package.ReferenceBase, package.ReferenceBase.begin(), variant.BindingTimeKind.LinkTime]
         for base in package.ReferenceBase]
 print(len(kept))
 """
