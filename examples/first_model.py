@@ -79,7 +79,8 @@ def variants(model, package):
 
 def variation_point(model, wheels):
     """What exists in all-wheel-drive vehicles alone, decided when the code is generated."""
-    condition = variant.ConditionByFormula(model, variant.BindingTimeKind.CodeGenerationTime, "DrivenWheels == 4")
+    time = variant.BindingTimeKind.CodeGenerationTime
+    condition = variant.ConditionByFormula(model, time, "DrivenWheels == 4")
     condition.SysConst.append(wheels)
     point = variant.VariationPoint(model, "OnlyAllWheelDrive")
     point.Condition = condition
@@ -125,7 +126,8 @@ def label(element):
     if isinstance(element, variant.SystemConstValue):
         line += f" {element.SysConst.Name} = {element.Value:g}"
     elif isinstance(element, common.ReferenceBase):
-        line += f" {element.ShortLabel} -> {element.Package.Name}" + (" (default)" if element.IsDefault else "")
+        line += f" {element.ShortLabel} -> {element.Package.Name}"
+        line += " (default)" if element.IsDefault else ""
     elif isinstance(element, common.Sd):
         line += f" {element.gid} = {element.Value}"
     elif isinstance(element, common.Sdg):

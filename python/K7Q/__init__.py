@@ -3,8 +3,8 @@
     with K7Q.Model.create() as model:
         ...                             # the model ends with the block
 
-Every error is a `K7Q.Exception`, and most are also the built-in that Python programs expect: see `K7Q.WrongType`,
-`K7Q.WrongValue` and the others.
+Every error is a `K7Q.Exception`, and most are also the built-in that Python programs expect: see
+`K7Q.WrongType`, `K7Q.WrongValue` and the others.
 """
 
 import sys

@@ -6,7 +6,8 @@
     model = K7Q.Model.create()
     brakes = common.Package(model, "Brakes")
 
-Packages are modules that are found when they are imported, classes are types that are made when they are first touched.
+Packages are modules that are found when they are imported, classes are types that are made when they are
+first touched.
 """
 
 import _collections_abc
@@ -18,13 +19,13 @@ except ModuleNotFoundError as missing:
     if missing.name != "_tarvelon_host":
         raise
     raise ImportError(
-        f"the extension module _tarvelon_host is not on the path of {sys.executable}: expected it beside the folder of "
-        "the package Tarvelon; build it with './tarvelon build', and run scripts with './tarvelon run'"
+        f"the extension module _tarvelon_host is not on the path of {sys.executable}: expected it beside the "
+        "folder of the package Tarvelon; build it with './tarvelon build', run scripts with './tarvelon run'"
     ) from None
 
 
 def _show_package(module, name):
-    """Makes a module show the host's package of that name: its packages, classes and functions as attributes."""
+    """Makes a module show the host's package of that name: packages, classes and functions as attributes."""
 
     def __getattr__(attribute):
         if attribute == "__all__" and module.__spec__.loader is _PackageLoader:

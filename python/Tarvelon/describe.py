@@ -96,7 +96,8 @@ def package_page(record):
     lines += section("Packages", (f"    {each['name']}" for each in record["packages"]))
     lines += section("Functions", (f"    {signature(each)}" for each in record["functions"]))
     lines += section("Classes" if rest == 0 else "Classes and their bases", table(bases))
-    lines += section("Enumerations", (f"    {each['name']}: {', '.join(literals(each))}" for each in enumerations))
+    listed = (f"    {each['name']}: {', '.join(literals(each))}" for each in enumerations)
+    lines += section("Enumerations", listed)
     if rest:
         lines += ["", f"and {rest} companions: immutable views, sequences, iterators, meta properties"]
     return lines
@@ -109,7 +110,8 @@ def page(record):
 
 def main(arguments=None):
     parser = argparse.ArgumentParser(prog="tarvelon describe", description=__doc__)
-    parser.add_argument("--json", action="store_true", help="print the records, lists in order of registration")
+    parser.add_argument("--json", action="store_true",
+                        help="print the records, lists in order of registration")
     parser.add_argument("name", nargs="?", default=DEFAULT, metavar="NAME",
                         help=f"a package, class or enumeration by its dotted name (default: {DEFAULT})")
     options = parser.parse_args(arguments)

@@ -24,10 +24,15 @@ const void* nativeIdentity(const ruvo::RVOInterface* interface) noexcept {
 
 namespace {
 
-/// The object system may narrow an object's class after Python has met it; the layout of both types is the
-/// same.
+/// The object system may narrow an object's class after Python has met it. An object never becomes a sequence
+/// or an iterator, and all others have one layout.
 void retype(PyObject* object, HostType* type) {
   PyTypeObject* before = Py_TYPE(object);
+  if (asPyType(type)->tp_basicsize != before->tp_basicsize) {
+    raise(errors().exception, "an object of class '" + std::string(asHostType(before)->cls->getClassName()) +
+                                  "' was announced as one of '" + type->cls->getClassName() +
+                                  "', which is of another kind; drop the object and read it again");
+  }
   Py_INCREF(asPyType(type));
   Py_SET_TYPE(object, asPyType(type));
   Py_DECREF(before);

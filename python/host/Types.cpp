@@ -115,6 +115,10 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
       raise(errors().wrongType, Place{*type.cls, {}}.text() + "arguments are given by position, not by name");
     }
     if (type.kind != TypeKind::Object) raiseNotConstructible(type);
+    if (!type.cls->constructors() && type.cls->findMethods("create")) {
+      const std::string name(shownName(*type.cls));
+      raise(errors().wrongType, name + " has no constructor: write " + name + ".create()");
+    }
     const Arguments converted(arguments, count, *type.cls, {});
     const ruvo::OverloadSet* constructors = converted.hasEmpty() ? type.cls->constructors() : nullptr;
     if (constructors) requireMeaningful(type, *constructors, nullptr, converted, {arguments, count});

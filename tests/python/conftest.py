@@ -23,7 +23,8 @@ def python():
     """Runs code in an interpreter of its own; gives what it printed."""
 
     def run(code, **options):
-        done = subprocess.run([sys.executable, "-c", code], capture_output=True, text=True, timeout=120, **options)
+        command = [sys.executable, "-c", code]
+        done = subprocess.run(command, capture_output=True, text=True, timeout=120, **options)
         assert (done.returncode, done.stderr) == (0, ""), done.stderr
         return done.stdout
 

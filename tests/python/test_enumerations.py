@@ -139,8 +139,8 @@ def test_a_keyword_carries_an_underscore_as_an_attribute():
 
 
 def test_enumerations_of_the_foundation_are_there_too():
-    assert [str(value) for value in foundation.VisibilityKind] == ["Public", "Private", "Protected", "Package"]
-    assert [str(value) for value in foundation.SwCalibrationAccessKind] == ["ReadOnly", "ReadWrite", "NotAccessible"]
+    assert list(map(str, foundation.VisibilityKind)) == ["Public", "Private", "Protected", "Package"]
+    assert list(map(str, foundation.SwCalibrationAccessKind)) == ["ReadOnly", "ReadWrite", "NotAccessible"]
 
 
 def test_the_data_type_of_an_enumeration_names_its_literals():

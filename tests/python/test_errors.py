@@ -10,8 +10,9 @@ from Tarvelon.metamodel.arplatform import common, variant
 
 
 @pytest.mark.parametrize("name, builtin", [
-    ("WrongType", TypeError), ("OutOfRange", OverflowError), ("WrongValue", ValueError), ("OutOfBounds", IndexError),
-    ("UnknownName", AttributeError), ("UnknownModule", ModuleNotFoundError), ("LoadError", ImportError),
+    ("WrongType", TypeError), ("OutOfRange", OverflowError), ("WrongValue", ValueError),
+    ("OutOfBounds", IndexError), ("UnknownName", AttributeError), ("UnknownModule", ModuleNotFoundError),
+    ("LoadError", ImportError),
     ("ChangedDuringIteration", RuntimeError), ("StaleIterator", TypeError), ("StaleIterator", IndexError),
 ])
 def test_every_error_is_a_k7q_exception_and_a_builtin(name, builtin):
@@ -33,8 +34,8 @@ def test_an_unknown_attribute_names_the_nearest(package):
     with pytest.raises(AttributeError) as raised:
         package.categry
 
-    assert str(raised.value) == ("class 'Tarvelon.metamodel.arplatform.common.Package' has no property or method "
-                                 "'categry'; did you mean 'category'?")
+    assert str(raised.value) == ("class 'Tarvelon.metamodel.arplatform.common.Package' has no property or "
+                                 "method 'categry'; did you mean 'category'?")
 
 
 def test_an_assignment_to_an_unknown_attribute_names_the_nearest(package):
@@ -168,8 +169,10 @@ def test_a_root_class_cannot_be_subclassed():
             pass
 
 
-@pytest.mark.parametrize("change", [lambda: setattr(common.Package, "extra", 1), lambda: delattr(common.Package, "Name"),
-                                    lambda: type.__setattr__(common.Package, "extra", 1)])
+@pytest.mark.parametrize("change", [
+    lambda: setattr(common.Package, "extra", 1), lambda: delattr(common.Package, "Name"),
+    lambda: type.__setattr__(common.Package, "extra", 1),
+])
 def test_a_class_cannot_be_changed(change):
     with pytest.raises((AttributeError, TypeError)):
         change()
@@ -192,6 +195,13 @@ def test_there_is_no_way_around_the_constructor(make):
 def test_what_has_no_constructor_says_where_it_comes_from(model, cls):
     with pytest.raises(K7Q.WrongType, match="constructor|enumeration"):
         cls(model)
+
+
+def test_a_model_says_how_it_is_made():
+    with pytest.raises(TypeError) as raised:
+        K7Q.Model()
+
+    assert str(raised.value) == "K7Q.Model has no constructor: write K7Q.Model.create()"
 
 
 def test_a_property_descriptor_refuses_foreign_objects(model):

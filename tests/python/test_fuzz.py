@@ -11,7 +11,8 @@ import K7Q
 from Tarvelon.metamodel.arplatform import common, documentation, variant
 
 BOUNDED = settings(max_examples=60, deadline=None, derandomize=True, database=None)
-TEXTS = strategies.text(alphabet=strategies.characters(blacklist_characters="\0", blacklist_categories=["Cs"]))
+STORABLE = strategies.characters(blacklist_characters="\0", blacklist_categories=["Cs"])
+TEXTS = strategies.text(alphabet=STORABLE)
 
 
 @BOUNDED
@@ -69,7 +70,7 @@ class TextSequence(RuleBasedStateMachine):
         self.list = []
 
     def both(self, operation):
-        """Does the same to both; they must agree on the result, or both must fail with the same built-in error."""
+        """Does the same to both; they must agree on the result, or on the built-in error."""
         try:
             expected = operation(self.list)
         except (IndexError, ValueError) as error:
@@ -156,18 +157,18 @@ class TextSequence(RuleBasedStateMachine):
             self.model.close()
 
 
-TextSequence.TestCase.settings = settings(max_examples=40, stateful_step_count=40, deadline=None, derandomize=True,
-                                          database=None)
+TextSequence.TestCase.settings = settings(BOUNDED, max_examples=40, stateful_step_count=40)
 TestTextSequence = TextSequence.TestCase
 
 
 class Explorer:
     """Calls whatever there is with whatever there is."""
 
-    CLASSES = [common.Package, common.ReferenceBase, common.AdminData, common.Sdg, common.Sd, common.ModeDeclaration,
-               common.ModeDeclarationGroup, common.AUTOSAR, documentation.Modification, variant.SystemConst,
-               variant.ConditionByFormula, variant.PostBuildVariantCondition, common.SequenceOfPackage,
-               variant.BindingTimeKind]
+    CLASSES = [common.Package, common.ReferenceBase, common.AdminData, common.Sdg, common.Sd,
+               common.ModeDeclaration, common.ModeDeclarationGroup, common.AUTOSAR,
+               documentation.Modification,
+               variant.SystemConst, variant.ConditionByFormula, variant.PostBuildVariantCondition,
+               common.SequenceOfPackage, variant.BindingTimeKind]
 
     def __init__(self, seed):
         self.random = random.Random(seed)
@@ -175,16 +176,16 @@ class Explorer:
         self.known = [self.model, self.model.frozen(), *variant.BindingTimeKind]
 
     def value(self):
-        plain = [None, True, 0, 1, -1, 2, 2**31, -2**63, 2**70, 0.5, float("nan"), "", "Name", "ö\U0001F697", "a\0b",
-                 "\ud800", [], (1, 2), object(), common.Package, len, self.model]
+        plain = [None, True, 0, 1, -1, 2, 2**31, -2**63, 2**70, 0.5, float("nan"), "", "Name", "ö\U0001F697",
+                 "a\0b", "\ud800", [], (1, 2), object(), common.Package, len, self.model]
         return self.random.choice(plain if self.random.random() < 0.4 else self.known)
 
     def arguments(self):
         return [self.value() for _ in range(self.random.choice([0, 0, 1, 1, 2, 3]))]
 
     def step(self):
-        action = self.random.choice([self.construct, self.construct, self.call, self.call, self.call_class, self.read,
-                                     self.write, self.operate])
+        action = self.random.choice([self.construct, self.construct, self.call, self.call, self.call_class,
+                                     self.read, self.write, self.operate])
         try:
             self.keep(action())
         except K7Q.Exception:
@@ -230,7 +231,8 @@ class Explorer:
                 lambda: target == other, lambda: target < other, lambda: hash(target), lambda: repr(target),
                 lambda: target[other], lambda: target[-1], lambda: list(target), lambda: other in target,
                 lambda: target.__delitem__(other), lambda: target.__setitem__(0, other), lambda: len(target),
-                lambda: target.__iadd__([other]), lambda: str(target), lambda: dir(target), lambda: bool(target),
+                lambda: target.__iadd__([other]), lambda: str(target), lambda: dir(target),
+                lambda: bool(target),
             ])()
         except (TypeError, AttributeError):  # the interpreter's own, for what has no such operator
             return None

@@ -128,6 +128,17 @@ def test_a_model_is_met_as_itself(model, package):
     assert package.getModel() is model
 
 
+def test_an_object_shows_the_narrower_class_under_which_it_is_met_again(package):
+    general = common.ImmutablePackage.cast(package)
+    assert type(general) is K7Q.ImmutableObject
+
+    narrowed = package.asImmutable()
+
+    assert narrowed is general
+    assert type(general) is common.ImmutablePackage
+    assert general.Name == "Brakes"
+
+
 def test_objects_can_be_referred_to_weakly(model):
     package = common.Package(model)
     dropped = []
@@ -156,11 +167,12 @@ def test_an_object_that_is_dropped_may_be_met_in_the_callback(model, package):
 def test_the_host_is_not_searched_for_cycles(package):
     # Objects hold nothing that could hold them; the interpreter must not look for links in them.
     gc.collect()
-    nested = [(package, package.ReferenceBase, package.ReferenceBase.begin(), variant.BindingTimeKind.LinkTime)]
+    sequence = package.ReferenceBase
+    objects = [package, sequence, sequence.begin(), variant.BindingTimeKind.LinkTime]
+    nested = objects
     for _ in range(100):
         nested = [nested]
     gc.collect()
 
-    assert not any(map(gc.is_tracked, (package, package.ReferenceBase, package.ReferenceBase.begin(),
-                                       variant.BindingTimeKind.LinkTime)))
+    assert not any(map(gc.is_tracked, objects))
     assert K7Q.Model.__flags__ & (1 << 14) == 0

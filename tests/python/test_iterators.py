@@ -12,7 +12,8 @@ def sequence(request, model, package):
         sequence = variant.PostBuildVariantCondition(model).ValueVariationPoint
         sequence += ["a", "b", "c"]
         return sequence
-    sequence = common.SequenceOfReferenceBase.make(model) if "made" in request.param else package.ReferenceBase
+    is_made = request.param.endswith("made sequence")
+    sequence = common.SequenceOfReferenceBase.make(model) if is_made else package.ReferenceBase
     sequence += [common.ReferenceBase(model, True, text, package) for text in "abc"]
     return sequence
 
@@ -55,7 +56,8 @@ def test_stepping_gives_nothing(sequence):
     (lambda sequence: sequence.begin().getPrev(), "beginning"),
 ])
 def test_an_iterator_does_not_leave_its_sequence(sequence, step, edge):
-    with pytest.raises(K7Q.StaleIterator, match=f"the iterator stands at the {edge} of its sequence") as raised:
+    text = f"the iterator stands at the {edge} of its sequence"
+    with pytest.raises(K7Q.StaleIterator, match=text) as raised:
         step(sequence)
 
     assert isinstance(raised.value, TypeError) and isinstance(raised.value, IndexError)
@@ -109,7 +111,8 @@ def test_an_iterator_of_another_sequence_is_refused(model, sequence):
 @pytest.mark.parametrize("use", [
     lambda sequence: sequence.begin().eq(None), lambda sequence: sequence.begin().ne(None),
     lambda sequence: sequence.erase(None), lambda sequence: sequence.erase(sequence.begin(), None),
-    lambda sequence: sequence.insert(None, sequence[0]), lambda sequence: type(sequence.begin()).getNext(None),
+    lambda sequence: sequence.insert(None, sequence[0]),
+    lambda sequence: type(sequence.begin()).getNext(None),
     lambda sequence: type(sequence.begin()).item(None), lambda sequence: type(sequence.begin()).clone(None),
 ])
 def test_nothing_is_no_iterator(sequence, use):
