@@ -51,7 +51,6 @@ class ClassMethods final : public K7Q::IntrospectiveMethods {
   const ClassTable* rows() const noexcept { return mRows; }
   const ClassName& className() const noexcept { return *mClassName; }
   const std::type_info& interface() const noexcept { return *mInterface; }
-  std::span<const K7Q::IntrospectiveMethods* const> baseTables() const noexcept { return mBases; }
   /// Makes it at the first call.
   const ClassData& data() const {
     const ClassData* data = mData.load(std::memory_order_acquire);

@@ -34,20 +34,18 @@ void InstanceIndex::insert(std::uint32_t number, Instance* instance) noexcept {
     mFirstFree = static_cast<std::uint32_t>(entry(number) >> 1);
   }
   entry(number) = reinterpret_cast<Entry>(instance);
-  ++mSize;
 }
 
 void InstanceIndex::erase(std::uint32_t number) noexcept {
   entry(number) = Entry{mFirstFree} << 1 | 1;
   mFirstFree = number;
-  --mSize;
 }
 
 void InstanceIndex::clear() noexcept {
   for (std::uint32_t chunk = 0; chunk < mChunkCount; ++chunk) utFree(mChunks[chunk]);
   utFree(mChunks);
   mChunks = nullptr;
-  mChunkCount = mChunkCapacity = mUsed = mSize = 0;
+  mChunkCount = mChunkCapacity = mUsed = 0;
   mFirstFree = kNone;
 }
 

@@ -17,8 +17,6 @@ class InstanceIndex {
   InstanceIndex& operator=(const InstanceIndex&) = delete;
   ~InstanceIndex() { clear(); }
 
-  /// How many objects there are.
-  std::uint32_t size() const noexcept { return mSize; }
   /// The number for the next insert(); makes the room that it needs.
   std::uint32_t reserve();
   /// REQUIRES: `number` came from reserve() just before.
@@ -50,7 +48,6 @@ class InstanceIndex {
   std::uint32_t mChunkCapacity = 0;
   /// Numbers below were given out.
   std::uint32_t mUsed = 0;
-  std::uint32_t mSize = 0;
   std::uint32_t mFirstFree = kNone;
 };
 

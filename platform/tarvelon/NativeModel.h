@@ -40,7 +40,6 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   /// Ends an object that is linked to no other any more.
   void expire(Instance& instance) noexcept;
   Instance& instance(std::uint32_t number) const noexcept { return *mInstances.at(number); }
-  std::uint32_t size() const noexcept { return mInstances.size(); }
 
   /// Says that what `owner` holds has changed.
   void noteOwnership(const Instance& owner) noexcept { ++mStamps[owner.number() % kStamps]; }

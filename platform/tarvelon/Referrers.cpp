@@ -23,11 +23,6 @@ Referrers::Block* Referrers::makeBlock(std::uint32_t capacity) {
   return set;
 }
 
-std::uint32_t Referrers::size() const noexcept {
-  if (mWord == 0) return 0;
-  return isSingle() ? 1 : block().size;
-}
-
 std::uint32_t Referrers::find(const Block& set, std::uint64_t key) noexcept {
   if (!set.isHashed()) {
     for (std::uint32_t place = 0; place < set.size; ++place) {

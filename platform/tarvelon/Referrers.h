@@ -20,8 +20,6 @@ class Referrers {
   /// A view of the word; changes go through to it.
   explicit Referrers(std::uint64_t& word) noexcept : mWord(word) {}
 
-  bool empty() const noexcept { return mWord == 0; }
-  std::uint32_t size() const noexcept;
   bool contains(Referrer referrer) const noexcept;
   /// Makes room for one more.
   void reserve();

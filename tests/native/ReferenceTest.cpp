@@ -253,12 +253,23 @@ TEST_F(Destroy, ClearsEveryReferenceToTheObject) {
 TEST_F(Destroy, OfManyReferrersLeavesNoneBehind) {
   const auto constant = variant::SystemConst::create(mModel, u"C");
   std::vector<variant::SystemConstValue> values;
-  for (int i = 0; i < 200; ++i) values.push_back(variant::SystemConstValue::create(mModel, 1.0, constant));
-  for (int i = 0; i < 200; i += 3) values[static_cast<std::size_t>(i)].destroy();
+  const auto add = [&](int count) {
+    for (int i = 0; i < count; ++i)
+      values.push_back(variant::SystemConstValue::create(mModel, 1.0, constant));
+  };
+  add(1000);
+  // In an order that has nothing to do with the one in which they came.
+  for (std::size_t i = 0; i < 700; ++i) values[i * 379 % 1000].destroy();
+  add(500);
+  for (std::size_t i = 1000; i < 1500; i += 2) values[i].destroy();
   constant.destroy();
+  int left = 0;
   for (const auto& value : values) {
-    EXPECT_TRUE(!value.isValid() || value.get<"SysConst">().isNull());
+    if (!value.isValid()) continue;
+    ++left;
+    ASSERT_TRUE(value.get<"SysConst">().isNull());
   }
+  EXPECT_EQ(left, 550);
 }
 
 TEST_F(Destroy, OfAReferrerLetsTheObjectStand) {
