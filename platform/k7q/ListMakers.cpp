@@ -9,8 +9,9 @@ namespace {
 /// A record that knows what its lists are to hold.
 class ListMaker final : public ruvo::factory::impl::MethodImpl {
  public:
-  ListMaker(const char* name, const ElementKind& kind, const ruvo::InternedName& element, bool isUnique)
-      : MethodImpl(binding::named(name), ruvo::factory::MethodAttributes(ruvo::factory::kStatic), ""),
+  ListMaker(const ElementKind& kind, const ruvo::InternedName& element, bool isUnique)
+      : MethodImpl(binding::named(isUnique ? "makeUnique" : "make"),
+                   ruvo::factory::MethodAttributes(ruvo::factory::kStatic), ""),
         mKind(kind),
         mElement(element),
         mIsUnique(isUnique) {
@@ -37,9 +38,9 @@ class ListMaker final : public ruvo::factory::impl::MethodImpl {
 
 void addListMakers(ruvo::RVOClass& cls, const ruvo::InternedName& self, const ElementKind& kind,
                    const ruvo::InternedName& element) {
-  for (const char* name : {"make", "makeUnique"}) {
+  for (const bool isUnique : {false, true}) {
     for (const char* model : {"K7Q.ImmutableModel", "K7Q.Model"}) {
-      auto record = std::make_unique<ListMaker>(name, kind, element, name[4] != '\0');
+      auto record = std::make_unique<ListMaker>(kind, element, isUnique);
       const ruvo::InternedName argument = binding::named(model);
       ruvo::factory::impl::Invoker::createSignature("", self, ruvo::InternedName(), {&argument, 1},
                                                     record->signature());

@@ -62,7 +62,7 @@ int wholeNumberIn(const Object& object) {
   // NaN compares false.
   const bool fits = number >= std::numeric_limits<int>::min() && number <= std::numeric_limits<int>::max() &&
                     number == std::trunc(number);
-  if (!fits) throw OutOfRange(text::mismatch("value", kExpected, "double scalar " + std::to_string(number)));
+  if (!fits) throw OutOfRange(text::mismatch("value", kExpected, text::shown(number)));
   return static_cast<int>(number);
 }
 

@@ -11,26 +11,11 @@ std::string mismatch(std::string_view where, std::string_view expected, std::str
 }
 
 std::string shown(const hx::hxArray* given) {
-  using ruvo::HostValue;
-  const std::size_t count = hx::hxGetNumberOfElements(given);
-  if (count == 0) return "an empty value";
-  const auto classId = hx::hxGetClassId(given);
-  if (classId == hx::hxChar) return ruvo::describeValue(HostValue::ofText(hx::hxGetText(given)));
-  if (classId == hx::hxObject) {
-    auto* object = static_cast<ruvo::RVOInterface*>(hx::hxGetElement(given, 0));
-    return ruvo::describeValue(HostValue::ofObject(object));
-  }
-  if (count > 1) return "an array of " + std::to_string(count) + " elements";
-  const double number = hx::hxGetNumber(given, 0);
-  switch (classId) {
-    case hx::hxLogical:
-      return ruvo::describeValue(HostValue::ofLogical(number != 0));
-    case hx::hxInt32:
-      return ruvo::describeValue(HostValue::ofInteger(static_cast<std::int32_t>(number)));
-    default:
-      return ruvo::describeValue(HostValue::ofDouble(number));
-  }
+  if (hx::hxGetNumberOfElements(given) == 0) return "an empty value";
+  return ruvo::describeValue(ruvo::HostValue::ofArray(given));
 }
+
+std::string shown(double number) { return ruvo::describeValue(ruvo::HostValue::ofDouble(number)); }
 
 std::string shown(const NSInterface::ObjectIntf& object) {
   return "an object of class " + std::string(object.getRuvoName(false).view());

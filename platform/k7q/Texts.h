@@ -38,8 +38,9 @@ inline constexpr const char* kNoModelFactory =
 
 /// `where`: expected `expected`, got `given`.
 std::string mismatch(std::string_view where, std::string_view expected, std::string_view given);
-/// A host value as the object system shows it.
+/// A host value and a number as the object system shows them.
 std::string shown(const hx::hxArray* given);
+std::string shown(double number);
 /// What stands behind the last dot of a dotted name.
 std::string_view shortName(const ruvo::InternedName& dotted);
 /// The class of a native object.

@@ -184,6 +184,11 @@ K7Q::Model model() {
   return {model, Deviant()};
 }
 
+K7Q::Model otherModel() {
+  static FakeModel* const model = new FakeModel;
+  return {model, Deviant()};
+}
+
 K7Q::ClassObject newThing() { return {new Object(thingMethods()), Deviant()}; }
 K7Q::ClassObject newBase() { return {new Object(baseMethods()), Deviant()}; }
 

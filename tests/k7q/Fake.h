@@ -66,8 +66,9 @@ class Object final : public ClassObjectIntf {
   mutable int mReferences = 0;
 };
 
-/// The model of every fake object.
+/// The model of every fake object, and one that has none.
 K7Q::Model model();
+K7Q::Model otherModel();
 
 const Methods& baseMethods();
 const Methods& thingMethods();

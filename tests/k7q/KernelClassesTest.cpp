@@ -117,6 +117,37 @@ TEST(Model, HasAUri) {
   host::call(model, "setUri", {host::text(u"")});
 }
 
+TEST(Model, KeepsItsBindingWhenItsUriChanges) {
+  auto& cache = K7Q::ModelCache::instance();
+  const auto model = fake::hostOf(fake::model());
+  host::call(model, "setUri", {host::text(u"one")});
+  cache.bindModel(u"one", fake::model());
+  cache.bindModel(u"two", fake::otherModel());
+
+  EXPECT_THROW(host::call(model, "setUri", {host::text(u"two")}), K7Q::WrongValue);
+  EXPECT_EQ(host::textOf(host::call(model, "getUri")), "one");
+  host::call(model, "setUri", {host::text(u"three")});
+  EXPECT_EQ(cache.find(u"three"), fake::model());
+  EXPECT_TRUE(cache.find(u"one").isNull());
+
+  host::call(model, "close");
+  host::call(model, "close");
+  EXPECT_TRUE(cache.find(u"three").isNull());
+  cache.unbind(fake::otherModel().getModelInterface());
+}
+
+TEST(Model, RefusesAnEmptyHandle) {
+  fake::publish();
+  for (const char* method : {"create", "frozen", "close", "getUri"}) {
+    auto& record = *ruvo::Class::get("K7Q.Model").findMethods(std::string_view(method))->candidates[0];
+    const ruvo::RVOValue self(nullptr);
+    std::uint32_t count = 0;
+    ruvo::RVOValue result;
+    const auto text = raised([&] { record.invoke(nullptr, count, &result, 1, &self); });
+    EXPECT_EQ(says(text, K7Q::kNullReference), std::string_view(method) != "create") << method;
+  }
+}
+
 TEST(Description, OfAClassAnswers) {
   const auto cls = fake::hostOf(fake::methodsOf(fake::thingMethods()).metaClass(), true);
   EXPECT_EQ(host::className(cls), "K7Q.ImmutableClass");

@@ -1,5 +1,6 @@
 #include <gtest/gtest.h>
 
+#include "boundary/k7q/Introspection.h"
 #include "boundary/k7q/ModelCache.h"
 #include "tests/support/Host.h"
 
@@ -19,7 +20,7 @@ class TestModel final : public K7Q::NSInterface::ModelIntf {
     static const ruvo::InternedName name("K7Q.Model");
     return name;
   }
-  K7Q::ImmutableType getMetaType(K7Q::Deviant) const override;
+  K7Q::ImmutableType getMetaType(K7Q::Deviant) const override { return {}; }
   bool isValid(K7Q::Deviant) const override { return mIsOpen; }
   void setUri(K7Q::Deviant, std::u16string_view) override {}
   std::u16string getUri(K7Q::Deviant) const override { return {}; }
@@ -33,10 +34,6 @@ class TestModel final : public K7Q::NSInterface::ModelIntf {
 Model newModel() { return {new TestModel, K7Q::Deviant()}; }
 
 }  // namespace
-
-#include "boundary/k7q/Introspection.h"
-
-K7Q::ImmutableType TestModel::getMetaType(K7Q::Deviant) const { return {}; }
 
 TEST(ModelCache, FindsABoundModelAndKeepsItAlive) {
   ModelCache cache;

@@ -42,7 +42,7 @@ TEST(Scalars, RefuseANumberThatDoesNotFit) {
   const Object nan = Double(std::numeric_limits<double>::quiet_NaN());
   EXPECT_THROW(Integer{nan}, K7Q::OutOfRange);
   EXPECT_EQ(raised([] { Integer(Object(Double(0.5))); }),
-            "value: expected int32 scalar, got double scalar 0.500000");
+            "value: expected int32 scalar, got double scalar 0.5");
 }
 
 TEST(Scalars, RefuseAnObjectThatIsNoNumber) {
