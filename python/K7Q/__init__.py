@@ -7,9 +7,9 @@ Every error is a `K7Q.Exception`, and most are also the built-in that Python pro
 `K7Q.WrongType`, `K7Q.WrongValue` and the others.
 """
 
-import sys
+from sys import modules as _modules
 
-import Tarvelon
+import Tarvelon as _Tarvelon
 from _tarvelon_host import (
     ChangedDuringIteration,
     Exception,
@@ -35,4 +35,6 @@ def _exit(model, kind, error, traceback):
 
 
 _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
-Tarvelon._show_package(sys.modules[__name__], "K7Q")
+# `from K7Q import *` brings all but Exception, which would hide the built-in of that name.
+_star = [name for name, value in vars().items() if isinstance(value, type) and value is not Exception]
+_Tarvelon._show_package(_modules[__name__], "K7Q", _star)

@@ -24,12 +24,15 @@ except ModuleNotFoundError as missing:
     ) from None
 
 
-def _show_package(module, name):
-    """Makes a module show the host's package of that name: packages, classes and functions as attributes."""
+def _show_package(module, name, star=None):
+    """Makes a module show the host's package of that name: packages, classes and functions as attributes.
+
+    `star` are the module's own names that a star import brings besides; None leaves it to Python.
+    """
 
     def __getattr__(attribute):
-        if attribute == "__all__" and module.__spec__.loader is _PackageLoader:
-            return _host.memberNames(name)
+        if attribute == "__all__" and star is not None:
+            return [*star, *_host.memberNames(name)]
         if attribute.startswith("__"):
             raise AttributeError(f"module '{module.__name__}' has no attribute '{attribute}'")
         full_name = f"{name}.{attribute}"
@@ -55,16 +58,16 @@ class _PackageLoader:
     @staticmethod
     def exec_module(module):
         module.__doc__ = f"The package {module.__name__}: dir() lists what it holds."
-        _show_package(module, module.__name__)
+        _show_package(module, module.__name__, star=())
 
 
 class _PackageFinder:
-    """Finds what is imported below `Tarvelon` and is no file: packages of the host."""
+    """Finds what is imported below `Tarvelon` or `K7Q` and is no file: packages of the host."""
 
     @staticmethod
     def find_spec(name, path=None, target=None):
         parent, _, last = name.rpartition(".")
-        if not name.startswith("Tarvelon.") or last.startswith("__"):
+        if not name.startswith(("Tarvelon.", "K7Q.")) or last.startswith("__"):
             return None
         if _host.isPackage(name):
             spec = type(__spec__)(name, _PackageLoader, is_package=True)
@@ -79,6 +82,8 @@ class _PackageFinder:
         raise _host.UnknownModule(f"{name} is not a package; write: from {parent} import {last}")
 
 
+# A reload brings a finder of its own: the one before it goes.
+sys.meta_path[:] = [each for each in sys.meta_path if getattr(each, "__module__", "") != __name__]
 sys.meta_path.append(_PackageFinder)
 _collections_abc.Sequence.register(_host.Sequence)
 _show_package(sys.modules[__name__], "Tarvelon")

@@ -108,17 +108,31 @@ def page(record):
     return class_page(record) if "fullName" in record else package_page(record)
 
 
+def find(name):
+    """The records of a package or class, whose name may also begin below one of the metamodel's packages."""
+    errors = []
+    for prefix in ("", DEFAULT + ".", "Tarvelon.metamodel."):
+        try:
+            return _host.describe(prefix + name)
+        except _host.UnknownName as unknown:
+            errors.append(unknown)
+    # One that knows of a near name says more than that there is no package of the first part.
+    raise next((each for each in errors if "did you mean" in str(each)), errors[0])
+
+
 def main(arguments=None):
     parser = argparse.ArgumentParser(prog="tarvelon describe", description=__doc__)
     parser.add_argument("--json", action="store_true",
                         help="print the records, lists in order of registration")
     parser.add_argument("name", nargs="?", default=DEFAULT, metavar="NAME",
-                        help=f"a package, class or enumeration by its dotted name (default: {DEFAULT})")
+                        help="a package, class or enumeration by its dotted name, the whole or its end: "
+                             f"common.Package (default: {DEFAULT})")
     options = parser.parse_args(arguments)
     try:
-        record = _host.describe(options.name)
+        record = find(options.name)
     except _host.UnknownName as unknown:
-        print(f"tarvelon: {unknown}", file=sys.stderr)
+        cure = "" if "did you mean" in str(unknown) else "; without a name, describe lists the packages"
+        print(f"tarvelon: {unknown}{cure}", file=sys.stderr)
         return 1
     text = json.dumps(record, indent=1, ensure_ascii=False) if options.json else "\n".join(page(record))
     try:

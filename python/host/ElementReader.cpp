@@ -24,6 +24,13 @@ const ruvo::RVOMethodInfo* findAt(ruvo::Class& cls) {
   raise(errors().wrongType, "class '" + std::string(cls.getFullName().view()) + "' has no at(int32 scalar)");
 }
 
+bool givesObjects(const ruvo::RVOMethodInfo& at) {
+  const ruvo::InternedName& element = at.getSignature()->result();
+  const ruvo::Class* cls =
+      element.kind() == ruvo::internal::TypeKind::Class ? ruvo::Class::find(element) : nullptr;
+  return cls && !isEnumeration(*cls);
+}
+
 struct SequenceWalk {
   PyObject_HEAD PyObject* sequence;
   ElementReader* reader;
@@ -65,8 +72,13 @@ void deallocate(PyObject* object) {
 ElementReader::ElementReader(PyObject* sequence)
     : mInterface(interfaceOf(sequence)), mNative(nativeSequence(sequence)) {
   HostType* type = typeOf(sequence);
-  if (!type->at) type->at = findAt(*type->cls);
+  if (!type->at) {
+    const ruvo::RVOMethodInfo* at = findAt(*type->cls);
+    type->holdsObjects = givesObjects(*at);
+    type->at = at;
+  }
   mRecord = type->at;
+  mHoldsObjects = type->holdsObjects;
   mSelf = ruvo::boxInterface(mInterface, type->cls->getFullName());
 }
 

@@ -17,11 +17,13 @@ class ElementReader {
   int size() const;
   /// The element at an index from 0.
   PyObject* at(int index) const;
+  bool holdsObjects() const noexcept { return mHoldsObjects; }
 
  private:
   ruvo::RVOInterface* mInterface;
   const ruvo::RVOMethodInfo* mRecord;
   NativeSequence mNative;
+  bool mHoldsObjects;
   hx::hxArray* mSelf = nullptr;
 };
 

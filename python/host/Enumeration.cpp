@@ -55,6 +55,13 @@ PyObject* compare(PyObject* left, PyObject* right, int operation) {
   });
 }
 
+PyObject* format(PyObject* value, PyObject* specification) {
+  return guarded([&] { return owned(PyObject_Format(textOf(value).get(), specification)).release(); });
+}
+
+PyMethodDef gMethods[] = {{"__format__", format, METH_O, "The literal in the form that a str takes."},
+                          {nullptr, nullptr, 0, nullptr}};
+
 }  // namespace
 
 bool isEnumeration(const ruvo::Class& cls) noexcept {
@@ -103,6 +110,7 @@ void readyEnumerationType() {
   type.tp_repr = represent;
   type.tp_hash = hash;
   type.tp_richcompare = compare;
+  type.tp_methods = gMethods;
   require(PyType_Ready(&type));
 }
 

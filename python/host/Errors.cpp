@@ -70,7 +70,7 @@ void raise(PyObject* errorClass, const std::string& text) {
 
 namespace {
 
-void setUnknownName(PyObject* name, const char* text) {
+void setUnknownName(PyObject* name, std::string_view text) {
   const Reference error = owned(PyObject_CallOneArg(sErrors.unknownName, toStr(text).get()));
   // With the name set and the object not, a traceback does not offer a second guess behind ours.
   require(PyObject_SetAttrString(error.get(), "name", name));
@@ -93,7 +93,7 @@ void setError(PyObject* errorClass, const char* text) noexcept {
 }  // namespace
 
 void raiseUnknownName(PyObject* name, const std::string& text) {
-  setUnknownName(name, text.c_str());
+  setUnknownName(name, text);
   throw PythonError();
 }
 

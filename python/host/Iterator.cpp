@@ -1,5 +1,6 @@
 #include <array>
 
+#include "python/host/NativeViews.h"
 #include "python/host/Values.h"
 
 namespace pyhost {
@@ -23,6 +24,26 @@ PyObject* compare(PyObject* left, PyObject* right, int operation) {
   });
 }
 
+/// Whether the sequence it walks is gone with the object or the model that held it.
+bool isDestroyed(const HostIterator& iterator) {
+  const NativeSequence sequence = iterator.sequence ? nativeSequence(iterator.sequence) : NativeSequence();
+  if (!sequence) return false;
+  try {
+    sequence.size();
+    return false;
+  } catch (const std::exception&) {
+    return true;
+  }
+}
+
+PyObject* represent(PyObject* iterator) {
+  return guarded([&] {
+    const bool isGone = isDestroyed(*reinterpret_cast<HostIterator*>(iterator));
+    return toStr("<" + std::string(shownName(*typeOf(iterator)->cls)) + (isGone ? " destroyed>" : ">"))
+        .release();
+  });
+}
+
 }  // namespace
 
 void readyIteratorType() {
@@ -34,6 +55,7 @@ void readyIteratorType() {
   type.tp_flags |= Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION;
   type.tp_dealloc = deallocatorOf(TypeKind::Iterator);
   type.tp_hash = PyObject_HashNotImplemented;  // it moves
+  type.tp_repr = represent;
   type.tp_richcompare = compare;
   require(PyType_Ready(&type));
 }

@@ -70,6 +70,21 @@ void deallocateBound(PyObject* object) {
 }
 
 PyObject* itself(PyObject* bound, PyObject* /*self*/, PyObject* /*type*/) { return Py_NewRef(bound); }
+
+// Each reading of an attribute gives a bound method of its own; they are equal as Python's are.
+PyObject* compareBound(PyObject* left, PyObject* right, int operation) {
+  const bool isComparable = (operation == Py_EQ || operation == Py_NE) && Py_TYPE(right) == &boundMethodType;
+  if (!isComparable) Py_RETURN_NOTIMPLEMENTED;
+  const bool isSame = asBound(left)->self == asBound(right)->self &&
+                      asBound(left)->method->name == asBound(right)->method->name;
+  return PyBool_FromLong(isSame == (operation == Py_EQ) ? 1 : 0);
+}
+Py_hash_t hashBound(PyObject* bound) {
+  const Py_hash_t name = PyObject_Hash(asBound(bound)->method->text);
+  const Py_hash_t result = name ^ _Py_HashPointer(asBound(bound)->self);
+  return name == -1 || result != -1 ? result : -2;
+}
+
 PyObject* nameOfBound(PyObject* bound, void* /*closure*/) { return Py_NewRef(asBound(bound)->method->text); }
 PyObject* selfOfBound(PyObject* bound, void* /*closure*/) { return Py_NewRef(asBound(bound)->self); }
 PyObject* docOfBound(PyObject* bound, void* /*closure*/) {
@@ -136,6 +151,8 @@ void readyBoundMethodType() {
   type.tp_descr_get = itself;
   type.tp_getset = gBoundMembers;
   type.tp_repr = representBound;
+  type.tp_hash = hashBound;
+  type.tp_richcompare = compareBound;
   require(PyType_Ready(&type));
 }
 
@@ -155,8 +172,8 @@ const ruvo::OverloadSet& overloadsOf(Method* method, ruvo::Class& cls) {
 
 PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* arguments, std::size_t count) {
   HostType* type = typeOf(self);
-  const Arguments converted(arguments, count, *type->cls, method->name.view());
   const ruvo::OverloadSet& overloads = overloadsOf(method, *type->cls);
+  const Arguments converted(arguments, count, *type->cls, method->name.view(), &overloads);
   if (converted.hasEmpty() || type->kind != TypeKind::Object) {
     requireMeaningful(*type, overloads, self, converted, {arguments, count});
   }
@@ -173,7 +190,7 @@ PyObject* callOnClass(Method* method, HostType* type, PyObject* const* arguments
                                   std::string(type->cls->getFullName().view()) + " as first argument, got " +
                                   (count != 0 ? describePython(arguments[0]) : "none"));
   }
-  const Arguments converted(arguments, count, *type->cls, method->name.view());
+  const Arguments converted(arguments, count, *type->cls, method->name.view(), &overloads);
   if (converted.hasEmpty()) requireMeaningful(*type, overloads, nullptr, converted, {arguments, count});
   return finish(ruvo::callOverloads(*type->cls, overloads, nullptr, converted.span()), nullptr);
 }

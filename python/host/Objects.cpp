@@ -143,13 +143,34 @@ PyObject* wrap(ruvo::RVOInterface* interface) {
 
 namespace {
 
+/// The class whose views `cls` reads without changing them: X of ImmutableX; null if it is no such class.
+ruvo::Class* changeableOf(const ruvo::Class& cls) {
+  constexpr std::string_view kPrefix = "Immutable";
+  std::string name(cls.getFullName().view());
+  const std::size_t start = name.rfind('.') + 1;
+  if (name.compare(start, kPrefix.size(), kPrefix) != 0) return nullptr;
+  name.erase(start, kPrefix.size());
+  constexpr std::string_view kSequence = "SequenceOfImmutable";
+  if (name.compare(start, kSequence.size(), kSequence) == 0) {
+    name.erase(start + kSequence.size() - kPrefix.size(), kPrefix.size());
+  }
+  return ruvo::Class::find(name);
+}
+
+/// What an error adds to an unknown name: why it is not there, or the name that may be meant.
+std::string hintFor(ruvo::Class& cls, const std::string& text) {
+  if (text.starts_with("_")) return {};
+  if (ruvo::Class* changeable = changeableOf(cls); changeable && changeable->findMethods(text)) {
+    return "; " + std::string(shownName(*changeable)) + " has it: this is a view that only reads";
+  }
+  const std::string nearest = cls.nearestMember(text);
+  return nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
+}
+
 [[noreturn]] void raiseUnknownAttribute(HostType* type, PyObject* name) {
   const std::string text = toUtf8(name);
-  const bool isPrivate = text.starts_with("_");
-  const std::string nearest = isPrivate ? std::string() : type->cls->nearestMember(text);
   raiseUnknownName(name, "class '" + std::string(type->cls->getFullName().view()) +
-                             "' has no property or method '" + text + "'" +
-                             (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
+                             "' has no property or method '" + text + "'" + hintFor(*type->cls, text));
 }
 
 PyObject* getAttribute(PyObject* self, PyObject* name) {

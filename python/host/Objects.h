@@ -45,6 +45,8 @@ struct HostType {
   TypeKind kind;
   /// Of a sequence: the record that gives the element at an index; null until it is looked for.
   const ruvo::RVOMethodInfo* at;
+  /// Of a sequence, once `at` is known: whether its elements are model objects, not texts or values.
+  bool holdsObjects;
 };
 
 /// The root types, one for each kind; every host type derives from one of them.

@@ -32,6 +32,14 @@ std::string textOf(PyObject* name) {
   return toUtf8(name);
 }
 
+ruvo::HostValue textArgument(PyObject* text, TextBuffer& texts, const std::string& function) {
+  try {
+    return ruvo::HostValue::ofText(texts.convert(text));
+  } catch (const RefusedText& refused) {
+    raiseRefused(refused, text, function + ": ");
+  }
+}
+
 PyObject* call(PyObject* self, PyObject* const* arguments, std::size_t flagged, PyObject* keywords) {
   return guarded([&] {
     const Function& function = *asFunction(self);
@@ -47,7 +55,7 @@ PyObject* call(PyObject* self, PyObject* const* arguments, std::size_t flagged, 
       if (isHostObject(arguments[i])) {
         values.push_back(ruvo::HostValue::ofObject(interfaceOf(arguments[i])));
       } else if (PyUnicode_Check(arguments[i])) {
-        values.push_back(ruvo::HostValue::ofText(texts.convert(arguments[i])));
+        values.push_back(textArgument(arguments[i], texts, name));
       } else {
         raise(errors().wrongType,
               name + ": expected a str or a model object, got " + describePython(arguments[i]));
@@ -98,16 +106,31 @@ PyObject* newFunction(ruvo::Package& package, PyObject* name) {
   return result.release();
 }
 
+/// The class of that name in another package beside this one, where it is looked for easily: its dotted name.
+std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
+  ruvo::Package* parent = package.parent();
+  if (!parent) return {};
+  for (const std::string_view each : parent->packageNames()) {
+    const ruvo::Class* cls = parent->findPackage(each)->findClass(name);
+    if (cls) return std::string(cls->getFullName().view());
+  }
+  return {};
+}
+
 [[noreturn]] void raiseUnknownMember(ruvo::Package& package, PyObject* name) {
   auto names = package.packageNames();
   const auto classes = package.classNames();
   names.insert(names.end(), classes.begin(), classes.end());
   for (const auto* function : package.functions()) names.push_back(function->getName().view());
   const std::string text = toUtf8(name);
-  const std::string nearest = text.starts_with("_") ? std::string() : ruvo::nearestName(text, names);
+  std::string hint;
+  if (!text.starts_with("_")) {
+    hint = ruvo::nearestName(text, names);
+    if (hint.empty()) hint = nameNextDoor(package, text);
+  }
   raiseUnknownName(name, "package '" + std::string(package.getFullName().view()) +
                              "' has no package or class '" + text + "'" +
-                             (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
+                             (hint.empty() ? "" : "; did you mean '" + hint + "'?"));
 }
 
 PyObject* isPackage(PyObject* /*module*/, PyObject* name) {

@@ -83,7 +83,7 @@ void writeProperty(Property* property, PyObject* self, PyObject* value) {
   TextBuffer texts;
   ruvo::HostValue converted;
   try {
-    converted = toHostValue(value, texts, Place{*typeOf(self)->cls, slot.name.view()});
+    converted = toHostValue(value, texts, Place{*typeOf(self)->cls, slot.name.view(), 0, &slot});
   } catch (const PythonError&) {
     // What may not be set at all says so before anybody looks at the value.
     if (slot.guard) slot.guard->requireSettable(interfaceOf(self));

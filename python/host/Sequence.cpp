@@ -34,6 +34,13 @@ int position(PyObject* sequence, PyObject* index, int size) {
         shown(sequence) + "[]: expected an int from 0 or a slice, got " + describePython(index));
 }
 
+/// The same for an argument of a method, where a slice means nothing.
+void requireIndex(PyObject* sequence, const char* method, PyObject* index) {
+  if (PyIndex_Check(index)) return;
+  raise(errors().wrongType,
+        shown(sequence) + "." + method + ": expected an int from 0, got " + describePython(index));
+}
+
 /// The indices that a slice selects, in its order.
 std::vector<int> selected(PyObject* slice, int size) {
   Py_ssize_t start = 0;
@@ -128,11 +135,12 @@ K7Q::NSInterface::ObjectIntf* modelObject(PyObject* value) {
 
 int contains(PyObject* sequence, PyObject* value) {
   return guarded(-1, [&] {
-    const NativeSequence native = nativeSequence(sequence);
+    const ElementReader reader(sequence);
+    // The native search takes the sequence's own kind of element: never ask it for an object among texts.
+    const NativeSequence native = reader.holdsObjects() ? nativeSequence(sequence) : NativeSequence();
     if (auto* object = native ? modelObject(value) : nullptr) {
       return native.interface->generic_contains(native.deviant, K7Q::makeObjectRef(object, {})) ? 1 : 0;
     }
-    const ElementReader reader(sequence);
     const int size = reader.size();
     return find(reader, value, 0, size) < size ? 1 : 0;
   });
@@ -185,7 +193,7 @@ int foundOrRaise(PyObject* sequence, const char* method, PyObject* value, int fo
 
 /// A bound of index(), as a slice has it.
 int bound(PyObject* sequence, PyObject* value, int size) {
-  if (!PyIndex_Check(value)) raiseNoIndex(sequence, value);
+  requireIndex(sequence, "index", value);
   const Py_ssize_t given = PyNumber_AsSsize_t(value, nullptr);
   if (given == -1 && PyErr_Occurred()) throw PythonError();
   return static_cast<int>(std::clamp<Py_ssize_t>(given < 0 ? given + size : given, 0, size));
@@ -231,8 +239,10 @@ PyObject* pop(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count) 
     requireCount(sequence, "pop", count, 0, 1);
     const ElementReader reader(sequence);
     const Reference last = owned(PyLong_FromLong(-1));
-    if (count == 1 && !PyIndex_Check(arguments[0])) raiseNoIndex(sequence, arguments[0]);
-    const int at = position(sequence, count == 1 ? arguments[0] : last.get(), reader.size());
+    if (count == 1) requireIndex(sequence, "pop", arguments[0]);
+    const int size = reader.size();
+    if (size == 0) raise(errors().outOfBounds, shown(sequence) + ".pop: the sequence is empty");
+    const int at = position(sequence, count == 1 ? arguments[0] : last.get(), size);
     Reference element(reader.at(at));
     eraseAt(sequence, at);
     return element.release();

@@ -11,16 +11,29 @@ namespace {
 
 constexpr bool isSurrogate(char32_t unit) noexcept { return unit >= 0xD800 && unit <= 0xDFFF; }
 
-[[noreturn]] void refuse(PyObject* text, std::size_t position, const char* what) {
-  const Reference shown = owned(PyObject_Repr(text));
-  raise(errors().wrongValue, std::string("a text must not hold ") + what + " (at position " +
-                                 std::to_string(position) + " of " + toUtf8(shown.get()) + "); take it out");
-}
-
 constexpr const char* kNul = "a NUL character";
 constexpr const char* kLone = "half of a surrogate pair";
 
+/// A text as an error shows it: whole if it is short, else what stands around the position.
+std::string excerpt(PyObject* text, std::size_t position) {
+  constexpr Py_ssize_t kLongest = 60;
+  constexpr Py_ssize_t kAround = 20;
+  const Py_ssize_t length = PyUnicode_GET_LENGTH(text);
+  const auto at = static_cast<Py_ssize_t>(position);
+  const Py_ssize_t from = length <= kLongest ? 0 : std::max<Py_ssize_t>(at - kAround, 0);
+  const Py_ssize_t to = length <= kLongest ? length : std::min(at + kAround, length);
+  const Reference part = owned(PyUnicode_Substring(text, from, to));
+  const std::string shown = toUtf8(owned(PyObject_Repr(part.get())).get());
+  return (from > 0 ? "..." : "") + shown + (to < length ? "..." : "");
+}
+
 }  // namespace
+
+void raiseRefused(const RefusedText& refused, PyObject* text, const std::string& where) {
+  raise(errors().wrongValue, where + "a text must not hold " + refused.what + " (at position " +
+                                 std::to_string(refused.position) + " of " + excerpt(text, refused.position) +
+                                 "); take it out");
+}
 
 PyObject* toUnicode(std::u16string_view text) {
   char16_t all = 0;
@@ -56,7 +69,7 @@ char16_t* TextBuffer::take(std::size_t units) {
 std::u16string_view TextBuffer::widen(PyObject* text, std::size_t length) {
   const Py_UCS1* data = PyUnicode_1BYTE_DATA(text);
   if (const void* nul = std::memchr(data, 0, length)) {
-    refuse(text, static_cast<std::size_t>(static_cast<const Py_UCS1*>(nul) - data), kNul);
+    throw RefusedText{static_cast<std::size_t>(static_cast<const Py_UCS1*>(nul) - data), kNul};
   }
   char16_t* place = take(length);
   std::copy(data, data + length, place);
@@ -66,8 +79,8 @@ std::u16string_view TextBuffer::widen(PyObject* text, std::size_t length) {
 std::u16string_view TextBuffer::borrow(PyObject* text, std::size_t length) const {
   const Py_UCS2* data = PyUnicode_2BYTE_DATA(text);
   for (std::size_t at = 0; at < length; ++at) {
-    if (data[at] == 0) refuse(text, at, kNul);
-    if (isSurrogate(data[at])) refuse(text, at, kLone);
+    if (data[at] == 0) throw RefusedText{at, kNul};
+    if (isSurrogate(data[at])) throw RefusedText{at, kLone};
   }
   static_assert(sizeof(Py_UCS2) == sizeof(char16_t));
   return {reinterpret_cast<const char16_t*>(data), length};
@@ -79,8 +92,8 @@ std::u16string_view TextBuffer::encode(PyObject* text, std::size_t length) {
   char16_t* end = place;
   for (std::size_t at = 0; at < length; ++at) {
     const Py_UCS4 point = data[at];
-    if (point == 0) refuse(text, at, kNul);
-    if (isSurrogate(point)) refuse(text, at, kLone);
+    if (point == 0) throw RefusedText{at, kNul};
+    if (isSurrogate(point)) throw RefusedText{at, kLone};
     if (point < 0x10000) {
       *end++ = static_cast<char16_t>(point);
     } else {

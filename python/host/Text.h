@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 #include <string_view>
 #include <vector>
 
@@ -11,6 +12,14 @@ namespace pyhost {
 /// A str of UTF-16 text. A lone surrogate, which only native code can have written, becomes U+FFFD.
 PyObject* toUnicode(std::u16string_view text);
 
+/// What is wrong with a text that the model cannot hold; thrown by TextBuffer.
+struct RefusedText {
+  std::size_t position;
+  const char* what;
+};
+/// Raises K7Q.WrongValue for it. `where` stands before the text.
+[[noreturn]] void raiseRefused(const RefusedText& refused, PyObject* text, const std::string& where);
+
 /// The UTF-16 form of the texts of one call, alive as long as this and the str objects are.
 class TextBuffer {
  public:
@@ -18,7 +27,7 @@ class TextBuffer {
   TextBuffer(const TextBuffer&) = delete;
   TextBuffer& operator=(const TextBuffer&) = delete;
 
-  /// Raises K7Q.WrongValue for a text with a NUL or a lone surrogate.
+  /// Throws RefusedText for a text with a NUL or a lone surrogate.
   std::u16string_view convert(PyObject* text);
 
  private:

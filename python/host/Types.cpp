@@ -4,6 +4,7 @@
 
 #include "python/host/CheckedDoor.h"
 #include "python/host/Descriptors.h"
+#include "python/host/Docs.h"
 #include "python/host/Enumeration.h"
 #include "python/host/Extensions.h"
 #include "python/host/Values.h"
@@ -115,13 +116,15 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
       raise(errors().wrongType, Place{*type.cls, {}}.text() + "arguments are given by position, not by name");
     }
     if (type.kind != TypeKind::Object) raiseNotConstructible(type);
-    if (!type.cls->constructors() && type.cls->findMethods("create")) {
+    const ruvo::OverloadSet* constructors = type.cls->constructors();
+    if (!constructors && type.cls->findMethods("create")) {
       const std::string name(shownName(*type.cls));
       raise(errors().wrongType, name + " has no constructor: write " + name + ".create()");
     }
-    const Arguments converted(arguments, count, *type.cls, {});
-    const ruvo::OverloadSet* constructors = converted.hasEmpty() ? type.cls->constructors() : nullptr;
-    if (constructors) requireMeaningful(type, *constructors, nullptr, converted, {arguments, count});
+    const Arguments converted(arguments, count, *type.cls, {}, constructors);
+    if (constructors && converted.hasEmpty()) {
+      requireMeaningful(type, *constructors, nullptr, converted, {arguments, count});
+    }
     return wrap(ruvo::construct(*type.cls, converted.span()));
   });
 }
@@ -140,6 +143,7 @@ HostType* makeType(ruvo::Class& cls) {
   type->cls = &cls;
   type->kind = kind;
   type->at = nullptr;
+  type->holdsObjects = false;
   PyTypeObject* shown = asPyType(type);
   shown->tp_dealloc = deallocatorOf(kind);
   shown->tp_vectorcall = construct;
@@ -214,6 +218,17 @@ PyObject* represent(PyObject* type) {
   return guarded([&] { return toStr("<class '" + nameOfType(type) + "'>").release(); });
 }
 
+// Not in each type's dict alone: help() reads what stands there as it is, without calling a descriptor.
+PyObject* docOf(PyObject* type, void* /*closure*/) {
+  return guarded([&] {
+    const char* const doc = reinterpret_cast<PyTypeObject*>(type)->tp_doc;
+    return toStr(isMade(type) ? describeClass(*reinterpret_cast<HostType*>(type)->cls) : doc).release();
+  });
+}
+
+PyGetSetDef gMembers[] = {{"__doc__", docOf, nullptr, nullptr, nullptr},
+                          {nullptr, nullptr, nullptr, nullptr, nullptr}};
+
 }  // namespace
 
 std::size_t typesMade() noexcept { return gTypesMade; }
@@ -234,6 +249,7 @@ void readyHostMetaType() {
   type.tp_setattro = setMember;
   type.tp_iter = iterate;
   type.tp_repr = represent;
+  type.tp_getset = gMembers;
   require(PyType_Ready(&type));
 }
 

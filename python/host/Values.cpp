@@ -2,26 +2,91 @@
 
 #include <memory>
 
+#include "boundary/ruvo/Method.h"
+#include "python/host/Docs.h"
+
 namespace pyhost {
 
 namespace {
 
+bool isLogical(const ruvo::PropertySlot& slot) {
+  const std::string_view type = slot.property->getDataType().view();
+  return type == "logical scalar" || type == "k7qlogical";
+}
+
+/// The double that is exactly that whole number. Raises K7Q.OutOfRange if there is none.
+double exactDouble(PyObject* value, const Place& place) {
+  const double number = PyLong_AsDouble(value);
+  const bool isTooLarge = number == -1 && PyErr_Occurred();
+  if (isTooLarge && !PyErr_ExceptionMatches(PyExc_OverflowError)) throw PythonError();
+  PyErr_Clear();
+  if (!isTooLarge) {
+    const Reference back = owned(PyLong_FromDouble(number));
+    if (owned(PyLong_Type.tp_richcompare(value, back.get(), Py_EQ)).get() == Py_True) return number;
+  }
+  const std::string expected = place.property ? std::string(place.property->property->getDataType().view())
+                                              : "a whole number of 64 bits at most";
+  raise(errors().outOfRange, place.text() + "expected " + expected + ", got " + describePython(value));
+}
+
+// Any number is a logical, and what a double holds exactly is no matter of 64 bits.
+ruvo::HostValue fromLargeInteger(PyObject* value, const Place& place) {
+  if (place.property && isLogical(*place.property)) return ruvo::HostValue::ofLogical(true);
+  return ruvo::HostValue::ofDouble(exactDouble(value, place));
+}
+
 ruvo::HostValue fromInteger(PyObject* value, const Place& place) {
   int overflow = 0;
   const long long number = PyLong_AsLongLongAndOverflow(value, &overflow);
-  if (overflow != 0) {
-    raise(errors().outOfRange,
-          place.text() + "expected a whole number of 64 bits at most, got " + describePython(value));
-  }
+  if (overflow != 0) return fromLargeInteger(value, place);
   if (number == -1 && PyErr_Occurred()) throw PythonError();
   return ruvo::HostValue::ofInteger(number);
+}
+
+/// The signatures that a call chooses from, each on a line of its own.
+std::string signatures(const Place& place) {
+  if (!place.overloads) return {};
+  const std::string_view name = place.member.empty() ? place.cls.shortName() : place.member;
+  std::string text =
+      "; there " + std::string(place.overloads->candidates.size() == 1 ? "is" : "are") + "\n    ";
+  for (const char each : describeMethod(*place.overloads, name)) {
+    text += each;
+    if (each == '\n') text += "    ";
+  }
+  return text;
 }
 
 /// What is none of Python's own kinds: a number of another library, or nothing that fits.
 ruvo::HostValue fromForeign(PyObject* value, const Place& place) {
   if (PyIndex_Check(value)) return fromInteger(owned(PyNumber_Index(value)).get(), place);
-  raise(errors().wrongType, place.text() + "expected a bool, int, float, str, model object or None, got " +
-                                describePython(value));
+  const std::string expected = place.property ? std::string(place.property->property->getDataType().view())
+                                              : "a bool, int, float, str, model object or None";
+  raise(errors().wrongType,
+        place.text() + "expected " + expected + ", got " + describePython(value) + signatures(place));
+}
+
+ruvo::HostValue fromText(PyObject* value, TextBuffer& texts, const Place& place) {
+  try {
+    return ruvo::HostValue::ofText(texts.convert(value));
+  } catch (const RefusedText& refused) {
+    raiseRefused(refused, value, place.text());
+  }
+}
+
+/// The beginning of what Python shows of a value.
+std::string shownPython(PyObject* value) {
+  constexpr Py_ssize_t kLongest = 60;
+  const bool isLong = PyUnicode_Check(value) && PyUnicode_GET_LENGTH(value) > kLongest;
+  const Reference part = isLong ? owned(PyUnicode_Substring(value, 0, kLongest)) : Reference::share(value);
+  const Reference shown = owned(PyObject_Repr(part.get()));
+  if (PyUnicode_GET_LENGTH(shown.get()) <= kLongest) return toUtf8(shown.get());
+  return toUtf8(owned(PyUnicode_Substring(shown.get(), 0, kLongest)).get()) + "...";
+}
+
+std::string nameOfPythonType(PyTypeObject* type) {
+  const bool isHosts = Py_TYPE(reinterpret_cast<PyObject*>(type)) == &hostMetaType &&
+                       PyType_HasFeature(type, Py_TPFLAGS_HEAPTYPE);
+  return isHosts ? std::string(shownName(*asHostType(type)->cls)) : std::string(type->tp_name);
 }
 
 PyObject* scalar(const hx::hxArray* array, std::size_t index) {
@@ -59,18 +124,16 @@ std::string Place::text() const {
 
 std::string describePython(PyObject* value) {
   if (value == Py_None) return "None";
-  std::string result = Py_TYPE(value)->tp_name;
+  if (PyType_Check(value)) return "the class " + nameOfPythonType(reinterpret_cast<PyTypeObject*>(value));
+  std::string result = nameOfPythonType(Py_TYPE(value));
   if (!PyLong_Check(value) && !PyFloat_Check(value) && !PyUnicode_Check(value)) return result;
   if (PyLong_Check(value) && _PyLong_NumBits(value) > 1000) return result + " of more than 1000 bits";
-  std::string shown = toUtf8(owned(PyObject_Repr(value)).get());
-  constexpr std::size_t kLongest = 60;
-  if (shown.size() > kLongest) shown = shown.substr(0, kLongest) + "...";
-  return result + " " + shown;
+  return result + " " + shownPython(value);
 }
 
 ruvo::HostValue toHostValue(PyObject* value, TextBuffer& texts, const Place& place) {
   using ruvo::HostValue;
-  if (PyUnicode_Check(value)) return HostValue::ofText(texts.convert(value));
+  if (PyUnicode_Check(value)) return fromText(value, texts, place);
   if (isHostObject(value)) return HostValue::ofObject(interfaceOf(value));
   if (value == Py_None) return {};
   if (PyBool_Check(value)) return HostValue::ofLogical(value == Py_True);
@@ -101,7 +164,7 @@ PyObject* toPython(const hx::hxArray* array) {
 }
 
 Arguments::Arguments(PyObject* const* values, std::size_t count, const ruvo::Class& cls,
-                     std::string_view member)
+                     std::string_view member, const ruvo::OverloadSet* overloads)
     : mCount(count) {
   if (count > kMost) {
     raise(errors().wrongType, Place{cls, member}.text() + "got " + std::to_string(count) +
@@ -109,7 +172,8 @@ Arguments::Arguments(PyObject* const* values, std::size_t count, const ruvo::Cla
   }
   for (std::size_t index = 0; index < count; ++index) {
     auto* place = reinterpret_cast<ruvo::HostValue*>(mStorage) + index;
-    std::construct_at(place, toHostValue(values[index], mTexts, Place{cls, member, index + 1}));
+    const Place where{cls, member, index + 1, nullptr, overloads};
+    std::construct_at(place, toHostValue(values[index], mTexts, where));
     mHasEmpty = mHasEmpty || place->kind() == ruvo::HostValue::Kind::Empty;
   }
 }

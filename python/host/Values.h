@@ -15,6 +15,9 @@ struct Place {
   std::string_view member;
   /// The argument's position from 1, 0 for the value of a property.
   std::size_t argument = 0;
+  /// What is expected there, as far as it is known: the property, or what the call chooses from.
+  const ruvo::PropertySlot* property = nullptr;
+  const ruvo::OverloadSet* overloads = nullptr;
   std::string text() const;
 };
 
@@ -27,13 +30,15 @@ PyObject* toPython(const ruvo::HostResult& result);
 /// The same for an array, which stays the caller's.
 PyObject* toPython(const hx::hxArray* array);
 
-/// What was wrong with a value, as an error shows it: "str 'yes'", "list".
+/// What was wrong with a value, as an error shows it: "str 'yes'", "list", "common.Package", "the class int".
 std::string describePython(PyObject* value);
 
 /// The converted arguments of one call.
 class Arguments {
  public:
-  Arguments(PyObject* const* values, std::size_t count, const ruvo::Class& cls, std::string_view member);
+  /// `overloads` are what the call chooses from, null if there is nothing.
+  Arguments(PyObject* const* values, std::size_t count, const ruvo::Class& cls, std::string_view member,
+            const ruvo::OverloadSet* overloads);
   Arguments(const Arguments&) = delete;
   Arguments& operator=(const Arguments&) = delete;
   std::span<const ruvo::HostValue> span() const noexcept {

@@ -91,13 +91,26 @@ def test_json_of_a_package_holds_its_packages(capsys):
     (f"{PREFIX}.comon", f"package '{PREFIX}' has no package or class 'comon'; did you mean 'common'?"),
     (f"{PREFIX}.common.Packge",
      f"package '{PREFIX}.common' has no package or class 'Packge'; did you mean 'Package'?"),
-    ("nothing.at.all", "no package 'nothing'"),
+    ("common.Packge", f"package '{PREFIX}.common' has no package or class 'Packge'; did you mean 'Package'?"),
+    ("nothing.at.all", "no package 'nothing'; without a name, describe lists the packages"),
 ])
 def test_an_unknown_name_ends_with_status_1_and_the_nearest(capsys, name, error):
     status, page, errors = output(capsys, name)
 
     assert (status, page) == (1, "")
     assert errors == f"tarvelon: {error}\n"
+
+
+@pytest.mark.parametrize("name, full_name", [
+    ("common", f"{PREFIX}.common"), ("common.Package", f"{PREFIX}.common.Package"),
+    ("variant.BindingTimeKind", f"{PREFIX}.variant.BindingTimeKind"),
+    ("foundation.Package", "Tarvelon.metamodel.foundation.Package"),
+])
+def test_a_name_may_begin_at_its_package(capsys, name, full_name):
+    status, page, _ = output(capsys, name)
+
+    assert status == 0
+    assert page.splitlines()[0] == full_name
 
 
 def test_it_runs_as_a_module():

@@ -45,6 +45,14 @@ def test_str_is_the_literal_and_repr_how_it_is_written(text):
     assert eval(repr(value)) == value
 
 
+def test_a_value_is_formatted_as_its_literal():
+    LinkTime = variant.BindingTimeKind.LinkTime
+
+    assert f"{LinkTime}" == "LinkTime" and f"{LinkTime:>10}|{LinkTime:.4}" == "  LinkTime|Link"
+    with pytest.raises(ValueError):
+        format(LinkTime, "d")
+
+
 def test_an_unknown_literal_is_refused_with_those_there_are():
     with pytest.raises(K7Q.Exception, match="has no literal 'linktime'; there are 'SystemDesignTime', "):
         BindingTimeKind.fromString("linktime")

@@ -111,6 +111,43 @@ def test_a_foreign_argument_is_named_with_its_place(model):
         common.Package(model, ["x"])
 
 
+def test_a_foreign_argument_is_answered_with_the_signatures(model, package):
+    with pytest.raises(K7Q.WrongType) as raised:
+        common.Package(model, b"x")
+    assert str(raised.value).endswith(
+        "got bytes; there are\n    Package(K7Q.Model) -> common.Package\n"
+        "    Package(K7Q.Model, char vector) -> common.Package")
+
+    with pytest.raises(K7Q.WrongType) as raised:
+        package.asDeviant([])
+    assert "got list; there " in str(raised.value)
+    assert "\n    asDeviant(K7Q.ImmutableModel) -> common.Package" in str(raised.value)
+
+
+def test_what_is_no_index_is_refused_under_the_name_of_the_method(package):
+    with pytest.raises(K7Q.WrongType, match="SequenceOfReferenceBase.pop: expected an int from 0, got str 'a'"):
+        package.ReferenceBase.pop("a")
+    with pytest.raises(K7Q.WrongType, match="SequenceOfReferenceBase.index: expected an int from 0, got slice"):
+        package.ReferenceBase.index("a", slice(1))
+
+
+def test_a_name_with_a_nul_is_shown_whole(package):
+    with pytest.raises(AttributeError) as raised:
+        getattr(package, "a\0b")
+
+    assert "'a\0b'" in str(raised.value)
+
+
+@pytest.mark.parametrize("read, cure", [
+    (lambda package: package.asImmutable().destroy, "common.Package has it: this is a view that only reads"),
+    (lambda package: package.OwnedElement.append, "foundation.SequenceOfElement has it"),
+    (lambda package: package.getModel().frozen().close, "K7Q.Model has it"),
+])
+def test_what_only_the_changeable_class_has_says_so(package, read, cure):
+    with pytest.raises(AttributeError, match=cure):
+        read(package)
+
+
 def test_too_many_arguments_are_refused(model):
     with pytest.raises(TypeError, match="got 20 arguments"):
         common.Package(model, *range(19))

@@ -176,3 +176,11 @@ def test_the_host_is_not_searched_for_cycles(package):
 
     assert not any(map(gc.is_tracked, objects))
     assert K7Q.Model.__flags__ & (1 << 14) == 0
+
+
+def test_an_object_is_in_no_sequence_of_texts(model, package):
+    texts = variant.PostBuildVariantCondition(model).ValueVariationPoint
+    texts += ["a", "b"]
+
+    for other in (package, model, package.MetaClass(), common.Package.MetaProperty().Name(), texts):
+        assert other not in texts

@@ -42,6 +42,14 @@ def test_a_star_import_gives_what_the_package_lists():
     assert names["BindingTimeKind"] is variant.BindingTimeKind
 
 
+def test_a_star_import_of_k7q_leaves_the_built_in_exception_alone():
+    names = {}
+    exec("from K7Q import *", names)
+
+    assert names["Model"] is K7Q.Model and names["WrongType"] is K7Q.WrongType
+    assert {"Exception", "sys", "Tarvelon"} & set(names) == set()
+
+
 def test_dir_lists_packages_functions_and_classes():
     assert {"common", "documentation", "variant", "MetaPackage"} <= set(dir(Tarvelon.metamodel.arplatform))
     assert {"Package", "ImmutablePackage", "PackageMetaProperty", "SequenceOfPackage"} <= set(dir(common))
@@ -94,6 +102,14 @@ def test_an_unknown_package_is_an_attribute_error_with_the_nearest_name():
 def test_an_unknown_class_is_an_attribute_error_with_the_nearest_name():
     with pytest.raises(K7Q.UnknownName, match="has no package or class 'Pakage'; did you mean 'Package'?"):
         common.Pakage
+
+
+def test_a_class_of_another_package_is_named():
+    nearest = "did you mean 'Tarvelon.metamodel.arplatform.variant.SystemConst'"
+    with pytest.raises(AttributeError, match=nearest):
+        common.SystemConst
+    with pytest.raises(ImportError, match=nearest):
+        from Tarvelon.metamodel.arplatform.common import SystemConst  # noqa: F401
 
 
 def test_an_unknown_name_in_k7q_is_an_attribute_error():
@@ -150,6 +166,18 @@ import _tarvelon_host
 print(type(first) is _tarvelon_host.member("K7Q", "Model"), _tarvelon_host.Exception is K7Q.Exception)
 """
     assert python(code) == "True True\n"
+
+
+def test_a_reload_leaves_one_finder(python):
+    code = """
+import importlib, sys, Tarvelon
+importlib.reload(Tarvelon)
+del sys.modules["Tarvelon"]
+import Tarvelon
+print(sum(getattr(each, "__module__", "") == "Tarvelon" for each in sys.meta_path))
+from Tarvelon.metamodel.arplatform import common
+"""
+    assert python(code) == "1\n"
 
 
 @pytest.fixture

@@ -136,6 +136,14 @@ def test_an_iterator_of_a_changeable_sequence_compares_with_one_of_its_view(mode
     assert (package.ReferenceBase.begin() == view.end()) is False
 
 
+def test_repr_tells_when_the_sequence_is_gone(model, package):
+    place = package.ReferenceBase.begin()
+    assert repr(place) == "<common.ReferenceBaseIterator>"
+
+    package.destroy()
+    assert repr(place) == "<common.ReferenceBaseIterator destroyed>"
+
+
 def test_iterators_cannot_be_hashed(sequence):
     with pytest.raises(TypeError):
         hash(sequence.begin())

@@ -6,6 +6,7 @@ import pydoc
 import pytest
 
 import K7Q
+import _tarvelon_host
 from Tarvelon.metamodel.arplatform import common, variant
 
 
@@ -96,6 +97,10 @@ def test_help_shows_classes_properties_methods_and_packages(package):
     text = pydoc.plain(pydoc.render_doc(common.Package))
     assert "class Package(ImmutablePackage, Identifiable, Tarvelon.metamodel.foundation.Package)" in text
     assert "char, 0..1, writable" in text and "isvalid() -> logical scalar" in text
+    assert " |  Package(K7Q.Model)\n |  Package(K7Q.Model, char vector)\n" in text
+    assert " |      NestingPackage: foundation.ImmutablePackage, 0..1, read-only\n" in text
+    assert "What every sequence is" in pydoc.plain(pydoc.render_doc(_tarvelon_host.Sequence))
+    assert "The type of the host's classes." == _tarvelon_host.HostClass.__doc__
     text = pydoc.plain(pydoc.render_doc(variant.BindingTimeKind))
     assert "LinkTime = variant.BindingTimeKind.LinkTime" in text
     assert "isvalid() -> logical scalar" in pydoc.plain(pydoc.render_doc(package.isvalid))
@@ -115,6 +120,15 @@ def test_descriptors_show_what_they_are(package):
     assert repr(common.Package.isvalid) == "<method common.Package.isvalid>"
     assert repr(package.isvalid) == "<method common.Package.isvalid>"
     assert repr(common.Package) == "<class 'Tarvelon.metamodel.arplatform.common.Package'>"
+
+
+def test_bound_methods_are_equal_as_pythons_are(model, package):
+    other = common.Package(model)
+
+    assert package.isvalid == package.isvalid and hash(package.isvalid) == hash(package.isvalid)
+    assert package.isvalid != other.isvalid and package.isvalid != package.destroy
+    assert package.isvalid != 1 and {package.isvalid, package.isvalid, other.isvalid} == {
+        other.isvalid, package.isvalid}
 
 
 def test_many_methods_can_be_held_at_once(package):

@@ -158,7 +158,7 @@ def test_an_object_that_was_popped_is_as_it_was(bases):
 
 
 def test_pop_of_an_empty_sequence_is_an_index_error(package):
-    with pytest.raises(IndexError):
+    with pytest.raises(IndexError, match="SequenceOfReferenceBase.pop: the sequence is empty"):
         package.ReferenceBase.pop()
 
 

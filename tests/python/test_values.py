@@ -73,8 +73,23 @@ def test_the_place_in_a_refused_text_is_named(package):
     with pytest.raises(K7Q.WrongValue) as raised:
         package.Name = "ab\0c"
 
-    text = "a text must not hold a NUL character (at position 2 of 'ab\\x00c'); take it out"
+    text = "Package.Name: a text must not hold a NUL character (at position 2 of 'ab\\x00c'); take it out"
     assert str(raised.value) == text
+
+
+def test_of_a_long_refused_text_what_stands_around_is_shown(package):
+    with pytest.raises(K7Q.WrongValue) as raised:
+        package.category = "x" * 100000 + "\0" + "y" * 100000
+
+    shown = "..." + repr("x" * 20 + "\0" + "y" * 19) + "..."
+    assert f"(at position 100000 of {shown})" in str(raised.value)
+
+
+def test_the_argument_that_is_a_refused_text_is_named(model):
+    with pytest.raises(K7Q.WrongValue, match="^Package, argument 2: a text must not hold"):
+        common.Package(model, "\0")
+    with pytest.raises(K7Q.WrongValue, match="^MetaPackage: a text must not hold"):
+        common.MetaPackage("\0")
 
 
 @pytest.mark.parametrize("given, stored", [
@@ -126,6 +141,30 @@ def test_an_int_that_no_double_holds_exactly_is_refused(value):
         value.Value = 2**53 + 1
 
 
+@pytest.mark.parametrize("given", [2**63, 2**64, -2**70, 2**1023])
+def test_an_int_of_any_size_that_a_double_holds_exactly_is_taken(value, given):
+    value.Value = given
+
+    assert value.Value == given
+
+
+@pytest.mark.parametrize("given", [2**70 + 1, 10**30, 10**400, -10**4000])
+def test_an_int_of_any_size_that_no_double_holds_is_refused(value, given):
+    value.Value = 1.5
+
+    with pytest.raises(OverflowError, match="SystemConstValue.Value: expected double scalar, got int "):
+        value.Value = given
+    assert value.Value == 1.5
+
+
+@pytest.mark.parametrize("given", [2**63, 10**30, -10**4000])
+def test_an_int_of_any_size_is_true(base, given):
+    base.IsDefault = given
+    base.BaseIsThisPackage = given
+
+    assert base.IsDefault is True and base.BaseIsThisPackage is True
+
+
 class Index:
     def __index__(self):
         return 42
@@ -141,8 +180,13 @@ def test_a_number_of_another_library_counts_by_its_index(error):
     [1], (1,), {}, b"x", object(), fractions.Fraction(1, 2), 1j, len, int, common.Package,
 ])
 def test_what_has_no_form_in_the_model_is_refused(error, given):
-    with pytest.raises(TypeError, match="ApplicationError.errorCode: expected a bool, int, float, str"):
+    with pytest.raises(TypeError, match="ApplicationError.errorCode: expected int32 scalar, got "):
         error.errorCode = given
+
+
+def test_a_class_where_an_object_is_meant_is_named(package):
+    with pytest.raises(TypeError, match="longName: .*, got the class documentation.MultiLanguageLongName$"):
+        package.longName = documentation.MultiLanguageLongName
 
 
 @pytest.mark.parametrize("given", ["5", "", b"5"])
