@@ -52,6 +52,8 @@ void requireNotEmpty(const Call& call, std::size_t index) {
   const char* expected = nullptr;
   if (call.type.kind == TypeKind::Sequence && isMember) {
     expected = "an element or an iterator";
+  } else if (call.type.kind == TypeKind::Sequence) {
+    expected = "a model";
   } else if (call.type.kind == TypeKind::Iterator && isMember) {
     expected = "an iterator";
   } else if (wantsEnumeration(call, index)) {
@@ -60,16 +62,20 @@ void requireNotEmpty(const Call& call, std::size_t index) {
   if (expected) raise(errors().wrongType, call.where(index) + "expected " + expected + ", got None");
 }
 
-/// An iterator is a place in one sequence, and means nothing in another.
+/// An iterator is a place in one sequence, and means nothing in another or when that place is gone.
 void requireOwnIterator(const Call& call, std::size_t index) {
   const auto* iterator = reinterpret_cast<const HostIterator*>(call.given[index]);
-  if (iterator->sequence &&
-      nativeIdentity(interfaceOf(iterator->sequence)) == nativeIdentity(interfaceOf(call.self))) {
-    return;
+  const bool isOwn = iterator->sequence && nativeIdentity(interfaceOf(iterator->sequence)) ==
+                                               nativeIdentity(interfaceOf(call.self));
+  if (!isOwn) {
+    raise(errors().wrongValue, call.where(index) +
+                                   "expected an iterator of this sequence, got one of another sequence; "
+                                   "take it from begin() or end()");
   }
-  raise(errors().wrongValue, call.where(index) +
-                                 "expected an iterator of this sequence, got one of another sequence; "
-                                 "take it from begin() or end()");
+  if (!isStale(*iterator)) return;
+  raise(errors().staleIterator, call.where(index) +
+                                    "expected an iterator that stands in the sequence, got one whose "
+                                    "element is gone; take another one from begin() or end()");
 }
 
 bool isIterator(PyObject* object) {
@@ -85,6 +91,11 @@ void requireInside(const Call& call) {
   const auto& iterator = *reinterpret_cast<const HostIterator*>(call.self);
   if ((call.name() == "item" || call.name() == "getNext") && standsAtEnd(iterator)) raiseAtEdge(call, "end");
   if (call.name() == "getPrev" && standsAtBegin(iterator)) raiseAtEdge(call, "beginning");
+  const bool isStep = call.name() == "item" || call.name() == "getNext" || call.name() == "getPrev";
+  if (!isStep || !isStale(iterator)) return;
+  raise(errors().staleIterator,
+        std::string(call.type.cls->shortName()) + "." + std::string(call.name()) +
+            ": the element it stood on is gone; take another iterator from begin() or end()");
 }
 
 }  // namespace

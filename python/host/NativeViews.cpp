@@ -1,6 +1,7 @@
 #include "python/host/NativeViews.h"
 
 #include "boundary/k7q/Deviants.h"
+#include "boundary/k7q/Exception.h"
 
 namespace pyhost {
 
@@ -14,13 +15,17 @@ const Interface* interfaceAs(PyObject* object, K7Q::Deviant& deviant) noexcept {
   return info.object ? static_cast<const Interface*>(info.object->cast(K7Q::tagsOf<Interface>())) : nullptr;
 }
 
+const K7Q::Generic::IteratorIntf* placeOf(const HostIterator& iterator, K7Q::Deviant& deviant) noexcept {
+  auto* object = const_cast<PyObject*>(reinterpret_cast<const PyObject*>(&iterator));
+  return interfaceAs<K7Q::Generic::IteratorIntf>(object, deviant);
+}
+
 template <class Edge>
 bool standsAt(const HostIterator& iterator, Edge edge) {
   if (!iterator.sequence) return false;
   const NativeSequence sequence = nativeSequence(iterator.sequence);
   K7Q::Deviant deviant;
-  auto* object = const_cast<PyObject*>(reinterpret_cast<const PyObject*>(&iterator));
-  const auto* place = interfaceAs<K7Q::Generic::IteratorIntf>(object, deviant);
+  const auto* place = placeOf(iterator, deviant);
   return sequence && place && place->equal(edge(sequence).get());
 }
 
@@ -42,6 +47,19 @@ bool standsAtBegin(const HostIterator& iterator) {
   return standsAt(iterator, [](const NativeSequence& sequence) {
     return sequence.interface->generic_begin(sequence.deviant);
   });
+}
+
+bool isStale(const HostIterator& iterator) {
+  if (standsAtEnd(iterator)) return false;
+  K7Q::Deviant deviant;
+  const auto* place = placeOf(iterator, deviant);
+  if (!place) return false;
+  try {
+    place->current(deviant);
+    return false;
+  } catch (const K7Q::Exception&) {
+    return true;
+  }
 }
 
 }  // namespace pyhost

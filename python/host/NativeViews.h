@@ -21,5 +21,7 @@ NativeSequence nativeSequence(PyObject* sequence) noexcept;
 /// Whether an iterator stands behind the last element, or on the first; false if its sequence is not known.
 bool standsAtEnd(const HostIterator& iterator);
 bool standsAtBegin(const HostIterator& iterator);
+/// Whether what the iterator stood on is gone: it stands on no element, and not at the end either.
+bool isStale(const HostIterator& iterator);
 
 }  // namespace pyhost

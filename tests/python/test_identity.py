@@ -184,3 +184,9 @@ def test_an_object_is_in_no_sequence_of_texts(model, package):
 
     for other in (package, model, package.MetaClass(), common.Package.MetaProperty().Name(), texts):
         assert other not in texts
+
+
+@pytest.mark.parametrize("make", ["make", "makeUnique"])
+def test_a_sequence_of_its_own_wants_a_model(make):
+    with pytest.raises(K7Q.WrongType, match=f"{make}, argument 1: expected a model, got None"):
+        getattr(common.SequenceOfPackage, make)(None)

@@ -68,8 +68,31 @@ def test_an_iterator_whose_element_is_gone_raises(sequence):
     place.getNext()
     sequence.clear()
 
-    with pytest.raises(K7Q.Exception):
-        place.item()
+    for step in (place.item, place.getNext, place.getPrev):
+        with pytest.raises(K7Q.StaleIterator, match="the element it stood on is gone"):
+            step()
+    for use in (lambda: sequence.erase(place), lambda: sequence.erase(sequence.begin(), place)):
+        with pytest.raises(K7Q.StaleIterator, match=r"erase, argument \d: .* whose element is gone"):
+            use()
+
+
+def test_an_iterator_of_a_sequence_that_grew_again_stands_in_it(sequence):
+    place = sequence.end()
+    place.getPrev()
+    elements = list(sequence)
+    sequence.clear()
+    sequence += elements
+
+    assert place.item() == elements[-1]
+
+
+def test_an_iterator_of_a_destroyed_object_says_what_the_model_says(package):
+    place = package.ReferenceBase.begin()
+    package.destroy()
+
+    for step in (place.item, place.getNext, place.getPrev):
+        with pytest.raises(K7Q.Exception, match="Cannot access NULL ref"):
+            step()
 
 
 def test_erase_at_an_iterator_gives_the_next_place(sequence):
