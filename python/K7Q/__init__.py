@@ -27,6 +27,7 @@ from _tarvelon_host import extend as _extend
 
 def _enter(model):
     """Gives the model itself; the end of the `with` block closes it."""
+    model.getUri()  # raises if the model is closed already
     return model
 
 

@@ -79,7 +79,9 @@ class _PackageFinder:
             _host.member(parent, last)
         except _host.UnknownName as unknown:
             raise _host.UnknownModule(str(unknown)) from None
-        raise _host.UnknownModule(f"{name} is not a package; write: from {parent} import {last}")
+        error = _host.UnknownModule(f"{name} is not a package; write: from {parent} import {last}")
+        error.name = name  # what tries an import first, help("K7Q.Model") say, then goes on with the attribute
+        raise error
 
 
 # A reload brings a finder of its own: the one before it goes.

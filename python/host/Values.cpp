@@ -47,9 +47,9 @@ ruvo::HostValue fromInteger(PyObject* value, const Place& place) {
 std::string signatures(const Place& place) {
   if (!place.overloads) return {};
   const std::string_view name = place.member.empty() ? place.cls.shortName() : place.member;
-  std::string text =
-      "; there " + std::string(place.overloads->candidates.size() == 1 ? "is" : "are") + "\n    ";
-  for (const char each : describeMethod(*place.overloads, name)) {
+  const std::string lines = describeMethod(*place.overloads, name);
+  std::string text = lines.find('\n') == std::string::npos ? "; there is\n    " : "; there are\n    ";
+  for (const char each : lines) {
     text += each;
     if (each == '\n') text += "    ";
   }
@@ -58,7 +58,9 @@ std::string signatures(const Place& place) {
 
 /// What is none of Python's own kinds: a number of another library, or nothing that fits.
 ruvo::HostValue fromForeign(PyObject* value, const Place& place) {
-  if (PyIndex_Check(value)) return fromInteger(owned(PyNumber_Index(value)).get(), place);
+  // A weak proxy says that it is everything; what it stands for could go during the call.
+  const bool isProxy = PyWeakref_CheckProxy(value) != 0;
+  if (!isProxy && PyIndex_Check(value)) return fromInteger(owned(PyNumber_Index(value)).get(), place);
   const std::string expected = place.property ? std::string(place.property->property->getDataType().view())
                                               : "a bool, int, float, str, model object or None";
   raise(errors().wrongType,

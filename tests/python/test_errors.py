@@ -1,6 +1,7 @@
 """Which error each fault is, and that nothing changes."""
 
 import traceback
+import weakref
 
 import pytest
 
@@ -120,8 +121,18 @@ def test_a_foreign_argument_is_answered_with_the_signatures(model, package):
 
     with pytest.raises(K7Q.WrongType) as raised:
         package.asDeviant([])
-    assert "got list; there " in str(raised.value)
-    assert "\n    asDeviant(K7Q.ImmutableModel) -> common.Package" in str(raised.value)
+    assert "got list; there is\n    asDeviant(K7Q.ImmutableModel) -> common.Package" in str(raised.value)
+
+    with pytest.raises(K7Q.WrongType) as raised:
+        model.setUri(b"x")
+    assert str(raised.value).endswith("got bytes; there is\n    setUri(char vector) -> void")
+
+
+def test_a_weak_proxy_is_no_model_object(model, package):
+    with pytest.raises(K7Q.WrongType, match="Package.cast, argument 1: expected a bool, .* got weakref.ProxyType"):
+        common.Package.cast(weakref.proxy(package))
+    with pytest.raises(K7Q.WrongType, match="SequenceOfReferenceBase.append, argument 1: .* got weakref.ProxyType"):
+        package.ReferenceBase.append(weakref.proxy(package))
 
 
 def test_what_is_no_index_is_refused_under_the_name_of_the_method(package):

@@ -1,6 +1,7 @@
 """How packages and classes are found, and what an import costs."""
 
 import os
+import pydoc
 import shutil
 import subprocess
 import sys
@@ -134,6 +135,11 @@ def test_importing_a_class_as_a_module_says_how_to_write_it():
 
     assert str(raised.value) == ("Tarvelon.metamodel.arplatform.common.Package is not a package; "
                                  "write: from Tarvelon.metamodel.arplatform.common import Package")
+
+
+def test_help_finds_a_class_by_its_dotted_name():
+    assert pydoc.locate("K7Q.Model") is K7Q.Model
+    assert pydoc.locate("Tarvelon.metamodel.arplatform.common.Package") is common.Package
 
 
 def test_hasattr_asks_without_an_error():

@@ -126,6 +126,15 @@ def test_with_closes_the_model():
     assert not package.isvalid()
 
 
+def test_with_refuses_a_model_that_is_closed():
+    model = K7Q.Model.create()
+    model.close()
+
+    with pytest.raises(K7Q.Exception, match="Cannot access NULL ref"):
+        with model:
+            pass
+
+
 def test_with_closes_the_model_after_an_error_and_passes_it_on():
     with pytest.raises(ZeroDivisionError):
         with K7Q.Model.create() as model:
