@@ -21,6 +21,11 @@ using ruvo::factory::impl::GeneratedMethod;
 using ruvo::factory::impl::InvokerFunction;
 using ruvo::factory::impl::NativeFunction;
 
+/// Whether a method of that handle type refuses an empty self before it is called. Elsewhere an empty self
+/// reaches the operation: what is tested there is the address of the local handle, which is never null.
+template <class Handle>
+inline constexpr bool kSelfMustBeThere = false;
+
 namespace invoker {
 
 /// The arguments as local values, converted from left to right. A slot per argument.
@@ -34,14 +39,24 @@ inline void countResult(std::uint32_t* count) noexcept {
   if (*count == 0) *count = 1;
 }
 
+/// The test of self, behind the conversion of all arguments.
+template <class... Arguments>
+void validateSelf(const std::tuple<Arguments...>& arguments, const GeneratedMethod& record) {
+  if constexpr (sizeof...(Arguments) > 0) {
+    if constexpr (kSelfMustBeThere<std::tuple_element_t<0, std::tuple<Arguments...>>>) {
+      if (!record.isStatic()) {
+        ruvo::factory::impl::validateSelfPointer(std::get<0>(arguments).getInterface(), record);
+      }
+    }
+  }
+}
+
 /// Calls a free function; a method with self takes it as the first argument.
-///
-/// There is no null test of self here: what such a test is handed is the address of the local handle, which
-/// is never null, so an empty self reaches the operation.
 template <class Result, class... Arguments>
 void invoke(const GeneratedMethod* record, const ruvo::RVOClient* /*client*/, std::uint32_t* count,
             RVOValue* results, int /*argumentCount*/, const RVOValue* slots) {
   auto arguments = convert<Arguments...>(slots, std::index_sequence_for<Arguments...>());
+  validateSelf(arguments, *record);
   const auto function = record->native.as<Result (*)(Arguments...)>();
   if constexpr (std::is_void_v<Result>) {
     std::apply(function, arguments);

@@ -3,6 +3,8 @@
 #include "binding/Registration.h"
 #include "boundary/tarvelon/Packages.h"
 #include "boundary/tarvelon/Rows.h"
+#include "collections/IteratorWrapper.h"
+#include "collections/SequenceWrapper.h"
 #include "module/Packages.h"
 
 /// What all packages of the module share; a package's own file says its name and its list of names.
@@ -45,6 +47,10 @@ void registerClass(ruvo::RVOPackage* package) {
 template <class E>
 void registerEnumeration(ruvo::RVOPackage* package) {
   binding::addClassInfo(package, new binding::EnumerationWrapper<E>());
+  binding::addClassInfo(package, new K7Q::mi::SequenceWrapper<E>());
+  binding::addClassInfo(package, new K7Q::mi::ImmutableSequenceWrapper<E>());
+  binding::addClassInfo(package, new K7Q::mi::IteratorWrapper<E>());
+  binding::addClassInfo(package, new K7Q::mi::ImmutableIteratorWrapper<E>());
 }
 
 }  // namespace arplatform_module

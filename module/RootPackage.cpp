@@ -1,3 +1,4 @@
+#include "factory/FactoryWrapper.h"
 #include "module/PackageFrame.h"
 
 namespace Tarvelon::metamodel::arplatform {
@@ -16,6 +17,7 @@ void initarplatformPackageWrapper(ruvo::RVOPackage* /*parent*/) {
 }
 
 void arplatformStaticInitializePackage(ruvo::RVOPackage* package) {
+  registerFactories(package);
 #define ARPLATFORM_ATTACH(P, NAMES) P::mi::init##P##PackageWrapper(package);
   ARPLATFORM_PACKAGES(ARPLATFORM_ATTACH)
 #undef ARPLATFORM_ATTACH

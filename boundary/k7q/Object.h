@@ -39,6 +39,8 @@ class TARVELON_API ClassObjectIntf : public ObjectIntf {
 class TARVELON_API FactoryObjectIntf : public ObjectIntf {
  public:
   ~FactoryObjectIntf() override;
+  /// The model that it makes objects for.
+  virtual Model getModel(Deviant deviant) const = 0;
 };
 
 class TARVELON_API ModelIntf : public ObjectIntf {
@@ -146,6 +148,9 @@ class TARVELON_API FactoryObject : public Object {
   constexpr FactoryObject() noexcept = default;
   FactoryObject(NSInterface::FactoryObjectIntf* interface, Deviant deviant) noexcept
       : Object(interface, deviant) {}
+  NSInterface::FactoryObjectIntf* getFactoryObject() const noexcept {
+    return static_cast<NSInterface::FactoryObjectIntf*>(getInterface());
+  }
 };
 
 class TARVELON_API ImmutableModel : public ImmutableObject {

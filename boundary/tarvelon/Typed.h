@@ -3,6 +3,7 @@
 #include <array>
 #include <concepts>
 #include <optional>
+#include <span>
 #include <string_view>
 #include <type_traits>
 
@@ -105,18 +106,26 @@ struct ConstructorMatch {
   static constexpr int kIndex = findIndex();
 
   static X create(const K7Q::Model& model, const Arguments&... arguments) {
+    const auto object = apply(
+        [&model](const auto& methods, unsigned constructor, std::span<const K7Q::Object> objects) {
+          return methods.create(model, constructor, objects);
+        },
+        arguments...);
+    return X(object.getClassObject(), object.getDeviant());
+  }
+  /// What make(methods, constructor, objects) gives for the class's table and the arguments as objects.
+  template <class Make>
+  static auto apply(const Make& make, const Arguments&... arguments) {
     using Constructor = decltype(typed::nthConstructor<kIndex>(kRow<X>.constructors));
-    return create(Constructor{}, model, arguments...);
+    return apply(Constructor{}, make, arguments...);
   }
 
  private:
-  template <class... P>
-  static X create(TypedConstructor<P...> /*constructor*/, const K7Q::Model& model,
-                  const Arguments&... arguments) {
+  template <class... P, class Make>
+  static auto apply(TypedConstructor<P...> /*constructor*/, const Make& make, const Arguments&... arguments) {
     const std::array<K7Q::Object, sizeof...(P)> objects{
         typed::toObject<P>(std::decay_t<Arguments>(arguments))...};
-    const auto object = X::Interface::sIntrospectiveMethods.create(model, kIndex, objects);
-    return X(object.getClassObject(), object.getDeviant());
+    return make(X::Interface::sIntrospectiveMethods, static_cast<unsigned>(kIndex), objects);
   }
 };
 

@@ -1,18 +1,18 @@
+#include "binding/SequenceMethods.h"
 #include "platform/k7q/Companions.h"
-#include "platform/k7q/SequenceMethods.h"
 
 namespace K7Q::mi {
 
 namespace {
 
 template <class Element>
-constexpr std::span<const MethodRow> kChangeable = kSequenceRows<Element, Iterator<Element>>;
+constexpr std::span<const MethodRow> kChangeable = binding::kSequenceRows<Element, Iterator<Element>>;
 template <class Element>
-constexpr std::span<const MethodRow> kFixed = kImmutableSequenceRows<Element, ImmutableIterator<Element>>;
+constexpr std::span<const MethodRow> kFixed = binding::kImmutableSequenceRows<Element, ImmutableIterator<Element>>;
 template <class Element>
-constexpr std::span<const MethodRow> kWalking = kIteratorRows<Element, Iterator<Element>>;
+constexpr std::span<const MethodRow> kWalking = binding::kIteratorRows<Element, Iterator<Element>>;
 template <class Element>
-constexpr std::span<const MethodRow> kFixedWalking = kIteratorRows<Element, ImmutableIterator<Element>>;
+constexpr std::span<const MethodRow> kFixedWalking = binding::kIteratorRows<Element, ImmutableIterator<Element>>;
 
 constexpr const ElementKind* kNothing = nullptr;
 

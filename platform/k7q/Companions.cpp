@@ -38,7 +38,7 @@ CompanionClassInfo::CompanionClassInfo(const CompanionKind& kind, const std::str
 void CompanionClassInfo::defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*client*/) {
   addSuperClasses(*cls);
   ruvo::factory::detail::initStringDataTypes();
-  addRows(*cls, mKind.rows, {mFullName, mIterator, mElement});
+  binding::addRows(*cls, mKind.rows, {mFullName, mIterator, mElement});
   if (mKind.makes) addListMakers(*cls, mFullName, *mKind.makes, mElement);
 }
 

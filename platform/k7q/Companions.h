@@ -5,12 +5,14 @@
 #include <string_view>
 #include <vector>
 
+#include "binding/MethodRows.h"
 #include "boundary/k7q/ClassMetaData.h"
 #include "platform/k7q/HostList.h"
-#include "platform/k7q/MethodRows.h"
 
 /// The classes that accompany an element class X: its sequences and their iterators.
 namespace K7Q::mi {
+
+using binding::MethodRow;
 
 /// One of the kinds of companions: SequenceOfX, ImmutableXIterator and so on.
 struct CompanionKind {

@@ -7,6 +7,11 @@ namespace K7Q::mi {
 
 namespace {
 
+using binding::asArgument;
+using binding::classLevel;
+using binding::kSelf;
+using binding::member;
+
 constexpr std::uint32_t kReplaces = ruvo::factory::kOverridesAllSignatures;
 
 constexpr const char* kImmutableObject = "K7Q.ImmutableObject";
@@ -50,9 +55,17 @@ constexpr MethodRow kImmutableModelRows[] = {
 };
 constexpr MethodRow kModelRows[] = {
     classLevel<&createModel>          ("create",        kModel),
+    classLevel<&findModel>            ("find",          kModel,                {kText}),
+    classLevel<&boundUris>            ("uris",          kTexts),
     member    <&freeze>               ("frozen",        kImmutableModel),
     member    <&setUri>               ("setUri",        kNone,                 {kText}),
     member    <&close>                ("close",         kNone),
+};
+constexpr MethodRow kFactoryObjectRows[] = {
+    member    <&isValid>              ("isvalid",       kLogical),
+    member    <&asDeviant>            ("asDeviant",     kSelf,                 {kImmutableModel})
+        .naming("deviant"),
+    member    <&getFactoryModel>      ("getModel",      kModel),
 };
 constexpr MethodRow kTypeRows[] = {
     member    <&typeName>             ("name",          kText),
@@ -101,7 +114,7 @@ constexpr KernelClass kClasses[] = {
     {"ImmutableFactoryObject", "A factory of objects that can be read",
      {kImmutableObject},                      {}},
     {"FactoryObject",          "A factory of objects",
-     {kImmutableFactoryObject, kObject},      {}},
+     {kImmutableFactoryObject, kObject},      kFactoryObjectRows},
     {"ImmutableType",          "A type of a metamodel",
      {kImmutableObject},                      kTypeRows},
     {"ImmutableClass",         "A class of a metamodel",

@@ -3,8 +3,8 @@
 #include <array>
 #include <span>
 
+#include "binding/MethodRows.h"
 #include "platform/k7q/Companions.h"
-#include "platform/k7q/MethodRows.h"
 
 /// The classes of the host package K7Q, as rows.
 namespace K7Q::mi {

@@ -24,7 +24,7 @@ class KernelClassInfo final : public ClassMetaData {
       if (name) cls->addSuperClass(binding::named(name), 1, 0, 1);
     }
     ruvo::factory::detail::initStringDataTypes();
-    addRows(*cls, mRow.methods, {cls->getFullName(), {}, {}});
+    binding::addRows(*cls, mRow.methods, {cls->getFullName(), {}, {}});
   }
 
  private:

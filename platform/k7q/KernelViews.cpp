@@ -3,6 +3,7 @@
 #include <string_view>
 
 #include "boundary/k7q/ModelCache.h"
+#include "platform/k7q/HostList.h"
 
 namespace K7Q::mi {
 
@@ -90,7 +91,23 @@ ClassObject getContainer(const ClassObject& self) {
   return {classObjectOf(container), container.getDeviant()};
 }
 
+Model getFactoryModel(const FactoryObject& self) {
+  self.requireValid();
+  return self.getFactoryObject()->getModel(self.getDeviant());
+}
+
 Model createModel() { return Model::create(); }
+
+Model findModel(const String& uri) { return ModelCache::instance().find(std::u16string(uri.view())); }
+
+ImmutableSequence<String> boundUris() {
+  ImmutableSequence<String> uris{new HostList(kTextElements, ruvo::InternedName(), false), Deviant{}};
+  for (const Model& model : ModelCache::instance().models()) {
+    const String uri(model.getModelInterface()->getUri(model.getDeviant()));
+    uris.get().generic_push_back(uris.getDeviant(), makeStringRef(uri));
+  }
+  return uris;
+}
 
 ImmutableModel freeze(const Model& self) {
   self.requireValid();

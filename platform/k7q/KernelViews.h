@@ -21,7 +21,14 @@ Model getModel(const ClassObject& self);
 ImmutableClassObject getImmutableContainer(const ImmutableClassObject& self);
 ClassObject getContainer(const ClassObject& self);
 
+/// The model that the factory makes objects for.
+Model getFactoryModel(const FactoryObject& self);
+
 Model createModel();
+/// The model that is bound to the URI, empty if there is none.
+Model findModel(const String& uri);
+/// The URIs of the bound models that are open, in the order they were bound.
+ImmutableSequence<String> boundUris();
 ImmutableModel freeze(const Model& self);
 String getUri(const ImmutableModel& self);
 /// Raises K7Q::WrongValue for the URI of another open model when this one is bound.

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 
+#include "boundary/Export.h"
 #include "platform/ruvo/HostValue.h"
 #include "platform/ruvo/ObjectSystem.h"
 
@@ -11,7 +12,7 @@
 namespace ruvo {
 
 /// "; did you mean 'symbol'?", empty if no candidate is close.
-std::string didYouMean(std::string_view name, std::span<const std::string_view> candidates);
+TARVELON_API std::string didYouMean(std::string_view name, std::span<const std::string_view> candidates);
 
 /// "logical scalar", a class's full name: what a list of arguments shows of a value.
 std::string typeText(const HostValue& value);

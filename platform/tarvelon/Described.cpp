@@ -31,10 +31,12 @@ class DescribedType final : public K7Q::NSInterface::TypeIntf {
 
 // Never destroyed: a host may ask until the process ends.
 const DescribedType& typeOf(Described described) {
-  using Types = std::array<DescribedType, 6>;
+  using Types = std::array<DescribedType, 7>;
   // clang-format off
   static const Types& types = *new Types{{
       {u"Model",             "K7Q.Model",             "K7Q.ImmutableModel"},
+      {u"Factory",           "Tarvelon.metamodel.arplatform.Factory",
+       "Tarvelon.metamodel.arplatform.ImmutableFactory"},
       {u"ImmutableClass",    "K7Q.ImmutableClass",    "K7Q.ImmutableClass"},
       {u"ImmutableProperty", "K7Q.ImmutableProperty", "K7Q.ImmutableProperty"},
       {u"ImmutableDataType", "K7Q.ImmutableDataType", "K7Q.ImmutableDataType"},

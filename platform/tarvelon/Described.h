@@ -5,7 +5,7 @@
 namespace Tarvelon::metamodel::native {
 
 /// The types of what is no object of the metamodel: models and the descriptions themselves.
-enum class Described : std::uint8_t { Model, Class, Property, DataType, Package, Type };
+enum class Described : std::uint8_t { Model, Factory, Class, Property, DataType, Package, Type };
 
 /// The host class of such a thing.
 const ruvo::InternedName& ruvoNameOf(Described described, bool immutable);

@@ -35,6 +35,16 @@ def _exit(model, kind, error, traceback):
     model.close()
 
 
+def models():
+    """A list of the models that are bound to a URI and open, in the order they were bound.
+
+    `Factory.createNewModel()` binds the model that it makes. A bound model is held until it is closed;
+    `K7Q.Model.find(uri)` gives it, or None.
+    """
+    kind = sys.modules[__name__].Model
+    return [kind.find(uri) for uri in kind.uris()]
+
+
 _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
 # `from K7Q import *` brings all but Exception, which would hide the built-in of that name.
 _star = [name for name, value in vars().items() if isinstance(value, type) and value is not Exception]

@@ -90,4 +90,6 @@ sys.meta_path.append(_PackageFinder)
 _collections_abc.Sequence.register(_host.Sequence)
 _show_package(sys.modules[__name__], "Tarvelon")
 
-import K7Q  # noqa: E402  what it adds to classes must be there before the first of them is used
+# What they add to classes must be there before the first of these is used.
+import K7Q  # noqa: E402
+import Tarvelon._factory  # noqa: E402

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "boundary/ruvo/Method.h"
+#include "python/host/IteratorGuard.h"
 #include "python/host/NativeViews.h"
 
 namespace pyhost {
@@ -62,6 +63,17 @@ void requireNotEmpty(const Call& call, std::size_t index) {
   if (expected) raise(errors().wrongType, call.where(index) + "expected " + expected + ", got None");
 }
 
+[[noreturn]] void raiseGone(const Call& call, std::size_t index) {
+  raise(errors().staleIterator, call.where(index) +
+                                    "expected an iterator that stands in the sequence, got one whose "
+                                    "element is gone; take another one from begin() or end()");
+}
+
+/// An iterator to compare with.
+void requireNotRetired(const Call& call, std::size_t index) {
+  if (reinterpret_cast<const HostIterator*>(call.given[index])->isRetired) raiseGone(call, index);
+}
+
 /// An iterator is a place in one sequence, and means nothing in another or when that place is gone.
 void requireOwnIterator(const Call& call, std::size_t index) {
   const auto* iterator = reinterpret_cast<const HostIterator*>(call.given[index]);
@@ -72,10 +84,7 @@ void requireOwnIterator(const Call& call, std::size_t index) {
                                    "expected an iterator of this sequence, got one of another sequence; "
                                    "take it from begin() or end()");
   }
-  if (!isStale(*iterator)) return;
-  raise(errors().staleIterator, call.where(index) +
-                                    "expected an iterator that stands in the sequence, got one whose "
-                                    "element is gone; take another one from begin() or end()");
+  if (isStale(*iterator)) raiseGone(call, index);
 }
 
 bool isIterator(PyObject* object) {
@@ -92,7 +101,8 @@ void requireInside(const Call& call) {
   if ((call.name() == "item" || call.name() == "getNext") && standsAtEnd(iterator)) raiseAtEdge(call, "end");
   if (call.name() == "getPrev" && standsAtBegin(iterator)) raiseAtEdge(call, "beginning");
   const bool isStep = call.name() == "item" || call.name() == "getNext" || call.name() == "getPrev";
-  if (!isStep || !isStale(iterator)) return;
+  const bool isMeant = isStep || iterator.isRetired;
+  if (!isMeant || !isStale(iterator)) return;
   raise(errors().staleIterator,
         std::string(call.type.cls->shortName()) + "." + std::string(call.name()) +
             ": the element it stood on is gone; take another iterator from begin() or end()");
@@ -105,7 +115,9 @@ void requireMeaningful(const HostType& type, const ruvo::OverloadSet& overloads,
   const Call call{type, overloads, self, given};
   for (std::size_t index = 0; index < given.size(); ++index) {
     if (converted.span()[index].kind() == ruvo::HostValue::Kind::Empty) requireNotEmpty(call, index);
-    if (self && type.kind == TypeKind::Sequence && isIterator(given[index])) requireOwnIterator(call, index);
+    if (!self || !isIterator(given[index])) continue;
+    if (type.kind == TypeKind::Sequence) requireOwnIterator(call, index);
+    if (type.kind == TypeKind::Iterator) requireNotRetired(call, index);
   }
   if (self && type.kind == TypeKind::Iterator) requireInside(call);
 }
@@ -117,7 +129,7 @@ void keepSequence(PyObject* result, PyObject* self) {
                        : kind == TypeKind::Iterator ? reinterpret_cast<HostIterator*>(self)->sequence
                                                     : nullptr;
   auto* iterator = reinterpret_cast<HostIterator*>(result);
-  if (sequence && !iterator->sequence) iterator->sequence = Py_NewRef(sequence);
+  if (sequence && !iterator->sequence) watchIterator(*iterator, sequence);
 }
 
 }  // namespace pyhost

@@ -30,10 +30,54 @@ std::string shownSignature(const ruvo::RVOMethodInfo& record, std::string_view n
   const auto arguments = signature.arguments();
   const bool isSelfFirst = (record.getFlags() & ruvo::factory::kSelfAsArgument) != 0 && !arguments.empty();
   const std::size_t first = isSelfFirst ? 1 : 0;
+  std::string_view names = signature.parameterNames();
   for (std::size_t i = first; i < arguments.size(); ++i) {
     text.append(i == first ? "" : ", ").append(shownType(arguments[i]));
+    // Each name has a blank in front, as it is to be shown.
+    const std::string_view parameter = names.substr(0, names.find(','));
+    if (parameter.starts_with(' ')) text += parameter;
+    names.remove_prefix(std::min(parameter.size() + 1, names.size()));
   }
   return text += ')';
+}
+
+/// What of a name makes a class's name: "common" and "Package" of a dotted one.
+struct ClassPath {
+  std::string_view package;
+  std::string_view name;
+};
+
+ClassPath pathOf(std::string_view fullName) {
+  const std::string_view shown = shownName(fullName);
+  const std::size_t dot = shown.find('.');
+  if (dot == std::string_view::npos) return {{}, shown};
+  return {shown.substr(0, dot), shown.substr(dot + 1)};
+}
+
+/// Whether a record makes objects of the class that it gives: "create" and the class's name, run together.
+bool isMaker(const ruvo::RVOMethodInfo& record) {
+  const std::string_view result = record.getSignature()->result().view();
+  std::string name = "create";
+  for (const char character : result.substr(std::min(result.find('.') + 1, result.size()))) {
+    if (character != '.') name += character;
+  }
+  return record.getName().view() == name;
+}
+
+/// The classes whose objects a factory makes, by package, with what they are made from.
+void addMakers(ruvo::Class& cls, std::string& text) {
+  std::string_view package;
+  for (const auto* record : cls.methods()) {
+    if (!isMaker(*record)) continue;
+    const ClassPath path = pathOf(record->getSignature()->result().view());
+    if (package.empty()) {
+      text += "\n\nMakes, by package (create(\"common.Package\", ...) or the method of the long name, "
+              "createmetamodelarplatformcommonPackage(...)):";
+    }
+    if (path.package != package) text.append("\n\n  ").append(path.package).append(":");
+    package = path.package;
+    text.append("\n    ").append(shownSignature(*record, path.name));
+  }
 }
 
 void addProperties(ruvo::Class& cls, std::string& text) {
@@ -81,6 +125,7 @@ std::string describeClass(ruvo::Class& cls) {
   text += description.empty() ? "A class of the metamodel: " : std::string(description) + ": ";
   text.append(cls.getFullName().view());
   addProperties(cls, text);
+  addMakers(cls, text);
   return text;
 }
 

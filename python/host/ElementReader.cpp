@@ -24,11 +24,12 @@ const ruvo::RVOMethodInfo* findAt(ruvo::Class& cls) {
   raise(errors().wrongType, "class '" + std::string(cls.getFullName().view()) + "' has no at(int32 scalar)");
 }
 
-bool givesObjects(const ruvo::RVOMethodInfo& at) {
+Elements elementsOf(const ruvo::RVOMethodInfo& at) {
   const ruvo::InternedName& element = at.getSignature()->result();
   const ruvo::Class* cls =
       element.kind() == ruvo::internal::TypeKind::Class ? ruvo::Class::find(element) : nullptr;
-  return cls && !isEnumeration(*cls);
+  if (!cls) return Elements::Texts;
+  return isEnumeration(*cls) ? Elements::Values : Elements::Objects;
 }
 
 struct SequenceWalk {
@@ -69,16 +70,20 @@ void deallocate(PyObject* object) {
 
 }  // namespace
 
+Elements elementsOf(HostType& type) {
+  if (!type.at) {
+    const ruvo::RVOMethodInfo* at = findAt(*type.cls);
+    type.elements = elementsOf(*at);
+    type.at = at;
+  }
+  return type.elements;
+}
+
 ElementReader::ElementReader(PyObject* sequence)
     : mInterface(interfaceOf(sequence)), mNative(nativeSequence(sequence)) {
   HostType* type = typeOf(sequence);
-  if (!type->at) {
-    const ruvo::RVOMethodInfo* at = findAt(*type->cls);
-    type->holdsObjects = givesObjects(*at);
-    type->at = at;
-  }
+  mElements = elementsOf(*type);
   mRecord = type->at;
-  mHoldsObjects = type->holdsObjects;
   mSelf = ruvo::boxInterface(mInterface, type->cls->getFullName());
 }
 

@@ -4,6 +4,9 @@
 
 namespace pyhost {
 
+/// What a sequence type holds, told by what its `at` gives.
+Elements elementsOf(HostType& type);
+
 /// Reads elements of a sequence one after another: finds the host's method `at` and boxes the sequence once.
 /// The sequence must be held meanwhile.
 class ElementReader {
@@ -17,13 +20,13 @@ class ElementReader {
   int size() const;
   /// The element at an index from 0.
   PyObject* at(int index) const;
-  bool holdsObjects() const noexcept { return mHoldsObjects; }
+  bool holdsObjects() const noexcept { return mElements == Elements::Objects; }
 
  private:
   ruvo::RVOInterface* mInterface;
   const ruvo::RVOMethodInfo* mRecord;
   NativeSequence mNative;
-  bool mHoldsObjects;
+  Elements mElements;
   hx::hxArray* mSelf = nullptr;
 };
 

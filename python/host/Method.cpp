@@ -6,6 +6,7 @@
 #include "python/host/Console.h"
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
+#include "python/host/IteratorGuard.h"
 
 namespace pyhost {
 
@@ -176,6 +177,12 @@ PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* argument
   const Arguments converted(arguments, count, *type->cls, method->name.view(), &overloads);
   if (converted.hasEmpty() || type->kind != TypeKind::Object) {
     requireMeaningful(*type, overloads, self, converted, {arguments, count});
+  }
+  if (type->kind == TypeKind::Sequence) {
+    const IteratorsToRetire going(self, method->name.view(), {arguments, count}, converted.span());
+    const auto result = ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span());
+    going.mark();
+    return finish(result, self);
   }
   return finish(ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span()), self);
 }

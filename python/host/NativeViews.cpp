@@ -15,17 +15,11 @@ const Interface* interfaceAs(PyObject* object, K7Q::Deviant& deviant) noexcept {
   return info.object ? static_cast<const Interface*>(info.object->cast(K7Q::tagsOf<Interface>())) : nullptr;
 }
 
-const K7Q::Generic::IteratorIntf* placeOf(const HostIterator& iterator, K7Q::Deviant& deviant) noexcept {
-  auto* object = const_cast<PyObject*>(reinterpret_cast<const PyObject*>(&iterator));
-  return interfaceAs<K7Q::Generic::IteratorIntf>(object, deviant);
-}
-
 template <class Edge>
 bool standsAt(const HostIterator& iterator, Edge edge) {
   if (!iterator.sequence) return false;
   const NativeSequence sequence = nativeSequence(iterator.sequence);
-  K7Q::Deviant deviant;
-  const auto* place = placeOf(iterator, deviant);
+  const auto* place = nativeIterator(iterator);
   return sequence && place && place->equal(edge(sequence).get());
 }
 
@@ -35,6 +29,12 @@ NativeSequence nativeSequence(PyObject* sequence) noexcept {
   NativeSequence result;
   result.interface = interfaceAs<K7Q::Generic::SequenceIntf>(sequence, result.deviant);
   return result;
+}
+
+const K7Q::Generic::IteratorIntf* nativeIterator(const HostIterator& iterator) noexcept {
+  K7Q::Deviant deviant;
+  auto* object = const_cast<PyObject*>(reinterpret_cast<const PyObject*>(&iterator));
+  return interfaceAs<K7Q::Generic::IteratorIntf>(object, deviant);
 }
 
 bool standsAtEnd(const HostIterator& iterator) {
@@ -50,12 +50,12 @@ bool standsAtBegin(const HostIterator& iterator) {
 }
 
 bool isStale(const HostIterator& iterator) {
+  if (iterator.isRetired) return true;
   if (standsAtEnd(iterator)) return false;
-  K7Q::Deviant deviant;
-  const auto* place = placeOf(iterator, deviant);
+  const auto* place = nativeIterator(iterator);
   if (!place) return false;
   try {
-    place->current(deviant);
+    place->current(nativeSequence(iterator.sequence).deviant);
     return false;
   } catch (const K7Q::Exception&) {
     return true;

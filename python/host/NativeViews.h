@@ -18,6 +18,9 @@ struct NativeSequence {
 /// Null for an object that is no sequence.
 NativeSequence nativeSequence(PyObject* sequence) noexcept;
 
+/// The place that an iterator is; null for one that is gone.
+const K7Q::Generic::IteratorIntf* nativeIterator(const HostIterator& iterator) noexcept;
+
 /// Whether an iterator stands behind the last element, or on the first; false if its sequence is not known.
 bool standsAtEnd(const HostIterator& iterator);
 bool standsAtBegin(const HostIterator& iterator);

@@ -3,6 +3,7 @@
 #include "boundary/k7q/Deviants.h"
 #include "boundary/k7q/Object.h"
 #include "python/host/Descriptors.h"
+#include "python/host/IteratorGuard.h"
 #include "python/host/Values.h"
 
 namespace pyhost {
@@ -43,8 +44,13 @@ PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
   made->interface = interface;
   made->weakReferences = nullptr;
   made->sequences = nullptr;
-  if (type->kind == TypeKind::Iterator) reinterpret_cast<HostIterator*>(made)->sequence = nullptr;
-  if (type->kind == TypeKind::Sequence) reinterpret_cast<HostSequence*>(made)->owner = nullptr;
+  if (type->kind == TypeKind::Iterator) {
+    reinterpret_cast<HostIterator*>(made)->sequence = nullptr;
+    reinterpret_cast<HostIterator*>(made)->isStale = false;
+  } else if (type->kind == TypeKind::Sequence) {
+    reinterpret_cast<HostSequence*>(made)->owner = nullptr;
+    reinterpret_cast<HostSequence*>(made)->iterators = nullptr;
+  }
   interface->addRef();
   interface->setHostData(made);
   return asPyObject(made);
@@ -71,6 +77,7 @@ void deallocateObject(PyObject* self) {
 
 void deallocateIterator(PyObject* self) {
   PyObject* sequence = reinterpret_cast<HostIterator*>(self)->sequence;
+  forgetIterator(*reinterpret_cast<HostIterator*>(self));
   dropInterface(self);
   Py_XDECREF(sequence);
   freeObject(self);

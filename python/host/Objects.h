@@ -26,16 +26,26 @@ struct HostSequence {
   PyObject* owner;
   const ruvo::PropertySlot* slot;
   HostSequence* next;
+  /// Those that walk it.
+  struct HostIterator* iterators;
 };
 
 /// A host object that is an iterator: it keeps the sequence it walks alive.
 struct HostIterator {
   HostObject base;
   PyObject* sequence;
+  /// The others that walk the sequence.
+  HostIterator* next;
+  HostIterator* previous;
+  /// Its element has been taken out of the sequence.
+  bool isStale;
 };
 
 /// What Python adds to a class, told by what the class publishes.
 enum class TypeKind : std::uint8_t { Object, Enumeration, Sequence, Iterator };
+
+/// What a sequence holds.
+enum class Elements : std::uint8_t { Objects, Values, Texts };
 
 /// The Python type of a host class. Made when first touched, never freed; the class's host-data word points
 /// at it.
@@ -45,8 +55,8 @@ struct HostType {
   TypeKind kind;
   /// Of a sequence: the record that gives the element at an index; null until it is looked for.
   const ruvo::RVOMethodInfo* at;
-  /// Of a sequence, once `at` is known: whether its elements are model objects, not texts or values.
-  bool holdsObjects;
+  /// Of a sequence, once `at` is known.
+  Elements elements;
 };
 
 /// The root types, one for each kind; every host type derives from one of them.

@@ -143,7 +143,7 @@ HostType* makeType(ruvo::Class& cls) {
   type->cls = &cls;
   type->kind = kind;
   type->at = nullptr;
-  type->holdsObjects = false;
+  type->elements = Elements::Objects;
   PyTypeObject* shown = asPyType(type);
   shown->tp_dealloc = deallocatorOf(kind);
   shown->tp_vectorcall = construct;

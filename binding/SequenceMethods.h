@@ -3,49 +3,56 @@
 #include <limits>
 #include <utility>
 
+#include "binding/MethodRows.h"
 #include "boundary/k7q/Introspection.h"
 #include "boundary/k7q/Sequence.h"
-#include "platform/k7q/MethodRows.h"
 
-/// The methods of sequence classes and their iterators, for elements that are objects, immutable objects or
-/// texts.
-namespace K7Q::mi {
+/// The methods of sequence classes and their iterators, the same for every type of element.
+namespace binding {
 
-inline Generic::Ref toRef(const ImmutableObject& element) {
-  return makeObjectRef(element.getInterface(), element.getDeviant());
-}
-inline Generic::Ref toRef(const String& element) { return makeStringRef(element); }
-
+/// How a value of the element's type travels through the generic interface of sequences.
 template <class Element>
-Element toElement(const Generic::Ref& ref) {
-  return Element(static_cast<NSInterface::ObjectIntf*>(ref.value()), Deviant{ref.second()});
-}
+struct ElementCarrier {
+  static K7Q::Generic::Ref toRef(const Element& element) {
+    return K7Q::makeObjectRef(element.getInterface(), element.getDeviant());
+  }
+  static Element fromRef(const K7Q::Generic::Ref& ref) {
+    return Element(static_cast<K7Q::NSInterface::ObjectIntf*>(ref.value()), K7Q::Deviant{ref.second()});
+  }
+};
+
 template <>
-inline String toElement<String>(const Generic::Ref& ref) {
-  return String(Object(static_cast<NSInterface::StringIntf*>(ref.value()), Deviant()));
-}
+struct ElementCarrier<K7Q::String> {
+  static K7Q::Generic::Ref toRef(const K7Q::String& element) { return K7Q::makeStringRef(element); }
+  static K7Q::String fromRef(const K7Q::Generic::Ref& ref) {
+    return K7Q::String(
+        K7Q::Object(static_cast<K7Q::NSInterface::StringIntf*>(ref.value()), K7Q::Deviant()));
+  }
+};
 
 /// The host counts from 1. The least number stays negative, as which it is refused.
 constexpr int fromHostIndex(int index) noexcept {
   return index == std::numeric_limits<int>::min() ? index : index - 1;
 }
 
-/// The operations that each record of a sequence class names.
+/// The operations that each record of a sequence class names. An iterator comes by value, which clones it: the
+/// host's own does not move.
 template <class Element, class Iterator>
 struct SequenceOperations {
-  using Self = SequenceHandle;
+  using Self = K7Q::SequenceHandle;
+  using Carrier = ElementCarrier<Element>;
 
   static void pushBack(const Self& self, const Element& element) {
-    self.get().generic_push_back(self.getDeviant(), toRef(element));
+    self.get().generic_push_back(self.getDeviant(), Carrier::toRef(element));
   }
   static void pushFront(const Self& self, const Element& element) {
-    self.get().generic_push_front(self.getDeviant(), toRef(element));
+    self.get().generic_push_front(self.getDeviant(), Carrier::toRef(element));
   }
   static void clear(const Self& self) { self.get().generic_clear(self.getDeviant()); }
   static void popBack(const Self& self) { self.get().generic_pop_back(self.getDeviant()); }
   static void popFront(const Self& self) { self.get().generic_pop_front(self.getDeviant()); }
   static int removeAll(const Self& self, const Element& element) {
-    return self.get().generic_removeAll(self.getDeviant(), toRef(element));
+    return self.get().generic_removeAll(self.getDeviant(), Carrier::toRef(element));
   }
   static Iterator begin(const Self& self) {
     return {self.get().generic_begin(self.getDeviant()), self.getDeviant()};
@@ -53,44 +60,48 @@ struct SequenceOperations {
   static Iterator end(const Self& self) {
     return {self.get().generic_end(self.getDeviant()), self.getDeviant()};
   }
-  static Iterator eraseOne(const Self& self, const Iterator& iterator) {
+  static Iterator eraseOne(const Self& self, Iterator iterator) {
     return {self.get().generic_erase(self.getDeviant(), iterator.getInterface()), self.getDeviant()};
   }
-  static Iterator eraseRange(const Self& self, const Iterator& first, const Iterator& last) {
+  static Iterator eraseRange(const Self& self, Iterator first, Iterator last) {
     return {self.get().generic_erase(self.getDeviant(), first.getInterface(), last.getInterface()),
             self.getDeviant()};
   }
   static void eraseAt(const Self& self, int index) {
     self.get().generic_erase(self.getDeviant(), fromHostIndex(index));
   }
-  static Iterator insert(const Self& self, const Iterator& iterator, const Element& element) {
-    return {self.get().generic_insert(self.getDeviant(), iterator.getInterface(), toRef(element)),
+  static Iterator insert(const Self& self, Iterator iterator, const Element& element) {
+    return {self.get().generic_insert(self.getDeviant(), iterator.getInterface(), Carrier::toRef(element)),
             self.getDeviant()};
   }
   static void insertAt(const Self& self, int index, const Element& element) {
-    self.get().generic_insert(self.getDeviant(), fromHostIndex(index), toRef(element));
+    self.get().generic_insert(self.getDeviant(), fromHostIndex(index), Carrier::toRef(element));
   }
   static void replace(const Self& self, int index, const Element& element) {
-    self.get().generic_replace(self.getDeviant(), fromHostIndex(index), toRef(element));
+    self.get().generic_replace(self.getDeviant(), fromHostIndex(index), Carrier::toRef(element));
   }
   static Element back(const Self& self) {
-    return toElement<Element>(self.get().generic_back(self.getDeviant()));
+    return Carrier::fromRef(self.get().generic_back(self.getDeviant()));
   }
   static Element front(const Self& self) {
-    return toElement<Element>(self.get().generic_front(self.getDeviant()));
+    return Carrier::fromRef(self.get().generic_front(self.getDeviant()));
   }
   static bool isEmpty(const Self& self) { return self.get().generic_empty(self.getDeviant()); }
   static int size(const Self& self) { return self.get().generic_size(self.getDeviant()); }
   static Element at(const Self& self, int index) {
-    return toElement<Element>(self.get().generic_at(self.getDeviant(), fromHostIndex(index)));
+    return Carrier::fromRef(self.get().generic_at(self.getDeviant(), fromHostIndex(index)));
   }
 };
 
 /// The operations that each record of an iterator class names. The argument is the host's own iterator.
 template <class Element, class Iterator>
 struct IteratorOperations {
-  static Generic::IteratorIntf& get(const Iterator& iterator, int line = __builtin_LINE()) {
-    if (!iterator.getInterface()) LocalAsserter(__FILE__, line) = Asserter::MakeAlways(kNullReference);
+  using Carrier = ElementCarrier<Element>;
+
+  static K7Q::Generic::IteratorIntf& get(const Iterator& iterator, int line = __builtin_LINE()) {
+    if (!iterator.getInterface()) {
+      K7Q::LocalAsserter(__FILE__, line) = K7Q::Asserter::MakeAlways(K7Q::kNullReference);
+    }
     return *iterator.getInterface();
   }
 
@@ -105,7 +116,7 @@ struct IteratorOperations {
   static void getNext(const Iterator& iterator) { get(iterator).next(iterator.getDeviant()); }
   static void getPrev(const Iterator& iterator) { get(iterator).previous(iterator.getDeviant()); }
   static Element item(const Iterator& iterator) {
-    return toElement<Element>(get(iterator).current(iterator.getDeviant()));
+    return Carrier::fromRef(get(iterator).current(iterator.getDeviant()));
   }
 };
 
@@ -117,7 +128,7 @@ inline constexpr const char* kLogical = "logical scalar";
 inline constexpr std::uint32_t kGiven = ruvo::factory::kSelfAsArgument;
 
 // clang-format off
-/// A sequence whose values can be changed; its make records follow (ListMakers.h).
+/// A sequence whose values can be changed; the records that make one follow.
 template <class Element, class Iterator>
 inline constexpr std::array kSequenceRows = [] {
   using S = SequenceOperations<Element, Iterator>;
@@ -174,4 +185,4 @@ inline constexpr std::array kIteratorRows = [] {
 }();
 // clang-format on
 
-}  // namespace K7Q::mi
+}  // namespace binding

@@ -6,7 +6,7 @@
 #include "binding/Methods.h"
 
 /// Method records as rows of constant data.
-namespace K7Q::mi {
+namespace binding {
 
 /// Words of a row that stand for a name which the class fills in: the class itself, its iterator and its
 /// element.
@@ -15,9 +15,9 @@ inline constexpr char kIterator[] = "<iterator>";
 inline constexpr char kElement[] = "<element>";
 
 struct RowNames {
-  ruvo::InternedName self;
-  ruvo::InternedName iterator;
-  ruvo::InternedName element;
+  InternedName self;
+  InternedName iterator;
+  InternedName element;
 };
 
 /// One record: its types are dotted names or words of the vocabulary; no self type means none, and the
@@ -30,8 +30,8 @@ struct MethodRow {
   const char* result;
   const char* self;
   Arguments arguments;
-  void (*add)(binding::MethodTable& table, const binding::MethodSpec& spec,
-              std::span<const ruvo::InternedName> arguments);
+  void (*add)(MethodTable& table, const MethodSpec& spec,
+              std::span<const InternedName> arguments);
   std::uint32_t attributes = 0;
   const char* parameterNames = "";
 
@@ -51,8 +51,8 @@ struct MethodRow {
 
 /// Adds a record for native function F.
 template <auto F>
-void addRecord(binding::MethodTable& table, const binding::MethodSpec& spec,
-               std::span<const ruvo::InternedName> arguments) {
+void addRecord(MethodTable& table, const MethodSpec& spec,
+               std::span<const InternedName> arguments) {
   switch (arguments.size()) {
     case 0:
       return table.add(spec, {}, F);
@@ -79,11 +79,11 @@ constexpr MethodRow asArgument(const char* name, const char* result, MethodRow::
 
 /// A method without self.
 template <auto F>
-constexpr MethodRow classLevel(const char* name, const char* result) {
-  return {name, result, nullptr, {}, &addRecord<F>};
+constexpr MethodRow classLevel(const char* name, const char* result, MethodRow::Arguments arguments = {}) {
+  return {name, result, nullptr, arguments, &addRecord<F>};
 }
 
 /// Adds the rows in their order.
 void addRows(ruvo::RVOClass& cls, std::span<const MethodRow> rows, const RowNames& names);
 
-}  // namespace K7Q::mi
+}  // namespace binding

@@ -1,0 +1,102 @@
+#include "platform/tarvelon/Factory.h"
+
+#include <algorithm>
+#include <string_view>
+#include <vector>
+
+#include "platform/ruvo/Texts.h"
+#include "platform/tarvelon/ClassData.h"
+#include "platform/tarvelon/ClassMethods.h"
+#include "platform/tarvelon/Described.h"
+#include "platform/tarvelon/NativeModel.h"
+#include "platform/tarvelon/Refusal.h"
+#include "platform/tarvelon/Registry.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+constexpr std::string_view kRoot = "Tarvelon.metamodel.arplatform.";
+constexpr std::string_view kKernel = "K7Q.";
+
+/// The name of a class as a script may write it: short of the platform's own prefix.
+std::string_view relativeName(const ClassMethods& table) {
+  std::string_view name(table.className().name);
+  if (name.starts_with(kRoot)) name.remove_prefix(kRoot.size());
+  return name;
+}
+
+const ClassMethods& find(std::string_view name) {
+  std::vector<std::string_view> candidates;
+  for (const PackageRow& package : packageRows()) {
+    for (const ClassMethods* table : package.classes) {
+      if (!table->rows() || relativeName(*table).starts_with(kKernel)) continue;
+      if (name == table->className().name || name == relativeName(*table)) return *table;
+      candidates.push_back(relativeName(*table));
+    }
+  }
+  throw K7Q::UnknownName("Factory.createFromString: there is no class '" + std::string(name) + "'" +
+                         ruvo::didYouMean(name, candidates) + " (a name is dotted, as in 'common.Package')");
+}
+
+constexpr std::string_view kName = "Name";
+
+}  // namespace
+
+void* Factory::cast(K7Q::CooperativeVisitor::TagPair tag) {
+  using namespace K7Q::NSInterface;
+  return castAmong<arplatform::NSInterface::FactoryIntf, K7Q::NSInterface::FactoryIntf, FactoryObjectIntf,
+                   ObjectIntf, K7Q::ReferenceCountingIntf>(this, tag);
+}
+
+const ruvo::InternedName& Factory::getRuvoName(bool immutable) const {
+  return ruvoNameOf(Described::Factory, immutable);
+}
+
+K7Q::ImmutableType Factory::getMetaType(K7Q::Deviant deviant) const {
+  mModel.requireValid();
+  return metaTypeOf(Described::Factory, deviant);
+}
+
+K7Q::Model Factory::getModel(K7Q::Deviant deviant) const { return {mModel.getModelInterface(), deviant}; }
+
+K7Q::ClassObject Factory::create(K7Q::Deviant deviant, const K7Q::IntrospectiveMethods& cls,
+                                 unsigned constructor, std::span<const K7Q::Object> arguments) {
+  const auto object = cls.create(mModel, constructor, arguments);
+  return {object.getClassObject(), deviant};
+}
+
+K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& cls) {
+  return create(deviant, find(K7Q::String::to_string(cls)), 0, {});
+}
+
+K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& cls, const K7Q::String& name) {
+  const ClassMethods& table = find(K7Q::String::to_string(cls));
+  const Property* property = table.data().findProperty(kName);
+  if (!property) {
+    throw K7Q::WrongValue("Factory.createFromString: objects of class '" + std::string(relativeName(table)) +
+                          "' have no name; give the class alone");
+  }
+  const auto object = create(deviant, table, 0, {});
+  try {
+    property->ownerClass().set(object.getClassObject(), mModel.getDeviant(), property->id(), name);
+  } catch (...) {
+    object.getClassObject()->destroy(mModel.getDeviant());
+    throw;
+  }
+  return object;
+}
+
+}  // namespace Tarvelon::metamodel::native
+
+namespace Tarvelon::metamodel::arplatform::NSInterface {
+
+FactoryIntf::~FactoryIntf() = default;
+
+FactoryIntf* FactoryIntf::createNewFactory(const K7Q::Model& model) {
+  if (model.isNull()) return nullptr;
+  native::NativeModel::require(model);
+  return new native::Factory(model);
+}
+
+}  // namespace Tarvelon::metamodel::arplatform::NSInterface

@@ -1,0 +1,53 @@
+"""What Python adds to the factory: one method for the whole create family."""
+
+import difflib
+
+import _tarvelon_host as _host
+
+_ROOT = "Tarvelon.metamodel.arplatform"
+_PREFIX = "create" + _ROOT.partition(".")[2].replace(".", "")
+
+
+def _name_of(cls):
+    """The name of a class, given as such or by name, from its package on."""
+    if isinstance(cls, str):
+        return cls.removeprefix(_ROOT + ".")
+    if isinstance(cls, type) and issubclass(cls, _host.HostObject):
+        return f"{cls.__module__}.{cls.__name__}".removeprefix(_ROOT + ".")
+    given = cls.__name__ if isinstance(cls, type) else type(cls).__name__
+    raise _host.WrongType(
+        f"Factory.create, argument 1: expected a class or its name, as in 'common.Package', got {given}"
+    )
+
+
+def _names(factory):
+    """The names of all classes that the factory makes, from their packages on."""
+    made = [name.removeprefix(_PREFIX) for name in dir(type(factory)) if name.startswith(_PREFIX)]
+    packages = [name for name in _host.memberNames(_ROOT) if _host.isPackage(f"{_ROOT}.{name}")]
+    return [f"{package}.{name.removeprefix(package)}" for package in packages for name in made
+            if name.startswith(package) and name.removeprefix(package)[:1].isupper()]
+
+
+def _create(self, cls, /, *arguments):
+    """create(class, ...): a new object of the class, which is given as such or by name.
+
+    factory.create("common.Package", "Brakes") and factory.create(common.Package, "Brakes") are short for
+    factory.createmetamodelarplatformcommonPackage("Brakes"). help(Factory) lists the classes with their
+    arguments. K7Q.UnknownName for a class that the factory does not make.
+    """
+    name = _name_of(cls)
+    package, dot, short = name.partition(".")
+    method = getattr(type(self), _PREFIX + package + short, None) if dot else None
+    if method is None:
+        if short in _host.memberNames(f"{_ROOT}.{package}") if _host.isPackage(f"{_ROOT}.{package}") else ():
+            raise _host.WrongType(f"Factory.create: '{name}' is abstract or has no objects: name a class below it")
+        near = difflib.get_close_matches(name, _names(self), 1)
+        raise _host.UnknownName(
+            f"Factory.create: the factory makes no '{name}'"
+            + (f"; did you mean '{near[0]}'?" if near else "; help(Factory) lists what it makes")
+        )
+    return method(self, *arguments)
+
+
+_create.__name__ = _create.__qualname__ = "create"
+_host.extend(f"{_ROOT}.Factory", {"create": _create})

@@ -1,0 +1,174 @@
+#include "python/host/IteratorGuard.h"
+
+#include <memory>
+
+#include "boundary/k7q/Deviants.h"
+#include "boundary/tarvelon/Names.h"
+#include "python/host/ElementReader.h"
+#include "python/host/NativeViews.h"
+#include "python/host/Values.h"
+
+namespace pyhost {
+
+namespace {
+
+using Place = std::unique_ptr<K7Q::Generic::IteratorIntf>;
+
+/// The places of a call: the sequence's own and those of its arguments.
+class Places {
+ public:
+  explicit Places(PyObject* sequence) : mSequence(nativeSequence(sequence)) {}
+
+  int size() const { return mSequence.size(); }
+  Place begin() const { return mSequence.interface->generic_begin(mSequence.deviant); }
+  Place end() const { return mSequence.interface->generic_end(mSequence.deviant); }
+  Place last() const {
+    Place place = end();
+    place->previous(mSequence.deviant);
+    return place;
+  }
+  /// REQUIRES: an index from 0 below size().
+  Place at(int index) const {
+    Place place = begin();
+    for (; index > 0; --index) next(*place);
+    return place;
+  }
+  void next(K7Q::Generic::IteratorIntf& place) const { place.next(mSequence.deviant); }
+  std::int32_t valueAt(const K7Q::Generic::IteratorIntf& place) const {
+    const auto ref = place.current(mSequence.deviant);
+    return *static_cast<const std::int32_t*>(ref.value());
+  }
+
+ private:
+  NativeSequence mSequence;
+};
+
+HostIterator* asIterator(PyObject* object) noexcept { return reinterpret_cast<HostIterator*>(object); }
+
+bool isIterator(PyObject* object) noexcept {
+  return isHostObject(object) && typeOf(object)->kind == TypeKind::Iterator;
+}
+
+std::int32_t numberOf(PyObject* value) {
+  const auto info =
+      K7Q::DeviantRegistry::getVariantInfo(interfaceOf(value)->getBoundPointer(ruvo::InternedName()));
+  using K7Q::NSInterface::ObjectIntf;
+  auto* object =
+      info.object ? static_cast<ObjectIntf*>(info.object->cast(K7Q::tagsOf<ObjectIntf>())) : nullptr;
+  return Tarvelon::metamodel::native::enumerationFromObject(K7Q::Object(object, info.deviant));
+}
+
+/// Collects what stands on elements that go.
+class Collector {
+ public:
+  Collector(PyObject* sequence, std::vector<HostIterator*>& found)
+      : mSequence(sequence), mPlaces(sequence), mFound(found) {}
+
+  template <class Test>
+  void collectIf(Test test) const {
+    for (HostIterator* each = reinterpret_cast<HostSequence*>(mSequence)->iterators; each;
+         each = each->next) {
+      if (!each->isStale && test(*nativeIterator(*each))) mFound.push_back(each);
+    }
+  }
+  void collectAt(const K7Q::Generic::IteratorIntf& place) const {
+    collectIf([&](const auto& each) { return each.equal(&place); });
+  }
+  void collectRange(const K7Q::Generic::IteratorIntf& first, const K7Q::Generic::IteratorIntf& last) const {
+    const Place place = first.clone();
+    for (const Place end = mPlaces.end(); !place->equal(&last); mPlaces.next(*place)) {
+      if (place->equal(end.get())) {
+        raise(errors().wrongValue, text("erase") +
+                                       "expected a first and a last iterator in the order of the sequence; "
+                                       "the last one stands before the first");
+      }
+      collectAt(*place);
+    }
+  }
+  void collectElement(const HostIterator& iterator) const {
+    const auto* place = nativeIterator(iterator);
+    if (place->equal(mPlaces.end().get())) {
+      raise(errors().staleIterator, text("erase") + "the iterator stands at the end of its sequence");
+    }
+    collectAt(*place);
+  }
+  void collectIndex(const ruvo::HostValue& index) const {
+    // What is no index of the sequence is refused by the call itself.
+    const double at = index.isNumber() ? index.real() : 0;
+    if (at >= 1 && at <= mPlaces.size()) collectAt(*mPlaces.at(static_cast<int>(at) - 1));
+  }
+  void collectEdge(bool isLast) const {
+    if (mPlaces.size() > 0) collectAt(isLast ? *mPlaces.last() : *mPlaces.begin());
+  }
+  void collectAll() const {
+    const Place end = mPlaces.end();
+    collectIf([&](const auto& each) { return !each.equal(end.get()); });
+  }
+  void collectValue(PyObject* value) const {
+    if (!isHostObject(value) || typeOf(value)->kind != TypeKind::Enumeration) return;
+    const Place end = mPlaces.end();
+    const std::int32_t number = numberOf(value);
+    collectIf([&](const auto& each) { return !each.equal(end.get()) && mPlaces.valueAt(each) == number; });
+  }
+
+ private:
+  std::string text(const char* method) const {
+    return std::string(typeOf(mSequence)->cls->shortName()) + "." + method + ": ";
+  }
+
+  PyObject* mSequence;
+  Places mPlaces;
+  std::vector<HostIterator*>& mFound;
+};
+
+void collectErased(const Collector& collector, std::span<PyObject* const> arguments,
+                   std::span<const ruvo::HostValue> converted) {
+  if (arguments.size() == 2 && isIterator(arguments[0]) && isIterator(arguments[1])) {
+    collector.collectRange(*nativeIterator(*asIterator(arguments[0])),
+                           *nativeIterator(*asIterator(arguments[1])));
+  } else if (arguments.size() == 1 && isIterator(arguments[0])) {
+    collector.collectElement(*asIterator(arguments[0]));
+  } else if (arguments.size() == 1) {
+    collector.collectIndex(converted[0]);
+  }
+}
+
+}  // namespace
+
+void watchIterator(HostIterator& iterator, PyObject* sequence) noexcept {
+  HostIterator*& first = reinterpret_cast<HostSequence*>(sequence)->iterators;
+  iterator.sequence = Py_NewRef(sequence);
+  iterator.previous = nullptr;
+  iterator.next = first;
+  if (first) first->previous = &iterator;
+  first = &iterator;
+}
+
+void forgetIterator(HostIterator& iterator) noexcept {
+  if (!iterator.sequence) return;
+  HostIterator*& place = iterator.previous ? iterator.previous->next
+                                           : reinterpret_cast<HostSequence*>(iterator.sequence)->iterators;
+  place = iterator.next;
+  if (iterator.next) iterator.next->previous = iterator.previous;
+}
+
+IteratorsToRetire::IteratorsToRetire(PyObject* sequence, std::string_view method,
+                                     std::span<PyObject* const> arguments,
+                                     std::span<const ruvo::HostValue> converted) {
+  if (!reinterpret_cast<HostSequence*>(sequence)->iterators ||
+      elementsOf(*typeOf(sequence)) != Elements::Values) {
+    return;
+  }
+  const Collector collector(sequence, mIterators);
+  if (method == "erase") {
+    collectErased(collector, arguments, converted);
+  } else if (method == "clear" && arguments.empty()) {
+    collector.collectAll();
+  } else if ((method == "pop_back" || method == "pop_front") && arguments.empty()) {
+    collector.collectEdge(method == "pop_back");
+  } else if (method == "removeAll" && arguments.size() == 1) {
+    collector.collectValue(arguments[0]);
+  }
+}
+
+}  // namespace pyhost

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <span>
+#include <vector>
+
+#include "platform/ruvo/HostValue.h"
+#include "python/host/Objects.h"
+
+namespace pyhost {
+
+/// Native iterators over enumeration values are bare places: one whose element has been taken out dangles,
+/// and nothing in the native library tells. Here each sequence knows the Python iterators that walk it, and
+/// those whose element goes are marked before anybody reads through them.
+
+/// Makes the sequence know an iterator that walks it, and the iterator hold the sequence.
+void watchIterator(HostIterator& iterator, PyObject* sequence) noexcept;
+/// The sequence forgets the iterator, which is about to go.
+void forgetIterator(HostIterator& iterator) noexcept;
+
+/// The iterators whose elements a call is about to take out of a sequence: found before it, marked behind it,
+/// when it has succeeded.
+class IteratorsToRetire {
+ public:
+  /// Nothing for a method that takes no element out. Raises K7Q.WrongValue for iterators that name no
+  /// elements. `converted` is what the call takes for `arguments`.
+  IteratorsToRetire(PyObject* sequence, std::string_view method, std::span<PyObject* const> arguments,
+                    std::span<const ruvo::HostValue> converted);
+  void mark() const noexcept {
+    for (HostIterator* iterator : mIterators) iterator->isStale = true;
+  }
+
+ private:
+  std::vector<HostIterator*> mIterators;
+};
+
+}  // namespace pyhost
