@@ -68,7 +68,7 @@ class Collector {
   void collectIf(Test test) const {
     for (HostIterator* each = reinterpret_cast<HostSequence*>(mSequence)->iterators; each;
          each = each->next) {
-      if (!each->isStale && test(*nativeIterator(*each))) mFound.push_back(each);
+      if (!each->isRetired && test(*nativeIterator(*each))) mFound.push_back(each);
     }
   }
   void collectAt(const K7Q::Generic::IteratorIntf& place) const {

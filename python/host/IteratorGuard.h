@@ -26,7 +26,7 @@ class IteratorsToRetire {
   IteratorsToRetire(PyObject* sequence, std::string_view method, std::span<PyObject* const> arguments,
                     std::span<const ruvo::HostValue> converted);
   void mark() const noexcept {
-    for (HostIterator* iterator : mIterators) iterator->isStale = true;
+    for (HostIterator* iterator : mIterators) iterator->isRetired = true;
   }
 
  private:

@@ -46,7 +46,7 @@ PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
   made->sequences = nullptr;
   if (type->kind == TypeKind::Iterator) {
     reinterpret_cast<HostIterator*>(made)->sequence = nullptr;
-    reinterpret_cast<HostIterator*>(made)->isStale = false;
+    reinterpret_cast<HostIterator*>(made)->isRetired = false;
   } else if (type->kind == TypeKind::Sequence) {
     reinterpret_cast<HostSequence*>(made)->owner = nullptr;
     reinterpret_cast<HostSequence*>(made)->iterators = nullptr;

@@ -38,7 +38,7 @@ struct HostIterator {
   HostIterator* next;
   HostIterator* previous;
   /// Its element has been taken out of the sequence.
-  bool isStale;
+  bool isRetired;
 };
 
 /// What Python adds to a class, told by what the class publishes.
