@@ -249,11 +249,18 @@ PyObject* pop(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count) 
   });
 }
 
+/// Whether it refuses every change, by its class or as a sequence of a view that only reads.
+bool isReadOnly(PyObject* sequence) {
+  const bool isRefusing = (nativeSequence(sequence).deviant.word & K7Q::Deviant::kReadOnly) != 0;
+  return isRefusing || !typeOf(sequence)->cls->findMethods("push_back");
+}
+
 PyObject* represent(PyObject* sequence) {
   return guarded([&] {
     const std::string name(shownName(*typeOf(sequence)->cls));
     try {
-      return toStr("<" + name + " of " + std::to_string(ElementReader(sequence).size()) + ">").release();
+      const std::string count = std::to_string(ElementReader(sequence).size());
+      return toStr("<" + name + " of " + count + (isReadOnly(sequence) ? " immutable>" : ">")).release();
     } catch (const std::exception&) {
       return toStr("<" + name + " destroyed>").release();
     }

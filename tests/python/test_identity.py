@@ -186,6 +186,13 @@ def test_an_object_is_in_no_sequence_of_texts(model, package):
         assert other not in texts
 
 
+def test_repr_of_a_sequence_tells_its_size_and_whether_it_only_reads(model, package):
+    assert repr(package.ReferenceBase) == "<common.SequenceOfReferenceBase of 0>"
+    frozen = package.asDeviant(model.frozen())
+    assert repr(frozen.ReferenceBase) == "<common.SequenceOfReferenceBase of 0 immutable>"
+    assert repr(package.OwnedElement) == "<foundation.ImmutableSequenceOfElement of 0 immutable>"
+
+
 @pytest.mark.parametrize("make", ["make", "makeUnique"])
 def test_a_sequence_of_its_own_wants_a_model(make):
     with pytest.raises(K7Q.WrongType, match=f"{make}, argument 1: expected a model, got None"):
