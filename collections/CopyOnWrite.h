@@ -50,10 +50,7 @@ class COWWrapper {
 
   /// Makes the payload private. When no memory is left for the copy, nothing has changed.
   void detach() {
-    if (isPrivate()) return;
-    // Another thread may have let go meanwhile, which saves the copy.
-    if (isPrivate()) return;
-    swapData(new COWWrapperTypedData<C>(mData->mValue));
+    if (!isPrivate()) copyShared();
   }
 
   /// The private container, to be read and written for as long as the token is attached to this wrapper. A
@@ -89,6 +86,12 @@ class COWWrapper {
     mData->mRefCount.fetch_add(1, std::memory_order_acq_rel);
   }
   bool isPrivate() const noexcept { return mData->mRefCount.load(std::memory_order_relaxed) == 1; }
+  // Apart from detach(), which most of the time is the test alone.
+  [[gnu::noinline]] void copyShared() {
+    // Another thread may have let go meanwhile, which saves the copy.
+    if (isPrivate()) return;
+    swapData(new COWWrapperTypedData<C>(mData->mValue));
+  }
   void swapData(COWWrapperTypedData<C>* data) noexcept {
     if (mData == data) return;
     if (mData->mRefCount.fetch_add(-1, std::memory_order_acq_rel) - 1 <= 0) free(mData);
