@@ -13,7 +13,6 @@
 namespace {
 
 using Kind = Tarvelon::metamodel::arplatform::variant::BindingTimeKind;
-using K7Q::Generic::IteratorIntf;
 using K7Q::Generic::Ref;
 using K7Q::Generic::SequenceIntf;
 using List = K7Q::ListQImpl<Kind>;
@@ -57,6 +56,7 @@ void fillList(benchmark::State& state) {
 const std::vector<Kind>& values() {
   static const std::vector<Kind> all = [] {
     std::vector<Kind> made;
+    made.reserve(kMultiIndexSize);
     for (int i = 0; i < kMultiIndexSize; ++i) made.emplace_back(distinct(i));
     return made;
   }();
@@ -65,6 +65,7 @@ const std::vector<Kind>& values() {
 const std::vector<Ref>& refs() {
   static const std::vector<Ref> all = [] {
     std::vector<Ref> made;
+    made.reserve(kMultiIndexSize);
     for (const Kind value : values()) made.push_back(K7Q::makeRef(value));
     return made;
   }();

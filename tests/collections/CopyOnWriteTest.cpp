@@ -279,6 +279,7 @@ TEST(SharedPayload, IsCountedByWrappersOnManyThreads) {
     }
   };
   std::vector<std::thread> threads;
+  threads.reserve(4);
   for (int i = 0; i < 4; ++i) threads.emplace_back(work);
   for (auto& thread : threads) thread.join();
   EXPECT_EQ(countOf(original.payload()), 1);
