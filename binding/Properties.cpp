@@ -35,7 +35,9 @@ void addProperty(K7qmiPropertyFactory& factory, const PropertyRow& row) {
     return factory.PrimitiveSequence(row.name, row.id, recordTypeName(row), row.mutability, attributes);
   }
   if (row.type->kind == Kind::DataType) {
-    return factory.DataType(row.name, row.id, recordTypeName(row), new PropHelper(*row.type->enumeration),
+    // The name first: it may fail, and nothing owns the helper before the factory does.
+    const InternedName typeName = recordTypeName(row);
+    return factory.DataType(row.name, row.id, typeName, new PropHelper(*row.type->enumeration),
                             row.multiplicity, row.mutability, attributes);
   }
   if (row.type->kind == Kind::String) {

@@ -4,43 +4,22 @@
 #include <utility>
 
 #include "binding/MethodRows.h"
-#include "boundary/k7q/Introspection.h"
-#include "boundary/k7q/Sequence.h"
+#include "boundary/k7q/ElementCarrier.h"
 
 /// The methods of sequence classes and their iterators, the same for every type of element.
 namespace binding {
-
-/// How a value of the element's type travels through the generic interface of sequences.
-template <class Element>
-struct ElementCarrier {
-  static K7Q::Generic::Ref toRef(const Element& element) {
-    return K7Q::makeObjectRef(element.getInterface(), element.getDeviant());
-  }
-  static Element fromRef(const K7Q::Generic::Ref& ref) {
-    return Element(static_cast<K7Q::NSInterface::ObjectIntf*>(ref.value()), K7Q::Deviant{ref.second()});
-  }
-};
-
-template <>
-struct ElementCarrier<K7Q::String> {
-  static K7Q::Generic::Ref toRef(const K7Q::String& element) { return K7Q::makeStringRef(element); }
-  static K7Q::String fromRef(const K7Q::Generic::Ref& ref) {
-    return K7Q::String(
-        K7Q::Object(static_cast<K7Q::NSInterface::StringIntf*>(ref.value()), K7Q::Deviant()));
-  }
-};
 
 /// The host counts from 1. The least number stays negative, as which it is refused.
 constexpr int fromHostIndex(int index) noexcept {
   return index == std::numeric_limits<int>::min() ? index : index - 1;
 }
 
-/// The operations that each record of a sequence class names. An iterator comes by value, which clones it: the
-/// host's own does not move.
+/// The operations that each record of a sequence class names. An iterator comes by value, which clones it:
+/// the host's own does not move.
 template <class Element, class Iterator>
 struct SequenceOperations {
   using Self = K7Q::SequenceHandle;
-  using Carrier = ElementCarrier<Element>;
+  using Carrier = K7Q::ElementCarrier<Element>;
 
   static void pushBack(const Self& self, const Element& element) {
     self.get().generic_push_back(self.getDeviant(), Carrier::toRef(element));
@@ -96,7 +75,7 @@ struct SequenceOperations {
 /// The operations that each record of an iterator class names. The argument is the host's own iterator.
 template <class Element, class Iterator>
 struct IteratorOperations {
-  using Carrier = ElementCarrier<Element>;
+  using Carrier = K7Q::ElementCarrier<Element>;
 
   static K7Q::Generic::IteratorIntf& get(const Iterator& iterator, int line = __builtin_LINE()) {
     if (!iterator.getInterface()) {

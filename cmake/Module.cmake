@@ -2,7 +2,8 @@
 foreach(module IN ITEMS mm_foundation_mi mm_arplatform_mi)
   if(TARGET ${module})
     set_target_properties(${module} PROPERTIES PREFIX "")
-    target_link_options(${module} PRIVATE -Wl,--exclude-libs,ALL)
+    # What is registered stays with the object system, so its code and names must stay mapped after dlclose().
+    target_link_options(${module} PRIVATE -Wl,--exclude-libs,ALL -Wl,-z,nodelete)
   endif()
 endforeach()
 

@@ -6,16 +6,16 @@
 #include "boundary/k7q/ClassMetaData.h"
 #include "collections/MakeSequence.h"
 
-namespace binding {
+namespace K7Q {
 
 /// A value of an enumeration travels in a cell of its own.
 template <Tarvelon::metamodel::IsEnumeration E>
 struct ElementCarrier<E> {
-  static K7Q::Generic::Ref toRef(E element) { return K7Q::makeRef(element); }
-  static E fromRef(const K7Q::Generic::Ref& ref) { return K7Q::valueOf<E>(ref); }
+  static Generic::Ref toRef(E element) { return makeRef(element); }
+  static E fromRef(const Generic::Ref& ref) { return valueOf<E>(ref); }
 };
 
-}  // namespace binding
+}  // namespace K7Q
 
 /// The host classes of sequences of enumeration values.
 namespace K7Q::mi {

@@ -3,9 +3,8 @@
 #include <iostream>
 #include <string>
 
-#include "arplatform/Tables.h"
 #include "boundary/k7q/Object.h"
-#include "foundation/Table.h"
+#include "platform/tarvelon/Metamodel.h"
 
 using namespace Tarvelon::metamodel::arplatform;
 namespace foundation = Tarvelon::metamodel::foundation;

@@ -7,8 +7,8 @@
 /// The fourteen packages: per package a getter, an initialiser and a static initialiser.
 ///
 ///   getXRVOPackage()            the object system's package; null until the object system has initialised it
-///   initXPackageWrapper(p)      attaches the package's wrapper to its parent, which is found by name; once
-///   only XStaticInitializePackage(p) registers the package's classes, enumerations and functions
+///   initXPackageWrapper(p)      attaches the package's wrapper to its parent, found by name; once only
+///   XStaticInitializePackage(p) registers the package's classes, enumerations and functions
 #define ARPLATFORM_DECLARE_PACKAGE(P)                                  \
   TARVELON_API ruvo::RVOPackage* get##P##RVOPackage();                 \
   TARVELON_API void init##P##PackageWrapper(ruvo::RVOPackage* parent); \

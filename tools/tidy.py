@@ -1,6 +1,6 @@
 """Runs clang-tidy over what has changed, on the compile commands of build/clang.
 
-usage: tools/tidy.py [--limit N] [FILE...]
+usage: tools/tidy.py [FILE...]
 
 Without files: the sources that differ from the branch this one leaves (origin/main) or from ten commits ago;
 for a changed header one source that includes it; one source of each folder when nothing differs. At most N of
@@ -80,17 +80,16 @@ def tidy(source):
 
 def main():
     parser = argparse.ArgumentParser(usage=__doc__.split("\n\n")[1].removeprefix("usage: "))
-    parser.add_argument("--limit", type=int, default=60)
     parser.add_argument("files", nargs="*", type=Path)
     arguments = parser.parse_args()
 
     sources = compiled_sources()
     files = [file.resolve() for file in arguments.files] or changed_files()
     chosen = wanted_sources(files, sources)
-    print(f"clang-tidy: {min(len(chosen), arguments.limit)} of {len(chosen)} sources")
+    print(f"clang-tidy: {len(chosen)} of {len(sources)} sources")
     failed = 0
     with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-        for result in pool.map(tidy, chosen[: arguments.limit]):
+        for result in pool.map(tidy, chosen):
             if result.returncode != 0:
                 failed += 1
                 print(result.stdout, result.stderr, sep="")

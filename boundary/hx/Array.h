@@ -10,9 +10,12 @@
 /// Host arrays: the form in which every value but a raw scalar crosses the boundary.
 ///
 /// An array has a class, rows and columns and that many elements in column order. Character elements are
-/// UTF-16 units. Ownership: who creates an array destroys it, unless it is handed over as the result of a
-/// call. Threads:   one at a time. Cost:      an array of one scalar, one object or up to some dozens of
-/// characters is one block from a free list.
+/// UTF-16 units.
+///
+/// Ownership: who creates an array destroys it, unless it is handed over as the result of a call.
+/// Threads:   one at a time.
+/// Cost:      an array of one scalar, one object or up to some dozens of characters is one block from a free
+///            list.
 namespace hx {
 
 struct hxArray;

@@ -17,12 +17,11 @@ struct VariantInfo {
 /// An id is a pointer-sized key of (object, deviant, immutable flag), the key of the host binding; the flag
 /// lies in the id itself.
 ///
-/// Lifetime: an id stays valid until its object is retracted; getVariantInfo() of a retired id is {nullptr,
-/// 0} for as
-///           long as a host object is bound to it.
+/// Lifetime: an id stays valid until its object is retracted; getVariantInfo() of a retired id is
+///           {nullptr, 0} for as long as a host object is bound to it.
 /// Threads:  one thread at a time, like the model it serves.
 /// Cost:     getId() and getVariantInfo() are constant time and do not allocate after the first call for an
-/// object.
+///           object.
 class TARVELON_API DeviantRegistry {
  public:
   /// The same id for the same three every time; null for a null object.

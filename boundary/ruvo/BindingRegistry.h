@@ -26,9 +26,8 @@ struct BindingSlot {
 
 /// Which host object stands for which native id. One native id has at most one host object.
 ///
-/// Ownership: the registry holds no reference; a host object that goes takes its binding along (remove(),
-/// called by
-///            the class's destroyInstance()).
+/// Ownership: the registry holds no reference; a host object that goes takes its binding along: the class's
+///            destroyInstance() calls remove().
 class TARVELON_API BindingRegistry {
  public:
   /// Finds or makes the host object of `pointer` as an instance of `className`; `wasNew` tells which. An

@@ -18,7 +18,7 @@
 ///     CLASS(Referrable)
 ///     ENUMERATION(ArxmlFilePackagingKind, Modular, SingleFile)
 ///
-/// and declares them with TARVELON_CLASS and TARVELON_ENUMERATION. Every other list of them is another
+/// and declares them with TARVELON_DECLARE_CLASS and TARVELON_DECLARE_ENUMERATION. Every other list of them is another
 /// projection of that macro.
 namespace Tarvelon::metamodel {
 

@@ -13,7 +13,7 @@
 ///
 ///   auto package = common::Package::create(model, u"Brakes");
 ///   package.set<"category">(u"STANDARD");
-///   package.get<"referenceBase">().add(base);
+///   package.get<"ReferenceBase">().add(base);
 ///
 /// Constructors and properties are those of the class's row; a wrong name, value type or argument list does
 /// not compile.

@@ -2,12 +2,14 @@
 
 #include <array>
 #include <concepts>
+#include <cstdint>
 #include <optional>
 #include <span>
 #include <string_view>
 #include <type_traits>
 
 #include "boundary/k7q/Deviants.h"
+#include "boundary/k7q/ElementCarrier.h"
 #include "boundary/tarvelon/Rows.h"
 
 /// What the native handles know from the rows at compile time: bases, constructors and properties with their
@@ -18,8 +20,19 @@ namespace typed {
 
 template <class X, class B, class... Bases>
 constexpr bool anyBase(BaseRows<Bases...> /*bases*/) {
+  static_assert((HasRow<Bases> && ...), "a base has no row here: include platform/tarvelon/Metamodel.h");
   return (DerivesFrom<Bases, B>::kValue || ...);
 }
+
+template <class A>
+inline constexpr bool kIsCharacter =
+    std::is_same_v<A, char> || std::is_same_v<A, wchar_t> || std::is_same_v<A, char8_t> ||
+    std::is_same_v<A, char16_t> || std::is_same_v<A, char32_t>;
+/// Whether every value of the type is a number of 32 bits: what could be cut does not compile.
+template <class A>
+inline constexpr bool kFitsInteger =
+    std::integral<A> && !std::is_same_v<A, bool> && !kIsCharacter<A> &&
+    (sizeof(A) < sizeof(std::int32_t) || (sizeof(A) == sizeof(std::int32_t) && std::is_signed_v<A>));
 
 /// Whether an argument of type A can stand for a parameter of type P.
 template <class P, class A>
@@ -29,12 +42,21 @@ constexpr bool fits() {
   } else if constexpr (std::is_same_v<P, K7Q::Boolean>) {
     return std::is_same_v<A, bool> || std::is_same_v<A, K7Q::Boolean>;
   } else if constexpr (std::is_same_v<P, K7Q::Integer>) {
-    return std::is_same_v<A, K7Q::Integer> ||
-           (std::integral<A> && sizeof(A) <= sizeof(int) && !std::is_same_v<A, bool>);
+    return std::is_same_v<A, K7Q::Integer> || kFitsInteger<A>;
   } else if constexpr (std::is_same_v<P, K7Q::Double> || std::is_same_v<P, K7Q::Real>) {
-    return (std::is_arithmetic_v<A> && !std::is_same_v<A, bool>) || std::is_same_v<A, P>;
+    return std::is_same_v<A, P> || std::is_same_v<A, float> || std::is_same_v<A, double> || kFitsInteger<A>;
   } else {
     return std::is_convertible_v<A, P>;
+  }
+}
+
+/// Whether a value of type A can stand in a sequence of P: any object may be asked for.
+template <class P, class A>
+constexpr bool isElement() {
+  if constexpr (kIsReference<P>) {
+    return std::derived_from<A, K7Q::ObjectHandle>;
+  } else {
+    return fits<P, A>();
   }
 }
 
@@ -129,37 +151,32 @@ struct ConstructorMatch {
   }
 };
 
-/// A many-valued property of a native object as a C++ range. Indices count from 0.
+/// A many-valued property of a native object as a C++ range, of handles or of texts. Indices count from 0.
 /// Lifetime: keeps the object's model alive. An element that is taken out during iteration ends the
-/// iteration's validity.
-template <class Handle>
+///           iteration's validity.
+template <class Element>
 class NativeSequence : public K7Q::SequenceHandle {
  public:
   using SequenceHandle::SequenceHandle;
   int size() const { return get().generic_size(getDeviant()); }
   bool empty() const { return get().generic_empty(getDeviant()); }
-  Handle at(int index) const {
-    const auto ref = get().generic_at(getDeviant(), index);
-    return Handle(static_cast<K7Q::NSInterface::ClassObjectIntf*>(
-                      static_cast<K7Q::NSInterface::ObjectIntf*>(ref.value())),
-                  getDeviant());
-  }
-  Handle operator[](int index) const { return at(index); }
+  Element at(int index) const { return Carrier::fromRef(get().generic_at(getDeviant(), index)); }
+  Element operator[](int index) const { return at(index); }
   /// Appends an element. Raises what the property's checks raise; an immutable view raises as well.
-  template <class Element>
-  requires(DerivesFrom<Element, Handle>::kValue) void add(const Element& element) const {
-    get().generic_push_back(getDeviant(), elementRef(element));
+  template <class Given>
+  requires(typed::fits<Element, Given>()) void add(const Given& element) const {
+    get().generic_push_back(getDeviant(), refOf(element));
   }
   /// Takes an element out; false when it was not there.
-  template <class Element>
-  bool remove(const Element& element) const {
-    return get().generic_removeAll(getDeviant(), elementRef(element)) > 0;
+  template <class Given>
+  requires(typed::isElement<Element, Given>()) bool remove(const Given& element) const {
+    return get().generic_removeAll(getDeviant(), refOf(element)) > 0;
   }
 
   class Position {
    public:
     Position(const NativeSequence* sequence, int index) noexcept : mSequence(sequence), mIndex(index) {}
-    Handle operator*() const { return mSequence->at(mIndex); }
+    Element operator*() const { return mSequence->at(mIndex); }
     Position& operator++() noexcept {
       ++mIndex;
       return *this;
@@ -174,8 +191,15 @@ class NativeSequence : public K7Q::SequenceHandle {
   Position end() const { return {this, size()}; }
 
  private:
-  static K7Q::Generic::Ref elementRef(const K7Q::ObjectHandle& element) {
-    return K7Q::makeObjectRef(element.getInterface(), element.getDeviant());
+  using Carrier = K7Q::ElementCarrier<Element>;
+
+  template <class Given>
+  static K7Q::Generic::Ref refOf(const Given& element) {
+    if constexpr (kIsReference<Element>) {
+      return K7Q::ElementCarrier<Given>::toRef(element);
+    } else {
+      return Carrier::toRef(Element(element));
+    }
   }
 };
 

@@ -35,15 +35,40 @@ void requireSome(const Ref& ref, std::string_view expected) {
   if (!ref.value()) throw WrongValue(text::mismatch(kWhere, expected, "an empty value"));
 }
 
-void requireObject(const Ref& ref, const InternedName& elementClass) {
-  requireSome(ref, elementClass.view());
-  const auto& object = *static_cast<const ObjectIntf*>(ref.value());
-  if (conforms(object, Deviant{ref.second()}, elementClass)) return;
-  throw WrongType(text::mismatch(kWhere, elementClass.view(), text::shown(object)));
+[[noreturn]] void refuse(const ObjectIntf& object, const InternedName& elementClass,
+                         std::string_view expected, std::string_view came) {
+  throw WrongValue(text::mismatch(kWhere, std::string(elementClass.view()).append(expected),
+                                  text::shown(object).append(came)));
 }
 
-void requireAny(const Ref& ref, const InternedName& /*elementClass*/) { requireSome(ref, "an object"); }
-void requireText(const Ref& ref, const InternedName& /*elementClass*/) { requireSome(ref, "char vector"); }
+void requireOfModel(ObjectIntf& object, Deviant deviant, const InternedName& elementClass,
+                    const ImmutableModel& model) {
+  if (model.isNull()) return;
+  const auto* inModel =
+      static_cast<const NSInterface::ClassObjectIntf*>(object.cast(tagsOf<NSInterface::ClassObjectIntf>()));
+  if (!inModel || inModel->getModel(deviant) == model) return;
+  refuse(object, elementClass, " of the model that the sequence was made for", " of another model");
+}
+
+void requireObject(const Ref& ref, const InternedName& elementClass, const ImmutableModel& model) {
+  requireSome(ref, elementClass.view());
+  auto& object = *static_cast<ObjectIntf*>(ref.value());
+  const Deviant deviant{ref.second()};
+  if (!object.isValid(deviant)) {
+    refuse(object, elementClass, " that is valid", " that was destroyed or whose model is closed");
+  }
+  if (!conforms(object, deviant, elementClass)) {
+    throw WrongType(text::mismatch(kWhere, elementClass.view(), text::shown(object)));
+  }
+  requireOfModel(object, deviant, elementClass, model);
+}
+
+void requireAny(const Ref& ref, const InternedName& /*elementClass*/, const ImmutableModel& /*model*/) {
+  requireSome(ref, "an object");
+}
+void requireText(const Ref& ref, const InternedName& /*elementClass*/, const ImmutableModel& /*model*/) {
+  requireSome(ref, "char vector");
+}
 
 std::size_t hashPointer(const void* value) noexcept { return std::hash<const void*>()(value); }
 bool isSamePointer(const void* left, const void* right) noexcept { return left == right; }

@@ -29,15 +29,18 @@ auto offset(std::size_t position) { return static_cast<std::ptrdiff_t>(position)
 
 }  // namespace
 
-HostList::HostList(const ElementKind& kind, const ruvo::InternedName& elementClass, bool isUnique)
+HostList::HostList(const ElementKind& kind, const ruvo::InternedName& elementClass, bool isUnique,
+                   const ImmutableModel& model)
     : mKind(kind),
       mElementClass(elementClass),
+      mModel(model),
       mDestructionsSeen(mi::gDestructions),
       mIndex(isUnique ? std::make_unique<Index>(0, Hash{&kind}, Same{&kind}) : nullptr) {}
 
 HostList::~HostList() = default;
 
 HostList::Elements& HostList::elements() const {
+  if (!mModel.isNull()) mModel.requireValid(__FILE__, __LINE__);
   if (mDestructionsSeen != mi::gDestructions) dropDead();
   return mElements;
 }
@@ -106,6 +109,7 @@ Ref HostList::generic_back(const Deviant& /*aDeviant*/) const {
 }
 
 std::unique_ptr<IteratorIntf> HostList::generic_begin(const Deviant& /*aDeviant*/) const {
+  elements();
   return iteratorAt(0);
 }
 
@@ -114,6 +118,7 @@ std::unique_ptr<IteratorIntf> HostList::generic_end(const Deviant& /*aDeviant*/)
 }
 
 void HostList::generic_clear(const Deviant& /*aDeviant*/) {
+  elements();
   if (mIndex) mIndex->clear();
   mElements.clear();
 }
@@ -123,7 +128,7 @@ bool HostList::generic_empty(const Deviant& /*aDeviant*/) const { return element
 
 void HostList::generic_insert(const Deviant& /*aDeviant*/, int index, Ref ref) {
   const std::size_t position = checkedIndex(index, elements().size() + 1);
-  mKind.require(ref, mElementClass);
+  requireElement(ref);
   insertAt(position, std::move(ref));
 }
 
@@ -131,7 +136,7 @@ std::unique_ptr<IteratorIntf> HostList::generic_insert(const Deviant& /*aDeviant
                                                        const IteratorIntf* iterator, Ref ref) {
   elements();
   const std::size_t position = positionOf(iterator);
-  mKind.require(ref, mElementClass);
+  requireElement(ref);
   const bool isThere = mIndex && holds(ref);
   auto result = iteratorAt(isThere ? find(ref) : position);
   insertAt(position, std::move(ref));
@@ -175,19 +180,20 @@ void HostList::generic_pop_front(const Deviant& /*aDeviant*/) {
 }
 
 void HostList::generic_push_back(const Deviant& /*aDeviant*/, Ref ref) {
-  mKind.require(ref, mElementClass);
-  insertAt(elements().size(), std::move(ref));
+  const std::size_t end = elements().size();
+  requireElement(ref);
+  insertAt(end, std::move(ref));
 }
 
 void HostList::generic_push_front(const Deviant& /*aDeviant*/, Ref ref) {
   elements();
-  mKind.require(ref, mElementClass);
+  requireElement(ref);
   insertAt(0, std::move(ref));
 }
 
 void HostList::generic_replace(const Deviant& /*aDeviant*/, int index, Ref ref) {
   const std::size_t position = checkedIndex(index, elements().size());
-  mKind.require(ref, mElementClass);
+  requireElement(ref);
   Ref& element = mElements[position];
   if (mIndex && element.value() != ref.value()) {
     // What stands here or elsewhere already stays where it is.

@@ -6,6 +6,7 @@
 #include <unordered_set>
 #include <vector>
 
+#include "boundary/k7q/Object.h"
 #include "boundary/k7q/Sequence.h"
 #include "boundary/ruvo/Interned.h"
 
@@ -13,8 +14,10 @@ namespace K7Q {
 
 /// What the elements of a list are, and how they are told apart.
 struct ElementKind {
-  /// Raises K7Q::WrongType for a value that is no element of the class, K7Q::WrongValue for an empty one.
-  void (*require)(const Generic::Ref& ref, const ruvo::InternedName& elementClass);
+  /// Raises K7Q::WrongType for a value that is no element of the class, K7Q::WrongValue for an empty one, one
+  /// that is no longer valid and one of another model than the given one, if that is not empty.
+  void (*require)(const Generic::Ref& ref, const ruvo::InternedName& elementClass,
+                  const ImmutableModel& model);
   std::size_t (*hash)(const void* value) noexcept;
   bool (*isSame)(const void* left, const void* right) noexcept;
   /// Whether the element still stands in its model.
@@ -31,12 +34,18 @@ extern const ElementKind kAnyElements;
 /// A sequence that a host makes: objects or texts, in a vector. A unique one holds an element once, and
 /// adding it again changes nothing.
 ///
+/// Model:    objects of a list that was made for a model are valid objects of that model, and the list ends
+/// with
+///           it: then every operation raises kNullReference. It keeps the model alive.
 /// Elements: an object that is destroyed leaves the list, as it leaves the sequences of its model.
 /// Failure:  indices and elements are tested before anything changes, and a failed allocation leaves the list
-/// as it was. Threads:  one at a time.
+///           as it was.
+/// Threads:  one at a time.
 class HostList final : public SequenceProxy {
  public:
-  HostList(const ElementKind& kind, const ruvo::InternedName& elementClass, bool isUnique);
+  /// With an empty model the elements may be of any.
+  HostList(const ElementKind& kind, const ruvo::InternedName& elementClass, bool isUnique,
+           const ImmutableModel& model = {});
 
   Generic::Ref generic_at(const Deviant& aDeviant, int index) const override;
   Generic::Ref generic_front(const Deviant& aDeviant) const override;
@@ -79,7 +88,9 @@ class HostList final : public SequenceProxy {
   using Index = std::unordered_set<const void*, Hash, Same>;
 
   ~HostList() override;
+  /// The living elements. Raises kNullReference when the model is closed.
   Elements& elements() const;
+  void requireElement(const Generic::Ref& ref) const { mKind.require(ref, mElementClass, mModel); }
   void dropDead() const;
   bool holds(const Generic::Ref& ref) const;
   std::size_t find(const Generic::Ref& ref) const;
@@ -90,6 +101,7 @@ class HostList final : public SequenceProxy {
 
   const ElementKind& mKind;
   ruvo::InternedName mElementClass;
+  ImmutableModel mModel;
   mutable std::uint64_t mDestructionsSeen;
   mutable Elements mElements;
   /// The values of a unique list.

@@ -136,6 +136,7 @@ void setUri(const Model& self, const String& uri) {
 
 void close(const Model& self) {
   if (self.isNull()) self.requireValid();
+  DeviantAssertions::assertWritable(self.getDeviant(), self.getInterface());
   self.getModelInterface()->close();
   ModelCache::instance().unbind(self.getModelInterface());
 }

@@ -33,7 +33,7 @@ ImmutableModel freeze(const Model& self);
 String getUri(const ImmutableModel& self);
 /// Raises K7Q::WrongValue for the URI of another open model when this one is bound.
 void setUri(const Model& self, const String& uri);
-/// Closing twice is no error.
+/// Closing twice is no error. A view that refuses writing refuses this too.
 void close(const Model& self);
 
 }  // namespace K7Q::mi

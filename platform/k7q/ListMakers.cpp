@@ -24,7 +24,8 @@ class ListMaker final : public ruvo::factory::impl::MethodImpl {
                    const ruvo::RVOValue* slots) {
     const auto& maker = static_cast<const ListMaker&>(*record);
     const auto model = binding::Conversion<ImmutableModel>::fromSlot(slots[0]);
-    const SequenceHandle list(new HostList(maker.mKind, maker.mElement, maker.mIsUnique), model.getDeviant());
+    const SequenceHandle list(new HostList(maker.mKind, maker.mElement, maker.mIsUnique, model),
+                              model.getDeviant());
     results[0] = binding::Conversion<SequenceHandle>::toSlot(list, record->getSignature()->result());
     binding::invoker::countResult(count);
   }

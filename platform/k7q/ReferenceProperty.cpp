@@ -37,7 +37,6 @@ void ReferenceProperty::setValue(ruvo::RVOInterface* object, ruvo::RVOValue valu
   if (hx::hxGetClassId(given) != hx::hxObject) throwWrongValue(object, given);
   const auto unboxed = binding::unboxAs(given, tagsOf<NSInterface::ObjectIntf>());
   const Object referred(static_cast<NSInterface::ObjectIntf*>(unboxed.interface), unboxed.deviant);
-  referred.requireValid(__FILE__, __LINE__);
   mMethods->set(target.object, target.deviant, mId, referred);
 }
 

@@ -17,13 +17,11 @@ using internal::TypeKind;
 constinit LiteralName gObject("K7Q.Object");
 constinit LiteralName gImmutableObject("K7Q.ImmutableObject");
 
-bool fitsInt32(double number) noexcept {
+bool isInt32(double number) noexcept {
   // NaN compares false.
   return number >= std::numeric_limits<std::int32_t>::min() &&
          number <= std::numeric_limits<std::int32_t>::max() && number == std::trunc(number);
 }
-
-bool fitsInt32(std::int64_t number) noexcept { return number == static_cast<std::int32_t>(number); }
 
 bool fitsDouble(std::int64_t number) noexcept {
   // The cast back must not overflow: the largest integers round up to 2^63.
@@ -39,7 +37,7 @@ int fitOfNumber(const HostValue& value, TypeKind kind) noexcept {
     case TypeKind::Int32:
       if (given == HostValue::Kind::Logical) return 1;
       if (given == HostValue::Kind::Integer) return fitsInt32(value.integer()) ? 0 : kOutOfRange;
-      return fitsInt32(value.real()) ? 2 : kOutOfRange;
+      return isInt32(value.real()) ? 2 : kOutOfRange;
     case TypeKind::Double:
       if (given == HostValue::Kind::Double) return 0;
       if (given == HostValue::Kind::Logical) return 2;
@@ -50,6 +48,8 @@ int fitOfNumber(const HostValue& value, TypeKind kind) noexcept {
 }
 
 }  // namespace
+
+bool fitsInt32(std::int64_t number) noexcept { return number == static_cast<std::int32_t>(number); }
 
 int fitOf(const RVOInterface& object, const InternedName& type) {
   Class& cls = classOf(object);

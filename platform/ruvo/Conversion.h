@@ -17,6 +17,9 @@ inline constexpr int kOutOfRange = -2;
 int fitOf(const HostValue& value, const InternedName& type);
 int fitOf(const RVOInterface& object, const InternedName& type);
 
+/// Whether an int32 scalar holds the number.
+bool fitsInt32(std::int64_t number) noexcept;
+
 /// Whether no object is given, or an empty array of any class.
 bool isEmpty(const HostValue& value) noexcept;
 

@@ -1,6 +1,9 @@
 #include "platform/ruvo/Matching.h"
 
+#include <algorithm>
 #include <limits>
+#include <string>
+#include <vector>
 
 #include "boundary/k7q/Exception.h"
 #include "platform/ruvo/Conversion.h"
@@ -38,7 +41,8 @@ class Candidate {
     return mSignature && parameterCount(*mSignature) == mArguments.size() + (mSelf ? 1 : 0);
   }
 
-  /// The sum of the distances, or why an argument does not fit. REQUIRES: fitsCount().
+  /// How many arguments are not of exactly the type asked for and, among equals in that, the sum of the
+  /// distances; or why an argument does not fit. REQUIRES: fitsCount().
   int distance() const {
     if (mSelf && fitOf(*mSelf, parameterType(*mSignature, 0)) < 0) return kWrongKind;
     int sum = 0;
@@ -46,7 +50,7 @@ class Candidate {
       const int fit = fitOf(mArguments[i], typeOf(i));
       if (fit == kWrongKind) return kWrongKind;
       if (fit == kOutOfRange) sum = kOutOfRange;
-      if (sum != kOutOfRange) sum += fit;
+      if (sum != kOutOfRange) sum += fit + (fit > 0 ? kInexact : 0);
     }
     return sum;
   }
@@ -58,6 +62,9 @@ class Candidate {
   }
 
  private:
+  /// More than any sum of distances.
+  static constexpr int kInexact = 1 << 20;
+
   std::span<const HostValue> mArguments;
   /// Null where the record takes no object, or none is given but as an argument.
   RVOInterface* mSelf = nullptr;
@@ -72,15 +79,29 @@ class Candidate {
   throw K7Q::OutOfRange(mismatchText(where, rangeText(candidate.typeOf(i)), arguments[i]));
 }
 
+/// The signatures of the candidates, each once: a class and its superclasses often say the same.
+std::vector<std::string> signaturesOf(std::span<const RVOMethodInfo* const> candidates, std::string_view name,
+                                      bool isOnObject) {
+  std::vector<std::string> signatures;
+  for (const RVOMethodInfo* record : candidates) {
+    std::string signature = describeSignature(*record, name, isOnObject);
+    if (std::find(signatures.begin(), signatures.end(), signature) == signatures.end()) {
+      signatures.push_back(std::move(signature));
+    }
+  }
+  return signatures;
+}
+
 [[noreturn]] void throwNoMatch(const CallSite& site, std::span<const RVOMethodInfo* const> candidates,
-                               std::span<const HostValue> arguments) {
+                               const RVOInterface* self, std::span<const HostValue> arguments) {
   const std::string shownName = site.text();
   std::string text = shownName;
   text += candidates.front()->isConstructor() ? ": no constructor takes (" : ": no signature takes (";
   for (std::size_t i = 0; i < arguments.size(); ++i) text += (i ? ", " : "") + typeText(arguments[i]);
-  text += candidates.size() == 1 ? "); there is" : "); there are";
-  const std::string name = shownName.substr(shownName.rfind('.') + 1);
-  for (const RVOMethodInfo* record : candidates) text += "\n    " + describeSignature(*record, name);
+  const auto signatures =
+      signaturesOf(candidates, std::string_view(shownName).substr(shownName.rfind('.') + 1), self != nullptr);
+  text += signatures.size() == 1 ? "); there is" : "); there are";
+  for (const std::string& signature : signatures) text += "\n    " + signature;
   throw K7Q::WrongType(text);
 }
 
@@ -109,7 +130,7 @@ Choice choose(const CallSite& site, std::span<const RVOMethodInfo* const> candid
   }
   if (best.record) return best;
   if (outOfRange) throwOutOfRange(site, Candidate(*outOfRange, self, arguments), arguments);
-  throwNoMatch(site, candidates, arguments);
+  throwNoMatch(site, candidates, self, arguments);
 }
 
 }  // namespace ruvo

@@ -27,8 +27,8 @@ struct Choice {
   bool takesSelf = false;
 };
 
-/// Chooses among the candidates by the count of arguments, then by the distances of the arguments, added up
-/// (so that exact classes come first), then by their order, nearest first.
+/// Chooses among the candidates by the count of arguments, then by how many arguments are of exactly the
+/// class asked for, then by the distances of the arguments, added up, then by their order, nearest first.
 ///
 /// Called on an object, an instance or self-as-argument record takes it as its first value, and a static
 /// record leaves it out; the distance of an object that is not in the argument list does not count. Called

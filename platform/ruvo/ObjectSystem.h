@@ -183,7 +183,8 @@ TARVELON_API HostResult getProperty(RVOInterface* self, const PropertySlot& slot
 TARVELON_API void setProperty(RVOInterface* self, const PropertySlot& slot, const HostValue& value);
 
 /// A record's signature as an error lists it: "Package(K7Q.Model, char vector aName)".
-TARVELON_API std::string describeSignature(const RVOMethodInfo& record, std::string_view shownName);
+TARVELON_API std::string describeSignature(const RVOMethodInfo& record, std::string_view shownName,
+                                           bool isOnObject = false);
 /// The value as an error shows it: `char vector "yes"`, `double scalar 0.5`, a class name.
 TARVELON_API std::string describeValue(const HostValue& value);
 /// The candidate that comes closest to `name`, empty if none is close enough to be a slip.

@@ -189,8 +189,10 @@ std::vector<const factory::FunctionInfo*> Package::findFunctions(std::string_vie
 void Package::addPackageInfo(RVOPackageInfo* info) {
   std::unique_ptr<RVOPackageInfo> owned(info);
   Package& child = ObjectSystem::childOf(*this, requireShortName(info->getName(), "package", *this));
-  child.mContent->infos.push_back(std::move(owned));
+  // Room first, then what may fail, then what cannot: no info stands without its initialiser.
+  child.mContent->infos.reserve(child.mContent->infos.size() + 1);
   ObjectSystem::addInitializer(child, [info](RVOPackage* package) { info->initializePackage(package); });
+  child.mContent->infos.push_back(std::move(owned));
 }
 
 void Package::addClass(RVOClassInfo* info, int access) {

@@ -146,6 +146,8 @@ std::string describeValue(const HostValue& value) {
     case HostValue::Kind::Logical:
       return type + (value.integer() != 0 ? " true" : " false");
     case HostValue::Kind::Integer:
+      // One that is too large for the type that whole numbers have is not shown as one of it.
+      if (!fitsInt32(value.integer())) type = "whole number";
       return type + " " + std::to_string(value.integer());
     case HostValue::Kind::Double:
       return type + " " + numberText(value.real());
@@ -156,14 +158,16 @@ std::string describeValue(const HostValue& value) {
   }
 }
 
-std::string describeSignature(const RVOMethodInfo& record, std::string_view shownName) {
+std::string describeSignature(const RVOMethodInfo& record, std::string_view shownName, bool isOnObject) {
   std::string text(shownName);
   text += '(';
   if (record.getSignature()) {
     const RVOMethodSignature& signature = *record.getSignature();
     const auto names = parameterNames(signature);
-    for (std::size_t i = 0; i < names.size(); ++i) {
-      if (i) text += ", ";
+    const bool isSelfFirst = isOnObject && (record.getFlags() & factory::kSelfAsArgument) != 0;
+    const std::size_t first = isSelfFirst ? 1 : 0;
+    for (std::size_t i = first; i < names.size(); ++i) {
+      if (i != first) text += ", ";
       text += signature.arguments()[i].view();
       if (!names[i].empty()) text += ' ';
       text += names[i];

@@ -20,11 +20,10 @@ class NativeModel;
 /// each slot says whether there is a value, and the words of those that have one stand packed in slot order.
 ///
 /// Ownership: the model owns its objects. The first handle on an object takes a reference on the model, the
-/// last one
-///            drops it. An object that was destroyed, or whose model was closed, while handles are left stays
-///            as a shell without values, which the last handle frees.
+///            last one drops it. An object that was destroyed, or whose model was closed, while handles are
+///            left stays as a shell without values, which the last handle frees.
 /// Changes:   put() and remove() only store. What a change means for owners and referrers is the business of
-/// Links.h.
+///            Links.h.
 class Instance final : public K7Q::NSInterface::ClassObjectIntf {
  public:
   static constexpr unsigned kMaxSlots = 47;

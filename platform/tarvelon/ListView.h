@@ -13,19 +13,15 @@ class Instance;
 /// The live view of a many-valued property: what the sequence shows is what the object has at that moment.
 ///
 /// Lifetime:  keeps the object's model alive. When the object is destroyed or the model closed, everything
-/// raises the
-///            text for an empty handle.
+///            raises the text for an empty handle.
 /// Adding:    is checked like the value of a set. In a list of references an object stands once: appending
-/// one that is
-///            there changes nothing, inserting it at a place moves it there, and replacing another by it
-///            takes it from where it stood. A list of texts takes duplicates.
+///            one that is there changes nothing, inserting it at a place moves it there, and replacing
+///            another by it takes it from where it stood. A list of texts takes duplicates.
 /// Positions: an iterator is an index into the list as it is; changes in front of it let it show another
-/// element, and
-///            behind the end it raises "sequence index out of bounds".
+///            element, and behind the end it raises "sequence index out of bounds".
 /// REQUIRES:  a Ref that is given carries what the sequence holds, an object or a text.
 /// Refusals:  of an immutable view first, then of a deviant that may not be written, then of the place, then
-/// of the
-///            element. Nothing changes.
+///            of the element. Nothing changes.
 class ListView : public K7Q::SequenceProxy {
  public:
   using Ref = K7Q::Generic::Ref;

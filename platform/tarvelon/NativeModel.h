@@ -14,8 +14,7 @@ namespace Tarvelon::metamodel::native {
 /// A model: owns its objects, in a table by their numbers.
 ///
 /// Lifetime: counted by handles on the model and by objects that have handles; the last of them frees it with
-/// all
-///           objects. close() frees the objects at once, except for shells that handles still hold.
+///           all objects. close() frees the objects at once, except for shells that handles still hold.
 class NativeModel final : public K7Q::NSInterface::ModelIntf {
  public:
   static K7Q::Model make(const std::u16string& uri);

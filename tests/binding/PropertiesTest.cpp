@@ -31,21 +31,6 @@ std::size_t elements(const host::HostResult& result) {
   return hx::hxGetNumberOfElements(result.slot().array());
 }
 
-TEST_F(Properties, OptionalStringSetToEmptyIsUnset) {
-  const auto base = make("common.AdminData");
-  host::set(base, "language", host::text(u"EN"));
-  EXPECT_EQ(host::getText(base, "language"), "EN");
-  host::set(base, "language", host::text(u""));
-  EXPECT_EQ(host::getText(base, "language"), "");
-}
-
-TEST_F(Properties, RequiredStringKeepsTheEmptyText) {
-  const auto revision = make("documentation.DocRevision");
-  host::set(revision, "date", host::text(u"2026"));
-  host::set(revision, "date", host::text(u""));
-  EXPECT_EQ(host::getText(revision, "date"), "");
-}
-
 TEST_F(Properties, OptionalPrimitiveReadsEmptyUntilSetAndAfterUnset) {
   const auto mode = make("common.ModeDeclaration");
   EXPECT_EQ(elements(host::get(mode, "Value")), 0U);

@@ -229,15 +229,6 @@ TEST(ReferenceProperty, TakesElementZeroOfSeveral) {
   EXPECT_EQ(&fake::nativeOf(host::getObject(thing, "other")), &fake::nativeOf(first));
 }
 
-TEST(ReferenceProperty, RefusesADestroyedObject) {
-  const auto thing = fake::thing();
-  const auto other = fake::thing();
-  fake::nativeOf(other).destroy(K7Q::Deviant());
-  hxArray* given = hx::hxCreateObjectMatrix(1, 1, "Fake.Base");
-  hx::hxSetElement(given, 0, other);
-  EXPECT_NE(refused(thing, "other", given).find(K7Q::kNullReference), std::string::npos);
-}
-
 TEST(MetaPropertyEntry, GivesTheDescriptorAndIsNoOrdinaryMethod) {
   fake::publish();
   auto& cls = ruvo::Class::get("Fake.ThingMetaProperty");

@@ -40,8 +40,14 @@ TEST(Getter, IsNullUntilThePackageIsTouched) {
 TEST(Initialiser, AttachesOnceWhateverPackageItIsGiven) {
   ZtInitialize_mm_arplatform_mi();
   root().packageNames();
-  arplatform::common::mi::initcommonPackageWrapper(nullptr);
+  ruvo::Package& other = *ruvo::Package::find("Tarvelon");
+  for (ruvo::RVOPackage* given :
+       {static_cast<ruvo::RVOPackage*>(nullptr), static_cast<ruvo::RVOPackage*>(&other)}) {
+    arplatform::common::mi::initcommonPackageWrapper(given);
+  }
   EXPECT_EQ(root().packageNames(), kChildren);
+  // A second wrapper would register every class a second time, which the package refuses.
+  EXPECT_NE(ruvo::Class::find("Tarvelon.metamodel.arplatform.common.Package"), nullptr);
 }
 
 TEST(Initialiser, BringsAMissingParentIntoBeing) {

@@ -6,11 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "arplatform/Tables.h"
 #include "boundary/k7q/Introspection.h"
 #include "boundary/k7q/ModelCache.h"
-#include "foundation/Table.h"
-#include "types/Table.h"
+#include "platform/tarvelon/Metamodel.h"
 
 // What the tests of the native model library share.
 

@@ -128,6 +128,29 @@ def test_a_foreign_argument_is_answered_with_the_signatures(model, package):
     assert str(raised.value).endswith("got bytes; there is\n    setUri(char vector) -> void")
 
 
+def test_signatures_are_shown_once_and_as_they_are_called(package):
+    with pytest.raises(K7Q.WrongType) as raised:
+        package.asImmutable(package)
+    assert str(raised.value).endswith("there is\n    asImmutable()")
+
+    with pytest.raises(K7Q.WrongType) as raised:
+        package.isvalid(1)
+    assert str(raised.value).endswith("there is\n    isvalid()")
+
+
+def test_a_destroyed_object_is_refused_by_name_through_every_door(model):
+    base = common.ReferenceBase(model)
+    gone = common.Package(model, "Gone")
+    gone.destroy()
+    text = r"ReferenceBase\.Package: expected .*common\.Package that stands in the model, got .* destroyed"
+
+    with pytest.raises(K7Q.WrongValue, match=text):
+        base.Package = gone
+    with pytest.raises(K7Q.WrongValue, match=text):
+        common.ReferenceBase(model, True, "label", gone)
+    assert base.Package is None
+
+
 def test_a_weak_proxy_is_no_model_object(model, package):
     with pytest.raises(K7Q.WrongType, match="Package.cast, argument 1: expected a bool, .* got weakref.ProxyType"):
         common.Package.cast(weakref.proxy(package))

@@ -186,6 +186,21 @@ from Tarvelon.metamodel.arplatform import common
     assert python(code) == "1\n"
 
 
+def test_what_a_module_registered_outlives_its_unloading(python):
+    code = f"""
+import _ctypes, ctypes
+platform = ctypes.CDLL({str(LIBRARIES / "libtarvelon_native.so")!r}, ctypes.RTLD_GLOBAL)
+module = ctypes.CDLL({str(LIBRARIES / MODULE)!r})
+module.ZtInitialize_mm_arplatform_mi()
+module.ZtTerminate_mm_arplatform_mi()
+_ctypes.dlclose(module._handle)
+import K7Q
+from Tarvelon.metamodel.arplatform import common
+print(common.Package(K7Q.Model.create(), "Brakes").Name)
+"""
+    assert python(code) == "Brakes\n"
+
+
 @pytest.fixture
 def copied(tmp_path):
     """A copy of the built host, in which a test may break something."""

@@ -126,6 +126,14 @@ def test_with_closes_the_model():
     assert not package.isvalid()
 
 
+def test_a_view_that_only_reads_does_not_close_the_model(model, package):
+    view = package.asDeviant(model.frozen()).getModel()
+
+    with pytest.raises(K7Q.Exception, match="refuses writing"):
+        view.close()
+    assert package.isvalid()
+
+
 def test_with_refuses_a_model_that_is_closed():
     model = K7Q.Model.create()
     model.close()

@@ -396,3 +396,35 @@ def test_an_unknown_method_names_the_nearest(texts):
 def test_a_wrong_number_of_arguments_is_a_type_error(texts, call):
     with pytest.raises(K7Q.WrongType):
         call(texts)
+
+
+def test_a_made_sequence_takes_valid_objects_of_its_model_alone(model, package):
+    made = common.SequenceOfPackage.make(model)
+    gone = common.Package(model, "Gone")
+    gone.destroy()
+    foreign = common.Package(K7Q.Model.create(), "Foreign")
+
+    with pytest.raises(K7Q.WrongValue, match="got .*common.Package that was destroyed"):
+        made.append(gone)
+    with pytest.raises(K7Q.WrongValue, match="expected .* of the model that the sequence was made for"):
+        made.append(foreign)
+    made.append(package)
+    with pytest.raises(K7Q.WrongValue):
+        made[0] = foreign
+    assert list(made) == [package]
+
+
+def test_a_made_sequence_ends_with_its_model():
+    model = K7Q.Model.create()
+    made = common.SequenceOfPackage.make(model)
+    made.append(common.Package(model, "P"))
+    model.close()
+
+    for use in (made.size, made.clear, made.begin, made.pop_back, lambda: made[0], lambda: len(made)):
+        with pytest.raises(K7Q.Exception, match="Cannot access NULL ref"):
+            use()
+
+
+def test_a_made_sequence_keeps_its_model():
+    made = common.SequenceOfPackage.make(K7Q.Model.create())
+    assert len(made) == 0

@@ -78,10 +78,13 @@ TEST_F(MatchingTest, NearerSuperclassGoesBeforeAFartherOne) {
 TEST_F(MatchingTest, DistancesAreAddedUp) {
   Class& cls = overloaded({{full("A"), full("C")}, {full("B"), full("B")}, {full("B"), full("C")}});
   EXPECT_EQ(chosen(cls, {objectOf("C"), objectOf("C")}), 3);
-  // 2 + 0 against 1 + 1: equal, so the one registered first.
+}
+
+TEST_F(MatchingTest, AnExactClassGoesBeforeASmallerSumOfDistances) {
+  // 1 + 1 against 2 + 0.
   EXPECT_EQ(
-      chosen(overloaded({{full("A"), full("C")}, {full("B"), full("B")}}), {objectOf("C"), objectOf("C")}),
-      1);
+      chosen(overloaded({{full("B"), full("B")}, {full("A"), full("C")}}), {objectOf("C"), objectOf("C")}),
+      2);
 }
 
 TEST_F(MatchingTest, OrderOfRegistrationDecidesLast) {
@@ -189,7 +192,7 @@ TEST_F(MatchingTest, NumberAloneOutOfRangeIsTold) {
   EXPECT_EQ(errorOf<K7Q::OutOfRange>([&] {
               chosen(cls, {text(u"a"), integer(2147483648)});
             }),
-            head + "int32 scalar 2147483648");
+            head + "whole number 2147483648");
   EXPECT_EQ(errorOf<K7Q::OutOfRange>([&] {
               chosen(cls, {text(u"a"), number(std::numeric_limits<double>::quiet_NaN())});
             }),

@@ -67,7 +67,7 @@ TEST_F(PropertyAccessTest, NumbersOutOfRangeAreRefused) {
       refusal<K7Q::OutOfRange>(number(0.5)),
       "X.p: expected int32 scalar (a whole number from -2147483648 to 2147483647), got double scalar 0.5");
   EXPECT_EQ(refusal<K7Q::OutOfRange>(integer(2147483648)),
-            "X.p: expected int32 scalar (a whole number from -2147483648 to 2147483647), got int32 scalar "
+            "X.p: expected int32 scalar (a whole number from -2147483648 to 2147483647), got whole number "
             "2147483648");
 }
 
