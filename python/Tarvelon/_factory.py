@@ -35,12 +35,18 @@ def _create(self, cls, /, *arguments):
     factory.createmetamodelarplatformcommonPackage("Brakes"). help(Factory) lists the classes with their
     arguments. K7Q.UnknownName for a class that the factory does not make.
     """
+    if not hasattr(type(self), "createNewFactory"):
+        given = type(self).__name__
+        raise _host.WrongType(f"Factory.create: expected a factory to be called on, got {given}")
     name = _name_of(cls)
-    package, dot, short = name.partition(".")
-    method = getattr(type(self), _PREFIX + package + short, None) if dot else None
+    package, _, short = name.partition(".")
+    is_package = _host.isPackage(f"{_ROOT}.{package}")
+    method = getattr(type(self), _PREFIX + package + short, None) if is_package else None
     if method is None:
-        if short in _host.memberNames(f"{_ROOT}.{package}") if _host.isPackage(f"{_ROOT}.{package}") else ():
-            raise _host.WrongType(f"Factory.create: '{name}' is abstract or has no objects: name a class below it")
+        if is_package and short in _host.memberNames(f"{_ROOT}.{package}"):
+            raise _host.WrongType(
+                f"Factory.create: '{name}' is abstract or has no objects: name a class below it"
+            )
         near = difflib.get_close_matches(name, _names(self), 1)
         raise _host.UnknownName(
             f"Factory.create: the factory makes no '{name}'"

@@ -70,10 +70,31 @@ TEST(StaticInitialiser, RegistersNoClassOnANullPackage) {
   EXPECT_TRUE(ruvo::Class::globals().empty());
 }
 
-TEST(StaticInitialiser, RegistersEnumerationsOfANullPackageGlobally) {
+std::vector<std::string_view> globalNames() {
+  std::vector<std::string_view> names;
+  for (const auto* cls : ruvo::Class::globals()) names.emplace_back(cls->info().getName());
+  return names;
+}
+
+TEST(StaticInitialiser, RegistersAllFiveInfosOfAnEnumerationGloballyOnANullPackage) {
   arplatform::variant::mi::variantStaticInitializePackage(nullptr);
-  ASSERT_FALSE(ruvo::Class::globals().empty());
-  EXPECT_EQ(ruvo::Class::globals()[0]->info().getName(), std::string_view("BindingTimeKind"));
+  const std::vector<std::string_view> expected = {
+      "BindingTimeKind", "SequenceOfBindingTimeKind", "ImmutableSequenceOfBindingTimeKind",
+      "BindingTimeKindIterator", "BindingTimeKindImmutableIterator"};
+  EXPECT_EQ(globalNames(), expected);
+}
+
+TEST(StaticInitialiser, RegistersTheFactoriesGloballyOnANullPackage) {
+  arplatform::mi::arplatformStaticInitializePackage(nullptr);
+  const std::vector<std::string_view> expected = {"Factory", "ImmutableFactory"};
+  EXPECT_EQ(globalNames(), expected);
+}
+
+TEST(StaticInitialiser, RegistersTheFactoriesInTheRootPackage) {
+  ZtInitialize_mm_arplatform_mi();
+  const std::vector<std::string_view> expected = {"Factory", "ImmutableFactory"};
+  EXPECT_EQ(root().classNames(), expected);
+  for (const auto name : expected) EXPECT_EQ(root().findClass(name)->access(), 2);
 }
 
 TEST(Population, MakesClassInfosWithoutDefiningThem) {

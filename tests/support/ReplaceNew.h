@@ -1,0 +1,21 @@
+#pragma once
+
+#include <cstdlib>
+
+#include "tests/support/FailingNew.h"
+
+// Replaces operator new in the program that includes this in one source, and does nothing else in it: inlined
+// into other code, the compiler takes malloc() and new for a mismatch.
+
+void* operator new(std::size_t size) {
+  if (failing::gCountdown != 0 && --failing::gCountdown == 0) throw std::bad_alloc();
+  void* storage = std::malloc(size != 0 ? size : 1);
+  if (!storage) throw std::bad_alloc();
+  ++failing::gLive;
+  return storage;
+}
+void operator delete(void* storage) noexcept {
+  if (storage) --failing::gLive;
+  std::free(storage);
+}
+void operator delete(void* storage, std::size_t /*size*/) noexcept { operator delete(storage); }
