@@ -5,7 +5,6 @@
 #include "boundary/k7q/Deviants.h"
 #include "boundary/tarvelon/Names.h"
 #include "python/host/ElementReader.h"
-#include "python/host/NativeViews.h"
 #include "python/host/Values.h"
 
 namespace pyhost {
@@ -159,6 +158,8 @@ IteratorsToRetire::IteratorsToRetire(PyObject* sequence, std::string_view method
       elementsOf(*typeOf(sequence)) != Elements::Values) {
     return;
   }
+  mSequence = nativeSequence(sequence);
+  mSize = mSequence.size();
   const Collector collector(sequence, mIterators);
   if (method == "erase") {
     collectErased(collector, arguments, converted);

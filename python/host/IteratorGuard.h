@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "platform/ruvo/HostValue.h"
-#include "python/host/Objects.h"
+#include "python/host/NativeViews.h"
 
 namespace pyhost {
 
@@ -18,19 +18,29 @@ void watchIterator(HostIterator& iterator, PyObject* sequence) noexcept;
 void forgetIterator(HostIterator& iterator) noexcept;
 
 /// The iterators whose elements a call is about to take out of a sequence: found before it, marked behind it,
-/// when it has succeeded.
+/// when it has taken them out.
 class IteratorsToRetire {
  public:
   /// Nothing for a method that takes no element out. Raises K7Q.WrongValue for iterators that name no
   /// elements. `converted` is what the call takes for `arguments`.
   IteratorsToRetire(PyObject* sequence, std::string_view method, std::span<PyObject* const> arguments,
                     std::span<const ruvo::HostValue> converted);
+  IteratorsToRetire(const IteratorsToRetire&) = delete;
+  IteratorsToRetire& operator=(const IteratorsToRetire&) = delete;
+  /// A call may fail behind its change, when there is no memory for the result: the size tells.
+  ~IteratorsToRetire() {
+    if (!mIterators.empty() && mSequence.size() < mSize) mark();
+  }
   void mark() const noexcept {
     for (HostIterator* iterator : mIterators) iterator->isRetired = true;
+    mIterators.clear();
   }
 
  private:
-  std::vector<HostIterator*> mIterators;
+  NativeSequence mSequence;
+  int mSize = 0;
+  /// Held for the length of the call alone: what runs behind it may free them.
+  mutable std::vector<HostIterator*> mIterators;
 };
 
 }  // namespace pyhost
