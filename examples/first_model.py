@@ -4,117 +4,117 @@
 """
 
 import K7Q
-from Tarvelon.metamodel.arplatform import common, documentation, variant
+from Tarvelon.metamodel.arplatform import Factory, common, documentation, variant
 
 LANGUAGES = {"EN": "Limit of the brake torque lowered", "DE": "Grenze des Bremsmoments gesenkt"}
 
 
-def paragraph(model, texts):
+def paragraph(factory, texts):
     """The same sentence in several languages."""
-    result = documentation.MultiLanguageOverviewParagraph(model)
+    result = factory.create("documentation.MultiLanguageOverviewParagraph")
     for language, text in texts.items():
-        entry = documentation.LOverviewParagraph(model)
+        entry = factory.create("documentation.LOverviewParagraph")
         entry.language = language
         entry.Body = text
         result.L2.append(entry)
     return result
 
 
-def long_name(model, texts):
+def long_name(factory, texts):
     """A long name in several languages."""
-    result = documentation.MultiLanguageLongName(model)
+    result = factory.create("documentation.MultiLanguageLongName")
     for language, text in texts.items():
-        entry = documentation.LLongName(model)
+        entry = factory.create("documentation.LLongName")
         entry.language = language
         entry.Body = text
         result.L4.append(entry)
     return result
 
 
-def history(model):
+def history(factory):
     """Administrative data with two revisions; the second says what was changed, and why, in two languages."""
-    first = documentation.DocRevision(model, "2026-03-02")
+    first = factory.create("documentation.DocRevision", "2026-03-02")
     first.revisionLabel = "1.0.0"
     first.issuedBy = "brakes team"
     first.state = "released"
 
-    second = documentation.DocRevision(model, "2026-11-21")
+    second = factory.create("documentation.DocRevision", "2026-11-21")
     second.revisionLabel = "1.1.0"
     second.revisionLabelP1 = first.revisionLabel
-    change = documentation.Modification(model, paragraph(model, LANGUAGES))
-    change.reason = paragraph(model, {"EN": "Result of the winter tests", "DE": "Ergebnis der Wintertests"})
+    change = factory.create("documentation.Modification", paragraph(factory, LANGUAGES))
+    change.reason = paragraph(factory, {"EN": "Result of the winter tests", "DE": "Ergebnis der Wintertests"})
     second.modification.append(change)
 
-    data = common.AdminData(model)
+    data = factory.create("common.AdminData")
     data.language = "EN"
     data.docRevision += [first, second]
     return data
 
 
-def tool_data(model):
+def tool_data(factory):
     """Data of a tool that the standard does not know: a group with values and a nested group."""
-    group = common.Sdg(model, "build-tool")
-    group.sdgCaption = common.SdgCaption(model, "BuildSettings")
-    group.sdgContents.append(common.Sd(model, "compiler", "gcc 12.2"))
-    nested = common.Sdg(model, "options")
-    nested.sdgContents.append(common.Sd(model, "optimisation", "-O2"))
+    group = factory.create("common.Sdg", "build-tool")
+    group.sdgCaption = factory.create("common.SdgCaption", "BuildSettings")
+    group.sdgContents.append(factory.create("common.Sd", "compiler", "gcc 12.2"))
+    nested = factory.create("common.Sdg", "options")
+    nested.sdgContents.append(factory.create("common.Sd", "optimisation", "-O2"))
     group.sdgContents.append(nested)
     return group
 
 
-def variants(model, package):
+def variants(factory, package):
     """A system constant, its values for two vehicles, and the variant that picks one of them."""
-    wheels = variant.SystemConst(model, "DrivenWheels")
+    wheels = factory.create("variant.SystemConst", "DrivenWheels")
     package.PackagedElement.append(wheels)
     for name, value in (("FrontWheelDrive", 2.0), ("AllWheelDrive", 4.0)):
-        values = variant.SystemConstValueSet(model, name)
-        values.SysConstValue.append(variant.SystemConstValue(model, value, wheels))
+        values = factory.create("variant.SystemConstValueSet", name)
+        values.SysConstValue.append(factory.create("variant.SystemConstValue", value, wheels))
         package.PackagedElement.append(values)
 
-    chosen = variant.PredefinedVariant(model, "Estate")
+    chosen = factory.create("variant.PredefinedVariant", "Estate")
     chosen.SysConstValueSet.append(package.PackagedElement[-1])
     package.PackagedElement.append(chosen)
     return wheels
 
 
-def variation_point(model, wheels):
+def variation_point(factory, wheels):
     """What exists in all-wheel-drive vehicles alone, decided when the code is generated."""
     time = variant.BindingTimeKind.CodeGenerationTime
-    condition = variant.ConditionByFormula(model, time, "DrivenWheels == 4")
+    condition = factory.create("variant.ConditionByFormula", time, "DrivenWheels == 4")
     condition.SysConst.append(wheels)
-    point = variant.VariationPoint(model, "OnlyAllWheelDrive")
+    point = factory.create("variant.VariationPoint", "OnlyAllWheelDrive")
     point.Condition = condition
     return point
 
 
-def build(model):
+def build(factory):
     """The whole model; returns its root."""
-    root = common.AUTOSAR(model)
+    root = factory.create("common.AUTOSAR")
     root.Name = "Vehicle"
     root.ArxmlFilePackaging = common.ArxmlFilePackagingKind.SingleFile
 
-    brakes = common.Package(model, "Brakes")
-    brakes.longName = long_name(model, {"EN": "Brake system", "DE": "Bremsanlage"})
-    brakes.desc = paragraph(model, {"EN": "Everything that stops the vehicle"})
+    brakes = factory.create("common.Package", "Brakes")
+    brakes.longName = long_name(factory, {"EN": "Brake system", "DE": "Bremsanlage"})
+    brakes.desc = paragraph(factory, {"EN": "Everything that stops the vehicle"})
     root.PackagedElement.append(brakes)
 
-    modes = common.Package(model, "Modes")
-    constants = common.Package(model, "Variants")
+    modes = factory.create("common.Package", "Modes")
+    constants = factory.create("common.Package", "Variants")
     brakes.PackagedElement += [modes, constants]
-    brakes.ReferenceBase.append(common.ReferenceBase(model, True, "default", brakes))
-    brakes.ReferenceBase.append(common.ReferenceBase(model, False, "variants", constants))
+    brakes.ReferenceBase.append(factory.create("common.ReferenceBase", True, "default", brakes))
+    brakes.ReferenceBase.append(factory.create("common.ReferenceBase", False, "variants", constants))
 
-    group = common.ModeDeclarationGroup(model, "BrakeMode")
+    group = factory.create("common.ModeDeclarationGroup", "BrakeMode")
     for name, value in (("Released", 0), ("Applied", 1), ("Locked", 2)):
-        mode = common.ModeDeclaration(model, name)
+        mode = factory.create("common.ModeDeclaration", name)
         mode.Value = value
         group.Mode.append(mode)
     group.InitialMode = group.Mode[0]
     modes.PackagedElement.append(group)
 
-    brakes.adminData = history(model)
-    brakes.adminData.sdg.append(tool_data(model))
-    point = variation_point(model, variants(model, constants))
+    brakes.adminData = history(factory)
+    brakes.adminData.sdg.append(tool_data(factory))
+    point = variation_point(factory, variants(factory, constants))
     print("variation point:", point.Name, "if", point.Condition.Body, "at", point.Condition.BindingTime)
     return root
 
@@ -147,9 +147,13 @@ def print_tree(element, depth=0):
 
 
 def main():
-    with K7Q.Model.create() as model:
-        root = build(model)
+    with Factory.createNewModel() as model:
+        factory = Factory.createNewFactory(model)
+        root = build(factory)
         print_tree(root)
+
+        # A model that the factory made has a URI, and is found by it from anywhere in the program.
+        print("found by its URI:", K7Q.Model.find(model.getUri()) is model)
 
         # Read back what was written.
         brakes = root.PackagedElement[0]

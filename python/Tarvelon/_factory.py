@@ -1,7 +1,5 @@
 """What Python adds to the factory: one method for the whole create family."""
 
-import difflib
-
 import _tarvelon_host as _host
 
 _ROOT = "Tarvelon.metamodel.arplatform"
@@ -20,12 +18,23 @@ def _name_of(cls):
     )
 
 
-def _names(factory):
-    """The names of all classes that the factory makes, from their packages on."""
-    made = [name.removeprefix(_PREFIX) for name in dir(type(factory)) if name.startswith(_PREFIX)]
-    packages = [name for name in _host.memberNames(_ROOT) if _host.isPackage(f"{_ROOT}.{name}")]
-    return [f"{package}.{name.removeprefix(package)}" for package in packages for name in made
-            if name.startswith(package) and name.removeprefix(package)[:1].isupper()]
+def _refusal(factory, name):
+    """The error for a class that the factory does not make, with the one that may have been meant."""
+    made = [each.removeprefix(_PREFIX) for each in dir(type(factory)) if each.startswith(_PREFIX)]
+    packages = [each for each in _host.memberNames(_ROOT) if _host.isPackage(f"{_ROOT}.{each}")]
+    for package in packages:
+        if package + name in made:
+            return _host.UnknownName(
+                f"Factory.create: the factory makes no '{name}'; did you mean '{package}.{name}'?"
+            )
+    try:
+        factory.createFromString(name)
+    except _host.UnknownName as unknown:
+        near = str(unknown).partition("; did you mean ")[2].partition("?")[0]
+    except _host.Exception:  # no text that the host takes
+        near = ""
+    rest = f"; did you mean {near}?" if near else "; help(Factory) lists what it makes"
+    return _host.UnknownName(f"Factory.create: the factory makes no '{name}'{rest}")
 
 
 def _create(self, cls, /, *arguments):
@@ -47,11 +56,7 @@ def _create(self, cls, /, *arguments):
             raise _host.WrongType(
                 f"Factory.create: '{name}' is abstract or has no objects: name a class below it"
             )
-        near = difflib.get_close_matches(name, _names(self), 1)
-        raise _host.UnknownName(
-            f"Factory.create: the factory makes no '{name}'"
-            + (f"; did you mean '{near[0]}'?" if near else "; help(Factory) lists what it makes")
-        )
+        raise _refusal(self, name)
     return method(self, *arguments)
 
 
