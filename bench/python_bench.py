@@ -13,11 +13,12 @@ from dataclasses import dataclass
 from typing import Callable
 
 import K7Q
-from _tarvelon_bench import Peer, Peers
-from Tarvelon.metamodel.arplatform import common
+from _tarvelon_bench import Kind, Kinds, Peer, Peers
+from Tarvelon.metamodel.arplatform import common, variant
 
 TEXT = "ApplicationComponentName"  # 24 characters, as in the C++ benchmarks
 ELEMENTS = 200_000
+VALUES = 100_000
 ROUNDS = 9
 
 
@@ -111,6 +112,28 @@ def iterating(peers):
     return run
 
 
+def appending(make, value):
+    def run(times):
+        sequence = make()
+        for _ in range(times):
+            sequence.append(value)
+
+    return run
+
+
+def walking(sequence):
+    def run(times):
+        for _ in sequence:
+            pass
+
+    return run
+
+
+def filled(sequence, values):
+    sequence.extend(values * (VALUES // len(values)))
+    return sequence
+
+
 def calling_ours(target):
     def run(times):
         for _ in range(times):
@@ -135,12 +158,21 @@ def figures(model):
     peers = Peers()
     for index in range(ELEMENTS):
         peers.add(f"Element{index}")
+    literals, kinds = list(variant.BindingTimeKind), [Kind.First, Kind.Second, Kind.Third, Kind.Fourth]
+
+    def make():
+        return variant.SequenceOfBindingTimeKind.make(model)
+
     return [
         Figure("read a string property", reading_ours(symbol), reading(peer), 1.0),
         Figure("write a string property", writing_ours(symbol), writing(peer), 1.0),
         Figure("construct with two strings", constructing_ours, constructing, 1.5),
         Figure("iterate 200,000 elements, read a string", iterating_ours(package), iterating(peers), 1.0,
                ELEMENTS),
+        Figure("append a value of an enumeration", appending(make, literals[1]), appending(Kinds, kinds[1]),
+               1.5, VALUES),
+        Figure("iterate 100,000 values of an enumeration", walking(filled(make(), literals)),
+               walking(filled(Kinds(), kinds)), 1.5, VALUES),
         Figure("call a method without arguments", calling_ours(symbol), calling(peer), 1.0),
     ]
 

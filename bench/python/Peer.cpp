@@ -4,6 +4,7 @@
 #include <vector>
 
 #include <pybind11/pybind11.h>
+#include <pybind11/stl_bind.h>
 
 namespace py = pybind11;
 
@@ -19,7 +20,12 @@ struct Peers {
   std::vector<Peer> all;
 };
 
+enum class Kind { First, Second, Third, Fourth };
+using Kinds = std::vector<Kind>;
+
 }  // namespace
+
+PYBIND11_MAKE_OPAQUE(Kinds);
 
 PYBIND11_MODULE(_tarvelon_bench, module) {
   py::class_<Peer>(module, "Peer")
@@ -37,4 +43,10 @@ PYBIND11_MODULE(_tarvelon_bench, module) {
       .def(
           "__iter__", [](Peers& peers) { return py::make_iterator(peers.all.begin(), peers.all.end()); },
           py::keep_alive<0, 1>());
+  py::enum_<Kind>(module, "Kind")
+      .value("First", Kind::First)
+      .value("Second", Kind::Second)
+      .value("Third", Kind::Third)
+      .value("Fourth", Kind::Fourth);
+  py::bind_vector<Kinds>(module, "Kinds");
 }
