@@ -254,6 +254,38 @@ TEST_F(Create, GivesWhatItMakesTheFactorysDeviant) {
   EXPECT_EQ(interface->createFromString(kOther, K7Q::String(u"common.Package")).getDeviant(), kOther);
 }
 
+/// A factory that pays no heed to the deviant it is given.
+class OwnFactory final : public arplatform::NSInterface::FactoryIntf {
+ public:
+  explicit OwnFactory(const K7Q::Model& model) : mModel(model) {}
+  const ruvo::InternedName& getRuvoName(bool) const override { return mName; }
+  K7Q::ImmutableType getMetaType(K7Q::Deviant) const override { return {}; }
+  K7Q::Model getModel(K7Q::Deviant) const override { return mModel; }
+  K7Q::ClassObject create(K7Q::Deviant, const K7Q::IntrospectiveMethods& cls, unsigned constructor,
+                          std::span<const K7Q::Object> arguments) override {
+    return cls.create(mModel, constructor, arguments);
+  }
+  K7Q::Object createFromString(K7Q::Deviant, const K7Q::String&) override { return {}; }
+  K7Q::Object createFromString(K7Q::Deviant, const K7Q::String&, const K7Q::String&) override { return {}; }
+
+ private:
+  K7Q::Model mModel;
+  ruvo::InternedName mName;
+};
+
+TEST_F(Create, GivesTheFactorysDeviantWhateverTheInterfaceGave) {
+  constexpr K7Q::Deviant kOther{32};
+  OwnFactory interface(K7Q::Model::create());
+  const arplatform::Factory factory(&interface, kOther);
+  EXPECT_EQ(factory.create<arplatform::common::Package>(u"P").getDeviant(), kOther);
+}
+
+TEST_F(Create, OfAnEmptyNativeHandleRaisesTheNullText) {
+  const auto refused = raised([] { arplatform::Factory().create<arplatform::common::Package>(u"P"); });
+  EXPECT_EQ(refused.find(kNullText), 0U) << refused;
+  EXPECT_TRUE(arplatform::Factory::createNewFactory(K7Q::Model()).isNull());
+}
+
 TEST_F(Create, RefusesAClosedModel) {
   host::call(mModel, "close");
   const auto refused = raised([&] { create("commonPackage"); });

@@ -345,7 +345,7 @@ class UniqueSequences(Sequences):
     how = "makeUnique"
 
 
-BOUNDED = settings(max_examples=60, stateful_step_count=50, deadline=None, derandomize=True, database=None)
+BOUNDED = settings(max_examples=40, stateful_step_count=40, deadline=None, derandomize=True, database=None)
 Sequences.TestCase.settings = BOUNDED
 UniqueSequences.TestCase.settings = BOUNDED
 TestSequences = Sequences.TestCase
@@ -363,7 +363,7 @@ def test_random_calls_with_any_iterators_never_do_worse_than_a_k7q_exception(see
     methods = ["append", "push_front", "pop_back", "pop_front", "clear", "removeAll", "erase", "insert",
                "replace", "begin", "end", "at", "front", "back", "size", "item", "getNext", "getPrev",
                "clone", "eq", "ne", "pop", "remove", "extend", "index"]
-    for _ in range(4000):
+    for _ in range(2500):
         target = random_source.choice(sequences + held)
         method = random_source.choice([name for name in methods if hasattr(target, name)])
         pool = held if held and random_source.random() < 0.5 else values + sequences
