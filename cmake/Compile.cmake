@@ -14,7 +14,7 @@ if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64")
 endif()
 # Error texts name a source file relative to the repository.
 add_compile_options("-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
-add_compile_options(-fno-semantic-interposition -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
+add_compile_options(-fno-plt -fno-semantic-interposition -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 if(TARVELON_WERROR)
   add_compile_options(-Werror)
 endif()

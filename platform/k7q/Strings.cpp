@@ -1,4 +1,5 @@
 #include <algorithm>
+#include <iterator>
 #include <limits>
 #include <new>
 #include <stdexcept>
@@ -7,6 +8,7 @@
 #include "boundary/k7q/Primitives.h"
 #include "boundary/ut/Memory.h"
 #include "platform/hx/ArrayPtr.h"
+#include "platform/hx/FreeList.h"
 #include "platform/hx/Utf.h"
 #include "platform/k7q/Characters.h"
 #include "platform/k7q/PrimitiveTypes.h"
@@ -16,10 +18,36 @@ namespace K7Q {
 
 namespace NSInterface {
 
+namespace {
+
+// What malloc() can hand out without a rest; longer texts are not kept.
+constexpr std::size_t kLeast = 40;
+constexpr std::size_t kStep = 16;
+constinit hx::FreeList gFree[] = {hx::FreeList(kLeast),
+                                  hx::FreeList(kLeast + kStep),
+                                  hx::FreeList(kLeast + 2 * kStep),
+                                  hx::FreeList(kLeast + 3 * kStep),
+                                  hx::FreeList(kLeast + 4 * kStep),
+                                  hx::FreeList(kLeast + 5 * kStep)};
+
+std::size_t bytesFor(std::size_t units) noexcept {
+  return sizeof(StringIntf) + (units + 1) * sizeof(char16_t);
+}
+
+/// The list for blocks of that size, null if there is none.
+hx::FreeList* listFor(std::size_t bytes) noexcept {
+  const std::size_t index = bytes <= kLeast ? 0 : (bytes - kLeast + kStep - 1) / kStep;
+  return index < std::size(gFree) ? &gFree[index] : nullptr;
+}
+
+}  // namespace
+
 StringIntf* StringIntf::make(std::u16string_view text) {
   constexpr std::size_t kLongest = std::numeric_limits<std::uint32_t>::max();
-  void* block =
-      text.size() > kLongest ? nullptr : utMalloc(sizeof(StringIntf) + (text.size() + 1) * sizeof(char16_t));
+  if (text.size() > kLongest) throw bedrock::core::except::bad_alloc();
+  const std::size_t bytes = bytesFor(text.size());
+  hx::FreeList* list = listFor(bytes);
+  void* block = list ? list->take() : utMalloc(bytes);
   if (!block) throw bedrock::core::except::bad_alloc();
   auto* cell = ::new (block) StringIntf(static_cast<std::uint32_t>(text.size()));
   auto* units = reinterpret_cast<char16_t*>(cell + 1);
@@ -32,8 +60,13 @@ StringIntf::~StringIntf() = default;
 
 void StringIntf::dispose() const noexcept {
   auto* cell = const_cast<StringIntf*>(this);
+  hx::FreeList* list = listFor(bytesFor(cell->view().size()));
   cell->~StringIntf();
-  utFree(cell);
+  if (list) {
+    list->give(cell);
+  } else {
+    utFree(cell);
+  }
 }
 
 const ruvo::InternedName& StringIntf::getRuvoName(bool /*immutable*/) const {

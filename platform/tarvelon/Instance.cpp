@@ -5,6 +5,7 @@
 
 #include "boundary/k7q/Introspection.h"
 #include "boundary/k7q/Primitives.h"
+#include "platform/hx/FreeList.h"
 #include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/Memory.h"
@@ -16,6 +17,8 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
+constinit hx::FreeList gFree(sizeof(Instance));
+
 void disposeList(WordList& list, bool isOfTexts) noexcept {
   for (std::uint32_t index = 0; isOfTexts && index < list.size(); ++index) list.at(index).text->release();
   list.dispose();
@@ -23,8 +26,11 @@ void disposeList(WordList& list, bool isOfTexts) noexcept {
 
 }  // namespace
 
-void* Instance::operator new(std::size_t size) { return allocate(size); }
-void Instance::operator delete(void* storage) noexcept { utFree(storage); }
+void* Instance::operator new(std::size_t /*size*/) {
+  if (void* storage = gFree.take()) return storage;
+  throw bedrock::core::except::bad_alloc();
+}
+void Instance::operator delete(void* storage) noexcept { gFree.give(storage); }
 
 Instance::~Instance() { dropValues(); }
 
