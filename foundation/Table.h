@@ -13,11 +13,11 @@ constexpr auto row(Is<ClassObject>) {
       bases<>(),
       noConstructors(),
       properties(
-          many<ClassObject>     ( 1, "AppliedStereotypeInstance", kRefers).derived(),
-          optional<Model>       ( 2, "ModelK7Q",                  kRefers).derived(),
-          optional<ClassObject> ( 3, "ContainerK7Q",              kRefers).derived(),
-          many<ClassObject>     ( 4, "ContaineeK7Q",              kHolds).derived(),
-          optional<ClassObject> ( 5, "RootModel",                 kRefers).derived(),
+          many<ClassObject>     ( 1, "AppliedStereotypeInstance", kRefers).derived(Derivation::Nothing),
+          optional<Model>       ( 2, "ModelK7Q",                  kRefers).derived(Derivation::Model),
+          optional<ClassObject> ( 3, "ContainerK7Q",              kRefers).derived(Derivation::Owner),
+          many<ClassObject>     ( 4, "ContaineeK7Q",              kHolds).derived(Derivation::Owned),
+          optional<ClassObject> ( 5, "RootModel",                 kRefers).derived(Derivation::Root),
           optional<K7Q::String> ( 6, "ExternalId"),
           optional<K7Q::String> ( 7, "ExternalToolInfo"),
           optional<K7Q::String> ( 8, "Uri")));
@@ -32,9 +32,9 @@ constexpr auto row(Is<Element>) {
       bases<kernel::ClassObject>(),
       noConstructors(),
       properties(
-          many<Element>    ( 1, "OwnedElement", kHolds).derived(),
-          optional<Element>( 2, "Owner",        kRefers).derived(),
-          many<Comment>    ( 3, "OwnedComment", kHolds).derived()));
+          many<Element>    ( 1, "OwnedElement", kHolds).derived(Derivation::Owned),
+          optional<Element>( 2, "Owner",        kRefers).derived(Derivation::Owner),
+          many<Comment>    ( 3, "OwnedComment", kHolds).derived(Derivation::Owned)));
 }
 
 constexpr auto row(Is<Comment>) {
@@ -55,7 +55,7 @@ constexpr auto row(Is<NamedElement>) {
           one<K7Q::String>   ( 1, "Name"),
           one<VisibilityKind>( 2, "Visibility"),
           many<NamedElement> ( 3, "ClientDependency", kRefers),
-          optional<Namespace>( 4, "Namespace",        kRefers).derived()));
+          optional<Namespace>( 4, "Namespace",        kRefers).derived(Derivation::NearestOwner)));
 }
 
 constexpr auto row(Is<PackageableElement>) {
@@ -71,7 +71,7 @@ constexpr auto row(Is<Namespace>) {
       noConstructors(),
       properties(
           many<PackageableElement>( 1, "ElementImport", kRefers),
-          many<NamedElement>      ( 3, "OwnedMember",   kHolds).derived()));
+          many<NamedElement>      ( 3, "OwnedMember",   kHolds).derived(Derivation::Owned)));
 }
 
 constexpr auto row(Is<Package>) {
@@ -81,9 +81,9 @@ constexpr auto row(Is<Package>) {
                    create<K7Q::String>(" aName")),
       properties(
           many<PackageableElement>( 1, "PackagedElement", kHolds),
-          many<ValueType>         ( 2, "OwnedType",       kHolds).derived(),
-          many<Package>           ( 3, "NestedPackage",   kHolds).derived(),
-          optional<Package>       ( 4, "NestingPackage",  kRefers).derived(),
+          many<ValueType>         ( 2, "OwnedType",       kHolds).derived(Derivation::OwnedPackaged),
+          many<Package>           ( 3, "NestedPackage",   kHolds).derived(Derivation::OwnedPackaged),
+          optional<Package>       ( 4, "NestingPackage",  kRefers).derived(Derivation::Owner),
           many<Package>           ( 5, "PackageImport",   kRefers)));
 }
 

@@ -66,6 +66,18 @@ enum class Role : std::uint8_t { Value, Holds, Refers };
 inline constexpr Role kHolds = Role::Holds;
 inline constexpr Role kRefers = Role::Refers;
 
+/// What the model computes a derived property from.
+enum class Derivation : std::uint8_t {
+  None,            ///< stored
+  Nothing,         ///< never a value: this library has none of that kind
+  Model,           ///< the model
+  Root,            ///< where the way up ends: the object itself when nothing holds it
+  Owner,           ///< the owner, if it is of the property's class
+  NearestOwner,    ///< the first of the property's class on the way up
+  Owned,           ///< all that the object holds of the property's class, in order of storage
+  OwnedPackaged,   ///< those of its packaged elements that are of the property's class
+};
+
 /// Attribute word of a property record.
 inline constexpr std::uint16_t kHidden = 2048;
 
@@ -81,7 +93,7 @@ struct PropertyRow {
   K7Q::mi::Mutability mutability = K7Q::mi::Mutability::Writable;
   Role role = Role::Value;
   bool isExposed = true;   ///< false: a meta property alone, the base's host property serves
-  bool isDerived = false;  ///< computed by the model, no storage
+  Derivation derivation = Derivation::None;  ///< other than None: read-only, no storage
 
   constexpr bool isMany() const noexcept { return multiplicity == K7Q::mi::Multiplicity::Many; }
 };
@@ -119,9 +131,9 @@ struct TypedRow : PropertyRow {
     return row;
   }
   /// Read-only and computed by the model.
-  constexpr TypedRow derived() const {
+  constexpr TypedRow derived(Derivation from) const {
     TypedRow row = readOnly();
-    row.isDerived = true;
+    row.derivation = from;
     return row;
   }
   constexpr TypedRow metaNamed(const char* meta) const {

@@ -8,7 +8,6 @@
 
 #include "arplatform/Tables.h"
 #include "foundation/Table.h"
-#include "platform/tarvelon/Derived.h"
 #include "types/Table.h"
 
 namespace Tarvelon::metamodel::native {
@@ -64,7 +63,7 @@ constexpr bool haveAscendingIds() {
 /// A redefinition shares the storage of what it redefines, so both must be stored alike.
 constexpr bool isStoredAlike(const PropertyRow& narrower, const PropertyRow& wider) {
   return narrower.type->kind == wider.type->kind && narrower.isMany() == wider.isMany() &&
-         narrower.role == wider.role && narrower.isDerived == wider.isDerived;
+         narrower.role == wider.role && narrower.derivation == wider.derivation;
 }
 
 template <class X>
@@ -80,13 +79,6 @@ template <class X>
 constexpr bool haveHiddenProperties() {
   return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
     return !row.hidden || findAbove(kRow<X>.bases, row.hidden).isFound;
-  });
-}
-
-template <class X>
-constexpr bool haveDerivations() {
-  return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
-    return !row.isDerived || derivationOf(X::Interface::kName.name, row.name) != Derivation::None;
   });
 }
 
@@ -126,7 +118,6 @@ constexpr bool check() {
     static_assert(haveRedefinedProperties<X>(),
                   "a redefinition names a property of a base that is stored alike");
     static_assert(haveHiddenProperties<X>(), "an entry that is left out stands in a base");
-    static_assert(haveDerivations<X>(), "a derived property has a rule in Derived.h");
     static_assert(haveStorableLists<X>(), "a property of many values is of a class or of texts");
     static_assert(haveFillingConstructors<X>(), "an argument is named after a property of its type");
   }

@@ -10,7 +10,7 @@ namespace Tarvelon::metamodel::native {
 namespace {
 
 Storage storageOf(const PropertyRow& row) {
-  if (row.isDerived) return Storage::None;
+  if (row.derivation != Derivation::None) return Storage::None;
   if (row.isMany()) return row.type->kind == Kind::ClassObject ? Storage::References : Storage::Texts;
   switch (row.type->kind) {
     case Kind::ClassObject:
@@ -63,8 +63,7 @@ Property::Property(const ClassMethods& owner, const PropertyRow& row)
       mRow(&row),
       mMetaName(metaNameOf(row)),
       mTypeName(typeNameOf(*row.type)),
-      mStorage(storageOf(row)),
-      mDerivation(row.isDerived ? derivationOf(owner.className().name, mMetaName) : Derivation::None) {
+      mStorage(storageOf(row)) {
   if (row.type->cls) {
     mType = &tableOf(*row.type->cls);
     mIsTypeKnown = mType->rows() != nullptr;

@@ -50,7 +50,7 @@ class Property final : public K7Q::NSInterface::PropertyIntf {
   bool isRequired() const noexcept { return mRow->multiplicity == K7Q::mi::Multiplicity::One; }
   bool isReadOnly() const noexcept { return mRow->mutability == K7Q::mi::Mutability::ReadOnly; }
   bool holds() const noexcept { return mRow->role == Role::Holds; }
-  Derivation derivation() const noexcept { return mDerivation; }
+  Derivation derivation() const noexcept { return mRow->derivation; }
   /// The class of a reference's values, null for others.
   const ClassMethods* type() const noexcept { return mType; }
   /// The enumeration of an enumerated property, null for others.
@@ -67,7 +67,6 @@ class Property final : public K7Q::NSInterface::PropertyIntf {
   const ClassMethods* mType = nullptr;
   const EnumerationType* mEnumeration = nullptr;
   Storage mStorage;
-  Derivation mDerivation;
   bool mIsTypeKnown = true;
 };
 

@@ -7,6 +7,7 @@
 #include "boundary/k7q/ClassMetaData.h"
 #include "boundary/k7q/Exception.h"
 #include "boundary/k7q/PropertyRecords.h"
+#include "boundary/ut/Memory.h"
 #include "tests/support/Host.h"
 
 namespace {
@@ -29,6 +30,18 @@ class Properties : public testing::Test {
 
 std::size_t elements(const host::HostResult& result) {
   return hx::hxGetNumberOfElements(result.slot().array());
+}
+
+TEST_F(Properties, RequiredScalarIsReadAndWrittenWithoutAnyAllocation) {
+  const auto error = make("common.ApplicationError");
+  host::set(error, "errorCode", host::integer(1));
+  auto* record = ruvo::classOf(*error).findProperty("errorCode")->property;
+  // Blocks are not reused while an allocation is to fail, so that any would be seen.
+  utFailAllocation(1);
+  record->setValue(error, ruvo::RVOValue::ofInt32(2));
+  const int read = record->getValue(error).int32();
+  utFailAllocation(0);
+  EXPECT_EQ(read, 2);
 }
 
 TEST_F(Properties, OptionalPrimitiveReadsEmptyUntilSetAndAfterUnset) {
