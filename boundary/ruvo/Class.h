@@ -84,6 +84,8 @@ class TARVELON_API RVOClassInfo {
   virtual bool isInstanceLeaf() const;
   virtual bool isDestructible() const;
   virtual bool isLocked() const;
+  /// For members that a class does not define at once. Not asked by the object system here, since
+  /// defineMembers() brings all members of a class.
   virtual bool attemptToLoadProperty(const char* name);
   virtual bool attemptToLoadMethod(const char* name);
   virtual bool attemptToLoadEvent(const char* name);

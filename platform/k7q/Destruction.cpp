@@ -1,3 +1,3 @@
-#include "boundary/k7q/Destruction.h"
+#include "platform/k7q/Destruction.h"
 
 std::uint64_t K7Q::mi::gDestructions = 0;

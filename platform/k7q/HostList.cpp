@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "boundary/k7q/Destruction.h"
+#include "platform/k7q/Destruction.h"
 #include "platform/k7q/HostListIterator.h"
 #include "platform/k7q/Texts.h"
 

@@ -1,8 +1,8 @@
 #include <memory>
 #include <string>
 
-#include "boundary/k7q/Initialize.h"
 #include "boundary/ruvo/Package.h"
+#include "platform/k7q/Initialize.h"
 #include "platform/k7q/KernelClasses.h"
 
 namespace K7Q::mi {

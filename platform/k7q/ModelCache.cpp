@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "boundary/k7q/ModelFactory.h"
 #include "boundary/k7q/Primitives.h"
+#include "platform/k7q/ModelFactory.h"
 #include "platform/k7q/Texts.h"
 
 namespace K7Q {

@@ -1,6 +1,6 @@
 #include <bit>
 
-#include "boundary/k7q/Destruction.h"
+#include "platform/k7q/Destruction.h"
 #include "platform/tarvelon/Instance.h"
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/NativeModel.h"

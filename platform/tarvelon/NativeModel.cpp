@@ -2,11 +2,11 @@
 
 #include <typeinfo>
 
-#include "boundary/k7q/Destruction.h"
 #include "boundary/k7q/Introspection.h"
 #include "boundary/k7q/ModelCache.h"
-#include "boundary/k7q/ModelFactory.h"
 #include "boundary/tarvelon/Packages.h"
+#include "platform/k7q/Destruction.h"
+#include "platform/k7q/ModelFactory.h"
 #include "platform/tarvelon/Described.h"
 #include "platform/tarvelon/Refusal.h"
 

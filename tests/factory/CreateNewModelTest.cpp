@@ -2,7 +2,7 @@
 #include <new>
 
 #include "boundary/k7q/Introspection.h"
-#include "boundary/k7q/ModelFactory.h"
+#include "platform/k7q/ModelFactory.h"
 #include "tests/factory/Support.h"
 
 using namespace factory;

@@ -4,8 +4,8 @@
 
 #include "binding/Methods.h"
 #include "boundary/k7q/ClassMetaData.h"
-#include "boundary/k7q/Destruction.h"
-#include "boundary/k7q/Initialize.h"
+#include "platform/k7q/Destruction.h"
+#include "platform/k7q/Initialize.h"
 #include "tests/k7q/FakeTables.h"
 
 namespace fake {
