@@ -41,7 +41,7 @@ def models():
     `Factory.createNewModel()` binds the model that it makes. A bound model is held until it is closed;
     `K7Q.Model.find(uri)` gives it, or None.
     """
-    kind = sys.modules[__name__].Model
+    kind = _modules[__name__].Model
     return [kind.find(uri) for uri in kind.uris()]
 
 

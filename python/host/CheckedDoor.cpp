@@ -96,16 +96,20 @@ bool isIterator(PyObject* object) {
                                     ": the iterator stands at the " + edge + " of its sequence");
 }
 
-void requireInside(const Call& call) {
-  const auto& iterator = *reinterpret_cast<const HostIterator*>(call.self);
-  if ((call.name() == "item" || call.name() == "getNext") && standsAtEnd(iterator)) raiseAtEdge(call, "end");
-  if (call.name() == "getPrev" && standsAtBegin(iterator)) raiseAtEdge(call, "beginning");
-  const bool isStep = call.name() == "item" || call.name() == "getNext" || call.name() == "getPrev";
-  const bool isMeant = isStep || iterator.isRetired;
-  if (!isMeant || !isStale(iterator)) return;
+[[noreturn]] void raiseElementGone(const Call& call) {
   raise(errors().staleIterator,
         std::string(call.type.cls->shortName()) + "." + std::string(call.name()) +
             ": the element it stood on is gone; take another iterator from begin() or end()");
+}
+
+void requireInside(const Call& call) {
+  const auto& iterator = *reinterpret_cast<const HostIterator*>(call.self);
+  // Where a retired iterator stood, another element may be by now: it is at no edge.
+  if (iterator.isRetired) raiseElementGone(call);
+  if ((call.name() == "item" || call.name() == "getNext") && standsAtEnd(iterator)) raiseAtEdge(call, "end");
+  if (call.name() == "getPrev" && standsAtBegin(iterator)) raiseAtEdge(call, "beginning");
+  const bool isStep = call.name() == "item" || call.name() == "getNext" || call.name() == "getPrev";
+  if (isStep && isStale(iterator)) raiseElementGone(call);
 }
 
 }  // namespace

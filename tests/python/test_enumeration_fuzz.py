@@ -256,7 +256,7 @@ class Sequences(RuleBasedStateMachine):
         entry = self.pick(number)
         place, node = entry
         if self.is_stale(node):
-            self.refuses(K7Q.StaleIterator, place.getPrev)
+            self.refuses(K7Q.StaleIterator, place.getPrev, GONE)
         elif self.index_of(node) == 0:
             self.refuses(K7Q.StaleIterator, place.getPrev, "at the beginning")
         else:

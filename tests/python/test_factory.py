@@ -67,7 +67,6 @@ def test_a_closed_model_gives_its_uri_back():
         assert next_one.getUri() == uri
 
 
-@pytest.mark.xfail(raises=NameError, reason="models() names a module that it does not import", strict=True)
 def test_models_lists_those_that_are_bound_and_open_in_their_order(model):
     with Factory.createNewModel() as second, K7Q.Model.create() as unbound:
         listed = K7Q.models()
