@@ -72,7 +72,7 @@ class Factory : public K7Q::FactoryObject {
   const {
     const auto object = ConstructorMatch<X, Arguments...>::apply(
         [this](const auto& methods, unsigned constructor, std::span<const K7Q::Object> objects) {
-          return create(methods, constructor, objects);
+          return this->create(methods, constructor, objects);
         },
         arguments...);
     return X(object.getClassObject(), object.getDeviant());

@@ -3,6 +3,7 @@
 
 #include "arplatform/Tables.h"
 #include "boundary/tarvelon/Factory.h"
+#include "foundation/Table.h"
 #include "tests/factory/Support.h"
 
 using namespace factory;
@@ -283,6 +284,13 @@ TEST_F(Create, GivesTheFactorysDeviantWhateverTheInterfaceGave) {
   OwnFactory interface(K7Q::Model::create());
   const arplatform::Factory factory(&interface, kOther);
   EXPECT_EQ(createPackage(factory).getDeviant(), kOther);
+}
+
+TEST_F(Create, IsTypedForAProgram) {
+  const auto factory = arplatform::Factory::createNewFactory(K7Q::Model::create());
+  const auto package = factory.create<arplatform::common::Package>(u"P");
+  EXPECT_EQ(K7Q::String::to_string(package.get<"Name">()), "P");
+  EXPECT_EQ(factory.create<arplatform::common::Sd>(u"key", u"value").getDeviant(), factory.getDeviant());
 }
 
 TEST_F(Create, OfAnEmptyNativeHandleRaisesTheNullText) {
