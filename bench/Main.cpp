@@ -24,8 +24,8 @@ class RatioReporter final : public benchmark::ConsoleReporter {
     }
   }
   bool ReportContext(const Context& context) override {
-    std::printf("%d cores at %.0f MHz; the fastest of the repetitions, nanoseconds of CPU time\n", context.cpu_info.num_cpus,
-                context.cpu_info.cycles_per_second / 1e6);
+    std::printf("%d cores at %.0f MHz; the fastest of the repetitions, nanoseconds of CPU time\n",
+                context.cpu_info.num_cpus, context.cpu_info.cycles_per_second / 1e6);
     return true;
   }
   void Finalize() override {

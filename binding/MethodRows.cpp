@@ -19,7 +19,7 @@ void addRow(MethodTable& table, const MethodRow& row, const RowNames& names) {
     arguments[count++] = resolve(argument, names);
   }
   const MethodSpec spec{row.name, row.attributes, row.parameterNames, resolve(row.result, names),
-                                 row.self ? resolve(row.self, names) : InternedName()};
+                        row.self ? resolve(row.self, names) : InternedName()};
   row.add(table, spec, {arguments.data(), count});
 }
 

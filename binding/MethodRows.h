@@ -30,8 +30,7 @@ struct MethodRow {
   const char* result;
   const char* self;
   Arguments arguments;
-  void (*add)(MethodTable& table, const MethodSpec& spec,
-              std::span<const InternedName> arguments);
+  void (*add)(MethodTable& table, const MethodSpec& spec, std::span<const InternedName> arguments);
   std::uint32_t attributes = 0;
   const char* parameterNames = "";
 
@@ -51,8 +50,7 @@ struct MethodRow {
 
 /// Adds a record for native function F.
 template <auto F>
-void addRecord(MethodTable& table, const MethodSpec& spec,
-               std::span<const InternedName> arguments) {
+void addRecord(MethodTable& table, const MethodSpec& spec, std::span<const InternedName> arguments) {
   switch (arguments.size()) {
     case 0:
       return table.add(spec, {}, F);

@@ -18,8 +18,8 @@
 ///     CLASS(Referrable)
 ///     ENUMERATION(ArxmlFilePackagingKind, Modular, SingleFile)
 ///
-/// and declares them with TARVELON_DECLARE_CLASS and TARVELON_DECLARE_ENUMERATION. Every other list of them is another
-/// projection of that macro.
+/// and declares them with TARVELON_DECLARE_CLASS and TARVELON_DECLARE_ENUMERATION. Every other list of them
+/// is another projection of that macro.
 namespace Tarvelon::metamodel {
 
 /// The host names of a metamodel class; all texts are literals.

@@ -68,14 +68,14 @@ inline constexpr Role kRefers = Role::Refers;
 
 /// What the model computes a derived property from.
 enum class Derivation : std::uint8_t {
-  None,            ///< stored
-  Nothing,         ///< never a value: this library has none of that kind
-  Model,           ///< the model
-  Root,            ///< where the way up ends: the object itself when nothing holds it
-  Owner,           ///< the owner, if it is of the property's class
-  NearestOwner,    ///< the first of the property's class on the way up
-  Owned,           ///< all that the object holds of the property's class, in order of storage
-  OwnedPackaged,   ///< those of its packaged elements that are of the property's class
+  None,           ///< stored
+  Nothing,        ///< never a value: this library has none of that kind
+  Model,          ///< the model
+  Root,           ///< where the way up ends: the object itself when nothing holds it
+  Owner,          ///< the owner, if it is of the property's class
+  NearestOwner,   ///< the first of the property's class on the way up
+  Owned,          ///< all that the object holds of the property's class, in order of storage
+  OwnedPackaged,  ///< those of its packaged elements that are of the property's class
 };
 
 /// Attribute word of a property record.
@@ -92,7 +92,7 @@ struct PropertyRow {
   K7Q::mi::Multiplicity multiplicity = K7Q::mi::Multiplicity::Optional;
   K7Q::mi::Mutability mutability = K7Q::mi::Mutability::Writable;
   Role role = Role::Value;
-  bool isExposed = true;   ///< false: a meta property alone, the base's host property serves
+  bool isExposed = true;  ///< false: a meta property alone, the base's host property serves
   Derivation derivation = Derivation::None;  ///< other than None: read-only, no storage
 
   constexpr bool isMany() const noexcept { return multiplicity == K7Q::mi::Multiplicity::Many; }

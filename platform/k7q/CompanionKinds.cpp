@@ -8,11 +8,13 @@ namespace {
 template <class Element>
 constexpr std::span<const MethodRow> kChangeable = binding::kSequenceRows<Element, Iterator<Element>>;
 template <class Element>
-constexpr std::span<const MethodRow> kFixed = binding::kImmutableSequenceRows<Element, ImmutableIterator<Element>>;
+constexpr std::span<const MethodRow> kFixed =
+    binding::kImmutableSequenceRows<Element, ImmutableIterator<Element>>;
 template <class Element>
 constexpr std::span<const MethodRow> kWalking = binding::kIteratorRows<Element, Iterator<Element>>;
 template <class Element>
-constexpr std::span<const MethodRow> kFixedWalking = binding::kIteratorRows<Element, ImmutableIterator<Element>>;
+constexpr std::span<const MethodRow> kFixedWalking =
+    binding::kIteratorRows<Element, ImmutableIterator<Element>>;
 
 constexpr const ElementKind* kNothing = nullptr;
 

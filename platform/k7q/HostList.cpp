@@ -52,7 +52,9 @@ void HostList::dropDead() const {
       if (isDead(ref)) mIndex->erase(ref.value());
     }
   }
+  const std::size_t before = mElements.size();
   mElements.erase(std::remove_if(mElements.begin(), mElements.end(), isDead), mElements.end());
+  if (mElements.size() != before) ++mChanges;
   mDestructionsSeen = mi::gDestructions;
 }
 
@@ -69,12 +71,13 @@ bool HostList::holds(const Ref& ref) const {
 std::size_t HostList::positionOf(const IteratorIntf* iterator) const {
   const auto* position = dynamic_cast<const HostListIterator*>(iterator);
   require(position && position->list() == this, text::kIteratorOfOther);
+  position->requireFresh();
   // Behind the end is the end: the list may have become shorter.
   return std::min(position->position(), mElements.size());
 }
 
-std::unique_ptr<IteratorIntf> HostList::iteratorAt(std::size_t position) const {
-  return std::unique_ptr<IteratorIntf>(new HostListIterator(*this, position));
+std::unique_ptr<HostListIterator> HostList::iteratorAt(std::size_t position) const {
+  return std::make_unique<HostListIterator>(*this, position);
 }
 
 void HostList::insertAt(std::size_t position, Ref ref) {
@@ -86,11 +89,13 @@ void HostList::insertAt(std::size_t position, Ref ref) {
     if (mIndex) mIndex->erase(value);
     throw;
   }
+  ++mChanges;
 }
 
 void HostList::eraseRange(std::size_t first, std::size_t last) {
   for (std::size_t i = first; mIndex && i < last; ++i) mIndex->erase(mElements[i].value());
   mElements.erase(mElements.begin() + offset(first), mElements.begin() + offset(last));
+  ++mChanges;
 }
 
 Ref HostList::generic_at(const Deviant& /*aDeviant*/, int index) const {
@@ -121,6 +126,7 @@ void HostList::generic_clear(const Deviant& /*aDeviant*/) {
   elements();
   if (mIndex) mIndex->clear();
   mElements.clear();
+  ++mChanges;
 }
 
 int HostList::generic_size(const Deviant& /*aDeviant*/) const { return static_cast<int>(elements().size()); }
@@ -140,6 +146,7 @@ std::unique_ptr<IteratorIntf> HostList::generic_insert(const Deviant& /*aDeviant
   const bool isThere = mIndex && holds(ref);
   auto result = iteratorAt(isThere ? find(ref) : position);
   insertAt(position, std::move(ref));
+  result->refresh();
   return result;
 }
 
@@ -150,6 +157,7 @@ std::unique_ptr<IteratorIntf> HostList::generic_erase(const Deviant& /*aDeviant*
   require(position < mElements.size(), text::kIteratorAtEnd);
   auto result = iteratorAt(position);
   eraseRange(position, position + 1);
+  result->refresh();
   return result;
 }
 
@@ -161,6 +169,7 @@ std::unique_ptr<IteratorIntf> HostList::generic_erase(const Deviant& /*aDeviant*
   require(begin <= end, text::kIndexOutOfBounds);
   auto result = iteratorAt(begin);
   eraseRange(begin, end);
+  result->refresh();
   return result;
 }
 
@@ -201,6 +210,7 @@ void HostList::generic_replace(const Deviant& /*aDeviant*/, int index, Ref ref) 
     mIndex->erase(element.value());
   }
   element = std::move(ref);
+  ++mChanges;
 }
 
 bool HostList::generic_contains(const Deviant& /*aDeviant*/, Ref ref) const {
@@ -219,6 +229,7 @@ int HostList::generic_removeAll(const Deviant& /*aDeviant*/, Ref ref) {
   mElements.erase(std::remove_if(mElements.begin(), mElements.end(),
                                  [&ref](const Ref& element) { return element.equals(ref); }),
                   mElements.end());
+  if (mElements.size() != before) ++mChanges;
   return static_cast<int>(before - mElements.size());
 }
 

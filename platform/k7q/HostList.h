@@ -12,6 +12,8 @@
 
 namespace K7Q {
 
+class HostListIterator;
+
 /// What the elements of a list are, and how they are told apart.
 struct ElementKind {
   /// Raises K7Q::WrongType for a value that is no element of the class, K7Q::WrongValue for an empty one, one
@@ -75,6 +77,12 @@ class HostList final : public SequenceProxy {
                                   const char* name) const override;
   int generic_removeAll(const Deviant& aDeviant, Generic::Ref ref) override;
 
+  /// Differs from before when elements have come, gone or been replaced. Raises like every other question.
+  std::uint64_t changes() const {
+    elements();
+    return mChanges;
+  }
+
  private:
   struct Hash {
     const ElementKind* kind;
@@ -95,7 +103,7 @@ class HostList final : public SequenceProxy {
   bool holds(const Generic::Ref& ref) const;
   std::size_t find(const Generic::Ref& ref) const;
   std::size_t positionOf(const Generic::IteratorIntf* iterator) const;
-  std::unique_ptr<Generic::IteratorIntf> iteratorAt(std::size_t position) const;
+  std::unique_ptr<HostListIterator> iteratorAt(std::size_t position) const;
   void insertAt(std::size_t position, Generic::Ref ref);
   void eraseRange(std::size_t first, std::size_t last);
 
@@ -103,6 +111,7 @@ class HostList final : public SequenceProxy {
   ruvo::InternedName mElementClass;
   ImmutableModel mModel;
   mutable std::uint64_t mDestructionsSeen;
+  mutable std::uint64_t mChanges = 0;
   mutable Elements mElements;
   /// The values of a unique list.
   mutable std::unique_ptr<Index> mIndex;

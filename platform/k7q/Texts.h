@@ -21,6 +21,10 @@ inline constexpr const char* kIteratorAtEnd =
     "the iterator stands behind the last element; compare it with the one from end() before";
 inline constexpr const char* kIteratorAtBegin =
     "the iterator stands on the first element; compare it with the one from begin() before";
+inline constexpr const char* kIteratorStale =
+    "the sequence has changed since the iterator was taken; take another one from begin() or end(), or use "
+    "the "
+    "one that the change gave";
 inline constexpr const char* kIteratorOfOther =
     "the iterator belongs to another sequence; take one from this sequence";
 inline constexpr const char* kMultiValued = "You cannot set a multi-valued property";

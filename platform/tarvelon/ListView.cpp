@@ -16,6 +16,8 @@ ListView::ListView(Instance& object, const Property& property, bool immutable)
 
 ListView::~ListView() { mObject->release(); }
 
+bool ListView::isThere() const noexcept { return mObject->isAlive(); }
+
 Instance& ListView::object() const {
   if (!mObject->isAlive()) raiseNullReference();
   return *mObject;
@@ -42,10 +44,15 @@ std::uint32_t ListView::positionOf(const K7Q::Generic::IteratorIntf* iterator) c
   if (!iterator) raiseNullReference();
   const auto* own = dynamic_cast<const ListIterator*>(iterator);
   if (!own || !own->view().showsSameAs(*this)) refuseIterator(object().cls(), *mProperty);
+  requireFresh(*own);
   return requireIndex(own->index(), count() + 1);
 }
 
-ListView::Iterator ListView::iteratorAt(std::uint32_t index) const {
+void ListView::requireFresh(const ListIterator& iterator) const {
+  if (iterator.isStale()) refuseStaleIterator(object().cls(), *mProperty);
+}
+
+std::unique_ptr<ListIterator> ListView::iteratorAt(std::uint32_t index) const {
   return std::make_unique<ListIterator>(*this, static_cast<int>(index));
 }
 
@@ -100,8 +107,9 @@ ListView::Iterator ListView::generic_erase(const K7Q::Deviant& aDeviant,
                                            const K7Q::Generic::IteratorIntf* iterator) {
   requireWritable(aDeviant);
   const std::uint32_t place = requireIndex(positionOf(iterator), count());
-  Iterator result = iteratorAt(place);
+  auto result = iteratorAt(place);
   eraseAt(place, place + 1);
+  result->refresh();
   return result;
 }
 
@@ -111,8 +119,9 @@ ListView::Iterator ListView::generic_erase(const K7Q::Deviant& aDeviant,
   requireWritable(aDeviant);
   const std::uint32_t end = positionOf(last);
   const std::uint32_t start = requireIndex(positionOf(first), end + 1);
-  Iterator result = iteratorAt(start);
+  auto result = iteratorAt(start);
   if (start != end) eraseAt(start, end);
+  result->refresh();
   return result;
 }
 

@@ -9,6 +9,7 @@
 namespace Tarvelon::metamodel::native {
 
 class Instance;
+class ListIterator;
 
 /// The live view of a many-valued property: what the sequence shows is what the object has at that moment.
 ///
@@ -17,8 +18,10 @@ class Instance;
 /// Adding:    is checked like the value of a set. In a list of references an object stands once: appending
 ///            one that is there changes nothing, inserting it at a place moves it there, and replacing
 ///            another by it takes it from where it stood. A list of texts takes duplicates.
-/// Positions: an iterator is an index into the list as it is; changes in front of it let it show another
-///            element, and behind the end it raises "sequence index out of bounds".
+/// Positions: an iterator is an index into the list as it was. Once elements have come, gone or moved it is
+/// stale
+///            and raises; what a change by iterator gives is not. Behind the end an iterator raises "sequence
+///            index out of bounds".
 /// REQUIRES:  a Ref that is given carries what the sequence holds, an object or a text.
 /// Refusals:  of an immutable view first, then of a deviant that may not be written, then of the place, then
 ///            of the element. Nothing changes.
@@ -56,6 +59,13 @@ class ListView : public K7Q::SequenceProxy {
   /// done, for a sequence of another kind.
   bool specialized_assign(const SequenceIntf* other) final;
 
+  /// Differs from before when elements have come, gone or moved.
+  virtual std::uint32_t changes() const = 0;
+  /// Raises for an iterator that was taken before a change.
+  void requireFresh(const ListIterator& iterator) const;
+
+  /// Whether the object is valid.
+  bool isThere() const noexcept;
   /// Whether both show the same property of the same object.
   bool showsSameAs(const ListView& other) const noexcept {
     return mObject == other.mObject && mProperty == other.mProperty;
@@ -87,7 +97,7 @@ class ListView : public K7Q::SequenceProxy {
   void requireElement() const;
   std::uint32_t requireIndex(std::int64_t index, std::uint32_t limit) const;
   std::uint32_t positionOf(const K7Q::Generic::IteratorIntf* iterator) const;
-  Iterator iteratorAt(std::uint32_t index) const;
+  std::unique_ptr<ListIterator> iteratorAt(std::uint32_t index) const;
 
   Instance* mObject;
   const Property* mProperty;

@@ -160,6 +160,13 @@ void refuseIterator(const ClassData& cls, const Property& property) {
       ": expected an iterator of this sequence, got one of another; take it from begin or end");
 }
 
+void refuseStaleIterator(const ClassData& cls, const Property& property) {
+  throw K7Q::Exception(
+      nameOf(cls, property) +
+      ": the sequence has changed since the iterator was taken; take another one from begin() or "
+      "end(), or use the one that the change gave");
+}
+
 void refuseLiteral(const EnumerationType& type, std::string_view literal) {
   throw K7Q::Exception("enumeration '" + std::string(type.fullName().view()) + "' has no literal '" +
                        std::string(literal) + "'; there are " + type.literalList());

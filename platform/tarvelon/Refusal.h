@@ -44,6 +44,7 @@ std::string describe(const K7Q::Object& value);
 [[noreturn]] void refuseUnset(const ClassData& cls, const Property& property);
 [[noreturn]] void refuseImmutableView(const ClassData& cls, const Property& property);
 [[noreturn]] void refuseIterator(const ClassData& cls, const Property& property);
+[[noreturn]] void refuseStaleIterator(const ClassData& cls, const Property& property);
 
 [[noreturn]] void refuseLiteral(const EnumerationType& type, std::string_view literal);
 [[noreturn]] void refuseAsEnumeration(const K7Q::Object& given);

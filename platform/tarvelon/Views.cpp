@@ -1,4 +1,5 @@
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "boundary/k7q/Introspection.h"
@@ -59,6 +60,10 @@ class ReferencesView final : public ObjectView {
     const WordList* values = list();
     return values ? values->size() : 0;
   }
+  std::uint32_t changes() const override {
+    const WordList* values = list();
+    return values ? values->changes() : 0;
+  }
   bool contains(const Ref& ref) const override {
     const Instance* element = asInstance(objectOf(ref));
     return element && &element->model() == &object().model() && containsElement(object(), mSlot, *element);
@@ -116,6 +121,10 @@ class TextsView final : public ListView {
     const WordList* values = list();
     return values ? values->size() : 0;
   }
+  std::uint32_t changes() const override {
+    const WordList* values = list();
+    return values ? values->changes() : 0;
+  }
   Ref refAt(std::uint32_t index, K7Q::Deviant /*deviant*/) const override {
     return K7Q::makeStringRef(K7Q::String(K7Q::Object(list()->at(index).text, K7Q::Deviant{})));
   }
@@ -161,7 +170,9 @@ class DerivedView final : public ObjectView {
     const Instance& host = object();
     const std::uint32_t stamp = host.model().ownershipStamp(host);
     if (!mIsCollected || stamp != mStamp) {
-      mValues = derivedValues(host, property());
+      auto values = derivedValues(host, property());
+      if (values != mValues) ++mChanges;
+      mValues = std::move(values);
       mStamp = stamp;
       mIsCollected = true;
     }
@@ -169,6 +180,10 @@ class DerivedView final : public ObjectView {
   }
   Instance& elementAt(std::uint32_t index) const override { return *values()[index]; }
   std::uint32_t count() const override { return static_cast<std::uint32_t>(values().size()); }
+  std::uint32_t changes() const override {
+    values();
+    return mChanges;
+  }
   bool contains(const Ref& ref) const override {
     for (const Instance* value : values()) {
       if (value == objectOf(ref)) return true;
@@ -186,6 +201,7 @@ class DerivedView final : public ObjectView {
 
   mutable std::vector<Instance*> mValues;
   mutable std::uint32_t mStamp = 0;
+  mutable std::uint32_t mChanges = 0;
   mutable bool mIsCollected = false;
 };
 

@@ -69,6 +69,7 @@ void WordList::insert(std::uint32_t index, Word word) noexcept {
   }
   mWords[mFirst + index] = word;
   ++mSize;
+  ++mChanges;
 }
 
 void WordList::erase(std::uint32_t first, std::uint32_t count) noexcept {
@@ -80,11 +81,13 @@ void WordList::erase(std::uint32_t first, std::uint32_t count) noexcept {
     moveWords(mWords + mFirst + first, mWords + mFirst + first + count, behind);
   }
   mSize -= count;
+  ++mChanges;
   shrink();
 }
 
 void WordList::move(std::uint32_t from, std::uint32_t to) noexcept {
   Word* words = mWords + mFirst;
+  ++mChanges;
   if (from < to) {
     std::rotate(words + from, words + from + 1, words + to + 1);
   } else {

@@ -10,8 +10,10 @@ namespace Tarvelon::metamodel::native {
 /// The values of one many-valued property, in order.
 ///
 /// Room lies on both sides of the elements, so that taking from and adding to either end does not move the
-/// others. Ownership: the list owns its storage and not what its words point at. Failure:   only make() and
-/// reserve() allocate; everything else cannot fail.
+/// others.
+///
+/// Ownership: the list owns its storage and not what its words point at.
+/// Failure:   only make() and reserve() allocate; everything else cannot fail.
 class WordList {
  public:
   static constexpr std::uint32_t kNotFound = std::numeric_limits<std::uint32_t>::max();
@@ -25,7 +27,12 @@ class WordList {
   std::uint32_t size() const noexcept { return mSize; }
   bool empty() const noexcept { return mSize == 0; }
   Word at(std::uint32_t index) const noexcept { return mWords[mFirst + index]; }
-  void set(std::uint32_t index, Word word) noexcept { mWords[mFirst + index] = word; }
+  void set(std::uint32_t index, Word word) noexcept {
+    mWords[mFirst + index] = word;
+    ++mChanges;
+  }
+  /// Differs from before when elements have come, gone or moved.
+  std::uint32_t changes() const noexcept { return mChanges; }
 
   /// Makes room for `count` more words.
   void reserve(std::uint32_t count);
@@ -46,6 +53,7 @@ class WordList {
     for (std::uint32_t index = 0; index < mSize; ++index) {
       if (!isOut(at(index))) mWords[mFirst + kept++] = at(index);
     }
+    if (kept != mSize) ++mChanges;
     mSize = kept;
     shrink();
   }
@@ -61,6 +69,7 @@ class WordList {
   std::uint32_t mCapacity = 0;
   std::uint32_t mFirst = 0;
   std::uint32_t mSize = 0;
+  std::uint32_t mChanges = 0;
 };
 
 }  // namespace Tarvelon::metamodel::native

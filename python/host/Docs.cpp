@@ -71,8 +71,9 @@ void addMakers(ruvo::Class& cls, std::string& text) {
     if (!isMaker(*record)) continue;
     const ClassPath path = pathOf(record->getSignature()->result().view());
     if (package.empty()) {
-      text += "\n\nMakes, by package (create(\"common.Package\", ...) or the method of the long name, "
-              "createmetamodelarplatformcommonPackage(...)):";
+      text +=
+          "\n\nMakes, by package (create(\"common.Package\", ...) or the method of the long name, "
+          "createmetamodelarplatformcommonPackage(...)):";
     }
     if (path.package != package) text.append("\n\n  ").append(path.package).append(":");
     package = path.package;

@@ -15,7 +15,8 @@ PyObject* compare(PyObject* left, PyObject* right, int operation) {
     const bool isComparable = (operation == Py_EQ || operation == Py_NE) && isHostObject(right) &&
                               typeOf(right)->kind == TypeKind::Iterator;
     if (!isComparable) Py_RETURN_NOTIMPLEMENTED;
-    if (reinterpret_cast<HostIterator*>(left)->isRetired || reinterpret_cast<HostIterator*>(right)->isRetired) {
+    if (reinterpret_cast<HostIterator*>(left)->isRetired ||
+        reinterpret_cast<HostIterator*>(right)->isRetired) {
       return PyBool_FromLong((left == right) == (operation == Py_EQ) ? 1 : 0);
     }
     ruvo::Class& cls = *typeOf(left)->cls;
