@@ -80,10 +80,14 @@ def package_elements(factory):
     except TypeError as refused:
         print("refused:", refused)
 
-    # An iterator of a property's sequence sees when its element goes another way, too.
+    # An iterator of a property's sequence is good until the property changes, whoever changes it.
     place = elements.begin()
     elements[0].destroy()
-    print("after destroy:", ", ".join(element.Name for element in elements), "- first:", place.item().Name)
+    print("after destroy:", ", ".join(element.Name for element in elements))
+    try:
+        place.item()
+    except K7Q.StaleIterator as refused:
+        print("refused:", refused)
 
 
 def main():

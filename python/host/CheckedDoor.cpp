@@ -97,9 +97,10 @@ bool isIterator(PyObject* object) {
 }
 
 [[noreturn]] void raiseElementGone(const Call& call) {
-  raise(errors().staleIterator,
-        std::string(call.type.cls->shortName()) + "." + std::string(call.name()) +
-            ": the element it stood on is gone; take another iterator from begin() or end()");
+  raise(errors().staleIterator, std::string(call.type.cls->shortName()) + "." + std::string(call.name()) +
+                                    ": the element it stood on is gone or the sequence has changed since; "
+                                    "take another iterator from begin() or "
+                                    "end(), or use the one that the change gave");
 }
 
 void requireInside(const Call& call) {

@@ -1,4 +1,6 @@
+#include <functional>
 #include <string>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -65,10 +67,10 @@ TEST(HostListIterator, EraseAndInsertGiveTheNewPlaceAndLeaveTheArgument) {
   const auto begin = host::callObject(list, "begin");
   const auto behind = host::callObject(list, "erase", {object(begin)});
   EXPECT_EQ(item(behind), "b");
-  EXPECT_EQ(item(begin), "b");
-  EXPECT_EQ(item(host::callObject(list, "insert", {object(behind), text(u"x")})), "x");
+  const auto inserted = host::callObject(list, "insert", {object(behind), text(u"x")});
+  EXPECT_EQ(item(inserted), "x");
   EXPECT_EQ(walk(list), "xbc");
-  const auto end = host::callObject(list, "erase", {object(begin), object(host::callObject(list, "end"))});
+  const auto end = host::callObject(list, "erase", {object(inserted), object(host::callObject(list, "end"))});
   EXPECT_TRUE(equal(end, host::callObject(list, "end")));
   EXPECT_EQ(walk(list), "");
 }
@@ -86,14 +88,36 @@ TEST(HostListIterator, SaysSoAtTheEnds) {
   EXPECT_EQ(walk(list), "abc");
 }
 
-TEST(HostListIterator, StaysSafeWhenTheListGetsShorter) {
+TEST(HostListIterator, IsStaleOnceTheListHasChanged) {
   const auto list = abc();
-  const auto iterator = host::callObject(list, "begin");
-  host::call(iterator, "getNext");
-  host::call(list, "clear");
-  EXPECT_NE(raised([&] { item(iterator); }).find("behind the last element"), std::string::npos);
-  EXPECT_TRUE(equal(host::callObject(list, "insert", {object(iterator), text(u"x")}),
-                    host::callObject(list, "begin")));
+  constexpr const char* kStale = "the sequence has changed since the iterator was taken";
+  const std::vector<std::function<void()>> changes{
+      [&] { host::call(list, "push_back", {text(u"d")}); },
+      [&] { host::call(list, "push_front", {text(u"0")}); },
+      [&] { host::call(list, "pop_back"); },
+      [&] { host::call(list, "pop_front"); },
+      [&] {
+        host::call(list, "replace", {object(list), host::integer(1), text(u"r")});
+      },
+      [&] {
+        host::call(list, "erase", {object(list), host::integer(1)});
+      },
+      [&] { host::call(list, "removeAll", {text(u"c")}); },
+      [&] { host::call(list, "clear"); }};
+  for (const auto& change : changes) {
+    const auto iterator = host::callObject(list, "begin");
+    const auto saved = host::callObject(list, "begin");
+    change();
+    for (const char* use : {"item", "getNext", "getPrev"}) {
+      EXPECT_NE(raised([&] { host::call(iterator, use); }).find(kStale), std::string::npos) << use;
+    }
+    EXPECT_NE(raised([&] {
+                host::call(list, "insert", {object(iterator), text(u"x")});
+              }).find(kStale),
+              std::string::npos);
+    EXPECT_FALSE(equal(iterator, host::callObject(list, "begin")));
+    EXPECT_TRUE(equal(iterator, saved));
+  }
 }
 
 TEST(HostListIterator, KeepsItsListAlive) {

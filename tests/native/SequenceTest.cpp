@@ -1,50 +1,9 @@
-// The live views of many-valued properties and their iterators.
+// The live views of many-valued properties.
 
-#include <string>
-#include <vector>
-
-#include "tests/native/Support.h"
+#include "tests/native/SequenceFixture.h"
 
 namespace {
 
-constexpr std::string_view kEmpty = "sequence is empty";
-constexpr std::string_view kNegative = "sequence index must be positive";
-constexpr std::string_view kBeyond = "sequence index out of bounds";
-
-template <class Call>
-void expectAssertion(std::string_view message, Call call) {
-  const std::string text = refusalOf(call);
-  EXPECT_EQ(text.find("Assertion failed: " + std::string(message) + " at platform/tarvelon/"), 0U) << text;
-}
-
-/// The sequence of a formula's constants, which it refers to.
-class Sequence : public testing::Test {
- protected:
-  Sequence() {
-    for (const char16_t* name : {u"a", u"b", u"c"})
-      mConstants.push_back(variant::SystemConst::create(mModel, name));
-  }
-  K7Q::Generic::SequenceIntf& sequence() const { return mSequence.get(); }
-  K7Q::Generic::Ref ref(std::size_t index) const { return refOf(mConstants[index]); }
-  void fill() const {
-    for (const auto& constant : mConstants) sequence().generic_push_back({}, refOf(constant));
-  }
-  K7Q::IteratorHandle begin() const { return {sequence().generic_begin({}), {}}; }
-  K7Q::IteratorHandle end() const { return {sequence().generic_end({}), {}}; }
-  std::string names() const {
-    std::string all;
-    for (const auto& constant : mFormula.get<"SysConst">())
-      all += K7Q::String::to_string(constant.get<"Name">());
-    return all;
-  }
-
-  K7Q::Model mModel = K7Q::Model::create();
-  std::vector<variant::SystemConst> mConstants;
-  variant::SystemConstDependentFormula mFormula = variant::SystemConstDependentFormula::create(mModel, u"f");
-  K7Q::SequenceHandle mSequence =
-      Access<variant::SystemConstDependentFormula>(mFormula, "SysConst").sequence();
-};
-using SequenceIterator = Sequence;
 using TextSequence = Sequence;
 
 }  // namespace
@@ -285,95 +244,6 @@ TEST_F(Sequence, OfADestroyedObjectRaises) {
   expectNullReference([&] { sequence().generic_begin({}); });
   expectNullReference([&] { sequence().generic_contains({}, ref(0)); });
   expectNullReference([&] { sequence().generic_push_back({}, ref(0)); });
-}
-
-TEST_F(SequenceIterator, VisitsEveryElement) {
-  fill();
-  const auto at = begin();
-  std::string visited;
-  for (; !at.getInterface()->equal(end().getInterface()); at.getInterface()->next({})) {
-    const auto element = at.getInterface()->current({});
-    visited += K7Q::String::to_string(
-        variant::SystemConst::cast(
-            K7Q::Object(static_cast<K7Q::NSInterface::ObjectIntf*>(element.value()), {}))
-            .get<"Name">());
-  }
-  EXPECT_EQ(visited, "abc");
-}
-
-TEST_F(SequenceIterator, StepsBackToWhereItCameFrom) {
-  fill();
-  const auto at = begin();
-  const K7Q::IteratorHandle copy = at;
-  at.getInterface()->next({});
-  EXPECT_FALSE(at.getInterface()->equal(copy.getInterface()));
-  at.getInterface()->previous({});
-  EXPECT_TRUE(at.getInterface()->equal(copy.getInterface()));
-  EXPECT_FALSE(at.getInterface()->equal(nullptr));
-}
-
-TEST_F(SequenceIterator, NeverReadsPastTheEnds) {
-  fill();
-  const auto at = end();
-  expectAssertion(kBeyond, [&] { at.getInterface()->current({}); });
-  at.getInterface()->next({});
-  expectAssertion(kBeyond, [&] { at.getInterface()->current({}); });
-  const auto first = begin();
-  first.getInterface()->previous({});
-  expectAssertion(kNegative, [&] { first.getInterface()->current({}); });
-}
-
-TEST_F(SequenceIterator, OverAListThatBecameShorterRaises) {
-  fill();
-  const auto at = begin();
-  at.getInterface()->next({});
-  at.getInterface()->next({});
-  mConstants[0].destroy();
-  expectAssertion(kBeyond, [&] { at.getInterface()->current({}); });
-  sequence().generic_clear({});
-  expectAssertion(kBeyond, [&] { sequence().generic_erase({}, at.getInterface()); });
-}
-
-TEST_F(SequenceIterator, TellsWhereToInsertAndErase) {
-  fill();
-  mConstants.push_back(variant::SystemConst::create(mModel, u"d"));
-  const auto at = begin();
-  at.getInterface()->next({});
-  const K7Q::IteratorHandle inserted(sequence().generic_insert({}, at.getInterface(), ref(3)), {});
-  EXPECT_EQ(names(), "adbc");
-  EXPECT_TRUE(inserted.getInterface()->current({}).equals(ref(3)));
-  const K7Q::IteratorHandle behind(sequence().generic_erase({}, at.getInterface()), {});
-  EXPECT_EQ(names(), "abc");
-  EXPECT_TRUE(behind.getInterface()->current({}).equals(ref(1)));
-  const K7Q::IteratorHandle rest(sequence().generic_erase({}, at.getInterface(), end().getInterface()), {});
-  EXPECT_EQ(names(), "a");
-  EXPECT_TRUE(rest.getInterface()->equal(end().getInterface()));
-  const K7Q::IteratorHandle none(sequence().generic_erase({}, begin().getInterface(), begin().getInterface()),
-                                 {});
-  EXPECT_EQ(names(), "a");
-}
-
-TEST_F(SequenceIterator, TellsWhereAnElementHasMoved) {
-  fill();
-  const K7Q::IteratorHandle moved(sequence().generic_insert({}, end().getInterface(), ref(0)), {});
-  EXPECT_EQ(names(), "bca");
-  EXPECT_TRUE(moved.getInterface()->current({}).equals(ref(0)));
-}
-
-TEST_F(SequenceIterator, IsRefusedByAnotherSequenceAndInTheWrongOrder) {
-  fill();
-  const auto other = Access<variant::SystemConstDependentFormula>(mFormula, "SysCString").sequence();
-  const K7Q::IteratorHandle foreign(other.get().generic_begin({}), {});
-  EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { sequence().generic_erase({}, foreign.getInterface()); }),
-            "SystemConstDependentFormula.SysConst: expected an iterator of this sequence, got one of "
-            "another; take it "
-            "from begin or end");
-  EXPECT_FALSE(foreign.getInterface()->equal(begin().getInterface()));
-  expectAssertion(kBeyond,
-                  [&] { sequence().generic_erase({}, end().getInterface(), begin().getInterface()); });
-  expectNullReference(
-      [&] { sequence().generic_erase({}, static_cast<K7Q::Generic::IteratorIntf*>(nullptr)); });
-  EXPECT_EQ(names(), "abc");
 }
 
 TEST_F(TextSequence, KeepsTextsAndDuplicates) {

@@ -76,14 +76,22 @@ def test_an_iterator_whose_element_is_gone_raises(sequence):
             use()
 
 
-def test_an_iterator_of_a_sequence_that_grew_again_stands_in_it(sequence):
-    place = sequence.end()
-    place.getPrev()
+def test_an_iterator_is_stale_once_its_sequence_has_changed(sequence):
+    place, end = sequence.begin(), sequence.end()
     elements = list(sequence)
     sequence.clear()
     sequence += elements
 
-    assert place.item() == elements[-1]
+    assert place != sequence.begin() and end != sequence.end()
+    for use in (place.item, place.getNext, place.getPrev, end.getPrev):
+        with pytest.raises(K7Q.StaleIterator, match="or the sequence has changed since"):
+            use()
+
+
+def test_an_iterator_that_a_change_gives_is_fresh(sequence):
+    place = sequence.erase(sequence.begin())
+
+    assert place.item() == sequence[0] and place == sequence.begin()
 
 
 def test_an_iterator_of_a_destroyed_object_says_what_the_model_says(package):
