@@ -97,11 +97,9 @@ TEST(HostListIterator, IsStaleOnceTheListHasChanged) {
       [&] { host::call(list, "pop_back"); },
       [&] { host::call(list, "pop_front"); },
       [&] {
-        host::call(list, "replace", {object(list), host::integer(1), text(u"r")});
+        host::call(list, "replace", {host::integer(1), text(u"r")});
       },
-      [&] {
-        host::call(list, "erase", {object(list), host::integer(1)});
-      },
+      [&] { host::call(list, "erase", {host::integer(1)}); },
       [&] { host::call(list, "removeAll", {text(u"c")}); },
       [&] { host::call(list, "clear"); }};
   for (const auto& change : changes) {

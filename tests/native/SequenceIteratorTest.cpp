@@ -51,13 +51,13 @@ TEST_F(SequenceIterator, IsStaleOnceTheListHasChanged) {
   mConstants.push_back(variant::SystemConst::create(mModel, u"d"));
   const std::vector<std::function<void()>> changes{
       [&] { sequence().generic_push_back({}, ref(3)); }, [&] { sequence().generic_insert({}, 0, ref(3)); },
-      [&] { sequence().generic_erase({}, 1); },          [&] { mConstants[0].destroy(); },
+      [&] { sequence().generic_erase({}, 1); },          [&] { mConstants[1].destroy(); },
       [&] { sequence().generic_pop_back({}); },          [&] { sequence().generic_clear({}); }};
   for (const auto& change : changes) {
     const auto at = begin();
     change();
     const auto expectStale = [](const auto& use) {
-      EXPECT_NE(refusalOf(use).find("PackagedElement: the sequence has changed since"), std::string::npos);
+      EXPECT_NE(refusalOf(use).find("SysConst: the sequence has changed since"), std::string::npos);
     };
     expectStale([&] { at.getInterface()->current({}); });
     expectStale([&] { at.getInterface()->next({}); });
