@@ -85,7 +85,9 @@ class COWWrapper {
   explicit COWWrapper(COWWrapperTypedData<C>* data) noexcept : mData(data) {
     mData->mRefCount.fetch_add(1, std::memory_order_acq_rel);
   }
-  bool isPrivate() const noexcept { return mData->mRefCount.load(std::memory_order_relaxed) == 1; }
+  // Who finds the payload private writes it: what the others read of it before they let go comes first. On
+  // the processors at hand this is a plain load.
+  bool isPrivate() const noexcept { return mData->mRefCount.load(std::memory_order_acquire) == 1; }
   // Apart from detach(), which most of the time is the test alone.
   [[gnu::noinline]] void copyShared() {
     // Another thread may have let go meanwhile, which saves the copy.

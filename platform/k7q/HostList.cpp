@@ -72,8 +72,7 @@ std::size_t HostList::positionOf(const IteratorIntf* iterator) const {
   const auto* position = dynamic_cast<const HostListIterator*>(iterator);
   require(position && position->list() == this, text::kIteratorOfOther);
   position->requireFresh();
-  // Behind the end is the end: the list may have become shorter.
-  return std::min(position->position(), mElements.size());
+  return position->position();
 }
 
 std::unique_ptr<HostListIterator> HostList::iteratorAt(std::size_t position) const {
@@ -93,6 +92,7 @@ void HostList::insertAt(std::size_t position, Ref ref) {
 }
 
 void HostList::eraseRange(std::size_t first, std::size_t last) {
+  if (first == last) return;
   for (std::size_t i = first; mIndex && i < last; ++i) mIndex->erase(mElements[i].value());
   mElements.erase(mElements.begin() + offset(first), mElements.begin() + offset(last));
   ++mChanges;
@@ -124,6 +124,7 @@ std::unique_ptr<IteratorIntf> HostList::generic_end(const Deviant& /*aDeviant*/)
 
 void HostList::generic_clear(const Deviant& /*aDeviant*/) {
   elements();
+  if (mElements.empty()) return;
   if (mIndex) mIndex->clear();
   mElements.clear();
   ++mChanges;
@@ -204,6 +205,7 @@ void HostList::generic_replace(const Deviant& /*aDeviant*/, int index, Ref ref) 
   const std::size_t position = checkedIndex(index, elements().size());
   requireElement(ref);
   Ref& element = mElements[position];
+  if (element.equals(ref)) return;
   if (mIndex && element.value() != ref.value()) {
     // What stands here or elsewhere already stays where it is.
     if (!mIndex->insert(ref.value()).second) return;

@@ -37,8 +37,7 @@ extern const ElementKind kAnyElements;
 /// adding it again changes nothing.
 ///
 /// Model:    objects of a list that was made for a model are valid objects of that model, and the list ends
-/// with
-///           it: then every operation raises kNullReference. It keeps the model alive.
+///           with it: then every operation raises kNullReference. It keeps the model alive.
 /// Elements: an object that is destroyed leaves the list, as it leaves the sequences of its model.
 /// Failure:  indices and elements are tested before anything changes, and a failed allocation leaves the list
 ///           as it was.

@@ -22,7 +22,7 @@ class HostListIterator final : public IteratorProxy {
   /// Raises for an iterator that was taken before a change.
   void requireFresh() const;
   /// Says that the place was told after the change.
-  void refresh() noexcept { mChanges = mList.changes(); }
+  void refresh() { mChanges = mList.changes(); }
 
   Generic::Ref current(const Deviant& aDeviant) const override;
   void next(const Deviant& aDeviant) override;

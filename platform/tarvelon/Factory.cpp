@@ -26,17 +26,35 @@ std::string_view relativeName(const ClassMethods& table) {
   return name;
 }
 
-const ClassMethods& find(std::string_view name) {
-  std::vector<std::string_view> candidates;
+/// Calls visit(table) for each class that can be named, until it says true.
+template <class Visit>
+void visitClasses(Visit visit) {
   for (const PackageRow& package : packageRows()) {
     for (const ClassMethods* table : package.classes) {
       if (!table->rows() || relativeName(*table).starts_with(kKernel)) continue;
-      if (name == table->className().name || name == relativeName(*table)) return *table;
-      candidates.push_back(relativeName(*table));
+      if (visit(*table)) return;
     }
   }
+}
+
+[[noreturn]] void refuseName(std::string_view name) {
+  std::vector<std::string_view> candidates;
+  visitClasses([&candidates](const ClassMethods& table) {
+    candidates.push_back(relativeName(table));
+    return false;
+  });
   throw K7Q::UnknownName("Factory.createFromString: there is no class '" + std::string(name) + "'" +
                          ruvo::didYouMean(name, candidates) + " (a name is dotted, as in 'common.Package')");
+}
+
+const ClassMethods& find(std::string_view name) {
+  const ClassMethods* found = nullptr;
+  visitClasses([&](const ClassMethods& table) {
+    if (name == table.className().name || name == relativeName(table)) found = &table;
+    return found != nullptr;
+  });
+  if (!found) refuseName(name);
+  return *found;
 }
 
 constexpr std::string_view kName = "Name";

@@ -19,9 +19,8 @@ class ListIterator;
 ///            one that is there changes nothing, inserting it at a place moves it there, and replacing
 ///            another by it takes it from where it stood. A list of texts takes duplicates.
 /// Positions: an iterator is an index into the list as it was. Once elements have come, gone or moved it is
-/// stale
-///            and raises; what a change by iterator gives is not. Behind the end an iterator raises "sequence
-///            index out of bounds".
+///            stale and raises; what a change by iterator gives is not. Behind the end an iterator raises
+///            "sequence index out of bounds".
 /// REQUIRES:  a Ref that is given carries what the sequence holds, an object or a text.
 /// Refusals:  of an immutable view first, then of a deviant that may not be written, then of the place, then
 ///            of the element. Nothing changes.

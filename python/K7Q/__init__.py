@@ -42,7 +42,8 @@ def models():
     `K7Q.Model.find(uri)` gives it, or None.
     """
     kind = _modules[__name__].Model
-    return [kind.find(uri) for uri in kind.uris()]
+    found = (kind.find(uri) for uri in kind.uris())
+    return [model for model in found if model is not None]  # another thread may have closed one meanwhile
 
 
 _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})

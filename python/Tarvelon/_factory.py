@@ -18,26 +18,23 @@ def _name_of(cls):
     )
 
 
-def _refusal(factory, name):
-    """The error for a class that the factory does not make, with the one that may have been meant."""
+def _names(factory):
+    """The names of all classes that the factory makes, from their packages on."""
     made = [each.removeprefix(_PREFIX) for each in dir(type(factory)) if each.startswith(_PREFIX)]
     packages = [each for each in _host.memberNames(_ROOT) if _host.isPackage(f"{_ROOT}.{each}")]
-    for package in packages:
-        if package + name in made:
-            return _host.UnknownName(
-                f"Factory.create: the factory makes no '{name}'; did you mean '{package}.{name}'?"
-            )
-    try:
-        factory.createFromString(name)
-    except _host.UnknownName as unknown:
-        near = str(unknown).partition("; did you mean ")[2].partition("?")[0]
-    except _host.Exception:  # no text that the host takes
-        near = ""
-    rest = f"; did you mean {near}?" if near else "; help(Factory) lists what it makes"
+    return [f"{package}.{each.removeprefix(package)}" for package in packages for each in made
+            if each.startswith(package) and each.removeprefix(package)[:1].isupper()]
+
+
+def _refusal(factory, name):
+    """The error for a class that the factory does not make, with the one that may have been meant."""
+    names = _names(factory)
+    near = next((each for each in names if each.partition(".")[2] == name), None) or _host.nearest(name, names)
+    rest = f"; did you mean '{near}'?" if near else "; help(Factory) lists what it makes"
     return _host.UnknownName(f"Factory.create: the factory makes no '{name}'{rest}")
 
 
-def _create(self, cls, /, *arguments):
+def _create(self, /, *arguments, **names):
     """create(class, ...): a new object of the class, which is given as such or by name.
 
     factory.create("common.Package", "Brakes") and factory.create(common.Package, "Brakes") are short for
@@ -47,17 +44,21 @@ def _create(self, cls, /, *arguments):
     if not hasattr(type(self), "createNewFactory"):
         given = type(self).__name__
         raise _host.WrongType(f"Factory.create: expected a factory to be called on, got {given}")
-    name = _name_of(cls)
+    if names or not arguments:
+        raise _host.WrongType(
+            "Factory.create: expected a class or its name and then the constructor's arguments, by position"
+        )
+    name = _name_of(arguments[0])
     package, _, short = name.partition(".")
     is_package = _host.isPackage(f"{_ROOT}.{package}")
     method = getattr(type(self), _PREFIX + package + short, None) if is_package else None
     if method is None:
-        if is_package and short in _host.memberNames(f"{_ROOT}.{package}"):
+        if is_package and short in _host.memberNames(f"{_ROOT}.{package}") and short != "MetaPackage":
             raise _host.WrongType(
                 f"Factory.create: '{name}' is abstract or has no objects: name a class below it"
             )
         raise _refusal(self, name)
-    return method(self, *arguments)
+    return method(self, *arguments[1:])
 
 
 _create.__name__ = _create.__qualname__ = "create"

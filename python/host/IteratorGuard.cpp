@@ -28,8 +28,15 @@ class Places {
   }
   /// REQUIRES: an index from 0 below size().
   Place at(int index) const {
-    Place place = begin();
-    for (; index > 0; --index) next(*place);
+    // From the nearer end.
+    const int size = this->size();
+    if (index <= size / 2) {
+      Place place = begin();
+      for (; index > 0; --index) next(*place);
+      return place;
+    }
+    Place place = end();
+    for (; index < size; ++index) place->previous(mSequence.deviant);
     return place;
   }
   void next(K7Q::Generic::IteratorIntf& place) const { place.next(mSequence.deviant); }

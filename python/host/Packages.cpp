@@ -203,11 +203,26 @@ PyObject* statistics(PyObject* /*module*/, PyObject* /*none*/) {
   });
 }
 
+/// The candidate that a name may have been meant for.
+PyObject* nearest(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+  return guarded([&] {
+    if (count != 2 || !PyList_Check(arguments[1]))
+      raise(errors().wrongType, "nearest: expected a name and a list");
+    std::vector<std::string> names;
+    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(arguments[1]); ++i) {
+      names.push_back(textOf(PyList_GET_ITEM(arguments[1], i)));
+    }
+    const std::vector<std::string_view> candidates(names.begin(), names.end());
+    return toStr(ruvo::nearestName(textOf(arguments[0]), candidates)).release();
+  });
+}
+
 PyMethodDef gFunctions[] = {
     {"isPackage", isPackage, METH_O, "Whether there is a package of that dotted name."},
     fastMethod("member", member, "The class or function of that name in a package."),
     {"memberNames", memberNames, METH_O, "The names of a package's packages, functions and classes."},
     {"describe", describe, METH_O, "A package or class with everything registered, as dicts and lists."},
+    fastMethod("nearest", nearest, "The name in a list that comes closest to another, empty if none does."),
     fastMethod("extend", extend, "Adds members to a class before its type is made."),
     {"attributeName", attributeName, METH_O,
      "A host's name as an attribute: with an underscore if it is a keyword."},

@@ -249,9 +249,12 @@ PyObject* pop(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count) 
   });
 }
 
-/// Whether it refuses every change, by its class or as a sequence of a view that only reads.
+/// Whether it refuses every change, by its class or as the property of a view that only reads. A made
+/// sequence never does.
 bool isReadOnly(PyObject* sequence) {
-  const bool isRefusing = (nativeSequence(sequence).deviant.word & K7Q::Deviant::kReadOnly) != 0;
+  const bool isProperty = reinterpret_cast<HostSequence*>(sequence)->owner != nullptr;
+  const bool isRefusing =
+      isProperty && (nativeSequence(sequence).deviant.word & K7Q::Deviant::kReadOnly) != 0;
   return isRefusing || !typeOf(sequence)->cls->findMethods("push_back");
 }
 

@@ -118,6 +118,15 @@ TEST(HostListIterator, IsStaleOnceTheListHasChanged) {
   }
 }
 
+TEST(HostListIterator, IsNotStaleWhenNothingHasChanged) {
+  const auto list = abc();
+  const auto iterator = host::callObject(list, "begin");
+  host::call(list, "erase", {object(iterator), object(iterator)});
+  host::call(list, "removeAll", {text(u"z")});
+  host::call(list, "replace", {host::integer(1), text(u"a")});
+  EXPECT_EQ(item(iterator), "a");
+}
+
 TEST(HostListIterator, KeepsItsListAlive) {
   auto list = abc();
   const auto iterator = host::callObject(list, "begin");

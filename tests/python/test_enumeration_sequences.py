@@ -46,6 +46,7 @@ def test_make_takes_a_model_that_is_read_only_too(model, how):
     sequence.append(ONE)
 
     assert list(sequence) == [ONE]
+    assert "immutable" not in repr(sequence)
 
 
 @pytest.mark.parametrize("arguments", [(None,), (), (3,), ("untitled",), (ONE,)])

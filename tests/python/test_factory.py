@@ -8,6 +8,7 @@ import weakref
 import pytest
 
 import K7Q
+from Tarvelon.metamodel import foundation, types
 from Tarvelon.metamodel.arplatform import Factory, ImmutableFactory, common, documentation, variant
 
 PREFIX = "createmetamodelarplatform"
@@ -235,10 +236,18 @@ def test_what_is_no_class_is_a_type_error(factory, cls):
 
 
 @pytest.mark.parametrize("cls", [K7Q.Model, K7Q.Object, Factory, common.ImmutablePackage,
-                                 common.SequenceOfPackage, variant.BindingTimeKind])
+                                 common.SequenceOfPackage, variant.BindingTimeKind, foundation.Domain,
+                                 types.CompuMethod, "Tarvelon.metamodel.types.CompuMethod"])
 def test_a_class_that_is_not_made_is_refused(factory, cls):
-    with pytest.raises(K7Q.Exception):
+    with pytest.raises(K7Q.Exception) as raised:
         factory.create(cls)
+    assert "Factory.create: " in str(raised.value)
+
+
+def test_create_takes_its_arguments_by_position(factory):
+    for call in (lambda: factory.create(), lambda: factory.create("common.Package", aName="Brakes")):
+        with pytest.raises(K7Q.WrongType, match="by position"):
+            call()
 
 
 def test_an_object_of_another_model_is_a_value_error(factory):
