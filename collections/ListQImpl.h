@@ -7,7 +7,7 @@
 
 #include "boundary/k7q/Sequence.h"
 #include "collections/CopyOnWrite.h"
-#include "collections/PrimitiveCell.h"
+#include "boundary/tarvelon/PrimitiveCell.h"
 #include "collections/SequenceChecks.h"
 
 namespace K7Q {

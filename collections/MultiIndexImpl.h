@@ -10,7 +10,7 @@
 #include <boost/multi_index_container.hpp>
 
 #include "boundary/k7q/Sequence.h"
-#include "collections/PrimitiveCell.h"
+#include "boundary/tarvelon/PrimitiveCell.h"
 #include "collections/SequenceChecks.h"
 #include "collections/SequenceNames.h"
 

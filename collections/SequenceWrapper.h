@@ -6,17 +6,6 @@
 #include "boundary/k7q/ClassMetaData.h"
 #include "collections/MakeSequence.h"
 
-namespace K7Q {
-
-/// A value of an enumeration travels in a cell of its own.
-template <Tarvelon::metamodel::IsEnumeration E>
-struct ElementCarrier<E> {
-  static Generic::Ref toRef(E element) { return makeRef(element); }
-  static E fromRef(const Generic::Ref& ref) { return valueOf<E>(ref); }
-};
-
-}  // namespace K7Q
-
 /// The host classes of sequences of enumeration values.
 namespace K7Q::mi {
 

@@ -1,4 +1,4 @@
-#include "arplatform/composition/Names.h"
+#include "arplatform/composition/Table.h"
 #include "module/PackageFrame.h"
 
 ARPLATFORM_DEFINE_PACKAGE(composition, ARPLATFORM_COMPOSITION_NAMES)

@@ -1,4 +1,4 @@
-#include "arplatform/timingExtension/Names.h"
+#include "arplatform/timingExtension/Table.h"
 #include "module/PackageFrame.h"
 
 ARPLATFORM_DEFINE_PACKAGE(timingExtension, ARPLATFORM_TIMING_EXTENSION_NAMES)

@@ -7,7 +7,8 @@
 namespace K7Q {
 
 /// How a value of the element's type travels through the generic interface of sequences: a handle as its
-/// object and deviant, a text as a text object. Other values say it where they are stored.
+/// object and deviant, a text as a text object. Values of
+/// enumerations say it beside their cell.
 template <class Element>
 struct ElementCarrier {
   static Generic::Ref toRef(const Element& element) {

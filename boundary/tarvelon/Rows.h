@@ -84,8 +84,7 @@ inline constexpr std::uint16_t kHidden = 2048;
 struct PropertyRow {
   std::uint16_t id = 0;
   std::uint16_t attributes = 0;
-  const char* name = nullptr;      ///< as the host shows it; of a redefinition the meta name
-  const char* metaName = nullptr;  ///< null: the name with its first letter as a capital
+  const char* name = nullptr;      ///< as the host shows it; the meta name begins with a capital
   const TypeRow* type = nullptr;
   const char* redefined = nullptr;  ///< the inherited meta name whose storage this one shares
   const char* hidden = nullptr;     ///< the inherited meta name that the class's list leaves out
@@ -136,11 +135,6 @@ struct TypedRow : PropertyRow {
     row.derivation = from;
     return row;
   }
-  constexpr TypedRow metaNamed(const char* meta) const {
-    TypedRow row = *this;
-    row.metaName = meta;
-    return row;
-  }
 };
 
 template <class T, K7Q::mi::Multiplicity M>
@@ -188,12 +182,21 @@ requires(kIsReference<T>) constexpr auto many(unsigned id, const char* name, Rol
 inline constexpr std::size_t kMaxArguments = 8;
 
 /// A constructor: the arguments behind the model, and their names as the factory declares them.
-/// The names tie each argument to the property that it fills: " aSymbol, aName" fills Symbol and Name.
+/// The names tie each argument to the property that it fills: " aSymbol, aName" fills Symbol and Name. A name may
+/// be qualified by its class, with underscores for dots: what stands behind the last one is the property.
 struct ConstructorRow {
   const char* parameterNames = "";
   std::array<const TypeRow*, kMaxArguments> arguments{};
   std::uint8_t count = 0;
 };
+
+/// The meta name of the property that a parameter fills, empty for what is no parameter's name.
+constexpr std::string_view filledBy(std::string_view parameter) {
+  constexpr std::string_view kLead = " a";
+  if (!parameter.starts_with(kLead)) return {};
+  const auto qualified = parameter.rfind('_');
+  return parameter.substr(qualified == std::string_view::npos ? kLead.size() : qualified + 1);
+}
 
 template <class... Arguments>
 struct TypedConstructor : ConstructorRow {};

@@ -10,6 +10,7 @@
 
 #include "boundary/k7q/Deviants.h"
 #include "boundary/k7q/ElementCarrier.h"
+#include "boundary/tarvelon/PrimitiveCell.h"
 #include "boundary/tarvelon/Rows.h"
 
 /// What the native handles know from the rows at compile time: bases, constructors and properties with their

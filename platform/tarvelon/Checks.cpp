@@ -19,8 +19,7 @@ constexpr char capital(char letter) {
 }
 
 constexpr bool isNamed(const PropertyRow& row, std::string_view metaName) {
-  const std::string_view name = row.metaName ? row.metaName : row.name;
-  if (row.metaName) return name == metaName;
+  const std::string_view name = row.name;
   return !metaName.empty() && capital(name[0]) == metaName[0] && name.substr(1) == metaName.substr(1);
 }
 
@@ -82,12 +81,13 @@ constexpr bool haveHiddenProperties() {
   });
 }
 
-/// The engine has lists of objects and of texts; one of another kind needs a view of its own (Views.cpp)
+/// The engine has lists of objects, of texts and of enumeration values; one of another kind needs a view of its own (Views.cpp)
 /// first.
 template <class X>
 constexpr bool haveStorableLists() {
   return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
-    return !row.isMany() || row.type->kind == Kind::ClassObject || row.type->kind == Kind::String;
+    return !row.isMany() || row.type->kind == Kind::ClassObject || row.type->kind == Kind::String ||
+           row.type->kind == Kind::DataType;
   });
 }
 
@@ -97,8 +97,9 @@ constexpr bool fillsProperties(const ConstructorRow& constructor) {
   std::string_view rest = constructor.parameterNames;
   for (unsigned argument = 0; argument < constructor.count; ++argument) {
     const std::string_view parameter = rest.substr(0, rest.find(','));
-    if (!parameter.starts_with(" a")) return false;
-    const Found found = find<X>(parameter.substr(2));
+    const std::string_view filled = filledBy(parameter);
+    if (filled.empty()) return false;
+    const Found found = find<X>(filled);
     if (!found.isFound || found.row.isMany() || found.row.type != constructor.arguments[argument])
       return false;
     rest.remove_prefix(std::min(parameter.size() + 1, rest.size()));
@@ -118,7 +119,7 @@ constexpr bool check() {
     static_assert(haveRedefinedProperties<X>(),
                   "a redefinition names a property of a base that is stored alike");
     static_assert(haveHiddenProperties<X>(), "an entry that is left out stands in a base");
-    static_assert(haveStorableLists<X>(), "a property of many values is of a class or of texts");
+    static_assert(haveStorableLists<X>(), "a property of many values is of a class, of texts or of an enumeration");
     static_assert(haveFillingConstructors<X>(), "an argument is named after a property of its type");
   }
   return true;

@@ -145,9 +145,7 @@ void ClassData::planConstructors() {
 }
 
 ArgumentPlan ClassData::planArgument(std::string_view parameter) const {
-  // " aSymbol": a blank and an article before the name.
-  constexpr std::size_t kLead = 2;
-  const std::string_view metaName = parameter.substr(std::min(kLead, parameter.size()));
+  const std::string_view metaName = filledBy(parameter);
   const Property* property = findProperty(metaName);
   if (!property)
     refuseRows(*methods, "no property '" + std::string(metaName) + "' for a constructor's argument");

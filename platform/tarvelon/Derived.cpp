@@ -21,6 +21,23 @@ std::uint64_t slotsOf(const Instance& object, const Property& property) noexcept
   return std::uint64_t{1} << object.cls().placeOf(owner, packaged->id()).slot;
 }
 
+/// Visits what the object holds of the property's class, in order of slots, until a visit says that it is enough.
+template <class Visit>
+void visitHeld(const Instance& object, const Property& property, Visit visit) {
+  const auto isEnough = [&](Instance* held) { return property.type()->isInstance(*held) && visit(*held); };
+  for (std::uint64_t slots = object.presence() & slotsOf(object, property); slots != 0; slots &= slots - 1) {
+    const auto slot = static_cast<unsigned>(std::countr_zero(slots));
+    const Word word = *object.find(slot);
+    if ((object.cls().listSlots >> slot & 1) == 0) {
+      if (isEnough(word.object)) return;
+      continue;
+    }
+    for (std::uint32_t index = 0; index < word.list->size(); ++index) {
+      if (isEnough(word.list->at(index).object)) return;
+    }
+  }
+}
+
 }  // namespace
 
 K7Q::NSInterface::ObjectIntf* derivedValue(const Instance& object, const Property& property) noexcept {
@@ -29,6 +46,14 @@ K7Q::NSInterface::ObjectIntf* derivedValue(const Instance& object, const Propert
     const Instance* root = &object;
     while (root->owner()) root = root->owner();
     return const_cast<Instance*>(root);
+  }
+  if (property.derivation() == Derivation::Owned) {
+    Instance* first = nullptr;
+    visitHeld(object, property, [&first](Instance& held) {
+      first = &held;
+      return true;
+    });
+    return first;
   }
   Instance* owner = object.owner();
   if (property.derivation() == Derivation::NearestOwner) {
@@ -39,18 +64,10 @@ K7Q::NSInterface::ObjectIntf* derivedValue(const Instance& object, const Propert
 
 std::vector<Instance*> derivedValues(const Instance& object, const Property& property) {
   std::vector<Instance*> values;
-  const auto add = [&values, &property](Instance* held) {
-    if (property.type()->isInstance(*held)) values.push_back(held);
-  };
-  for (std::uint64_t slots = object.presence() & slotsOf(object, property); slots != 0; slots &= slots - 1) {
-    const auto slot = static_cast<unsigned>(std::countr_zero(slots));
-    const Word word = *object.find(slot);
-    if ((object.cls().listSlots >> slot & 1) == 0) {
-      add(word.object);
-      continue;
-    }
-    for (std::uint32_t index = 0; index < word.list->size(); ++index) add(word.list->at(index).object);
-  }
+  visitHeld(object, property, [&values](Instance& held) {
+    values.push_back(&held);
+    return false;
+  });
   return values;
 }
 

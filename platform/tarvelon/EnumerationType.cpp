@@ -36,6 +36,16 @@ EnumerationType::EnumerationType(const EnumerationName& enumeration)
   }
 }
 
+const ruvo::InternedName& EnumerationType::sequenceName(bool isImmutable) const {
+  ruvo::InternedName& name = mSequenceNames[isImmutable ? 1 : 0];
+  if (name.empty()) {
+    std::string text(mFullName.view().substr(0, mPrefix));
+    text.append(isImmutable ? "ImmutableSequenceOf" : "SequenceOf").append(mFullName.view().substr(mPrefix));
+    name = ruvo::InternedName(text);
+  }
+  return name;
+}
+
 std::u16string EnumerationType::name() const {
   const std::string_view text = mFullName.view().substr(mPrefix);
   return {text.begin(), text.end()};

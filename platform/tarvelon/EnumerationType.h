@@ -1,5 +1,6 @@
 #pragma once
 
+#include <array>
 #include <span>
 #include <string>
 #include <string_view>
@@ -35,12 +36,15 @@ class EnumerationType final : public K7Q::NSInterface::DataTypeIntf {
   /// "'A', 'B', 'C'"
   std::string literalList() const;
   K7Q::Object box(std::int32_t value) const;
+  /// The host class of a sequence of its values.
+  const ruvo::InternedName& sequenceName(bool isImmutable) const;
 
  private:
   ruvo::InternedName mFullName;
   std::size_t mPrefix;
   std::string mLiteralText;
   std::vector<std::string_view> mLiterals;
+  mutable std::array<ruvo::InternedName, 2> mSequenceNames;
 };
 
 /// The object form of one enumeration value, counted.

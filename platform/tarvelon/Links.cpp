@@ -204,4 +204,16 @@ void eraseTexts(Instance& object, unsigned slot, std::uint32_t first, std::uint3
   list.erase(first, count);
 }
 
+void insertNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number) {
+  reserveList(object, slot).insert(index, wordOf(number));
+}
+
+void replaceNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number) noexcept {
+  listOf(object, slot)->set(index, wordOf(number));
+}
+
+void eraseNumbers(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) noexcept {
+  listOf(object, slot)->erase(first, count);
+}
+
 }  // namespace Tarvelon::metamodel::native

@@ -36,6 +36,11 @@ void replaceText(Instance& object, unsigned slot, std::uint32_t index,
                  K7Q::NSInterface::StringIntf* text) noexcept;
 void eraseTexts(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) noexcept;
 
+/// The same for a list of enumeration values.
+void insertNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number);
+void replaceNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number) noexcept;
+void eraseNumbers(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) noexcept;
+
 /// Takes an object out of the place that holds it, if one does.
 void leaveOwner(Instance& element) noexcept;
 

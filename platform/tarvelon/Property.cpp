@@ -11,7 +11,10 @@ namespace {
 
 Storage storageOf(const PropertyRow& row) {
   if (row.derivation != Derivation::None) return Storage::None;
-  if (row.isMany()) return row.type->kind == Kind::ClassObject ? Storage::References : Storage::Texts;
+  if (row.isMany()) {
+    if (row.type->kind == Kind::ClassObject) return Storage::References;
+    return row.type->kind == Kind::DataType ? Storage::Enumerations : Storage::Texts;
+  }
   switch (row.type->kind) {
     case Kind::ClassObject:
       return Storage::Reference;
@@ -53,8 +56,8 @@ const char* typeNameOf(const TypeRow& type) {
 }  // namespace
 
 std::string metaNameOf(const PropertyRow& row) {
-  std::string name = row.metaName ? row.metaName : row.name;
-  if (!row.metaName && name[0] >= 'a' && name[0] <= 'z') name[0] = static_cast<char>(name[0] - 'a' + 'A');
+  std::string name = row.name;
+  if (name[0] >= 'a' && name[0] <= 'z') name[0] = static_cast<char>(name[0] - 'a' + 'A');
   return name;
 }
 

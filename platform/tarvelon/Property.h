@@ -21,6 +21,7 @@ enum class Storage : std::uint8_t {
   Text,
   Reference,
   Texts,
+  Enumerations,
   References,
   None
 };

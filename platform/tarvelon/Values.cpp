@@ -45,11 +45,6 @@ double numberOf(const Target& target, const K7Q::Object& value) {
   refuseKind(target.cls, target.property, value);
 }
 
-std::uint64_t bitsOf(std::int32_t number) noexcept { return static_cast<std::uint32_t>(number); }
-std::int32_t integerOf(Word word) noexcept {
-  return static_cast<std::int32_t>(static_cast<std::uint32_t>(word.bits));
-}
-
 std::int32_t prepareInteger(const Target& target, const K7Q::Object& value) {
   if (value.getInterface() == &ScalarIntf::sInteger) return K7Q::Integer(value);
   const double number = numberOf(target, value);
@@ -113,16 +108,17 @@ Prepared prepare(const Target& target, const K7Q::Object& value) {
     case Storage::Boolean:
       return scalar(numberOf(target, value) != 0 ? 1 : 0);
     case Storage::Integer:
-      return scalar(bitsOf(prepareInteger(target, value)));
+      return {wordOf(prepareInteger(target, value)), false};
     case Storage::Double:
     case Storage::Real:
       return scalar(std::bit_cast<std::uint64_t>(numberOf(target, value)));
     case Storage::Enumeration:
-      return scalar(bitsOf(prepareEnumeration(target, value)));
+      return {wordOf(prepareEnumeration(target, value)), false};
     case Storage::Reference:
       return {Word{.object = &prepareElement(target, value)}, false};
     case Storage::Text:
     case Storage::Texts:
+    case Storage::Enumerations:
     case Storage::References:
     case Storage::None:
       break;

@@ -4,8 +4,10 @@
 
 #include "boundary/k7q/Introspection.h"
 #include "boundary/k7q/Primitives.h"
+#include "boundary/tarvelon/PrimitiveCell.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Derived.h"
+#include "platform/tarvelon/EnumerationType.h"
 #include "platform/tarvelon/Instance.h"
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/ListView.h"
@@ -159,6 +161,62 @@ class TextsView final : public ListView {
   unsigned mSlot;
 };
 
+/// Values of an enumeration, each in a cell of its own while it travels.
+class EnumerationsView final : public ListView {
+ public:
+  EnumerationsView(Instance& object, const Property& property, unsigned slot, bool immutable)
+      : ListView(object, property, immutable), mSlot(slot) {}
+  const char* generic_getRuvoName(bool isSequenceImmutable, bool /*isElementImmutable*/,
+                                  const char* /*name*/) const override {
+    return property().enumeration()->sequenceName(isSequenceImmutable || property().isReadOnly()).c_str();
+  }
+
+ private:
+  const WordList* list() const { return listOf(object(), mSlot); }
+  static std::int32_t numberOf(const Ref& ref) noexcept {
+    return static_cast<const K7Q::PrimitiveCell*>(ref.value())->value;
+  }
+
+  std::uint32_t count() const override {
+    const WordList* values = list();
+    return values ? values->size() : 0;
+  }
+  std::uint32_t changes() const override {
+    const WordList* values = list();
+    return values ? values->changes() : 0;
+  }
+  Ref refAt(std::uint32_t index, K7Q::Deviant /*deviant*/) const override {
+    return K7Q::makeNumberRef(integerOf(list()->at(index)));
+  }
+  bool isAt(std::uint32_t index, const Ref& ref) const override {
+    return ref.value() && integerOf(list()->at(index)) == numberOf(ref);
+  }
+  bool contains(const Ref& ref) const override {
+    for (std::uint32_t index = 0; index < count(); ++index) {
+      if (isAt(index, ref)) return true;
+    }
+    return false;
+  }
+  void check(const Ref& ref) const override {
+    const Instance& host = object();
+    if (!ref.value()) refuseEmpty(host.cls(), property());
+  }
+  void append(const Ref& ref) override { insertNumber(object(), mSlot, count(), numberOf(ref)); }
+  void prepend(const Ref& ref) override { insertNumber(object(), mSlot, 0, numberOf(ref)); }
+  std::uint32_t insertAt(std::uint32_t index, const Ref& ref) override {
+    insertNumber(object(), mSlot, index, numberOf(ref));
+    return index;
+  }
+  void replaceAt(std::uint32_t index, const Ref& ref) override {
+    replaceNumber(object(), mSlot, index, numberOf(ref));
+  }
+  void eraseAt(std::uint32_t first, std::uint32_t last) override {
+    eraseNumbers(object(), mSlot, first, last - first);
+  }
+
+  unsigned mSlot;
+};
+
 /// Objects that are computed from what the object holds. They are collected once for as long as that stays
 /// the same.
 class DerivedView final : public ObjectView {
@@ -211,6 +269,9 @@ K7Q::Generic::SequenceIntf* makeView(Instance& object, const Property& property,
                                      bool immutable) {
   if (slot == ClassData::kNoSlot) return new DerivedView(object, property);
   if (property.storage() == Storage::Texts) return new TextsView(object, property, slot, immutable);
+  if (property.storage() == Storage::Enumerations) {
+    return new EnumerationsView(object, property, slot, immutable);
+  }
   return new ReferencesView(object, property, slot, immutable);
 }
 

@@ -21,4 +21,10 @@ union Word {
 };
 static_assert(sizeof(Word) == 8);
 
+/// A number of 32 bits, which an enumeration's value is, as a word and back.
+inline Word wordOf(std::int32_t number) noexcept { return Word{.bits = static_cast<std::uint32_t>(number)}; }
+inline std::int32_t integerOf(Word word) noexcept {
+  return static_cast<std::int32_t>(static_cast<std::uint32_t>(word.bits));
+}
+
 }  // namespace Tarvelon::metamodel::native

@@ -2,7 +2,7 @@
 
 #include <cstdint>
 
-#include "boundary/k7q/Sequence.h"
+#include "boundary/k7q/ElementCarrier.h"
 #include "boundary/tarvelon/Names.h"
 
 /// The road of a primitive value through the generic interface: a cell on the heap behind a Generic::Ref.
@@ -34,11 +34,16 @@ struct PrimitiveCell {
   }
 };
 
+/// A Ref around a new cell with a number. Cost: one allocation.
+inline Generic::Ref makeNumberRef(std::int32_t value) {
+  return {new PrimitiveCell{value, 0}, 0, &PrimitiveCell::manage, &PrimitiveCell::equal};
+}
+
 /// A Ref around a new cell with a copy of the value. Cost: one allocation.
 template <Tarvelon::metamodel::IsEnumeration T>
 Generic::Ref makeRef(T value) {
   static_assert(sizeof(T) == sizeof(std::int32_t), "a Ref's first word can be read as a pointer to T");
-  return {new PrimitiveCell{value.value(), 0}, 0, &PrimitiveCell::manage, &PrimitiveCell::equal};
+  return makeNumberRef(value.value());
 }
 
 /// The value that a Ref carries. REQUIRES: a Ref of a primitive with a cell.
@@ -46,5 +51,12 @@ template <Tarvelon::metamodel::IsEnumeration T>
 T valueOf(const Generic::Ref& ref) noexcept {
   return T(static_cast<int>(*static_cast<const std::int32_t*>(ref.value())));
 }
+
+/// A value of an enumeration travels in a cell of its own.
+template <Tarvelon::metamodel::IsEnumeration E>
+struct ElementCarrier<E> {
+  static Generic::Ref toRef(E element) { return makeRef(element); }
+  static E fromRef(const Generic::Ref& ref) { return valueOf<E>(ref); }
+};
 
 }  // namespace K7Q
