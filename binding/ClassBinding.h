@@ -1,6 +1,8 @@
 #pragma once
 
 #include <array>
+#include <string>
+#include <string_view>
 #include <span>
 #include <utility>
 
@@ -35,6 +37,7 @@ struct ClassBinding {
   Literal<K7Q::ImmutableObject> (*castMutableToImmutable)(const K7Q::Object& other);
   Literal<K7Q::Object> (*castMutable)(const K7Q::Object& other);
   void (*addConstructors)(MethodTable& table);
+  void (*addReads)(MethodTable& table);
   /// Null unless the class has two bases.
   const OwnViewMethods* ownViews;
 
@@ -43,6 +46,17 @@ struct ClassBinding {
 
 /// The dotted name under which a slot of that type is declared: a class, or a word of the vocabulary.
 InternedName typeName(const metamodel::TypeRow& type);
+
+/// Adds the record of a read method of class X.
+template <class X>
+void addRead(MethodTable& table, const metamodel::ReadRow& row, const ClassName& name,
+             ReadSequence (*function)(const X&)) {
+  const std::string_view element(row.element->name);
+  const std::string result = std::string(element.substr(0, row.element->prefix)) + "SequenceOf" +
+                             row.element->shortName();
+  table.add({row.name, ruvo::factory::kOverridesAllSignatures, "", named(result.c_str()), named(name.name)}, {},
+            function);
+}
 
 /// Raises the NULL ref text for a null or invalid handle, and what the view says when it refuses writing.
 inline const K7Q::ObjectHandle& requireWritable(const K7Q::ObjectHandle& handle) {
@@ -95,6 +109,19 @@ struct NativeFunctions {
   static void addConstructors(MethodTable& table) {
     constexpr auto kCount = metamodel::kTable<X>.constructors.size();
     addAll(table, metamodel::kRow<X>.constructors, std::make_index_sequence<kCount>());
+  }
+
+  template <unsigned Index>
+  static ReadSequence read(const X& self) {
+    requireWritable(self);
+    return {{methods().read(self.getClassObject(), self.getDeviant(), Index), self.getDeviant()}};
+  }
+  template <std::size_t... Index>
+  static void addReads(MethodTable& table, std::index_sequence<Index...> /*index*/) {
+    (addRead(table, metamodel::kTable<X>.reads[Index], Interface::kName, &read<Index>), ...);
+  }
+  static void addReads(MethodTable& table) {
+    addReads(table, std::make_index_sequence<metamodel::kTable<X>.reads.size()>());
   }
 
   static bool isValidImmutable(const ImmutableX& self) { return self.isValid(); }
@@ -177,6 +204,7 @@ inline constexpr ClassBinding kBinding{
     &NativeFunctions<X>::castMutableToImmutable,
     &NativeFunctions<X>::castMutable,
     &NativeFunctions<X>::addConstructors,
+    &NativeFunctions<X>::addReads,
     metamodel::kTable<X>.bases.size() > 1 ? &NativeFunctions<X>::kOwnViews : nullptr,
 };
 

@@ -67,6 +67,7 @@ void ClassWrapper::defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*c
   mBinding.addConstructors(table);
   if (mBinding.ownViews) mBinding.ownViews->addMutableValidity(table, mBinding);
   addMetaAccess(table, mBinding, kOverridesAllSignatures);
+  mBinding.addReads(table);
   if (mBinding.ownViews) mBinding.ownViews->addMutableLifetime(table, mBinding);
   const auto anyObject = named("K7Q.Object");
   table.add({"getMetaType", kHiddenMethod, "", named("K7Q.ImmutableType"), anyObject}, {},

@@ -230,6 +230,21 @@ struct Conversion<Handle> {
   }
 };
 
+/// The sequence that a read method gives: bound under the class that it names itself.
+struct ReadSequence {
+  K7Q::SequenceHandle handle;
+};
+
+template <>
+struct Conversion<ReadSequence> {
+  static RVOValue toSlot(const ReadSequence& value, const InternedName& declared) {
+    auto& sequence = value.handle.get();
+    const InternedName name(ruvo::internal::makeInterned(
+        sequence.generic_getRuvoName(false, false, declared.c_str())));
+    return RVOValue(boxAs(&sequence, value.handle.getDeviant(), false, name));
+  }
+};
+
 template <class Handle>
 inline constexpr bool kIsImmutableIterator = false;
 template <class T>

@@ -36,7 +36,13 @@ constexpr auto row(Is<ApplicationComponentBehavior>) {
           many<interface::VariableData>     (14, "StaticMemory",              kHolds,  kHidden),
           many<interface::VariableData>     (15, "ArTypedPIM",                kHolds,  kHidden),
           many<instance::DataInstanceRef>   (16, "InstantiationDataDefProps", kHolds,  kHidden),
-          many<IncludedDataTypeSet>         (17, "IncludedDataTypeSets",      kHolds)));
+          many<IncludedDataTypeSet>         (17, "IncludedDataTypeSets",      kHolds)),
+      reads(
+          read<IrvData>                 ("implicitIrv", "IRV",        IrvKind::Implicit),
+          read<IrvData>                 ("explicitIrv", "IRV",        IrvKind::Explicit),
+          read<interface::ParameterData>("constParam",  "Parameters", ParameterKind::Const),
+          read<interface::ParameterData>("sharedParam", "Parameters", ParameterKind::Shared),
+          read<interface::ParameterData>("pimParam",    "Parameters", ParameterKind::Pim)));
 }
 
 constexpr auto row(Is<Runnable>) {
@@ -63,7 +69,13 @@ constexpr auto row(Is<Runnable>) {
           many<VariableDataAccess>         (16, "VariableDataWrite",        kHolds,  kHidden),
           many<OperationNonBlockingAccess> (17, "OperationNonBlockingCall", kHolds,  kHidden),
           many<ModeSwitch>                 (18, "ModeSwitchPoint",          kHolds,  kHidden),
-          many<InternalTrigger>            (19, "InternalTriggeringPoint",  kHolds,  kHidden)));
+          many<InternalTrigger>            (19, "InternalTriggeringPoint",  kHolds,  kHidden)),
+      reads(
+          read<FlowDataAccess>("implicitWrite",       "DataAccess", DataAccessKind::ImplicitWrite),
+          read<FlowDataAccess>("implicitRead",        "DataAccess", DataAccessKind::ImplicitRead),
+          read<FlowDataAccess>("explicitWrite",       "DataAccess", DataAccessKind::ExplicitWrite),
+          read<FlowDataAccess>("explicitReadByArg",   "DataAccess", DataAccessKind::ExplicitReadByArg),
+          read<FlowDataAccess>("explicitReadByValue", "DataAccess", DataAccessKind::ExplicitReadByValue)));
 }
 
 constexpr auto row(Is<Event>) {

@@ -154,6 +154,11 @@ class TARVELON_API IntrospectiveMethods {
   virtual Generic::SequenceIntf* getSequence(NSInterface::ClassObjectIntf* object, Deviant deviant,
                                              unsigned id, bool immutable) const = 0;
 
+  /// What the class's read method of that index gives, counted from 0: a new sequence of its own, without a
+  /// reference for the caller.
+  virtual Generic::SequenceIntf* read(NSInterface::ClassObjectIntf* object, Deviant deviant,
+                                      unsigned index) const = 0;
+
   /// How many own meta properties the class has: ids run from 1 to this.
   virtual unsigned numberOfProperties() const = 0;
   /// The descriptor array: index 0 is empty (null). REQUIRES: id <= numberOfProperties().

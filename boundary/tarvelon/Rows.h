@@ -249,7 +249,41 @@ constexpr PropertyRows<Properties...> properties(Properties... rows) {
 }
 constexpr PropertyRows<> noProperties() { return {}; }
 
-template <class Bases, class Constructors, class Properties>
+/// A method that reads those elements of a property of many references whose Kind is one literal, in the order of
+/// the property, as a sequence of its own.
+struct ReadRow {
+  const char* name = nullptr;
+  const char* property = nullptr;  ///< the meta name
+  const ClassName* element = nullptr;
+  std::int32_t kind = 0;
+};
+
+template <class Element>
+struct TypedRead : ReadRow {
+  using ElementType = Element;
+};
+
+template <class Element, class Literal>
+constexpr TypedRead<Element> read(const char* name, const char* property, Literal kind) {
+  TypedRead<Element> row;
+  row.name = name;
+  row.property = property;
+  row.element = &Element::Interface::kName;
+  row.kind = static_cast<std::int32_t>(kind);
+  return row;
+}
+
+template <class... Reads>
+struct ReadRows {
+  std::array<ReadRow, sizeof...(Reads)> rows{};
+};
+
+template <class... Reads>
+constexpr ReadRows<Reads...> reads(Reads... rows) {
+  return {{static_cast<ReadRow>(rows)...}};
+}
+
+template <class Bases, class Constructors, class Properties, class Reads>
 struct ClassRow {
   using BaseTypes = Bases;
   using ConstructorTypes = Constructors;
@@ -257,12 +291,14 @@ struct ClassRow {
   Bases bases;
   Constructors constructors;
   Properties properties;
+  Reads reads;
 };
 
-template <class... B, class... C, class... P>
-constexpr ClassRow<BaseRows<B...>, ConstructorRows<C...>, PropertyRows<P...>> classRow(
-    BaseRows<B...> baseRows, ConstructorRows<C...> constructorRows, PropertyRows<P...> propertyRows) {
-  return {baseRows, constructorRows, propertyRows};
+template <class... B, class... C, class... P, class... R>
+constexpr ClassRow<BaseRows<B...>, ConstructorRows<C...>, PropertyRows<P...>, ReadRows<R...>> classRow(
+    BaseRows<B...> baseRows, ConstructorRows<C...> constructorRows, PropertyRows<P...> propertyRows,
+    ReadRows<R...> readRows = {}) {
+  return {baseRows, constructorRows, propertyRows, readRows};
 }
 
 /// Whether the class has a row that is seen here.
@@ -281,11 +317,12 @@ struct ClassTable {
   std::span<const ClassName* const> bases;
   std::span<const ConstructorRow> constructors;
   std::span<const PropertyRow> properties;
+  std::span<const ReadRow> reads;
 };
 
 template <HasRow X>
 inline constexpr ClassTable kTable{&X::Interface::kName, kRow<X>.bases.names, kRow<X>.constructors.rows,
-                                   kRow<X>.properties.rows};
+                                   kRow<X>.properties.rows, kRow<X>.reads.rows};
 
 }  // namespace Tarvelon::metamodel
 

@@ -27,7 +27,7 @@ struct ElementKind {
 };
 
 /// Objects of the element class or a subclass; the same native object is the same element.
-extern const ElementKind kObjectElements;
+TARVELON_API extern const ElementKind kObjectElements;
 /// Texts, compared by their characters.
 extern const ElementKind kTextElements;
 /// Any objects: for lists that a host only reads.
@@ -42,11 +42,12 @@ extern const ElementKind kAnyElements;
 /// Failure:  indices and elements are tested before anything changes, and a failed allocation leaves the list
 ///           as it was.
 /// Threads:  one at a time.
-class HostList final : public SequenceProxy {
+class TARVELON_API HostList final : public SequenceProxy {
  public:
   /// With an empty model the elements may be of any.
   HostList(const ElementKind& kind, const ruvo::InternedName& elementClass, bool isUnique,
            const ImmutableModel& model = {});
+  ~HostList() override;
 
   Generic::Ref generic_at(const Deviant& aDeviant, int index) const override;
   Generic::Ref generic_front(const Deviant& aDeviant) const override;
@@ -94,7 +95,6 @@ class HostList final : public SequenceProxy {
   using Elements = std::vector<Generic::Ref>;
   using Index = std::unordered_set<const void*, Hash, Same>;
 
-  ~HostList() override;
   /// The living elements. Raises kNullReference when the model is closed.
   Elements& elements() const;
   void requireElement(const Generic::Ref& ref) const { mKind.require(ref, mElementClass, mModel); }

@@ -113,6 +113,14 @@ constexpr bool haveFillingConstructors() {
 }
 
 template <class X>
+constexpr bool haveSelectingReads() {
+  return std::ranges::all_of(kRow<X>.reads.rows, [](const ReadRow& read) {
+    const Found list = find<X>(read.property);
+    return list.isFound && list.row.isMany() && list.row.type->cls == read.element;
+  });
+}
+
+template <class X>
 constexpr bool check() {
   if constexpr (HasRow<X>) {
     static_assert(haveAscendingIds<X>(), "the ids of a class ascend and start from 1");
@@ -121,6 +129,7 @@ constexpr bool check() {
     static_assert(haveHiddenProperties<X>(), "an entry that is left out stands in a base");
     static_assert(haveStorableLists<X>(), "a property of many values is of a class, of texts or of an enumeration");
     static_assert(haveFillingConstructors<X>(), "an argument is named after a property of its type");
+    static_assert(haveSelectingReads<X>(), "a read method selects from a property of its elements");
   }
   return true;
 }

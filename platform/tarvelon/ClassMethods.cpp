@@ -115,6 +115,18 @@ K7Q::Generic::SequenceIntf* ClassMethods::getSequence(K7Q::NSInterface::ClassObj
   return makeView(place.object, place.property, place.slot, immutable);
 }
 
+K7Q::Generic::SequenceIntf* ClassMethods::read(K7Q::NSInterface::ClassObjectIntf* object, K7Q::Deviant deviant,
+                                               unsigned index) const {
+  Instance* instance = asInstance(object);
+  if (!instance || !isInstance(*instance)) refuseObject(object);
+  if (!instance->isAlive()) raiseNullReference();
+  if (!mRows || index >= mRows->reads.size()) {
+    throw K7Q::Exception("class '" + std::string(mClassName->name) + "' has no read method " +
+                         std::to_string(index));
+  }
+  return readKind(*instance, *this, mRows->reads[index], deviant);
+}
+
 unsigned ClassMethods::numberOfProperties() const {
   return !mRows || mRows->properties.empty() ? 0U : mRows->properties.back().id;
 }

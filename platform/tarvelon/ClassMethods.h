@@ -37,6 +37,8 @@ class ClassMethods final : public K7Q::IntrospectiveMethods {
   void unset(K7Q::NSInterface::ClassObjectIntf* object, K7Q::Deviant deviant, unsigned id) const override;
   K7Q::Generic::SequenceIntf* getSequence(K7Q::NSInterface::ClassObjectIntf* object, K7Q::Deviant deviant,
                                           unsigned id, bool immutable) const override;
+  K7Q::Generic::SequenceIntf* read(K7Q::NSInterface::ClassObjectIntf* object, K7Q::Deviant deviant,
+                                   unsigned index) const override;
   unsigned numberOfProperties() const override;
   const K7Q::NSInterface::PropertyIntf* descriptor(unsigned id) const override;
   std::span<const K7Q::IntrospectiveMethods* const> bases() const override { return mBases; }

@@ -1,11 +1,15 @@
 #include "platform/tarvelon/Derived.h"
 
 #include <bit>
+#include <memory>
 
+#include "platform/k7q/HostList.h"
 #include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/NativeModel.h"
+#include "platform/tarvelon/Registry.h"
 #include "platform/tarvelon/WordList.h"
 
 namespace Tarvelon::metamodel::native {
@@ -69,6 +73,24 @@ std::vector<Instance*> derivedValues(const Instance& object, const Property& pro
     return false;
   });
   return values;
+}
+
+K7Q::Generic::SequenceIntf* readKind(const Instance& object, const ClassMethods& cls, const ReadRow& row,
+                                     K7Q::Deviant deviant) {
+  const ClassMethods& elements = tableOf(*row.element);
+  const Property& list = *cls.data().findProperty(row.property);
+  const Property& kind = *elements.data().findProperty("Kind");
+  const K7Q::ImmutableModel model(&object.model(), deviant);
+  auto result = std::make_unique<K7Q::HostList>(K7Q::kObjectElements, elements.name(false), false, model);
+  const WordList* values = listOf(object, object.cls().placeOf(list.ownerClass().data(), list.id()).slot);
+  for (std::uint32_t index = 0; values && index < values->size(); ++index) {
+    Instance& element = *values->at(index).object;
+    const Word* number = element.find(element.cls().placeOf(kind.ownerClass().data(), kind.id()).slot);
+    // A kind that was never set reads as the first literal.
+    if ((number ? integerOf(*number) : 0) != row.kind) continue;
+    result->generic_push_back(deviant, K7Q::makeObjectRef(&element, deviant));
+  }
+  return result.release();
 }
 
 }  // namespace Tarvelon::metamodel::native
