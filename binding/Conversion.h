@@ -239,8 +239,8 @@ template <>
 struct Conversion<ReadSequence> {
   static RVOValue toSlot(const ReadSequence& value, const InternedName& declared) {
     auto& sequence = value.handle.get();
-    const InternedName name(ruvo::internal::makeInterned(
-        sequence.generic_getRuvoName(false, false, declared.c_str())));
+    const InternedName name(
+        ruvo::internal::makeInterned(sequence.generic_getRuvoName(false, false, declared.c_str())));
     return RVOValue(boxAs(&sequence, value.handle.getDeviant(), false, name));
   }
 };
@@ -260,7 +260,8 @@ struct Conversion<Handle> {
   }
   static RVOValue toSlot(const Handle& value, const InternedName& declared) {
     constexpr int kLine = kIsImmutableIterator<Handle> ? 41 : 85;
-    const Handle clone(value);
+    const Handle clone(
+        value);  // NOLINT(performance-unnecessary-copy-initialization): the copy is what goes out
     if (!clone.getInterface()) {
       K7Q::LocalAsserter("kernel/containers/iterator/Iterator", kLine) =
           K7Q::Asserter::MakeAlways(K7Q::kNullReference);

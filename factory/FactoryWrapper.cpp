@@ -60,13 +60,11 @@ struct CreateFunctions {
   }
 };
 
-/// Adds the records of a class: none for an abstract class and one that has no row yet.
+/// Adds the records of a class: none for an abstract class.
 template <class X>
 void addCreateRecords(MethodTable& table, const InternedName& self) {
-  if constexpr (HasRow<X>) {
-    constexpr auto kCount = kTable<X>.constructors.size();
-    CreateFunctions<X>::addRecords(table, self, kRow<X>.constructors, std::make_index_sequence<kCount>());
-  }
+  constexpr auto kCount = kTable<X>.constructors.size();
+  CreateFunctions<X>::addRecords(table, self, kRow<X>.constructors, std::make_index_sequence<kCount>());
 }
 
 void addAllCreateRecords(MethodTable& table, const InternedName& self) {

@@ -41,7 +41,7 @@ void finishPackage(ruvo::RVOPackage* package, K7Q::ImmutablePackage (*metaPackag
 
 template <class X>
 void registerClass(ruvo::RVOPackage* package) {
-  if constexpr (Tarvelon::metamodel::HasRow<X>) binding::registerClassInfos(package, binding::kBinding<X>);
+  binding::registerClassInfos(package, binding::kBinding<X>);
 }
 
 template <class E>
@@ -55,34 +55,30 @@ void registerEnumeration(ruvo::RVOPackage* package) {
 
 }  // namespace arplatform_module
 
-#define ARPLATFORM_HAS_ROW(X) || ::Tarvelon::metamodel::HasRow<X>
-#define ARPLATFORM_NO_ROW(...)
 #define ARPLATFORM_REGISTER_CLASS(X) ::arplatform_module::registerClass<X>(package);
-#define ARPLATFORM_REGISTER_ENUMERATION(E, ...) \
-  if constexpr (kIsEntered) ::arplatform_module::registerEnumeration<E>(package);
+#define ARPLATFORM_REGISTER_ENUMERATION(E, ...) ::arplatform_module::registerEnumeration<E>(package);
 #define ARPLATFORM_DEFINE_VALIDITY(E, ...) \
   bool E::isValid() const { return true; }
 #define ARPLATFORM_SKIP(...)
 
 /// Defines the functions of child package P, whose classes and enumerations the list macro NAMES gives in
-/// order. A package whose rows are not entered registers no class.
-#define ARPLATFORM_DEFINE_PACKAGE(P, NAMES)                                                          \
-  namespace Tarvelon::metamodel::arplatform::P {                                                     \
-  NAMES(ARPLATFORM_SKIP, ARPLATFORM_DEFINE_VALIDITY)                                                 \
-  static K7Q::ImmutablePackage MetaPackage() {                                                       \
-    return native::metaPackage("Tarvelon.metamodel.arplatform." #P);                                 \
-  }                                                                                                  \
-  namespace mi {                                                                                     \
-  static ::arplatform_module::PackageState gState;                                                   \
-  ruvo::RVOPackage* get##P##RVOPackage() { return gState.package; }                                  \
-  void init##P##PackageWrapper(ruvo::RVOPackage* /*parent*/) {                                       \
-    ::arplatform_module::attachPackage("Tarvelon.metamodel.arplatform", #P, gState,                  \
-                                       &P##StaticInitializePackage);                                 \
-  }                                                                                                  \
-  void P##StaticInitializePackage(ruvo::RVOPackage* package) {                                       \
-    [[maybe_unused]] constexpr bool kIsEntered = false NAMES(ARPLATFORM_HAS_ROW, ARPLATFORM_NO_ROW); \
-    NAMES(ARPLATFORM_REGISTER_CLASS, ARPLATFORM_REGISTER_ENUMERATION)                                \
-    ::arplatform_module::finishPackage(package, &MetaPackage);                                       \
-  }                                                                                                  \
-  }                                                                                                  \
+/// order.
+#define ARPLATFORM_DEFINE_PACKAGE(P, NAMES)                                         \
+  namespace Tarvelon::metamodel::arplatform::P {                                    \
+  NAMES(ARPLATFORM_SKIP, ARPLATFORM_DEFINE_VALIDITY)                                \
+  static K7Q::ImmutablePackage MetaPackage() {                                      \
+    return native::metaPackage("Tarvelon.metamodel.arplatform." #P);                \
+  }                                                                                 \
+  namespace mi {                                                                    \
+  static ::arplatform_module::PackageState gState;                                  \
+  ruvo::RVOPackage* get##P##RVOPackage() { return gState.package; }                 \
+  void init##P##PackageWrapper(ruvo::RVOPackage* /*parent*/) {                      \
+    ::arplatform_module::attachPackage("Tarvelon.metamodel.arplatform", #P, gState, \
+                                       &P##StaticInitializePackage);                \
+  }                                                                                 \
+  void P##StaticInitializePackage(ruvo::RVOPackage* package) {                      \
+    NAMES(ARPLATFORM_REGISTER_CLASS, ARPLATFORM_REGISTER_ENUMERATION)               \
+    ::arplatform_module::finishPackage(package, &MetaPackage);                      \
+  }                                                                                 \
+  }                                                                                 \
   }

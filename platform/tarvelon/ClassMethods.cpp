@@ -6,6 +6,7 @@
 #include "boundary/k7q/Deviants.h"
 #include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/Construction.h"
+#include "platform/tarvelon/Derived.h"
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/ListView.h"
 #include "platform/tarvelon/NativeModel.h"
@@ -115,8 +116,8 @@ K7Q::Generic::SequenceIntf* ClassMethods::getSequence(K7Q::NSInterface::ClassObj
   return makeView(place.object, place.property, place.slot, immutable);
 }
 
-K7Q::Generic::SequenceIntf* ClassMethods::read(K7Q::NSInterface::ClassObjectIntf* object, K7Q::Deviant deviant,
-                                               unsigned index) const {
+K7Q::Generic::SequenceIntf* ClassMethods::read(K7Q::NSInterface::ClassObjectIntf* object,
+                                               K7Q::Deviant deviant, unsigned index) const {
   Instance* instance = asInstance(object);
   if (!instance || !isInstance(*instance)) refuseObject(object);
   if (!instance->isAlive()) raiseNullReference();

@@ -17,9 +17,7 @@ using Values = std::array<Prepared, kMaxArguments>;
 std::string dotted(const ClassData& cls) { return "class '" + std::string(cls.names[0].view()) + "'"; }
 
 [[noreturn]] void refuseClass(const ClassData& cls) {
-  if (!cls.methods->rows()) {
-    throw K7Q::Exception(dotted(cls) + " is declared but not entered yet: no object of it can be made");
-  }
+  if (!cls.methods->rows()) throw K7Q::Exception(dotted(cls) + " has no objects that a model could make");
   throw K7Q::Exception(dotted(cls) + " is abstract: make an object of a class below it");
 }
 

@@ -38,7 +38,7 @@ class PackageDescription final : public K7Q::NSInterface::PackageIntf {
   }
   std::vector<const K7Q::NSInterface::DataTypeIntf*> dataTypes() const override {
     std::vector<const K7Q::NSInterface::DataTypeIntf*> entered;
-    if (!mRow || !hasRows(*mRow)) return entered;
+    if (!mRow) return entered;
     for (const EnumerationName* name : mRow->enumerations) entered.push_back(&EnumerationType::of(*name));
     return entered;
   }

@@ -69,10 +69,8 @@ Property::Property(const ClassMethods& owner, const PropertyRow& row)
       mStorage(storageOf(row)) {
   if (row.type->cls) {
     mType = &tableOf(*row.type->cls);
-    mIsTypeKnown = mType->rows() != nullptr;
   } else if (row.type->enumeration) {
     mEnumeration = &EnumerationType::of(*row.type->enumeration);
-    mIsTypeKnown = isPublished(*row.type->enumeration);
   }
 }
 

@@ -56,9 +56,6 @@ class Property final : public K7Q::NSInterface::PropertyIntf {
   const ClassMethods* type() const noexcept { return mType; }
   /// The enumeration of an enumerated property, null for others.
   const EnumerationType* enumeration() const noexcept { return mEnumeration; }
-  /// Whether the rows of the value's class or the literals' package have been entered: without them no value
-  /// fits.
-  bool isTypeKnown() const noexcept { return mIsTypeKnown; }
 
  private:
   const ClassMethods* mOwner;
@@ -68,7 +65,6 @@ class Property final : public K7Q::NSInterface::PropertyIntf {
   const ClassMethods* mType = nullptr;
   const EnumerationType* mEnumeration = nullptr;
   Storage mStorage;
-  bool mIsTypeKnown = true;
 };
 
 /// The name under which the property stands in the class's list of meta properties.

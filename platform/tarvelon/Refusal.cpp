@@ -93,10 +93,8 @@ std::string describe(const K7Q::Object& value) {
 }
 
 void refuseKind(const ClassData& cls, const Property& property, const K7Q::Object& given) {
-  const std::string text = expected(cls, property, typeOf(property)) + ", got " + describe(given) + "; ";
-  if (!property.isTypeKnown())
-    throw K7Q::WrongType(text + "no value of that type can be made yet: leave it unset");
-  throw K7Q::WrongType(text + whatFits(property));
+  throw K7Q::WrongType(expected(cls, property, typeOf(property)) + ", got " + describe(given) + "; " +
+                       whatFits(property));
 }
 
 void refuseRange(const ClassData& cls, const Property& property, const K7Q::Object& given) {

@@ -1,6 +1,5 @@
 #include "platform/tarvelon/Registry.h"
 
-#include <algorithm>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
@@ -25,18 +24,6 @@ const ClassMethods& tableOf(const ClassName& name) {
                            "' stands in no package's list of names; enter it there");
   }
   return *found->second;
-}
-
-bool hasRows(const PackageRow& package) noexcept {
-  return std::ranges::any_of(package.classes,
-                             [](const ClassMethods* table) { return table->rows() != nullptr; });
-}
-
-bool isPublished(const EnumerationName& enumeration) {
-  return std::ranges::any_of(packageRows(), [&enumeration](const PackageRow& package) {
-    return hasRows(package) &&
-           std::ranges::find(package.enumerations, &enumeration) != package.enumerations.end();
-  });
 }
 
 }  // namespace Tarvelon::metamodel::native

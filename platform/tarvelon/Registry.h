@@ -22,10 +22,4 @@ std::span<const PackageRow> packageRows() noexcept;
 /// The table of a class that is named in some package.
 const ClassMethods& tableOf(const ClassName& name);
 
-/// Whether the rows of the package have been entered.
-bool hasRows(const PackageRow& package) noexcept;
-
-/// Whether the enumeration belongs to a package whose rows have been entered.
-bool isPublished(const EnumerationName& enumeration);
-
 }  // namespace Tarvelon::metamodel::native

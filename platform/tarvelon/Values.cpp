@@ -56,9 +56,7 @@ std::int32_t prepareInteger(const Target& target, const K7Q::Object& value) {
 
 std::int32_t prepareEnumeration(const Target& target, const K7Q::Object& value) {
   const EnumerationCell* cell = asCell(value.getInterface());
-  if (!cell || &cell->type() != target.property.enumeration() || !target.property.isTypeKnown()) {
-    refuseKind(target.cls, target.property, value);
-  }
+  if (!cell || &cell->type() != target.property.enumeration()) refuseKind(target.cls, target.property, value);
   if (!cell->type().hasLiteral(cell->value())) refuseRange(target.cls, target.property, value);
   return cell->value();
 }

@@ -88,6 +88,10 @@ class Methods final : public K7Q::IntrospectiveMethods {
                                           bool immutable) const override {
     return new Sequence(K7Q::ClassObject(object, Deviant()), asObject(object).lists[id], immutable);
   }
+  K7Q::Generic::SequenceIntf* read(K7Q::NSInterface::ClassObjectIntf* /*object*/, Deviant /*deviant*/,
+                                   unsigned /*index*/) const override {
+    return nullptr;
+  }
   unsigned numberOfProperties() const override { return mBase ? 1 : 0; }
   const K7Q::NSInterface::PropertyIntf* descriptor(unsigned id) const override {
     static TextDescriptor text;

@@ -140,9 +140,9 @@ TEST(ClassDescription, CastsToTheInterfacesOfTheClassAndAbove) {
   EXPECT_EQ(tags.domain, K7Q::tagsOf<common::NSInterface::PackageIntf>().domain);
 }
 
-TEST(ClassDescription, OfAClassThatIsOnlyNamedIsEmpty) {
-  const auto& methods = table<behavior::Runnable>();
-  EXPECT_EQ(methods.name(false).view(), "Tarvelon.metamodel.arplatform.behavior.Runnable");
+TEST(ClassDescription, OfAClassWithoutRowsIsEmpty) {
+  const auto& methods = table<kernel::Model>();
+  EXPECT_EQ(methods.name(false).view(), "K7Q.Model");
   EXPECT_EQ(methods.numberOfProperties(), 0U);
   EXPECT_EQ(methods.descriptor(0), nullptr);
   EXPECT_TRUE(methods.bases().empty());
@@ -150,12 +150,10 @@ TEST(ClassDescription, OfAClassThatIsOnlyNamedIsEmpty) {
   const auto model = K7Q::Model::create();
   EXPECT_FALSE(methods.isInstance(common::Package::create(model).getInterface()));
   EXPECT_EQ(refusalOf([&] { methods.create(model, 0, {}); }),
-            "class 'Tarvelon.metamodel.arplatform.behavior.Runnable' is declared but not entered yet: no "
-            "object of it "
-            "can be made");
+            "class 'K7Q.Model' has no objects that a model could make");
 }
 
-TEST(PackageDescription, ListsWhatHasBeenEntered) {
+TEST(PackageDescription, ListsClassesEnumerationsAndPackages) {
   const auto root = metaPackage("Tarvelon.metamodel.arplatform");
   EXPECT_EQ(root.getPackage()->name(), u"arplatform");
   EXPECT_TRUE(root.getPackage()->classes().empty());
@@ -170,8 +168,9 @@ TEST(PackageDescription, ListsWhatHasBeenEntered) {
   EXPECT_EQ(commons.getPackage()->classes().front()->name(), u"Referrable");
   ASSERT_EQ(commons.getPackage()->dataTypes().size(), 1U);
   EXPECT_EQ(commons.getPackage()->dataTypes()[0]->name(), u"ArxmlFilePackagingKind");
-  EXPECT_TRUE(metaPackage("Tarvelon.metamodel.arplatform.system").getPackage()->classes().empty());
-  EXPECT_TRUE(metaPackage("Tarvelon.metamodel.arplatform.behavior").getPackage()->dataTypes().empty());
+  EXPECT_EQ(metaPackage("Tarvelon.metamodel.arplatform.port").getPackage()->classes().size(), 79U);
+  EXPECT_EQ(metaPackage("Tarvelon.metamodel.arplatform.behavior").getPackage()->dataTypes().size(), 8U);
+  EXPECT_TRUE(metaPackage("Tarvelon.metamodel.arplatform.system").getPackage()->dataTypes().empty());
 }
 
 TEST(PackageDescription, OfAnUnknownNameIsRefused) {

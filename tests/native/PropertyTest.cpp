@@ -222,24 +222,6 @@ TEST_F(Property, OfAnEnumerationRefusesAnotherAndANumberWithoutLiteral) {
   EXPECT_FALSE(time.has());
 }
 
-TEST_F(Property, WhoseTypeHasNotBeenEnteredIsEmptyAndRefusesValues) {
-  const auto method = common::SwAddrMethod::create(mModel, u"M");
-  const Access<common::SwAddrMethod> section(method, "SectionType");
-  EXPECT_FALSE(section.has());
-  EXPECT_TRUE(section.get().isNull());
-  EXPECT_EQ(
-      refusalOf<K7Q::WrongType>([&] { section.set(behavior::SectionTypeKind(1)); }),
-      "SwAddrMethod.SectionType: expected Tarvelon.metamodel.arplatform.behavior.SectionTypeKind, got "
-      "Tarvelon.metamodel.arplatform.behavior.SectionTypeKind Calprm; no value of that type can be made "
-      "yet: leave it unset");
-  const auto point = variant::VariationPoint::create(mModel, u"V");
-  const Access<variant::VariationPoint> data(point, "VariationPoint");
-  EXPECT_TRUE(data.get().isNull());
-  EXPECT_NE(refusalOf<K7Q::WrongType>([&] { data.set(method); }).find("no value of that type"),
-            std::string::npos);
-  EXPECT_NO_THROW(data.unset());
-}
-
 TEST_F(Property, ThatIsComputedIsReadOnly) {
   const auto package = common::Package::create(mModel, u"Brakes");
   const Access<foundation::Element> owner(package, "Owner");

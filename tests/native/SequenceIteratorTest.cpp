@@ -70,6 +70,7 @@ TEST_F(SequenceIterator, IsStaleOnceTheListHasChanged) {
 
 TEST_F(SequenceIterator, IsNotStaleWhenNothingHasChanged) {
   fill();
+  mConstants.push_back(variant::SystemConst::create(mModel, u"d"));
   const auto at = begin();
   sequence().generic_push_back({}, ref(0));
   sequence().generic_removeAll({}, ref(3));
