@@ -1,9 +1,9 @@
 #pragma once
 
 #include <array>
+#include <span>
 #include <string>
 #include <string_view>
-#include <span>
 #include <utility>
 
 #include "binding/Methods.h"
@@ -52,10 +52,10 @@ template <class X>
 void addRead(MethodTable& table, const metamodel::ReadRow& row, const ClassName& name,
              ReadSequence (*function)(const X&)) {
   const std::string_view element(row.element->name);
-  const std::string result = std::string(element.substr(0, row.element->prefix)) + "SequenceOf" +
-                             row.element->shortName();
-  table.add({row.name, ruvo::factory::kOverridesAllSignatures, "", named(result.c_str()), named(name.name)}, {},
-            function);
+  const std::string result =
+      std::string(element.substr(0, row.element->prefix)) + "SequenceOf" + row.element->shortName();
+  table.add({row.name, ruvo::factory::kOverridesAllSignatures, "", named(result.c_str()), named(name.name)},
+            {}, function);
 }
 
 /// Raises the NULL ref text for a null or invalid handle, and what the view says when it refuses writing.

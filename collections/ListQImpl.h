@@ -6,8 +6,8 @@
 #include <vector>
 
 #include "boundary/k7q/Sequence.h"
-#include "collections/CopyOnWrite.h"
 #include "boundary/tarvelon/PrimitiveCell.h"
+#include "collections/CopyOnWrite.h"
 #include "collections/SequenceChecks.h"
 
 namespace K7Q {

@@ -34,7 +34,8 @@ namespace Tarvelon::metamodel::native {
 TARVELON_API void initialize();
 
 /// The description of a package of the metamodel by its dotted name: `Tarvelon.metamodel.arplatform`, one of
-/// its children, `Tarvelon.metamodel.foundation`, `Tarvelon.metamodel.types` or `K7Q`. Raises K7Q::UnknownName for another name.
+/// its children, `Tarvelon.metamodel.foundation`, `Tarvelon.metamodel.types` or `K7Q`. Raises
+/// K7Q::UnknownName for another name.
 TARVELON_API K7Q::ImmutablePackage metaPackage(std::string_view dottedName);
 
 }  // namespace Tarvelon::metamodel::native

@@ -84,7 +84,7 @@ inline constexpr std::uint16_t kHidden = 2048;
 struct PropertyRow {
   std::uint16_t id = 0;
   std::uint16_t attributes = 0;
-  const char* name = nullptr;      ///< as the host shows it; the meta name begins with a capital
+  const char* name = nullptr;  ///< as the host shows it; the meta name begins with a capital
   const TypeRow* type = nullptr;
   const char* redefined = nullptr;  ///< the inherited meta name whose storage this one shares
   const char* hidden = nullptr;     ///< the inherited meta name that the class's list leaves out
@@ -182,8 +182,8 @@ requires(kIsReference<T>) constexpr auto many(unsigned id, const char* name, Rol
 inline constexpr std::size_t kMaxArguments = 8;
 
 /// A constructor: the arguments behind the model, and their names as the factory declares them.
-/// The names tie each argument to the property that it fills: " aSymbol, aName" fills Symbol and Name. A name may
-/// be qualified by its class, with underscores for dots: what stands behind the last one is the property.
+/// The names tie each argument to the property that it fills: " aSymbol, aName" fills Symbol and Name. A name
+/// may be qualified by its class, with underscores for dots: what stands behind the last one is the property.
 struct ConstructorRow {
   const char* parameterNames = "";
   std::array<const TypeRow*, kMaxArguments> arguments{};
@@ -249,8 +249,8 @@ constexpr PropertyRows<Properties...> properties(Properties... rows) {
 }
 constexpr PropertyRows<> noProperties() { return {}; }
 
-/// A method that reads those elements of a property of many references whose Kind is one literal, in the order of
-/// the property, as a sequence of its own.
+/// A method that reads those elements of a property of many references whose Kind is one literal, in the
+/// order of the property, as a sequence of its own.
 struct ReadRow {
   const char* name = nullptr;
   const char* property = nullptr;  ///< the meta name

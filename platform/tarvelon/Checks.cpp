@@ -81,8 +81,8 @@ constexpr bool haveHiddenProperties() {
   });
 }
 
-/// The engine has lists of objects, of texts and of enumeration values; one of another kind needs a view of its own (Views.cpp)
-/// first.
+/// The engine has lists of objects, of texts and of enumeration values; one of another kind needs a view of
+/// its own (Views.cpp) first.
 template <class X>
 constexpr bool haveStorableLists() {
   return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
@@ -127,7 +127,8 @@ constexpr bool check() {
     static_assert(haveRedefinedProperties<X>(),
                   "a redefinition names a property of a base that is stored alike");
     static_assert(haveHiddenProperties<X>(), "an entry that is left out stands in a base");
-    static_assert(haveStorableLists<X>(), "a property of many values is of a class, of texts or of an enumeration");
+    static_assert(haveStorableLists<X>(),
+                  "a property of many values is of a class, of texts or of an enumeration");
     static_assert(haveFillingConstructors<X>(), "an argument is named after a property of its type");
     static_assert(haveSelectingReads<X>(), "a read method selects from a property of its elements");
   }

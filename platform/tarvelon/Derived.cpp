@@ -25,7 +25,8 @@ std::uint64_t slotsOf(const Instance& object, const Property& property) noexcept
   return std::uint64_t{1} << object.cls().placeOf(owner, packaged->id()).slot;
 }
 
-/// Visits what the object holds of the property's class, in order of slots, until a visit says that it is enough.
+/// Visits what the object holds of the property's class, in order of slots, until a visit says that it is
+/// enough.
 template <class Visit>
 void visitHeld(const Instance& object, const Property& property, Visit visit) {
   const auto isEnough = [&](Instance* held) { return property.type()->isInstance(*held) && visit(*held); };

@@ -210,16 +210,17 @@ def test_a_literal_that_is_a_keyword_has_an_underscore():
 
 
 def test_access_kinds_run_from_nought():
-    kinds = [str(kind) for kind in behavior.DataAccessKind]
-    assert kinds == ["ImplicitWrite", "ImplicitRead", "ExplicitWrite", "ExplicitReadByArg", "ExplicitReadByValue"]
+    assert [str(kind) for kind in behavior.DataAccessKind] == [
+        "ImplicitWrite", "ImplicitRead", "ExplicitWrite", "ExplicitReadByArg", "ExplicitReadByValue"]
     assert behavior.DataAccessKind.ExplicitWrite > behavior.DataAccessKind.ImplicitRead
 
 
 def test_an_object_comes_back_as_what_it_is(factory):
     reference = factory.create("ecuc.EcucReferenceValue")
-    provided = factory.create("port.ServiceProvidedPort", None, "Provided")
+    provided = factory.create("port.ServiceProvidedPort")
     reference.Value = provided
-    assert reference.Value is provided and type(reference.asImmutable().Value) is port.ImmutableServiceProvidedPort
+    assert reference.Value is provided
+    assert type(reference.asImmutable().Value) is port.ImmutableServiceProvidedPort
 
 
 def test_values_that_run_behind_their_names():
