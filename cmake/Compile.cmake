@@ -23,6 +23,13 @@ if(TARVELON_WERROR)
   add_compile_options(-Werror)
 endif()
 
+# Tables of constant data are full of addresses: packed, what relocates them is a fortieth of its size.
+include(CheckLinkerFlag)
+check_linker_flag(CXX "LINKER:-z,pack-relative-relocs" TARVELON_PACKS_RELOCATIONS)
+if(TARVELON_PACKS_RELOCATIONS)
+  add_link_options("LINKER:-z,pack-relative-relocs")
+endif()
+
 # All libraries lie in one folder and find each other relative to $ORIGIN.
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
