@@ -1,11 +1,9 @@
-"""Makes one object of every class of the metamodel by name, and writes and reads every property that can be set.
+"""Makes one object of every class of the metamodel, and writes and reads every property that can be set.
 
     ./tarvelon run examples/every_class.py
 
 Nothing here knows a class or a property: all of it is asked of the model's own descriptions.
 """
-
-import collections.abc
 
 import K7Q
 from Tarvelon.metamodel import arplatform, foundation, types
@@ -22,7 +20,7 @@ def packages():
 
 
 def concrete_classes():
-    """The classes of which objects can be made, foundation's too, since values of properties come from there."""
+    """The classes of which objects can be made; foundation's too, since values come from there."""
     for package in [*packages(), foundation, types]:
         for description in package.MetaPackage().classes():
             if not description.isAbstract():
@@ -37,7 +35,7 @@ class Maker:
         self.classes = list(concrete_classes())
 
     def concrete(self, name):
-        """The first class below that dotted name, itself included, that can be made; None if there is none."""
+        """The first class that can be made below that dotted name, itself included; None if none can."""
         package, _, short = name.rpartition(".")
         wanted = getattr(module_of(package), short)
         return next((cls for cls in self.classes if issubclass(cls, wanted)), None)
@@ -79,7 +77,7 @@ def write_and_read(target, name, description, maker):
     if value is None:
         return None
     present = getattr(target, name)
-    if isinstance(present, collections.abc.Sequence) and not isinstance(present, str):
+    if hasattr(present, "append"):
         present.append(value)
         return present[-1] == value and getattr(target, name)[-1] == value
     setattr(target, name, value)
