@@ -55,11 +55,7 @@ HostResult callFunction(Package& package, std::string_view function, std::span<c
 RVOInterfacePtr construct(Class& cls, std::span<const HostValue> arguments) {
   const OverloadSet* constructors = cls.constructors();
   const std::string_view name = cls.getFullName().view();
-  if (!constructors) {
-    throw K7Q::WrongType(
-        "class '" + std::string(name) +
-        "' is abstract: it has no constructor; construct an object of one of its subclasses");
-  }
+  if (!constructors) throwAbstract(cls);
   const Choice choice = choose(CallSite{name, {}}, constructors->candidates, nullptr, arguments);
   Slots slots(*choice.signature);
   for (const HostValue& argument : arguments) slots.add(argument);

@@ -191,6 +191,43 @@ std::string memberText(const Class& cls, std::string_view member) {
   return std::string(cls.shortName()) + '.' + std::string(member);
 }
 
+namespace {
+
+bool isConstructibleBelow(Class& each, Class& cls) {
+  try {
+    return &each != &cls && each.isKindOf(cls) && each.constructors();
+  } catch (const K7Q::Exception&) {
+    // What cannot be defined has nothing to offer.
+    return false;
+  }
+}
+
+/// Collects the classes below `cls` that can be constructed, from a package and all below it.
+void collectConstructible(Package& package, Class& cls, std::vector<std::string_view>& names) {
+  for (Class* each : package.classes()) {
+    if (isConstructibleBelow(*each, cls)) names.push_back(each->getFullName().view());
+  }
+  for (const std::string_view child : package.packageNames()) {
+    if (Package* below = package.findPackage(child)) collectConstructible(*below, cls, names);
+  }
+}
+
+}  // namespace
+
+void throwAbstract(Class& cls) {
+  constexpr std::size_t kShown = 12;
+  const std::string_view name = cls.getFullName().view();
+  std::vector<std::string_view> below;
+  collectConstructible(Package::get(name.substr(0, name.find('.'))), cls, below);
+  std::string text = "class '" + std::string(name) + "' is abstract: it has no constructor; ";
+  text += below.empty() ? "there is none below it that has one" : "construct one of those below it: ";
+  for (std::size_t i = 0; i < std::min(below.size(), kShown); ++i) {
+    text.append(i ? ", " : "").append(below[i]);
+  }
+  if (below.size() > kShown) text += " and " + std::to_string(below.size() - kShown) + " more";
+  throw K7Q::WrongType(text);
+}
+
 void throwUnknownMember(Class& cls, std::string_view kind, std::string_view name) {
   const std::string nearest = cls.nearestMember(name);
   throw K7Q::UnknownName("class '" + std::string(cls.getFullName().view()) + "' has no " + std::string(kind) +

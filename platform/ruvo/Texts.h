@@ -25,6 +25,9 @@ std::string mismatchText(std::string_view where, std::string_view expected, cons
 /// "Runnable.symbol", by the object's own class.
 std::string memberText(const Class& cls, std::string_view member);
 
+/// Raises K7Q::WrongType for a class without constructor, naming those below it that have one.
+/// Cost: defines every class of the package tree that the class stands in.
+[[noreturn]] void throwAbstract(Class& cls);
 /// Raises K7Q::UnknownName for what a class has not: `kind` is "property" or "method".
 [[noreturn]] void throwUnknownMember(Class& cls, std::string_view kind, std::string_view name);
 

@@ -76,9 +76,21 @@ TEST_F(ConstructTest, RefusesAnObjectThatWasNotBound) {
 
 TEST_F(ConstructTest, AbstractClassSaysSo) {
   Class& cls = addClass("X", [](Definition& x) { x.staticMethod("f", {}, {}); });
+  EXPECT_EQ(
+      errorOf<K7Q::WrongType>([&] { construct(cls, {}); }),
+      "class '" + full("X") + "' is abstract: it has no constructor; there is none below it that has one");
+}
+
+TEST_F(ConstructTest, AbstractClassNamesThoseBelowIt) {
+  Class& cls = addClass("X", [](Definition& x) { x.staticMethod("f", {}, {}); });
+  addClass("Y", [this](Definition& x) {
+    x.base(full("X"));
+    x.constructor({}, {});
+  });
+  addClass("Z", [this](Definition& x) { x.base(full("X")); });
   EXPECT_EQ(errorOf<K7Q::WrongType>([&] { construct(cls, {}); }),
             "class '" + full("X") +
-                "' is abstract: it has no constructor; construct an object of one of its subclasses");
+                "' is abstract: it has no constructor; construct one of those below it: " + full("Y"));
 }
 
 TEST_F(ConstructTest, ListsTheConstructorsThereAre) {
