@@ -260,8 +260,8 @@ struct Conversion<Handle> {
   }
   static RVOValue toSlot(const Handle& value, const InternedName& declared) {
     constexpr int kLine = kIsImmutableIterator<Handle> ? 41 : 85;
-    const Handle clone(
-        value);  // NOLINT(performance-unnecessary-copy-initialization): the copy is what goes out
+    // The copy is what goes out.
+    const Handle clone(value);  // NOLINT(performance-unnecessary-copy-initialization)
     if (!clone.getInterface()) {
       K7Q::LocalAsserter("kernel/containers/iterator/Iterator", kLine) =
           K7Q::Asserter::MakeAlways(K7Q::kNullReference);

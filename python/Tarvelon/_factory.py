@@ -30,7 +30,11 @@ def _refusal(factory, name):
     """The error for a class that the factory does not make, with the one that may have been meant."""
     names = _names(factory)
     near = next((each for each in names if each.partition(".")[2] == name), None) or _host.nearest(name, names)
-    rest = f"; did you mean '{near}'?" if near else "; help(Factory) lists what it makes"
+    if name.startswith("Tarvelon.metamodel."):
+        short = name.removeprefix("Tarvelon.metamodel.")
+        rest = f"; it makes what the platform has. Construct it: {short}(model, ...)"
+    else:
+        rest = f"; did you mean '{near}'?" if near else "; help(Factory) lists what it makes"
     return _host.UnknownName(f"Factory.create: the factory makes no '{name}'{rest}")
 
 
