@@ -24,8 +24,8 @@ constexpr auto row(Is<ParameterDataPortInstanceRef>) {
                        " aPort")),
       properties(
           one<interface::ParameterData>( 1, "DataElements", kRefers).unexposed(),
-          many<DataInstanceRef>        ( 2, "SwDataDefPropsInstanceRef",                     kHolds,  kHidden),
-          many<DataInstanceRef>        ( 3, "SwDataDefPropsSwComparisonVariableInstanceRef", kHolds,  kHidden)));
+          many<DataInstanceRef>( 2, "SwDataDefPropsInstanceRef",                     kHolds, kHidden),
+          many<DataInstanceRef>( 3, "SwDataDefPropsSwComparisonVariableInstanceRef", kHolds, kHidden)));
 }
 
 constexpr auto row(Is<ParameterDataCompInstanceRef>) {
@@ -37,8 +37,8 @@ constexpr auto row(Is<ParameterDataCompInstanceRef>) {
                        " aTarvelon_metamodel_arplatform_instance_ParameterDataCompInstanceRef_DataElements")),
       properties(
           one<interface::ParameterData>( 1, "DataElements", kRefers).unexposed(),
-          many<DataInstanceRef>        ( 2, "SwDataDefPropsInstanceRef",                     kHolds,  kHidden),
-          many<DataInstanceRef>        ( 3, "SwDataDefPropsSwComparisonVariableInstanceRef", kHolds,  kHidden)));
+          many<DataInstanceRef>( 2, "SwDataDefPropsInstanceRef",                     kHolds, kHidden),
+          many<DataInstanceRef>( 3, "SwDataDefPropsSwComparisonVariableInstanceRef", kHolds, kHidden)));
 }
 
 constexpr auto row(Is<FlowDataCompInstanceRef>) {
