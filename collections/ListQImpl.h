@@ -2,12 +2,12 @@
 
 #include <algorithm>
 #include <memory>
-#include <typeinfo>
 #include <vector>
 
 #include "boundary/k7q/Sequence.h"
 #include "boundary/tarvelon/PrimitiveCell.h"
 #include "collections/CopyOnWrite.h"
+#include "collections/PlaceIterator.h"
 #include "collections/SequenceChecks.h"
 
 namespace K7Q {
@@ -28,25 +28,8 @@ template <class T>
 class ListQImplForPrimitives : public Generic::SequenceIntf {
  public:
   using Elements = std::vector<T>;
-  using IteratorPtr = std::unique_ptr<Generic::IteratorIntf>;
-
-  class Iterator final : public IteratorProxy {
-   public:
-    using Position = typename Elements::const_iterator;
-
-    explicit Iterator(Position position) : mPosition(position) {}
-    Generic::Ref current(const Deviant& /*aDeviant*/) const override { return makeRef(*mPosition); }
-    void next(const Deviant& /*aDeviant*/) override { ++mPosition; }
-    void previous(const Deviant& /*aDeviant*/) override { --mPosition; }
-    IteratorPtr clone() const override { return std::make_unique<Iterator>(mPosition); }
-    bool equal(const Generic::IteratorIntf* other) const override {
-      return other && typeid(*this) == typeid(*other) && mPosition == positionOf(other);
-    }
-
-   private:
-    friend class ListQImplForPrimitives;
-    Position mPosition;
-  };
+  using Iterator = PlaceIterator<Elements>;
+  using IteratorPtr = typename Iterator::IteratorPtr;
 
   Generic::Ref generic_at(const Deviant& /*aDeviant*/, int index) const override {
     SequenceChecks::requireElement({kSite, 131}, index, mStorage.size());
@@ -85,17 +68,18 @@ class ListQImplForPrimitives : public Generic::SequenceIntf {
   IteratorPtr generic_insert(const Deviant& /*aDeviant*/, const Generic::IteratorIntf* iterator,
                              Generic::Ref ref) override {
     const T value = valueOf<T>(ref);
-    return changeAt(iterator, [&](const auto& position) { return mStorage.insert(position, value); });
+    return Iterator::changeAt(iterator,
+                              [&](const auto& position) { return mStorage.insert(position, value); });
   }
   IteratorPtr generic_erase(const Deviant& /*aDeviant*/, const Generic::IteratorIntf* iterator) override {
-    return changeAt(iterator, [&](const auto& position) { return mStorage.erase(position); });
+    return Iterator::changeAt(iterator, [&](const auto& position) { return mStorage.erase(position); });
   }
   IteratorPtr generic_erase(const Deviant& /*aDeviant*/, const Generic::IteratorIntf* first,
                             const Generic::IteratorIntf* last) override {
-    return changeAt(first, [&](const auto& position) {
+    return Iterator::changeAt(first, [&](const auto& position) {
       const auto start = elements().cbegin();
       const auto begin = position - start;
-      const auto end = positionOf(last) - start;
+      const auto end = Iterator::positionOf(last) - start;
       Elements& own = mStorage.detachedData();
       return own.erase(own.cbegin() + begin, own.cbegin() + end);
     });
@@ -144,7 +128,7 @@ class ListQImplForPrimitives : public Generic::SequenceIntf {
       }
       const Iterator match(scan);
       const IteratorPtr behind = this->generic_erase(aDeviant, &match);
-      scan = positionOf(behind.get());
+      scan = Iterator::positionOf(behind.get());
       ++count;
       // The list is shorter, and may stand in other storage.
       limit = elements().cend();
@@ -155,19 +139,7 @@ class ListQImplForPrimitives : public Generic::SequenceIntf {
  private:
   static constexpr const char* kSite = "kernel/containers/sequence/list/ListQImplForPrimitives";
 
-  static typename Iterator::Position positionOf(const Generic::IteratorIntf* iterator) {
-    return static_cast<const Iterator*>(iterator)->mPosition;
-  }
   const Elements& elements() const noexcept { return mStorage.data(); }
-
-  /// Changes the list at an iterator's place and gives an iterator at the place that comes of it. The result
-  /// is made first: without memory for it nothing may have changed.
-  template <class Change>
-  static IteratorPtr changeAt(const Generic::IteratorIntf* iterator, Change change) {
-    auto result = std::make_unique<Iterator>(positionOf(iterator));
-    result->mPosition = change(result->mPosition);
-    return result;
-  }
 
   mutable Performance::COWWrapperContainerSequential<Elements> mStorage;
 };

@@ -2,7 +2,6 @@
 
 #include <memory>
 #include <type_traits>
-#include <typeinfo>
 
 #include <boost/multi_index/identity.hpp>
 #include <boost/multi_index/ordered_index.hpp>
@@ -11,6 +10,7 @@
 
 #include "boundary/k7q/Sequence.h"
 #include "boundary/tarvelon/PrimitiveCell.h"
+#include "collections/PlaceIterator.h"
 #include "collections/SequenceChecks.h"
 #include "collections/SequenceNames.h"
 
@@ -41,26 +41,9 @@ class MultiIndexImplForPrimitives : public Generic::SequenceIntf {
   using Container = boost::multi_index_container<
       T, boost::multi_index::indexed_by<boost::multi_index::random_access<>, Ordered,
                                         std::conditional_t<IsUnique, OrderedUnique, Ordered>>>;
-  using IteratorPtr = std::unique_ptr<Generic::IteratorIntf>;
-
-  class Iterator final : public IteratorProxy {
-   public:
-    using Position = typename Container::const_iterator;
-
-    explicit Iterator(Position position) : mPosition(position) {}
-    Generic::Ref current(const Deviant& /*aDeviant*/) const override { return makeRef(*mPosition); }
-    void next(const Deviant& /*aDeviant*/) override { ++mPosition; }
-    void previous(const Deviant& /*aDeviant*/) override { --mPosition; }
-    IteratorPtr clone() const override { return std::make_unique<Iterator>(mPosition); }
-    bool equal(const Generic::IteratorIntf* other) const override {
-      return other && typeid(*this) == typeid(*other) && mPosition == positionOf(other);
-    }
-
-   private:
-    friend class MultiIndexImplForPrimitives;
-    /// A node of the container.
-    Position mPosition;
-  };
+  using Iterator = PlaceIterator<Container>;
+  using IteratorPtr = typename Iterator::IteratorPtr;
+  /// A place is a node of the container.
   static_assert(sizeof(typename Iterator::Position) == sizeof(void*), "a position is a pointer to a node");
 
   Generic::Ref generic_at(const Deviant& /*aDeviant*/, int index) const override {
@@ -93,15 +76,16 @@ class MultiIndexImplForPrimitives : public Generic::SequenceIntf {
   /// that was there.
   IteratorPtr generic_insert(const Deviant& /*aDeviant*/, const Generic::IteratorIntf* iterator,
                              Generic::Ref ref) override {
-    return changeAt(iterator,
-                    [&](auto position) { return mContainer.insert(position, valueOf<T>(ref)).first; });
+    return Iterator::changeAt(
+        iterator, [&](auto position) { return mContainer.insert(position, valueOf<T>(ref)).first; });
   }
   IteratorPtr generic_erase(const Deviant& /*aDeviant*/, const Generic::IteratorIntf* iterator) override {
-    return changeAt(iterator, [&](auto position) { return mContainer.erase(position); });
+    return Iterator::changeAt(iterator, [&](auto position) { return mContainer.erase(position); });
   }
   IteratorPtr generic_erase(const Deviant& /*aDeviant*/, const Generic::IteratorIntf* first,
                             const Generic::IteratorIntf* last) override {
-    return changeAt(first, [&](auto position) { return mContainer.erase(position, positionOf(last)); });
+    return Iterator::changeAt(
+        first, [&](auto position) { return mContainer.erase(position, Iterator::positionOf(last)); });
   }
   void generic_erase(const Deviant& /*aDeviant*/, int index) override {
     SequenceChecks::requireElement({kSite, 351}, index, mContainer.size());
@@ -145,20 +129,8 @@ class MultiIndexImplForPrimitives : public Generic::SequenceIntf {
  private:
   static constexpr const char* kSite = "kernel/containers/sequence/multi_index/MultiIndexImplForPrimitives";
 
-  static typename Iterator::Position positionOf(const Generic::IteratorIntf* iterator) {
-    return static_cast<const Iterator*>(iterator)->mPosition;
-  }
   auto at(int index) const { return mContainer.begin() + index; }
   auto& byValue() { return mContainer.template get<1>(); }
-
-  /// Changes the sequence at an iterator's place and gives an iterator at the place that comes of it. The
-  /// result is made first: without memory for it nothing may have changed.
-  template <class Change>
-  static IteratorPtr changeAt(const Generic::IteratorIntf* iterator, Change change) {
-    auto result = std::make_unique<Iterator>(positionOf(iterator));
-    result->mPosition = change(result->mPosition);
-    return result;
-  }
 
   Container mContainer;
 };

@@ -104,10 +104,42 @@ class ReferencesView final : public ObjectView {
   mutable const WordList* mList = nullptr;
 };
 
-class TextsView final : public ListView {
+/// What the views of stored values have in common: a value stands there as often as it was put in, and is
+/// found by a scan.
+class ValuesView : public ListView {
  public:
-  TextsView(Instance& object, const Property& property, unsigned slot, bool immutable)
+  ValuesView(Instance& object, const Property& property, unsigned slot, bool immutable)
       : ListView(object, property, immutable), mSlot(slot) {}
+
+ protected:
+  unsigned slot() const { return mSlot; }
+  /// Null while nothing was ever put in.
+  const WordList* list() const { return listOf(object(), mSlot); }
+
+ private:
+  std::uint32_t count() const final {
+    const WordList* values = list();
+    return values ? values->size() : 0;
+  }
+  std::uint32_t changes() const final {
+    const WordList* values = list();
+    return values ? values->changes() : 0;
+  }
+  bool contains(const Ref& ref) const final {
+    for (std::uint32_t index = 0; index < count(); ++index) {
+      if (isAt(index, ref)) return true;
+    }
+    return false;
+  }
+  void append(const Ref& ref) final { insertAt(count(), ref); }
+  void prepend(const Ref& ref) final { insertAt(0, ref); }
+
+  unsigned mSlot;
+};
+
+class TextsView final : public ValuesView {
+ public:
+  using ValuesView::ValuesView;
   const char* generic_getRuvoName(bool isSequenceImmutable, bool /*isElementImmutable*/,
                                   const char* /*name*/) const override {
     return isSequenceImmutable || property().isReadOnly() ? "K7Q.ImmutableSequenceOfString"
@@ -116,105 +148,66 @@ class TextsView final : public ListView {
 
  private:
   using Text = K7Q::NSInterface::StringIntf;
-  const WordList* list() const { return listOf(object(), mSlot); }
   static Text* textOf(const Ref& ref) { return static_cast<Text*>(ref.value()); }
 
-  std::uint32_t count() const override {
-    const WordList* values = list();
-    return values ? values->size() : 0;
-  }
-  std::uint32_t changes() const override {
-    const WordList* values = list();
-    return values ? values->changes() : 0;
-  }
   Ref refAt(std::uint32_t index, K7Q::Deviant /*deviant*/) const override {
     return K7Q::makeStringRef(K7Q::String(K7Q::Object(list()->at(index).text, K7Q::Deviant{})));
   }
   bool isAt(std::uint32_t index, const Ref& ref) const override {
     return textOf(ref) && list()->at(index).text->view() == textOf(ref)->view();
   }
-  bool contains(const Ref& ref) const override {
-    for (std::uint32_t index = 0; index < count(); ++index) {
-      if (isAt(index, ref)) return true;
-    }
-    return false;
-  }
   void check(const Ref& ref) const override {
     const Instance& host = object();
-    const Property& narrowest = *host.cls().slotProperties[mSlot];
+    const Property& narrowest = *host.cls().slotProperties[slot()];
     if (!textOf(ref)) refuseEmpty(host.cls(), narrowest);
     checkText({host.cls(), narrowest, host.model()}, textOf(ref)->view());
   }
-  void append(const Ref& ref) override { insertText(object(), mSlot, count(), textOf(ref)); }
-  void prepend(const Ref& ref) override { insertText(object(), mSlot, 0, textOf(ref)); }
   std::uint32_t insertAt(std::uint32_t index, const Ref& ref) override {
-    insertText(object(), mSlot, index, textOf(ref));
+    insertText(object(), slot(), index, textOf(ref));
     return index;
   }
   void replaceAt(std::uint32_t index, const Ref& ref) override {
-    replaceText(object(), mSlot, index, textOf(ref));
+    replaceText(object(), slot(), index, textOf(ref));
   }
   void eraseAt(std::uint32_t first, std::uint32_t last) override {
-    eraseTexts(object(), mSlot, first, last - first);
+    eraseTexts(object(), slot(), first, last - first);
   }
-
-  unsigned mSlot;
 };
 
 /// Values of an enumeration, each in a cell of its own while it travels.
-class EnumerationsView final : public ListView {
+class EnumerationsView final : public ValuesView {
  public:
-  EnumerationsView(Instance& object, const Property& property, unsigned slot, bool immutable)
-      : ListView(object, property, immutable), mSlot(slot) {}
+  using ValuesView::ValuesView;
   const char* generic_getRuvoName(bool isSequenceImmutable, bool /*isElementImmutable*/,
                                   const char* /*name*/) const override {
     return property().enumeration()->sequenceName(isSequenceImmutable || property().isReadOnly()).c_str();
   }
 
  private:
-  const WordList* list() const { return listOf(object(), mSlot); }
   static std::int32_t numberOf(const Ref& ref) noexcept {
     return static_cast<const K7Q::PrimitiveCell*>(ref.value())->value;
   }
 
-  std::uint32_t count() const override {
-    const WordList* values = list();
-    return values ? values->size() : 0;
-  }
-  std::uint32_t changes() const override {
-    const WordList* values = list();
-    return values ? values->changes() : 0;
-  }
   Ref refAt(std::uint32_t index, K7Q::Deviant /*deviant*/) const override {
     return K7Q::makeNumberRef(integerOf(list()->at(index)));
   }
   bool isAt(std::uint32_t index, const Ref& ref) const override {
     return ref.value() && integerOf(list()->at(index)) == numberOf(ref);
   }
-  bool contains(const Ref& ref) const override {
-    for (std::uint32_t index = 0; index < count(); ++index) {
-      if (isAt(index, ref)) return true;
-    }
-    return false;
-  }
   void check(const Ref& ref) const override {
     const Instance& host = object();
     if (!ref.value()) refuseEmpty(host.cls(), property());
   }
-  void append(const Ref& ref) override { insertNumber(object(), mSlot, count(), numberOf(ref)); }
-  void prepend(const Ref& ref) override { insertNumber(object(), mSlot, 0, numberOf(ref)); }
   std::uint32_t insertAt(std::uint32_t index, const Ref& ref) override {
-    insertNumber(object(), mSlot, index, numberOf(ref));
+    insertNumber(object(), slot(), index, numberOf(ref));
     return index;
   }
   void replaceAt(std::uint32_t index, const Ref& ref) override {
-    replaceNumber(object(), mSlot, index, numberOf(ref));
+    replaceNumber(object(), slot(), index, numberOf(ref));
   }
   void eraseAt(std::uint32_t first, std::uint32_t last) override {
-    eraseNumbers(object(), mSlot, first, last - first);
+    eraseNumbers(object(), slot(), first, last - first);
   }
-
-  unsigned mSlot;
 };
 
 /// Objects that are computed from what the object holds. They are collected once for as long as that stays
