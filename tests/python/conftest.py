@@ -4,7 +4,7 @@ import sys
 import pytest
 
 import K7Q
-from Tarvelon.metamodel.arplatform import common
+from Tarvelon.metamodel.arplatform import common, variant
 
 
 @pytest.fixture
@@ -16,6 +16,20 @@ def model():
 @pytest.fixture
 def package(model):
     return common.Package(model, "Brakes")
+
+
+@pytest.fixture(params=["make", "makeUnique"])
+def how(request):
+    """The two methods that make a sequence of an enumeration."""
+    return request.param
+
+
+@pytest.fixture
+def sequence(model, how):
+    """A sequence of an enumeration that holds its first three literals."""
+    sequence = getattr(variant.SequenceOfBindingTimeKind, how)(model)
+    sequence += list(variant.BindingTimeKind)[:3]
+    return sequence
 
 
 @pytest.fixture

@@ -23,19 +23,6 @@ def model():
         yield model
 
 
-@pytest.fixture(params=["make", "makeUnique"])
-def how(request):
-    return request.param
-
-
-@pytest.fixture
-def sequence(model, how):
-    """Holds 0, 1, 2."""
-    sequence = getattr(Sequence, how)(model)
-    sequence += [ZERO, ONE, TWO]
-    return sequence
-
-
 def at(sequence, index):
     """An iterator on the element at an index from 0; the end, if there is none."""
     place = sequence.begin()

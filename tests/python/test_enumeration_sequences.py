@@ -19,19 +19,6 @@ def model():
         yield model
 
 
-@pytest.fixture(params=["make", "makeUnique"])
-def how(request):
-    return request.param
-
-
-@pytest.fixture
-def sequence(model, how):
-    """Holds 0, 1, 2."""
-    sequence = getattr(Sequence, how)(model)
-    sequence += [ZERO, ONE, TWO]
-    return sequence
-
-
 def test_a_new_sequence_is_empty(model, how):
     sequence = getattr(Sequence, how)(model)
 
