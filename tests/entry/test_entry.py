@@ -95,6 +95,21 @@ def test_a_script_is_found_from_the_current_folder(tmp_path):
     assert call("run", "a script.py", cwd=tmp_path).stdout == f"{tmp_path}\n"
 
 
+def test_a_file_beside_a_script_hides_no_module_of_pythons_own(tmp_path):
+    (tmp_path / "collections.py").write_text("raise AssertionError('not this one')\n")
+
+    result = call("run", script(tmp_path, "import pathlib; from collections import Counter; print(Counter('a'))"))
+
+    assert (result.returncode, result.stdout) == (0, "Counter({'a': 1})\n"), result.stderr
+
+
+def test_an_example_that_imports_files_beside_it_runs():
+    result = call("run", ROOT / "examples" / "brake_by_wire.py", cwd="/")
+
+    assert result.returncode == 0, result.stderr
+    assert result.stdout.rstrip().splitlines()[-1].lstrip() in (ROOT / "README.md").read_text()
+
+
 def test_a_script_imports_what_was_built(tmp_path):
     text = "import Tarvelon, _tarvelon_host as host; print(Tarvelon.__file__); print(host.__file__)"
 
