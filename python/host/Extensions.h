@@ -4,7 +4,8 @@
 
 namespace pyhost {
 
-/// What Python code adds to a class: a dict of members. It counts when it comes before the class's first use.
+/// What Python code adds to a class: a dict of members, beside those added before. It counts when it comes
+/// before the class's first use.
 void addExtension(const std::string& fullName, PyObject* members);
 
 /// Borrowed; null for a class without extension.

@@ -1,6 +1,7 @@
 #include "python/host/Console.h"
 #include "python/host/Descriptors.h"
 #include "python/host/Loader.h"
+#include "python/host/NativeObjects.h"
 #include "python/host/Packages.h"
 
 namespace pyhost {
@@ -47,6 +48,10 @@ int fill(PyObject* module) {
     addType(module, "Enumeration", enumerationType);
     addType(module, "Sequence", sequenceType);
     addType(module, "Iterator", iteratorType);
+    for (const auto functions :
+         {searchFunctions, historyFunctions, fileFunctions, validationFunctions, copyFunctions}) {
+      require(PyModule_AddFunctions(module, functions()));
+    }
     redirectConsole();
     loadMetamodel();
     return 0;

@@ -30,7 +30,7 @@ ARPLATFORM_ROWS = "rows of arplatform/"
 FOUNDATION_ROWS = "rows of foundation/ and types/"
 
 MODULE = ("boundary/", "binding/", "module/", "collections/", "factory/", "arplatform/")
-PLATFORM = ("hx", "ruvo", "k7q", "tarvelon")  # from the bottom up
+PLATFORM = ("hx", "ruvo", "k7q", "tarvelon", "files")  # from the bottom up
 
 
 class Rule(NamedTuple):

@@ -1,0 +1,1 @@
+"""Copies and differences of models."""

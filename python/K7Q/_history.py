@@ -1,0 +1,1 @@
+"""Transactions, undo, and listening to changes."""

@@ -1,0 +1,1 @@
+"""Finding objects by name, by class and by who refers to them."""

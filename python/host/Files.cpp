@@ -1,0 +1,13 @@
+#include "python/host/NativeObjects.h"
+
+namespace pyhost {
+
+namespace {
+
+PyMethodDef gFunctions[] = {{nullptr, nullptr, 0, nullptr}};
+
+}  // namespace
+
+PyMethodDef* fileFunctions() noexcept { return gFunctions; }
+
+}  // namespace pyhost
