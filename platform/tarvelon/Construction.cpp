@@ -5,8 +5,10 @@
 
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/Journal.h"
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/NativeModel.h"
+#include "platform/tarvelon/Steps.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -57,7 +59,14 @@ Instance& construct(NativeModel& model, const ClassData& cls, unsigned construct
   for (std::size_t index = 0; index < plan.size(); ++index) {
     values[index] = prepare({cls, *plan[index].property, model}, arguments[index]);
   }
+  Batch batch(model);
+  batch.reserve(1);
   Instance& object = model.add(cls, static_cast<unsigned>(plan.size()));
+  if (model.journal()) {
+    make({&object, {}, {}, 0, 0, Step::Kind::Life, false, true});
+    fill(object, plan, values);
+    return object;
+  }
   try {
     fill(object, plan, values);
   } catch (...) {

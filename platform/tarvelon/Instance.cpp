@@ -41,7 +41,7 @@ void Instance::addRef() const {
 void Instance::release() const {
   if (--mReferences != 0) return;
   const NativeModel* model = mModel;
-  if (!isAlive()) delete this;
+  if ((mState & kGone) != 0) delete this;
   model->release();
 }
 
@@ -112,10 +112,10 @@ void Instance::addReferrer(Referrer referrer) noexcept {
   Referrers(find(kReferrerSlot)->bits).insert(referrer);
 }
 
-void Instance::removeReferrer(Referrer referrer) noexcept {
+void Instance::removeReferrer(Referrer referrer, bool keepsRoom) noexcept {
   Word* word = find(kReferrerSlot);
   if (!word) return;
-  Referrers(word->bits).erase(referrer);
+  Referrers(word->bits).erase(referrer, keepsRoom);
   if (word->bits == 0) remove(kReferrerSlot);
 }
 
