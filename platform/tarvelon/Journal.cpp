@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <exception>
+#include <iterator>
 #include <utility>
 
 #include "boundary/k7q/Exception.h"
@@ -104,7 +105,7 @@ void Journal::tell(const Steps& steps) noexcept {
     const auto listeners = mListeners;
     for (const Entry& entry : listeners) {
       try {
-        (*entry.listener)(steps);
+        tellOne(entry, steps);
       } catch (...) {  // NOLINT(bugprone-empty-catch): the model has changed, whatever a listener makes of it
       }
     }
@@ -177,8 +178,23 @@ void Journal::redo() noexcept {
   tell(mUndo.back());
 }
 
-std::uint64_t Journal::listen(Listener listener) {
-  mListeners.push_back({mLastId + 1, std::make_shared<const Listener>(std::move(listener))});
+void Journal::tellOne(const Entry& entry, const Steps& steps) {
+  if (!entry.object) {
+    (*entry.listener)(steps);
+    return;
+  }
+  Steps own;
+  std::ranges::copy_if(steps, std::back_inserter(own),
+                       [&entry](const Step& step) { return step.object == entry.object; });
+  if (!own.empty()) (*entry.listener)(own);
+}
+
+void Journal::forget(const Instance& object) noexcept {
+  std::erase_if(mListeners, [&object](const Entry& entry) { return entry.object == &object; });
+}
+
+std::uint64_t Journal::listen(Listener listener, const Instance* object) {
+  mListeners.push_back({mLastId + 1, object, std::make_shared<const Listener>(std::move(listener))});
   return ++mLastId;
 }
 

@@ -11,6 +11,7 @@
 
 namespace Tarvelon::metamodel::native {
 
+class Instance;
 class NativeModel;
 
 /// The steps of a model in the order they were made, for as long as somebody wants to know of them: an open
@@ -54,8 +55,12 @@ class Journal {
 
   /// Called with each batch when it has ended. What a listener raises is lost, and it may not change the
   /// model.
-  std::uint64_t listen(Listener listener);
+  /// With an object: only of the steps at that object, until it is freed.
+  std::uint64_t listen(Listener listener, const Instance* object = nullptr);
   void unlisten(std::uint64_t id) noexcept;
+  /// An object is freed: nobody listens to it any more.
+  void forget(const Instance& object) noexcept;
+  bool isTelling() const noexcept { return mIsTelling; }
   bool hasListeners() const noexcept { return !mListeners.empty(); }
   /// Raises K7Q::Exception while listeners are called.
   void requireQuiet() const;
@@ -64,11 +69,13 @@ class Journal {
   using Steps = std::vector<Step>;
   struct Entry {
     std::uint64_t id;
+    const Instance* object;
     std::shared_ptr<const Listener> listener;
   };
 
   void finish() noexcept;
   void tell(const Steps& steps) noexcept;
+  static void tellOne(const Entry& entry, const Steps& steps);
   void takeBack(Steps& steps, std::size_t start) noexcept;
   /// Drops steps. Objects go with them that these have buried and nothing can bring back any more: the ones
   /// that were destroyed or, of steps that were taken back, the ones that were made.

@@ -85,9 +85,14 @@ class Opposite {
   }
   bool isThere() const noexcept { return mSlot != ClassData::kNoSlot; }
 
-  void reserve(Instance& object) const {
+  /// Room for both references: each object gets a value and a referrer.
+  void reserve(Instance& object, unsigned slot) const {
     reserveTie(mElement, mSlot, object);
     reservePlace(mElement, mSlot, object);
+    reserveTie(object, slot, mElement);
+    reservePlace(object, slot, mElement);
+    object.reserve(2);
+    mElement.reserve(2);
   }
   /// Lets the element refer to the object. One that referred to another is taken from that one first.
   void add(Instance& object, unsigned slot) const noexcept {
@@ -118,6 +123,16 @@ class Opposite {
   std::uint8_t mSlot = ClassData::kNoSlot;
 };
 
+/// All the room that a new reference needs.
+void reserveReference(Instance& object, unsigned slot, Instance& element, const Opposite& opposite) {
+  if (opposite.isThere()) {
+    opposite.reserve(object, slot);
+  } else {
+    reserveTie(object, slot, element);
+    reservePlace(object, slot, element);
+  }
+}
+
 /// What a change of one reference notes at most: the place, who held the element, and the references back of
 /// the element, of the one before and of the one that had it.
 constexpr std::size_t kMostSteps = 6;
@@ -128,9 +143,7 @@ void storeReference(Instance& object, unsigned slot, Instance& element) {
   Batch batch(object.model());
   batch.reserve(kMostSteps);
   const Opposite opposite(object, slot, element);
-  if (opposite.isThere()) opposite.reserve(object);
-  reserveTie(object, slot, element);
-  reservePlace(object, slot, element);
+  reserveReference(object, slot, element, opposite);
   if (const Word* former = object.find(slot)) {
     const Opposite back(object, slot, *former->object);
     if (back.isThere()) back.remove(object);
@@ -214,9 +227,7 @@ void insertElement(Instance& object, unsigned slot, std::uint32_t index, Instanc
   Batch batch(object.model());
   batch.reserve(kMostSteps);
   const Opposite opposite(object, slot, element);
-  if (opposite.isThere()) opposite.reserve(object);
-  reserveTie(object, slot, element);
-  reservePlace(object, slot, element);
+  reserveReference(object, slot, element, opposite);
   if (holds(object, slot)) leaveOwner(element);
   make(insertion(object, slot, index, Word{.object = &element}));
   if (opposite.isThere()) opposite.add(object, slot);
@@ -229,7 +240,7 @@ void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instan
   Batch batch(object.model());
   batch.reserve(kMostSteps);
   const Opposite opposite(object, slot, element);
-  if (opposite.isThere()) opposite.reserve(object);
+  reserveReference(object, slot, element, opposite);
   const Opposite back(object, slot, old);
   if (containsElement(object, slot, element)) {
     // The other one leaves, and the element comes to where that stood.
@@ -241,7 +252,6 @@ void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instan
     if (now != to) moveElement(object, slot, now, to);
     return;
   }
-  reserveTie(object, slot, element);
   if (holds(object, slot)) leaveOwner(element);
   make(replacement(object, slot, index, Word{.object = &element}));
   if (back.isThere()) back.remove(object);

@@ -97,6 +97,7 @@ Instance& NativeModel::add(const ClassData& cls, unsigned values) {
 
 void NativeModel::expire(Instance& instance) noexcept {
   mInstances.erase(instance);
+  if (mJournal) mJournal->forget(instance);
   instance.expire();
 }
 

@@ -196,6 +196,8 @@ int setAttribute(PyObject* self, PyObject* name, PyObject* value) {
     HostType* type = typeOf(self);
     PyObject* found = _PyType_Lookup(asPyType(type), name);
     if (!found) raiseUnknownAttribute(type, name);
+    // One that Python code has put on the class.
+    if (Py_TYPE(found) == &PyProperty_Type) return PyProperty_Type.tp_descr_set(found, self, value);
     if (Py_TYPE(found) != &propertyType) {
       raiseUnknownName(name, std::string(type->cls->shortName()) + "." + toUtf8(name) +
                                  " is no property: it cannot be assigned or deleted");
