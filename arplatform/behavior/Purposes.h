@@ -24,7 +24,7 @@ inline constexpr auto kPurposes = purposes(
         "A section that only one runnable at a time can be in. Runnables enter it on their own, or run inside it "
         "altogether."),
     of<PerInstanceMemory>(
-        "Memory that each instance of a component has for itself, typed by a text of C."),
+        "Memory that each instance of a component has for itself, with a type written in C."),
     of<IrvData>(
         "An inter-runnable variable: data by which the runnables of one component pass values to each other."),
     of<ComponentParameterAccess>(
@@ -83,8 +83,8 @@ inline constexpr auto kPurposes = purposes(
     of<InitEvent>(
         "Starts a runnable once, when the component is initialized."),
     of<PortDefinedArgumentValue>(
-        "An argument with a fixed value that the run-time environment passes to a server, so that the server can "
-        "tell its clients' ports apart."),
+        "An argument with a fixed value that the run-time environment passes to a server for one of its ports, such "
+        "as the number of a memory block."),
     of<VariableDataAccess>(
         "The access of a runnable to a variable of its own component."),
     of<OperationAccess>(

@@ -16,8 +16,8 @@ inline constexpr auto kPurposes = purposes(
         "The latest time at which a variation is resolved, from the design of the system to the linking of the "
         "code."),
     of<VariationPoint>(
-        "Makes the element that holds it optional. Whether it exists follows from a formula before or at link time, "
-        "and from conditions that are evaluated after the build."),
+        "Makes the element that holds it optional. Whether it exists is decided by a formula, at link time at the "
+        "latest, and by conditions that are evaluated after the build."),
     of<SystemConstDependentFormula>(
         "A formula over system constants, written as a text. It names the constants that the text uses."),
     of<ConditionByFormula>(

@@ -4,8 +4,10 @@
 #include <cctype>
 
 #include "arplatform/Purposes.h"
+#include "foundation/Purposes.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Registry.h"
+#include "types/Purposes.h"
 
 // The purposes of a package, looked up by short name. A chain of comparisons rather than a table: it needs no
 // relocation, so that loading the library pays nothing for texts that few programs ask for.
@@ -29,6 +31,11 @@
   }                                                                                                     \
   }
 
+namespace Tarvelon::metamodel {
+TARVELON_PACKAGE_PURPOSES(foundation, TARVELON_FOUNDATION_NAMES)
+TARVELON_PACKAGE_PURPOSES(types, TARVELON_TYPES_NAMES)
+}  // namespace Tarvelon::metamodel
+
 namespace Tarvelon::metamodel::arplatform {
 ARPLATFORM_PACKAGES(TARVELON_PACKAGE_PURPOSES)
 }  // namespace Tarvelon::metamodel::arplatform
@@ -37,13 +44,14 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-constexpr std::string_view kPlatform = "Tarvelon.metamodel.arplatform";
 constexpr std::string_view kImmutable = "Immutable";
 
 /// The purpose of what stands in a package, or of the package itself where the name is empty.
 std::string_view findPurpose(std::string_view package, std::string_view name) {
+  if (package == "Tarvelon.metamodel.foundation") return foundation::findPurpose(name);
+  if (package == "Tarvelon.metamodel.types") return types::findPurpose(name);
 #define TARVELON_FIND(P, NAMES) \
-  if (package == #P) return arplatform::P::findPurpose(name);
+  if (package == "Tarvelon.metamodel.arplatform." #P) return arplatform::P::findPurpose(name);
   ARPLATFORM_PACKAGES(TARVELON_FIND)
 #undef TARVELON_FIND
   return {};
@@ -62,13 +70,12 @@ const ClassTable* findRows(std::string_view className) {
 }  // namespace
 
 std::string_view purposeOf(std::string_view dottedName) {
-  if (dottedName == kPlatform) return arplatform::kPurpose;
-  if (!dottedName.starts_with(kPlatform) || dottedName[kPlatform.size()] != '.') return {};
-  const std::string_view path = dottedName.substr(kPlatform.size() + 1);
-  const std::string_view package = path.substr(0, path.find('.'));
-  if (package.size() == path.size()) return findPurpose(package, {});
-  std::string_view name = path.substr(package.size() + 1);
-  if (name.empty()) return {};
+  if (dottedName == "Tarvelon.metamodel.arplatform") return arplatform::kPurpose;
+  if (const std::string_view text = findPurpose(dottedName, {}); !text.empty()) return text;
+  const std::size_t dot = dottedName.rfind('.');
+  if (dot == std::string_view::npos || dot + 1 == dottedName.size()) return {};
+  const std::string_view package = dottedName.substr(0, dot);
+  std::string_view name = dottedName.substr(dot + 1);
   if (const std::string_view text = findPurpose(package, name); !text.empty()) return text;
   if (!name.starts_with(kImmutable) || name == kImmutable) return {};
   name.remove_prefix(kImmutable.size());

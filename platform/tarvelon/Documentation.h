@@ -11,7 +11,7 @@
 /// Cost: nothing at start-up; each call walks the rows that it needs. Threads: any.
 namespace Tarvelon::metamodel::native {
 
-/// What a package, class or enumeration of the platform is for: one or two sentences. The name is dotted and
+/// What a package, class or enumeration of the metamodel is for: one or two sentences. The name is dotted and
 /// whole; an immutable view is for what its class is for. Empty for any other name. Lives as long as the
 /// process.
 TARVELON_API std::string_view purposeOf(std::string_view dottedName);

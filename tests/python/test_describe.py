@@ -66,6 +66,8 @@ def test_the_page_of_a_class_lists_inherited_properties(capsys):
     ("behavior.ImmutableRunnable", "A piece of a component's behavior "),
     ("behavior.IrvKind", "Whether an inter-runnable variable is accessed implicitly, "),
     ("behavior", "What goes on inside a component: "),
+    ("foundation.ValueSpecification", "The base of all values that a model states, such as initial values."),
+    ("Tarvelon.metamodel.types", "Data types: "),
     ("Tarvelon.metamodel.arplatform", "The AUTOSAR metamodel: "),
 ])
 def test_a_page_begins_with_the_purpose(capsys, name, beginning):
@@ -83,15 +85,17 @@ def test_the_page_of_a_package_tells_what_each_class_is_in_a_sentence(capsys):
 
 
 def test_every_package_class_and_enumeration_has_a_purpose():
-    described = [package for package in _tarvelon_host.describe(PREFIX)["packages"]]
-    names = [PREFIX, *(package["name"] for package in described)]
+    described = _tarvelon_host.describe("Tarvelon.metamodel")["packages"]
+    described += next(each for each in described if each["name"] == PREFIX)["packages"]
+    names = [package["name"] for package in described]
     for package in described:
         known = {each["name"] for each in package["classes"]}
         names += [each["fullName"] for each in package["classes"]
                   if each["description"] == describe.ENUMERATION or f"{each['name']}MetaProperty" in known]
     purposes = [_tarvelon_host.documentation(name)["purpose"] for name in names]
 
-    assert len(names) == 14 + 284 + 28
+    assert len([name for name in names if name.startswith(PREFIX)]) == 14 + 284 + 28
+    assert len(names) == 14 + 284 + 28 + 2 + 18 + 2  # with foundation and types
     assert all(purpose.endswith(".") for purpose in purposes)
     assert len(set(purposes)) == len(purposes)
 
@@ -113,7 +117,7 @@ def test_documentation_names_the_arguments_of_constructors(name, constructors):
 
 @pytest.mark.parametrize("name", [
     "", ".", PREFIX + ".", PREFIX + ".behavior.", PREFIX + ".behavior.Immutable", PREFIX + "x", "K7Q.Model",
-    PREFIX + ".behavior.Runnable.symbol", PREFIX + ".behavior.SequenceOfRunnable", "Tarvelon.metamodel.foundation",
+    PREFIX + ".behavior.Runnable.symbol", PREFIX + ".behavior.SequenceOfRunnable", "Tarvelon.metamodel",
 ])
 def test_what_is_nobodys_name_has_no_purpose(name):
     assert _tarvelon_host.documentation(name)["purpose"] == ""
