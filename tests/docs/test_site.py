@@ -37,7 +37,8 @@ def site(tmp_path_factory):
     done = subprocess.run([*BUILD, str(folder)], capture_output=True, text=True, timeout=600)
     assert done.returncode == 0, done.stdout + done.stderr
     assert done.stdout.splitlines()[-1] == str(folder / "html" / "index.html")
-    return {file.relative_to(folder / "html").as_posix(): Page(file) for file in (folder / "html").rglob("*.html")}
+    html = folder / "html"
+    return {file.relative_to(html).as_posix(): Page(file) for file in html.rglob("*.html")}
 
 
 def test_every_link_leads_to_a_place_that_is_there(site):

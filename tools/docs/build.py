@@ -1,7 +1,7 @@
 """Builds one site of all documentation, the pages of the metamodel among it: build.py FOLDER.
 
-The sources are put together in FOLDER/source, the site in FOLDER/html, and its first page is printed. What the pages
-refer to and is not there is an error.
+The sources are put together in FOLDER/source, the site in FOLDER/html, and its first page is printed. What
+pages refer to and is not there is an error.
 """
 
 import re

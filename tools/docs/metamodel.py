@@ -89,8 +89,8 @@ def properties_of(record, package):
     for each in reader["properties"]:
         described = getattr(descriptions, each["name"][0].upper() + each["name"][1:])()
         role = ("holds" if described.isContainment() else "refers") if each["kind"] == "ClassObject" else ""
-        properties.append(Property(each["name"], shown(each["type"]), describe.MULTIPLICITY[each["multiplicity"]],
-                                   described.isReadOnly(), role))
+        number = describe.MULTIPLICITY[each["multiplicity"]]
+        properties.append(Property(each["name"], shown(each["type"]), number, described.isReadOnly(), role))
     known = {each.name[0].upper() + each.name[1:] for each in properties}
     for each in host.describe(f"{full_name}MetaProperty")["metaProperties"]:
         if each["owner"] == full_name and each["name"] not in known:

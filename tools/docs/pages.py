@@ -90,7 +90,8 @@ class PackagePage:
             found = [f"{self.near(user)}.{text(each.name)}" for user, each in entry.uses if each.role == role]
             if found:
                 lines.append(f":{title}: {', '.join(found)}")
-        wider = [self.near(base) for base in ancestors(entry) if base.uses and len(descendants(base)) < EVERYTHING]
+        wider = [self.near(base) for base in ancestors(entry)
+                 if base.uses and len(descendants(base)) < EVERYTHING]
         if wider:
             lines.append(f":Also used as: {', '.join(wider)}")
         return lines
@@ -119,7 +120,8 @@ class PackagePage:
         lines = table(("Property", "Type", "Number", "Access", "Role"), rows)
         if entry.reads:
             lines += ["Read by kind:", ""]
-            lines += [f"* ``{method}()``: those of ``{name}`` that are of this kind" for method, name in entry.reads]
+            lines += [f"* ``{method}()``: those of ``{name}`` that are of this kind"
+                      for method, name in entry.reads]
             lines.append("")
         known = {each.name for each in entry.properties}
         inherited = []
@@ -132,21 +134,27 @@ class PackagePage:
 
 
 INTRODUCTION = """\
-How do I connect two ports, add a runnable, place a component on an ECU? :doc:`/docs/howto` shows it, each in a few
-lines that run. What every object, sequence and enumeration can do stands in :doc:`/docs/python`.
+How do I connect two ports, add a runnable, place a component on an ECU? :doc:`/docs/howto` shows it, each in
+a few lines that run. What every object, sequence and enumeration can do stands in :doc:`/docs/python`.
 
 How to read the pages
 ---------------------
 
-A class lists what it is made from, its properties, and where it is used. *Held by* names the properties that own
-objects of the class: an object belongs to one place, and goes with it. *Referred to by* names those that only point at
-them. *Also used as* names the bases that properties ask for: where one of them fits, the class fits as well.
+A class lists what it is made from, its properties, and where it is used. *Held by* names the properties that
+own objects of the class: an object belongs to one place, and goes with it. *Referred to by* names those that
+only point at them. *Also used as* names the bases that properties ask for: where one of them fits, the class
+fits as well.
 
-Number is how many values a property has: 1, at most one (0..1), or any number (0..\\*), which is a sequence. Types are
-Python's own or classes of the metamodel. A class is made with its arguments in their order, by the class itself,
-``behavior.Runnable(model, "PedalSensor_sample", "Sample")``, or by a factory, which knows the model:
-``factory.create(behavior.Runnable, "PedalSensor_sample", "Sample")``.
+Number is how many values a property has: 1, at most one (0..1), or any number (0..\\*), which is a sequence.
+Types are Python's own or classes of the metamodel. A class is made with its arguments in their order, by the
+class itself, ``behavior.Runnable(model, "PedalSensor_sample", "Sample")``, or by a factory, which knows the
+model: ``factory.create(behavior.Runnable, "PedalSensor_sample", "Sample")``.
 """
+
+
+def package_table(packages):
+    rows = [(f":doc:`{each.name}`", text(each.purpose)) for each in packages]
+    return table(("Package", "What it holds"), rows)
 
 
 def index_lines(packages):
@@ -155,15 +163,16 @@ def index_lines(packages):
     entries = [each for package in platform for each in package.entries]
     classes = sum(not each.is_enumeration for each in entries)
     lines = [*heading("The metamodel", "="),
-             f"{classes} classes and {len(entries) - classes} enumerations in {len(platform)} packages and their root.",
-             "", *INTRODUCTION.splitlines(), ""]
+             f"{classes} classes and {len(entries) - classes} enumerations in {len(platform)} packages.", "",
+             *INTRODUCTION.splitlines(), ""]
     lines += heading("Packages", "-")
-    lines += table(("Package", "What it holds"), [(f":doc:`{each.name}`", text(each.purpose)) for each in platform])
+    lines += package_table(platform)
     lines += ["They build upon two packages that stand beside them:", ""]
-    lines += table(("Package", "What it holds"), [(f":doc:`{each.name}`", text(each.purpose)) for each in below])
+    lines += package_table(below)
     lines += [".. toctree::", "   :hidden:", "", *(f"   {each.name}" for each in packages), ""]
     lines += heading("All classes and enumerations", "-")
-    ordered = sorted((each for package in packages for each in package.entries), key=lambda each: each.name.lower())
+    everything = [each for package in packages for each in package.entries]
+    ordered = sorted(everything, key=lambda each: each.name.lower())
     for letter, group in itertools.groupby(ordered, key=lambda each: each.name[0].upper()):
         lines += [f".. rubric:: {letter}", "", ".. hlist::", "   :columns: 2", ""]
         lines += [f"   * {link(each, each.name)} ({each.short.partition('.')[0]})" for each in group] + [""]
