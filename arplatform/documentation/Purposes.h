@@ -22,7 +22,7 @@ inline constexpr auto kPurposes = purposes(
     of<LOverviewParagraph>(
         "A short description in one language."),
     of<DocRevision>(
-        "One entry in the revision history of an element. It tells when the revision was issued, by whom, in which "
+        "One entry in the revision history of an element. It tells when the revision was made, by whom, in which "
         "state, and what was modified."),
     of<Modification>(
         "One change within a revision. It tells what was changed and, optionally, for what reason."),

@@ -72,7 +72,7 @@ inline constexpr auto kPurposes = purposes(
     of<PortAnnotation>(
         "The base of all notes on what passes through a port."),
     of<PortComSpec>(
-        "The base of all communication specifications at ports."),
+        "The base of all that tells how something is communicated at a port."),
     of<PortInfo>(
         "The base of what is specified of one element of an interface at a port: its communication and its notes."),
     of<ProvidedPort>(

@@ -89,7 +89,7 @@ std::vector<std::string> splitArgumentNames(std::string_view declared) {
     declared.remove_prefix(std::min(parameter.size() + 1, declared.size()));
     // A name that fills no property is shown as it is declared.
     const std::string_view property = filledBy(parameter);
-    std::string name(property.empty() ? parameter : property);
+    std::string name(property.empty() ? parameter.substr(parameter.starts_with(' ') ? 1 : 0) : property);
     if (!name.empty()) name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));
     names.push_back(std::move(name));
   }
