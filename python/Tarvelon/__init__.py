@@ -57,7 +57,9 @@ class _PackageLoader:
 
     @staticmethod
     def exec_module(module):
-        module.__doc__ = f"The package {module.__name__}: dir() lists what it holds."
+        purpose = _host.documentation(module.__name__)["purpose"]
+        text = f"The package {module.__name__}: dir() lists what it holds."
+        module.__doc__ = f"{purpose}\n\n{text}" if purpose else text
         _show_package(module, module.__name__, star=())
 
 

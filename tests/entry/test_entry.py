@@ -142,11 +142,12 @@ def test_a_script_that_is_not_there_is_named():
 def test_help_names_every_command():
     text = call("--help").stdout
 
-    for name in "run shell describe test build bench format install --no-install --preset".split():
+    for name in "run shell describe docs test build bench format install --no-install --preset".split():
         assert f"\n  {name} " in text
 
 
-@pytest.mark.parametrize("arguments", [["tset"], ["run"], ["test", "--preset", "relase"], ["install", "all"]])
+@pytest.mark.parametrize("arguments", [["tset"], ["run"], ["test", "--preset", "relase"], ["install", "all"],
+                                       ["docs", "README.md"]])
 def test_misuse_has_exit_status_2_and_prints_nothing_to_stdout(arguments):
     result = call(*arguments)
 
