@@ -18,6 +18,11 @@ def libraries(prefix):
     return [each for each in prefix.rglob("*.so*") if not each.is_symlink()]
 
 
+def naming(prefix, place):
+    """The files below a prefix that hold the path of a place."""
+    return [name for name in files_below(prefix) if str(place).encode() in (prefix / name).read_bytes()]
+
+
 def dynamic_section(library):
     command = ["readelf", "--dynamic", library]
     return subprocess.run(command, check=True, capture_output=True, text=True).stdout
@@ -39,12 +44,7 @@ def test_a_module_is_one_file_under_the_name_that_hosts_open(prefix):
 
 
 def test_no_file_names_the_tree_it_was_built_in(prefix):
-    places = [str(SOURCE).encode(), str(BUILD).encode()]
-
-    named = [name for name in files_below(prefix)
-             if any(place in (prefix / name).read_bytes() for place in places)]
-
-    assert named == []
+    assert naming(prefix, SOURCE) == naming(prefix, BUILD) == []
 
 
 def test_every_path_to_a_library_begins_at_the_file_itself(prefix):
@@ -87,7 +87,7 @@ def test_a_stage_holds_all_and_is_named_nowhere(prefix, tmp_path, folder):
     install(f"/{folder}", DESTDIR=str(tmp_path))
 
     assert [f"{folder}/{name}" for name in files_below(prefix)] == files_below(tmp_path)
-    assert [name for name in files_below(tmp_path) if str(tmp_path).encode() in (tmp_path / name).read_bytes()] == []
+    assert naming(tmp_path, tmp_path) == []
 
 
 def test_every_file_belongs_to_one_component(prefix, tmp_path):

@@ -29,7 +29,8 @@ def printed_in_the_tree(name):
 
 
 def flags(call, place, *arguments):
-    return call("pkg-config", *arguments, "tarvelon", PKG_CONFIG_PATH=str(place / "lib/pkgconfig")).rstrip("\n")
+    folder = str(place / "lib/pkgconfig")
+    return call("pkg-config", *arguments, "tarvelon", PKG_CONFIG_PATH=folder).rstrip("\n")
 
 
 def test_programs_find_the_package_with_cmake(place, examples, call, tmp_path):

@@ -72,7 +72,9 @@ def test_describe_prints_what_is_published(command, call):
 
 
 def test_the_shell_has_the_packages_at_hand(command, call):
-    assert "K7Q BindingTimeKind" in call(command, "shell", stdin="print(K7Q.__name__, variant.BindingTimeKind.__name__)\n")
+    text = "print(K7Q.__name__, variant.BindingTimeKind.__name__)\n"
+
+    assert "K7Q BindingTimeKind" in call(command, "shell", stdin=text)
 
 
 def test_help_names_every_module_that_is_a_command(command, moved, call):
