@@ -3,10 +3,10 @@
 usage: compatibility.py check BUILD    say what is gone or changed since the kept releases of this series
        compatibility.py record BUILD   keep what BUILD has as the promise of its version
 
-BUILD is a folder such as build/release. tests/compatibility/VERSION/ holds one text for each package of the
-host (its classes with their records), one for each library (the names it exports), and python.txt (what Python
-adds). A line is a fact: what it speaks of, and behind " : " what is said of it. New lines break no program; a
-line that is gone, or says something else, does. docs/compatibility.md tells what is promised for how long.
+BUILD is a folder such as build/release. tests/compatibility/VERSION/ holds a text for each package of the host
+(its classes with their records), for each library (the names it exports), and python.txt for what Python adds.
+A line is a fact: what it speaks of, and behind " : " what is said of it. New lines break no program; one that
+is gone, or says something else, does. docs/compatibility.md tells what is promised for how long.
 """
 
 import os
@@ -178,6 +178,12 @@ def series(version):
     return f"0.{minor}" if major == "0" else major
 
 
+def next_series(version):
+    """The first version that owes nothing to the releases before it."""
+    major, minor, _ = map(int, version.split("."))
+    return f"0.{minor + 1}.0" if major == 0 else f"{major + 1}.0.0"
+
+
 def numbers(version):
     return [int(each) for each in version.split(".")]
 
@@ -205,8 +211,8 @@ def check(version, found, releases):
         print(f"no release of the series {series(version)} is kept yet: nothing to break")
     if count:
         print(f"Programs made for {series(version)} rely on these: bring them back. If one must go, raise the "
-              "version in CMakeLists.txt\nto the next series and say so in CHANGELOG.md. A version that is not "
-              "released yet is recorded again:\n/usr/bin/python3 tools/compatibility.py record build/release")
+              f"version in\nCMakeLists.txt to {next_series(version)} and say so in CHANGELOG.md. A version that is "
+              "not released yet is\nrecorded again: /usr/bin/python3 tools/compatibility.py record build/release")
     return count
 
 

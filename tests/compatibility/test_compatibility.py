@@ -164,7 +164,8 @@ def test_a_release_holds_within_its_series(kept, changed, capsys):
 
     text = capsys.readouterr().out
     assert "0.1.0: 15 facts, 1 broken by 0.1.1\n  gone:    bar.Drink: property Price\n" in text
-    assert "bring them back" in text and "tools/compatibility.py record build/release" in text
+    assert "bring them back" in text and "to 0.2.0" in text
+    assert "/usr/bin/python3 tools/compatibility.py record build/release" in text
 
 
 @pytest.mark.parametrize("version", ["0.2.0", "1.0.0", "0.0.9"])
@@ -177,6 +178,7 @@ def test_a_series_goes_by_the_major_version_from_1_on(kept):
         (kept / name).mkdir()
 
     assert [each.name for each in compatibility.kept_releases("1.10.3")] == ["1.2.0", "1.10.0"]
+    assert compatibility.next_series("1.10.3") == "2.0.0"
 
 
 def test_a_release_that_breaks_the_one_before_is_not_recorded(kept, changed):
