@@ -34,7 +34,9 @@ def relative(name, package):
 
 def method(record, package):
     arguments = ", ".join(relative(each, package) for each in record["arguments"])
-    said = [relative(record["result"], package), record["kind"]]
+    said = [relative(record["result"], package)]
+    if record["kind"] != "constructor":
+        said.append(record["kind"])
     if record["flags"]:
         said.append(f"flags {record['flags']}")
     if record["parameterNames"]:
@@ -56,8 +58,13 @@ def class_facts(record, package):
         yield f"base {relative(base, package)}", ""
     for value, name in enumerate(literals(record)):
         yield f"literal {name}", str(value)
+    constructors = 0
     for each in record["methods"]:
-        yield method(each, package)
+        what, said = method(each, package)
+        if each["kind"] == "constructor":  # compiled programs call it by its place among them
+            said += f", constructor number {constructors}"
+            constructors += 1
+        yield what, said
     for each in record["properties"]:
         said = ", ".join(f"{key} {each[key]}" for key in PROPERTY)
         yield f"property {each['name']}", f"{relative(each['type'], package)}, {said}"

@@ -14,6 +14,7 @@ DRINK = {
     "name": "make", "kind": "static", "flags": 8, "parameterNames": " aName", "result": "bar.Drink",
     "self": None, "arguments": ["K7Q.Model", "char vector"],
 }
+CONSTRUCTOR = {**DRINK, "name": "bar.Drink", "kind": "constructor", "parameterNames": ""}
 SIZES = [{**DRINK, "name": name, "parameterNames": "", "result": "bar.Size", "arguments": []}
          for name in ("Small", "Big")]
 PACKAGE = {
@@ -22,7 +23,7 @@ PACKAGE = {
     "classes": [
         {"name": "Drink", "fullName": "bar.Drink", "description": "", "access": 2,
          "superclasses": ["bar.Thing", "K7Q.Object"],
-         "methods": [DRINK, {**DRINK, "arguments": []}],
+         "methods": [CONSTRUCTOR, DRINK, {**DRINK, "arguments": []}],
          "properties": [{"id": 3, "name": "Price", "kind": "value", "multiplicity": 1, "mutability": 0,
                          "attributes": 0, "type": "double scalar"}],
          "metaProperties": [{"name": "Price", "owner": "bar.Drink", "id": 3}]},
@@ -67,6 +68,7 @@ def test_a_text_has_a_line_for_each_fact_below_its_class():
 open(K7Q.Model, char vector) : void, static, flags 8, names aName
 package
 Drink:
+  .Drink(K7Q.Model, char vector) : .Drink, flags 8, constructor number 0
   base .Thing
   base K7Q.Object
   class : access 2
@@ -134,6 +136,16 @@ def test_a_literal_before_others_changes_their_values(changed):
                              "changed: bar.Size: literal Big: was 1; is 2"]
 
 
+def test_a_constructor_before_others_changes_their_places(changed):
+    constructors = changed["classes"][0]["methods"]
+    constructors.insert(1, {**CONSTRUCTOR, "arguments": ["K7Q.Model", "double scalar"]})
+    assert lost(changed) == []
+
+    constructors.insert(0, {**CONSTRUCTOR, "arguments": ["K7Q.Model"]})
+    made = "bar.Drink: .Drink(K7Q.Model, char vector): was .Drink, flags 8, constructor number 0"
+    assert lost(changed) == [f"changed: {made}; is .Drink, flags 8, constructor number 1"]
+
+
 def test_two_records_that_nothing_tells_apart_are_refused(changed):
     changed["classes"][0]["methods"].append(DRINK)
 
@@ -163,7 +175,7 @@ def test_a_release_holds_within_its_series(kept, changed, capsys):
     assert compatibility.check("0.1.1", facts_of(changed), compatibility.kept_releases("0.1.1")) == 1
 
     text = capsys.readouterr().out
-    assert "0.1.0: 15 facts, 1 broken by 0.1.1\n  gone:    bar.Drink: property Price\n" in text
+    assert "0.1.0: 16 facts, 1 broken by 0.1.1\n  gone:    bar.Drink: property Price\n" in text
     assert "bring them back" in text and "to 0.2.0" in text
     assert "/usr/bin/python3 tools/compatibility.py record build/release" in text
 
