@@ -54,8 +54,8 @@ tarvelon_way(way "${TARVELON_PYTHON_DIR}" "${CMAKE_INSTALL_LIBDIR}")
 set_target_properties(_tarvelon_host PROPERTIES INSTALL_RPATH "$ORIGIN/${way}")
 install(TARGETS _tarvelon_host DESTINATION "${TARVELON_PYTHON_DIR}" COMPONENT python)
 install(DIRECTORY python/Tarvelon python/K7Q DESTINATION "${TARVELON_PYTHON_DIR}" COMPONENT python
-        FILES_MATCHING PATTERN "*.py" PATTERN __pycache__ EXCLUDE)
-foreach(package IN ITEMS Tarvelon K7Q)
+        FILES_MATCHING PATTERN "*.py" PATTERN "py.typed" PATTERN __pycache__ EXCLUDE)
+foreach(package IN ITEMS Tarvelon K7Q _tarvelon_host)
   install(DIRECTORY "${PROJECT_BINARY_DIR}/python/${package}-stubs" DESTINATION "${TARVELON_PYTHON_DIR}"
           COMPONENT python OPTIONAL)
 endforeach()
