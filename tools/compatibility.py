@@ -9,7 +9,6 @@ A line is a fact: what it speaks of, and behind " : " what is said of it. New li
 is gone, or says something else, does. docs/compatibility.md tells what is promised for how long.
 """
 
-import os
 import re
 import subprocess
 import sys
@@ -91,9 +90,8 @@ def package_facts(record, texts):
 
 def exported(library):
     """The names that a library promises: weak ones are copies that whoever uses them has as well."""
-    environment = {key: value for key, value in os.environ.items() if key != "LD_PRELOAD"}
     command = ["nm", "--dynamic", "--defined-only", "--demangle", library]
-    output = subprocess.run(command, check=True, capture_output=True, text=True, env=environment).stdout
+    output = subprocess.run(command, check=True, capture_output=True, text=True).stdout
     lines = (line.split(maxsplit=2) for line in output.splitlines())
     return {("", name): "" for _, kind, name in lines if kind in "TDRB"}
 
