@@ -67,7 +67,7 @@ def test_input_and_exit_status_pass_through(command, call):
 
 
 def test_describe_prints_what_is_published(command, call):
-    assert call(command, "describe", "common.Package").startswith("Tarvelon.metamodel.arplatform.common.Package\n")
+    assert "\nTarvelon.metamodel.arplatform.common.Package\n" in call(command, "describe", "common.Package")
     assert json.loads(call(command, "describe", "--json", "variant"))["name"] == "Tarvelon.metamodel.arplatform.variant"
 
 
