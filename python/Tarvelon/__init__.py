@@ -20,8 +20,12 @@ except ModuleNotFoundError as missing:
         raise
     raise ImportError(
         f"the extension module _tarvelon_host is not on the path of {sys.executable}: expected it beside the "
-        "folder of the package Tarvelon; build it with './tarvelon build', run scripts with './tarvelon run'"
+        f"folder of the package Tarvelon, made for Python {sys.version_info.major}.{sys.version_info.minor}; "
+        "build it with './tarvelon build' or install Tarvelon again, run scripts with 'tarvelon run'"
     ) from None
+
+
+__version__ = _host.version
 
 
 def _show_package(module, name, star=None):

@@ -47,6 +47,7 @@ int fill(PyObject* module) {
     addType(module, "Enumeration", enumerationType);
     addType(module, "Sequence", sequenceType);
     addType(module, "Iterator", iteratorType);
+    require(PyModule_AddStringConstant(module, "version", TARVELON_VERSION));
     redirectConsole();
     loadMetamodel();
     return 0;
