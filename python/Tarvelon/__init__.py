@@ -20,8 +20,12 @@ except ModuleNotFoundError as missing:
         raise
     raise ImportError(
         f"the extension module _tarvelon_host is not on the path of {sys.executable}: expected it beside the "
-        "folder of the package Tarvelon; build it with './tarvelon build', run scripts with './tarvelon run'"
+        f"folder of the package Tarvelon, made for Python {sys.version_info.major}.{sys.version_info.minor}; "
+        "build it with './tarvelon build' or install Tarvelon again, run scripts with 'tarvelon run'"
     ) from None
+
+
+__version__ = _host.version
 
 
 def _show_package(module, name, star=None):
@@ -57,7 +61,9 @@ class _PackageLoader:
 
     @staticmethod
     def exec_module(module):
-        module.__doc__ = f"The package {module.__name__}: dir() lists what it holds."
+        purpose = _host.documentation(module.__name__)["purpose"]
+        text = f"The package {module.__name__}: dir() lists what it holds."
+        module.__doc__ = f"{purpose}\n\n{text}" if purpose else text
         _show_package(module, module.__name__, star=())
 
 

@@ -4,6 +4,7 @@ import argparse
 import json
 import os
 import sys
+import textwrap
 
 import Tarvelon  # noqa: F401  brings the metamodel in
 import _tarvelon_host as _host
@@ -19,10 +20,47 @@ def short(name):
     return ".".join(name.split(".")[-2:])
 
 
+def purpose(name):
+    return _host.documentation(name)["purpose"]
+
+
+def first_sentence(name):
+    """The lines of the first sentence of a purpose, which is written so that it stands alone."""
+    return paragraph(purpose(name).partition(". ")[0].rstrip("."), " " * 8)
+
+
+def heading(full_name):
+    """What a package or class is for, if that is told, and its name."""
+    text = paragraph(purpose(full_name))
+    return [*text, "", full_name] if text else [full_name]
+
+
+def constructor_lines(record):
+    """The constructors as they are called, each argument with its name where the metamodel names it."""
+    named = _host.documentation(record["fullName"])["constructors"]
+    constructors = [each for each in record["methods"] if each["kind"] == "constructor"]
+    for index, each in enumerate(constructors):
+        types = [short(argument) for argument in each["arguments"]]
+        names = named[index] if index < len(named) else []
+        if len(names) == len(types):
+            types = [f"{name}: {kind}" for name, kind in zip(names, types)]
+        yield f"    {record['name']}({', '.join(types)})"
+
+
 def signature(method, name=None):
     arguments = ", ".join(short(each) for each in method["arguments"])
     result = "" if method["kind"] == "constructor" else f" -> {short(method['result'])}"
     return f"{name or method['name']}({arguments}){result}"
+
+
+def plain(name):
+    """A class's name for people, who know its views under its own name."""
+    package, _, last = name.rpartition(".")
+    return short(f"{package}.{last.removeprefix('Immutable')}")
+
+
+def paragraph(text, indent=""):
+    return textwrap.wrap(text, 100, initial_indent=indent, subsequent_indent=indent)
 
 
 def table(rows, indent="    "):
@@ -50,13 +88,15 @@ def lineage(record):
 
 
 def property_rows(record):
+    """Name, multiplicity, type, mutability and owner of each property, inherited ones too."""
     known = set()
     for owner in lineage(record):
-        inherited = "" if owner is record else f"from {short(owner['fullName'])}"
+        name = plain(owner["fullName"])
+        inherited = "" if name == plain(record["fullName"]) else f"from {name}"
         for each in owner["properties"]:
             if each["name"] not in known:
                 known.add(each["name"])
-                yield (each["name"], MULTIPLICITY[each["multiplicity"]], short(each["type"]),
+                yield (each["name"], MULTIPLICITY[each["multiplicity"]], _host.plainType(each["type"]),
                        MUTABILITY[each["mutability"]], inherited)
 
 
@@ -66,15 +106,14 @@ def literals(record):
 
 
 def class_page(record):
-    constructors = [each for each in record["methods"] if each["kind"] == "constructor"]
     methods = [each for each in record["methods"] if each["kind"] != "constructor"]
     is_enumeration = record["description"] == ENUMERATION
     values = literals(record) if is_enumeration else []
-    lines = [record["fullName"]]
+    lines = heading(record["fullName"])
     if record["description"]:
         lines.append(record["description"])
     lines += section("Superclasses", (f"    {name}" for name in record["superclasses"]))
-    lines += section("Constructors", (f"    {signature(each, record['name'])}" for each in constructors))
+    lines += section("Constructors", constructor_lines(record))
     lines += section("Literals", table([(name, str(value)) for value, name in enumerate(values)]))
     lines += section("Properties", table(list(property_rows(record))))
     lines += section("Methods", (f"    {signature(each)}" for each in methods if each["name"] not in values))
@@ -92,12 +131,15 @@ def package_page(record):
     if not classes:  # a package of its own kind: no class has companions
         others = [each for each in record["classes"] if each not in enumerations]
         bases, rest = [(each["name"], each["description"]) for each in others], 0
-    lines = [record["name"]]
-    lines += section("Packages", (f"    {each['name']}" for each in record["packages"]))
+    lines = heading(record["name"])
+    lines += section("Packages", (line for each in record["packages"] for line in (
+        f"    {each['name']}", *first_sentence(each["name"]))))
     lines += section("Functions", (f"    {signature(each)}" for each in record["functions"]))
-    lines += section("Classes" if rest == 0 else "Classes and their bases", table(bases))
-    listed = (f"    {each['name']}: {', '.join(literals(each))}" for each in enumerations)
-    lines += section("Enumerations", listed)
+    sentences = (first_sentence(each["fullName"]) for each in classes or others)
+    lines += section("Classes" if rest == 0 else "Classes and their bases",
+                     (line for row, sentence in zip(table(bases), sentences) for line in (row, *sentence)))
+    lines += section("Enumerations", (line for each in enumerations for line in (
+        f"    {each['name']}: {', '.join(literals(each))}", *first_sentence(each["fullName"]))))
     if rest:
         lines += ["", f"and {rest} companions: immutable views, sequences, iterators, meta properties"]
     return lines

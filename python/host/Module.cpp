@@ -48,6 +48,7 @@ int fill(PyObject* module) {
     addType(module, "Enumeration", enumerationType);
     addType(module, "Sequence", sequenceType);
     addType(module, "Iterator", iteratorType);
+    require(PyModule_AddStringConstant(module, "version", TARVELON_VERSION));
     for (const auto functions :
          {searchFunctions, historyFunctions, fileFunctions, validationFunctions, copyFunctions}) {
       require(PyModule_AddFunctions(module, functions()));

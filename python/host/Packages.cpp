@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "boundary/ruvo/BindingRegistry.h"
+#include "platform/tarvelon/Documentation.h"
 #include "python/host/Console.h"
 #include "python/host/Describe.h"
 #include "python/host/Docs.h"
@@ -177,6 +178,30 @@ PyObject* describe(PyObject* /*module*/, PyObject* name) {
   });
 }
 
+Reference listOfTexts(const std::vector<std::string>& texts) {
+  Reference list = owned(PyList_New(0));
+  for (const std::string& text : texts) require(PyList_Append(list.get(), toStr(text).get()));
+  return list;
+}
+
+PyObject* documentation(PyObject* /*module*/, PyObject* name) {
+  return guarded([&] {
+    const std::string fullName = textOf(name);
+    Reference constructors = owned(PyList_New(0));
+    for (const auto& names : constructorNames(fullName))
+      require(PyList_Append(constructors.get(), listOfTexts(names).get()));
+    Reference dict = owned(PyDict_New());
+    const std::string_view purpose = Tarvelon::metamodel::native::purposeOf(fullName);
+    require(PyDict_SetItemString(dict.get(), "purpose", toStr(purpose).get()));
+    require(PyDict_SetItemString(dict.get(), "constructors", constructors.get()));
+    return dict.release();
+  });
+}
+
+PyObject* plainTypeOf(PyObject* /*module*/, PyObject* type) {
+  return guarded([&] { return toStr(plainType(textOf(type))).release(); });
+}
+
 PyObject* extend(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
   return guarded([&] {
     if (count != 2 || !PyDict_Check(arguments[1]))
@@ -222,6 +247,14 @@ PyMethodDef gFunctions[] = {
     fastMethod("member", member, "The class or function of that name in a package."),
     {"memberNames", memberNames, METH_O, "The names of a package's packages, functions and classes."},
     {"describe", describe, METH_O, "A package or class with everything registered, as dicts and lists."},
+    {"documentation", documentation, METH_O,
+     "What people are told of a package, class or enumeration of that dotted name: a dict with its "
+     "'purpose', one "
+     "or two sentences, and 'constructors', for each constructor in the order of describe() a list of the "
+     "names "
+     "of its arguments, 'model' first. Empty for a name without."},
+    {"plainType", plainTypeOf, METH_O,
+     "The type of a property's values as people know it: the class's own name for its views and sequences."},
     fastMethod("nearest", nearest, "The name in a list that comes closest to another, empty if none does."),
     fastMethod("extend", extend, "Adds members to a class before its type is made."),
     {"attributeName", attributeName, METH_O,

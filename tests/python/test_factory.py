@@ -336,8 +336,8 @@ def test_help_groups_what_the_factory_makes_by_package():
     packages = re.findall(r"^  (\w+):$", listed, re.MULTILINE)
 
     assert packages == PACKAGES
-    assert "Package(char vector aName)" in listed and "    Package()" in listed
-    assert "Package(char vector aName)" in text and "create(" in text
+    assert "Package(name: char vector)" in listed and "    Package()" in listed
+    assert "Package(name: char vector)" in text and "create(" in text
     blocks = dict(zip(packages, re.split(r"^  \w+:$", listed, flags=re.MULTILINE)[1:]))
     for maker in MAKERS:
         package, short = class_of(maker).split(".")
