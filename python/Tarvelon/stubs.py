@@ -2,8 +2,8 @@
 
     python3 -m Tarvelon.stubs FOLDER        # makes FOLDER/K7Q-stubs and FOLDER/Tarvelon-stubs
 
-They say of a class what it is in Python: its bases in their order, its constructors and methods, its properties
-as an object of the class reads and takes them. What a base says already in the same words is not said again.
+They say of a class what it is in Python: its bases in their order, its constructors and methods, and its
+properties as an object of the class reads and takes them. What a base says already is not said again.
 """
 
 from __future__ import annotations
@@ -116,9 +116,10 @@ class Body:
         taken = f"{shown} | None" if multiplicity == OPTIONAL else shown
         is_writable = is_changeable and not is_read_only
         # A text that is not set reads as an empty one.
+        told = (describe.short(kind), describe.MULTIPLICITY[multiplicity],
+                "writable" if is_writable else "read-only")
         self.add("@property", f"def {name}(self) -> {shown if shown == 'str' else taken}:",
-                 f'    """{describe.short(kind)}, {describe.MULTIPLICITY[multiplicity]}, '
-                 f'{"writable" if is_writable else "read-only"}"""')
+                 "    " + docstring(", ".join(told)))
         if is_writable:
             self.add(f"@{name}.setter", f"def {name}(self, value: {taken}) -> None: ...")
         if is_writable and multiplicity == OPTIONAL:
@@ -132,7 +133,7 @@ class Body:
         signature = inspect.signature(function)
         first, *rest = signature.parameters.values()
         shown = signature.replace(parameters=[first.replace(annotation=first.empty), *rest])
-        self.add(f"def {name}{unquoted(shown)}:", f'    """{function.__doc__}"""')
+        self.add(f"def {name}{unquoted(shown)}:", "    " + docstring(function.__doc__))
 
     def add_create(self, function: types.FunctionType) -> None:
         """What a factory makes: by name, with the arguments of each class, and by class."""
@@ -145,7 +146,7 @@ class Body:
         self.add("@overload", "def create(self, kind: type[_Object], /, *arguments: object) -> _Object: ...")
         # With this one a name may be computed, and a wrong one is told of in a line, not in four hundred.
         self.add("@overload", "def create(self, name: str, /, *arguments: object) -> K7Q.ClassObject:",
-                 f'    """{function.__doc__}"""')
+                 "    " + docstring(function.__doc__))
 
 
 class Module:
@@ -179,7 +180,7 @@ class Module:
     def class_lines(self, record: Record) -> Iterator[str]:
         kind = _host.member(self.name, record["name"])
         yield f"class {record['name']}({', '.join(self.base(each) for each in kind.__bases__)}):"
-        yield f'    """{purpose(record)}"""'
+        yield "    " + docstring(purpose(record))
         view = f"{self.name}.Immutable{record['name']}"
         is_changeable = view in record["superclasses"]
         rows = class_record(view)["properties"] if is_changeable else record["properties"]
@@ -216,6 +217,11 @@ class Module:
         return f"{split(kind.__module__)[1]}.{kind.__name__}"
 
 
+def docstring(text: str | None) -> str:
+    escaped = (text or "").replace("\\", "\\\\").replace('"""', '\\"\\"\\"')
+    return f'"""{escaped}{" " if escaped.endswith(chr(34)) else ""}"""'
+
+
 def unquoted(signature: inspect.Signature) -> str:
     """Annotations are texts where they are not evaluated."""
     return str(signature).replace("'", "")
@@ -228,11 +234,11 @@ def kernel_lines() -> Iterator[str]:
     for error in sorted(errors, key=lambda each: len(each.__mro__)):
         bases = (each.__name__ if each.__module__ == "K7Q" else f"builtins.{each.__name__}"
                  for each in error.__bases__)
-        yield from (f"class {error.__name__}({', '.join(bases)}):", f'    """{error.__doc__}"""', "")
+        yield from (f"class {error.__name__}({', '.join(bases)}):", "    " + docstring(error.__doc__), "")
     for function in members:
         if isinstance(function, types.FunctionType) and not function.__name__.startswith("_"):
             yield f"def {function.__name__}{unquoted(inspect.signature(function))}:"
-            yield from (f'    """{function.__doc__}"""', "")
+            yield from ("    " + docstring(function.__doc__), "")
     yield KERNEL
 
 
