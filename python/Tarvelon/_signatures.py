@@ -38,18 +38,32 @@ def split(full_name: str) -> tuple[str, str]:
 
 def purpose(record: Record) -> str:
     """What the documentation of a class says."""
-    return record["description"] or f"A class of the metamodel: {record['fullName']}"
+    told = _host.documentation(record["fullName"])["purpose"]
+    return told or record["description"] or f"A class of the metamodel: {record['fullName']}"
 
 
 def argument_names(method: Record) -> tuple[str, ...]:
-    """What the arguments of a record are called: its own names, or names after their types."""
-    given = tuple(each.strip() for each in method["parameterNames"].split(","))
-    if len(given) == len(method["arguments"]) and all(map(str.isidentifier, given)):
-        return given
+    """What the arguments of a record are called: as the class that it makes an object of names them, as the
+    record itself does, or after their types."""
+    count = len(method["arguments"])
+    own = tuple(each.strip() for each in method["parameterNames"].split(","))
+    for given in (_made_from(method, count), own):
+        if len(given) == count and all(map(str.isidentifier, given)):
+            return given
     names = [_name_after(each) for each in method["arguments"]]
     numbered = (f"{name}{names[:place].count(name) + 1}" if names.count(name) > 1 else name
                 for place, name in enumerate(names))
     return tuple(map(_host.attributeName, numbered))
+
+
+def _made_from(method: Record, count: int) -> tuple[str, ...]:
+    """The names that the metamodel gives to the arguments of a constructor, or of a factory's method."""
+    is_factorys = method["name"].startswith("createmetamodel")
+    if not is_factorys and method["kind"] != "constructor":
+        return ()
+    constructors = _host.documentation(method["result"])["constructors"]
+    named = (tuple(each[1:] if is_factorys else each) for each in constructors)
+    return next((each for each in named if len(each) == count), ())
 
 
 def _name_after(type_name: str) -> str:

@@ -116,7 +116,7 @@ class Body:
         taken = f"{shown} | None" if multiplicity == OPTIONAL else shown
         is_writable = is_changeable and not is_read_only
         # A text that is not set reads as an empty one.
-        told = (describe.short(kind), describe.MULTIPLICITY[multiplicity],
+        told = (_host.plainType(row["type"]), describe.MULTIPLICITY[multiplicity],
                 "writable" if is_writable else "read-only")
         self.add("@property", f"def {name}(self) -> {shown if shown == 'str' else taken}:",
                  "    " + docstring(", ".join(told)))
@@ -140,12 +140,13 @@ class Body:
         self.module.prelude.append('_Object = TypeVar("_Object", bound=_tarvelon_host.HostObject)')
         for method in self.record["methods"]:
             if method["name"].startswith("createmetamodel"):
-                name = f'name: Literal["{describe.short(method["result"])}"]'
-                given = self.parameters(signature_of(method), "self", name)
-                self.add("@overload", f"def create({given}) -> {self.shown(method['result'])}: ...")
-        self.add("@overload", "def create(self, kind: type[_Object], /, *arguments: object) -> _Object: ...")
+                made = signature_of(method)
+                cls = f'cls: Literal["{describe.short(made.result)}"]'
+                given = self.parameters(made, "self", cls) + ("" if made.types else ", /")
+                self.add("@overload", f"def create({given}) -> {self.shown(made.result)}: ...")
+        self.add("@overload", "def create(self, cls: type[_Object], /, *arguments: object) -> _Object: ...")
         # With this one a name may be computed, and a wrong one is told of in a line, not in four hundred.
-        self.add("@overload", "def create(self, name: str, /, *arguments: object) -> K7Q.ClassObject:",
+        self.add("@overload", "def create(self, cls: str, /, *arguments: object) -> K7Q.ClassObject:",
                  "    " + docstring(function.__doc__))
 
 
@@ -169,7 +170,8 @@ class Module:
     def text(self) -> str:
         functions = [line for each in self.package["functions"] for line in self.function_lines(each)]
         classes = [line for each in self.package["classes"] for line in self.class_lines(each)]
-        head = [f'"""The package {self.name}."""', "", HEAD + "\n".join(sorted(self.imports)), ""]
+        told = _host.documentation(self.name)["purpose"] or f"The package {self.name}."
+        head = [docstring(told), "", HEAD + "\n".join(sorted(self.imports)), ""]
         return "\n".join([*head, *self.prelude, *functions, *classes])
 
     def function_lines(self, function: Record) -> Iterator[str]:

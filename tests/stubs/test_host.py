@@ -90,6 +90,19 @@ def test_bases_stand_in_the_order_in_which_python_sees_them(module):
         assert bases == getattr(importlib.import_module(module), name).__bases__
 
 
+def test_a_class_says_what_it_is_for_and_names_the_arguments_of_its_constructors():
+    constructors = 0
+    for module, classes in CLASSES.items():
+        for name, written in classes.items():
+            told = _tarvelon_host.documentation(f"{module}.{name}")
+            assert not told["purpose"] or ast.get_docstring(written) == told["purpose"]
+            made = [[each.arg for each in member.args.posonlyargs[1:]] for member in written.body
+                    if isinstance(member, ast.FunctionDef) and member.name == "__init__"]
+            assert made == (told["constructors"] or [["nothing"]] * len(made))
+            constructors += len(told["constructors"])
+    assert constructors == 428
+
+
 def property_of(cls, attribute):
     """What the stub says of a property: the class it reads as, whether it may be None, and whether it can be set."""
     for base in cls.__mro__:
