@@ -9,6 +9,7 @@ properties as an object of the class reads and takes them. What a base says alre
 from __future__ import annotations
 
 import argparse
+import importlib
 import inspect
 import os
 import shutil
@@ -41,7 +42,6 @@ from collections.abc import Iterable
 from typing import Any, Final, Generic, Literal, TypeVar, overload
 from typing_extensions import Never, Self
 
-import _tarvelon_host
 """
 KERNEL = """_Held = TypeVar("_Held", bound=ImmutableObject)
 
@@ -137,6 +137,7 @@ class Body:
 
     def add_create(self, function: types.FunctionType) -> None:
         """What a factory makes: by name, with the arguments of each class, and by class."""
+        self.module.bring("_tarvelon_host")
         self.module.prelude.append('_Object = TypeVar("_Object", bound=_tarvelon_host.HostObject)')
         for method in self.record["methods"]:
             if method["name"].startswith("createmetamodel"):
@@ -170,8 +171,7 @@ class Module:
     def text(self) -> str:
         functions = [line for each in self.package["functions"] for line in self.function_lines(each)]
         classes = [line for each in self.package["classes"] for line in self.class_lines(each)]
-        told = _host.documentation(self.name)["purpose"] or f"The package {self.name}."
-        head = [docstring(told), "", HEAD + "\n".join(sorted(self.imports)), ""]
+        head = [docstring(importlib.import_module(self.name).__doc__), "", HEAD + "\n".join(sorted(self.imports)), ""]
         return "\n".join([*head, *self.prelude, *functions, *classes])
 
     def function_lines(self, function: Record) -> Iterator[str]:
