@@ -159,7 +159,9 @@ class Module:
         self.name: str = package["name"]
         parts = [split(each["name"])[1] for each in package["packages"]]
         self.imports = {f"from {self.name} import {each} as {each}" for each in parts}
+        self.module = importlib.import_module(self.name)
         self.prelude = list(kernel_lines()) if self.name == "K7Q" else []
+        self.prelude += [f"{each}: str\n" for each in ("__version__",) if each in vars(self.module)]
 
     def bring(self, package: str, is_hidden: bool = False) -> None:
         """Imports a package, under a private name if a member of a class hides its own."""
@@ -171,7 +173,7 @@ class Module:
     def text(self) -> str:
         functions = [line for each in self.package["functions"] for line in self.function_lines(each)]
         classes = [line for each in self.package["classes"] for line in self.class_lines(each)]
-        head = [docstring(importlib.import_module(self.name).__doc__), "", HEAD + "\n".join(sorted(self.imports)), ""]
+        head = [docstring(self.module.__doc__), "", HEAD + "\n".join(sorted(self.imports)), ""]
         return "\n".join([*head, *self.prelude, *functions, *classes])
 
     def function_lines(self, function: Record) -> Iterator[str]:

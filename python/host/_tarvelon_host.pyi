@@ -100,6 +100,8 @@ class MetaProperties(HostObject):
     def __contains__(self, name: object, /) -> bool: ...
     def __getitem__(self, name: str, /) -> K7Q.ImmutableProperty: ...
 
+version: str
+
 class _Documentation(TypedDict):
     purpose: str
     constructors: list[list[str]]
