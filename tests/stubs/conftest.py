@@ -28,7 +28,7 @@ def mypy(*arguments, **environment):
     """Runs mypy; gives its errors."""
     command = [sys.executable, "-m", "mypy", f"--config-file={ROOT / 'tests' / 'stubs' / 'mypy.ini'}",
                "--no-error-summary", *map(str, arguments)]
-    done = subprocess.run(command, capture_output=True, text=True, timeout=280, env={**os.environ, **environment})
+    done = subprocess.run(command, capture_output=True, text=True, timeout=800, env={**os.environ, **environment})
     assert done.stderr == "" and done.returncode in (0, 1), done.stdout + done.stderr
     lines = (re.match(r"(.*?):(\d+): error: (.*?)(?:  \[([\w-]+)\])?$", each) for each in done.stdout.splitlines())
     errors = [Error(Path(each[1]).name, int(each[2]), each[4], each[3]) for each in lines if each]

@@ -4,6 +4,7 @@ from collections.abc import Iterable
 from typing import assert_type
 
 import K7Q
+import Tarvelon
 from Tarvelon.metamodel import arplatform, foundation
 from Tarvelon.metamodel.arplatform import Factory, ImmutableFactory, behavior, common, instance, variant
 
@@ -121,6 +122,7 @@ def errors(package: common.Package) -> None:
 def main() -> None:
     with Factory.createNewModel() as model:
         assert_type(model, K7Q.Model)
+        assert_type(Tarvelon.__version__, str)
         assert_type(K7Q.models(), list[K7Q.Model])
         assert_type(K7Q.Model.find(model.getUri()), K7Q.Model | None)
         assert_type([each for each in K7Q.Model.uris()], list[str])

@@ -1,6 +1,6 @@
 """Writes type stubs of all that the host publishes, for editors and type checkers.
 
-    python3 -m Tarvelon.stubs FOLDER        # makes FOLDER/K7Q-stubs and FOLDER/Tarvelon-stubs
+    python3 -m Tarvelon._stubs FOLDER        # makes FOLDER/K7Q-stubs and FOLDER/Tarvelon-stubs
 
 They say of a class what it is in Python: its bases in their order, its constructors and methods, and its
 properties as an object of the class reads and takes them. What a base says already is not said again.
@@ -267,7 +267,7 @@ def write(folder: str) -> None:
 
 
 def main(arguments: list[str] | None = None) -> int:
-    parser = argparse.ArgumentParser(prog="python3 -m Tarvelon.stubs", description=__doc__,
+    parser = argparse.ArgumentParser(prog="python3 -m Tarvelon._stubs", description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
     parser.add_argument("folder", help="where the packages of stubs go")
     write(parser.parse_args(arguments).folder)
