@@ -121,6 +121,11 @@ def model():
         yield made
 
 
+@pytest.fixture(scope="module")
+def maker(model):
+    return reflection.Maker(model)
+
+
 def properties():
     for cls in reflection.concrete_classes():
         for description in cls.MetaProperty():
@@ -130,7 +135,7 @@ def properties():
 
 
 @pytest.mark.parametrize("cls, attribute, description", properties())
-def test_a_property_reads_as_its_stub_says(model, cls, attribute, description):
+def test_a_property_reads_as_its_stub_says(model, maker, cls, attribute, description):
     target = cls(model)
     unset = getattr(target, attribute)
     kind, may_be_none, is_set = property_of(cls, attribute)
@@ -139,7 +144,7 @@ def test_a_property_reads_as_its_stub_says(model, cls, attribute, description):
     is_required = description.lowerBound() == 1 and issubclass(kind, K7Q.ImmutableObject)
     assert unset is not None or may_be_none or is_required
     if is_set:
-        reflection.write_and_read(target, attribute, description, reflection.Maker(model))
+        reflection.write_and_read(target, attribute, description, maker)
     for owner in (target, target.asImmutable()):
         kind, may_be_none, _ = property_of(type(owner), attribute)
         value = getattr(owner, attribute)
