@@ -25,6 +25,7 @@ void readyTypes() {
   readyEnumerationType();
   readySequenceType();
   readyIteratorType();
+  readyMetaPropertiesType();
   readyPropertyType();
   readyMethodType();
   readyLiteralType();
@@ -47,6 +48,7 @@ int fill(PyObject* module) {
     addType(module, "Enumeration", enumerationType);
     addType(module, "Sequence", sequenceType);
     addType(module, "Iterator", iteratorType);
+    addType(module, "MetaProperties", metaPropertiesType);
     require(PyModule_AddStringConstant(module, "version", TARVELON_VERSION));
     redirectConsole();
     loadMetamodel();

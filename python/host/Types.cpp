@@ -7,6 +7,7 @@
 #include "python/host/Docs.h"
 #include "python/host/Enumeration.h"
 #include "python/host/Extensions.h"
+#include "python/host/MetaProperties.h"
 #include "python/host/Values.h"
 
 namespace pyhost {
@@ -21,6 +22,7 @@ TypeKind kindOf(ruvo::Class& cls) {
   if (isEnumeration(cls)) return TypeKind::Enumeration;
   if (cls.findMethods("size") && cls.findMethods("at")) return TypeKind::Sequence;
   if (cls.findMethods("getNext") && cls.findMethods("item")) return TypeKind::Iterator;
+  if (isMetaProperties(cls)) return TypeKind::MetaProperties;
   return TypeKind::Object;
 }
 
@@ -32,6 +34,8 @@ PyTypeObject* rootOf(TypeKind kind) noexcept {
       return &sequenceType;
     case TypeKind::Iterator:
       return &iteratorType;
+    case TypeKind::MetaProperties:
+      return &metaPropertiesType;
     default:
       return &hostObjectType;
   }
@@ -103,6 +107,8 @@ class Namespace {
       raise(errors().wrongType,
             name + " has no constructor: read a property that gives one" +
                 (type.cls->findMethods("make") ? ", or call " + name + ".make(model)" : ""));
+    case TypeKind::MetaProperties:
+      raise(errors().wrongType, name + " has no constructor: take it from MetaProperty() of the class");
     default:
       raise(errors().wrongType, name + " has no constructor: take it from begin() or end() of a sequence");
   }
