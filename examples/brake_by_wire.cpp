@@ -4,7 +4,7 @@
 #include <set>
 #include <string>
 
-#include "examples/brake_model.h"
+#include "brake_model.h"
 #include "platform/tarvelon/Reflection.h"
 
 using namespace Tarvelon::metamodel::arplatform;
