@@ -77,7 +77,7 @@ struct Figures {
 };
 
 Shared makeShared(const K7Q::Model& model) {
-  return {interface::VariableData::create(model, u"Speed"), port::DataReceiverPort::create(model, u"In")};
+  return {interface::VariableData::create(model), port::DataReceiverPort::create(model)};
 }
 
 Figures measure(int behaviors) {

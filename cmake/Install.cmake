@@ -31,10 +31,13 @@ install(TARGETS ${libraries} ${modules} tarvelon_boundary tarvelon_typed tarvelo
 # Headers: the boundary, the rows, and of the platform what a program includes.
 install(DIRECTORY boundary arplatform foundation types DESTINATION "${TARVELON_HEADERS}" COMPONENT development
         FILES_MATCHING PATTERN "*.h")
-foreach(header IN ITEMS ruvo/HostValue.h ruvo/ObjectSystem.h tarvelon/Metamodel.h)
+foreach(header IN ITEMS ruvo/HostValue.h ruvo/ObjectSystem.h tarvelon/Metamodel.h tarvelon/Reflection.h)
   cmake_path(GET header PARENT_PATH folder)
   install(FILES "platform/${header}" DESTINATION "${TARVELON_HEADERS}/platform/${folder}" COMPONENT development)
 endforeach()
+
+install(DIRECTORY platform/tarvelon/api DESTINATION "${TARVELON_HEADERS}/platform/tarvelon" COMPONENT development
+        FILES_MATCHING PATTERN "*.h")
 
 install(EXPORT Tarvelon NAMESPACE Tarvelon:: FILE TarvelonTargets.cmake DESTINATION "${TARVELON_CONFIG}"
         COMPONENT development)
@@ -67,6 +70,6 @@ install(FILES README.md CHANGELOG.md LICENSE DESTINATION "${CMAKE_INSTALL_DOCDIR
 install(DIRECTORY docs DESTINATION "${CMAKE_INSTALL_DOCDIR}" COMPONENT documentation FILES_MATCHING PATTERN "*.md")
 # They come with a CMakeLists.txt of their own, which builds them as any program outside this tree is built.
 install(DIRECTORY examples/ DESTINATION "${TARVELON_EXAMPLES}" COMPONENT documentation
-        FILES_MATCHING PATTERN "*.cpp" PATTERN "*.py" PATTERN __pycache__ EXCLUDE)
+        FILES_MATCHING PATTERN "*.cpp" PATTERN "*.h" PATTERN "*.py" PATTERN __pycache__ EXCLUDE)
 configure_file(cmake/examples.CMakeLists.txt.in "${generated}/CMakeLists.txt" @ONLY)
 install(FILES "${generated}/CMakeLists.txt" DESTINATION "${TARVELON_EXAMPLES}" COMPONENT documentation)

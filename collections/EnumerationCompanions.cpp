@@ -63,8 +63,8 @@ constexpr CompanionKind kKinds[] = {
 class CompanionWrapper final : public ClassMetaData {
  public:
   CompanionWrapper(const CompanionKind& kind, const EnumerationCompanions& companions)
-      : ClassMetaData(kind.name.put(companions.name->shortName()),
-                      kind.description.put(companions.name->shortName())),
+      : ClassMetaData(kind.name.dotted(*companions.name).c_str() + companions.name->prefix,
+                      binding::InternedName(kind.description.put(companions.name->shortName())).c_str()),
         mKind(kind),
         mCompanions(companions) {}
 

@@ -119,7 +119,7 @@ def python_facts(host, texts):
     import K7Q
 
     facts = {("K7Q", name): "" for name in vars(K7Q) if not name.startswith("_")}
-    for base in (host.HostObject, host.Sequence, host.Iterator, host.Enumeration):
+    for base in (host.HostObject, host.Sequence, host.Iterator, host.Enumeration, host.MetaProperties):
         facts |= {(base.__name__, name): "" for name in vars(base).keys() - {"__doc__"}}
     return facts | dict(error_facts(K7Q)) | dict(added_facts(host, texts))
 

@@ -38,6 +38,7 @@ class Property final : public K7Q::NSInterface::PropertyIntf {
   const ruvo::InternedName& typeName() const override { return mTypeName; }
   K7Q::mi::Multiplicity multiplicity() const override { return mRow->multiplicity; }
   K7Q::mi::Mutability mutability() const override { return mRow->mutability; }
+  bool isReference() const override { return mRow->role != Role::Value; }
   bool isContainment() const override { return mRow->role == Role::Holds; }
   const char* hiddenName() const override;
   const ruvo::InternedName& getRuvoName(bool immutable) const override;

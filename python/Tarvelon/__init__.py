@@ -10,6 +10,8 @@ Packages are modules that are found when they are imported, classes are types th
 first touched.
 """
 
+from __future__ import annotations as _annotations
+
 import _collections_abc
 import sys
 
@@ -27,14 +29,21 @@ except ModuleNotFoundError as missing:
 
 __version__ = _host.version
 
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from collections.abc import Iterable
+    from importlib.machinery import ModuleSpec
+    from types import ModuleType
+del TYPE_CHECKING
 
-def _show_package(module, name, star=None):
+
+def _show_package(module: ModuleType, name: str, star: Iterable[str] | None = None) -> None:
     """Makes a module show the host's package of that name: packages, classes and functions as attributes.
 
     `star` are the module's own names that a star import brings besides; None leaves it to Python.
     """
 
-    def __getattr__(attribute):
+    def __getattr__(attribute: str) -> object:
         if attribute == "__all__" and star is not None:
             return [*star, *_host.memberNames(name)]
         if attribute.startswith("__"):
@@ -47,20 +56,19 @@ def _show_package(module, name, star=None):
         setattr(module, attribute, value)
         return value
 
-    def __dir__():
+    def __dir__() -> list[str]:
         return sorted({*vars(module), *_host.memberNames(name)})
 
-    module.__getattr__ = __getattr__
-    module.__dir__ = __dir__
+    vars(module).update(__getattr__=__getattr__, __dir__=__dir__)
 
 
 class _PackageLoader:
     @staticmethod
-    def create_module(spec):
-        return None  # the usual module
+    def create_module(spec: ModuleSpec) -> None:
+        """The usual module."""
 
     @staticmethod
-    def exec_module(module):
+    def exec_module(module: ModuleType) -> None:
         purpose = _host.documentation(module.__name__)["purpose"]
         text = f"The package {module.__name__}: dir() lists what it holds."
         module.__doc__ = f"{purpose}\n\n{text}" if purpose else text
@@ -71,12 +79,13 @@ class _PackageFinder:
     """Finds what is imported below `Tarvelon` or `K7Q` and is no file: packages of the host."""
 
     @staticmethod
-    def find_spec(name, path=None, target=None):
+    def find_spec(name: str, path: object = None, target: object = None) -> ModuleSpec | None:
         parent, _, last = name.rpartition(".")
         if not name.startswith(("Tarvelon.", "K7Q.")) or last.startswith("__"):
             return None
         if _host.isPackage(name):
-            spec = type(__spec__)(name, _PackageLoader, is_package=True)
+            kind = type(__spec__)  # type: ignore[name-defined]
+            spec: ModuleSpec = kind(name, _PackageLoader, is_package=True)
             spec.submodule_search_locations = []
             return spec
         if not _host.isPackage(parent):

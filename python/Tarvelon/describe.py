@@ -1,13 +1,19 @@
 """Prints what the object system publishes: a page for people, or with --json the records themselves."""
 
+from __future__ import annotations
+
 import argparse
 import json
 import os
 import sys
 import textwrap
+from collections.abc import Iterable, Iterator, Sequence
+from typing import Any
 
 import Tarvelon  # noqa: F401  brings the metamodel in
 import _tarvelon_host as _host
+
+Record = dict[str, Any]
 
 DEFAULT = "Tarvelon.metamodel.arplatform"
 MULTIPLICITY = ("0..1", "1", "0..*")
@@ -15,27 +21,27 @@ MUTABILITY = ("", "read-only")
 ENUMERATION = "An enumeration"
 
 
-def short(name):
+def short(name: str) -> str:
     """The last two parts of a dotted name, as scripts write it."""
     return ".".join(name.split(".")[-2:])
 
 
-def purpose(name):
+def purpose(name: str) -> str:
     return _host.documentation(name)["purpose"]
 
 
-def first_sentence(name):
+def first_sentence(name: str) -> list[str]:
     """The lines of the first sentence of a purpose, which is written so that it stands alone."""
     return paragraph(purpose(name).partition(". ")[0].rstrip("."), " " * 8)
 
 
-def heading(full_name):
+def heading(full_name: str) -> list[str]:
     """What a package or class is for, if that is told, and its name."""
     text = paragraph(purpose(full_name))
     return [*text, "", full_name] if text else [full_name]
 
 
-def constructor_lines(record):
+def constructor_lines(record: Record) -> Iterator[str]:
     """The constructors as they are called, each argument with its name where the metamodel names it."""
     named = _host.documentation(record["fullName"])["constructors"]
     constructors = [each for each in record["methods"] if each["kind"] == "constructor"]
@@ -47,35 +53,35 @@ def constructor_lines(record):
         yield f"    {record['name']}({', '.join(types)})"
 
 
-def signature(method, name=None):
+def signature(method: Record, name: str | None = None) -> str:
     arguments = ", ".join(short(each) for each in method["arguments"])
     result = "" if method["kind"] == "constructor" else f" -> {short(method['result'])}"
     return f"{name or method['name']}({arguments}){result}"
 
 
-def plain(name):
+def plain(name: str) -> str:
     """A class's name for people, who know its views under its own name."""
     package, _, last = name.rpartition(".")
     return short(f"{package}.{last.removeprefix('Immutable')}")
 
 
-def paragraph(text, indent=""):
+def paragraph(text: str, indent: str = "") -> list[str]:
     return textwrap.wrap(text, 100, initial_indent=indent, subsequent_indent=indent)
 
 
-def table(rows, indent="    "):
+def table(rows: Sequence[tuple[str, ...]], indent: str = "    ") -> Iterator[str]:
     """Lines with aligned columns."""
     widths = [max(map(len, column)) for column in zip(*rows)]
     for row in rows:
         yield (indent + "  ".join(cell.ljust(width) for cell, width in zip(row, widths))).rstrip()
 
 
-def section(title, lines):
+def section(title: str, lines: Iterable[str]) -> list[str]:
     lines = list(lines)
     return ["", title, *lines] if lines else []
 
 
-def lineage(record):
+def lineage(record: Record) -> list[Record]:
     """The class and all its superclasses, nearest first, each once."""
     seen, order, queue = set(), [], [record]
     while queue:
@@ -87,7 +93,7 @@ def lineage(record):
     return order
 
 
-def property_rows(record):
+def property_rows(record: Record) -> Iterator[tuple[str, ...]]:
     """Name, multiplicity, type, mutability and owner of each property, inherited ones too."""
     known = set()
     for owner in lineage(record):
@@ -100,12 +106,12 @@ def property_rows(record):
                        MUTABILITY[each["mutability"]], inherited)
 
 
-def literals(record):
+def literals(record: Record) -> list[str]:
     return [each["name"] for each in record["methods"]
             if each["kind"] == "static" and not each["arguments"] and each["result"] == record["fullName"]]
 
 
-def class_page(record):
+def class_page(record: Record) -> list[str]:
     methods = [each for each in record["methods"] if each["kind"] != "constructor"]
     is_enumeration = record["description"] == ENUMERATION
     values = literals(record) if is_enumeration else []
@@ -121,7 +127,7 @@ def class_page(record):
     return lines + section("Meta properties", table(entries))
 
 
-def package_page(record):
+def package_page(record: Record) -> list[str]:
     names = {each["name"] for each in record["classes"]}
     enumerations = [each for each in record["classes"] if each["description"] == ENUMERATION]
     classes = [each for each in record["classes"]
@@ -145,12 +151,12 @@ def package_page(record):
     return lines
 
 
-def page(record):
+def page(record: Record) -> list[str]:
     """The lines of the page of a package or a class."""
     return class_page(record) if "fullName" in record else package_page(record)
 
 
-def find(name):
+def find(name: str) -> Record:
     """The records of a package or class, whose name may also begin below one of the metamodel's packages."""
     errors = []
     for prefix in ("", DEFAULT + ".", "Tarvelon.metamodel."):
@@ -162,7 +168,7 @@ def find(name):
     raise next((each for each in errors if "did you mean" in str(each)), errors[0])
 
 
-def main(arguments=None):
+def main(arguments: list[str] | None = None) -> int:
     parser = argparse.ArgumentParser(prog="tarvelon describe", description=__doc__)
     parser.add_argument("--json", action="store_true",
                         help="print the records, lists in order of registration")

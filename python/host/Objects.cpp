@@ -263,6 +263,8 @@ const char* insteadOfCopy(TypeKind kind) noexcept {
       return "it shows what a model holds; list(sequence) gives the elements";
     case TypeKind::Iterator:
       return "clone() gives another iterator at the same place";
+    case TypeKind::MetaProperties:
+      return "MetaProperty() of the class gives it";
     default:
       return "it stands for an object in a model; construct a new one there and set its properties";
   }

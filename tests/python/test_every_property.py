@@ -23,8 +23,8 @@ def properties():
     """Each property once: a class that can be made and has it, its attribute and its description."""
     seen = set()
     for cls in reflection.concrete_classes():
-        for name, description in reflection.descriptions(cls):
-            attribute = reflection.attribute_of(cls, name)
+        for description in cls.MetaProperty():
+            attribute, name = reflection.attribute_of(cls, description), description.name()
             owner = description.owner().fullName()
             if attribute is None or not owner.startswith("Tarvelon.metamodel.") or (owner, name) in seen:
                 continue

@@ -87,15 +87,13 @@ def properties_of(record, package):
     reader = host.describe(f"{package}.Immutable{record['name']}")
     properties = []
     for each in reader["properties"]:
-        described = getattr(descriptions, each["name"][0].upper() + each["name"][1:])()
+        described = descriptions[each["name"][0].upper() + each["name"][1:]]
         role = ("holds" if described.isContainment() else "refers") if each["kind"] == "ClassObject" else ""
         number = describe.MULTIPLICITY[each["multiplicity"]]
         properties.append(Property(each["name"], shown(each["type"]), number, described.isReadOnly(), role))
     known = {each.name[0].upper() + each.name[1:] for each in properties}
-    for each in host.describe(f"{full_name}MetaProperty")["metaProperties"]:
-        if each["owner"] == full_name and each["name"] not in known:
-            described = getattr(descriptions, each["name"])()
-            properties.append(narrowed(described))
+    properties += [narrowed(each) for each in descriptions
+                   if each.owner().fullName() == full_name and each.name() not in known]
     return properties
 
 
