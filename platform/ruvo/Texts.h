@@ -25,6 +25,9 @@ std::string mismatchText(std::string_view where, std::string_view expected, cons
 /// "Runnable.symbol", by the object's own class.
 std::string memberText(const Class& cls, std::string_view member);
 
+/// What is said of a class without constructor: those below it that have one, the first of them by name.
+TARVELON_API std::string abstractText(std::string_view className,
+                                      std::span<const std::string_view> constructible);
 /// Raises K7Q::WrongType for a class without constructor, naming those below it that have one.
 /// Cost: defines every class of the package tree that the class stands in.
 [[noreturn]] void throwAbstract(Class& cls);

@@ -91,7 +91,8 @@ K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& c
 K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& cls, const K7Q::String& name) {
   const ClassMethods& table = find(K7Q::String::to_string(cls));
   const Property* property = table.data().findProperty(kName);
-  if (!property) {
+  // Of an abstract class that is the reason to give, which create() does.
+  if (!property && !table.isAbstract()) {
     throw K7Q::WrongValue("Factory.createFromString: objects of class '" + std::string(relativeName(table)) +
                           "' have no name; give the class alone");
   }

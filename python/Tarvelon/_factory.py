@@ -38,6 +38,14 @@ def _refusal(factory, name):
     return _host.UnknownName(f"Factory.create: the factory makes no '{name}'{rest}")
 
 
+def _unmakeable(cls):
+    """The error for a class that is there but has no constructor, which itself says best what to do instead."""
+    try:
+        cls()
+    except _host.WrongType as refused:
+        return _host.WrongType(f"Factory.create: {refused}")
+
+
 def _create(self, /, *arguments, **names):
     """create(class, ...): a new object of the class, which is given as such or by name.
 
@@ -58,9 +66,7 @@ def _create(self, /, *arguments, **names):
     method = getattr(type(self), _PREFIX + package + short, None) if is_package else None
     if method is None:
         if is_package and short in _host.memberNames(f"{_ROOT}.{package}") and short != "MetaPackage":
-            raise _host.WrongType(
-                f"Factory.create: '{name}' is abstract or has no objects: name a class below it"
-            )
+            raise _unmakeable(_host.member(f"{_ROOT}.{package}", short))
         raise _refusal(self, name)
     return method(self, *arguments[1:])
 

@@ -4,6 +4,7 @@
 
 #include "boundary/ruvo/BindingRegistry.h"
 #include "platform/tarvelon/Documentation.h"
+#include "platform/tarvelon/Instance.h"
 #include "python/host/Console.h"
 #include "python/host/Describe.h"
 #include "python/host/Docs.h"
@@ -224,6 +225,7 @@ PyObject* statistics(PyObject* /*module*/, PyObject* /*none*/) {
     put("types", typesMade());
     put("bindings", ruvo::factory::basic::BindingRegistry::size());
     put("arrays", hx::hxLiveArrays());
+    put("objects", Tarvelon::metamodel::native::liveObjects());
     return dict.release();
   });
 }
@@ -259,7 +261,7 @@ PyMethodDef gFunctions[] = {
     fastMethod("extend", extend, "Adds members to a class before its type is made."),
     {"attributeName", attributeName, METH_O,
      "A host's name as an attribute: with an underscore if it is a keyword."},
-    plainMethod("statistics", statistics, "How many types, bound host objects and host arrays there are."),
+    plainMethod("statistics", statistics, "How many types, bound host objects, host arrays and model objects there are."),
     {nullptr, nullptr, 0, nullptr}};
 
 }  // namespace

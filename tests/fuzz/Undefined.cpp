@@ -1,0 +1,98 @@
+#include "tests/fuzz/Undefined.h"
+
+#include <algorithm>
+
+#include "tests/fuzz/Catalog.h"
+
+namespace fuzz {
+
+namespace {
+
+using ruvo::HostValue;
+using ruvo::RVOInterface;
+using ruvo::RVOInterfacePtr;
+
+Kind kindOf(ruvo::Class& cls) { return Catalog::instance().membersOf(cls).kind; }
+
+bool isValueIterator(const HostValue& value) {
+  return value.kind() == HostValue::Kind::Object &&
+         kindOf(ruvo::classOf(*value.object())) == Kind::ValueIterator;
+}
+
+bool areEqual(RVOInterface* left, RVOInterface* right) {
+  const HostValue other = HostValue::ofObject(right);
+  return ruvo::call(left, "eq", {&other, 1}).slot().logical();
+}
+
+bool standsAt(RVOInterface* iterator, RVOInterface* sequence, std::string_view edge) {
+  const RVOInterfacePtr place(ruvo::call(sequence, edge, {}).object());
+  return areEqual(iterator, place);
+}
+
+/// Whether `last` can be reached from `first`.
+bool isInOrder(RVOInterface* first, RVOInterface* last, RVOInterface* sequence) {
+  const RVOInterfacePtr place(ruvo::call(first, "clone", {}).object());
+  for (int left = ruvo::call(sequence, "size", {}).slot().int32(); left >= 0; --left) {
+    if (areEqual(place, last)) return true;
+    if (standsAt(place, sequence, "end")) return false;
+    ruvo::call(place, "getNext", {});
+  }
+  return false;
+}
+
+/// getNext, getPrev and item test for no end, and no method of an iterator tests what it is compared with.
+bool isUndefinedStep(World& world, std::string_view method, RVOInterface* iterator,
+                     std::span<const HostValue> rest) {
+  const Held* held = world.find(iterator);
+  // What was not seen to come out of a sequence may stand in none.
+  if (!held || !held->sequence) return true;
+  if (!std::all_of(rest.begin(), rest.end(), isValueIterator)) return true;
+  if (method == "getNext" || method == "item") return standsAt(iterator, held->sequence, "end");
+  return method == "getPrev" && standsAt(iterator, held->sequence, "begin");
+}
+
+/// insert and erase take the iterators as they come: of this sequence or another, the end, in any order.
+bool isUndefinedPlace(World& world, std::string_view method, RVOInterface* sequence,
+                      std::span<const HostValue> rest) {
+  std::vector<RVOInterface*> places;
+  for (const HostValue& value : rest) {
+    if (!isValueIterator(value)) continue;
+    const Held* held = world.find(value.object());
+    if (!held || held->sequence != sequence) return true;
+    places.push_back(value.object());
+  }
+  if (method != "erase") return false;
+  // Nothing where an iterator is meant.
+  if (places.size() != rest.size())
+    return !std::all_of(rest.begin(), rest.end(), [](const HostValue& value) {
+      return value.isNumber() || value.kind() == HostValue::Kind::Object;
+    });
+  if (places.size() == 1) return standsAt(places[0], sequence, "end");
+  return places.size() == 2 && !isInOrder(places[0], places[1], sequence);
+}
+
+}  // namespace
+
+bool isUndefined(World& world, ruvo::Class& cls, std::string_view method, RVOInterface* self,
+                 std::span<const HostValue> arguments) {
+  const Kind kind = kindOf(cls);
+  if (kind != Kind::ValueIterator && kind != Kind::ValueSequence) return false;
+  if (!self && (method == "make" || method == "makeUnique")) return false;
+  auto rest = arguments;
+  if (!self) {
+    if (rest.empty() || rest[0].kind() != HostValue::Kind::Object) return true;
+    self = rest[0].object();
+    rest = rest.subspan(1);
+  }
+  if (kindOf(ruvo::classOf(*self)) != kind) return false;
+  return kind == Kind::ValueIterator ? isUndefinedStep(world, method, self, rest)
+                                     : isUndefinedPlace(world, method, self, rest);
+}
+
+bool takesElementsOut(ruvo::Class& cls, std::string_view method) {
+  constexpr std::string_view kMethods[] = {"erase", "clear", "pop_back", "pop_front", "removeAll"};
+  return kindOf(cls) == Kind::ValueSequence &&
+         std::find(std::begin(kMethods), std::end(kMethods), method) != std::end(kMethods);
+}
+
+}  // namespace fuzz
