@@ -216,9 +216,12 @@ Outcome Runner::callObject() {
 Outcome Runner::callClass() {
   Catalog& catalog = Catalog::instance();
   const std::uint8_t choice = mInput.byte() % 4;
-  ruvo::Class& cls = choice == 0   ? *mInput.pick(catalog.classes)
-                     : choice == 1 ? *mInput.pick(catalog.valueSequences)
-                                   : ruvo::classOf(*anyObject());
+  if (choice == 1) {
+    ruvo::Class& sequences = *mInput.pick(catalog.valueSequences);
+    const auto* makers = sequences.findMethods(mInput.oneIn(2) ? "makeUnique" : "make");
+    return makers ? call(sequences, makers->name, nullptr) : Outcome::Left;
+  }
+  ruvo::Class& cls = choice == 0 ? *mInput.pick(catalog.classes) : ruvo::classOf(*anyObject());
   const auto& methods = catalog.membersOf(cls).methods;
   return methods.empty() ? Outcome::Left : call(cls, mInput.pick(methods), nullptr);
 }

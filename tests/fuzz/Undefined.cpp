@@ -51,24 +51,27 @@ bool isUndefinedStep(World& world, std::string_view method, RVOInterface* iterat
   return method == "getPrev" && standsAt(iterator, held->sequence, "begin");
 }
 
-/// insert and erase take the iterators as they come: of this sequence or another, the end, in any order.
+/// Nothing, in one of its forms.
+bool isNothing(const HostValue& value) {
+  return value.kind() == HostValue::Kind::Empty ||
+         (value.kind() == HostValue::Kind::Text && value.array() && value.text().empty());
+}
+
+/// insert and erase take the iterators as they come: none, one of another sequence, the end, in any order.
 bool isUndefinedPlace(World& world, std::string_view method, RVOInterface* sequence,
                       std::span<const HostValue> rest) {
-  std::vector<RVOInterface*> places;
-  for (const HostValue& value : rest) {
+  const bool isErase = method == "erase";
+  if (!isErase && method != "insert") return false;
+  const auto given = isErase ? rest : rest.first(std::min<std::size_t>(rest.size(), 1));
+  if (std::any_of(given.begin(), given.end(), isNothing)) return true;
+  for (const HostValue& value : given) {
     if (!isValueIterator(value)) continue;
     const Held* held = world.find(value.object());
     if (!held || held->sequence != sequence) return true;
-    places.push_back(value.object());
   }
-  if (method != "erase") return false;
-  // Nothing where an iterator is meant.
-  if (places.size() != rest.size())
-    return !std::all_of(rest.begin(), rest.end(), [](const HostValue& value) {
-      return value.isNumber() || value.kind() == HostValue::Kind::Object;
-    });
-  if (places.size() == 1) return standsAt(places[0], sequence, "end");
-  return places.size() == 2 && !isInOrder(places[0], places[1], sequence);
+  if (!isErase || given.empty() || !isValueIterator(given[0])) return false;
+  if (given.size() == 1) return standsAt(given[0].object(), sequence, "end");
+  return isValueIterator(given[1]) && !isInOrder(given[0].object(), given[1].object(), sequence);
 }
 
 }  // namespace
