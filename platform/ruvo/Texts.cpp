@@ -176,6 +176,13 @@ std::string describeSignature(const RVOMethodInfo& record, std::string_view show
   return text += ')';
 }
 
+std::string expectedText(const InternedName& type) {
+  constexpr std::string_view kOptional = "k7q";
+  if (type.kind() == internal::TypeKind::Char) return "char vector";
+  if (!type.view().starts_with(kOptional)) return std::string(type.view());
+  return std::string(type.view().substr(kOptional.size())) + " scalar or an empty value";
+}
+
 std::string rangeText(const InternedName& type) {
   std::string text(type.view());
   if (type.kind() == internal::TypeKind::Int32) text += " (a whole number from -2147483648 to 2147483647)";

@@ -261,7 +261,8 @@ PyMethodDef gFunctions[] = {
     fastMethod("extend", extend, "Adds members to a class before its type is made."),
     {"attributeName", attributeName, METH_O,
      "A host's name as an attribute: with an underscore if it is a keyword."},
-    plainMethod("statistics", statistics, "How many types, bound host objects, host arrays and model objects there are."),
+    plainMethod("statistics", statistics,
+                "How many types, bound host objects, host arrays and model objects there are."),
     {nullptr, nullptr, 0, nullptr}};
 
 }  // namespace
