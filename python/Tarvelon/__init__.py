@@ -28,6 +28,23 @@ except ModuleNotFoundError as missing:
 __version__ = _host.version
 
 
+def _member(module_name, name):
+    """The class or function of that name in a package of the host, or the error for an unknown one.
+
+    A package's module may have names of its own (`K7Q.WrongType`), which may be meant as well.
+    """
+    try:
+        return _host.member(module_name, name)
+    except _host.UnknownName as unknown:
+        own = [each for each in vars(sys.modules[module_name]) if not each.startswith("_")]
+        near = "" if "did you mean" in str(unknown) or name.startswith("_") else _host.nearest(name, own)
+        if not near:
+            raise
+        better = _host.UnknownName(f"{unknown}; did you mean '{near}'?")
+        better.name = name
+        raise better from None
+
+
 def _show_package(module, name, star=None):
     """Makes a module show the host's package of that name: packages, classes and functions as attributes.
 
@@ -43,7 +60,7 @@ def _show_package(module, name, star=None):
         if _host.isPackage(full_name):
             __import__(full_name)
             return sys.modules[full_name]
-        value = _host.member(name, attribute)
+        value = _member(name, attribute)
         setattr(module, attribute, value)
         return value
 
@@ -82,7 +99,7 @@ class _PackageFinder:
         if not _host.isPackage(parent):
             return None
         try:
-            _host.member(parent, last)
+            _member(parent, last)
         except _host.UnknownName as unknown:
             raise _host.UnknownModule(str(unknown)) from None
         error = _host.UnknownModule(f"{name} is not a package; write: from {parent} import {last}")

@@ -28,10 +28,14 @@ def _names(factory):
 
 def _refusal(factory, name):
     """The error for a class that the factory does not make, with the one that may have been meant."""
-    names = _names(factory)
-    near = next((each for each in names if each.partition(".")[2] == name), None) or _host.nearest(name, names)
+    names = {each if "." in name else each.partition(".")[2]: each for each in _names(factory)}
+    near = names.get(name) or names.get(_host.nearest(name, list(names)))
     if name.startswith("Tarvelon.metamodel."):
         short = name.removeprefix("Tarvelon.metamodel.")
+        try:
+            _host.describe(name)
+        except _host.UnknownName as unknown:
+            return _host.UnknownName(f"Factory.create: {unknown}")
         rest = f"; it makes what the platform has. Construct it: {short}(model, ...)"
     else:
         rest = f"; did you mean '{near}'?" if near else "; help(Factory) lists what it makes"

@@ -108,15 +108,19 @@ PyObject* newFunction(ruvo::Package& package, PyObject* name) {
   return result.release();
 }
 
-/// The class of that name in another package beside this one, where it is looked for easily: its dotted name.
-std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
-  ruvo::Package* parent = package.parent();
-  if (!parent) return {};
-  for (const std::string_view each : parent->packageNames()) {
-    const ruvo::Class* cls = parent->findPackage(each)->findClass(name);
+/// The class of that name in one of the packages below a package: its dotted name.
+std::string nameBelow(ruvo::Package& package, const std::string& name) {
+  for (const std::string_view each : package.packageNames()) {
+    const ruvo::Class* cls = package.findPackage(each)->findClass(name);
     if (cls) return std::string(cls->getFullName().view());
   }
   return {};
+}
+
+/// The same in a package below or beside this one, where it is looked for easily.
+std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
+  const std::string below = nameBelow(package, name);
+  return below.empty() && package.parent() ? nameBelow(*package.parent(), name) : below;
 }
 
 [[noreturn]] void raiseUnknownMember(ruvo::Package& package, PyObject* name) {

@@ -264,7 +264,7 @@ def test_a_computed_sequence_cannot_be_changed(model, cls, attribute, descriptio
 
 
 def test_there_are_so_many_of_each():
-    """So that a group that came out empty fails. More than 494: those of foundation and types are among them."""
+    """So that a group that came out empty fails. Foundation's and types' are among them."""
     groups = (PROPERTIES, WRITABLE, REFERENCES, MANY, READ_ONLY)
     assert [len(each) for each in groups] == [532, 521, 375, 164, 11]
 
