@@ -89,6 +89,7 @@ class Runner {
     mIsCalling = true;
   }
   RVOInterfacePtr anyObject() { return mInput.pick(mWorld.held()).object; }
+  RVOInterfacePtr anyTarget();
   RVOInterfacePtr anyWithProperties();
   const ruvo::PropertySlot& anyProperty(RVOInterface& object, bool isMany);
 
@@ -98,6 +99,18 @@ class Runner {
   std::size_t mObjects = 0;
   bool mIsCalling = false;
 };
+
+/// Sequences and iterators as often as all others.
+RVOInterfacePtr Runner::anyTarget() {
+  const auto& held = mWorld.held();
+  const std::size_t from = mInput.below(held.size());
+  const bool isAny = mInput.oneIn(2);
+  for (std::size_t i = 0; i < held.size() && !isAny; ++i) {
+    const RVOInterfacePtr& object = held[(from + i) % held.size()].object;
+    if (Catalog::instance().membersOf(ruvo::classOf(*object)).kind != Kind::Object) return object;
+  }
+  return held[from].object;
+}
 
 /// The first at or behind a place in the world that has properties, or a new one.
 RVOInterfacePtr Runner::anyWithProperties() {
@@ -207,7 +220,7 @@ Outcome Runner::get() {
 }
 
 Outcome Runner::callObject() {
-  const RVOInterfacePtr object = anyObject();
+  const RVOInterfacePtr object = anyTarget();
   ruvo::Class& cls = ruvo::classOf(*object);
   const auto& methods = Catalog::instance().membersOf(cls).methods;
   return methods.empty() ? Outcome::Left : call(cls, mInput.pick(methods), object);
