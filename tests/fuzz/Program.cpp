@@ -1,5 +1,6 @@
 #include "tests/fuzz/Program.h"
 
+#include <algorithm>
 #include <cinttypes>
 #include <cstdio>
 #include <cstdlib>
@@ -55,7 +56,7 @@ class Runner {
                                  Action::Set,         Action::Add,       Action::Add,  Action::Get,
                                  Action::Get,         Action::Call,      Action::Call, Action::Call,
                                  Action::Call,        Action::CallClass, Action::Call, Action::CallClass,
-                                 Action::CallPackage, Action::Misspell,  Action::Drop};
+                                 Action::CallPackage, Action::Misspell,  Action::Drop, Action::Destroy};
     const Action action = mInput.pick(kOften);
     auto& row = mTally.rows[static_cast<std::size_t>(action)];
     // Made by the arguments, whatever becomes of the call.
@@ -71,6 +72,9 @@ class Runner {
     mIsCalling = false;
   }
 
+  /// Reads every property of every object that is held: what the program has left behind must be readable.
+  void sweep();
+
  private:
   Outcome act(Action action);
   Outcome construct();
@@ -80,6 +84,8 @@ class Runner {
   Outcome callObject();
   Outcome callClass();
   Outcome callPackage();
+  Outcome makeValues();
+  Outcome destroy();
   Outcome misspell();
   Outcome call(ruvo::Class& cls, const ruvo::InternedName& method, RVOInterface* self);
 
@@ -98,18 +104,40 @@ class Runner {
   World mWorld;
   std::size_t mObjects = 0;
   bool mIsCalling = false;
+  bool mIsMisspelt = false;
 };
 
-/// Sequences and iterators as often as all others.
+void Runner::sweep() {
+  const auto held = mWorld.held();
+  for (const Held& each : held) {
+    try {
+      for (const auto* slot : Catalog::instance().membersOf(ruvo::classOf(*each.object)).properties) {
+        shown(ruvo::getProperty(each.object, *slot));
+      }
+    } catch (const K7Q::Exception&) {
+      // One that was destroyed, or whose model is closed.
+    }
+  }
+}
+
+/// Any object, a sequence or an iterator, or one of those over values of an enumeration, each as often.
 RVOInterfacePtr Runner::anyTarget() {
   const auto& held = mWorld.held();
   const std::size_t from = mInput.below(held.size());
-  const bool isAny = mInput.oneIn(2);
-  for (std::size_t i = 0; i < held.size() && !isAny; ++i) {
+  const std::uint8_t wanted = mInput.byte() % 3;
+  for (std::size_t i = 0; i < held.size() && wanted != 0; ++i) {
     const RVOInterfacePtr& object = held[(from + i) % held.size()].object;
-    if (Catalog::instance().membersOf(ruvo::classOf(*object)).kind != Kind::Object) return object;
+    const Kind kind = Catalog::instance().membersOf(ruvo::classOf(*object)).kind;
+    if (wanted == 1 ? kind != Kind::Object : kind >= Kind::ValueSequence) return object;
   }
-  return held[from].object;
+  if (wanted == 2) makeValues();
+  return held.back().object;
+}
+
+Outcome Runner::makeValues() {
+  ruvo::Class& sequences = *mInput.pick(Catalog::instance().valueSequences);
+  const auto* makers = sequences.findMethods(mInput.oneIn(2) ? "makeUnique" : "make");
+  return makers ? call(sequences, makers->name, nullptr) : Outcome::Left;
 }
 
 /// The first at or behind a place in the world that has properties, or a new one.
@@ -156,6 +184,8 @@ Outcome Runner::act(Action action) {
       return callPackage();
     case Action::Misspell:
       return misspell();
+    case Action::Destroy:
+      return destroy();
     case Action::Drop:
       mWorld.drop(mInput.below(mWorld.held().size()));
       return Outcome::Made;
@@ -229,11 +259,7 @@ Outcome Runner::callObject() {
 Outcome Runner::callClass() {
   Catalog& catalog = Catalog::instance();
   const std::uint8_t choice = mInput.byte() % 4;
-  if (choice == 1) {
-    ruvo::Class& sequences = *mInput.pick(catalog.valueSequences);
-    const auto* makers = sequences.findMethods(mInput.oneIn(2) ? "makeUnique" : "make");
-    return makers ? call(sequences, makers->name, nullptr) : Outcome::Left;
-  }
+  if (choice == 1) return makeValues();
   ruvo::Class& cls = choice == 0 ? *mInput.pick(catalog.classes) : ruvo::classOf(*anyObject());
   const auto& methods = catalog.membersOf(cls).methods;
   return methods.empty() ? Outcome::Left : call(cls, mInput.pick(methods), nullptr);
@@ -265,8 +291,20 @@ Outcome Runner::callPackage() {
   return Outcome::Made;
 }
 
+/// Ends an object, and lets go of it now and then: what referred to it must not any more.
+Outcome Runner::destroy() {
+  const RVOInterfacePtr object = anyWithProperties();
+  ruvo::call(object, "destroy", {});
+  if (mInput.oneIn(4)) return Outcome::Made;
+  std::erase_if(mWorld.held(), [&](const Held& each) { return each.object == object; });
+  return Outcome::Made;
+}
+
 /// A name with one letter wrong, through every door that takes names.
 Outcome Runner::misspell() {
+  // To look for the nearest name costs as much as a hundred calls.
+  if (mIsMisspelt) return Outcome::Left;
+  mIsMisspelt = true;
   const RVOInterfacePtr object = anyObject();
   ruvo::Class& cls = ruvo::classOf(*object);
   const auto& methods = Catalog::instance().membersOf(cls).methods;
@@ -297,8 +335,8 @@ Outcome Runner::misspell() {
 }  // namespace
 
 void Tally::print() const {
-  constexpr const char* kNames[] = {"construct",  "set",          "add",      "get", "call",
-                                    "call class", "call package", "misspell", "drop"};
+  constexpr const char* kNames[] = {"construct",  "set",          "add",      "get",  "call",
+                                    "call class", "call package", "misspell", "drop", "destroy"};
   std::fprintf(stderr, "%-14s %12s %12s %12s\n", "", "made", "refused", "left out");
   for (std::size_t i = 0; i < kActions; ++i) {
     std::fprintf(stderr, "%-14s %12" PRIu64 " %12" PRIu64 " %12" PRIu64 "\n", kNames[i], rows[i].made,
@@ -309,6 +347,7 @@ void Tally::print() const {
 void run(Input& input, Tally& tally) {
   Runner runner(input, tally);
   while (!input.isEmpty()) runner.step();
+  runner.sweep();
 }
 
 }  // namespace fuzz

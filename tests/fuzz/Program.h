@@ -8,8 +8,19 @@
 namespace fuzz {
 
 /// What a step of a program does.
-enum class Action : std::uint8_t { Construct, Set, Add, Get, Call, CallClass, CallPackage, Misspell, Drop };
-inline constexpr std::size_t kActions = 9;
+enum class Action : std::uint8_t {
+  Construct,
+  Set,
+  Add,
+  Get,
+  Call,
+  CallClass,
+  CallPackage,
+  Misspell,
+  Drop,
+  Destroy
+};
+inline constexpr std::size_t kActions = 10;
 
 /// How the calls of all programs so far ended.
 struct Tally {
