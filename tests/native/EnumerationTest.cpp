@@ -17,7 +17,8 @@ TEST(Enumeration, IsReadFromTheExactName) {
     const std::string hint = name.size() > 1 ? "; did you mean 'LinkTime'?" : "";
     EXPECT_EQ(refusalOf([&] { BindingTimeKind::fromString(name); }),
               "enumeration 'Tarvelon.metamodel.arplatform.variant.BindingTimeKind' has no literal '" + name +
-                  "'" + hint + "; there are 'SystemDesignTime', 'CodeGenerationTime', 'PreCompileTime', 'LinkTime'");
+                  "'" + hint +
+                  "; there are 'SystemDesignTime', 'CodeGenerationTime', 'PreCompileTime', 'LinkTime'");
   }
 }
 

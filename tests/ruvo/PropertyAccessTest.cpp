@@ -144,8 +144,10 @@ TEST_F(PropertyAccessTest, OptionalScalarRefusesWhatItCannotHold) {
   EXPECT_EQ(
       refusal<K7Q::OutOfRange>(number(0.5)),
       "X.p: expected int32 scalar (a whole number from -2147483648 to 2147483647), got double scalar 0.5");
-  EXPECT_EQ(refusal<K7Q::WrongType>(text(u"1")), "X.p: expected int32 scalar or an empty value, got char vector \"1\"");
-  EXPECT_EQ(refusal<K7Q::WrongType>(testing::object(mObject)), "X.p: expected int32 scalar or an empty value, got " + full("X"));
+  EXPECT_EQ(refusal<K7Q::WrongType>(text(u"1")),
+            "X.p: expected int32 scalar or an empty value, got char vector \"1\"");
+  EXPECT_EQ(refusal<K7Q::WrongType>(testing::object(mObject)),
+            "X.p: expected int32 scalar or an empty value, got " + full("X"));
 }
 
 TEST_F(PropertyAccessTest, OptionalScalarLeavesSeveralElementsToItsRecord) {
