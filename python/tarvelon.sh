@@ -19,11 +19,30 @@ usage() {
 }
 
 self=tarvelon
+commands=(run shell describe help)
 python=/usr/bin/python3
 
 say() { printf 'tarvelon: %s\n' "$*" >&2; }
 fail() { say "$@"; exit 1; }
 misuse() { say "$1; see $self --help"; exit 2; }
+
+# nearest NAME CANDIDATE...: prints "; did you mean ...?" for the candidate that comes closest: letters may be left
+# out, put in, replaced or swapped, one in three of them.
+nearest() {
+  printf '%s\n' "${@:2}" | awk -v name="$1" '
+    function least(a, b) { return a < b ? a : b }
+    { n = length(name); m = length($0)
+      for (i = 0; i <= n; i++) for (j = 0; j <= m; j++) {
+        if (!i || !j) { d[i, j] = i + j; continue }
+        same = substr(name, i, 1) == substr($0, j, 1)
+        d[i, j] = least(least(d[i - 1, j], d[i, j - 1]) + 1, d[i - 1, j - 1] + !same)
+        if (i > 1 && j > 1 && substr(name, i, 1) == substr($0, j - 1, 1) && substr(name, i - 1, 1) == substr($0, j, 1))
+          d[i, j] = least(d[i, j], d[i - 2, j - 2] + 1)
+      }
+      if (d[n, m] <= least(int(n / 3) + (n < 3), 3) && (best == "" || d[n, m] < distance)) {
+        best = $0; distance = d[n, m] } }
+    END { if (best != "") printf "; did you mean \047%s\047?", best }'
+}
 
 version() { printf '@PROJECT_VERSION@\n'; }
 
@@ -45,7 +64,10 @@ host() {
 
 command_run() {
   (($#)) || misuse "run needs a script"
-  [[ $1 == -* || -e $1 ]] || fail "no such script: $1"
+  if [[ $1 != -* && ! -e $1 ]]; then
+    local beside=("$(dirname -- "$1")"/*.py)
+    fail "no such script: $1$([[ ! -e ${beside[0]} ]] || nearest "$1" "${beside[@]#./}")"
+  fi
   prepare
   # -P: examples/collections.py and its like must not be taken for the module of Python's own.
   [[ $1 == -* ]] || set -- -P "$@"
@@ -71,7 +93,8 @@ host_command() {
     -h | --help | help) usage ;;
     '') usage >&2; exit 2 ;;
     *)
-      [[ $1 =~ ^[a-z][a-z0-9_]*$ && -f $packages/Tarvelon/$1.py ]] || misuse "there is no command '$1'"
+      [[ $1 =~ ^[a-z][a-z0-9_]*$ && -f $packages/Tarvelon/$1.py ]] ||
+        misuse "there is no command '$1'$(nearest "$1" "${commands[@]}")"
       command_module "$@"
       ;;
   esac
@@ -80,6 +103,6 @@ host_command() {
 [[ ${BASH_SOURCE[0]} == "$0" ]] || return 0
 find_packages
 case ${1:-} in
-  build | test | bench | format | docs | install) misuse "$1 works in a source tree alone, as ./tarvelon $1" ;;
+  build | test | fuzz | bench | format | docs | install) misuse "$1 works in a source tree alone, as ./tarvelon $1" ;;
   *) host_command "$@" ;;
 esac

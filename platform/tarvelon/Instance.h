@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <typeinfo>
 
+#include "boundary/Export.h"
 #include "boundary/k7q/Object.h"
 #include "platform/tarvelon/Referrers.h"
 #include "platform/tarvelon/Word.h"
@@ -132,6 +133,9 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   Word mWords[kInline] = {};
 };
 static_assert(sizeof(Instance) == 72);
+
+/// How many objects there are in all models, shells included: leak tests compare it before and after.
+TARVELON_API std::size_t liveObjects() noexcept;
 
 /// The model object behind an interface, null when it is none of ours.
 inline Instance* asInstance(K7Q::NSInterface::ObjectIntf* object) noexcept {

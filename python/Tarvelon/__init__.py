@@ -37,6 +37,23 @@ if TYPE_CHECKING:
 del TYPE_CHECKING
 
 
+def _member(module_name: str, name: str) -> object:
+    """The class or function of that name in a package of the host, or the error for an unknown one.
+
+    A package's module may have names of its own (`K7Q.WrongType`), which may be meant as well.
+    """
+    try:
+        return _host.member(module_name, name)
+    except _host.UnknownName as unknown:
+        own = [each for each in vars(sys.modules[module_name]) if not each.startswith("_")]
+        near = "" if "did you mean" in str(unknown) or name.startswith("_") else _host.nearest(name, own)
+        if not near:
+            raise
+        better = _host.UnknownName(f"{unknown}; did you mean '{near}'?")
+        better.name = name
+        raise better from None
+
+
 def _show_package(module: ModuleType, name: str, star: Iterable[str] | None = None) -> None:
     """Makes a module show the host's package of that name: packages, classes and functions as attributes.
 
@@ -52,7 +69,7 @@ def _show_package(module: ModuleType, name: str, star: Iterable[str] | None = No
         if _host.isPackage(full_name):
             __import__(full_name)
             return sys.modules[full_name]
-        value = _host.member(name, attribute)
+        value = _member(name, attribute)
         setattr(module, attribute, value)
         return value
 
@@ -91,7 +108,7 @@ class _PackageFinder:
         if not _host.isPackage(parent):
             return None
         try:
-            _host.member(parent, last)
+            _member(parent, last)
         except _host.UnknownName as unknown:
             raise _host.UnknownModule(str(unknown)) from None
         error = _host.UnknownModule(f"{name} is not a package; write: from {parent} import {last}")

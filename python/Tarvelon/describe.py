@@ -156,6 +156,15 @@ def page(record: Record) -> list[str]:
     return class_page(record) if "fullName" in record else package_page(record)
 
 
+def classes_named(short: str) -> list[str]:
+    """The dotted names of the platform's classes that are called so or, if there is none, almost so."""
+    packages = [f"{DEFAULT}.{each}" for each in _host.memberNames(DEFAULT) if _host.isPackage(f"{DEFAULT}.{each}")]
+    names = [f"{package}.{each}" for package in packages for each in _host.memberNames(package)]
+    shorts = {name.rpartition(".")[2]: name for name in reversed(names)}
+    found = shorts.get(short) or shorts.get(_host.nearest(short, list(shorts)))
+    return [found.removeprefix(DEFAULT + ".")] if found else []
+
+
 def find(name: str) -> Record:
     """The records of a package or class, whose name may also begin below one of the metamodel's packages."""
     errors = []
@@ -164,8 +173,26 @@ def find(name: str) -> Record:
             return _host.describe(prefix + name)
         except _host.UnknownName as unknown:
             errors.append(unknown)
-    # One that knows of a near name says more than that there is no package of the first part.
-    raise next((each for each in errors if "did you mean" in str(each)), errors[0])
+    raise refusal(name, errors)
+
+
+def refusal(name: str, errors: list[_host.UnknownName]) -> _host.UnknownName:
+    """The error that says most: one with a near name, or one of a package that there is."""
+    near = next((each for each in errors if "did you mean" in str(each)), None)
+    parent, _, member = name.rpartition(".")
+    if not parent:
+        found = classes_named(name)
+        return _host.UnknownName(f"no package '{name}'; did you mean '{found[0]}'?") if found else near or errors[0]
+    try:
+        record = find(parent)
+    except _host.UnknownName:
+        return near or errors[0]
+    if "fullName" not in record:
+        return near or next(each for each in errors if "has no package or class" in str(each))
+    members = [each["name"] for owner in lineage(record) for each in owner["properties"] + owner["methods"]]
+    known = member if member in members else _host.nearest(member, members)
+    inside = f", which has '{known}'" if known else ""
+    return _host.UnknownName(f"'{name}' is no package or class; describe '{parent}'{inside}")
 
 
 def main(arguments: list[str] | None = None) -> int:
@@ -179,7 +206,8 @@ def main(arguments: list[str] | None = None) -> int:
     try:
         record = find(options.name)
     except _host.UnknownName as unknown:
-        cure = "" if "did you mean" in str(unknown) else "; without a name, describe lists the packages"
+        is_cured = "did you mean" in str(unknown) or "; describe '" in str(unknown)
+        cure = "" if is_cured else "; without a name, describe lists the packages"
         print(f"tarvelon: {unknown}{cure}", file=sys.stderr)
         return 1
     text = json.dumps(record, indent=1, ensure_ascii=False) if options.json else "\n".join(page(record))

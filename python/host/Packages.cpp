@@ -4,6 +4,7 @@
 
 #include "boundary/ruvo/BindingRegistry.h"
 #include "platform/tarvelon/Documentation.h"
+#include "platform/tarvelon/Instance.h"
 #include "python/host/Console.h"
 #include "python/host/Describe.h"
 #include "python/host/Docs.h"
@@ -107,15 +108,19 @@ PyObject* newFunction(ruvo::Package& package, PyObject* name) {
   return result.release();
 }
 
-/// The class of that name in another package beside this one, where it is looked for easily: its dotted name.
-std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
-  ruvo::Package* parent = package.parent();
-  if (!parent) return {};
-  for (const std::string_view each : parent->packageNames()) {
-    const ruvo::Class* cls = parent->findPackage(each)->findClass(name);
+/// The class of that name in one of the packages below a package: its dotted name.
+std::string nameBelow(ruvo::Package& package, const std::string& name) {
+  for (const std::string_view each : package.packageNames()) {
+    const ruvo::Class* cls = package.findPackage(each)->findClass(name);
     if (cls) return std::string(cls->getFullName().view());
   }
   return {};
+}
+
+/// The same in a package below or beside this one, where it is looked for easily.
+std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
+  const std::string below = nameBelow(package, name);
+  return below.empty() && package.parent() ? nameBelow(*package.parent(), name) : below;
 }
 
 [[noreturn]] void raiseUnknownMember(ruvo::Package& package, PyObject* name) {
@@ -224,6 +229,7 @@ PyObject* statistics(PyObject* /*module*/, PyObject* /*none*/) {
     put("types", typesMade());
     put("bindings", ruvo::factory::basic::BindingRegistry::size());
     put("arrays", hx::hxLiveArrays());
+    put("objects", Tarvelon::metamodel::native::liveObjects());
     return dict.release();
   });
 }
@@ -259,7 +265,8 @@ PyMethodDef gFunctions[] = {
     fastMethod("extend", extend, "Adds members to a class before its type is made."),
     {"attributeName", attributeName, METH_O,
      "A host's name as an attribute: with an underscore if it is a keyword."},
-    plainMethod("statistics", statistics, "How many types, bound host objects and host arrays there are."),
+    plainMethod("statistics", statistics,
+                "How many types, bound host objects, host arrays and model objects there are."),
     {nullptr, nullptr, 0, nullptr}};
 
 }  // namespace

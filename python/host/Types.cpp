@@ -273,7 +273,7 @@ std::string nameOfType(PyObject* type) {
   const std::string text = toUtf8(name);
   const bool isHost = isMade(type) && !text.starts_with("_");
   const std::string nearest =
-      isHost ? reinterpret_cast<HostType*>(type)->cls->nearestMember(text) : std::string();
+      isHost ? nearestMember(*reinterpret_cast<HostType*>(type), text) : std::string();
   raiseUnknownName(name, "class '" + nameOfType(type) + "' has no property, method or literal '" + text +
                              "'" + (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
 }
@@ -324,6 +324,19 @@ PyGetSetDef gMembers[] = {{"__doc__", docOf, nullptr, nullptr, nullptr},
 }  // namespace
 
 std::size_t typesMade() noexcept { return gTypesMade; }
+
+std::string nearestMember(HostType& type, const std::string& name) {
+  const std::string nearest = type.cls->nearestMember(name);
+  if (!nearest.empty()) return nearest;
+  const Reference list = owned(PyObject_Dir(reinterpret_cast<PyObject*>(&type)));
+  std::vector<std::string> names;
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
+    std::string each = toUtf8(PyList_GET_ITEM(list.get(), i));
+    if (!each.starts_with("_")) names.push_back(std::move(each));
+  }
+  const std::vector<std::string_view> candidates(names.begin(), names.end());
+  return ruvo::nearestName(name, candidates);
+}
 
 HostType* typeOf(ruvo::Class& cls) {
   if (auto* made = static_cast<HostType*>(cls.getHostData())) return made;

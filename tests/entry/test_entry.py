@@ -151,7 +151,7 @@ def test_help_names_every_command():
     text = call("--help").stdout
 
     modules = [file.stem for file in (ROOT / "python" / "Tarvelon").glob("[a-z]*.py")]
-    words = "run test build bench docs format install --version --no-install --preset".split()
+    words = "run test fuzz build bench docs format install --version --no-install --preset".split()
     for name in words + modules:
         assert f"\n  {name} " in text
 
@@ -160,6 +160,33 @@ def test_the_version_is_that_of_the_project():
     version = call("--version").stdout.removeprefix("tarvelon ").rstrip()
 
     assert f"project(tarvelon VERSION {version} " in (ROOT / "CMakeLists.txt").read_text()
+
+
+@pytest.mark.parametrize("arguments, meant", [
+    (["tset"], "test"), (["bild"], "build"), (["descibe", "common"], "describe"), (["rn"], "run"),
+    (["test", "--preset", "relase"], "release"), (["build", "--preset=sanitise"], "sanitize"),
+    (["install", "bnch"], "bench"), (["run", "examples/first_modl.py"], "examples/first_model.py"),
+])
+def test_a_misspelt_word_is_answered_with_the_nearest(arguments, meant):
+    result = call(*arguments, cwd=ROOT)
+
+    assert result.returncode != 0 and f"; did you mean '{meant}'?" in result.stderr
+
+
+@pytest.mark.parametrize("arguments", [["qqqqq"], ["test", "--preset", "qqqqq"], ["install", "qqqqq"],
+                                       ["run", "qqqqq.py"], ["run", "qqqqq/qqqqq.py"]])
+def test_a_word_that_is_near_none_is_answered_without_a_guess(arguments):
+    result = call(*arguments, cwd=ROOT)
+
+    assert result.returncode != 0 and "did you mean" not in result.stderr
+
+
+@pytest.mark.parametrize("given", ["often", "-1", "build/fuzz/found/gone"])
+def test_fuzz_takes_seconds_or_a_file(given):
+    result = call("fuzz", given, cwd=ROOT)
+
+    assert (result.returncode, result.stdout) == (1, "")
+    assert result.stderr == (f"tarvelon: fuzz takes a number of seconds or a file to run again, got '{given}'\n")
 
 
 @pytest.mark.parametrize("arguments", [["tset"], ["run"], ["test", "--preset", "relase"], ["install", "all"],

@@ -172,6 +172,16 @@ def test_json_of_a_package_holds_its_packages(capsys):
      f"package '{PREFIX}.common' has no package or class 'Packge'; did you mean 'Package'?"),
     ("common.Packge", f"package '{PREFIX}.common' has no package or class 'Packge'; did you mean 'Package'?"),
     ("nothing.at.all", "no package 'nothing'; without a name, describe lists the packages"),
+    ("Runnable", "no package 'Runnable'; did you mean 'behavior.Runnable'?"),
+    ("Runable", "no package 'Runable'; did you mean 'behavior.Runnable'?"),
+    ("qqqqqqqq", "no package 'qqqqqqqq'; without a name, describe lists the packages"),
+    ("common.Qqqqqqqq", f"package '{PREFIX}.common' has no package or class 'Qqqqqqqq'; without a name, describe "
+                        "lists the packages"),
+    ("common.Package.category", "'common.Package.category' is no package or class; describe 'common.Package', which "
+                                "has 'category'"),
+    ("common.Package.nmae", "'common.Package.nmae' is no package or class; describe 'common.Package', which has "
+                            "'Name'"),
+    ("common.Package.qqqqqqqq", "'common.Package.qqqqqqqq' is no package or class; describe 'common.Package'"),
 ])
 def test_an_unknown_name_ends_with_status_1_and_the_nearest(capsys, name, error):
     status, page, errors = output(capsys, name)

@@ -77,7 +77,7 @@ def test_k7q_can_be_imported_first(python):
 def test_the_import_makes_no_type_and_no_object(python):
     counts = python("import Tarvelon, _tarvelon_host as host; print(host.statistics())")
 
-    assert counts == "{'types': 0, 'bindings': 0, 'arrays': 0}\n"
+    assert counts == "{'types': 0, 'bindings': 0, 'arrays': 0, 'objects': 0}\n"
 
 
 def test_only_what_is_touched_gets_a_type(python):
