@@ -9,6 +9,7 @@ Every error is a `K7Q.Exception`, and most are also the built-in that Python pro
 
 from __future__ import annotations as _annotations
 
+from importlib import import_module as _import
 from sys import modules as _modules
 
 import Tarvelon as _Tarvelon
@@ -56,8 +57,10 @@ def models() -> list[Model]:
 
 _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
 
-# What each feature puts on models and objects.
-from . import _copy, _files, _history, _search, _validation  # noqa: E402, F401
+# What each feature puts on models and objects, and what it shows here.
+for _feature in ("_search", "_history", "_copy", "_files", "_validation"):
+    _module = _import(f"K7Q.{_feature}")
+    globals().update((_name, getattr(_module, _name)) for _name in _module.__all__)
 
 # `from K7Q import *` brings all but Exception, which would hide the built-in of that name.
 _star = [name for name, value in vars().items() if isinstance(value, type) and value is not Exception]

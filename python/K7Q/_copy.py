@@ -1,1 +1,3 @@
 """Copies and differences of models."""
+
+__all__: list[str] = []

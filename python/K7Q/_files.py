@@ -1,1 +1,3 @@
 """Models in files."""
+
+__all__: list[str] = []

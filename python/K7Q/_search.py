@@ -1,19 +1,33 @@
 """Finding objects by name, by class and by who refers to them."""
 
-from typing import NamedTuple
+from __future__ import annotations
+
+from collections import namedtuple
 
 import _tarvelon_host as _host
 
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from typing import NamedTuple, TypeVar
 
-class Mention(NamedTuple):
-    """One reference to an object: who refers, and by which property."""
+    from K7Q import ClassObject, ImmutableClassObject, ImmutableModel
 
-    object: object
-    property: str
+    _Object = TypeVar("_Object", bound=_host.HostObject)
+
+    class Mention(NamedTuple):
+        object: ClassObject
+        property: str
+else:
+    Mention = namedtuple("Mention", "object property")
+    Mention.__doc__ = "One reference to an object: who refers, and by which property."
+del TYPE_CHECKING
+
+__all__ = ["Mention"]
+Mention.__module__ = "K7Q"
 
 
-def _find(model, path):
-    """find(path): the first object of that qualified name in owner order, None if there is none.
+def find(model: ImmutableModel, path: str, /) -> ClassObject | None:
+    """The first object of that qualified name in owner order, None if there is none.
 
     A qualified name is the names of the holders from the root down and the object's own:
     "/Brakes/BrakeController/Behavior/Step10ms". Holders without a name are passed over.
@@ -21,31 +35,31 @@ def _find(model, path):
     return _host.find(model, path)
 
 
-def _find_all(model, path):
-    """find_all(path): a list of all objects of that qualified name, in owner order."""
+def find_all(model: ImmutableModel, path: str, /) -> list[ClassObject]:
+    """All objects of that qualified name, in owner order."""
     return _host.findAll(model, path)
 
 
-def _instances(model, cls):
-    """instances(cls): a list of the objects of a class and of those below it, without a walk over the model.
+def instances(model: ImmutableModel, cls: type[_Object], /) -> list[_Object]:
+    """The objects of a class and of those below it, without a walk over the model.
 
     Class by class in the order of registration, within a class in the order in which they were made.
     """
     return _host.instances(model, cls)
 
 
-def _objects(model):
-    """objects(): a list of all objects of the model, in an order that changes only where objects come and go."""
+def objects(model: ImmutableModel, /) -> list[ClassObject]:
+    """All objects of the model, in an order that changes only where objects come and go."""
     return _host.objects(model)
 
 
-def _qualified_name(self):
+def qualified_name(self: ImmutableClassObject) -> str:
     """The names of the object's holders and its own, "/Brakes/Controller"; "" for a class without Name."""
     return _host.qualifiedName(self)
 
 
-def _referrers(self):
-    """referrers(): a list of who refers to the object, as Mention(object, property).
+def referrers(self: ImmutableClassObject, /) -> list[Mention]:
+    """Who refers to the object, and by which property.
 
     The holder is not among them: it is the object's Owner. The cost is that of what is found.
     """
@@ -55,17 +69,13 @@ def _referrers(self):
 class _Find:
     """`model.find(path)` finds an object; of the class, `K7Q.Model.find(uri)` finds a bound model."""
 
-    __doc__ = _find.__doc__
+    # Of two kinds, told by what it is asked of: what a type stub says of it.
+    stub = ("find: _Find  # type: ignore[assignment]",)
 
-    def __get__(self, model, cls):
-        return _host.boundModel if model is None else _find.__get__(model)
+    def __get__(self, model: ImmutableModel | None, cls: type) -> object:
+        return _host.boundModel if model is None else find.__get__(model)
 
 
-for each, name in ((_find, "find"), (_find_all, "find_all"), (_instances, "instances"), (_objects, "objects"),
-                   (_referrers, "referrers")):
-    each.__name__ = each.__qualname__ = name
-
-_host.extend("K7Q.ImmutableModel", {"find": _find, "find_all": _find_all, "instances": _instances,
-                                    "objects": _objects})
+_host.extend("K7Q.ImmutableModel", {"find": find, "find_all": find_all, "instances": instances, "objects": objects})
 _host.extend("K7Q.Model", {"find": _Find()})
-_host.extend("K7Q.ImmutableClassObject", {"qualifiedName": property(_qualified_name), "referrers": _referrers})
+_host.extend("K7Q.ImmutableClassObject", {"qualifiedName": property(qualified_name), "referrers": referrers})

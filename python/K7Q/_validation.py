@@ -1,1 +1,3 @@
 """What is wrong with a model."""
+
+__all__: list[str] = []

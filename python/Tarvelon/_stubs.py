@@ -38,8 +38,8 @@ ELEMENTS = {
     "K7Q.ImmutablePackage.subPackages": "ImmutablePackage",
 }
 HEAD = """import builtins
-from collections.abc import Iterable
-from typing import Any, Final, Generic, Literal, TypeVar, overload
+from collections.abc import Callable, Iterable
+from typing import Any, Final, Generic, Literal, NamedTuple, TypeVar, overload
 from typing_extensions import Never, Self
 
 """
@@ -50,6 +50,15 @@ class _SequenceOf(ImmutableSequenceOfImmutableObject, Generic[_Held]):
     def front(self) -> _Held: ...
     def back(self) -> _Held: ...
     def at(self, number: int, /) -> _Held: ...
+
+_Object = TypeVar("_Object", bound=_tarvelon_host.HostObject)
+
+class _Find:
+    # Of the class: the bound model of a URI. Of a model: the object of a qualified name.
+    @overload
+    def __get__(self, model: None, cls: type, /) -> Callable[[str], Model | None]: ...
+    @overload
+    def __get__(self, model: ImmutableModel, cls: type, /) -> Callable[[str], ClassObject | None]: ...
 """
 
 
@@ -135,6 +144,13 @@ class Body:
         shown = signature.replace(parameters=[first.replace(annotation=first.empty), *rest])
         self.add(f"def {name}{unquoted(shown)}:", "    " + docstring(function.__doc__))
 
+    def add_python_property(self, name: str, addition: property) -> None:
+        assert addition.fget is not None
+        result = unquoted(inspect.signature(addition.fget)).partition(" -> ")[2]
+        self.add("@property", f"def {name}(self) -> {result}:", "    " + docstring(addition.fget.__doc__))
+        if addition.fset:
+            self.add(f"@{name}.setter", f"def {name}(self, value: {result}) -> None: ...")
+
     def add_create(self, function: types.FunctionType) -> None:
         """What a factory makes: by name, with the arguments of each class, and by class."""
         self.module.bring("_tarvelon_host")
@@ -193,9 +209,13 @@ class Module:
         for row in rows:
             body.add_property(row, is_changeable)
         self.add_methods(body)
-        for name, function in vars(kind).items():
-            if isinstance(function, types.FunctionType):
-                body.add_addition(name, function)
+        for name, addition in vars(kind).items():
+            if isinstance(addition, types.FunctionType):
+                body.add_addition(name, addition)
+            elif isinstance(addition, property):
+                body.add_python_property(name, addition)
+            elif hasattr(addition, "stub"):
+                body.add(*addition.stub)
         yield from body.lines
         yield ""
 
@@ -204,8 +224,9 @@ class Module:
         literals = describe.literals(record) if record["description"] == describe.ENUMERATION else []
         for name in literals:
             body.add(f"{_host.attributeName(name)}: Final[{body.shown(record['fullName'])}]")
+        kind = _host.member(self.name, record["name"])
         for name, signatures, is_kept in own_methods(record):
-            if name not in literals:
+            if name not in literals and not hasattr(vars(kind).get(name), "stub"):
                 body.add_method(name, signatures, is_kept)
         for signature in declared(record["fullName"], "append"):
             elements = f"Iterable[{body.shown(signature.types[0])}]"
@@ -239,11 +260,28 @@ def kernel_lines() -> Iterator[str]:
         bases = (each.__name__ if each.__module__ == "K7Q" else f"builtins.{each.__name__}"
                  for each in error.__bases__)
         yield from (f"class {error.__name__}({', '.join(bases)}):", "    " + docstring(error.__doc__), "")
+    for each in members:
+        if isinstance(each, type) and not issubclass(each, BaseException):
+            yield from python_class_lines(each)
     for function in members:
         if isinstance(function, types.FunctionType) and not function.__name__.startswith("_"):
             yield f"def {function.__name__}{unquoted(inspect.signature(function))}:"
             yield from ("    " + docstring(function.__doc__), "")
     yield KERNEL
+
+
+def python_class_lines(cls: type) -> Iterator[str]:
+    """A class that is written in Python: its fields, if it is a named tuple, or its methods."""
+    fields = getattr(cls, "_fields", None)
+    yield f"class {cls.__name__}{'(NamedTuple)' if fields else ''}:"
+    yield "    " + docstring(cls.__doc__)
+    kinds = getattr(cls, "kinds", {})
+    yield from (f"    {each}: {kinds.get(each, 'Any')}" for each in fields or ())
+    for name, member in vars(cls).items():
+        if isinstance(member, types.FunctionType) and not fields and (name[0] != "_" or name.endswith("__")):
+            yield f"    def {name}{unquoted(inspect.signature(member))}:"
+            yield "        " + docstring(member.__doc__)
+    yield ""
 
 
 def packages(record: Record) -> Iterator[Record]:

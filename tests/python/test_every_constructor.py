@@ -218,7 +218,7 @@ def filled_by(maker, kinds, place):
     made = class_named(maker.made)
     names = next(each.names[-1] for each in FACTORY if each.made == maker.made).split(",")
     name = names[place - len(kinds)].strip().rpartition("_")[2].removeprefix("a")
-    described = dict(reflection.descriptions(made))
+    described = {each.name(): each for each in made.MetaProperty()}
     return described.get(name) or described[name[0].upper() + name[1:]]
 
 

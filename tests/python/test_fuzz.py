@@ -291,7 +291,7 @@ class Explorer:
 
 @functools.lru_cache(maxsize=None)
 def descriptions_of(cls):
-    return list(reflection.descriptions(cls))
+    return [(each.name(), each) for each in cls.MetaProperty()]
 
 
 @pytest.mark.parametrize("seed", range(12))
