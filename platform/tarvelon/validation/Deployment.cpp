@@ -1,0 +1,108 @@
+// Services and their deployment, and what runs on which ECU.
+
+#include <algorithm>
+
+#include "platform/tarvelon/Metamodel.h"
+#include "platform/tarvelon/validation/Ports.h"
+#include "platform/tarvelon/validation/Rules.h"
+
+namespace Tarvelon::metamodel::native::validation {
+
+namespace {
+
+using namespace arplatform;  // NOLINT(google-build-using-namespace): the rules name the packages below it
+
+const Instance* deployedBy(const Instance* serviceInstance) {
+  return getOf<manifest::AdaptivePlatformServiceInstance, "Deployment">(serviceInstance);
+}
+
+/// Whether the composition has the prototype, in itself or in the type of one that it has. REQUIRES: no
+/// composition contains itself.
+bool isWithin(const Instance& prototype, const Instance& composition) {
+  std::vector<const Instance*> open{&composition};
+  std::vector<const Instance*> seen;
+  while (!open.empty()) {
+    const Instance* whole = open.back();
+    open.pop_back();
+    if (prototype.owner() == whole) return true;
+    if (!isA<composition::CompositionComponent>(whole) || std::ranges::find(seen, whole) != seen.end())
+      continue;
+    seen.push_back(whole);
+    for (const Instance* part : all<composition::CompositionComponent, "Components">(*whole))
+      open.push_back(getOf<composition::ComponentPrototype, "Type">(part));
+  }
+  return false;
+}
+
+const Instance* rootCompositionOf(const Instance& object) {
+  const Instance* system = holderOf<system::System>(&object);
+  const Instance* root = getOf<system::System, "RootSoftwareComposition">(system);
+  return getOf<system::RootSwCompositionPrototype, "SwComposition">(root);
+}
+
+}  // namespace
+
+void checkEventDeployment(const Instance& object, Findings& findings) {
+  const Instance* event = get<manifest::DdsEventDeployment, "Event">(object);
+  const Instance* service = getOf<manifest::ServiceInterfaceDeployment, "ServiceInterface">(object.owner());
+  if (!event || !service || event->owner() == service) return;
+  findings.add<manifest::DdsEventDeployment, "Event">(
+      object, shownPath(*event) + " is no event of the service " + shown(*service) +
+                  " that is deployed; name one of its Events");
+}
+
+void checkEventQuality(const Instance& object, Findings& findings) {
+  const Instance* event = get<manifest::DdsEventQosProps, "EventDeployment">(object);
+  const Instance* deployment = deployedBy(object.owner());
+  if (!event || !deployment || event->owner() == deployment) return;
+  findings.add<manifest::DdsEventQosProps, "EventDeployment">(
+      object, shownPath(*event) + " does not belong to " + shown(*deployment) + ", the deployment of " +
+                  shown(*object.owner()) + "; name one of its EventDeployment");
+}
+
+void checkServicePort(const Instance& object, Findings& findings) {
+  using Mapping = manifest::ServiceInstanceToPortMapping;
+  const Instance* port = get<Mapping, "Port">(object);
+  const Instance* service = get<Mapping, "ServiceInstance">(object);
+  if (!port || !service) return;
+  const bool isOffered = isA<manifest::ProvidedApServiceInstance>(*service);
+  if (isOffered ? !isProvided(*port) : !isRequired(*port)) {
+    findings.add<Mapping, "Port">(object, "expected a port that " +
+                                              std::string(isOffered ? "provides" : "requires") +
+                                              " the service, as " + shown(*service) + " does, found the " +
+                                              port->cls().methods->className().shortName() + " " +
+                                              shown(*port) + "; name another port or another instance");
+    return;
+  }
+  const Instance* interface = interfaceOf(port);
+  const Instance* deployed =
+      getOf<manifest::ServiceInterfaceDeployment, "ServiceInterface">(deployedBy(service));
+  if (!interface || !deployed || interface == deployed) return;
+  findings.add<Mapping, "Port">(object, shown(*port) + " has the interface " + shown(*interface) + ", and " +
+                                            shown(*service) + " is deployed for " + shown(*deployed) +
+                                            "; name a port of that interface");
+}
+
+void checkMappedComponent(const Instance& object, Findings& findings) {
+  const Instance* root = rootCompositionOf(object);
+  if (!root) return;
+  for (const Instance* prototype : all<system::SwcToEcuMapping, "Component">(object)) {
+    if (!prototype || isWithin(*prototype, *root)) continue;
+    findings.add<system::SwcToEcuMapping, "Component">(
+        object, shownPath(*prototype) + " is no component of the system's root composition " + shown(*root) +
+                    "; map a component that stands in it");
+  }
+}
+
+void checkOrderedRunnable(const Instance& object, Findings& findings) {
+  using Step = timingExtension::EOCExecutableEntityRef;
+  const Instance* runnable = get<Step, "Executable">(object);
+  const Instance* type = getOf<composition::ComponentPrototype, "Type">(get<Step, "Component">(object));
+  const Instance* component = holderOf<component::Component>(runnable);
+  if (!component || !type || component == type) return;
+  findings.add<Step, "Executable">(object, shownPath(*runnable) + " is no runnable of the component " +
+                                               shown(*get<Step, "Component">(object)) + ", whose type is " +
+                                               shown(*type) + "; name a runnable of that type's behavior");
+}
+
+}  // namespace Tarvelon::metamodel::native::validation
