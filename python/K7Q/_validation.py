@@ -1,16 +1,13 @@
 """What is wrong with a model: the library's rules, and those that a script adds."""
 
-import sys as _sys
-from collections.abc import Iterable as _Iterable
-from dataclasses import dataclass as _dataclass
+from typing import NamedTuple
 
 import _tarvelon_host as _host
 
 _SEVERITIES = ("error", "warning")
 
 
-@_dataclass(frozen=True)
-class Problem:
+class Problem(NamedTuple):
     """One thing that is wrong; `str` of it is a line that says all.
 
     object    what it is about
@@ -33,8 +30,7 @@ class Problem:
         return f"{self.severity}: {place}: {self.message} [{self.rule}]"
 
 
-@_dataclass(frozen=True)
-class Rule:
+class Rule(NamedTuple):
     """A rule: its id, the severity of its problems, and what must hold.
 
     A rule of a script has its function and the name of the class whose objects it is called with.
@@ -114,10 +110,9 @@ def _messages(found):
     """The (property, message) pairs of what a function of a rule gave."""
     if found is None:
         return
-    single = isinstance(found, str) or isinstance(found, tuple)
-    if not single and not isinstance(found, _Iterable):
+    if not isinstance(found, (str, tuple)) and not hasattr(found, "__iter__"):
         raise TypeError(f"expected messages or (property, message) pairs, got {found!r}")
-    for each in [found] if single else found:
+    for each in [found] if isinstance(found, (str, tuple)) else found:
         pair = ("", each) if isinstance(each, str) else each
         if not (isinstance(pair, tuple) and len(pair) == 2 and all(isinstance(part, str) for part in pair)):
             raise TypeError(f"expected a message or a (property, message) pair, got {each!r}")
@@ -126,7 +121,9 @@ def _messages(found):
 
 def _run(rule, target, is_model):
     for element in _host.validatedObjects(target, is_model, rule.of):
-        found = []
+        if not element.isvalid():  # a rule has destroyed it
+            continue
+        path, found = _host.pathOf(element), []
         try:
             for name, message in _messages(rule.function(element)):
                 found.append((name, rule, message))
@@ -134,7 +131,7 @@ def _run(rule, target, is_model):
             text = f"the rule '{rule.id}' failed: {type(error).__name__}: {error}; mend its function"
             found.append(("", _FAILED, text))
         for name, by, message in found:
-            yield Problem(element, _host.pathOf(element), name, by.id, by.severity, message)
+            yield Problem(element, path, name, by.id, by.severity, message)
 
 
 def _problems(target, is_model):
@@ -164,6 +161,3 @@ def _validate_object(self):
 for _class, _validate in (("K7Q.ImmutableModel", _validate_model), ("K7Q.ImmutableClassObject", _validate_object)):
     _validate.__name__ = _validate.__qualname__ = "validate"
     _host.extend(_class, {"validate": _validate})
-
-for _name in ("Problem", "Rule", "rule", "forget_rule", "rules"):
-    setattr(_sys.modules[__package__], _name, globals()[_name])

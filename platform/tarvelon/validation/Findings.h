@@ -21,10 +21,10 @@ class Findings {
   /// A problem of an object's property, by the host's name for it, under the rule that runs.
   template <class X, FixedString Name>
   void add(const Instance& object, std::string message) {
-    add(object, PropertyAccess<X, Name>::kProperty.name, std::move(message));
+    add(object, slotOf<X, Name>(object), std::move(message));
   }
-  void add(const Instance& object, const Property& property, std::string message) {
-    add(object, property.row().name, std::move(message));
+  void add(const Instance& object, unsigned slot, std::string message) {
+    add(object, hostNameOf(object.cls(), slot), std::move(message));
   }
   /// A problem of the object as a whole.
   void add(const Instance& object, std::string message) { add(object, "", std::move(message)); }

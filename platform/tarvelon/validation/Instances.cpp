@@ -173,7 +173,7 @@ void checkOwnBehavior(const Instance& object, Findings& findings) {
   forEachIn(object, object.cls().referringSlots, [&](const Instance* element, unsigned slot) {
     const Instance* other = element ? behaviorOf(element) : nullptr;
     if (!other || other == own) return;
-    findings.add(object, *object.cls().slotProperties[slot],
+    findings.add(object, slot,
                  shownPath(*element) + " belongs to another behavior; name an element of " + shown(*own));
   });
 }

@@ -28,7 +28,7 @@ std::vector<const Instance*> lineOf(const Instance& object) {
 std::string stepTo(const Instance& object) {
   const Instance& owner = *object.owner();
   const unsigned slot = object.ownerSlot();
-  std::string step = std::string(".") + owner.cls().slotProperties[slot]->row().name;
+  std::string step = std::string(".") + hostNameOf(owner.cls(), slot);
   if ((owner.cls().listSlots >> slot & 1) != 0) {
     const Word* word = owner.find(slot);
     step += "[" + std::to_string(word ? word->list->find(&object) : 0) + "]";
@@ -51,6 +51,15 @@ const Instance& rootOf(const Instance& object) noexcept {
   const Instance* root = &object;
   while (root->owner()) root = root->owner();
   return *root;
+}
+
+const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept {
+  // Each class stands behind its bases.
+  for (auto place = cls.places.rbegin(); place != cls.places.rend(); ++place) {
+    if (place->property && place->slot == slot && place->property->row().isExposed)
+      return place->property->row().name;
+  }
+  return cls.slotProperties[slot]->row().name;
 }
 
 bool hasName(const Instance& object) noexcept { return isA<foundation::NamedElement>(object); }

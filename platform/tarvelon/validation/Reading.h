@@ -133,6 +133,9 @@ void pushHeld(const Instance& object, std::vector<const Instance*>& stack);
 
 const Instance& rootOf(const Instance& object) noexcept;
 
+/// The host's name for the property of a slot: the narrowest that the host has.
+const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept;
+
 /// Whether objects of the class have a name at all.
 bool hasName(const Instance& object) noexcept;
 /// The name, empty when there is none.

@@ -46,12 +46,12 @@ void checkDangling(const Instance& object, Findings& findings) {
     if (!entry) return;
     const Property& property = propertyAt(object, slot);
     if (!entry->isAlive()) {
-      findings.add(object, property,
+      findings.add(object, slot,
                    "refers to a " + typeOf(property) +
                        " that was destroyed; set another one, or take the reference out");
     } else if (&entry->model() == &object.model() && isStrayFor(object, *entry, findings)) {
       const Instance& root = rootOf(*entry);
-      findings.add(object, property,
+      findings.add(object, slot,
                    "refers to " + shownPath(*entry) + ", which stands in no package since nothing holds " +
                        (&root == entry ? "it" : shown(root)) +
                        "; put that where it belongs, or refer to something else");
@@ -63,7 +63,7 @@ void checkForeign(const Instance& object, Findings& findings) {
   forEachIn(object, object.cls().referringSlots | object.cls().holdingSlots,
             [&](const Instance* entry, unsigned slot) {
               if (!entry || !entry->isAlive() || &entry->model() == &object.model()) return;
-              findings.add(object, propertyAt(object, slot),
+              findings.add(object, slot,
                            "refers to " + shownPath(*entry) +
                                " of another model; create it in this object's model and refer to that");
             });
@@ -75,7 +75,7 @@ void checkTypes(const Instance& object, Findings& findings) {
               if (!entry || !entry->isAlive()) return;
               const Property& property = propertyAt(object, slot);
               if (property.type()->isInstance(*entry)) return;
-              findings.add(object, property,
+              findings.add(object, slot,
                            "expected " + typeOf(property) + ", found the " +
                                entry->cls().methods->className().shortName() + " " + shownPath(*entry) +
                                "; set an object of that class or of a class below it");
@@ -85,12 +85,11 @@ void checkTypes(const Instance& object, Findings& findings) {
 void checkHeld(const Instance& object, Findings& findings) {
   forEachIn(object, object.cls().holdingSlots, [&](const Instance* entry, unsigned slot) {
     if (!entry) return;
-    const Property& property = propertyAt(object, slot);
     if (!entry->isAlive()) {
-      findings.add(object, property, "holds an object that was destroyed; take it out");
+      findings.add(object, slot, "holds an object that was destroyed; take it out");
     } else if (entry->owner() != &object || entry->ownerSlot() != slot) {
       findings.add(
-          object, property,
+          object, slot,
           "holds " + shown(*entry) +
               ", which stands in another place as well; an object has one owner: take it out here, or there");
     }
@@ -105,9 +104,9 @@ void checkRepeated(const Instance& object, Findings& findings) {
         if (list.size() == 1 && list.at(0)) return;
         std::vector<const Instance*> entries = list.copied();
         if (std::ranges::find(entries, nullptr) != entries.end()) {
-          findings.add(object, propertyAt(object, slot), "has an empty entry; take it out");
+          findings.add(object, slot, "has an empty entry; take it out");
         } else if (hasRepeated(std::move(entries))) {
-          findings.add(object, propertyAt(object, slot),
+          findings.add(object, slot,
                        "names the same object twice; each may stand in it once: take the second one out");
         }
       });
@@ -116,21 +115,20 @@ void checkRepeated(const Instance& object, Findings& findings) {
 void checkRequiredReferences(const Instance& object, Findings& findings) {
   forEachSlot(findings.planOf(object).requiredReferences & ~object.presence(), [&](unsigned slot) {
     const Property& property = propertyAt(object, slot);
-    findings.add(object, property, "is required and not set; set it to a " + typeOf(property));
+    findings.add(object, slot, "is required and not set; set it to a " + typeOf(property));
   });
 }
 
 void checkRequiredTexts(const Instance& object, Findings& findings) {
   forEachSlot(findings.planOf(object).requiredTexts & ~object.presence(), [&](unsigned slot) {
-    findings.add(object, propertyAt(object, slot),
-                 "is required and was never set; set it, to the empty text if that is meant");
+    findings.add(object, slot, "is required and was never set; set it, to the empty text if that is meant");
   });
 }
 
 void checkIncomplete(const Instance& object, Findings& findings) {
   forEachSlot(findings.planOf(object).expected & ~object.presence(), [&](unsigned slot) {
     const Property& property = propertyAt(object, slot);
-    findings.add(object, property,
+    findings.add(object, slot,
                  std::string("is not set, and without it ") + reasonFor(object.cls(), slot) +
                      "; set it to a " + typeOf(property));
   });
@@ -141,7 +139,7 @@ void checkLiterals(const Instance& object, Findings& findings) {
     const Property& property = propertyAt(object, slot);
     const auto require = [&](Word word) {
       if (property.enumeration()->hasLiteral(integerOf(word))) return;
-      findings.add(object, property,
+      findings.add(object, slot,
                    "has the value " + std::to_string(integerOf(word)) + ", which is no literal; set one of " +
                        property.enumeration()->literalList());
     };

@@ -146,7 +146,7 @@ void checkRanges(const Instance& object, Findings& findings) {
     const Range* range = rangeOf(property);
     if (std::isfinite(value) && (!range || isWithin(value, *range))) continue;
     const std::string expected = range ? limitsOf(*range) : "a finite number";
-    findings.add(object, property,
+    findings.add(object, slot,
                  "expected " + expected + ", found " + (word ? "" : "no value, which reads as ") +
                      text(value) + "; set one that fits");
   }

@@ -63,18 +63,13 @@ const Instance* portAt(const Instance* end) {
   return getOf<instance::CompositionPortInstanceRef, "Port">(end);
 }
 
-void requireOuter(const Instance& connector, const Instance* port, const Property& property,
-                  Findings& findings) {
-  const Instance* whole = holderOf<composition::CompositionComponent>(&connector);
-  if (!port || !whole || port->owner() == whole) return;
-  findings.add(
-      connector, property,
-      shownPath(*port) + " is no port of the composition " + shown(*whole) + "; name one of its own ports");
-}
-
 template <class X, FixedString Name>
-const Property& propertyOf(const Instance& object) {
-  return *object.cls().slotProperties[slotOf<X, Name>(object)];
+void requireOuter(const Instance& connector, Findings& findings) {
+  const Instance* whole = holderOf<composition::CompositionComponent>(&connector);
+  const Instance* port = get<X, Name>(connector);
+  if (!port || !whole || port->owner() == whole) return;
+  findings.add<X, Name>(connector, shownPath(*port) + " is no port of the composition " + shown(*whole) +
+                                       "; name one of its own ports");
 }
 
 /// What an access point or an event does at the port it goes through.
@@ -122,7 +117,7 @@ void checkAccessDirection(const Instance& object, Findings& findings) {
     const Instance* port = isA<instance::InstanceRef>(reference) ? portOf(*reference) : nullptr;
     if (!port || (need == Need::Provided ? isProvided(*port) : isRequired(*port))) return;
     const char* wanted = need == Need::Provided ? "provides" : "requires";
-    findings.add(object, *object.cls().slotProperties[slot],
+    findings.add(object, slot,
                  std::string("expected a port that ") + wanted + " its interface, found the " +
                      port->cls().methods->className().shortName() + " " + shown(*port) +
                      "; name another port, or another kind of access");
@@ -130,15 +125,11 @@ void checkAccessDirection(const Instance& object, Findings& findings) {
 }
 
 void checkConnectorEnds(const Instance& object, Findings& findings) {
-  using composition::DelegationConnector, composition::PassThroughConnector;
-  if (isA<DelegationConnector>(object)) {
-    requireOuter(object, get<DelegationConnector, "OuterPort">(object),
-                 propertyOf<DelegationConnector, "OuterPort">(object), findings);
-  } else if (isA<PassThroughConnector>(object)) {
-    requireOuter(object, get<PassThroughConnector, "RequiredOuterPort">(object),
-                 propertyOf<PassThroughConnector, "RequiredOuterPort">(object), findings);
-    requireOuter(object, get<PassThroughConnector, "ProvidedOuterPort">(object),
-                 propertyOf<PassThroughConnector, "ProvidedOuterPort">(object), findings);
+  if (isA<composition::DelegationConnector>(object)) {
+    requireOuter<composition::DelegationConnector, "OuterPort">(object, findings);
+  } else if (isA<composition::PassThroughConnector>(object)) {
+    requireOuter<composition::PassThroughConnector, "RequiredOuterPort">(object, findings);
+    requireOuter<composition::PassThroughConnector, "ProvidedOuterPort">(object, findings);
   }
 }
 
