@@ -10,6 +10,7 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/Memory.h"
+#include "bench/Validation.h"
 
 namespace {
 
@@ -78,6 +79,9 @@ int main(int argc, char** argv) {
   const bool isSelection = std::any_of(argv, argv + argc, [](const char* argument) {
     return std::string_view(argument).starts_with("--benchmark_filter");
   });
-  if (!isSelection) bench::reportMemory();
+  if (!isSelection) {
+    bench::reportMemory();
+    bench::reportValidation();
+  }
   return 0;
 }

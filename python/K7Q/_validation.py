@@ -51,7 +51,9 @@ def _class_name(cls):
         name = cls.__name__.removeprefix("Immutable")
         return f"{cls.__module__}.{name}"
     given = cls.__name__ if isinstance(cls, type) else type(cls).__name__
-    raise _host.WrongType(f"K7Q.rule, argument 2: expected a class of the metamodel, as in behavior.Runnable, got {given}")
+    raise _host.WrongType(
+        f"K7Q.rule, argument 2: expected a class of the metamodel, as in behavior.Runnable, got {given}"
+    )
 
 
 def rule(id, of, severity="error"):
@@ -142,7 +144,7 @@ def _problems(target, is_model):
 
 
 def _validate_model(self):
-    """validate(): every problem of the model, as a list of K7Q.Problem; an empty list says that nothing is wrong.
+    """validate(): every problem of the model, as a list of K7Q.Problem; empty when nothing is wrong.
 
     Problems of one object stand together, objects in order of ownership; those of rules that scripts have
     added (`K7Q.rule`) come behind. The same model gives the same list.
@@ -158,6 +160,7 @@ def _validate_object(self):
     return _problems(self, False)
 
 
-for _class, _validate in (("K7Q.ImmutableModel", _validate_model), ("K7Q.ImmutableClassObject", _validate_object)):
-    _validate.__name__ = _validate.__qualname__ = "validate"
-    _host.extend(_class, {"validate": _validate})
+_validate_model.__name__ = _validate_model.__qualname__ = "validate"
+_validate_object.__name__ = _validate_object.__qualname__ = "validate"
+_host.extend("K7Q.ImmutableModel", {"validate": _validate_model})
+_host.extend("K7Q.ImmutableClassObject", {"validate": _validate_object})

@@ -60,6 +60,7 @@ def fault(rule, path, message, severity="error", also=()):
 CONTROLLER = "/Vehicle/BrakeByWire/Components/BrakeController"
 BEHAVIOR = CONTROLLER + "/BrakeControllerBehavior"
 CONTROL = BEHAVIOR + "/Control"
+PEDAL_BEHAVIOR = "/Vehicle/BrakeByWire/Components/PedalSensor/PedalSensorBehavior"
 WHOLE = "/Vehicle/BrakeByWire/BrakeSystem"
 
 
@@ -90,7 +91,8 @@ def event_that_starts_nothing(w):
        "is not set, and without it the connector has one end; set it to a CompositionPPortInstanceRef",
        "warning")
 def connector_with_one_end(w):
-    end = w.new(instance.CompositionRPortInstanceRef, w.controller.ReceiverPorts[0], w.prototypes.brakeController)
+    end = w.new(instance.CompositionRPortInstanceRef, w.controller.ReceiverPorts[0],
+                w.prototypes.brakeController)
     w.whole.Connectors.append(w.new(composition.AssemblyConnector, "Loose", Requester=end))
 
 
@@ -121,12 +123,13 @@ def more_than_all_of_a_processor(w):
 @fault("value-range", "/Vehicle/BrakeByWire/Variants/TwoAxles.SysConstValue[0].Value",
        "expected a finite number, found inf; set one that fits")
 def number_without_end(w):
-    brake.named(brake.named(w.brakes.PackagedElement).Variants.PackagedElement).TwoAxles.SysConstValue[0].Value = \
-        float("inf")
+    variants = brake.named(brake.named(w.brakes.PackagedElement).Variants.PackagedElement)
+    variants.TwoAxles.SysConstValue[0].Value = float("inf")
 
 
 @fault("short-name", CONTROLLER + "/Brake Controller Behavior.Name",
-       'expected a letter, then letters, digits and underscores, 128 at most; found "Brake Controller Behavior"; '
+       'expected a letter, then letters, digits and underscores, 128 at most; found '
+       '"Brake Controller Behavior"; '
        "rename it, and put the readable text into longName")
 def name_with_blanks(w):
     w.controller.Behavior.Name = "Brake Controller Behavior"
@@ -153,13 +156,15 @@ def runnable_without_a_name(w):
 
 
 @fault("duplicate-name", BEHAVIOR + "/Control.Name",
-       "the name 'Control' is taken in this namespace by the Runnable that stands before; rename one of the two")
+       "the name 'Control' is taken in this namespace by the Runnable that stands before; "
+       "rename one of the two")
 def two_elements_of_one_name(w):
     w.controller.Behavior.exclusiveArea.append(w.new(behavior.ExclusiveArea, "Control"))
 
 
 @fault("duplicate-name", "/Vehicle.Name",
-       "the name 'Vehicle' is taken in this namespace by the AUTOSAR that stands before; rename one of the two")
+       "the name 'Vehicle' is taken in this namespace by the AUTOSAR that stands before; "
+       "rename one of the two")
 def two_roots_of_one_name(w):
     w.keep = w.new(common.Package, "Vehicle")
 
@@ -187,7 +192,7 @@ def data_of_another_interface(w):
 
 
 @fault("instance-operation",
-       "/Vehicle/BrakeByWire/Components/PedalSensor/PedalSensorBehavior/TestInvoked.instanceRef.Operations",
+       PEDAL_BEHAVIOR + "/TestInvoked.instanceRef.Operations",
        "'Other' does not belong to the interface 'SelfTest' of the port 'Test'; "
        "name an element of that interface, or a port with another one")
 def operation_of_another_interface(w):
@@ -201,7 +206,7 @@ def operation_of_another_interface(w):
 
 
 @fault("instance-operation",
-       "/Vehicle/BrakeByWire/Components/PedalSensor/PedalSensorBehavior/TestInvoked.instanceRef.Arguments[0].Arguments",
+       PEDAL_BEHAVIOR + "/TestInvoked.instanceRef.Arguments[0].Arguments",
        "'Foreign' is no argument of the operation 'Test'; name one of its arguments")
 def argument_of_another_operation(w):
     kinds = interface.ArgumentDataDirectionKind, interface.ServerArgumentImplPolicyKind
@@ -230,14 +235,15 @@ def trigger_of_another_interface(w):
 
 
 @fault("instance-component", CONTROL + "/Demand.instanceRef.DataElements",
-       "/Vehicle/BrakeByWire/Interfaces/PedalTravel/Travel is no data of the behavior 'BrakeControllerBehavior'; "
-       "name a variable, a parameter or memory that the behavior holds, or go through a port")
+       "/Vehicle/BrakeByWire/Interfaces/PedalTravel/Travel is no data of the behavior "
+       "'BrakeControllerBehavior'; name a variable, a parameter or memory that the behavior holds, "
+       "or go through a port")
 def variable_that_is_none_of_the_behavior(w):
     w.control.irvWrite[0].instanceRef.DataElements = w.controller.ReceiverPorts[0].Interface.DataElements[0]
 
 
 @fault("instance-behavior", CONTROLLER + ".instanceMapping.instance[0].Runnables",
-       "/Vehicle/BrakeByWire/Components/PedalSensor/PedalSensorBehavior/Sample does not belong to the behavior "
+       PEDAL_BEHAVIOR + "/Sample does not belong to the behavior "
        "'BrakeControllerBehavior' of this component; name an element of that behavior")
 def runnable_of_another_component(w):
     w.controller.instanceMapping.instance[0].Runnables = w.sample
@@ -245,7 +251,8 @@ def runnable_of_another_component(w):
 
 @fault("instance-port", WHOLE + "/pedalSensor_Pedal_to_brakeController_Pedal.Provider.ProvidedPort",
        "the component 'pedalSensor' has no port /Vehicle/BrakeByWire/Components/WheelActuator/Wheel: "
-       "its type is 'PedalSensor'; name a port of that type, or another component", also=["connector-interface"])
+       "its type is 'PedalSensor'; name a port of that type, or another component",
+       also=["connector-interface"])
 def port_that_the_prototype_does_not_have(w):
     connector = w.connectors.pedalSensor_Pedal_to_brakeController_Pedal
     connector.Provider.ProvidedPort = w.wheel.SenderPorts[0]
@@ -302,7 +309,7 @@ def option_for_a_port_of_another_component(w):
 
 
 @fault("own-behavior", BEHAVIOR + "/Every10ms.StartOnEvent",
-       "/Vehicle/BrakeByWire/Components/PedalSensor/PedalSensorBehavior/Sample belongs to another behavior; "
+       PEDAL_BEHAVIOR + "/Sample belongs to another behavior; "
        "name an element of 'BrakeControllerBehavior'")
 def event_that_starts_a_runnable_of_another_behavior(w):
     event = brake.named(w.controller.Behavior.Events).Every10ms
@@ -336,7 +343,8 @@ def outer_port_of_another_component(w):
        "a provided port is delegated to a provided one, a required one to a required one")
 def delegation_against_the_direction(w):
     inner = w.new(instance.CompositionPPortInstanceRef, w.wheel.SenderPorts[0], w.prototypes.wheelActuator)
-    w.whole.Connectors.append(w.new(composition.DelegationConnector, w.whole.ReceiverPorts[0], inner, "Inward"))
+    inward = w.new(composition.DelegationConnector, w.whole.ReceiverPorts[0], inner, "Inward")
+    w.whole.Connectors.append(inward)
 
 
 @fault("connector-interface", WHOLE + "/Crossed",
@@ -353,8 +361,8 @@ def connector_of_interfaces_that_do_not_fit(w):
 
 @fault("connector-interface", WHOLE + "/Crossed",
        "joins the ports /Vehicle/BrakeByWire/Components/PedalSensor/Test and "
-       "/Vehicle/BrakeByWire/Components/WheelActuator/Torque, whose interfaces are a ClientServerInterface and a "
-       "SenderReceiverInterface; join ports of one kind of interface")
+       "/Vehicle/BrakeByWire/Components/WheelActuator/Torque, whose interfaces are a "
+       "ClientServerInterface and a SenderReceiverInterface; join ports of one kind of interface")
 def connector_of_interfaces_of_two_kinds(w):
     p = w.prototypes
     crossed = example.assemble(w.new, p.pedalSensor, w.pedal.ServerPorts[0], p.wheelActuator,
@@ -381,7 +389,7 @@ def successor_in_another_constraint(w):
 
 
 @fault("order-runnable", "/Vehicle/BrakeByWire/Timing/EndToEnd/PedalToWheel/Sample.Executable",
-       "/Vehicle/BrakeByWire/Components/BrakeController/BrakeControllerBehavior/Control is no runnable of the "
+       CONTROL + " is no runnable of the "
        "component 'pedalSensor', whose type is 'PedalSensor'; name a runnable of that type's behavior")
 def step_of_another_component(w):
     w.timing.EndToEnd.TimingRequirement[0].OrderedElement[0].Executable = w.control
@@ -532,8 +540,8 @@ def quality_of_an_event_of_another_deployment(w):
 
 
 @fault("service-port", "/Vehicle/BrakeByWire/Adaptive/DdsOfferedAtOffered.Port",
-       "expected a port that provides the service, as 'DdsOffered' does, found the ServiceRequiredPort 'Used'; "
-       "name another port or another instance")
+       "expected a port that provides the service, as 'DdsOffered' does, "
+       "found the ServiceRequiredPort 'Used'; name another port or another instance")
 def service_offered_at_a_required_port(w):
     w.adaptive.DdsOfferedAtOffered.Port = w.adaptive.BrakeAssistant.RequiredPorts[0]
 
@@ -714,8 +722,8 @@ def test_a_rule_that_raises_is_a_problem_and_the_pass_goes_on(model, add):
         "error: /Brakes.Name: said before it broke [broken]",
         "error: /Brakes: the rule 'broken' failed: RuntimeError: no idea; mend its function [rule-failed]",
         "error: /Brakes: still asked [behind]",
-        "error: /Brakes: the rule 'numbers' failed: TypeError: expected messages or (property, message) pairs, "
-        "got 7; mend its function [rule-failed]"]
+        "error: /Brakes: the rule 'numbers' failed: TypeError: expected messages or "
+        "(property, message) pairs, got 7; mend its function [rule-failed]"]
 
 
 def test_a_rule_that_is_interrupted_ends_the_pass(model, add):

@@ -78,12 +78,12 @@ void reportEqual(Findings& findings) {
     return order != 0 ? order < 0 : left.order < right.order;
   });
   std::vector<std::pair<Findings::Named, const Instance*>> clashes;
-  const Instance* first = nullptr;
+  const Findings::Named* first = nullptr;
   for (const auto& each : findings.named) {
-    if (first && nameOf(*first) == nameOf(*each.object)) {
-      clashes.emplace_back(each, first);
+    if (first && first->hash == each.hash && nameOf(*first->object) == nameOf(*each.object)) {
+      clashes.emplace_back(each, first->object);
     } else {
-      first = each.object;
+      first = &each;
     }
   }
   report(clashes, [&](const Instance& later, const Instance& earlier) {
@@ -122,12 +122,13 @@ void checkNamesByCase(const Instance& object, Findings& findings) {
     return left.hash != right.hash ? left.hash < right.hash : left.order < right.order;
   });
   std::vector<std::pair<Findings::Named, const Instance*>> clashes;
-  const Instance* first = nullptr;
+  const Findings::Named* first = nullptr;
   for (const auto& each : findings.named) {
-    if (!first || !isSameBesidesCase(nameOf(*first), nameOf(*each.object))) {
-      first = each.object;
-    } else if (nameOf(*first) != nameOf(*each.object)) {
-      clashes.emplace_back(each, first);
+    if (!first || first->hash != each.hash ||
+        !isSameBesidesCase(nameOf(*first->object), nameOf(*each.object))) {
+      first = &each;
+    } else if (nameOf(*first->object) != nameOf(*each.object)) {
+      clashes.emplace_back(each, first->object);
     }
   }
   report(clashes, [&](const Instance& later, const Instance& earlier) {

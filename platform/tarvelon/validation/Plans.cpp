@@ -142,7 +142,7 @@ const ClassPlan& Plans::make(const ClassData& cls) {
   for (const Expectation& each : expectations()) plan->expected |= bit(slotIn(cls, each.row));
   plan->isHoldable = isHoldable(cls);
   for (const Rule& rule : rules()) {
-    if (!rule.cls || cls.isKindOf(dataOf(rule.cls).ordinal)) plan->rules.push_back(&rule);
+    if (!rule.cls || cls.isKindOf(dataOf(&rule.cls()).ordinal)) plan->rules.push_back(&rule);
   }
   // Later: isHoldable() may have numbered classes anew.
   if (cls.ordinal >= mPlans.size()) mPlans.resize(cls.ordinal + 1);

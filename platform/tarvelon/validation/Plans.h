@@ -18,8 +18,8 @@ class Findings;
 /// What must hold of every object of a class: one row of the table in Rules.cpp.
 struct Rule {
   K7Q::RuleDescription description;
-  /// Objects of this class and below; null for all.
-  const K7Q::IntrospectiveMethods* cls;
+  /// Objects of the class with that table and below; null for all.
+  const K7Q::IntrospectiveMethods& (*cls)();
   void (*check)(const Instance&, Findings&);
 };
 

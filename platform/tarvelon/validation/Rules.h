@@ -10,6 +10,8 @@ namespace Tarvelon::metamodel::native::validation {
 /// Every rule, in the order in which the problems of one object are listed.
 std::span<const Rule> rules();
 
+/// Rules before this one find what is broken. An object that one of them speaks of is seen by no other rule.
+const Rule* firstThatRelies() noexcept;
 const Rule& ruleOf(std::string_view id);
 
 using Check = void(const Instance&, Findings&);

@@ -9,18 +9,15 @@ namespace Tarvelon::metamodel::native::validation {
 
 namespace {
 
-/// How many rules at the front of the table look for what is broken.
-constexpr std::ptrdiff_t kSoundness = 6;
-
 void visit(const Instance& object, Findings& findings) {
   const auto& chosen = findings.planOf(object).rules;
   const std::size_t before = findings.count();
-  const auto domain = chosen.begin() + kSoundness;
-  for (auto rule = chosen.begin(); rule != chosen.end(); ++rule) {
-    // The others rely on it.
-    if (rule == domain && findings.count() != before) return;
-    findings.begin(**rule);
-    (*rule)->check(object, findings);
+  bool isSound = true;
+  for (const Rule* rule : chosen) {
+    if (rule == firstThatRelies()) isSound = findings.count() == before;
+    if (!isSound) return;
+    findings.begin(*rule);
+    rule->check(object, findings);
   }
 }
 
