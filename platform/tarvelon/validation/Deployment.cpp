@@ -1,6 +1,7 @@
 // Services and their deployment, and what runs on which ECU.
 
-#include <algorithm>
+#include <unordered_set>
+#include <vector>
 
 #include "platform/tarvelon/Metamodel.h"
 #include "platform/tarvelon/validation/Ports.h"
@@ -16,22 +17,18 @@ const Instance* deployedBy(const Instance* serviceInstance) {
   return getOf<manifest::AdaptivePlatformServiceInstance, "Deployment">(serviceInstance);
 }
 
-/// Whether the composition has the prototype, in itself or in the type of one that it has. REQUIRES: no
-/// composition contains itself.
-bool isWithin(const Instance& prototype, const Instance& composition) {
-  std::vector<const Instance*> open{&composition};
-  std::vector<const Instance*> seen;
+/// The composition and all that stand in it, at whatever depth, by the types of their components.
+std::unordered_set<const Instance*> compositionsWithin(const Instance& whole) {
+  std::unordered_set<const Instance*> found;
+  std::vector<const Instance*> open{&whole};
   while (!open.empty()) {
-    const Instance* whole = open.back();
+    const Instance* next = open.back();
     open.pop_back();
-    if (prototype.owner() == whole) return true;
-    if (!isA<composition::CompositionComponent>(whole) || std::ranges::find(seen, whole) != seen.end())
-      continue;
-    seen.push_back(whole);
-    for (const Instance* part : all<composition::CompositionComponent, "Components">(*whole))
+    if (!isA<composition::CompositionComponent>(next) || !found.insert(next).second) continue;
+    for (const Instance* part : all<composition::CompositionComponent, "Components">(*next))
       open.push_back(getOf<composition::ComponentPrototype, "Type">(part));
   }
-  return false;
+  return found;
 }
 
 const Instance* rootCompositionOf(const Instance& object) {
@@ -86,8 +83,9 @@ void checkServicePort(const Instance& object, Findings& findings) {
 void checkMappedComponent(const Instance& object, Findings& findings) {
   const Instance* root = rootCompositionOf(object);
   if (!root) return;
+  const auto compositions = compositionsWithin(*root);
   for (const Instance* prototype : all<system::SwcToEcuMapping, "Component">(object)) {
-    if (!prototype || isWithin(*prototype, *root)) continue;
+    if (!prototype || compositions.contains(prototype->owner())) continue;
     findings.add<system::SwcToEcuMapping, "Component">(
         object, shownPath(*prototype) + " is no component of the system's root composition " + shown(*root) +
                     "; map a component that stands in it");
