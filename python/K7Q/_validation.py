@@ -143,21 +143,29 @@ def _problems(target, is_model):
     return problems
 
 
-def _validate_model(self):
+def _only(arguments):
+    """What a method without arguments was called on."""
+    if len(arguments) != 1:
+        given = f"{len(arguments) - 1} more" if arguments else "nothing"
+        raise _host.WrongType(f"validate: expected what it is called on and no argument, got {given}")
+    return arguments[0]
+
+
+def _validate_model(*arguments):
     """validate(): every problem of the model, as a list of K7Q.Problem; empty when nothing is wrong.
 
     Problems of one object stand together, objects in order of ownership; those of rules that scripts have
     added (`K7Q.rule`) come behind. The same model gives the same list.
     """
-    return _problems(self, True)
+    return _problems(_only(arguments), True)
 
 
-def _validate_object(self):
+def _validate_object(*arguments):
     """validate(): every problem of the object and of all that it holds, as a list of K7Q.Problem.
 
     The list is the part of the model's that is about them, without names that clash with others outside.
     """
-    return _problems(self, False)
+    return _problems(_only(arguments), False)
 
 
 _validate_model.__name__ = _validate_model.__qualname__ = "validate"

@@ -627,6 +627,18 @@ def test_a_closed_model_and_a_destroyed_object_are_refused(model):
         model.validate()
 
 
+def test_validate_takes_no_argument(model):
+    for call in (lambda: model.validate(1, 2), lambda: common.Package(model, "Brakes").validate(1, 2)):
+        with pytest.raises(K7Q.WrongType, match="^validate: expected what it is called on and no argument, got 2 more$"):
+            call()
+    with pytest.raises(K7Q.WrongType, match="^validate: expected .* got nothing$"):
+        K7Q.Model.validate()
+    with pytest.raises(K7Q.WrongType, match="^validate: expected an object of a model, got "):
+        common.Package.validate(model)
+    with pytest.raises(K7Q.WrongType, match="^validate: expected a model, got "):
+        K7Q.Model.validate("model")
+
+
 def test_names_of_what_stands_below_something_unnamed_share_its_namespace(model):
     root = common.Package(model, "Root")
     inner = common.SdgCaption(model, "Twice")
