@@ -44,17 +44,20 @@ class Findings {
   /// What the rules know of the object's class.
   const ClassPlan& planOf(const Instance& object) { return mPlans.of(object.cls()); }
 
-  /// Room that a rule may use while it looks at one object.
   struct Named {
     std::size_t hash;
     std::size_t order;
     const Instance* object;
   };
-  std::vector<Named> named;
-  std::vector<Named> values;
-  std::vector<const Instance*> open;
-  /// Whose namespace `named` lists.
-  const Instance* namespaceOf = nullptr;
+  /// What rules use while they look at one object, kept so that it is not allocated for each.
+  struct Room {
+    std::vector<Named> named;
+    /// Whose namespace `named` lists.
+    const Instance* namespaceOf = nullptr;
+    std::vector<Named> values;
+    std::vector<const Instance*> open;
+  };
+  Room& room() noexcept { return mRoom; }
 
  private:
   void add(const Instance& object, const char* property, std::string message);
@@ -62,6 +65,7 @@ class Findings {
   K7Q::Deviant mDeviant;
   const Rule* mRule = nullptr;
   bool mHasStrays = false;
+  Room mRoom;
   Plans mPlans;
   std::vector<K7Q::Problem> mProblems;
   std::unordered_map<const Rule*, std::unordered_map<const Instance*, Search>> mSearches;

@@ -38,16 +38,16 @@ bool isSameBesidesCase(std::u16string_view left, std::u16string_view right) {
 
 void addNamed(const Instance& object, Findings& findings) {
   const auto name = nameOf(object);
-  if (!name.empty()) findings.named.push_back({hashOf(name), findings.named.size(), &object});
+  if (!name.empty()) findings.room().named.push_back({hashOf(name), findings.room().named.size(), &object});
 }
 
 /// Everything whose name stands directly below the object's: what it holds and, of what has no name, what
 /// that holds. Once for the rules that follow each other.
 void gather(const Instance& object, Findings& findings) {
-  if (findings.namespaceOf == &object) return;
-  findings.namespaceOf = &object;
-  findings.named.clear();
-  auto& open = findings.open;
+  if (findings.room().namespaceOf == &object) return;
+  findings.room().namespaceOf = &object;
+  findings.room().named.clear();
+  auto& open = findings.room().open;
   open.clear();
   pushHeld(object, open);
   while (!open.empty()) {
@@ -62,7 +62,7 @@ void gather(const Instance& object, Findings& findings) {
 }
 
 void sortBy(Findings& findings, auto isBefore) {
-  if (findings.named.size() > 1) std::ranges::sort(findings.named, isBefore);
+  if (findings.room().named.size() > 1) std::ranges::sort(findings.room().named, isBefore);
 }
 
 /// Reports in order of ownership what was found in another order.
@@ -79,7 +79,7 @@ void reportEqual(Findings& findings) {
   });
   std::vector<std::pair<Findings::Named, const Instance*>> clashes;
   const Findings::Named* first = nullptr;
-  for (const auto& each : findings.named) {
+  for (const auto& each : findings.room().named) {
     if (first && first->hash == each.hash && nameOf(*first->object) == nameOf(*each.object)) {
       clashes.emplace_back(each, first->object);
     } else {
@@ -123,7 +123,7 @@ void checkNamesByCase(const Instance& object, Findings& findings) {
   });
   std::vector<std::pair<Findings::Named, const Instance*>> clashes;
   const Findings::Named* first = nullptr;
-  for (const auto& each : findings.named) {
+  for (const auto& each : findings.room().named) {
     if (!first || first->hash != each.hash ||
         !isSameBesidesCase(nameOf(*first->object), nameOf(*each.object))) {
       first = &each;
@@ -139,8 +139,8 @@ void checkNamesByCase(const Instance& object, Findings& findings) {
 }
 
 void checkRootNames(std::span<const Instance* const> roots, Findings& findings) {
-  findings.namespaceOf = nullptr;
-  findings.named.clear();
+  findings.room().namespaceOf = nullptr;
+  findings.room().named.clear();
   for (const Instance* root : roots) {
     if (isA<foundation::Package>(*root)) addNamed(*root, findings);
   }

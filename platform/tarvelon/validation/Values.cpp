@@ -197,20 +197,20 @@ void checkModes(const Instance& object, Findings& findings) {
           *modes.at(index), "the number " + std::to_string(*value) +
                                 " is the group's OnTransitionValue; give the mode another one");
     }
-    findings.values.push_back({static_cast<std::size_t>(*value), index, modes.at(index)});
+    findings.room().values.push_back({static_cast<std::size_t>(*value), index, modes.at(index)});
   }
-  std::ranges::sort(findings.values, [](const auto& left, const auto& right) {
+  std::ranges::sort(findings.room().values, [](const auto& left, const auto& right) {
     return left.hash != right.hash ? left.hash < right.hash : left.order < right.order;
   });
-  for (std::size_t index = 1; index < findings.values.size(); ++index) {
-    const auto& earlier = findings.values[index - 1];
-    const auto& later = findings.values[index];
+  for (std::size_t index = 1; index < findings.room().values.size(); ++index) {
+    const auto& earlier = findings.room().values[index - 1];
+    const auto& later = findings.room().values[index];
     if (earlier.hash != later.hash) continue;
     findings.add<ModeDeclaration, "Value">(
         *later.object, "has the number of " + shown(*earlier.object) +
                            "; modes of a group are told apart by it: give one another number");
   }
-  findings.values.clear();
+  findings.room().values.clear();
 }
 
 void checkModeCount(const Instance& object, Findings& findings) {
