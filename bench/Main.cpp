@@ -13,6 +13,7 @@
 #include "bench/Memory.h"
 #include "bench/Model.h"
 #include "bench/Publishing.h"
+#include "bench/Validation.h"
 
 namespace {
 
@@ -91,6 +92,7 @@ int main(int argc, char** argv) {
     bench::reportMemory();
     bench::reportModel();
     bench::reportPublishing();
+    bench::reportValidation();
   }
   return 0;
 }
