@@ -11,9 +11,9 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-Hash hashOf(const ClassData& cls, unsigned slot, Word word) noexcept {
+Hash valueHash(const ClassData& cls, unsigned slot, Word word) noexcept {
   if ((cls.textSlots >> slot & 1) == 0) return word.bits;
-  return word.text ? hashOf(word.text->view()) : hashOf(std::u16string_view());
+  return hashOf(word.text ? word.text->view() : std::u16string_view());
 }
 
 /// The class and the values, without name and references.
@@ -23,9 +23,11 @@ Hash ownHash(const Instance& object) {
   Hash hash = mix(cls.ordinal, 0);
   forEachSlot(valueSlots(object) & ~(cls.holdingSlots | cls.referringSlots), [&](unsigned slot) {
     if (slot == name || !isShown(object, slot)) return;
-    hash = mix(hash, slot);
-    forEachWord(object, slot,
-                [&](Word word, std::uint32_t /*position*/) { hash = mix(hash, hashOf(cls, slot, word)); });
+    Hash values = 0;
+    forEachWord(object, slot, [&](Word word, std::uint32_t /*position*/) {
+      values = mix(values, valueHash(cls, slot, word));
+    });
+    hash = mix(mix(hash, slot), values);
   });
   return hash;
 }
