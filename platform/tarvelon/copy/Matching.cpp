@@ -55,7 +55,9 @@ void Matching::pairTrees(std::uint32_t older, std::uint32_t newer) noexcept {
 
 template <class KeyOf, class Pair>
 void Matching::round(KeyOf keyOf, Pair pairUp) {
-  mKeys.reset(mNewer.tree.size());
+  const auto newerOpen = static_cast<std::size_t>(std::ranges::count(mNewer.match, kNone));
+  if (newerOpen == 0 || std::ranges::find(mOlder.match, kNone) == mOlder.match.end()) return;
+  mKeys.reset(newerOpen);
   for (std::uint32_t node = mNewer.tree.size(); node-- > 0;) {
     const Hash key = mNewer.isOpen(node) ? keyOf(mNewer, node) : 0;
     if (key != 0) mKeys.push(key, node);
@@ -152,38 +154,71 @@ void Matching::matchChildren(std::uint32_t older, std::uint32_t newer) {
   if (!newerOpen.empty()) matchGroups(olderOpen, newerOpen);
 }
 
-/// Whether both have equal nodes in the same order, which then match: mostly so.
-bool Matching::matchAlike(const std::vector<std::uint32_t>& older, const std::vector<std::uint32_t>& newer) {
-  const auto isEqual = [this](std::uint32_t left, std::uint32_t right) {
-    return mOlder.referring[left] == mNewer.referring[right] && mOlder.tree[left].slot == mNewer.tree[right].slot;
+/// Pairs what is equal at the beginning and at the end of both and, if they are as many, at one place: mostly
+/// everything.
+void Matching::matchPlaces(Nodes older, Nodes newer) {
+  const auto pairEqual = [&](std::size_t left, std::size_t right) {
+    const std::uint32_t before = older[left];
+    const std::uint32_t after = newer[right];
+    const bool isEqual = mOlder.referring[before] == mNewer.referring[after] &&
+                         mOlder.tree[before].slot == mNewer.tree[after].slot;
+    if (isEqual) pair(before, after);
+    return isEqual;
   };
-  if (!std::ranges::equal(older, newer, isEqual)) return false;
-  for (std::size_t each = 0; each < older.size(); ++each) pair(older[each], newer[each]);
-  return true;
+  const std::size_t shorter = std::min(older.size(), newer.size());
+  std::size_t front = 0;
+  while (front < shorter && pairEqual(front, front)) ++front;
+  std::size_t back = 0;
+  while (back < shorter - front && pairEqual(older.size() - back - 1, newer.size() - back - 1)) ++back;
+  if (older.size() != newer.size()) return;
+  for (std::size_t place = front; place + back < shorter; ++place) pairEqual(place, place);
 }
 
 /// The children of one pair of nodes, in order: equal ones, then those that are equal but for references, then
-/// those of one class.
-void Matching::matchGroups(const std::vector<std::uint32_t>& older, const std::vector<std::uint32_t>& newer) {
-  using KeyOf = Hash (*)(const Side&, std::uint32_t);
-  if (matchAlike(older, newer)) return;
-  constexpr KeyOf kRounds[] = {
-      [](const Side& side, std::uint32_t node) { return side.referring[node]; },
-      [](const Side& side, std::uint32_t node) { return side.contents.whole[node]; },
-      [](const Side& side, std::uint32_t node) { return Hash{classOf(side.tree, node).ordinal}; }};
-  for (const KeyOf keyOf : kRounds) {
-    mKeys.reset(newer.size());
-    for (auto node = newer.rbegin(); node != newer.rend(); ++node) {
-      if (mNewer.isOpen(*node)) mKeys.push(mix(keyOf(mNewer, *node), mNewer.tree[*node].slot), *node);
+/// those of one class that stand behind the same one.
+void Matching::matchGroups(Nodes older, Nodes newer) {
+  matchPlaces(older, newer);
+  const auto isOpen = [this](std::uint32_t node) { return mOlder.isOpen(node); };
+  if (std::ranges::none_of(older, isOpen)) return;
+  using HashOf = Hash (*)(const Side&, std::uint32_t);
+  for (const HashOf hashOf : {HashOf([](const Side& side, std::uint32_t node) { return side.referring[node]; }),
+                              HashOf([](const Side& side, std::uint32_t node) {
+                                return side.contents.whole[node];
+                              })}) {
+    const auto keysOf = [&](const Side& side, Nodes nodes) {
+      std::vector<Hash> keys;
+      for (const std::uint32_t node : nodes) keys.push_back(mix(hashOf(side, node), side.tree[node].slot));
+      return keys;
+    };
+    matchKeys(older, keysOf(mOlder, older), newer, keysOf(mNewer, newer));
+  }
+  // Where a node stands is told by the last one before it that has a match.
+  const auto keysOf = [](const Side& side, Nodes nodes, auto newerOf) {
+    std::vector<Hash> keys;
+    std::uint32_t before = kNone;
+    for (const std::uint32_t node : nodes) {
+      if (!side.isOpen(node)) before = newerOf(node);
+      keys.push_back(mix(mix(classOf(side.tree, node).ordinal, before), side.tree[node].slot));
     }
-    for (const std::uint32_t node : older) {
-      if (!mOlder.isOpen(node)) continue;
-      const std::uint32_t found =
-          mKeys.take(mix(keyOf(mOlder, node), mOlder.tree[node].slot), [&](std::uint32_t each) {
-            return &classOf(mNewer.tree, each) == &classOf(mOlder.tree, node);
-          });
-      if (found != kNone) pair(node, found);
-    }
+    return keys;
+  };
+  matchKeys(older, keysOf(mOlder, older, [this](std::uint32_t node) { return mOlder.match[node]; }), newer,
+            keysOf(mNewer, newer, [](std::uint32_t node) { return node; }));
+}
+
+/// Pairs open nodes of equal key, in their order.
+void Matching::matchKeys(Nodes older, const std::vector<Hash>& olderKeys, Nodes newer,
+                         const std::vector<Hash>& newerKeys) {
+  mKeys.reset(newer.size());
+  for (std::size_t each = newer.size(); each-- > 0;) {
+    if (mNewer.isOpen(newer[each])) mKeys.push(newerKeys[each], newer[each]);
+  }
+  for (std::size_t each = 0; each < older.size(); ++each) {
+    if (!mOlder.isOpen(older[each])) continue;
+    const std::uint32_t found = mKeys.take(olderKeys[each], [&](std::uint32_t node) {
+      return &classOf(mNewer.tree, node) == &classOf(mOlder.tree, older[each]);
+    });
+    if (found != kNone) pair(older[each], found);
   }
 }
 

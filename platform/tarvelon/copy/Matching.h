@@ -27,6 +27,7 @@ class Matching {
   bool areSame(const Instance& olderTarget, const Instance& newerTarget) const;
 
  private:
+  using Nodes = const std::vector<std::uint32_t>&;
   struct Side {
     explicit Side(const Tree& nodes);
     bool isOpen(std::uint32_t node) const noexcept { return match[node] == kNone; }
@@ -53,8 +54,10 @@ class Matching {
   Hash targetHash(const Side& side, bool isNewer, const Instance& target) const;
   void matchUnnamed();
   void matchChildren(std::uint32_t older, std::uint32_t newer);
-  bool matchAlike(const std::vector<std::uint32_t>& older, const std::vector<std::uint32_t>& newer);
-  void matchGroups(const std::vector<std::uint32_t>& older, const std::vector<std::uint32_t>& newer);
+  void matchPlaces(Nodes older, Nodes newer);
+  void matchGroups(Nodes older, Nodes newer);
+  void matchKeys(Nodes older, const std::vector<Hash>& olderKeys, Nodes newer,
+                 const std::vector<Hash>& newerKeys);
 
   Side mOlder;
   Side mNewer;
