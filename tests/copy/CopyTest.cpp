@@ -117,10 +117,11 @@ TEST(Clone, RefusesAReferenceThatCannotGoAlong) {
 
   const std::string refusal = refusalOf<K7Q::WrongValue>([&] { clone(f.mPackage, other); });
 
-  EXPECT_EQ(refusal,
-            "clone of common.Package /Root/P into another model: 2 references lead outside the copy: "
-            "/Root/P.ClientDependency -> /Root/Outside, /Root/P/S.SysConstValue[1].SysConst -> /Root/Outside; "
-            "copy an object that holds both ends, or leave such references out");
+  EXPECT_EQ(
+      refusal,
+      "clone of common.Package /Root/P into another model: 2 references lead outside the copy: "
+      "/Root/P.ClientDependency -> /Root/Outside, /Root/P/S.SysConstValue[1].SysConst -> /Root/Outside; "
+      "copy an object that holds both ends, or leave such references out");
   EXPECT_EQ(toJson(other), "{\"objects\": []}");
   const auto copy = common::Package::cast(clone(f.mPackage, other, Outside::LeftOut));
   EXPECT_EQ(copy.get<"ClientDependency">().size(), 1);
@@ -140,11 +141,13 @@ void expectWholeOrNothing(Action action) {
   };
   // What is made for good is there after the first time.
   for (const bool isMeasured : {false, true}) {
-    const int failures = failing::eachAllocation(takeBack, [&] { action(f); }, [&](std::size_t n) {
-      const std::size_t left = failing::live();
-      EXPECT_EQ(isMeasured ? left : live, live) << "allocation " << n;
-      EXPECT_EQ(f.shown(), before) << "allocation " << n;
-    });
+    const int failures = failing::eachAllocation(
+        takeBack, [&] { action(f); },
+        [&](std::size_t n) {
+          const std::size_t left = failing::live();
+          EXPECT_EQ(isMeasured ? left : live, live) << "allocation " << n;
+          EXPECT_EQ(f.shown(), before) << "allocation " << n;
+        });
     EXPECT_GT(failures, 5);
     takeBack();
     EXPECT_EQ(f.shown(), before);

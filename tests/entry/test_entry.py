@@ -142,7 +142,7 @@ def test_a_script_that_is_not_there_is_named():
 def test_help_names_every_command():
     text = call("--help").stdout
 
-    for name in "run shell describe test build bench format install --no-install --preset".split():
+    for name in "run shell describe show test build bench format install --no-install --preset".split():
         assert f"\n  {name} " in text
 
 

@@ -7,8 +7,8 @@
 
 namespace Tarvelon::metamodel {
 
-/// A model, or an object with all that it holds, as JSON in UTF-8, for people and for tools. It is for reading:
-/// nothing reads a model back from it.
+/// A model, or an object with all that it holds, as JSON in UTF-8, for people and for tools. It is for
+/// reading: nothing reads a model back from it.
 ///
 ///   {"class": "common.Package", "Name": "Brakes", "PackagedElement": [{"class": ...}]}
 ///

@@ -15,8 +15,8 @@
 #include "platform/tarvelon/copy/Visit.h"
 
 // A copy is made in the order of the tree: all objects with their values, then what holds what, then the
-// references. Each step goes through the functions that every change goes through; whatever fails, the objects
-// made so far are destroyed again.
+// references. Each step goes through the functions that every change goes through; whatever fails, the
+// objects made so far are destroyed again.
 namespace Tarvelon::metamodel::native {
 
 namespace {
@@ -24,9 +24,7 @@ namespace {
 class Copier {
  public:
   /// REQUIRES: tree.index().
-  Copier(const Tree& tree, NativeModel& model) : mTree(tree), mModel(model) {
-    mCopies.reserve(tree.size());
-  }
+  Copier(const Tree& tree, NativeModel& model) : mTree(tree), mModel(model) { mCopies.reserve(tree.size()); }
   Copier(const Copier&) = delete;
   Copier& operator=(const Copier&) = delete;
   /// Destroys the copies unless they were kept.
@@ -142,8 +140,8 @@ void requireClosed(const Tree& tree) {
   if (count == 0) return;
   throw K7Q::WrongValue("clone of " + std::string(shortName(tree[0].object->cls())) + " " +
                         paths.path(*tree[0].object) + " into another model: " + std::to_string(count) +
-                        (count == 1 ? " reference leads" : " references lead") + " outside the copy: " + first +
-                        (count > kShown ? ", ..." : "") +
+                        (count == 1 ? " reference leads" : " references lead") +
+                        " outside the copy: " + first + (count > kShown ? ", ..." : "") +
                         "; copy an object that holds both ends, or leave such references out");
 }
 

@@ -223,8 +223,8 @@ std::vector<Difference> Comparison::all() {
   const auto told = [](const K7Q::ObjectHandle& each) {
     return describe(K7Q::Object(each.getInterface(), each.getDeviant()));
   };
-  throw K7Q::WrongType("diff: expected two models, or two objects of one class, got " + told(older) + " and " +
-                       told(newer));
+  throw K7Q::WrongType("diff: expected two models, or two objects of one class, got " + told(older) +
+                       " and " + told(newer));
 }
 
 /// The trees of both, of two models or of two objects of one class.

@@ -78,29 +78,33 @@ void Matching::matchNames() {
   const auto byName = [](const Side& side, std::uint32_t node) {
     return isNamed(side.tree, node) ? mix(side.paths[node], classOf(side.tree, node).ordinal) : 0;
   };
-  round([&](const Side& side, std::uint32_t node) {
-    return isNamed(side.tree, node) ? mix(byName(side, node), side.contents.body[node]) : 0;
-  }, one);
+  round(
+      [&](const Side& side, std::uint32_t node) {
+        return isNamed(side.tree, node) ? mix(byName(side, node), side.contents.body[node]) : 0;
+      },
+      one);
   round(byName, one);
 }
 
 void Matching::matchMoved() {
-  round([](const Side& side, std::uint32_t node) {
-    return isNamed(side.tree, node) ? side.contents.whole[node] : 0;
-  }, [this](std::uint32_t older, std::uint32_t newer) { pairTrees(older, newer); });
+  round([](const Side& side,
+           std::uint32_t node) { return isNamed(side.tree, node) ? side.contents.whole[node] : 0; },
+        [this](std::uint32_t older, std::uint32_t newer) { pairTrees(older, newer); });
 }
 
 // The owner must match, which it does or not by the time its turn has come. What holds something goes before
 // what was moved: else what it holds would seem to have been moved.
 void Matching::matchRenamed(bool isHolding) {
-  round([&](const Side& side, std::uint32_t node) -> Hash {
-    const Tree::Node& each = side.tree[node];
-    if (!isNamed(side.tree, node) || (each.end != node + 1) != isHolding) return 0;
-    const bool isNewer = &side == &mNewer;
-    const std::uint32_t owner = each.parent == kNone || isNewer ? each.parent : mOlder.match[each.parent];
-    if (owner == kNone && each.parent != kNone) return 0;
-    return mix(side.contents.body[node], mix(owner, each.slot));
-  }, [this](std::uint32_t older, std::uint32_t newer) { pairTrees(older, newer); });
+  round(
+      [&](const Side& side, std::uint32_t node) -> Hash {
+        const Tree::Node& each = side.tree[node];
+        if (!isNamed(side.tree, node) || (each.end != node + 1) != isHolding) return 0;
+        const bool isNewer = &side == &mNewer;
+        const std::uint32_t owner = each.parent == kNone || isNewer ? each.parent : mOlder.match[each.parent];
+        if (owner == kNone && each.parent != kNone) return 0;
+        return mix(side.contents.body[node], mix(owner, each.slot));
+      },
+      [this](std::uint32_t older, std::uint32_t newer) { pairTrees(older, newer); });
 }
 
 /// What tells a target in both trees: the pair it belongs to, or its name.
@@ -135,9 +139,9 @@ void Matching::matchUnnamed() {
   for (std::uint32_t node = 0; node < mOlder.tree.size(); ++node) {
     if (!mOlder.isOpen(node)) matchChildren(node, mOlder.match[node]);
   }
-  round([](const Side& side, std::uint32_t node) {
-    return isNamed(side.tree, node) ? 0 : side.referring[node];
-  }, [this](std::uint32_t older, std::uint32_t newer) { pairTrees(older, newer); });
+  round([](const Side& side,
+           std::uint32_t node) { return isNamed(side.tree, node) ? 0 : side.referring[node]; },
+        [this](std::uint32_t older, std::uint32_t newer) { pairTrees(older, newer); });
 }
 
 void Matching::matchChildren(std::uint32_t older, std::uint32_t newer) {
@@ -174,17 +178,16 @@ void Matching::matchPlaces(Nodes older, Nodes newer) {
   for (std::size_t place = front; place + back < shorter; ++place) pairEqual(place, place);
 }
 
-/// The children of one pair of nodes, in order: equal ones, then those that are equal but for references, then
-/// those of one class that stand behind the same one.
+/// The children of one pair of nodes, in order: equal ones, then those that are equal but for references,
+/// then those of one class that stand behind the same one.
 void Matching::matchGroups(Nodes older, Nodes newer) {
   matchPlaces(older, newer);
   const auto isOpen = [this](std::uint32_t node) { return mOlder.isOpen(node); };
   if (std::ranges::none_of(older, isOpen)) return;
   using HashOf = Hash (*)(const Side&, std::uint32_t);
-  for (const HashOf hashOf : {HashOf([](const Side& side, std::uint32_t node) { return side.referring[node]; }),
-                              HashOf([](const Side& side, std::uint32_t node) {
-                                return side.contents.whole[node];
-                              })}) {
+  for (const HashOf hashOf :
+       {HashOf([](const Side&side, std::uint32_t node) { return side.referring[node]; }),
+        HashOf([](const Side&side, std::uint32_t node) { return side.contents.whole[node]; })}) {
     const auto keysOf = [&](const Side& side, Nodes nodes) {
       std::vector<Hash> keys;
       for (const std::uint32_t node : nodes) keys.push_back(mix(hashOf(side, node), side.tree[node].slot));

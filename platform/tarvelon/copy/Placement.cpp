@@ -36,7 +36,8 @@ std::string clone(const Instance& object, const Instance& owner) {
 /// "PackagedElement, adminData"
 std::string listed(const Instance& owner, const std::vector<unsigned>& slots) {
   std::string text;
-  for (const unsigned slot : slots) text.append(text.empty() ? "" : ", ").append(rowOf(owner, slot).row().name);
+  for (const unsigned slot : slots)
+    text.append(text.empty() ? "" : ", ").append(rowOf(owner, slot).row().name);
   return text;
 }
 
@@ -107,8 +108,9 @@ unsigned placeFor(const Instance& object, const Instance& owner, std::string_vie
                           " hold one object each and have it; unset one first");
   }
   throw K7Q::WrongValue(clone(object, owner) + "the owner holds no " + std::string(shortName(object.cls())) +
-                        (all.empty() ? "; it holds no objects at all; give another owner"
-                                     : "; it holds objects as " + listed(owner, all) + "; give another owner"));
+                        (all.empty()
+                             ? "; it holds no objects at all; give another owner"
+                             : "; it holds objects as " + listed(owner, all) + "; give another owner"));
 }
 
 }  // namespace Tarvelon::metamodel::native
