@@ -1,4 +1,4 @@
-"""What copies, differences and JSON cost per object, beside building the same objects from Python in the same run.
+"""What copies, differences and JSON cost per object, beside building the same objects in the same run.
 
 Times are of the processor, the best of some rounds: other work on the machine can only add.
 """
@@ -70,13 +70,16 @@ def descriptions(target):
         if name.startswith("_") or not name[0].isupper():
             continue
         each = getattr(meta, name)()
-        attribute = next((one for one in (name, name[0].lower() + name[1:]) if hasattr(type(target), one)), None)
+        spellings = (name, name[0].lower() + name[1:])
+        attribute = next((one for one in spellings if hasattr(type(target), one)), None)
         if attribute and not each.isReadOnly():
             yield attribute, each.isContainment(), each.upperBound() == -1
 
 
 def shown(value):
-    return path(value) if hasattr(type(value), "Owner") else value if isinstance(value, (int, float)) else str(value)
+    if hasattr(type(value), "Owner"):
+        return path(value)
+    return value if isinstance(value, (int, float)) else str(value)
 
 
 def path(target):

@@ -51,7 +51,7 @@ class Moved(NamedTuple):
 
 
 class Renamed(NamedTuple):
-    """An object that has another name at the same place. Nothing is said of what it holds: that is the same."""
+    """An object that has another name at the same owner."""
 
     path: str
     new_path: str
@@ -107,8 +107,8 @@ def _made(kind, path, cls, new_path, place, new_place, prop, before, after, is_r
 class Diff:
     """What must be done to an older model, or object, to make it equal to a newer one.
 
-    A sequence of Removed, Added, Moved, Renamed and Changed, in this order; each is a named tuple. str() has a
-    line for each, bool() says whether there are any, and two are equal when they hold the same.
+    A sequence of Removed, Added, Moved, Renamed and Changed, in this order; each is a named tuple. str() has
+    a line for each, bool() says whether there are any, and two are equal when they hold the same.
     """
 
     __slots__ = ("_entries",)
@@ -151,12 +151,12 @@ class Diff:
 
 
 def diff(older, newer):
-    """diff(older, newer): how the newer of two models, or of two objects of one class, differs from the older.
+    """diff(older, newer): how the newer of two models, or of two objects of one class, differs.
 
         print(Tarvelon.diff(model, changed))
 
     prints a line for each difference: `-` removed, `+` added, `>` moved or renamed, `~` changed. Objects are
-    the same by qualified name and class; what is left and is otherwise equal was moved or renamed; what has no
-    name is told by its owner, its property, what it holds and its order.
+    the same by qualified name and class; what is left and is otherwise equal was moved or renamed; what has
+    no name is told by its owner, its property, what it holds and its order.
     """
     return Diff(_made(*each) for each in _host.differences(older, newer))

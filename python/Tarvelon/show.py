@@ -127,8 +127,8 @@ def main(arguments=None):
         print(f"tarvelon: {error}", file=sys.stderr)
         return 1
     if output is None:
-        print(f"tarvelon: {options.file} has no object {options.path}; without a path, show prints what there "
-              "is", file=sys.stderr)
+        print(f"tarvelon: {options.file} has no object {options.path}; without a path, show prints what "
+              "there is", file=sys.stderr)
         return 1
     try:
         print(output, flush=True)

@@ -99,8 +99,7 @@ def edit(built, data):
     """Makes one edit; gives the difference it must make but for its references, or None for no edit."""
     choose = lambda those: data.draw(st.sampled_from(those))  # noqa: E731
     what = choose(["set", "rename", "add", "remove", "move", "value", "refer", "drop"])
-    if what in ("value", "refer", "drop") and not built.values or what not in ("add", "value", "refer", "drop") \
-            and not built.held:
+    if what != "add" and not (built.values if what in ("value", "refer", "drop") else built.held):
         return None
     if what == "set":
         target = choose(built.held)

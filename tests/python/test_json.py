@@ -51,7 +51,8 @@ def test_values_of_each_kind(model):
     assert condition.to_dict()["ValueVariationPoint"] == ["a", "b", "a"]
 
 
-@pytest.mark.parametrize("number", [0.0, 1.0, -2.5, 1e22, 1e-7, 5e-324, 1.7976931348623157e308, 0.1, 2.0 ** 53])
+@pytest.mark.parametrize("number", [
+    0.0, 1.0, -2.5, 1e22, 1e-7, 5e-324, 1.7976931348623157e308, 0.1, 2.0 ** 53])
 def test_a_number_is_read_back_as_it_was(model, number):
     read = foundation.NumericalValueSpecification(model, number).to_dict()["Value"]
 
@@ -64,7 +65,8 @@ def test_a_number_that_json_has_not_is_a_text(model):
     assert [each.to_dict()["Value"] for each in values] == ["Infinity", "-Infinity", "NaN"]
 
 
-@pytest.mark.parametrize("text", ["a\"b\\c/d", "\n\t\r\x01\x1f\x7f", "äöü €", "\U0001f600", "x" * 10_000, "\u2028"])
+@pytest.mark.parametrize("text", [
+    "a\"b\\c/d", "\n\t\r\x01\x1f\x7f", "äöü €", "\U0001f600", "x" * 10_000, "\u2028"])
 def test_a_text_is_read_back_as_it_was(model, text):
     made = foundation.Comment(model, text)
 
@@ -95,11 +97,11 @@ def test_what_is_referred_to_and_has_no_name_has_an_id(model, package):
     comments[1].AnnotatedElement += [package.adminData, comments[0], package]
 
     shown = model.to_dict()["objects"]
+    leads_to = ["/Brakes.adminData", "foundation.Comment#1", "/Brakes"]
 
     assert shown[0]["adminData"]["id"] == "/Brakes.adminData"
     assert shown[1]["id"] == "foundation.Comment#1" and "id" not in shown[0] and "id" not in shown[2]
-    assert shown[2]["AnnotatedElement"] == ["/Brakes.adminData", "foundation.Comment#1", "/Brakes"]
-    assert comments[1].to_dict()["AnnotatedElement"] == ["/Brakes.adminData", "foundation.Comment#1", "/Brakes"]
+    assert shown[2]["AnnotatedElement"] == comments[1].to_dict()["AnnotatedElement"] == leads_to
 
 
 def test_of_equal_names_each_that_is_referred_to_has_an_id(model, package):

@@ -211,7 +211,8 @@ std::vector<Difference> Comparison::all() {
   added();
   places();
   // What was renamed goes behind what was moved.
-  std::ranges::stable_partition(mFound, [](const Difference& each) { return each.kind != Kind::Renamed; });
+  std::stable_partition(mFound.begin(), mFound.end(),
+                        [](const Difference& each) { return each.kind != Kind::Renamed; });
   for (std::uint32_t node = 0; node < mOlder.size(); ++node) {
     const std::uint32_t newer = mMatching.newerOf(node);
     if (newer != Tree::kNone) changes(*mOlder[node].object, *mNewer[newer].object);

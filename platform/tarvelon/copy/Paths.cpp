@@ -11,6 +11,7 @@
 namespace Tarvelon::metamodel::native {
 
 std::uint32_t Paths::rootNumber(const Instance& root) const {
+  if (mTree && mTree->isWhole()) return (*mTree)[mTree->find(root)].position;
   if (mRoots.empty()) mRoots = rootsOf(root.model());
   return static_cast<std::uint32_t>(std::ranges::find(mRoots, &root) - mRoots.begin());
 }

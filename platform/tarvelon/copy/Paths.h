@@ -12,7 +12,8 @@ namespace Tarvelon::metamodel::native {
 /// holds is "behavior.Runnable#3", the model's root of that index.
 ///
 /// A property and an index name what has a name as well: uniquePath() says so where a name is not enough.
-/// Cost: proportional to the depth and, for what stands in a list and was not met in the tree, to that list.
+/// Cost: proportional to the depth and, for what stands in a list or nowhere and was not met in the tree, to
+/// that list or the model.
 class Paths {
  public:
   /// REQUIRES: tree.index(), and the tree stays as long as this.

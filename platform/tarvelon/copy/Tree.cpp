@@ -12,7 +12,7 @@ namespace Tarvelon::metamodel::native {
 
 Tree::Tree(Instance& root) { grow({{&root, kNone, 0, 0, ClassData::kNoSlot}}); }
 
-Tree::Tree(const NativeModel& model) {
+Tree::Tree(const NativeModel& model) : mIsWhole(true) {
   std::vector<Node> pending;
   for (Instance* root : rootsOf(model)) {
     pending.push_back({root, kNone, static_cast<std::uint32_t>(pending.size()), 0, ClassData::kNoSlot});

@@ -34,6 +34,8 @@ class Tree {
   std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(mNodes.size()); }
   const Node& operator[](std::uint32_t index) const noexcept { return mNodes[index]; }
   const std::vector<Node>& nodes() const noexcept { return mNodes; }
+  /// Whether it is the tree of a model.
+  bool isWhole() const noexcept { return mIsWhole; }
 
   /// Lets find() find. Cost: linear.
   void index();
@@ -56,6 +58,7 @@ class Tree {
   void grow(std::vector<Node> pending);
   std::uint32_t home(std::uint32_t number) const noexcept;
 
+  bool mIsWhole = false;
   std::vector<Node> mNodes;
   /// Open addressing, at most half full.
   std::vector<Entry> mEntries;
