@@ -3,8 +3,12 @@
 import json as _json
 
 import _tarvelon_host as _host
+from K7Q._methods import method as _method
+
+_WIDEST = 16  #: the most blanks that a level of JSON is indented by
 
 
+@_method
 def _clone(self, owner=None, *, property=None, leave_out=False):
     """clone(owner=None, *, property=None, leave_out=False): a copy of the object with all that it holds.
 
@@ -38,26 +42,30 @@ def _refuse_copy(self):
     )
 
 
+@_method
 def _to_json(self, indent=1):
     """to_json(indent=1): a text of JSON with the model, or the object and all it holds.
 
     An object is {"class": ..., then the properties that have a value}, references are qualified names or,
     where there is none, the "id" of what they lead to. indent=None puts all on one line.
     """
+    if indent is not None and (not isinstance(indent, int) or not 0 <= indent <= _WIDEST):
+        raise _host.WrongType(
+            f"to_json: expected an indent from 0 to {_WIDEST}, or None for one line, got {indent!r}"
+        )
     return _host.toJson(self, -1 if indent is None else indent)
 
 
+@_method
 def _to_dict(self):
     """to_dict(): what to_json() prints, as dicts, lists and plain values."""
     return _json.loads(_host.toJson(self, -1))
 
 
 def _members(clone, deepcopy):
-    members = {"clone": clone, "to_json": _to_json, "to_dict": _to_dict}
-    for name, function in members.items():
-        function.__name__ = function.__qualname__ = name
-    return {**members, "__copy__": _refuse_copy, "__deepcopy__": deepcopy}
+    return {"clone": clone, "to_json": _to_json, "to_dict": _to_dict, "__copy__": _refuse_copy,
+            "__deepcopy__": deepcopy}
 
 
 _host.extend("K7Q.ImmutableClassObject", _members(_clone, _deepcopy_object))
-_host.extend("K7Q.ImmutableModel", _members(_clone_model, _deepcopy_model))
+_host.extend("K7Q.ImmutableModel", _members(_method(_clone_model, "clone"), _deepcopy_model))

@@ -33,7 +33,14 @@ void requireChangeable(PyObject* value, const char* cure) {
         "clone: " + describePython(value) + " only reads its model and cannot change it; " + cure);
 }
 
-// The Python layer gives the arguments by position and in their types.
+/// The name of a property, empty for None.
+std::string nameOf(PyObject* value) {
+  if (value == Py_None) return {};
+  if (PyUnicode_Check(value)) return toUtf8(value);
+  raise(errors().wrongType, "clone: expected the name of a property, got " + describePython(value));
+}
+
+// The Python layer gives the arguments by position and as many as there are.
 PyObject* cloneObject(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t /*count*/) {
   return guarded([&] {
     const K7Q::ClassObject object = toModelObject(arguments[0], "clone");
@@ -44,7 +51,7 @@ PyObject* cloneObject(PyObject* /*module*/, PyObject* const* arguments, Py_ssize
     }
     const K7Q::ObjectHandle owner =
         arguments[1] == Py_None ? K7Q::ObjectHandle() : toModelOrObject(arguments[1], "clone");
-    const std::string property = arguments[2] == Py_None ? std::string() : toUtf8(arguments[2]);
+    const std::string property = nameOf(arguments[2]);
     const Outside outside = arguments[3] == Py_True ? Outside::LeftOut : Outside::Refused;
     return fromModelObject(Tarvelon::metamodel::clone(object, owner, property, outside)).release();
   });

@@ -277,6 +277,25 @@ def test_what_is_no_object_is_refused(brakes):
         brakes.clone(3)
 
 
+def test_arguments_that_do_not_fit_are_refused_with_the_signature(brakes, model):
+    for refused, text in [
+        (lambda: brakes.clone(1, 2),
+         "clone: too many positional arguments; write clone(owner=None, *, property=None, leave_out=False)"),
+        (lambda: brakes.clone(onwer=None),
+         "clone: got an unexpected keyword argument 'onwer'; write clone(owner=None, *, property=None, "
+         "leave_out=False)"),
+        (lambda: model.clone(1), "clone: too many positional arguments; write clone()"),
+        (lambda: brakes.to_dict(1), "to_dict: too many positional arguments; write to_dict()"),
+        (lambda: common.Package.clone(), "clone: missing a required argument: 'self'; write clone(owner=None, "
+         "*, property=None, leave_out=False)"),
+        (lambda: common.Package.clone(model), "clone: expected an object of a model, got K7Q.Model"),
+        (lambda: brakes.clone(brakes, property=3), "clone: expected the name of a property, got int 3"),
+    ]:
+        with pytest.raises(K7Q.WrongType) as raised:
+            refused()
+        assert str(raised.value) == text
+
+
 def test_a_chain_of_a_hundred_thousand_is_copied_without_recursion(model):
     top = last = common.Package(model, "P")
     for _ in range(100_000):

@@ -147,6 +147,10 @@ def test_what_is_gone_is_refused(model):
             each.to_json()
 
 
-def test_an_indent_that_is_no_number_is_refused(package):
-    with pytest.raises(TypeError):
-        package.to_json(indent="  ")
+@pytest.mark.parametrize("indent", ["  ", -1, 17, 1.0])
+def test_an_indent_that_is_no_number_of_blanks_is_refused(package, indent):
+    with pytest.raises(K7Q.WrongType) as raised:
+        package.to_json(indent=indent)
+
+    assert str(raised.value) == (
+        f"to_json: expected an indent from 0 to 16, or None for one line, got {indent!r}")
