@@ -68,7 +68,6 @@ BEHAVIOR = f"{CONTROLLER}/BrakeControllerBehavior"
 
 def test_the_brake_example_equals_its_copy(before, model):
     difference = Tarvelon.diff(before, model)
-
     assert not difference and len(difference) == 0 and list(difference) == []
     assert str(difference) == "no differences" and difference.to_json() == "[]"
 

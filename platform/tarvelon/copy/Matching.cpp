@@ -190,6 +190,7 @@ void Matching::matchGroups(Nodes older, Nodes newer) {
         HashOf([](const Side&side, std::uint32_t node) { return side.contents.whole[node]; })}) {
     const auto keysOf = [&](const Side& side, Nodes nodes) {
       std::vector<Hash> keys;
+      keys.reserve(nodes.size());
       for (const std::uint32_t node : nodes) keys.push_back(mix(hashOf(side, node), side.tree[node].slot));
       return keys;
     };
@@ -198,6 +199,7 @@ void Matching::matchGroups(Nodes older, Nodes newer) {
   // Where a node stands is told by the last one before it that has a match.
   const auto keysOf = [](const Side& side, Nodes nodes, auto newerOf) {
     std::vector<Hash> keys;
+    keys.reserve(nodes.size());
     std::uint32_t before = kNone;
     for (const std::uint32_t node : nodes) {
       if (!side.isOpen(node)) before = newerOf(node);
