@@ -8,8 +8,7 @@ host_usage() {
   run SCRIPT [ARGS]        run a Python script in the host (also: run -, run -c CODE, run -m MODULE)
   shell                    an interactive Python with the packages imported
   describe [--json] [NAME] print what is published: a package, a class or an enumeration
-  show [--json] FILE [PATH]
-                           print a saved model, or the part of a name
+  show FILE [PATH]         print a model of a file, or one object of it: a tree (--depth N), or --json
   validate [--json] FILE   say what is wrong with a saved model; exits with 1 if there is an error
   ecore FILE               write the metamodel for EMF and PyEcore
   --version                print the version

@@ -125,3 +125,4 @@ _show_package(sys.modules[__name__], "Tarvelon")
 # What they add to classes must be there before the first of these is used.
 import K7Q  # noqa: E402
 import Tarvelon._factory  # noqa: E402
+from Tarvelon._diff import Added, Changed, Diff, Moved, Path, Removed, Renamed, diff  # noqa: E402, F401
