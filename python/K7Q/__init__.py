@@ -50,6 +50,7 @@ _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
 
 # What each feature puts on models and objects.
 from . import _copy, _files, _history, _search, _validation  # noqa: E402, F401
+from ._files import FileError, FileProblem, WrongFile  # noqa: E402
 
 # `from K7Q import *` brings all but Exception, which would hide the built-in of that name.
 _star = [name for name, value in vars().items() if isinstance(value, type) and value is not Exception]
