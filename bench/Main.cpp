@@ -9,6 +9,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "bench/Files.h"
 #include "bench/Memory.h"
 
 namespace {
@@ -78,6 +79,9 @@ int main(int argc, char** argv) {
   const bool isSelection = std::any_of(argv, argv + argc, [](const char* argument) {
     return std::string_view(argument).starts_with("--benchmark_filter");
   });
-  if (!isSelection) bench::reportMemory();
+  if (!isSelection) {
+    bench::reportFiles();
+    bench::reportMemory();
+  }
   return 0;
 }

@@ -23,6 +23,9 @@ class FileProblem(NamedTuple):
 class FileError(_host.Exception, OSError):
     """A file or folder that cannot be read or written; `errno` and `filename` say which and why."""
 
+    def __str__(self):
+        return str(self.args[0]) if self.args else ""
+
 
 class WrongFile(_host.WrongValue):
     """A file that holds no model, or not a right one.
