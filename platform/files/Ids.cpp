@@ -74,7 +74,9 @@ class Assignment {
     const Word* name = cls.name ? object.find(cls.name->slot) : nullptr;
     const std::uint64_t own = name && name->text ? hashOf(name->text->view()) : index;
     std::uint64_t number = mixed(mixed(place + cls.typeHash) + own) & kNumbers;
-    while (number == 0 || !mTaken.insert(number)) number = mixed(number + 1) & kNumbers;
+    // Of equal names in one list each but the first goes by its place as well: a long list takes no long search.
+    for (std::uint64_t turn = index; number == 0 || !mTaken.insert(number); ++turn)
+      number = mixed(number + turn + 1) & kNumbers;
     setId(object, number);
     return number;
   }

@@ -13,12 +13,18 @@ namespace {
 
 constexpr char kSeparator = '\n';
 
+// The parser does not look at each of its allocations, and would go on with a wrong name.
+thread_local bool gHasFailed = false;
+
 /// The block of an allocation has its size in front, so that it can be moved to a bigger one.
 constexpr std::size_t kHeader = alignof(std::max_align_t);
 
 void* allocate(std::size_t size) {
   auto* block = static_cast<char*>(::operator new(size + kHeader, std::nothrow));
-  if (!block) return nullptr;
+  if (!block) {
+    gHasFailed = true;
+    return nullptr;
+  }
   std::memcpy(block, &size, sizeof(size));
   return block + kHeader;
 }
@@ -68,7 +74,7 @@ std::size_t findAttribute(std::string_view tag, QualifiedName attribute) noexcep
 // Nothing may be raised through the parser, which is C.
 template <class Action>
 void Parser::guarded(Action action) noexcept {
-  if (mRaised) return;
+  if (mRaised || gHasFailed) return;
   try {
     action();
   } catch (...) {
@@ -123,11 +129,11 @@ char* Parser::buffer(std::size_t room) {
 }
 
 bool Parser::parse(std::size_t count, bool isLast) {
+  gHasFailed = false;
   const XML_Status status = XML_ParseBuffer(mParser, static_cast<int>(count), isLast ? XML_TRUE : XML_FALSE);
   if (mRaised) std::rethrow_exception(std::exchange(mRaised, nullptr));
-  if (status == XML_STATUS_OK) return true;
-  if (XML_GetErrorCode(mParser) == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
-  return false;
+  if (gHasFailed || XML_GetErrorCode(mParser) == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
+  return status == XML_STATUS_OK;
 }
 
 std::string Parser::fault() const { return XML_ErrorString(XML_GetErrorCode(mParser)); }

@@ -133,8 +133,9 @@ Reader::Frame Reader::openMember(const Frame& parent, QualifiedName name, const 
   requireMarks(attributes);
   const Storage storage = feature->declared->storage();
   if (storage == Storage::Reference || storage == Storage::References) {
-    if (marks.href && marks.href[0] == '#') {
-      readReferences(parent, *feature, marks.href + 1, {});
+    const bool isHere = marks.href && marks.href[0] == '#';
+    if (marks.idref || isHere) {
+      readReferences(parent, *feature, marks.idref ? marks.idref : marks.href + 1, {});
     } else {
       report(here(), nameOf(*parent.object, *feature) + ": expected the id of an object, got " +
                          (marks.href ? inQuotes(marks.href) + " of another file" : "an element") +
@@ -153,8 +154,8 @@ Reader::Frame Reader::openMember(const Frame& parent, QualifiedName name, const 
 Reader::Frame Reader::openHeld(const Frame& parent, const Feature& feature, const Marks& marks,
                                const char* const* attributes) {
   Instance& owner = *parent.object;
-  if (marks.href) {
-    report(here(), nameOf(owner, feature) + ": expected an object, got the reference " + inQuotes(marks.href) +
+  if (const char* reference = marks.idref ? marks.idref : marks.href) {
+    report(here(), nameOf(owner, feature) + ": expected an object, got the reference " + inQuotes(reference) +
                        "; an object has one owner: nest it there");
     return {};
   }
@@ -221,7 +222,7 @@ Reader::Marks Reader::marksOf(const char* const* attributes) {
       if (name.local == "id") marks.id = value;
       if (name.local == "type" && !marks.type) marks.type = value;
       if (name.local == "version") marks.version = value;
-      if (name.local == "idref") marks.href = value;
+      if (name.local == "idref") marks.idref = value;
     } else if (name.space == kXsi) {
       if (name.local == "type") marks.type = value;
       if (name.local == "nil") marks.isNil = std::string_view(value) == "true";

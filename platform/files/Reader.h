@@ -55,6 +55,7 @@ class Reader final : public ParserHandler {
     const char* id = nullptr;
     const char* type = nullptr;
     const char* href = nullptr;
+    const char* idref = nullptr;
     const char* version = nullptr;
     const char* format = nullptr;
     bool isNil = false;
