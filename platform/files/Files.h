@@ -110,6 +110,10 @@ TARVELON_API Loaded load(const std::filesystem::path& path, const LoadOptions& o
 TARVELON_API Loaded loadText(std::string_view text, const LoadOptions& options = {},
                              std::string_view name = "text");
 
+/// The objects that nothing holds, in the order in which a file has them at its top. Raises kNullReference for a
+/// closed model.
+TARVELON_API std::vector<K7Q::ClassObject> roots(const K7Q::Model& model);
+
 /// The metamodel as an Ecore file, with which other programs read the models, and its text.
 TARVELON_API void saveEcore(const std::filesystem::path& path);
 TARVELON_API std::string ecoreText();

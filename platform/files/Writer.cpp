@@ -80,8 +80,12 @@ class Writer {
     mOut.raw(" xmi:id=\"");
     writeId(object);
     mOut.put('"');
-    const bool hasElements = writeAttributes(object, cls, indent);
-    if (hasElements && writeElements(object, cls, indent, depth)) {
+    const Extent extent = writeAttributes(object, cls, indent);
+    // On a line of its own, the end of the tag stays as it is when the last attribute comes or goes.
+    if (extent.hasAttributes) mOut.line(indent);
+    if (extent.hasElements) {
+      mOut.put('>');
+      writeElements(object, cls, indent, depth);
       mOut.line(indent);
       mOut.raw("</");
       mOut.raw(tag);
@@ -116,31 +120,40 @@ class Writer {
     }
   }
 
-  /// Whether there is something to write as an element.
-  bool writeAttributes(const Instance& object, const ClassSchema& cls, unsigned indent) {
+  struct Extent {
+    bool hasAttributes = false;
     bool hasElements = false;
+  };
+
+  Extent writeAttributes(const Instance& object, const ClassSchema& cls, unsigned indent) {
+    Extent extent;
     forEachValue(object, cls, [&](const Feature& feature, Word word) {
+      if (feature.declared->isMany() && word.list->empty()) return;
       if (isElement(feature)) {
-        hasElements = true;
+        extent.hasElements = true;
         return;
       }
-      const Storage storage = feature.declared->storage();
-      if (storage == Storage::References && word.list->empty()) return;
+      extent.hasAttributes = true;
       mOut.line(indent + kAttributeIndent);
       mOut.raw(feature.name());
       mOut.raw("=\"");
-      if (storage == Storage::Text) {
-        if (word.text) mOut.attributeText(word.text->view());
-      } else if (storage == Storage::Reference) {
-        writeId(*word.object);
-      } else if (storage == Storage::References) {
-        writeReferences(*word.list, indent);
-      } else {
-        mOut.raw(ScalarText(*feature.declared, word).view());
-      }
+      writeAttribute(feature, word, indent);
       mOut.put('"');
     });
-    return hasElements;
+    return extent;
+  }
+
+  void writeAttribute(const Feature& feature, Word word, unsigned indent) {
+    const Storage storage = feature.declared->storage();
+    if (storage == Storage::Text) {
+      if (word.text) mOut.attributeText(word.text->view());
+    } else if (storage == Storage::Reference) {
+      writeId(*word.object);
+    } else if (storage == Storage::References) {
+      writeReferences(*word.list, indent);
+    } else {
+      mOut.raw(ScalarText(*feature.declared, word).view());
+    }
   }
 
   /// Several ids have a line each.
@@ -151,22 +164,11 @@ class Writer {
     }
   }
 
-  /// Whether there was any: a list may be empty.
-  bool writeElements(const Instance& object, const ClassSchema& cls, unsigned indent, int depth) {
-    bool isOpen = false;
-    const auto open = [&] {
-      if (!isOpen) mOut.put('>');
-      isOpen = true;
-    };
+  void writeElements(const Instance& object, const ClassSchema& cls, unsigned indent, int depth) {
     forEachValue(object, cls, [&](const Feature& feature, Word word) {
       if (!isElement(feature)) return;
-      if (!feature.declared->isMany()) {
-        open();
-        writeHeld(feature, *word.object, depth);
-        return;
-      }
+      if (!feature.declared->isMany()) return writeHeld(feature, *word.object, depth);
       for (std::uint32_t index = 0; index < word.list->size(); ++index) {
-        open();
         if (feature.declared->holds()) {
           writeHeld(feature, *word.list->at(index).object, depth);
         } else {
@@ -174,7 +176,6 @@ class Writer {
         }
       }
     });
-    return isOpen;
   }
 
   void writeHeld(const Feature& feature, const Instance& held, int depth) {
@@ -218,6 +219,14 @@ std::string saveText(const K7Q::Model& model, const SaveOptions& options) {
   TextSink text;
   Writer(NativeModel::require(model), text, options.progress).write();
   return text.take();
+}
+
+std::vector<K7Q::ClassObject> roots(const K7Q::Model& model) {
+  std::vector<K7Q::ClassObject> found;
+  forEachInstance(NativeModel::require(model), [&](Instance& object) {
+    if (!object.owner()) found.emplace_back(&object, model.getDeviant());
+  });
+  return found;
 }
 
 }  // namespace Tarvelon::files

@@ -134,5 +134,11 @@ def _problems_of(self):
     return _problems.get(self, ())
 
 
-_host.extend("K7Q.Model", {"save": _save, "load": staticmethod(_load), "problems": property(_problems_of)})
-_host.extend("K7Q.ImmutableModel", {"save": _save})
+def _roots(self):
+    """roots(): a list of the objects that nothing holds, in the order in which a file has them at its top."""
+    return _host.rootsOf(self)
+
+
+_host.extend("K7Q.Model", {"save": _save, "load": staticmethod(_load), "problems": property(_problems_of),
+                           "roots": _roots})
+_host.extend("K7Q.ImmutableModel", {"save": _save, "roots": _roots})

@@ -109,10 +109,23 @@ PyObject* saveEcore(PyObject* /*module*/, PyObject* path) {
   });
 }
 
+PyObject* rootsOf(PyObject* /*module*/, PyObject* model) {
+  return guarded([&]() -> PyObject* {
+    const K7Q::Model handle = toModel(model, "roots");
+    const bool isImmutable = isImmutableView(model);
+    Reference list = owned(PyList_New(0));
+    for (const K7Q::ClassObject& root : files::roots(handle)) {
+      require(PyList_Append(list.get(), fromModelObject(root, isImmutable).get()));
+    }
+    return list.release();
+  });
+}
+
 PyMethodDef gFunctions[] = {
     {"saveModel", saveModel, METH_VARARGS, "saveModel(model, path, progress): writes a model."},
     {"loadModel", loadModel, METH_VARARGS,
      "loadModel(path, lenient, progress): the model, a list of problems as tuples, how many there are."},
+    {"rootsOf", rootsOf, METH_O, "rootsOf(model): a list of the objects that nothing holds."},
     {"saveEcore", saveEcore, METH_O, "saveEcore(path): writes the metamodel."},
     {nullptr, nullptr, 0, nullptr}};
 

@@ -64,9 +64,11 @@ TEST(Ids, StayApartWhenAnObjectTakesTheNameOfAnother) {
 TEST(Ids, OfOtherProgramsAreKept) {
   const std::string objects =
       "  <common:Package xmi:id=\"a.b-\xC3\xA4\"\n"
-      "      Name=\"Brakes\">\n"
+      "      Name=\"Brakes\"\n"
+      "  >\n"
       "    <PackagedElement xsi:type=\"variant:SystemConst\" xmi:id=\"_yDyFkLb4EeymtpnKJTH3xg\"\n"
-      "        Name=\"Wheels\"/>\n"
+      "        Name=\"Wheels\"\n"
+      "    />\n"
       "  </common:Package>\n";
   EXPECT_EQ(objectsOf(files::saveText(files::loadText(fileOf(objects)).model)), objects);
 }
@@ -74,7 +76,7 @@ TEST(Ids, OfOtherProgramsAreKept) {
 TEST(Ids, OfEveryFormAreKept) {
   for (const char* id : {"_AAAAAAAAAAB", "_H__________", "_", "_AAAAAAAAAAA", "AAAAAAAAAAAB", "_AAAAAAAAAA",
                          "_AAAAAAAAAABB", "_IAAAAAAAAAA", "_AAAA.AAAAAB"}) {
-    const std::string objects = "  <common:Package xmi:id=\"" + std::string(id) + "\"\n      Name=\"Brakes\"/>\n";
+    const std::string objects = "  <common:Package xmi:id=\"" + std::string(id) + "\"\n      Name=\"Brakes\"\n  />\n";
     EXPECT_EQ(objectsOf(files::saveText(files::loadText(fileOf(objects)).model)), objects);
   }
 }

@@ -36,9 +36,11 @@ TEST(SaveAndLoad, WritesOneValueALineAndNestsWhatIsHeld) {
   EXPECT_EQ(objectsOf(files::saveText(model)),
             "  <common:Package xmi:id=\"_EPbT0ioBv_I\"\n"
             "      Name=\"Brakes\"\n"
-            "      category=\"STANDARD\">\n"
+            "      category=\"STANDARD\"\n"
+            "  >\n"
             "    <PackagedElement xsi:type=\"variant:SystemConst\" xmi:id=\"_ASdLO-BSTaM\"\n"
-            "        Name=\"Wheels\"/>\n"
+            "        Name=\"Wheels\"\n"
+            "    />\n"
             "  </common:Package>\n");
 }
 
