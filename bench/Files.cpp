@@ -7,7 +7,6 @@
 #include <fstream>
 #include <malloc.h>
 #include <string>
-
 #include <sys/wait.h>
 #include <unistd.h>
 

@@ -3,14 +3,13 @@
 #include <array>
 #include <cerrno>
 #include <cstdio>
-#include <memory>
-#include <system_error>
-
 #include <dirent.h>
 #include <fcntl.h>
+#include <memory>
 #include <sys/file.h>
 #include <sys/random.h>
 #include <sys/stat.h>
+#include <system_error>
 #include <unistd.h>
 
 #include "platform/files/Files.h"
@@ -160,7 +159,8 @@ void AtomicFile::write(const char* bytes, std::size_t count) {
 }
 
 void AtomicFile::commit(bool isDurable) {
-  if (mMode >= 0 && ::fchmod(mFile, static_cast<mode_t>(mMode)) != 0) refuse("its mode cannot be kept", errno);
+  if (mMode >= 0 && ::fchmod(mFile, static_cast<mode_t>(mMode)) != 0)
+    refuse("its mode cannot be kept", errno);
   if (isDurable && ::fsync(mFile) != 0) refuse("writing failed", errno);
   if (::rename(mTemporary.c_str(), mTarget.c_str()) != 0) refuse("the new file cannot take its place", errno);
   mTemporary.clear();
@@ -171,9 +171,9 @@ void AtomicFile::commit(bool isDurable) {
 }
 
 void AtomicFile::refuse(const char* what, int number) const {
-  throw FileError("cannot save '" + mShown + "': " + what + " (" + meaningOf(number) +
-                      "); what was there is as it was",
-                  number);
+  throw FileError(
+      "cannot save '" + mShown + "': " + what + " (" + meaningOf(number) + "); what was there is as it was",
+      number);
 }
 
 InputFile::InputFile(const fs::path& path)

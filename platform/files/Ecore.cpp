@@ -64,14 +64,16 @@ class EcoreWriter {
 
   void write() {
     mOut.raw("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<ecore:EPackage xmi:version=\"2.0\"");
-    for (const auto& [prefix, uri] : {std::pair("xmi", kXmi), std::pair("xsi", kXsi), std::pair("ecore", kEcore)})
+    for (const auto& [prefix, uri] :
+         {std::pair("xmi", kXmi), std::pair("xsi", kXsi), std::pair("ecore", kEcore)})
       mOut.raw("\n    xmlns:" + std::string(prefix) + "=\"" + std::string(uri) + "\"");
     mOut.raw("\n    name=\"Tarvelon\" nsURI=\"urn:tarvelon:metamodel\" nsPrefix=\"Tarvelon\">\n");
     for (const PackageRow& package : native::packageRows()) {
       if (!package.name.starts_with(kPlatform)) writePackage(package, "  ");
     }
-    mOut.raw("  <eSubpackages name=\"arplatform\" nsURI=\"urn:tarvelon:metamodel:arplatform\""
-             " nsPrefix=\"arplatform\">\n");
+    mOut.raw(
+        "  <eSubpackages name=\"arplatform\" nsURI=\"urn:tarvelon:metamodel:arplatform\""
+        " nsPrefix=\"arplatform\">\n");
     for (const PackageRow& package : native::packageRows()) {
       if (package.name.starts_with(kPlatform)) writePackage(package, "    ");
     }
@@ -113,8 +115,9 @@ class EcoreWriter {
 
   void writeFeature(const Property& property, const std::string& indent) {
     const bool isReference = property.row().type->kind == metamodel::Kind::ClassObject;
-    std::string line = indent + "<eStructuralFeatures xsi:type=\"ecore:" +
-                       (isReference ? "EReference" : "EAttribute") + "\" name=\"" + property.row().name + "\"";
+    std::string line =
+        indent + "<eStructuralFeatures xsi:type=\"ecore:" + (isReference ? "EReference" : "EAttribute") +
+        "\" name=\"" + property.row().name + "\"";
     if (property.isRequired()) line += " lowerBound=\"1\"";
     if (property.isMany()) line += " upperBound=\"-1\"";
     line += isReference ? referenceOf(property) : attributeOf(property);
@@ -153,8 +156,8 @@ class EcoreWriter {
              std::string(full.substr(full.rfind('.') + 1)) + "\">\n");
     std::size_t value = 0;
     for (const std::string_view literal : type.literals()) {
-      mOut.raw(indent + "  <eLiterals name=\"" + std::string(literal) + "\" value=\"" + std::to_string(value++) +
-               "\"/>\n");
+      mOut.raw(indent + "  <eLiterals name=\"" + std::string(literal) + "\" value=\"" +
+               std::to_string(value++) + "\"/>\n");
     }
     mOut.raw(indent + "</eClassifiers>\n");
   }

@@ -29,8 +29,8 @@ inline constexpr int kFormat = 1;
 /// How deep objects may be nested in a file.
 inline constexpr int kMaxDepth = 1000;
 
-/// Is told how much is done, from 0 to 1, now and then and at the end. What it raises ends the work, as if it
-/// had never begun, and reaches the caller.
+/// Is told how much is done, from 0 to 1, now and then and at the end. It must not change the model. What it
+/// raises ends the work, as if it had never begun, and reaches the caller.
 using Progress = std::function<void(double done)>;
 
 struct SaveOptions {
@@ -102,16 +102,16 @@ TARVELON_API void save(const K7Q::Model& model, const std::filesystem::path& pat
 TARVELON_API std::string saveText(const K7Q::Model& model, const SaveOptions& options = {});
 
 /// A new model, bound to no URI, with what a file holds.
-/// Raises FileError, and WrongFile for a file with problems unless it is loaded leniently. Not to be loaded at
-/// all are what is not XML at its beginning, a newer format, a document type, and what is nested deeper than
-/// kMaxDepth.
+/// Raises FileError, and WrongFile for a file with problems unless it is loaded leniently. Not to be loaded
+/// at all are what is not XML at its beginning, a newer format, a document type, and what is nested deeper
+/// than kMaxDepth.
 TARVELON_API Loaded load(const std::filesystem::path& path, const LoadOptions& options = {});
 /// The same of a text that errors call `name`.
 TARVELON_API Loaded loadText(std::string_view text, const LoadOptions& options = {},
                              std::string_view name = "text");
 
-/// The objects that nothing holds, in the order in which a file has them at its top. Raises kNullReference for a
-/// closed model.
+/// The objects that nothing holds, in the order in which a file has them at its top. Raises kNullReference
+/// for a closed model.
 TARVELON_API std::vector<K7Q::ClassObject> roots(const K7Q::Model& model);
 
 /// The metamodel as an Ecore file, with which other programs read the models, and its text.

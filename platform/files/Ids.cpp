@@ -74,7 +74,8 @@ class Assignment {
     const Word* name = cls.name ? object.find(cls.name->slot) : nullptr;
     const std::uint64_t own = name && name->text ? hashOf(name->text->view()) : index;
     std::uint64_t number = mixed(mixed(place + cls.typeHash) + own) & kNumbers;
-    // Of equal names in one list each but the first goes by its place as well: a long list takes no long search.
+    // Of equal names in one list each but the first goes by its place as well: a long list takes no long
+    // search.
     for (std::uint64_t turn = index; number == 0 || !mTaken.insert(number); ++turn)
       number = mixed(number + turn + 1) & kNumbers;
     setId(object, number);
@@ -91,7 +92,8 @@ std::array<char, kIdLength> idText(std::uint64_t number) noexcept {
   std::array<char, kIdLength> text;
   text[0] = '_';
   unsigned shift = kTopShift;
-  for (std::size_t place = 1; place < kIdLength; ++place, shift -= 6) text[place] = kDigits[number >> shift & 63];
+  for (std::size_t place = 1; place < kIdLength; ++place, shift -= 6)
+    text[place] = kDigits[number >> shift & 63];
   return text;
 }
 

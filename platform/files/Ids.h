@@ -37,9 +37,9 @@ inline const native::Word* foreignId(const native::Instance& object) noexcept {
 }
 
 /// Gives an id to every object of the model that has none. An id follows from the id of the owner, the
-/// property, the class, and the name or else the place in the list: so a model that a program builds anew each
-/// time has the same ids each time.
-/// Raises K7Q::Exception if objects are nested deeper than a file may be.
+/// property, the class, and the name or else the place in the list: so a model that a program builds anew
+/// each time has the same ids each time. Raises K7Q::Exception if objects are nested deeper than a file may
+/// be.
 void assignIds(const native::NativeModel& model, Schema& schema);
 
 }  // namespace Tarvelon::files

@@ -62,7 +62,8 @@ class TextSource final : public Source {
   const std::size_t shown = std::min(kShown, problems.kept.size());
   for (std::size_t place = 0; place < shown; ++place) {
     const Problem& each = problems.kept[place];
-    text += "\n  line " + std::to_string(each.line) + ", column " + std::to_string(each.column) + ": " + each.text;
+    text += "\n  line " + std::to_string(each.line) + ", column " + std::to_string(each.column) + ": " +
+            each.text;
   }
   if (problems.count > shown) text += "\n  and " + std::to_string(problems.count - shown) + " more";
   throw WrongFile(text, std::move(problems));

@@ -30,7 +30,8 @@ constexpr bool isLeading(char16_t unit) noexcept { return (unit & 0xFC00) == 0xD
 }  // namespace
 
 void Output::line(unsigned indent) {
-  static constexpr std::string_view kSpaces = "\n                                                                ";
+  static constexpr std::string_view kSpaces =
+      "\n                                                                ";
   raw(kSpaces.substr(0, std::min<std::size_t>(indent + 1, kSpaces.size())));
   for (std::size_t rest = kSpaces.size(); rest < indent + 1; ++rest) put(' ');
 }

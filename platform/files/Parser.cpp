@@ -2,10 +2,9 @@
 
 #include <cstddef>
 #include <cstring>
+#include <expat.h>
 #include <new>
 #include <utility>
-
-#include <expat.h>
 
 namespace Tarvelon::files {
 

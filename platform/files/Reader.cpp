@@ -39,7 +39,7 @@ constexpr const char* kLeftOut = "; it is left out with all that it holds";
 }  // namespace
 
 void Reader::report(Place place, std::string text) {
-  if (mProblems.kept.size() < Problems::kKept) mProblems.kept.push_back({place.line, place.column, std::move(text)});
+  if (!isFull()) mProblems.kept.push_back({place.line, place.column, std::move(text)});
   ++mProblems.count;
 }
 
@@ -47,17 +47,25 @@ std::string Reader::nameOf(const Instance& object, const Feature& feature) {
   return std::string(object.cls().methods->className().shortName()) + "." + std::string(feature.name());
 }
 
+std::string Reader::hint(std::string_view name, const std::vector<std::string_view>& names) const {
+  return isFull() ? std::string() : ruvo::didYouMean(name, names);
+}
+
 void Reader::startElement(QualifiedName name, const char* const* attributes) {
-  if (mFrames.size() > static_cast<std::size_t>(kMaxDepth) + 1) {
-    report(here(), "elements are nested deeper than " + std::to_string(kMaxDepth) + " levels");
-    throw NotToBeLoaded();
-  }
+  // The file's own element stands above the objects, a value below them.
+  requireDepth(mFrames.size() <= static_cast<std::size_t>(kMaxDepth) + 1);
   const Marks marks = marksOf(attributes);
   const Frame frame = open(name, marks, attributes);
   // So that who refers to it is told why there is nothing.
   if (frame.kind == Frame::Kind::Skipped && marks.id) mIds.insert(mIds.keyOf(marks.id), nullptr);
   if (frame.kind == Frame::Kind::Value) mValue.clear();
   mFrames.push_back(frame);
+}
+
+void Reader::requireDepth(bool isKept) {
+  if (isKept) return;
+  report(here(), "elements are nested deeper than " + std::to_string(kMaxDepth) + " levels");
+  throw NotToBeLoaded();
 }
 
 Reader::Frame Reader::open(QualifiedName name, const Marks& marks, const char* const* attributes) {
@@ -100,9 +108,10 @@ void Reader::checkVersions(const Marks& marks) {
     report(here(), "expected XMI of version 2, got xmi:version " + inQuotes(marks.version));
   }
   if (marks.format) return readFormat(marks.format);
-  report(here(), "the root element has no tarvelon:format: expected the number of the file's format, from 0 to " +
-                     std::to_string(kFormat) + "; write xmlns:tarvelon=\"" + std::string(kOwn) +
-                     "\" tarvelon:format=\"" + std::to_string(kFormat) + "\" if a program has dropped it");
+  report(here(),
+         "the root element has no tarvelon:format: expected the number of the file's format, from 0 to " +
+             std::to_string(kFormat) + "; write xmlns:tarvelon=\"" + std::string(kOwn) +
+             "\" tarvelon:format=\"" + std::to_string(kFormat) + "\" if a program has dropped it");
 }
 
 void Reader::readFormat(const char* text) {
@@ -187,6 +196,8 @@ Reader::Frame Reader::openObject(ClassSchema& cls, const Marks& marks, const cha
     report(here(), cls.type + " is abstract: name a class below it with xsi:type" + kLeftOut);
     return {};
   }
+  const bool isInFile = !mFrames.empty() && mFrames.front().kind == Frame::Kind::File;
+  requireDepth(mFrames.size() + (isInFile ? 0 : 1) <= static_cast<std::size_t>(kMaxDepth));
   Frame frame;
   frame.kind = Frame::Kind::Object;
   frame.cls = &cls;
@@ -201,7 +212,8 @@ Reader::Frame Reader::openObject(ClassSchema& cls, const Marks& marks, const cha
 void Reader::keepId(Instance& object, const char* id) {
   const IdTable::Key key = mIds.keyOf(id);
   if (!mIds.insert(key, &object)) {
-    report(placeOf({kXmi, "id"}), "the id " + inQuotes(id) + " stands at an object before; give this one another");
+    report(placeOf({kXmi, "id"}),
+           "the id " + inQuotes(id) + " stands at an object before; give this one another");
     return;
   }
   if (const auto number = idNumber(id)) {
@@ -280,7 +292,7 @@ ClassSchema* Reader::classOf(QualifiedName name, Place place) {
       if (names.back() == name.local) return &mSchema.of(cls->data());
     }
     report(place, "package " + inQuotes(prefixOf(package)) + " has no class " + inQuotes(name.local) +
-                      ruvo::didYouMean(name.local, names) + kLeftOut);
+                      hint(name.local, names) + kLeftOut);
     return nullptr;
   }
   report(place, "expected an object of the metamodel, got the element " + shown(name) + kLeftOut);
@@ -292,7 +304,8 @@ ClassSchema* Reader::classOfType(std::string_view type, Place place) {
   const auto known = mTypes.find(text);
   if (known != mTypes.end()) return known->second;
   const auto colon = type.find(':');
-  const std::string_view prefix = colon == std::string_view::npos ? std::string_view() : type.substr(0, colon);
+  const std::string_view prefix =
+      colon == std::string_view::npos ? std::string_view() : type.substr(0, colon);
   const auto scope = std::find_if(mNamespaces.rbegin(), mNamespaces.rend(),
                                   [prefix](const auto& entry) { return entry.first == prefix; });
   if (scope == mNamespaces.rend()) {
@@ -300,7 +313,8 @@ ClassSchema* Reader::classOfType(std::string_view type, Place place) {
                       ", whose prefix no namespace has" + kLeftOut);
     return nullptr;
   }
-  ClassSchema* cls = classOf({scope->second, colon == std::string_view::npos ? type : type.substr(colon + 1)}, place);
+  ClassSchema* cls =
+      classOf({scope->second, colon == std::string_view::npos ? type : type.substr(colon + 1)}, place);
   if (cls) mTypes.emplace(std::move(text), cls);
   return cls;
 }
@@ -313,7 +327,7 @@ const Feature* Reader::featureOf(const Frame& frame, QualifiedName name) const n
 
 void Reader::reportUnknown(const Frame& frame, QualifiedName name, Place place, const char* cure) {
   report(place, frame.cls->type + " has no property " + shown(name) +
-                    ruvo::didYouMean(name.local, frame.cls->featureNames()) + cure);
+                    hint(name.local, frame.cls->featureNames()) + cure);
 }
 
 }  // namespace Tarvelon::files

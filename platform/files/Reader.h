@@ -94,8 +94,14 @@ class Reader final : public ParserHandler {
 
   ClassSchema* classOf(QualifiedName name, Place place);
   ClassSchema* classOfType(std::string_view type, Place place);
+  void requireDepth(bool isKept);
+  /// Whether no more problems are kept: what they would say need not be found out.
+  bool isFull() const noexcept { return mProblems.kept.size() >= Problems::kKept; }
+  std::string hint(std::string_view name, const std::vector<std::string_view>& names) const;
   Place here() const noexcept { return mParser->place(); }
-  Place placeOf(QualifiedName attribute) const noexcept { return mParser->placeOf(attribute); }
+  Place placeOf(QualifiedName attribute) const noexcept {
+    return isFull() ? Place() : mParser->placeOf(attribute);
+  }
   Place placeOfValue(std::string_view attribute) const noexcept {
     return attribute.empty() ? here() : placeOf({{}, attribute});
   }

@@ -101,9 +101,8 @@ void Reader::readAttribute(const Frame& frame, QualifiedName name, std::string_v
   if (!feature) return reportUnknown(frame, name, placeOf(name));
   const Storage storage = feature->declared->storage();
   if (feature->declared->holds()) {
-    report(placeOf(name), nameOf(*frame.object, *feature) +
-                              ": expected objects as elements, got the text " + inQuotes(value) +
-                              "; an object has one owner: nest it there");
+    report(placeOf(name), nameOf(*frame.object, *feature) + ": expected objects as elements, got the text " +
+                              inQuotes(value) + "; an object has one owner: nest it there");
   } else if (storage == Storage::Reference || storage == Storage::References) {
     readReferences(frame, *feature, value, name.local);
   } else {
@@ -152,9 +151,9 @@ void Reader::readWord(Instance& object, const Feature& feature, std::string_view
   const ScalarFault fault = readScalar(property, value, word);
   if (fault != ScalarFault::None) {
     const char* outside = fault == ScalarFault::OutOfRange ? ", which it cannot hold" : "";
-    return report(placeOfValue(attribute),
-                  nameOf(object, feature) + ": expected " + std::string(property.typeName().view()) +
-                      ", got " + inQuotes(value) + outside + whatFits(property));
+    return report(placeOfValue(attribute), nameOf(object, feature) + ": expected " +
+                                               std::string(property.typeName().view()) + ", got " +
+                                               inQuotes(value) + outside + whatFits(property));
   }
   if (property.isMany()) {
     native::insertNumber(object, feature.slot, sizeOf(object, feature), integerOf(word));
@@ -177,8 +176,8 @@ void Reader::readReferences(const Frame& frame, const Feature& feature, std::str
     place = end;
   }
   if (!feature.declared->isMany() && mTargets.size() != 1) {
-    return report(placeOfValue(attribute), nameOf(*frame.object, feature) +
-                                               ": expected the id of one object, got " + inQuotes(ids));
+    return report(placeOfValue(attribute),
+                  nameOf(*frame.object, feature) + ": expected the id of one object, got " + inQuotes(ids));
   }
   const Place place = areKnown ? Place{0, 0} : here();
   for (const IdTable::Key target : mTargets) {
@@ -205,7 +204,8 @@ void Reader::refer(const PendingReference& reference, std::string_view attribute
     fault = ": expected " + typeName(*feature.narrowest->type()) + ", got a " +
             typeName(*entry->object->cls().methods) + " with the id ";
   } else if (!feature.declared->isMany()) {
-    if (!object.has(feature.slot)) return native::store(object, feature.slot, {Word{.object = entry->object}, false});
+    if (!object.has(feature.slot))
+      return native::store(object, feature.slot, {Word{.object = entry->object}, false});
     fault = ": expected one object, got another with the id ";
   } else if (!native::containsElement(object, feature.slot, *entry->object)) {
     return native::insertElement(object, feature.slot, sizeOf(object, feature), *entry->object);

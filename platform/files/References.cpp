@@ -19,7 +19,8 @@ std::string IdTable::textOf(Key key) const {
 
 std::size_t IdTable::placeOf(Key key) const noexcept {
   std::size_t place = mixed(key) & (mEntries.size() - 1);
-  while (mEntries[place].key != kNone && mEntries[place].key != key) place = (place + 1) & (mEntries.size() - 1);
+  while (mEntries[place].key != kNone && mEntries[place].key != key)
+    place = (place + 1) & (mEntries.size() - 1);
   return place;
 }
 

@@ -5,6 +5,7 @@
 #include "platform/files/Ids.h"
 #include "platform/files/ScalarText.h"
 #include "platform/files/Walk.h"
+#include "platform/k7q/Destruction.h"
 #include "platform/tarvelon/ClassMethods.h"
 
 namespace Tarvelon::files {
@@ -66,7 +67,8 @@ class Writer {
     mOut.put('"');
   }
 
-  void writeObject(const Instance& object, const ClassSchema& cls, std::string_view tag, bool isTyped, int depth) {
+  void writeObject(const Instance& object, const ClassSchema& cls, std::string_view tag, bool isTyped,
+                   int depth) {
     requireDepth(object, depth);
     const unsigned indent = static_cast<unsigned>(depth) * kElementIndent;
     mOut.line(indent);
@@ -98,16 +100,26 @@ class Writer {
 
   void report() {
     constexpr std::size_t kEach = 1 << 14;
-    if (++mDone % kEach == 0 && mProgress) mProgress(static_cast<double>(mDone) / static_cast<double>(mTotal));
+    if (++mDone % kEach != 0 || !mProgress) return;
+    mProgress(static_cast<double>(mDone) / static_cast<double>(mTotal));
+    if (mDestructions != K7Q::mi::gDestructions) refuseChange();
   }
 
   void writeId(const Instance& object) {
     if (const Word* id = numberedId(object)) {
       const auto text = idText(id->bits);
       mOut.raw({text.data(), text.size()});
+    } else if (const Word* foreign = foreignId(object)) {
+      mOut.attributeText(foreign->text->view());
     } else {
-      mOut.attributeText(foreignId(object)->text->view());
+      refuseChange();
     }
+  }
+
+  // What the progress calls is not ours.
+  [[noreturn]] static void refuseChange() {
+    throw K7Q::Exception(
+        "objects have come or gone while the model was saved; let the progress change nothing");
   }
 
   /// Calls visit(const Feature&, Word) for each value, in the order of the features.
@@ -204,6 +216,7 @@ class Writer {
   Schema mSchema;
   std::size_t mTotal = 0;
   std::size_t mDone = 0;
+  decltype(K7Q::mi::gDestructions) mDestructions = K7Q::mi::gDestructions;
 };
 
 }  // namespace

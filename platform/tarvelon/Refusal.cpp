@@ -124,7 +124,9 @@ void refuseCycle(const ClassData& cls, const Property& property, const Instance&
 }
 
 void refuseText(const ClassData& cls, const Property& property, char16_t unit, std::size_t position) {
-  const char* kind = unit == 0 || unit > 0xFFFD ? "" : unit < 0x20 ? "the control character " : "the lone surrogate ";
+  const char* kind = unit == 0 || unit > 0xFFFD ? ""
+                     : unit < 0x20              ? "the control character "
+                                                : "the lone surrogate ";
   throw K7Q::WrongValue(expected(cls, property, "Unicode text that a file can hold") + ", got " +
                         formatted("%sU+%04X", kind, unsigned{unit}) + " at position " +
                         std::to_string(position + 1) + "; take it out");

@@ -1,21 +1,19 @@
 // A saved file is the old or the new one, whatever happens, and nothing else is left.
 
 #include <algorithm>
+#include <csignal>
 #include <cstdlib>
+#include <fcntl.h>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
 #include <string>
-#include <vector>
-
-#include <fcntl.h>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
-
-#include <csignal>
+#include <vector>
 
 #include "tests/files/Support.h"
 
@@ -25,8 +23,8 @@ namespace fs = std::filesystem;
 
 class AtomicFile : public testing::Test {
  protected:
-  AtomicFile() {
-    std::string pattern = (fs::temp_directory_path() / "tarvelon-files-XXXXXX").string();
+  explicit AtomicFile(const fs::path& where = fs::temp_directory_path()) {
+    std::string pattern = (where / "tarvelon-files-XXXXXX").string();
     mFolder = ::mkdtemp(pattern.data());
     mFile = mFolder / "brakes.xmi";
   }
@@ -46,7 +44,8 @@ class AtomicFile : public testing::Test {
   }
   std::vector<std::string> names() const {
     std::vector<std::string> found;
-    for (const auto& entry : fs::directory_iterator(mFolder)) found.push_back(entry.path().filename().string());
+    for (const auto& entry : fs::directory_iterator(mFolder))
+      found.push_back(entry.path().filename().string());
     std::ranges::sort(found);
     return found;
   }
@@ -60,6 +59,12 @@ class AtomicFile : public testing::Test {
 };
 
 using Names = std::vector<std::string>;
+
+/// In memory where there is such a folder: a kill is a kill, and nobody waits for a disk.
+class KilledSave : public AtomicFile {
+ protected:
+  KilledSave() : AtomicFile(::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : fs::temp_directory_path()) {}
+};
 
 TEST_F(AtomicFile, IsSavedAndLoaded) {
   const auto model = makeModel(u"Brakes");
@@ -109,8 +114,8 @@ TEST_F(AtomicFile, SweepsWhatAKilledSaveLeftAndNothingElse) {
     write(name);
   files::save(makeModel(u"Brakes"), mFile);
   EXPECT_EQ(names(), (Names{".brakes.xmi.0123456.tarvelon-new", ".brakes.xmi.01234567.tarvelon-old",
-                            ".brakes.xmi.0123456g.tarvelon-new", ".other.xmi.01234567.tarvelon-new", "brakes.xmi",
-                            "brakes.xmi.01234567.tarvelon-new"}));
+                            ".brakes.xmi.0123456g.tarvelon-new", ".other.xmi.01234567.tarvelon-new",
+                            "brakes.xmi", "brakes.xmi.01234567.tarvelon-new"}));
 }
 
 TEST_F(AtomicFile, LeavesTheTemporaryFileOfAnotherSaveAlone) {
@@ -143,7 +148,8 @@ TEST_F(AtomicFile, SavesOfTwoProcessesAtOnceAllEndWell) {
     EXPECT_EQ(status, 0);
   }
   const std::string text = read(mFile);
-  EXPECT_TRUE(text == files::saveText(makeModel(u"Even", 50)) || text == files::saveText(makeModel(u"Odd", 50)));
+  EXPECT_TRUE(text == files::saveText(makeModel(u"Even", 50)) ||
+              text == files::saveText(makeModel(u"Odd", 50)));
   EXPECT_EQ(names(), Names{"brakes.xmi"});
 }
 
@@ -172,15 +178,18 @@ TEST_F(AtomicFile, StaysAsItIsWhenTheDiskIsFull) {
   EXPECT_EQ(read(mFile), old);
   EXPECT_EQ(names(), Names{"brakes.xmi"});
   if (fs::exists("/dev/full")) {
-    EXPECT_NE(refusalOfSave("/dev/full", makeModel(u"Brakes")).find("it is no regular file"), std::string::npos);
+    EXPECT_NE(refusalOfSave("/dev/full", makeModel(u"Brakes")).find("it is no regular file"),
+              std::string::npos);
   }
 }
 
 TEST_F(AtomicFile, SaysThatThereIsNoSuchFolder) {
   EXPECT_EQ(refusalOfSave(mFolder / "gone" / "brakes.xmi", makeModel(u"Brakes")),
             "cannot save '" + (mFolder / "gone" / "brakes.xmi").string() +
-                "': no temporary file can be made beside it (No such file or directory); what was there is as it was");
-  EXPECT_NE(refusalOfSave(mFolder, makeModel(u"Brakes")).find("it is a folder (Is a directory)"), std::string::npos);
+                "': no temporary file can be made beside it (No such file or directory); what was there is "
+                "as it was");
+  EXPECT_NE(refusalOfSave(mFolder, makeModel(u"Brakes")).find("it is a folder (Is a directory)"),
+            std::string::npos);
   EXPECT_NE(refusalOfSave("", makeModel(u"Brakes")).find("the path names no file"), std::string::npos);
 }
 
@@ -192,7 +201,8 @@ TEST_F(AtomicFile, StaysAsItIsInAFolderThatMayNotBeWritten) {
   EXPECT_EQ(read(mFile), old);
   fs::permissions(mFolder, fs::perms::owner_all);
   fs::permissions(mFile, fs::perms::owner_read);
-  EXPECT_NE(refusalOfSave(mFile, makeModel(u"Brakes")).find("the file may not be written"), std::string::npos);
+  EXPECT_NE(refusalOfSave(mFile, makeModel(u"Brakes")).find("the file may not be written"),
+            std::string::npos);
 }
 
 TEST_F(AtomicFile, StaysAsItIsWhenTheSaveIsCancelled) {
@@ -203,7 +213,7 @@ TEST_F(AtomicFile, StaysAsItIsWhenTheSaveIsCancelled) {
   EXPECT_EQ(names(), Names{"brakes.xmi"});
 }
 
-TEST_F(AtomicFile, IsWholeHoweverOftenTheSaveIsKilled) {
+TEST_F(KilledSave, LeavesAWholeFileHoweverOftenItHappens) {
   const auto first = makeModel(u"First", 80000);
   const auto second = makeModel(u"Second", 80000);
   const std::string one = files::saveText(first);

@@ -25,47 +25,58 @@ TEST(BrokenFiles, NameAnUnknownPropertyAndTheNearest) {
 }
 
 TEST(BrokenFiles, NameAnUnknownClassAndTheNearest) {
-  EXPECT_EQ(problemsOfObjects("<behavior:Runable/>"),
-            "3:1 package 'behavior' has no class 'Runable'; did you mean 'Runnable'?; it is left out with all that "
-            "it holds\n");
-  EXPECT_EQ(problemsOfObjects("<common:Package>\n <PackagedElement xsi:type=\"variant:SystemCnst\"/>\n"
-                              " <PackagedElement xsi:type=\"what:SystemConst\"/></common:Package>"),
-            "4:19 package 'variant' has no class 'SystemCnst'; did you mean 'SystemConst'?; it is left out with all "
-            "that it holds\n"
-            "5:19 expected a class as 'package:Class', got the type 'what:SystemConst', whose prefix no namespace "
-            "has; it is left out with all that it holds\n");
-  EXPECT_EQ(problemsOfObjects("<Package/>"),
-            "3:1 expected an object of the metamodel, got the element 'Package'; it is left out with all that it "
-            "holds\n");
+  EXPECT_EQ(
+      problemsOfObjects("<behavior:Runable/>"),
+      "3:1 package 'behavior' has no class 'Runable'; did you mean 'Runnable'?; it is left out with all that "
+      "it holds\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package>\n <PackagedElement xsi:type=\"variant:SystemCnst\"/>\n"
+                        " <PackagedElement xsi:type=\"what:SystemConst\"/></common:Package>"),
+      "4:19 package 'variant' has no class 'SystemCnst'; did you mean 'SystemConst'?; it is left out with "
+      "all "
+      "that it holds\n"
+      "5:19 expected a class as 'package:Class', got the type 'what:SystemConst', whose prefix no namespace "
+      "has; it is left out with all that it holds\n");
+  EXPECT_EQ(
+      problemsOfObjects("<Package/>"),
+      "3:1 expected an object of the metamodel, got the element 'Package'; it is left out with all that it "
+      "holds\n");
 }
 
 TEST(BrokenFiles, NameAnUnknownElement) {
-  EXPECT_EQ(problemsOfObjects("<common:Package>\n  <PackagdElement><deeper/></PackagdElement></common:Package>"),
-            "4:3 common:Package has no property 'PackagdElement'; did you mean 'PackagedElement'?; it is left out with "
-            "all that it holds\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package>\n  <PackagdElement><deeper/></PackagdElement></common:Package>"),
+      "4:3 common:Package has no property 'PackagdElement'; did you mean 'PackagedElement'?; it is left out "
+      "with "
+      "all that it holds\n");
 }
 
 TEST(BrokenFiles, NameAValueOfTheWrongKind) {
   EXPECT_EQ(problemsOfObjects("<common:ApplicationError errorCode=\"7x\"/>"),
-            "3:26 ApplicationError.errorCode: expected int32 scalar, got '7x'; write a whole number from -2147483648 "
+            "3:26 ApplicationError.errorCode: expected int32 scalar, got '7x'; write a whole number from "
+            "-2147483648 "
             "to 2147483647\n");
   EXPECT_EQ(problemsOfObjects("<common:ApplicationError errorCode=\"2147483648\"/>"),
-            "3:26 ApplicationError.errorCode: expected int32 scalar, got '2147483648', which it cannot hold; write a "
+            "3:26 ApplicationError.errorCode: expected int32 scalar, got '2147483648', which it cannot hold; "
+            "write a "
             "whole number from -2147483648 to 2147483647\n");
-  EXPECT_EQ(problemsOfObjects("<behavior:Runnable canBeInvokedConcurrently=\"yes\"/>"),
-            "3:20 Runnable.canBeInvokedConcurrently: expected logical scalar, got 'yes'; write true or false\n");
+  EXPECT_EQ(
+      problemsOfObjects("<behavior:Runnable canBeInvokedConcurrently=\"yes\"/>"),
+      "3:20 Runnable.canBeInvokedConcurrently: expected logical scalar, got 'yes'; write true or false\n");
   EXPECT_EQ(problemsOfObjects("<foundation:NumericalValueSpecification Value=\"inf\"/>"),
             "3:41 NumericalValueSpecification.Value: expected double scalar, got 'inf'; write a number\n");
   EXPECT_EQ(problemsOfObjects("<common:AUTOSAR ArxmlFilePackaging=\"Modulr\"/>"),
-            "3:17 AUTOSAR.ArxmlFilePackaging: expected Tarvelon.metamodel.arplatform.common.ArxmlFilePackagingKind, got "
+            "3:17 AUTOSAR.ArxmlFilePackaging: expected "
+            "Tarvelon.metamodel.arplatform.common.ArxmlFilePackagingKind, got "
             "'Modulr'; write one of 'Modular', 'SingleFile'\n");
 }
 
 TEST(BrokenFiles, NameASecondValueWhereThereIsOne) {
   EXPECT_EQ(problemsOfObjects("<common:Package Name=\"A\">\n  <Name>B</Name></common:Package>"),
             "4:10 Package.Name: expected one value, got another; take out all but one\n");
-  EXPECT_EQ(problemsOfObjects("<common:Package>\n <adminData/>\n <adminData/></common:Package>"),
-            "5:2 Package.adminData: expected one object, got another; it is left out with all that it holds\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package>\n <adminData/>\n <adminData/></common:Package>"),
+      "5:2 Package.adminData: expected one object, got another; it is left out with all that it holds\n");
   EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a\"/>\n<common:ReferenceBase Package=\"a a\"/>\n"
                               "<common:ReferenceBase Package=\"\"/>"),
             "4:23 ReferenceBase.Package: expected the id of one object, got 'a a'\n"
@@ -80,20 +91,23 @@ TEST(BrokenFiles, NameAnIdThatStandsTwice) {
 TEST(BrokenFiles, NameAReferenceToNothing) {
   EXPECT_EQ(problemsOfObjects("<common:ReferenceBase\n Package=\"nobody\"/>"),
             "3:1 ReferenceBase.Package: no object has the id 'nobody'\n");
-  EXPECT_EQ(problemsOfObjects("<common:ReferenceBase Package=\"out\"/>\n<common:Pakage xmi:id=\"out\"/>"),
-            "3:1 ReferenceBase.Package: the object was left out that has the id 'out'\n"
-            "4:1 package 'common' has no class 'Pakage'; did you mean 'Package'?; it is left out with all that it "
-            "holds\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:ReferenceBase Package=\"out\"/>\n<common:Pakage xmi:id=\"out\"/>"),
+      "3:1 ReferenceBase.Package: the object was left out that has the id 'out'\n"
+      "4:1 package 'common' has no class 'Pakage'; did you mean 'Package'?; it is left out with all that it "
+      "holds\n");
   EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a\">\n <ElementImport href=\"other.xmi#b\"/>\n"
                               " <ElementImport/></common:Package>"),
-            "4:2 Package.ElementImport: expected the id of an object, got 'other.xmi#b' of another file; write the id "
+            "4:2 Package.ElementImport: expected the id of an object, got 'other.xmi#b' of another file; "
+            "write the id "
             "as the attribute's value\n"
             "5:2 Package.ElementImport: expected the id of an object, got an element; write the id as the "
             "attribute's value\n");
 }
 
 TEST(BrokenFiles, NameAReferenceToTheWrongClass) {
-  const std::string wrong = "ReferenceBase.Package: expected common:Package, got a common:SdgCaption with the id 'a'\n";
+  const std::string wrong =
+      "ReferenceBase.Package: expected common:Package, got a common:SdgCaption with the id 'a'\n";
   EXPECT_EQ(problemsOfObjects("<common:SdgCaption xmi:id=\"a\"/>\n<common:ReferenceBase Package=\"a\"/>"),
             "4:23 " + wrong);
   EXPECT_EQ(problemsOfObjects("<common:ReferenceBase Package=\"a\"/>\n<common:SdgCaption xmi:id=\"a\"/>"),
@@ -106,21 +120,26 @@ TEST(BrokenFiles, NameAnObjectThatStandsTwiceInAList) {
 }
 
 TEST(BrokenFiles, NameAnObjectOfTheWrongOrAnAbstractClass) {
-  EXPECT_EQ(problemsOfObjects("<common:Package>\n <adminData xsi:type=\"common:Sdg\"/></common:Package>"),
-            "4:2 Package.adminData: expected common:AdminData, got common:Sdg; it is left out with all that it "
-            "holds\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package>\n <adminData xsi:type=\"common:Sdg\"/></common:Package>"),
+      "4:2 Package.adminData: expected common:AdminData, got common:Sdg; it is left out with all that it "
+      "holds\n");
   EXPECT_EQ(problemsOfObjects("<common:Identifiable/>"),
-            "3:1 common:Identifiable is abstract: name a class below it with xsi:type; it is left out with all that "
+            "3:1 common:Identifiable is abstract: name a class below it with xsi:type; it is left out with "
+            "all that "
             "it holds\n");
 }
 
 TEST(BrokenFiles, NameASecondOwner) {
   EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a\" PackagedElement=\"a\"/>"),
-            "3:28 Package.PackagedElement: expected objects as elements, got the text 'a'; an object has one owner: nest "
+            "3:28 Package.PackagedElement: expected objects as elements, got the text 'a'; an object has one "
+            "owner: nest "
             "it there\n");
-  EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a\">\n <PackagedElement href=\"#a\"/></common:Package>"),
-            "4:2 Package.PackagedElement: expected an object, got the reference '#a'; an object has one owner: nest it "
-            "there\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package xmi:id=\"a\">\n <PackagedElement href=\"#a\"/></common:Package>"),
+      "4:2 Package.PackagedElement: expected an object, got the reference '#a'; an object has one owner: "
+      "nest it "
+      "there\n");
 }
 
 TEST(BrokenFiles, NameTextWhereNoneBelongs) {
@@ -136,7 +155,8 @@ TEST(BrokenFiles, NameAMissingOrStrangeVersion) {
       "xmlns:common=\"urn:tarvelon:metamodel:arplatform.common\"/></xmi:XMI>";
   EXPECT_EQ(refusalOfText(text),
             "1:1 the root element has no xmi:version; write xmi:version=\"2.0\"\n"
-            "1:1 the root element has no tarvelon:format: expected the number of the file's format, from 0 to 1; write "
+            "1:1 the root element has no tarvelon:format: expected the number of the file's format, from 0 "
+            "to 1; write "
             "xmlns:tarvelon=\"urn:tarvelon:file\" tarvelon:format=\"1\" if a program has dropped it\n");
   EXPECT_EQ(problemsOf(files::loadText(text, {nullptr, true}).problems), refusalOfText(text));
   EXPECT_NE(refusalOfText(fileOf("", "new")).find("expected the number of the file's format, got 'new'"),
@@ -165,13 +185,42 @@ TEST(BrokenFiles, WithADocumentTypeAreNotLoadedAtAll) {
 TEST(BrokenFiles, NestedTooDeepAreNotLoadedAtAll) {
   std::string deep;
   for (int depth = 0; depth < 200000; ++depth) deep += "<PackagedElement>";
-  EXPECT_NE(refusalOfText(fileOf("<common:Package>" + deep), true).find("elements are nested deeper than 1000 levels"),
+  EXPECT_NE(refusalOfText(fileOf("<common:Package>" + deep), true)
+                .find("elements are nested deeper than 1000 levels"),
             std::string::npos);
+}
+
+TEST(BrokenFiles, MayBeNestedAsDeepAsAnythingThatIsSaved) {
+  const auto nested = [](int depth) {
+    std::string begin;
+    std::string end;
+    for (int level = 1; level < depth; ++level) {
+      begin += "<PackagedElement xsi:type=\"common:Package\">";
+      end += "</PackagedElement>";
+    }
+    return fileOf("<common:Package>" + begin + "<Name>Deepest</Name>" + end + "</common:Package>");
+  };
+  const auto loaded = files::loadText(nested(files::kMaxDepth));
+  EXPECT_NE(files::saveText(loaded.model).find("Name=\"Deepest\""), std::string::npos);
+  EXPECT_NE(refusalOfText(nested(files::kMaxDepth + 1), true).find("nested deeper than 1000 levels"),
+            std::string::npos);
+}
+
+TEST(BrokenFiles, OfManyThousandProblemsAreRefusedSoon) {
+  std::string attributes;
+  for (int count = 0; count < 30000; ++count) attributes += " nam" + std::to_string(count) + "=\"\"";
+  try {
+    files::loadText(fileOf("<common:Package" + attributes + "/>"));
+    FAIL();
+  } catch (const files::WrongFile& refusal) {
+    EXPECT_EQ(refusal.problems().count, 30000U);
+  }
 }
 
 TEST(BrokenFiles, ThatAreNoXmlAreNotLoadedAtAll) {
   EXPECT_EQ(refusalOfText("", true), "1:1 this is no well-formed XML: no element found\n");
-  EXPECT_EQ(refusalOfText("PK\x03\x04", true), "1:3 this is no well-formed XML: not well-formed (invalid token)\n");
+  EXPECT_EQ(refusalOfText("PK\x03\x04", true),
+            "1:3 this is no well-formed XML: not well-formed (invalid token)\n");
 }
 
 TEST(BrokenFiles, ThatBreakOffKeepWhatCameBefore) {
@@ -190,8 +239,9 @@ TEST(BrokenFiles, OfManyProblemsShowTwentyAndTheirCount) {
     FAIL();
   } catch (const files::WrongFile& refusal) {
     const std::string text = refusal.what();
-    EXPECT_TRUE(text.starts_with("cannot load 'brakes.xmi': 1234 problems, so nothing was loaded\n  line 3, column 17: "
-                                 "common:Package has no property 'nme'"));
+    EXPECT_TRUE(text.starts_with(
+        "cannot load 'brakes.xmi': 1234 problems, so nothing was loaded\n  line 3, column 17: "
+        "common:Package has no property 'nme'"));
     EXPECT_TRUE(text.ends_with("\n  and 1214 more"));
     EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 21);
     EXPECT_EQ(refusal.problems().kept.size(), 1000U);
@@ -209,7 +259,8 @@ TEST(OtherFiles, OfFormatZeroAreBroughtToThePresent) {
 TEST(OtherFiles, MayBeOneObjectWithOtherPrefixesAndElementsForValues) {
   const std::string text =
       "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n"
-      "<c:Package xmi:version=\"2.1\" xmlns:xmi=\"http://schema.omg.org/spec/XMI/2.1\" xmlns:f=\"urn:tarvelon:file\" "
+      "<c:Package xmi:version=\"2.1\" xmlns:xmi=\"http://schema.omg.org/spec/XMI/2.1\" "
+      "xmlns:f=\"urn:tarvelon:file\" "
       "f:format=\"1\" xmlns:c=\"urn:tarvelon:metamodel:arplatform.common\" xmi:id=\"p\">"
       "<Name>Br\xE4ke</Name><PackagedElement xmlns:v=\"urn:tarvelon:metamodel:arplatform.variant\" "
       "xmi:type=\"v:SystemConst\" xmi:id=\"w\"/><ElementImport xmi:idref=\"w\"/></c:Package>";

@@ -44,7 +44,8 @@ TEST(Ids, DifferWhereNamesAreEqualAndWhereThereAreNone) {
   }
   const std::string text = files::saveText(model);
   std::set<std::string> ids;
-  for (auto place = text.find("xmi:id=\""); place != std::string::npos; place = text.find("xmi:id=\"", place + 1))
+  for (auto place = text.find("xmi:id=\""); place != std::string::npos;
+       place = text.find("xmi:id=\"", place + 1))
     ids.insert(text.substr(place + 8, 12));
   EXPECT_EQ(ids.size(), 9U);
 }
@@ -76,7 +77,8 @@ TEST(Ids, OfOtherProgramsAreKept) {
 TEST(Ids, OfEveryFormAreKept) {
   for (const char* id : {"_AAAAAAAAAAB", "_H__________", "_", "_AAAAAAAAAAA", "AAAAAAAAAAAB", "_AAAAAAAAAA",
                          "_AAAAAAAAAABB", "_IAAAAAAAAAA", "_AAAA.AAAAAB"}) {
-    const std::string objects = "  <common:Package xmi:id=\"" + std::string(id) + "\"\n      Name=\"Brakes\"\n  />\n";
+    const std::string objects =
+        "  <common:Package xmi:id=\"" + std::string(id) + "\"\n      Name=\"Brakes\"\n  />\n";
     EXPECT_EQ(objectsOf(files::saveText(files::loadText(fileOf(objects)).model)), objects);
   }
 }

@@ -63,8 +63,8 @@ TEST(SaveAndLoad, MakesReferencesForwardAndBackInTheirOrder) {
 
 TEST(SaveAndLoad, KeepsEveryTextAsItIs) {
   for (const std::u16string text :
-       {u" blanks around ", u"tab\tline\nreturn\r\r\n", u"<a b=\"c\" d='e'>&amp;]]></a>", u"\x7F\x85\xA0\u2028\uFFFD",
-        u"\U0001F600 \U0010FFFF \U0001FFFE", u"\u00E4\u0800\uD7FF\uE000"}) {
+       {u" blanks around ", u"tab\tline\nreturn\r\r\n", u"<a b=\"c\" d='e'>&amp;]]></a>",
+        u"\x7F\x85\xA0\u2028\uFFFD", u"\U0001F600 \U0010FFFF \U0001FFFE", u"\u00E4\u0800\uD7FF\uE000"}) {
     const auto model = K7Q::Model::create();
     common::Package::create(model, text);
     variant::SystemConstValue::create(model).get<"ValueVariationPoint">().add(K7Q::String(text));
@@ -86,10 +86,12 @@ TEST(SaveAndLoad, KeepsTextsLongerThanEveryBuffer) {
 
 TEST(SaveAndLoad, KeepsEveryDoubleToItsLastBit) {
   std::string objects;
-  for (const char* value : {"0.1", "-0", "5e-324", "1.7976931348623157e+308", "NaN", "-Infinity", "Infinity", "3"})
+  for (const char* value :
+       {"0.1", "-0", "5e-324", "1.7976931348623157e+308", "NaN", "-Infinity", "Infinity", "3"})
     objects += std::string("  <foundation:NumericalValueSpecification Value=\"") + value + "\"/>\n";
   const std::string saved = objectsOf(again(fileOf(objects)));
-  for (const char* value : {"0.1", "-0", "5e-324", "1.7976931348623157e+308", "NaN", "-Infinity", "Infinity", "3"})
+  for (const char* value :
+       {"0.1", "-0", "5e-324", "1.7976931348623157e+308", "NaN", "-Infinity", "Infinity", "3"})
     EXPECT_NE(saved.find(std::string("Value=\"") + value + "\""), std::string::npos) << value << saved;
 }
 
@@ -132,6 +134,20 @@ TEST(SaveAndLoad, EndsWithWhatTheProgressRaises) {
   EXPECT_THROW(files::loadText(files::saveText(model), {cancel, false}), Cancelled);
 }
 
+TEST(SaveAndLoad, RefusesAProgressThatChangesTheModel) {
+  const auto model = K7Q::Model::create();
+  std::vector<common::Package> packages;
+  for (int count = 0; count < 20000; ++count) packages.push_back(common::Package::create(model, u"Package"));
+  const std::string refusal =
+      "objects have come or gone while the model was saved; let the progress change nothing";
+  const auto add = [&](double) { common::Package::create(model, u"New"); };
+  EXPECT_EQ(refusalOf([&] { files::saveText(model, {add, true}); }), refusal);
+  const auto destroy = [&](double done) {
+    if (done < 1) packages.back().destroy();
+  };
+  EXPECT_EQ(refusalOf([&] { files::saveText(model, {destroy, true}); }), refusal);
+}
+
 TEST(SaveAndLoad, RefusesToNestDeeperThanAFileMay) {
   const auto model = K7Q::Model::create();
   auto above = common::Package::create(model, u"Top");
@@ -144,9 +160,10 @@ TEST(SaveAndLoad, RefusesToNestDeeperThanAFileMay) {
   EXPECT_EQ(again(text), text);
   above.get<"PackagedElement">().add(common::Package::create(model, u"TooDeep"));
   for (int turn = 0; turn < 2; ++turn) {
-    EXPECT_EQ(refusalOf([&] { files::saveText(model); }),
-              "objects are nested deeper than the 1000 levels that a file may have, down to a Package; hold them "
-              "flatter");
+    EXPECT_EQ(
+        refusalOf([&] { files::saveText(model); }),
+        "objects are nested deeper than the 1000 levels that a file may have, down to a Package; hold them "
+        "flatter");
   }
 }
 

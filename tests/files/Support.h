@@ -31,7 +31,8 @@ inline std::string objectsOf(const std::string& text) {
   const auto begin = text.find("tarvelon:format=");
   const auto line = text.find('\n', begin);
   const auto end = text.find("</xmi:XMI>");
-  return begin == std::string::npos || end == std::string::npos ? text : text.substr(line + 1, end - line - 1);
+  return begin == std::string::npos || end == std::string::npos ? text
+                                                                : text.substr(line + 1, end - line - 1);
 }
 
 /// The problems of a text, one a line: "2:5 what it is".

@@ -1,4 +1,5 @@
-// Any bytes as a file: the loader refuses them or loads them, and what it loads can be saved and loaded again.
+// Any bytes as a file: the loader refuses them or loads them, and what it loads can be saved and loaded
+// again.
 
 #include <cstdint>
 #include <cstdlib>

@@ -180,17 +180,19 @@ TEST_F(Property, RefusesTextThatNoFileCouldHold) {
   const auto refused = [&](std::u16string text) {
     return refusalOf<K7Q::WrongValue>([&] { package.set<"Name">(K7Q::String(text)); });
   };
-  EXPECT_EQ(refused(std::u16string(u"a\0b", 3)),
-            "Package.Name: expected Unicode text that a file can hold, got U+0000 at position 2; take it out");
   EXPECT_EQ(
-      refused(u"abcd\xD800"),
-      "Package.Name: expected Unicode text that a file can hold, got the lone surrogate U+D800 at position 5; "
-      "take it out");
+      refused(std::u16string(u"a\0b", 3)),
+      "Package.Name: expected Unicode text that a file can hold, got U+0000 at position 2; take it out");
+  EXPECT_EQ(refused(u"abcd\xD800"),
+            "Package.Name: expected Unicode text that a file can hold, got the lone surrogate U+D800 at "
+            "position 5; "
+            "take it out");
   EXPECT_EQ(refused(u"ab\x07"),
             "Package.Name: expected Unicode text that a file can hold, got the control character U+0007 at "
             "position 3; take it out");
-  EXPECT_EQ(refused(u"\xFFFF"),
-            "Package.Name: expected Unicode text that a file can hold, got U+FFFF at position 1; take it out");
+  EXPECT_EQ(
+      refused(u"\xFFFF"),
+      "Package.Name: expected Unicode text that a file can hold, got U+FFFF at position 1; take it out");
   // At each place of a group of four, for the groups are looked at as one.
   for (std::size_t position = 0; position < 9; ++position) {
     for (const char16_t unit : {u'\0', u'\x01', u'\x1F', u'\x0B', char16_t{0xD8FF}, char16_t{0xDC00},
@@ -206,8 +208,8 @@ TEST_F(Property, RefusesTextThatNoFileCouldHold) {
 TEST_F(Property, TakesEveryOtherUnitAtEveryPlace) {
   const auto package = common::Package::create(mModel, u"Brakes");
   for (std::size_t position = 0; position < 5; ++position) {
-    for (const char16_t unit : {u'\t', u'\n', u'\r', u' ', u'\x7F', u'\x85', char16_t{0xD7FF}, char16_t{0xE000},
-                                char16_t{0xFFFD}}) {
+    for (const char16_t unit : {u'\t', u'\n', u'\r', u' ', u'\x7F', u'\x85', char16_t{0xD7FF},
+                                char16_t{0xE000}, char16_t{0xFFFD}}) {
       std::u16string text(5, u'a');
       text[position] = unit;
       package.set<"Name">(K7Q::String(text));
