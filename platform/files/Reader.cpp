@@ -210,6 +210,10 @@ Reader::Frame Reader::openObject(ClassSchema& cls, const Marks& marks, const cha
 }
 
 void Reader::keepId(Instance& object, const char* id) {
+  // Blanks stand between the ids of a list of references.
+  if (*id == 0 || std::string_view(id).find_first_of(" \t\r\n") != std::string_view::npos) {
+    return report(placeOf({kXmi, "id"}), "expected an id without blanks, got " + inQuotes(id));
+  }
   const IdTable::Key key = mIds.keyOf(id);
   if (!mIds.insert(key, &object)) {
     report(placeOf({kXmi, "id"}),
@@ -218,7 +222,7 @@ void Reader::keepId(Instance& object, const char* id) {
   }
   if (const auto number = idNumber(id)) {
     setId(object, *number);
-  } else if (*id != 0) {
+  } else {
     setForeignId(object, id);
   }
 }

@@ -92,9 +92,15 @@ def _watched(progress, verb, path):
 
 def _path(path, function):
     try:
-        return os.fspath(path)
+        name = os.fspath(path)
     except TypeError:
         raise _host.WrongType(f"{function}: expected a path, got {type(path).__name__}") from None
+    try:
+        if b"\0" not in os.fsencode(name):
+            return name
+    except UnicodeEncodeError:
+        pass
+    raise _host.WrongValue(f"{function}: expected a path that the system can have, got {name!r}")
 
 
 def _save(self, path, *, progress=None):

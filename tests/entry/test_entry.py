@@ -25,7 +25,7 @@ PRESETS = """{"version": 6, "configurePresets": [
   {"name": "release", "generator": "Ninja", "binaryDir": "${sourceDir}/build/release"}]}"""
 
 # What `bare` below lacks for running, and the line that a person is told to type.
-MISSING = "cmake ninja-build libboost-dev python3-dev"
+MISSING = "cmake ninja-build libboost-dev libexpat1-dev python3-dev"
 CURE = f"apt-get install --no-install-recommends {MISSING}\n"
 
 

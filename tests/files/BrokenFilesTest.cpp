@@ -88,6 +88,12 @@ TEST(BrokenFiles, NameAnIdThatStandsTwice) {
             "5:4 the id 'a' stands at an object before; give this one another\n");
 }
 
+TEST(BrokenFiles, NameAnIdThatIsNone) {
+  EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a b\"/>\n<common:Package xmi:id=\"\"/>"),
+            "3:17 expected an id without blanks, got 'a b'\n"
+            "4:17 expected an id without blanks, got ''\n");
+}
+
 TEST(BrokenFiles, NameAReferenceToNothing) {
   EXPECT_EQ(problemsOfObjects("<common:ReferenceBase\n Package=\"nobody\"/>"),
             "3:1 ReferenceBase.Package: no object has the id 'nobody'\n");

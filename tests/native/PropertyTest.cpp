@@ -65,8 +65,8 @@ TEST_F(Property, OfTextSharesTheCellThatWasSet) {
 
 TEST_F(Property, OfTextTakesAllOfUnicode) {
   const auto package = common::Package::create(mModel);
-  package.set<"Name">(u"Größe \U0001F697 \uFFFF\u0001");
-  EXPECT_EQ(package.get<"Name">(), K7Q::String(u"Größe \U0001F697 \uFFFF\u0001"));
+  package.set<"Name">(u"Größe \U0001F697 \uFFFD\u007F");
+  EXPECT_EQ(package.get<"Name">(), K7Q::String(u"Größe \U0001F697 \uFFFD\u007F"));
 }
 
 TEST_F(Property, IsKeptBesideManyOthers) {

@@ -179,8 +179,9 @@ def test_a_path_may_be_text_bytes_or_a_path(model, package, tmp_path):
             model.save(wrong)
         with pytest.raises(K7Q.WrongType, match="load: expected a path, got "):
             K7Q.Model.load(wrong)
-    with pytest.raises(ValueError):
-        model.save("nul\0byte")
+    for wrong in ("nul\0byte", b"nul\0byte", "\ud800"):
+        with pytest.raises(K7Q.WrongValue, match="save: expected a path that the system can have, got "):
+            model.save(wrong)
 
 
 def test_a_frozen_model_can_be_saved(model, package, tmp_path):
