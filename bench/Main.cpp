@@ -10,6 +10,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "bench/Files.h"
 #include "bench/Memory.h"
 #include "bench/Model.h"
 #include "bench/Publishing.h"
@@ -93,6 +94,8 @@ int main(int argc, char** argv) {
     bench::reportModel();
     bench::reportPublishing();
     bench::reportValidation();
+    bench::reportFiles();
+    bench::reportMemory();
   }
   return 0;
 }

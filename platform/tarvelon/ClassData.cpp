@@ -107,9 +107,9 @@ std::uint8_t ClassData::slotFor(const ClassData& ancestor, const Property& prope
 }
 
 void ClassData::addSlot(const Property& property) {
-  if (slotProperties.size() == Instance::kMaxSlots) {
+  if (slotProperties.size() == kMaxPropertySlots) {
     refuseRows(*methods,
-               "more than " + std::to_string(Instance::kMaxSlots) + " stored properties; widen Instance");
+               "more than " + std::to_string(kMaxPropertySlots) + " stored properties; widen Instance");
   }
   const std::uint64_t bit = std::uint64_t{1} << slotProperties.size();
   const Storage storage = property.storage();

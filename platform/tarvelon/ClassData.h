@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "boundary/k7q/Introspection.h"
+#include "platform/tarvelon/Instance.h"
 #include "platform/tarvelon/Property.h"
 
 namespace Tarvelon::metamodel::native {
@@ -48,6 +49,10 @@ struct PropertyPlace {
 struct ClassData {
   static constexpr std::uint8_t kNoSlot = 0xFF;
   static constexpr std::uint16_t kNotAbove = 0xFFFF;
+  /// Where an object keeps its id in files, a number or a text: places that no property is given.
+  static constexpr unsigned kIdSlot = Instance::kMaxSlots - 1;
+  static constexpr unsigned kForeignIdSlot = Instance::kMaxSlots - 2;
+  static constexpr unsigned kMaxPropertySlots = kForeignIdSlot;
 
   explicit ClassData(const ClassMethods& methods);
   ClassData(const ClassData&) = delete;
@@ -88,11 +93,11 @@ struct ClassData {
   std::vector<PropertyPlace> places;
   /// By slot: the narrowest row that shares it. What is written is checked against this one.
   std::vector<const Property*> slotProperties;
-  /// A bit for each slot that holds, refers, has a list, has text.
+  /// A bit for each slot that holds, refers, has a list, has text (the text of an id as well).
   std::uint64_t holdingSlots = 0;
   std::uint64_t referringSlots = 0;
   std::uint64_t listSlots = 0;
-  std::uint64_t textSlots = 0;
+  std::uint64_t textSlots = std::uint64_t{1} << kForeignIdSlot;
   /// Those whose references are kept in step with references back.
   std::uint64_t oppositeSlots = 0;
   /// Of the object's Name, kNoSlot if it has none.

@@ -125,9 +125,12 @@ void refuseCycle(const ClassData& cls, const Property& property, const Instance&
 }
 
 void refuseText(const ClassData& cls, const Property& property, char16_t unit, std::size_t position) {
-  const std::string what = unit == 0 ? "U+0000" : formatted("the lone surrogate U+%04X", unsigned{unit});
-  throw K7Q::WrongValue(expected(cls, property, "Unicode text without U+0000") + ", got " + what +
-                        " at position " + std::to_string(position + 1) + "; take it out");
+  const char* kind = unit == 0 || unit > 0xFFFD ? ""
+                     : unit < 0x20              ? "the control character "
+                                                : "the lone surrogate ";
+  throw K7Q::WrongValue(expected(cls, property, "Unicode text that a file can hold") + ", got " +
+                        formatted("%sU+%04X", kind, unsigned{unit}) + " at position " +
+                        std::to_string(position + 1) + "; take it out");
 }
 
 void refuseMany(const ClassData& cls, const Property& property) {

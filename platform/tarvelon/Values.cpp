@@ -19,20 +19,27 @@ namespace {
 using K7Q::NSInterface::ScalarIntf;
 using K7Q::NSInterface::StringIntf;
 
-// Looks at four units at once. Says true for a text that has a U+0000 or a surrogate in its groups of four.
+// Looks at four units at once. Says true for a text that has in its groups of four a unit below U+0020, a
+// surrogate, or one above U+FFFD.
 bool mayBeRefused(std::u16string_view text) noexcept {
   constexpr std::uint64_t kOnes = 0x0001000100010001;
   constexpr std::uint64_t kHighs = 0x8000800080008000;
+  const auto below = [](std::uint64_t word, std::uint64_t limit) { return (word - limit * kOnes) & ~word; };
   std::uint64_t found = 0;
   for (std::size_t position = 0; position + 4 <= text.size(); position += 4) {
     std::uint64_t word = 0;
     std::memcpy(&word, text.data() + position, sizeof(word));
     const std::uint64_t surrogate = (word & (0xF800 * kOnes)) ^ (0xD800 * kOnes);
-    found |= ((word - kOnes) & ~word) | ((surrogate - kOnes) & ~surrogate);
+    found |= below(word, 0x20) | below(surrogate, 1) | below(~word, 2);
   }
   return (found & kHighs) != 0;
 }
 
+// What XML has no way to write.
+constexpr bool isOutsideXml(char16_t unit) noexcept {
+  const bool isControl = unit < 0x20 && unit != u'\t' && unit != u'\n' && unit != u'\r';
+  return isControl || unit > 0xFFFD;
+}
 constexpr bool isLeading(char16_t unit) noexcept { return (unit & 0xFC00) == 0xD800; }
 constexpr bool isTrailing(char16_t unit) noexcept { return (unit & 0xFC00) == 0xDC00; }
 
@@ -80,7 +87,7 @@ void checkText(const Target& target, std::u16string_view text) {
     const char16_t unit = text[position];
     if (isLeading(unit) && position + 1 < text.size() && isTrailing(text[position + 1])) {
       ++position;
-    } else if (unit == 0 || isLeading(unit) || isTrailing(unit)) {
+    } else if (isOutsideXml(unit) || isLeading(unit) || isTrailing(unit)) {
       refuseText(target.cls, target.property, unit, position);
     }
   }

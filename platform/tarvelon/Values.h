@@ -31,7 +31,8 @@ Prepared prepare(const Target& target, const K7Q::Object& value);
 
 /// Checks an element for a property of many values; an empty one is refused.
 Instance& prepareElement(const Target& target, const K7Q::Object& value);
-/// The same for a text.
+/// The same for a text: one that XML can hold, so that every model can be saved. It has no control characters
+/// but tab, line feed and carriage return, no lone surrogate, no U+FFFE and no U+FFFF.
 void checkText(const Target& target, std::u16string_view text);
 
 /// The value of a stored word as an object; null for no word. An unset required property gives the type's

@@ -65,8 +65,8 @@ TEST_F(Property, OfTextSharesTheCellThatWasSet) {
 
 TEST_F(Property, OfTextTakesAllOfUnicode) {
   const auto package = common::Package::create(mModel);
-  package.set<"Name">(u"Größe \U0001F697 \uFFFF\u0001");
-  EXPECT_EQ(package.get<"Name">(), K7Q::String(u"Größe \U0001F697 \uFFFF\u0001"));
+  package.set<"Name">(u"Größe \U0001F697 \uFFFD\u007F");
+  EXPECT_EQ(package.get<"Name">(), K7Q::String(u"Größe \U0001F697 \uFFFD\u007F"));
 }
 
 TEST_F(Property, IsKeptBesideManyOthers) {
@@ -180,21 +180,42 @@ TEST_F(Property, RefusesTextThatNoFileCouldHold) {
   const auto refused = [&](std::u16string text) {
     return refusalOf<K7Q::WrongValue>([&] { package.set<"Name">(K7Q::String(text)); });
   };
-  EXPECT_EQ(refused(std::u16string(u"a\0b", 3)),
-            "Package.Name: expected Unicode text without U+0000, got U+0000 at position 2; take it out");
   EXPECT_EQ(
-      refused(u"abcd\xD800"),
-      "Package.Name: expected Unicode text without U+0000, got the lone surrogate U+D800 at position 5; "
-      "take it out");
+      refused(std::u16string(u"a\0b", 3)),
+      "Package.Name: expected Unicode text that a file can hold, got U+0000 at position 2; take it out");
+  EXPECT_EQ(refused(u"abcd\xD800"),
+            "Package.Name: expected Unicode text that a file can hold, got the lone surrogate U+D800 at "
+            "position 5; "
+            "take it out");
+  EXPECT_EQ(refused(u"ab\x07"),
+            "Package.Name: expected Unicode text that a file can hold, got the control character U+0007 at "
+            "position 3; take it out");
+  EXPECT_EQ(
+      refused(u"\xFFFF"),
+      "Package.Name: expected Unicode text that a file can hold, got U+FFFF at position 1; take it out");
   // At each place of a group of four, for the groups are looked at as one.
   for (std::size_t position = 0; position < 9; ++position) {
-    for (const char16_t unit : {u'\0', char16_t{0xD8FF}, char16_t{0xDC00}}) {
+    for (const char16_t unit : {u'\0', u'\x01', u'\x1F', u'\x0B', char16_t{0xD8FF}, char16_t{0xDC00},
+                                char16_t{0xFFFE}, char16_t{0xFFFF}}) {
       std::u16string text(9, u'\U0000D7FF');
       text[position] = unit;
       EXPECT_NE(refused(text).find(" at position " + std::to_string(position + 1) + ";"), std::string::npos);
     }
   }
   EXPECT_EQ(package.get<"Name">(), K7Q::String(u"Brakes"));
+}
+
+TEST_F(Property, TakesEveryOtherUnitAtEveryPlace) {
+  const auto package = common::Package::create(mModel, u"Brakes");
+  for (std::size_t position = 0; position < 5; ++position) {
+    for (const char16_t unit : {u'\t', u'\n', u'\r', u' ', u'\x7F', u'\x85', char16_t{0xD7FF},
+                                char16_t{0xE000}, char16_t{0xFFFD}}) {
+      std::u16string text(5, u'a');
+      text[position] = unit;
+      package.set<"Name">(K7Q::String(text));
+      EXPECT_EQ(package.get<"Name">(), K7Q::String(text));
+    }
+  }
 }
 
 TEST_F(Property, TakesAPairOfSurrogatesAtEveryPlace) {

@@ -274,7 +274,7 @@ TEST_F(TextSequence, RefusesTextThatNoFileCouldHold) {
   const auto handle = Access<variant::SystemConstValue>(value, "ValueVariationPoint").sequence();
   EXPECT_EQ(refusalOf<K7Q::WrongValue>(
                 [&] { handle.get().generic_push_back({}, K7Q::makeStringRef(K7Q::String(u"a\xDC00"))); }),
-            "SystemConstValue.ValueVariationPoint: expected Unicode text without U+0000, got the lone "
+            "SystemConstValue.ValueVariationPoint: expected Unicode text that a file can hold, got the lone "
             "surrogate U+DC00 "
             "at position 2; take it out");
   refusalOf<K7Q::WrongValue>([&] { handle.get().generic_push_back({}, K7Q::Generic::Ref()); });

@@ -1,0 +1,67 @@
+#pragma once
+
+#include <array>
+#include <cstring>
+#include <memory>
+#include <string>
+#include <string_view>
+
+namespace Tarvelon::files {
+
+/// Where a file's bytes go.
+class Sink {
+ public:
+  virtual ~Sink() = default;
+  virtual void write(const char* bytes, std::size_t count) = 0;
+};
+
+class TextSink final : public Sink {
+ public:
+  void write(const char* bytes, std::size_t count) override { mText.append(bytes, count); }
+  std::string take() noexcept { return std::move(mText); }
+
+ private:
+  std::string mText;
+};
+
+/// XML text on its way to a sink, through a buffer of its own.
+class Output {
+ public:
+  explicit Output(Sink& sink) : mSink(sink), mBuffer(std::make_unique<char[]>(kCapacity)) {}
+  Output(const Output&) = delete;
+  Output& operator=(const Output&) = delete;
+
+  void raw(std::string_view text) {
+    if (text.size() > kCapacity - mUsed) {
+      flush();
+      if (text.size() > kCapacity) return mSink.write(text.data(), text.size());
+    }
+    std::memcpy(mBuffer.get() + mUsed, text.data(), text.size());
+    mUsed += text.size();
+  }
+  void put(char character) {
+    if (mUsed == kCapacity) flush();
+    mBuffer[mUsed++] = character;
+  }
+  /// A new line and that many spaces.
+  void line(unsigned indent);
+  /// What stands between quotes, and between tags: what a parser would take otherwise is escaped.
+  void attributeText(std::u16string_view text) { escaped(text, true); }
+  void elementText(std::u16string_view text) { escaped(text, false); }
+  void flush() {
+    if (mUsed != 0) mSink.write(mBuffer.get(), mUsed);
+    mUsed = 0;
+  }
+
+ private:
+  static constexpr std::size_t kCapacity = std::size_t{1} << 16;
+  void escaped(std::u16string_view text, bool isAttribute);
+  void escape(char16_t unit);
+  void encode(char32_t point);
+
+  Sink& mSink;
+  std::unique_ptr<char[]> mBuffer;
+  std::size_t mUsed = 0;
+};
+
+}  // namespace Tarvelon::files

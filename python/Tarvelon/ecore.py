@@ -1,0 +1,23 @@
+"""Writes the metamodel as an Ecore file, with which EMF and other programs open our models."""
+
+import argparse
+import sys
+
+import K7Q
+import _tarvelon_host as _host
+
+
+def main(arguments=None):
+    parser = argparse.ArgumentParser(prog="tarvelon ecore", description=__doc__)
+    parser.add_argument("file", metavar="FILE", help="the file to write, as in tarvelon.ecore")
+    options = parser.parse_args(arguments)
+    try:
+        _host.saveEcore(options.file)
+    except K7Q.FileError as error:
+        print(f"tarvelon: {error}", file=sys.stderr)
+        return 1
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

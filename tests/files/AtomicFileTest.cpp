@@ -1,0 +1,250 @@
+// A saved file is the old or the new one, whatever happens, and nothing else is left.
+
+#include <algorithm>
+#include <csignal>
+#include <cstdlib>
+#include <fcntl.h>
+#include <filesystem>
+#include <fstream>
+#include <iterator>
+#include <string>
+#include <sys/file.h>
+#include <sys/resource.h>
+#include <sys/stat.h>
+#include <sys/wait.h>
+#include <unistd.h>
+#include <vector>
+
+#include "tests/files/Support.h"
+
+namespace {
+
+namespace fs = std::filesystem;
+
+class AtomicFile : public testing::Test {
+ protected:
+  explicit AtomicFile(const fs::path& where = fs::temp_directory_path()) {
+    std::string pattern = (where / "tarvelon-files-XXXXXX").string();
+    mFolder = ::mkdtemp(pattern.data());
+    mFile = mFolder / "brakes.xmi";
+  }
+  ~AtomicFile() override {
+    fs::permissions(mFolder, fs::perms::owner_all);
+    fs::remove_all(mFolder);
+  }
+
+  static K7Q::Model makeModel(const char16_t* name, int objects = 1) {
+    const auto model = K7Q::Model::create();
+    for (int count = 0; count < objects; ++count) common::Package::create(model, name);
+    return model;
+  }
+  static std::string read(const fs::path& path) {
+    std::ifstream file(path, std::ios::binary);
+    return {std::istreambuf_iterator<char>(file), {}};
+  }
+  std::vector<std::string> names() const {
+    std::vector<std::string> found;
+    for (const auto& entry : fs::directory_iterator(mFolder))
+      found.push_back(entry.path().filename().string());
+    std::ranges::sort(found);
+    return found;
+  }
+  std::string write(const std::string& name, const std::string& text = "old") const {
+    std::ofstream(mFolder / name) << text;
+    return text;
+  }
+
+  fs::path mFolder;
+  fs::path mFile;
+};
+
+using Names = std::vector<std::string>;
+
+/// In memory where there is such a folder: a kill is a kill, and nobody waits for a disk.
+class KilledSave : public AtomicFile {
+ protected:
+  KilledSave() : AtomicFile(::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : fs::temp_directory_path()) {}
+};
+
+TEST_F(AtomicFile, IsSavedAndLoaded) {
+  const auto model = makeModel(u"Brakes");
+  files::save(model, mFile);
+  EXPECT_EQ(read(mFile), files::saveText(model));
+  EXPECT_EQ(files::saveText(files::load(mFile).model), files::saveText(model));
+  EXPECT_EQ(names(), Names{"brakes.xmi"});
+}
+
+TEST_F(AtomicFile, KeepsItsMode) {
+  write("brakes.xmi");
+  for (const mode_t mode : {0640U, 0600U, 0664U}) {
+    ::chmod(mFile.c_str(), mode);
+    files::save(makeModel(u"Brakes"), mFile);
+    struct stat found {};
+    ::stat(mFile.c_str(), &found);
+    EXPECT_EQ(found.st_mode & 07777, mode);
+  }
+}
+
+TEST_F(AtomicFile, HasTheModeThatTheUserWantsForNewOnes) {
+  const mode_t before = ::umask(027);
+  files::save(makeModel(u"Brakes"), mFile);
+  ::umask(before);
+  struct stat found {};
+  ::stat(mFile.c_str(), &found);
+  EXPECT_EQ(found.st_mode & 07777, 0640U);
+}
+
+TEST_F(AtomicFile, StaysWhereASymbolicLinkPoints) {
+  fs::create_directory(mFolder / "there");
+  fs::create_symlink("there/real.xmi", mFolder / "second");
+  fs::create_symlink("second", mFile);
+  for (int turn = 0; turn < 2; ++turn) {
+    files::save(makeModel(u"Brakes"), mFile);
+    EXPECT_TRUE(fs::is_symlink(mFile));
+    EXPECT_TRUE(fs::is_symlink(mFolder / "second"));
+    EXPECT_TRUE(fs::is_regular_file(mFolder / "there" / "real.xmi"));
+  }
+  EXPECT_EQ(names(), (Names{"brakes.xmi", "second", "there"}));
+}
+
+TEST_F(AtomicFile, SweepsWhatAKilledSaveLeftAndNothingElse) {
+  for (const char* name : {".brakes.xmi.01234567.tarvelon-new", ".brakes.xmi.0123456g.tarvelon-new",
+                           ".brakes.xmi.0123456.tarvelon-new", "brakes.xmi.01234567.tarvelon-new",
+                           ".other.xmi.01234567.tarvelon-new", ".brakes.xmi.01234567.tarvelon-old"})
+    write(name);
+  files::save(makeModel(u"Brakes"), mFile);
+  EXPECT_EQ(names(), (Names{".brakes.xmi.0123456.tarvelon-new", ".brakes.xmi.01234567.tarvelon-old",
+                            ".brakes.xmi.0123456g.tarvelon-new", ".other.xmi.01234567.tarvelon-new",
+                            "brakes.xmi", "brakes.xmi.01234567.tarvelon-new"}));
+}
+
+TEST_F(AtomicFile, LeavesTheTemporaryFileOfAnotherSaveAlone) {
+  write(".brakes.xmi.01234567.tarvelon-new");
+  const int other = ::open((mFolder / ".brakes.xmi.01234567.tarvelon-new").c_str(), O_RDWR);
+  ASSERT_EQ(::flock(other, LOCK_EX), 0);
+  files::save(makeModel(u"Brakes"), mFile);
+  EXPECT_EQ(names(), (Names{".brakes.xmi.01234567.tarvelon-new", "brakes.xmi"}));
+  ::close(other);
+  files::save(makeModel(u"Brakes"), mFile);
+  EXPECT_EQ(names(), Names{"brakes.xmi"});
+}
+
+TEST_F(AtomicFile, SavesOfTwoProcessesAtOnceAllEndWell) {
+  std::vector<pid_t> children;
+  for (int child = 0; child < 4; ++child) {
+    children.push_back(::fork());
+    if (children.back() != 0) continue;
+    try {
+      const auto model = makeModel(child % 2 == 0 ? u"Even" : u"Odd", 50);
+      for (int turn = 0; turn < 30; ++turn) files::save(model, mFile, {nullptr, false});
+    } catch (...) {
+      ::_exit(1);
+    }
+    ::_exit(0);
+  }
+  for (const pid_t child : children) {
+    int status = -1;
+    ::waitpid(child, &status, 0);
+    EXPECT_EQ(status, 0);
+  }
+  const std::string text = read(mFile);
+  EXPECT_TRUE(text == files::saveText(makeModel(u"Even", 50)) ||
+              text == files::saveText(makeModel(u"Odd", 50)));
+  EXPECT_EQ(names(), Names{"brakes.xmi"});
+}
+
+/// What a save that must fail says; the file and the folder must stay as they are.
+std::string refusalOfSave(const fs::path& path, const K7Q::Model& model) {
+  try {
+    files::save(model, path);
+  } catch (const files::FileError& refusal) {
+    return refusal.what();
+  }
+  ADD_FAILURE() << "it was saved";
+  return {};
+}
+
+TEST_F(AtomicFile, StaysAsItIsWhenTheDiskIsFull) {
+  const std::string old = write("brakes.xmi");
+  // A limit on the size of files fails as a full disk does.
+  std::signal(SIGXFSZ, SIG_IGN);
+  const rlimit small{100000, RLIM_INFINITY};
+  ::setrlimit(RLIMIT_FSIZE, &small);
+  const std::string refusal = refusalOfSave(mFile, makeModel(u"Brakes", 10000));
+  const rlimit none{RLIM_INFINITY, RLIM_INFINITY};
+  ::setrlimit(RLIMIT_FSIZE, &none);
+  EXPECT_EQ(refusal, "cannot save '" + mFile.string() +
+                         "': writing failed (File too large); what was there is as it was");
+  EXPECT_EQ(read(mFile), old);
+  EXPECT_EQ(names(), Names{"brakes.xmi"});
+  if (fs::exists("/dev/full")) {
+    EXPECT_NE(refusalOfSave("/dev/full", makeModel(u"Brakes")).find("it is no regular file"),
+              std::string::npos);
+  }
+}
+
+TEST_F(AtomicFile, SaysThatThereIsNoSuchFolder) {
+  EXPECT_EQ(refusalOfSave(mFolder / "gone" / "brakes.xmi", makeModel(u"Brakes")),
+            "cannot save '" + (mFolder / "gone" / "brakes.xmi").string() +
+                "': no temporary file can be made beside it (No such file or directory); what was there is "
+                "as it was");
+  EXPECT_NE(refusalOfSave(mFolder, makeModel(u"Brakes")).find("it is a folder (Is a directory)"),
+            std::string::npos);
+  EXPECT_NE(refusalOfSave("", makeModel(u"Brakes")).find("the path names no file"), std::string::npos);
+}
+
+TEST_F(AtomicFile, StaysAsItIsInAFolderThatMayNotBeWritten) {
+  if (::geteuid() == 0) GTEST_SKIP() << "whoever is root may write everywhere";
+  const std::string old = write("brakes.xmi");
+  fs::permissions(mFolder, fs::perms::owner_read | fs::perms::owner_exec);
+  EXPECT_NE(refusalOfSave(mFile, makeModel(u"Brakes")).find("(Permission denied)"), std::string::npos);
+  EXPECT_EQ(read(mFile), old);
+  fs::permissions(mFolder, fs::perms::owner_all);
+  fs::permissions(mFile, fs::perms::owner_read);
+  EXPECT_NE(refusalOfSave(mFile, makeModel(u"Brakes")).find("the file may not be written"),
+            std::string::npos);
+}
+
+TEST_F(AtomicFile, StaysAsItIsWhenTheSaveIsCancelled) {
+  const std::string old = write("brakes.xmi");
+  const auto cancel = [](double) { throw std::runtime_error("enough"); };
+  EXPECT_THROW(files::save(makeModel(u"Brakes"), mFile, {cancel, true}), std::runtime_error);
+  EXPECT_EQ(read(mFile), old);
+  EXPECT_EQ(names(), Names{"brakes.xmi"});
+}
+
+TEST_F(KilledSave, LeavesAWholeFileHoweverOftenItHappens) {
+  const auto first = makeModel(u"First", 80000);
+  const auto second = makeModel(u"Second", 80000);
+  const std::string one = files::saveText(first);
+  const std::string other = files::saveText(second);
+  EXPECT_GT(other.size(), 4900000U);
+  files::save(first, mFile);
+  unsigned seed = 1;
+  for (int turn = 0; turn < 20; ++turn) {
+    const pid_t child = ::fork();
+    if (child == 0) {
+      for (;;) {
+        files::save(second, mFile);
+        files::save(first, mFile);
+      }
+    }
+    ::usleep(static_cast<useconds_t>(::rand_r(&seed) % 150000));
+    ::kill(child, SIGKILL);
+    ::waitpid(child, nullptr, 0);
+    const std::string found = read(mFile);
+    EXPECT_TRUE(found == one || found == other) << found.size();
+    EXPECT_LE(names().size(), 2U) << "the saves before it must have swept";
+  }
+  files::save(first, mFile);
+  EXPECT_EQ(names(), Names{"brakes.xmi"});
+}
+
+TEST_F(AtomicFile, ThatIsNotThereCannotBeLoaded) {
+  EXPECT_EQ(refusalOf<files::FileError>([&] { files::load(mFile); }),
+            "cannot load '" + mFile.string() + "': No such file or directory");
+  EXPECT_EQ(refusalOf<files::FileError>([&] { files::load(mFolder); }),
+            "cannot load '" + mFolder.string() + "': Is a directory");
+}
+
+}  // namespace

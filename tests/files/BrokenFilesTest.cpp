@@ -1,0 +1,278 @@
+// What is wrong with a file is said with its place; nothing of it is loaded unless that is asked for.
+
+#include <string>
+
+#include "tests/files/Support.h"
+
+namespace {
+
+/// The problems of a file with those objects, which begin in line 3; what is right must be loaded leniently.
+std::string problemsOfObjects(const std::string& objects) {
+  const std::string text = fileOf(objects);
+  const std::string problems = refusalOfText(text);
+  const auto loaded = files::loadText(text, {nullptr, true});
+  EXPECT_EQ(problemsOf(loaded.problems), problems);
+  EXPECT_NO_THROW(files::loadText(files::saveText(loaded.model))) << "what is kept must be right";
+  return problems;
+}
+
+TEST(BrokenFiles, NameAnUnknownPropertyAndTheNearest) {
+  EXPECT_EQ(problemsOfObjects("<behavior:Runnable\n  Name=\"Step\"\n  symbl=\"x\"/>"),
+            "5:3 behavior:Runnable has no property 'symbl'; did you mean 'symbol'?\n");
+  EXPECT_EQ(problemsOfObjects("<common:Package xsi:Name=\"a\" tarvelon:format=\"1\" xmi:version=\"2.0\"/>"),
+            "3:30 common:Package has no property 'format' of namespace 'urn:tarvelon:file'\n"
+            "3:50 common:Package has no property 'version' of namespace 'http://www.omg.org/XMI'\n");
+}
+
+TEST(BrokenFiles, NameAnUnknownClassAndTheNearest) {
+  EXPECT_EQ(
+      problemsOfObjects("<behavior:Runable/>"),
+      "3:1 package 'behavior' has no class 'Runable'; did you mean 'Runnable'?; it is left out with all that "
+      "it holds\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package>\n <PackagedElement xsi:type=\"variant:SystemCnst\"/>\n"
+                        " <PackagedElement xsi:type=\"what:SystemConst\"/></common:Package>"),
+      "4:19 package 'variant' has no class 'SystemCnst'; did you mean 'SystemConst'?; it is left out with "
+      "all "
+      "that it holds\n"
+      "5:19 expected a class as 'package:Class', got the type 'what:SystemConst', whose prefix no namespace "
+      "has; it is left out with all that it holds\n");
+  EXPECT_EQ(
+      problemsOfObjects("<Package/>"),
+      "3:1 expected an object of the metamodel, got the element 'Package'; it is left out with all that it "
+      "holds\n");
+}
+
+TEST(BrokenFiles, NameAnUnknownElement) {
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package>\n  <PackagdElement><deeper/></PackagdElement></common:Package>"),
+      "4:3 common:Package has no property 'PackagdElement'; did you mean 'PackagedElement'?; it is left out "
+      "with "
+      "all that it holds\n");
+}
+
+TEST(BrokenFiles, NameAValueOfTheWrongKind) {
+  EXPECT_EQ(problemsOfObjects("<common:ApplicationError errorCode=\"7x\"/>"),
+            "3:26 ApplicationError.errorCode: expected int32 scalar, got '7x'; write a whole number from "
+            "-2147483648 "
+            "to 2147483647\n");
+  EXPECT_EQ(problemsOfObjects("<common:ApplicationError errorCode=\"2147483648\"/>"),
+            "3:26 ApplicationError.errorCode: expected int32 scalar, got '2147483648', which it cannot hold; "
+            "write a "
+            "whole number from -2147483648 to 2147483647\n");
+  EXPECT_EQ(
+      problemsOfObjects("<behavior:Runnable canBeInvokedConcurrently=\"yes\"/>"),
+      "3:20 Runnable.canBeInvokedConcurrently: expected logical scalar, got 'yes'; write true or false\n");
+  EXPECT_EQ(problemsOfObjects("<foundation:NumericalValueSpecification Value=\"inf\"/>"),
+            "3:41 NumericalValueSpecification.Value: expected double scalar, got 'inf'; write a number\n");
+  EXPECT_EQ(problemsOfObjects("<common:AUTOSAR ArxmlFilePackaging=\"Modulr\"/>"),
+            "3:17 AUTOSAR.ArxmlFilePackaging: expected "
+            "Tarvelon.metamodel.arplatform.common.ArxmlFilePackagingKind, got "
+            "'Modulr'; write one of 'Modular', 'SingleFile'\n");
+}
+
+TEST(BrokenFiles, NameASecondValueWhereThereIsOne) {
+  EXPECT_EQ(problemsOfObjects("<common:Package Name=\"A\">\n  <Name>B</Name></common:Package>"),
+            "4:10 Package.Name: expected one value, got another; take out all but one\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package>\n <adminData/>\n <adminData/></common:Package>"),
+      "5:2 Package.adminData: expected one object, got another; it is left out with all that it holds\n");
+  EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a\"/>\n<common:ReferenceBase Package=\"a a\"/>\n"
+                              "<common:ReferenceBase Package=\"\"/>"),
+            "4:23 ReferenceBase.Package: expected the id of one object, got 'a a'\n"
+            "5:23 ReferenceBase.Package: expected the id of one object, got ''\n");
+}
+
+TEST(BrokenFiles, NameAnIdThatStandsTwice) {
+  EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a\"/>\n<common:Package\n   xmi:id=\"a\"/>"),
+            "5:4 the id 'a' stands at an object before; give this one another\n");
+}
+
+TEST(BrokenFiles, NameAnIdThatIsNone) {
+  EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a b\"/>\n<common:Package xmi:id=\"\"/>"),
+            "3:17 expected an id without blanks, got 'a b'\n"
+            "4:17 expected an id without blanks, got ''\n");
+}
+
+TEST(BrokenFiles, NameAReferenceToNothing) {
+  EXPECT_EQ(problemsOfObjects("<common:ReferenceBase\n Package=\"nobody\"/>"),
+            "3:1 ReferenceBase.Package: no object has the id 'nobody'\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:ReferenceBase Package=\"out\"/>\n<common:Pakage xmi:id=\"out\"/>"),
+      "3:1 ReferenceBase.Package: the object was left out that has the id 'out'\n"
+      "4:1 package 'common' has no class 'Pakage'; did you mean 'Package'?; it is left out with all that it "
+      "holds\n");
+  EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a\">\n <ElementImport href=\"other.xmi#b\"/>\n"
+                              " <ElementImport/></common:Package>"),
+            "4:2 Package.ElementImport: expected the id of an object, got 'other.xmi#b' of another file; "
+            "write the id "
+            "as the attribute's value\n"
+            "5:2 Package.ElementImport: expected the id of an object, got an element; write the id as the "
+            "attribute's value\n");
+}
+
+TEST(BrokenFiles, NameAReferenceToTheWrongClass) {
+  const std::string wrong =
+      "ReferenceBase.Package: expected common:Package, got a common:SdgCaption with the id 'a'\n";
+  EXPECT_EQ(problemsOfObjects("<common:SdgCaption xmi:id=\"a\"/>\n<common:ReferenceBase Package=\"a\"/>"),
+            "4:23 " + wrong);
+  EXPECT_EQ(problemsOfObjects("<common:ReferenceBase Package=\"a\"/>\n<common:SdgCaption xmi:id=\"a\"/>"),
+            "3:1 " + wrong);
+}
+
+TEST(BrokenFiles, NameAnObjectThatStandsTwiceInAList) {
+  EXPECT_EQ(problemsOfObjects("<behavior:TimingEvent xmi:id=\"a\"/>\n<behavior:Runnable Events=\"a a\"/>"),
+            "4:20 Runnable.Events: an object stands once in it, and twice there is the id 'a'\n");
+}
+
+TEST(BrokenFiles, NameAnObjectOfTheWrongOrAnAbstractClass) {
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package>\n <adminData xsi:type=\"common:Sdg\"/></common:Package>"),
+      "4:2 Package.adminData: expected common:AdminData, got common:Sdg; it is left out with all that it "
+      "holds\n");
+  EXPECT_EQ(problemsOfObjects("<common:Identifiable/>"),
+            "3:1 common:Identifiable is abstract: name a class below it with xsi:type; it is left out with "
+            "all that "
+            "it holds\n");
+}
+
+TEST(BrokenFiles, NameASecondOwner) {
+  EXPECT_EQ(problemsOfObjects("<common:Package xmi:id=\"a\" PackagedElement=\"a\"/>"),
+            "3:28 Package.PackagedElement: expected objects as elements, got the text 'a'; an object has one "
+            "owner: nest "
+            "it there\n");
+  EXPECT_EQ(
+      problemsOfObjects("<common:Package xmi:id=\"a\">\n <PackagedElement href=\"#a\"/></common:Package>"),
+      "4:2 Package.PackagedElement: expected an object, got the reference '#a'; an object has one owner: "
+      "nest it "
+      "there\n");
+}
+
+TEST(BrokenFiles, NameTextWhereNoneBelongs) {
+  EXPECT_EQ(problemsOfObjects("<common:Package>\n  stray</common:Package>"),
+            "4:1 expected an element, got the text 'stray'; take it out\n");
+  EXPECT_EQ(problemsOfObjects("<common:Package>\n  <Name>A<b/></Name></common:Package>"),
+            "4:10 Package.Name: expected a value, got the element 'b'; take it out\n");
+}
+
+TEST(BrokenFiles, NameAMissingOrStrangeVersion) {
+  const std::string text =
+      "<xmi:XMI xmlns:xmi=\"http://www.omg.org/XMI\"><common:Package "
+      "xmlns:common=\"urn:tarvelon:metamodel:arplatform.common\"/></xmi:XMI>";
+  EXPECT_EQ(refusalOfText(text),
+            "1:1 the root element has no xmi:version; write xmi:version=\"2.0\"\n"
+            "1:1 the root element has no tarvelon:format: expected the number of the file's format, from 0 "
+            "to 1; write "
+            "xmlns:tarvelon=\"urn:tarvelon:file\" tarvelon:format=\"1\" if a program has dropped it\n");
+  EXPECT_EQ(problemsOf(files::loadText(text, {nullptr, true}).problems), refusalOfText(text));
+  EXPECT_NE(refusalOfText(fileOf("", "new")).find("expected the number of the file's format, got 'new'"),
+            std::string::npos);
+  EXPECT_NE(refusalOfText(fileOf("", "-1")).find("got '-1'"), std::string::npos);
+}
+
+TEST(BrokenFiles, OfANewerFormatAreNotLoadedAtAll) {
+  for (const char* format : {"2", "99999999999999999999"}) {
+    const std::string problem = std::string("the file has format ") + format +
+                                ", and this program reads formats up to 1; load it with a newer one\n";
+    EXPECT_NE(refusalOfText(fileOf("", format), true).find(problem), std::string::npos);
+  }
+}
+
+TEST(BrokenFiles, WithADocumentTypeAreNotLoadedAtAll) {
+  const std::string laughs =
+      "<!DOCTYPE lolz [<!ENTITY lol \"lol\"><!ENTITY lol2 \"&lol;&lol;&lol;&lol;&lol;&lol;&lol;&lol;\">]>\n"
+      "<lolz>&lol2;</lolz>";
+  EXPECT_EQ(refusalOfText(laughs, true),
+            "1:16 a document type with its entities is not loaded; take out the '<!DOCTYPE ...>'\n");
+  EXPECT_NE(refusalOfText("<!DOCTYPE a SYSTEM \"file:///etc/passwd\"><a/>", true).find("a document type"),
+            std::string::npos);
+}
+
+TEST(BrokenFiles, NestedTooDeepAreNotLoadedAtAll) {
+  std::string deep;
+  for (int depth = 0; depth < 200000; ++depth) deep += "<PackagedElement>";
+  EXPECT_NE(refusalOfText(fileOf("<common:Package>" + deep), true)
+                .find("elements are nested deeper than 1000 levels"),
+            std::string::npos);
+}
+
+TEST(BrokenFiles, MayBeNestedAsDeepAsAnythingThatIsSaved) {
+  const auto nested = [](int depth) {
+    std::string begin;
+    std::string end;
+    for (int level = 1; level < depth; ++level) {
+      begin += "<PackagedElement xsi:type=\"common:Package\">";
+      end += "</PackagedElement>";
+    }
+    return fileOf("<common:Package>" + begin + "<Name>Deepest</Name>" + end + "</common:Package>");
+  };
+  const auto loaded = files::loadText(nested(files::kMaxDepth));
+  EXPECT_NE(files::saveText(loaded.model).find("Name=\"Deepest\""), std::string::npos);
+  EXPECT_NE(refusalOfText(nested(files::kMaxDepth + 1), true).find("nested deeper than 1000 levels"),
+            std::string::npos);
+}
+
+TEST(BrokenFiles, OfManyThousandProblemsAreRefusedSoon) {
+  std::string attributes;
+  for (int count = 0; count < 30000; ++count) attributes += " nam" + std::to_string(count) + "=\"\"";
+  try {
+    files::loadText(fileOf("<common:Package" + attributes + "/>"));
+    FAIL();
+  } catch (const files::WrongFile& refusal) {
+    EXPECT_EQ(refusal.problems().count, 30000U);
+  }
+}
+
+TEST(BrokenFiles, ThatAreNoXmlAreNotLoadedAtAll) {
+  EXPECT_EQ(refusalOfText("", true), "1:1 this is no well-formed XML: no element found\n");
+  EXPECT_EQ(refusalOfText("PK\x03\x04", true),
+            "1:3 this is no well-formed XML: not well-formed (invalid token)\n");
+}
+
+TEST(BrokenFiles, ThatBreakOffKeepWhatCameBefore) {
+  const std::string text = fileOf("<common:Package Name=\"A\"/>\n<common:Package Name=\"B\">");
+  const std::string cut = text.substr(0, text.find("\"B\""));
+  EXPECT_EQ(refusalOfText(cut), "4:1 this is no well-formed XML: unclosed token\n");
+  const std::string kept = objectsOf(files::saveText(files::loadText(cut, {nullptr, true}).model));
+  EXPECT_NE(kept.find("Name=\"A\""), std::string::npos);
+}
+
+TEST(BrokenFiles, OfManyProblemsShowTwentyAndTheirCount) {
+  std::string objects;
+  for (int count = 0; count < 1234; ++count) objects += "<common:Package nme=\"A\"/>\n";
+  try {
+    files::loadText(fileOf(objects), {}, "brakes.xmi");
+    FAIL();
+  } catch (const files::WrongFile& refusal) {
+    const std::string text = refusal.what();
+    EXPECT_TRUE(text.starts_with(
+        "cannot load 'brakes.xmi': 1234 problems, so nothing was loaded\n  line 3, column 17: "
+        "common:Package has no property 'nme'"));
+    EXPECT_TRUE(text.ends_with("\n  and 1214 more"));
+    EXPECT_EQ(std::count(text.begin(), text.end(), '\n'), 21);
+    EXPECT_EQ(refusal.problems().kept.size(), 1000U);
+    EXPECT_EQ(refusal.problems().count, 1234U);
+  }
+}
+
+TEST(OtherFiles, OfFormatZeroAreBroughtToThePresent) {
+  const auto loaded = files::loadText(fileOf("<common:Package ExternalTool=\"Editor\"/>", "0"));
+  EXPECT_NE(files::saveText(loaded.model).find("ExternalToolInfo=\"Editor\""), std::string::npos);
+  EXPECT_EQ(refusalOfText(fileOf("<common:Package ExternalTool=\"Editor\"/>")),
+            "3:17 common:Package has no property 'ExternalTool'\n");
+}
+
+TEST(OtherFiles, MayBeOneObjectWithOtherPrefixesAndElementsForValues) {
+  const std::string text =
+      "<?xml version=\"1.0\" encoding=\"ISO-8859-1\"?>\n"
+      "<c:Package xmi:version=\"2.1\" xmlns:xmi=\"http://schema.omg.org/spec/XMI/2.1\" "
+      "xmlns:f=\"urn:tarvelon:file\" "
+      "f:format=\"1\" xmlns:c=\"urn:tarvelon:metamodel:arplatform.common\" xmi:id=\"p\">"
+      "<Name>Br\xE4ke</Name><PackagedElement xmlns:v=\"urn:tarvelon:metamodel:arplatform.variant\" "
+      "xmi:type=\"v:SystemConst\" xmi:id=\"w\"/><ElementImport xmi:idref=\"w\"/></c:Package>";
+  const std::string saved = objectsOf(files::saveText(files::loadText(text).model));
+  EXPECT_NE(saved.find("Name=\"Br\xC3\xA4ke\""), std::string::npos) << saved;
+  EXPECT_NE(saved.find("ElementImport=\"w\""), std::string::npos) << saved;
+}
+
+}  // namespace

@@ -1,0 +1,176 @@
+// Models in files and back.
+
+#include <bit>
+#include <limits>
+#include <string>
+#include <vector>
+
+#include "tests/files/Support.h"
+
+namespace {
+
+/// The text of a model that was saved, loaded and saved.
+std::string again(const std::string& text) { return files::saveText(files::loadText(text).model); }
+
+/// A behavior with a runnable, and two events that start it and disable each other's way.
+K7Q::Model makeBehavior() {
+  const auto model = K7Q::Model::create();
+  const auto owner = behavior::ApplicationComponentBehavior::create(
+      model, behavior::TerminateAndRestartKind::NoSupport, u"Behavior");
+  const auto step = behavior::Runnable::create(model, u"step", u"Step");
+  owner.get<"Runnables">().add(step);
+  for (const char16_t* name : {u"Each10ms", u"Each20ms"}) {
+    const auto event = behavior::TimingEvent::create(model, 0.01, name);
+    event.set<"StartOnEvent">(step);
+    owner.get<"Events">().add(event);
+    step.get<"Events">().add(event);
+  }
+  return model;
+}
+
+TEST(SaveAndLoad, WritesOneValueALineAndNestsWhatIsHeld) {
+  const auto model = K7Q::Model::create();
+  const auto package = common::Package::create(model, u"Brakes");
+  package.set<"category">(u"STANDARD");
+  package.get<"PackagedElement">().add(variant::SystemConst::create(model, u"Wheels"));
+  EXPECT_EQ(objectsOf(files::saveText(model)),
+            "  <common:Package xmi:id=\"_EPbT0ioBv_I\"\n"
+            "      Name=\"Brakes\"\n"
+            "      category=\"STANDARD\"\n"
+            "  >\n"
+            "    <PackagedElement xsi:type=\"variant:SystemConst\" xmi:id=\"_ASdLO-BSTaM\"\n"
+            "        Name=\"Wheels\"\n"
+            "    />\n"
+            "  </common:Package>\n");
+}
+
+TEST(SaveAndLoad, GivesTheSameTextAgain) {
+  const std::string text = files::saveText(makeBehavior());
+  EXPECT_EQ(again(text), text);
+}
+
+TEST(SaveAndLoad, GivesAModelThatIsBuiltAgainTheSameText) {
+  EXPECT_EQ(files::saveText(makeBehavior()), files::saveText(makeBehavior()));
+}
+
+TEST(SaveAndLoad, MakesReferencesForwardAndBackInTheirOrder) {
+  const std::string text = files::saveText(makeBehavior());
+  const auto first = text.find("Events=\"_");
+  ASSERT_NE(first, std::string::npos);
+  EXPECT_EQ(text[text.find('\n', first) - 1], text[first + 19]) << "a line each";
+  EXPECT_EQ(again(text), text);
+}
+
+TEST(SaveAndLoad, KeepsEveryTextAsItIs) {
+  for (const std::u16string text :
+       {u" blanks around ", u"tab\tline\nreturn\r\r\n", u"<a b=\"c\" d='e'>&amp;]]></a>",
+        u"\x7F\x85\xA0\u2028\uFFFD", u"\U0001F600 \U0010FFFF \U0001FFFE", u"\u00E4\u0800\uD7FF\uE000"}) {
+    const auto model = K7Q::Model::create();
+    common::Package::create(model, text);
+    variant::SystemConstValue::create(model).get<"ValueVariationPoint">().add(K7Q::String(text));
+    EXPECT_EQ(again(files::saveText(model)), files::saveText(model));
+    const auto loaded = files::loadText(files::saveText(model));
+    EXPECT_TRUE(files::saveText(loaded.model) == files::saveText(model));
+  }
+}
+
+TEST(SaveAndLoad, KeepsTextsLongerThanEveryBuffer) {
+  const auto model = K7Q::Model::create();
+  std::u16string text(500001, u'x');
+  for (std::size_t place = 0; place < text.size(); place += 7) text[place] = u'\u00E4';
+  const auto name = common::Package::create(model, text);
+  const std::string saved = files::saveText(model);
+  EXPECT_GT(saved.size(), text.size());
+  EXPECT_EQ(again(saved), saved);
+}
+
+TEST(SaveAndLoad, KeepsEveryDoubleToItsLastBit) {
+  std::string objects;
+  for (const char* value :
+       {"0.1", "-0", "5e-324", "1.7976931348623157e+308", "NaN", "-Infinity", "Infinity", "3"})
+    objects += std::string("  <foundation:NumericalValueSpecification Value=\"") + value + "\"/>\n";
+  const std::string saved = objectsOf(again(fileOf(objects)));
+  for (const char* value :
+       {"0.1", "-0", "5e-324", "1.7976931348623157e+308", "NaN", "-Infinity", "Infinity", "3"})
+    EXPECT_NE(saved.find(std::string("Value=\"") + value + "\""), std::string::npos) << value << saved;
+}
+
+TEST(SaveAndLoad, KeepsAnEmptyTextThatIsSetAndNoneThatIsNot) {
+  const auto model = K7Q::Model::create();
+  common::Package::create(model);
+  common::Package::create(model, u"");
+  const std::string saved = objectsOf(again(files::saveText(model)));
+  EXPECT_NE(saved.find("Name=\"\""), std::string::npos) << saved;
+  EXPECT_EQ(saved.find("Name"), saved.rfind("Name")) << saved;
+}
+
+TEST(SaveAndLoad, SavesAnEmptyModel) {
+  const std::string saved = files::saveText(K7Q::Model::create());
+  EXPECT_EQ(objectsOf(saved), "");
+  EXPECT_EQ(again(saved), saved);
+}
+
+TEST(SaveAndLoad, SaysHowMuchIsDone) {
+  std::vector<double> done;
+  const auto note = [&done](double fraction) { done.push_back(fraction); };
+  const auto model = K7Q::Model::create();
+  for (int count = 0; count < 40000; ++count) common::Package::create(model, u"Package");
+  const std::string text = files::saveText(model, {note, true});
+  ASSERT_EQ(done.size(), 3U);
+  EXPECT_NEAR(done[0], 0.41, 0.01);
+  EXPECT_EQ(done.back(), 1);
+  done.clear();
+  files::loadText(text, {note, false});
+  ASSERT_EQ(done.size(), 1 + text.size() / (1 << 20));
+  EXPECT_TRUE(std::is_sorted(done.begin(), done.end()));
+  EXPECT_EQ(done.back(), 1);
+}
+
+TEST(SaveAndLoad, EndsWithWhatTheProgressRaises) {
+  struct Cancelled {};
+  const auto cancel = [](double) { throw Cancelled(); };
+  const auto model = makeBehavior();
+  EXPECT_THROW(files::saveText(model, {cancel, true}), Cancelled);
+  EXPECT_THROW(files::loadText(files::saveText(model), {cancel, false}), Cancelled);
+}
+
+TEST(SaveAndLoad, RefusesAProgressThatChangesTheModel) {
+  const auto model = K7Q::Model::create();
+  std::vector<common::Package> packages;
+  for (int count = 0; count < 20000; ++count) packages.push_back(common::Package::create(model, u"Package"));
+  const std::string refusal =
+      "objects have come or gone while the model was saved; let the progress change nothing";
+  const auto add = [&](double) { common::Package::create(model, u"New"); };
+  EXPECT_EQ(refusalOf([&] { files::saveText(model, {add, true}); }), refusal);
+  const auto destroy = [&](double done) {
+    if (done < 1) packages.back().destroy();
+  };
+  EXPECT_EQ(refusalOf([&] { files::saveText(model, {destroy, true}); }), refusal);
+}
+
+TEST(SaveAndLoad, RefusesToNestDeeperThanAFileMay) {
+  const auto model = K7Q::Model::create();
+  auto above = common::Package::create(model, u"Top");
+  for (int depth = 1; depth < files::kMaxDepth; ++depth) {
+    const auto below = common::Package::create(model, u"Below");
+    above.get<"PackagedElement">().add(below);
+    above = below;
+  }
+  const std::string text = files::saveText(model);
+  EXPECT_EQ(again(text), text);
+  above.get<"PackagedElement">().add(common::Package::create(model, u"TooDeep"));
+  for (int turn = 0; turn < 2; ++turn) {
+    EXPECT_EQ(
+        refusalOf([&] { files::saveText(model); }),
+        "objects are nested deeper than the 1000 levels that a file may have, down to a Package; hold them "
+        "flatter");
+  }
+}
+
+TEST(SaveAndLoad, RefusesAClosedModel) {
+  const auto model = K7Q::Model::create();
+  model.getModelInterface()->close();
+  expectNullReference([&] { files::saveText(model); });
+}
+
+}  // namespace

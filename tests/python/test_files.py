@@ -1,0 +1,322 @@
+"""Models in files: what is kept, what is refused, and what a person is told."""
+
+import difflib
+import importlib.util
+import io
+import os
+import stat
+import sys
+from pathlib import Path
+
+import pytest
+from hypothesis import HealthCheck, given, settings
+from hypothesis import strategies as st
+
+import K7Q
+from Tarvelon.metamodel.arplatform import Factory, behavior, common, variant
+
+ROOT = Path(__file__).resolve().parents[2]
+BROKEN = Path(__file__).resolve().parents[1] / "files" / "broken"
+
+
+def example(name):
+    sys.path.append(str(ROOT / "examples"))
+    try:
+        spec = importlib.util.spec_from_file_location(name, ROOT / "examples" / f"{name}.py")
+        module = importlib.util.module_from_spec(spec)
+        spec.loader.exec_module(module)
+        return module
+    finally:
+        sys.path.pop()
+
+
+reflection = example("every_class")
+
+
+def walk(model):
+    """All objects, each behind its owner."""
+    waiting = list(reversed(model.roots()))
+    while waiting:
+        yield (each := waiting.pop())
+        waiting += reversed([held for _, held, is_held in values(each) if is_held])
+
+
+def values(each):
+    """Every value of every stored property: the property's name, the value, whether the object holds it."""
+    for name, description in reflection.descriptions(type(each)):
+        attribute = reflection.attribute_of(type(each), name)
+        if attribute is None or description.isReadOnly():
+            continue
+        value = getattr(each, attribute)
+        for one in (value if hasattr(value, "append") else [value]):
+            if one is not None:
+                yield name, one, description.isContainment()
+
+
+def picture(model):
+    """The whole model as plain data: what each object is, and its values, references as numbers of objects."""
+    objects = list(walk(model))
+    numbers = {each: f"object {number}" for number, each in enumerate(objects)}
+    return [(type(each).__module__, type(each).__name__,
+             [(name, numbers[value] if hasattr(value, "getModel") else repr(value))
+              for name, value, _ in values(each)])
+            for each in objects]
+
+
+@pytest.fixture
+def again(tmp_path):
+    """Saves a model and loads it."""
+
+    def run(model):
+        path = tmp_path / "model.xmi"
+        model.save(path)
+        loaded = K7Q.Model.load(path)
+        loaded.save(tmp_path / "again.xmi")
+        assert (tmp_path / "again.xmi").read_bytes() == path.read_bytes()
+        return loaded
+
+    return run
+
+
+def test_the_braking_function_is_the_same_when_loaded(again):
+    by_wire, brake = example("brake_by_wire"), example("brake_components")
+    with Factory.createNewModel() as model:
+        by_wire.build(brake.maker(model))
+        before = picture(model)
+        assert len(before) == 451
+        assert picture(again(model)) == before
+
+
+def test_every_property_of_every_class_is_the_same_when_loaded(again):
+    with Factory.createNewModel() as model:
+        maker = reflection.Maker(model)
+        for cls in maker.classes:
+            target = cls(model)
+            for name, description in reflection.descriptions(cls):
+                attribute = reflection.attribute_of(cls, name)
+                if attribute is not None and not description.isReadOnly():
+                    reflection.write_and_read(target, attribute, description, maker)
+        before = picture(model)
+        assert {name for _, name, _ in before} >= {cls.__name__ for cls in maker.classes}
+        assert picture(again(model)) == before
+
+
+TEXTS = st.text(st.characters(blacklist_categories=("Cs",), blacklist_characters="\ufffe\uffff") |
+                st.sampled_from("\t\n\r <>&\"']"))
+
+
+def is_kept(text):
+    return all(each >= " " or each in "\t\n\r" for each in text)
+
+
+@settings(deadline=None, suppress_health_check=[HealthCheck.function_scoped_fixture])
+@given(st.lists(TEXTS.filter(is_kept), min_size=1, max_size=5))
+def test_every_text_is_the_same_when_loaded(again, texts):
+    with K7Q.Model.create() as model:
+        package = common.Package(model, texts[0])
+        package.category = texts[0]
+        value = variant.SystemConstValue(model)
+        value.ValueVariationPoint.extend(texts)
+        package_again, value_again = again(model).roots()
+        assert package_again.Name == texts[0]
+        assert package_again.category == texts[0]
+        assert list(value_again.ValueVariationPoint) == texts
+
+
+@settings(deadline=None, suppress_health_check=[HealthCheck.function_scoped_fixture])
+@given(st.floats(allow_nan=False))
+def test_every_number_is_the_same_when_loaded(again, number):
+    with K7Q.Model.create() as model:
+        behavior.TimingEvent(model, number, "Event")
+        assert again(model).roots()[0].Period.hex() == number.hex()
+
+
+@pytest.mark.parametrize("text", ["\0", "a\x01", "\x0b", "\x1f", "\ufffe", "\uffff", "\ud800"])
+def test_a_text_that_no_file_can_hold_is_refused_when_it_is_set(package, text):
+    with pytest.raises(K7Q.WrongValue):
+        package.Name = text
+    assert package.Name == "Brakes"
+
+
+def changes(before, after):
+    """The lines that are gone and those that are new."""
+    lines = [line for line in difflib.ndiff(before.read_text().splitlines(), after.read_text().splitlines())]
+    return [[line[2:].strip() for line in lines if line[0] == mark] for mark in "-+"]
+
+
+def test_a_change_changes_its_own_lines_alone(model, tmp_path):
+    before, after = tmp_path / "before.xmi", tmp_path / "after.xmi"
+    packages = [common.Package(model, f"P{number}") for number in range(100)]
+    model.save(before)
+
+    packages[50].Name = "Renamed"
+    packages[55].category = "STANDARD"
+    model.save(after)
+    assert changes(before, after) == [['Name="P50"'], ['Name="Renamed"', 'category="STANDARD"']]
+
+    model.save(before)
+    packages[70].destroy()
+    packages[50].Name = "P50"
+    model.save(after)
+    gone, new = changes(before, after)
+    assert (len(gone), gone[0], gone[2]) == (4, 'Name="Renamed"', 'Name="P70"')
+    assert new == ['Name="P50"']
+
+    packages[60].PackagedElement.append(variant.SystemConst(model, "First"))
+    model.save(before)
+    packages[60].PackagedElement.append(variant.SystemConst(model, "Second"))
+    model.save(after)
+    gone, new = changes(before, after)
+    assert (gone, len(new), new[1]) == ([], 3, 'Name="Second"')
+
+
+def test_a_path_may_be_text_bytes_or_a_path(model, package, tmp_path):
+    for path in (tmp_path / "a.xmi", str(tmp_path / "b.xmi"), os.fsencode(tmp_path / "ü.xmi")):
+        model.save(path)
+        assert [each.Name for each in K7Q.Model.load(path).roots()] == ["Brakes"]
+    for wrong in (None, 7, model):
+        with pytest.raises(K7Q.WrongType, match="save: expected a path, got "):
+            model.save(wrong)
+        with pytest.raises(K7Q.WrongType, match="load: expected a path, got "):
+            K7Q.Model.load(wrong)
+    for wrong in ("nul\0byte", b"nul\0byte", "\ud800"):
+        with pytest.raises(K7Q.WrongValue, match="save: expected a path that the system can have, got "):
+            model.save(wrong)
+
+
+def test_a_frozen_model_can_be_saved(model, package, tmp_path):
+    model.frozen().save(tmp_path / "a.xmi")
+    assert [each.Name for each in model.frozen().roots()] == ["Brakes"]
+    with pytest.raises(K7Q.Exception):
+        model.frozen().roots()[0].Name = "Wheels"
+
+
+def test_a_loaded_model_is_bound_to_no_uri(model, tmp_path):
+    model.save(tmp_path / "a.xmi")
+    before = list(K7Q.Model.uris())
+    loaded = K7Q.Model.load(tmp_path / "a.xmi")
+    assert list(K7Q.Model.uris()) == before
+    assert loaded.problems == ()
+
+
+def test_what_the_system_refuses_is_an_os_error(model, tmp_path):
+    with pytest.raises(K7Q.FileError) as caught:
+        model.save(tmp_path / "gone" / "a.xmi")
+    assert isinstance(caught.value, OSError)
+    assert (caught.value.errno, caught.value.filename) == (2, str(tmp_path / "gone" / "a.xmi"))
+    assert str(caught.value) == (f"cannot save '{tmp_path}/gone/a.xmi': no temporary file can be made beside it "
+                                 "(No such file or directory); what was there is as it was")
+    with pytest.raises(K7Q.FileError, match="cannot load '.*b.xmi': No such file or directory"):
+        K7Q.Model.load(tmp_path / "b.xmi")
+
+
+def test_a_file_keeps_its_mode(model, tmp_path):
+    path = tmp_path / "a.xmi"
+    path.write_text("old")
+    path.chmod(0o640)
+    model.save(path)
+    assert stat.S_IMODE(path.stat().st_mode) == 0o640
+    assert [each.name for each in tmp_path.iterdir()] == ["a.xmi"]
+
+
+def broken(tmp_path, model, package):
+    package.category = "STANDARD"
+    path = tmp_path / "broken.xmi"
+    model.save(path)
+    path.write_text(path.read_text().replace("category", "categry"))
+    return path
+
+
+def test_a_file_with_problems_is_refused_with_all_of_them(model, package, tmp_path):
+    path = broken(tmp_path, model, package)
+    with pytest.raises(K7Q.WrongFile) as caught:
+        K7Q.Model.load(path)
+    problem, = caught.value.problems
+    assert problem.text == "common:Package has no property 'categry'; did you mean 'category'?"
+    assert path.read_text().splitlines()[problem.line - 1][problem.column - 1:].startswith("categry=")
+    assert caught.value.count == 1
+    assert str(caught.value) == f"cannot load '{path}': 1 problem, so nothing was loaded\n  {problem}"
+    assert str(problem) == f"line {problem.line}, column {problem.column}: {problem.text}"
+
+
+def test_a_lenient_load_keeps_what_is_right(model, package, tmp_path):
+    loaded = K7Q.Model.load(broken(tmp_path, model, package), lenient=True)
+    assert [(each.Name, each.category) for each in loaded.roots()] == [("Brakes", "")]
+    assert [each.text for each in loaded.problems] == [
+        "common:Package has no property 'categry'; did you mean 'category'?"]
+    assert model.problems == ()
+
+
+@pytest.mark.parametrize("path", sorted(BROKEN.iterdir()), ids=lambda path: path.name)
+def test_a_broken_file_is_refused_with_a_place(path):
+    lines = path.read_bytes().decode("utf-8", "replace").split("\n")
+    with pytest.raises(K7Q.WrongFile) as caught:
+        K7Q.Model.load(path)
+    assert caught.value.problems
+    for problem in caught.value.problems:
+        assert 1 <= problem.line <= len(lines)
+        assert problem.column >= 1
+    try:
+        K7Q.Model.load(path, lenient=True).close()
+    except K7Q.WrongFile as refusal:
+        assert refusal.count
+
+
+def test_truncated_and_changed_files_never_do_worse_than_be_refused(model, package, tmp_path):
+    variant.SystemConstValue(model).ValueVariationPoint.extend(["a", "b"])
+    path = tmp_path / "a.xmi"
+    model.save(path)
+    whole = path.read_bytes()
+    for place in range(0, len(whole), 7):
+        for content in (whole[:place], whole[:place] + bytes([whole[place] ^ 1 << place % 8]) + whole[place + 1:]):
+            path.write_bytes(content)
+            try:
+                K7Q.Model.load(path)
+            except K7Q.WrongFile as refusal:
+                assert all(each.line and each.column and each.text for each in refusal.problems)
+
+
+class Terminal(io.StringIO):
+    def isatty(self):
+        return True
+
+
+def test_progress_is_told_and_can_cancel(model, package, tmp_path):
+    told = []
+    model.save(tmp_path / "a.xmi", progress=told.append)
+    K7Q.Model.load(tmp_path / "a.xmi", progress=told.append)
+    assert told == [1, 1]
+
+    class Cancelled(Exception):
+        pass
+
+    def cancel(done):
+        raise Cancelled
+
+    old = (tmp_path / "a.xmi").read_bytes()
+    package.Name = "Other"
+    with pytest.raises(Cancelled):
+        model.save(tmp_path / "a.xmi", progress=cancel)
+    with pytest.raises(Cancelled):
+        K7Q.Model.load(tmp_path / "a.xmi", progress=cancel)
+    assert (tmp_path / "a.xmi").read_bytes() == old
+    assert [each.name for each in tmp_path.iterdir()] == ["a.xmi"]
+    with pytest.raises(K7Q.WrongType, match="saving: expected progress to be callable, got int"):
+        model.save(tmp_path / "a.xmi", progress=7)
+
+
+def test_a_terminal_shows_a_bar_when_it_takes_long(model, tmp_path, monkeypatch):
+    terminal = Terminal()
+    monkeypatch.setattr(sys, "stderr", terminal)
+    model.save(tmp_path / "a.xmi")
+    assert terminal.getvalue() == ""
+    monkeypatch.setattr("time.monotonic", iter(range(0, 100, 2)).__next__)
+    model.save(tmp_path / "a.xmi")
+    drawn = terminal.getvalue()
+    assert drawn.startswith("\rsaving a.xmi [##############################] 100 %")
+    assert drawn.endswith("\r" + " " * 51 + "\r")
+
+
+def test_no_property_of_the_metamodel_hides_what_files_put_on_objects():
+    names = {name for cls in reflection.concrete_classes() for name in dir(cls)}
+    assert names.isdisjoint({"save", "load", "roots", "problems"})
