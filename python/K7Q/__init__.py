@@ -60,7 +60,9 @@ _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
 # What each feature puts on models and objects, and what it shows here.
 for _feature in ("_search", "_history", "_copy", "_files", "_validation"):
     _module = _import(f"K7Q.{_feature}")
-    globals().update((_name, getattr(_module, _name)) for _name in _module.__all__)
+    for _name in _module.__all__:
+        _shown = globals()[_name] = getattr(_module, _name)
+        _shown.__module__ = __name__  # where people find it
 
 # `from K7Q import *` brings all but Exception, which would hide the built-in of that name.
 _star = [name for name, value in vars().items() if isinstance(value, type) and value is not Exception]

@@ -129,8 +129,6 @@ def _set_history(model: Model, limit: int) -> None:
     _host.setHistory(model, limit)
 
 
-for _each in (Change, Subscription, Transaction):
-    _each.__module__ = "K7Q"
 listen_object.__name__ = listen_object.__qualname__ = "listen"
 
 _host.extend("K7Q.Model", {

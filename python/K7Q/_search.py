@@ -23,7 +23,6 @@ else:
 del TYPE_CHECKING
 
 __all__ = ["Mention"]
-Mention.__module__ = "K7Q"
 
 
 def find(model: ImmutableModel, path: str, /) -> ClassObject | None:
