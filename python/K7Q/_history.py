@@ -24,7 +24,8 @@ class Change(NamedTuple):
 class Transaction:
     """All changes of a model between begin and end: `with model.transaction(): ...`.
 
-    An exception that leaves the block takes all of them back; `rollback()` does so at any time. They nest.
+    An exception that leaves the block takes all of them back; `rollback()` does so at any time. They nest:
+    taking one back takes back, and ends, those that were begun later and are still open.
     """
 
     def __init__(self, model):
@@ -40,15 +41,19 @@ class Transaction:
         _host.rollBack(self._native)
 
     def __enter__(self):
+        if not _host.isOpen(self._native):
+            raise _host.Exception("the transaction has ended already; begin a new one")
         return self
 
     def __exit__(self, kind, error, traceback):
         if not _host.isOpen(self._native):
             return  # ended inside, or with its model
-        if kind is None:
-            self.commit()
-        else:
-            self.rollback()
+        try:
+            if kind is None:
+                self.commit()
+        finally:
+            if _host.isOpen(self._native):
+                self.rollback()
 
 
 class Subscription:

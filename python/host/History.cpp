@@ -1,6 +1,7 @@
 #include "platform/tarvelon/api/History.h"
 
 #include <memory>
+#include <unistd.h>
 
 #include "platform/tarvelon/api/Search.h"
 #include "python/host/NativeObjects.h"
@@ -132,17 +133,18 @@ class PythonListener {
         require(PyList_Append(list.get(), fromChange(change).get()));
       owned(PyObject_CallOneArg(mCallable, list.get()));
     } catch (...) {
-      if (std::current_exception()) {
-        translateIfNeeded();
-        PyErr_WriteUnraisable(mCallable);
-      }
+      if (!std::current_exception()) waitForTheEnd();
+      translateException();
+      PyErr_WriteUnraisable(mCallable);
     }
     PyErr_Restore(type, value, traceback);
   }
 
  private:
-  static void translateIfNeeded() noexcept {
-    if (!PyErr_Occurred()) translateException();
+  /// The interpreter ends and takes its daemon threads down where they stand. Through the change that is told
+  /// of nothing can unwind, so that this thread waits until the process is gone.
+  [[noreturn]] static void waitForTheEnd() noexcept {
+    while (true) pause();
   }
 
   PyObject* mCallable;
