@@ -262,9 +262,31 @@ void Journal::requireQuiet() const {
       "when the change has returned");
 }
 
+namespace {
+
+thread_local bool tIsDelayed = false;
+/// Whose batch lasts until the end of the delay.
+thread_local NativeModel* tDelayed = nullptr;
+
+}  // namespace
+
+void Batch::delay() noexcept { tIsDelayed = true; }
+
+void Batch::endDelay() noexcept {
+  tIsDelayed = false;
+  NativeModel* model = std::exchange(tDelayed, nullptr);
+  if (!model) return;
+  model->journal()->end();
+  model->dropIdleJournal();
+}
+
 Batch::Batch(NativeModel& model) : mModel(model), mJournal(model.journal()) {
   if (!mJournal) return;
   mJournal->requireQuiet();
+  if (tIsDelayed && !tDelayed) {
+    tDelayed = &model;
+    mJournal->begin();
+  }
   mStart = mJournal->begin();
   mExceptions = std::uncaught_exceptions();
 }

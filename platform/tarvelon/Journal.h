@@ -125,6 +125,9 @@ class Batch {
   Batch(const Batch&) = delete;
   Batch& operator=(const Batch&) = delete;
   ~Batch();
+  /// From now on the outermost batch on this thread that is noted lasts until endDelay().
+  static void delay() noexcept;
+  static void endDelay() noexcept;
   /// Makes room for that many steps.
   void reserve(std::size_t steps) {
     if (mJournal) mJournal->reserve(steps);

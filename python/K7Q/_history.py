@@ -61,7 +61,7 @@ class Subscription:
 
     def __init__(self, model, object, listener):
         self._model = model
-        self._id = _host.listen(model, object, lambda changes: listener([Change(*each) for each in changes]))
+        self._id = _host.listen(model, object, listener, Change)
 
     def close(self):
         """Ends it; a second time is no error."""

@@ -28,6 +28,7 @@ class Scene {
     mFormula.get<"SysConst">().add(mConstant);
     mFormula.get<"SysConst">().add(mOther);
     Access<behavior::Event>(mEvent, "StartOnEvent").set(mRunnable);
+    mData.set<"sdgCaptionRef">(mCaption);
     switch (why) {
       case Journal::Transaction:
         mTransaction = std::make_unique<api::Transaction>(mModel);
@@ -57,6 +58,9 @@ class Scene {
   common::Sdx mFree = common::Sdx::create(mModel);
   behavior::Runnable mRunnable = behavior::Runnable::create(mModel);
   behavior::Runnable mIdle = behavior::Runnable::create(mModel);
+  common::AdminData mAdmin = common::AdminData::create(mModel);
+  common::Sdg mData = common::Sdg::create(mModel);
+  common::SdgCaption mCaption = common::SdgCaption::create(mModel, u"caption");
   behavior::InitEvent mEvent = behavior::InitEvent::create(mModel);
   K7Q::SequenceHandle mConstants =
       Access<variant::SystemConstDependentFormula>(mFormula, "SysConst").sequence();
@@ -77,8 +81,8 @@ const std::vector<Named> kChanges = {
     {"unset a text", [](Scene& s) { s.mPackage.set<"Name">(u""); }},
     {"set a reference", [](Scene& s) { s.mFree.set<"sdx">(s.mConstant); }},
     {"set another reference", [](Scene& s) { s.mSdx.set<"sdx">(s.mOther); }},
-    {"unset a reference", [](Scene& s) { s.mSdx.unset<"sdx">(); }},
-    {"hold", [](Scene& s) { s.mPackage.set<"adminData">(common::AdminData::create(s.mModel)); }},
+    {"unset a reference", [](Scene& s) { s.mData.unset<"sdgCaptionRef">(); }},
+    {"hold", [](Scene& s) { s.mPackage.set<"adminData">(s.mAdmin); }},
     {"set an opposite", [](Scene& s) { Access<behavior::Event>(s.mEvent, "StartOnEvent").set(s.mIdle); }},
     {"unset an opposite", [](Scene& s) { Access<behavior::Event>(s.mEvent, "StartOnEvent").unset(); }},
     {"insert an opposite", [](Scene& s) { s.events().generic_push_back({}, refOf(s.mEvent)); }},
@@ -168,9 +172,9 @@ TEST_P(ChangeFailures, LeaveTheModelAsItWas) {
 
 INSTANTIATE_TEST_SUITE_P(Journals, ChangeFailures,
                          testing::Values(Journal::Transaction, Journal::History, Journal::Listener),
-                         [](const auto& info) {
-                           return info.param == Journal::Transaction ? "InATransaction"
-                                  : info.param == Journal::History   ? "WithHistory"
+                         [](const auto& mode) {
+                           return mode.param == Journal::Transaction ? "InATransaction"
+                                  : mode.param == Journal::History   ? "WithHistory"
                                                                      : "WithAListener";
                          });
 
@@ -258,7 +262,7 @@ TEST_F(HistoryFailures, InASearchLeaveItToTheNext) {
       {"find all", [](Scene& s) { ASSERT_EQ(api::findAll(s.mModel, u"/R/P").size(), 1U); }},
       {"instances",
        [](Scene& s) { ASSERT_EQ(api::instances(s.mModel, table<variant::SystemConst>()).size(), 3U); }},
-      {"objects", [](Scene& s) { ASSERT_EQ(api::objects(s.mModel).size(), 12U); }},
+      {"objects", [](Scene& s) { ASSERT_EQ(api::objects(s.mModel).size(), 15U); }},
       {"referrers", [](Scene& s) { ASSERT_EQ(api::referrers(s.mConstant).size(), 2U); }},
       {"qualified name", [](Scene& s) { ASSERT_EQ(api::qualifiedName(s.mConstant), u"/R/P/C"); }},
   };

@@ -200,7 +200,7 @@ void buildAndDestroy(const K7Q::Model& model) {
     common::Sdx::create(model, constant);
     const auto value = variant::SystemConstValue::create(model, 1.0, constant);
     value.destroy();
-    formula.get<"SysConst">().clear();
+    Access<variant::SystemConstDependentFormula>(formula, "SysConst").sequence().get().generic_clear({});
   }
   for (const auto& each : Tarvelon::model::objects(model)) {
     if (each.isValid()) each.getClassObject()->destroy({});
@@ -245,16 +245,17 @@ TEST(Memory, OfTransactionsThatReferDoesNotGrow) {
   if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
   const auto model = K7Q::Model::create();
   const auto package = common::Package::create(model, u"P");
-  std::vector<common::Sdx> referring;
-  for (int i = 0; i < 20; ++i) referring.push_back(common::Sdx::create(model));
+  const auto caption = common::SdgCaption::create(model, u"C");
+  std::vector<common::Sdg> referring;
+  for (int i = 0; i < 20; ++i) referring.push_back(common::Sdg::create(model));
   const auto round = [&] {
     {
       Tarvelon::model::Transaction transaction(model);
-      for (const auto& each : referring) each.set<"sdx">(package);
+      for (const auto& each : referring) each.set<"sdgCaptionRef">(caption);
       package.get<"PackagedElement">().add(common::Package::create(model, u"Q"));
       transaction.commit();
     }
-    for (const auto& each : referring) each.unset<"sdx">();
+    for (const auto& each : referring) each.unset<"sdgCaptionRef">();
     package.get<"PackagedElement">()[0].destroy();
   };
   round();

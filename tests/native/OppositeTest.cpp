@@ -13,6 +13,7 @@ namespace {
 
 namespace api = Tarvelon::model;
 namespace native = Tarvelon::metamodel::native;
+using K7Q::NSInterface::PropertyIntf;
 namespace port = Tarvelon::metamodel::arplatform::port;
 
 /// The same changes on a model that keeps no journal and on one that does.
@@ -49,12 +50,16 @@ class Opposite : public testing::TestWithParam<bool> {
   K7Q::Model mModel = K7Q::Model::create();
 };
 
+const Tarvelon::metamodel::PropertyRow& rowOf(const PropertyIntf& property) {
+  return static_cast<const native::Property&>(property).row();
+}
+
 /// Calls visit(property) for each of a package and of those in it.
 template <class Visit>
 void forEachProperty(const K7Q::NSInterface::PackageIntf& package, const Visit& visit) {
   for (const auto* cls : package.classes()) {
     for (unsigned id = 1; id <= cls->methods().numberOfProperties(); ++id) {
-      if (const auto* property = cls->methods().descriptor(id)) visit(static_cast<const native::Property&>(*property));
+      if (const auto* property = cls->methods().descriptor(id)) visit(*property);
     }
   }
   for (const auto* below : package.subPackages()) forEachProperty(*below, visit);
@@ -65,23 +70,23 @@ void forEachProperty(const K7Q::NSInterface::PackageIntf& package, const Visit& 
 TEST(OppositeRows, NameEachOther) {
   int rows = 0;
   const auto root = Tarvelon::metamodel::native::metaPackage("Tarvelon.metamodel.arplatform");
-  forEachProperty(*root.getPackage(), [&rows](const native::Property& property) {
-    const char* name = property.row().opposite;
+  forEachProperty(*root.getPackage(), [&rows](const PropertyIntf& property) {
+    const char* name = rowOf(property).opposite;
     if (!name) return;
     ++rows;
     const auto* type = api::findClass(property.typeName().view());
     ASSERT_NE(type, nullptr) << property.name();
     const unsigned id = idOf(*type, name);
     ASSERT_NE(id, 0U) << property.name();
-    const auto& back = static_cast<const native::Property&>(*type->descriptor(id));
-    ASSERT_NE(back.row().opposite, nullptr) << property.name();
-    EXPECT_STREQ(back.row().opposite, property.name());
+    const PropertyIntf& back = *type->descriptor(id);
+    ASSERT_NE(rowOf(back).opposite, nullptr) << property.name();
+    EXPECT_STREQ(rowOf(back).opposite, property.name());
     EXPECT_EQ(back.typeName().view(), property.owner().name(false).view());
     for (const auto* each : {&property, &back}) {
       // Kept in step is what is stored as a reference, once, by those of two classes.
       EXPECT_FALSE(each->isContainment());
-      EXPECT_EQ(each->row().redefined, nullptr);
-      EXPECT_EQ(each->row().derivation, Tarvelon::metamodel::Derivation::None);
+      EXPECT_EQ(rowOf(*each).redefined, nullptr);
+      EXPECT_EQ(rowOf(*each).derivation, Tarvelon::metamodel::Derivation::None);
     }
     EXPECT_NE(property.owner().name(false), type->name(false));
   });
@@ -107,7 +112,8 @@ TEST_P(Opposite, FollowsTheSequence) {
   const auto first = runnable();
   const auto second = runnable();
   const std::vector<behavior::InitEvent> events = {event(), event(), event()};
-  auto& sequence = eventsOf(first).get();
+  const auto ofFirst = eventsOf(first);
+  auto& sequence = ofFirst.get();
   sequence.generic_push_back({}, refOf(events[0]));
   sequence.generic_insert({}, 0, refOf(events[1]));
   EXPECT_TRUE(startedBy(events[0]) == first);
@@ -186,4 +192,4 @@ TEST_P(Opposite, LeavesAPortOfAnyOtherClass) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Journals, Opposite, testing::Bool(),
-                         [](const auto& info) { return info.param ? "WithHistory" : "WithoutHistory"; });
+                         [](const auto& mode) { return mode.param ? "WithHistory" : "WithoutHistory"; });

@@ -36,7 +36,8 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
 
   void create() {
     if (api::objects(mModel).size() >= kMostObjects) return;
-    switch (pick(6)) {
+    switch (pick(7)) {
+      case 6: common::SdgCaption::create(mModel, name()); break;
       case 0: common::Package::create(mModel, name()); break;
       case 1: variant::PredefinedVariant::create(mModel, name()); break;
       case 2: behavior::Runnable::create(mModel, name(), name()); break;
@@ -58,7 +59,7 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
   void editSequence(const K7Q::SequenceHandle& handle, const K7Q::ClassObject& element) {
     auto& sequence = handle.get();
     const int size = sequence.generic_size({});
-    const unsigned how = mRandom() % 5;
+    const std::size_t how = pick(5);
     if (how == 0 && size > 0) {
       sequence.generic_erase({}, static_cast<int>(pick(static_cast<std::size_t>(size))));
     } else if (how == 1 && size > 0) {
@@ -101,11 +102,15 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
   void refer() {
     const auto sdx = any<common::Sdx>();
     const auto target = any<common::Referrable>();
-    if (sdx.isNull()) return;
-    if (target.isNull() || isOneIn(3)) {
-      sdx.unset<"sdx">();
+    if (!sdx.isNull() && !target.isNull()) sdx.set<"sdx">(target);
+    const auto data = any<common::Sdg>();
+    const auto caption = any<common::SdgCaption>();
+    if (data.isNull()) return;
+    if (caption.isNull() || isOneIn(3)) {
+      data.unset<"sdgCaptionRef">();
     } else {
-      sdx.set<"sdx">(target);
+      data.set<"sdgCaptionRef">(caption);
+      if (isOneIn(4)) data.set<"sdgCaption">(caption);
     }
   }
   void rename() {
@@ -164,7 +169,7 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
     ASSERT_EQ(api::redo(mModel), mAt + 1 < mStates.size());
     if (mAt + 1 < mStates.size()) ++mAt;
   }
-  /// A batch has ended, which the listener was told of.
+  /// A batch has ended, of which the listener is told.
   void note() {
     mStates.resize(mAt + 1);
     mStates.push_back(shown::everything(mModel));
@@ -181,27 +186,29 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
       case 1: redo(); return;
       default: break;
     }
-    const std::uint64_t told = mTold;
+    mIsEditing = true;
     if (isOneIn(4)) {
       ASSERT_NO_FATAL_FAILURE(editInTransaction());
     } else {
       edit();
     }
-    if (mTold != told) note();
+    mIsEditing = false;
   }
 
   K7Q::Model mModel = K7Q::Model::create();
   std::mt19937 mRandom{GetParam()};
   std::vector<std::string> mStates{""};
   std::size_t mAt = 0;
-  std::uint64_t mTold = 0;
+  bool mIsEditing = false;
 };
 
 }  // namespace
 
 TEST_P(RandomHistory, LooksAsItDidWhereverItGoes) {
   api::setHistoryLimit(mModel, kLimit);
-  api::listen(mModel, [this](std::span<const api::Change>) { ++mTold; });
+  api::listen(mModel, [this](std::span<const api::Change>) {
+    if (mIsEditing) note();
+  });
   const int count = steps();
   for (int i = 0; i < count; ++i) {
     ASSERT_NO_FATAL_FAILURE(step()) << "step " << i;

@@ -64,7 +64,7 @@ TEST_F(Find, FollowsARenameAMoveAndASwap) {
   left.set<"Name">(u"R");
   EXPECT_TRUE(finds(u"/L/D", leaf));
   EXPECT_TRUE(finds(u"/R", left));
-  right.get<"PackagedElement">().erase(0);
+  Access<foundation::Package>(right, "PackagedElement").sequence().get().generic_erase({}, 0);
   EXPECT_TRUE(finds(u"/D", leaf));
   put(left, right);
   EXPECT_TRUE(finds(u"/R/L", right));
@@ -84,7 +84,7 @@ TEST_F(Find, GivesTheFirstOfEqualNamesInOwnerOrder) {
   EXPECT_TRUE(finds(u"/A/C", first));
   first.destroy();
   EXPECT_TRUE(finds(u"/A/C", second));
-  sequence.get().generic_push_back({}, refOf(second));
+  sequence.get().generic_insert({}, 2, refOf(second));
   EXPECT_EQ(api::findAll(mModel, u"/A/C"), handles({third, second}));
 }
 
@@ -102,7 +102,7 @@ TEST_F(Find, PassesOverHoldersWithoutAName) {
   const auto data = common::AdminData::create(mModel);
   above.set<"adminData">(data);
   const auto outer = common::Sdg::create(mModel, u"g");
-  data.get<"Sdg">().add(outer);
+  data.get<"sdg">().add(outer);
   const auto inner = common::Sdg::create(mModel, u"h");
   outer.get<"sdgContents">().add(inner);
   const auto caption = common::SdgCaption::create(mModel, u"Caption");
@@ -131,7 +131,7 @@ TEST_F(Find, PassesOverMoreOfThemThanOneWouldThinkOf) {
   outer.set<"sdgCaption">(caption);
   ASSERT_TRUE(finds(u"/Caption", caption));
   const auto data = common::AdminData::create(mModel);
-  data.get<"Sdg">().add(first);
+  data.get<"sdg">().add(first);
   above.set<"adminData">(data);
   EXPECT_TRUE(finds(u"/A/Caption", caption));
   EXPECT_TRUE(findsNothing(u"/Caption"));

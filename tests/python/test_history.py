@@ -1,5 +1,6 @@
 """Transactions, undo and listeners."""
 
+import contextlib
 import gc
 import sys
 import threading
@@ -21,12 +22,13 @@ def told(model):
         yield batches
 
 
-@pytest.fixture
-def unraisable(monkeypatch):
-    """What came to sys.unraisablehook."""
+@contextlib.contextmanager
+def unraisable():
+    """What comes to sys.unraisablehook in the block: the fixtures of pytest have one for themselves."""
     caught = []
-    monkeypatch.setattr(sys, "unraisablehook", lambda each: caught.append(each.exc_value))
-    return caught
+    with pytest.MonkeyPatch.context() as patch:
+        patch.setattr(sys, "unraisablehook", lambda each: caught.append(each.exc_value))
+        yield caught
 
 
 # Transactions.
@@ -177,7 +179,7 @@ def test_a_transaction_ends_with_its_model(package):
 
 
 def test_views_that_cannot_change_have_no_transactions(model, package):
-    for view in (model.asImmutable(), model.frozen()):
+    for view in (package.asImmutable().getModel(), model.frozen()):
         for name in ("transaction", "undo", "redo", "history", "undoable", "redoable"):
             with pytest.raises((AttributeError, K7Q.Exception)):
                 each = getattr(view, name)
@@ -290,6 +292,23 @@ def test_a_listener_is_told_once_of_a_transaction(model, package, told):
     assert [[each.after for each in batch] for batch in told] == [["x", "y"]]
 
 
+def test_an_object_is_the_same_for_a_listener_and_for_who_makes_it(model):
+    made = []
+    with model.listen(lambda changes: made.append(changes[0].object)):
+        constant = variant.SystemConst(model, "C")
+        with model.transaction():
+            other = variant.SystemConst(model, "D")
+            assert len(made) == 1
+    assert made[0] is constant and made[1] is other
+
+
+def test_an_object_that_cannot_be_made_is_not_told_of(model, told):
+    for arguments in ((3,), (object(),), ("a", "b", "c")):
+        with pytest.raises(K7Q.Exception):
+            variant.SystemConst(model, *arguments)
+    assert told == [] and model.objects() == []
+
+
 def test_a_listener_of_an_object_is_told_of_that_alone(model, package):
     batches = []
     with package.listen(batches.append):
@@ -299,18 +318,18 @@ def test_a_listener_of_an_object_is_told_of_that_alone(model, package):
     assert [[each.after for each in batch] for batch in batches] == [["y"]]
 
 
-def test_what_a_listener_raises_goes_to_the_hook(model, package, unraisable):
+def test_what_a_listener_raises_goes_to_the_hook(model, package):
     def raising(changes):
         raise ValueError("mine")
 
-    with model.listen(raising):
+    with unraisable() as caught, model.listen(raising):
         package.Name = "x"
         with pytest.raises(ZeroDivisionError):
             with model.transaction():
                 package.Name = "y"
                 1 / 0
     assert package.Name == "x"
-    assert [str(each) for each in unraisable] == ["mine"]
+    assert [str(each) for each in caught] == ["mine"]
 
 
 def test_an_error_on_its_way_out_is_not_lost_by_a_listener(model, package, told):
@@ -321,7 +340,7 @@ def test_an_error_on_its_way_out_is_not_lost_by_a_listener(model, package, told)
     assert package.Name == "Brakes" and told == []
 
 
-def test_a_listener_may_not_change_the_model(model, package, unraisable):
+def test_a_listener_may_not_change_the_model(model, package):
     model.history = 5
     package.Name = "0"
 
@@ -331,11 +350,11 @@ def test_a_listener_may_not_change_the_model(model, package, unraisable):
             with pytest.raises(K7Q.Exception, match="a listener is told of a change and may not change the model"):
                 call()
 
-    with model.listen(changing):
+    with unraisable() as caught, model.listen(changing):
         package.Name = "x"
         model.undo()
         model.redo()
-    assert package.Name == "x" and not unraisable
+    assert package.Name == "x" and not caught
 
 
 def test_a_listener_may_leave_while_it_is_told(model, package):

@@ -46,7 +46,7 @@ def test_an_object_of_a_class_without_names_has_no_qualified_name(model):
 def test_of_equal_names_the_first_in_the_order_of_the_holder_is_found(model, package):
     second, first = (variant.SystemConst(model, "C") for _ in range(2))
     package.PackagedElement.append(second)
-    package.PackagedElement.insert(0, first)
+    package.PackagedElement.insert(1, first)
     assert model.find("/Brakes/C") is first
     assert model.find_all("/Brakes/C") == [first, second]
 
@@ -77,7 +77,7 @@ def test_who_refers_is_told_by_object_and_property(model, constant):
 
 def test_what_is_found_in_an_immutable_view_is_immutable(model, package, constant):
     common.Sdx(model, constant)
-    view = model.asImmutable()
+    view = package.asImmutable().getModel()
     found = [view.find("/Brakes"), view.find_all("/Brakes")[0], view.objects()[0],
              view.instances(common.Package)[0], package.asImmutable().PackagedElement[0],
              constant.asImmutable().referrers()[0].object]
@@ -115,7 +115,7 @@ def test_a_path_of_no_characters_finds_nothing_or_is_refused(model, path):
         assert str(refused).startswith("find: ")
 
 
-@pytest.mark.parametrize("cls", [3, None, str, int, "Package", K7Q.Model, K7Q.Object, type])
+@pytest.mark.parametrize("cls", [3, None, str, int, "Package", type])
 def test_what_is_no_class_of_the_metamodel_has_no_instances(model, cls):
     with pytest.raises(K7Q.WrongType, match="instances: expected a class of the metamodel, got"):
         model.instances(cls)

@@ -196,6 +196,9 @@ bool redo(const K7Q::Model& model) {
   return true;
 }
 
+DelayedTelling::DelayedTelling() noexcept { native::Batch::delay(); }
+DelayedTelling::~DelayedTelling() { native::Batch::endDelay(); }
+
 std::uint64_t listen(const K7Q::Model& model, Listener listener) {
   return addListener(NativeModel::require(model), std::move(listener), nullptr);
 }

@@ -80,6 +80,16 @@ struct Change {
 /// what it raises is lost.
 using Listener = std::function<void(std::span<const Change>)>;
 
+/// Puts off what listeners are told on this thread until its end: for a host that makes an object, of which a
+/// listener must not make another one meanwhile. One model may change during it.
+class TARVELON_API DelayedTelling {
+ public:
+  DelayedTelling() noexcept;
+  DelayedTelling(const DelayedTelling&) = delete;
+  DelayedTelling& operator=(const DelayedTelling&) = delete;
+  ~DelayedTelling();
+};
+
 /// Calls the listener until unlisten() or the end of the model. The result tells it apart in its model.
 TARVELON_API std::uint64_t listen(const K7Q::Model& model, Listener listener);
 /// The same for what changes at one object alone.
