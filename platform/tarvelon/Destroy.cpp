@@ -125,9 +125,10 @@ void buryTree(Instance& root, Journal& journal) {
 }  // namespace
 
 void leaveReferred(Instance& object) noexcept {
-  forEachObject(object, object.cls().referringSlots, [&object](Instance& referred, unsigned slot) {
+  const bool keepsRoom = object.model().journal() != nullptr;
+  forEachObject(object, object.cls().referringSlots, [&object, keepsRoom](Instance& referred, unsigned slot) {
     if (referred.isDying()) return;
-    referred.removeReferrer({object.number(), static_cast<std::uint8_t>(slot)});
+    referred.removeReferrer({object.number(), static_cast<std::uint8_t>(slot)}, keepsRoom);
   });
 }
 

@@ -37,7 +37,8 @@ __all__ = ["Change", "Subscription", "Transaction"]
 class Transaction:
     """All changes of a model between begin and end: `with model.transaction(): ...`.
 
-    An exception that leaves the block takes all of them back; `rollback()` does so at any time. They nest.
+    An exception that leaves the block takes all of them back; `rollback()` does so at any time. They nest:
+    taking one back takes back, and ends, those that were begun later and are still open.
     """
 
     def __init__(self, model: Model) -> None:
@@ -53,15 +54,19 @@ class Transaction:
         _host.rollBack(self._native)
 
     def __enter__(self) -> Self:
+        if not _host.isOpen(self._native):
+            raise _host.Exception("the transaction has ended already; begin a new one")
         return self
 
     def __exit__(self, kind: object, error: object, traceback: object) -> None:
         if not _host.isOpen(self._native):
             return  # ended inside, or with its model
-        if kind is None:
-            self.commit()
-        else:
-            self.rollback()
+        try:
+            if kind is None:
+                self.commit()
+        finally:
+            if _host.isOpen(self._native):
+                self.rollback()
 
 
 class Subscription:
@@ -69,7 +74,7 @@ class Subscription:
 
     def __init__(self, model: Model, object: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
         self._model = model
-        self._id = _host.listen(model, object, lambda changes: listener([Change(*each) for each in changes]))
+        self._id = _host.listen(model, object, listener, Change)
 
     def close(self) -> None:
         """Ends it; a second time is no error."""
