@@ -258,7 +258,8 @@ void Journal::unlisten(std::uint64_t id) noexcept {
 void Journal::requireQuiet() const {
   if (!mIsTelling) return;
   throw K7Q::Exception(
-      "a listener is told of a change and may not change the model itself: note what is to be done, and do it "
+      "a listener is told of a change and may not change the model itself: note what is to be done, and do "
+      "it "
       "when the change has returned");
 }
 

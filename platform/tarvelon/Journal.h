@@ -53,8 +53,8 @@ class Journal {
   void rollBackTransaction(std::uint64_t transaction) noexcept;
   unsigned depth() const noexcept { return mDepth; }
 
-  /// How many batches can be taken back; 0 keeps none. Fewer than there are drop the oldest and, if that is not
-  /// enough, all that could be made again.
+  /// How many batches can be taken back; 0 keeps none. Fewer than there are drop the oldest and, if that is
+  /// not enough, all that could be made again.
   void setLimit(std::size_t limit);
   std::size_t limit() const noexcept { return mLimit; }
   std::size_t undoable() const noexcept { return mUndo.size() - mForgotten; }

@@ -127,6 +127,8 @@ def listen(model: Model, listener: Callable[[list[Change]], object], /) -> Subsc
 
 def listen_object(self: ClassObject, listener: Callable[[list[Change]], object], /) -> Subscription:
     """Calls the function with a list of Change of this object after each change or transaction."""
+    if not hasattr(self, "getModel"):
+        raise _host.WrongType(f"listen: expected an object of a model, got {type(self).__name__}")
     return Subscription(self.getModel(), self, listener)
 
 

@@ -63,6 +63,9 @@ PyObject* setHistory(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_
   return guarded([&] {
     requireArguments(count, 2, "history");
     const K7Q::Model asked = toModel(arguments[0], "history");
+    if (!PyIndex_Check(arguments[1])) {
+      raise(errors().wrongType, "history: expected a whole number, got " + describePython(arguments[1]));
+    }
     const Py_ssize_t limit = PyNumber_AsSsize_t(arguments[1], PyExc_OverflowError);
     if (limit == -1 && PyErr_Occurred()) throw PythonError();
     if (limit < 0)
@@ -109,7 +112,7 @@ Reference fromChange(const model::Change& change, PyObject* record) {
   const Reference before = fromValue(change.before);
   const Reference after = fromValue(change.after);
   return owned(PyObject_CallFunction(record, "sOzOOII", nameOf(change.kind), object.get(),
-                             change.property ? model::hostName(*change.property) : nullptr,
+                                     change.property ? model::hostName(*change.property) : nullptr,
                                      before.get(), after.get(), change.index, change.from));
 }
 

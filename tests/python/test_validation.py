@@ -563,7 +563,9 @@ def test_a_fault_is_reported_with_what_a_person_needs(world, rule, path, message
 
     assert f"{severity}: {path}: {message} [{rule}]" in lines
     assert {each.rule for each in found} <= {rule, *also}
-    assert len([each for each in found if each.rule == rule]) == 1
+    # A reference that leads both ways is wrong at both ends.
+    ends = 2 if path.endswith(".StartOnEvent") and rule == "own-behavior" else 1
+    assert len([each for each in found if each.rule == rule]) == ends
 
 
 def test_the_example_is_clean(world):
