@@ -387,3 +387,25 @@ TEST_F(History, TakesBackWithoutOverflowADeepTree) {
   redo();
   EXPECT_EQ(objects(), kLevels + 1U);
 }
+
+// Many of the elements of a list that stay, in another order than they are destroyed in.
+TEST_F(History, BringsBackEveryPlaceOfManyInOneList) {
+  constexpr std::size_t kMany = 2000;
+  const auto formula = variant::SystemConstDependentFormula::create(mModel, u"f");
+  const auto sequence = Access<variant::SystemConstDependentFormula>(formula, "SysConst").sequence();
+  for (std::size_t i = 0; i < kMany; ++i) {
+    const auto each = constant(u"c");
+    if (i % 3 != 0) elements().generic_push_front({}, refOf(each));
+    sequence.get().generic_insert({}, static_cast<int>(i / 2), refOf(each));
+  }
+  const auto placesIn = [&] {
+    std::vector<const void*> all;
+    for (int i = 0; i < sequence.get().generic_size({}); ++i) all.push_back(sequence.get().generic_at({}, i).value());
+    return all;
+  };
+  const auto before = placesIn();
+  mPackage.destroy();
+  EXPECT_EQ(placesIn().size(), (kMany + 2) / 3);
+  undo();
+  EXPECT_EQ(placesIn(), before);
+}
