@@ -96,10 +96,18 @@ std::vector<Mention> mentionsOf(const std::vector<Instance*>& tree) {
 }
 
 void leave(const Mention& mention, std::uint32_t index) noexcept {
-  make({mention.object, Word{.object = mention.element}, {}, index, mention.slot, Step::Kind::Element, true, false});
+  make({mention.object,
+        Word{.object = mention.element},
+        {},
+        index,
+        mention.slot,
+        Step::Kind::Element,
+        true,
+        false});
 }
 
-/// Takes what is mentioned out of one place. Few are searched for in a list, many are met on one way through it.
+/// Takes what is mentioned out of one place. Few are searched for in a list, many are met on one way through
+/// it.
 void leavePlace(std::span<const Mention> mentions) noexcept {
   constexpr std::size_t kFew = 32;
   const Mention& first = mentions[0];
@@ -124,7 +132,8 @@ void leaveAll(std::vector<Mention>& mentions) noexcept {
   const auto place = [](const Mention& each) { return std::pair(each.object->number(), each.slot); };
   std::ranges::sort(mentions, {}, place);
   for (auto first = mentions.begin(); first != mentions.end();) {
-    const auto last = std::find_if(first, mentions.end(), [&](const Mention& each) { return place(each) != place(*first); });
+    const auto last = std::find_if(first, mentions.end(),
+                                   [&](const Mention& each) { return place(each) != place(*first); });
     leavePlace({first, last});
     first = last;
   }

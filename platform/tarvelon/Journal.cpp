@@ -241,7 +241,8 @@ void Journal::dismiss(Leaves leaves) noexcept {
 }
 
 std::shared_ptr<void> Journal::takeLeft() noexcept {
-  const auto found = std::ranges::find_if(mListeners, [](const Entry& each) { return each.subscriber->hasLeft; });
+  const auto found =
+      std::ranges::find_if(mListeners, [](const Entry& each) { return each.subscriber->hasLeft; });
   if (found == mListeners.end()) return nullptr;
   const std::shared_ptr<void> left = std::move(found->subscriber);
   mListeners.erase(found);
@@ -265,7 +266,8 @@ void Journal::unlisten(std::uint64_t id) noexcept {
 void Journal::requireQuiet() const {
   if (!mIsTelling) return;
   throw K7Q::Exception(
-      "a listener is told of a change and may not change the model itself: note what is to be done, and do it "
+      "a listener is told of a change and may not change the model itself: note what is to be done, and do "
+      "it "
       "when the change has returned");
 }
 

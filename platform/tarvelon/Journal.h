@@ -53,8 +53,8 @@ class Journal {
   void rollBackTransaction(std::uint64_t transaction) noexcept;
   unsigned depth() const noexcept { return mDepth; }
 
-  /// How many batches can be taken back; 0 keeps none. Fewer than there are drop the oldest and, if that is not
-  /// enough, all that could be made again.
+  /// How many batches can be taken back; 0 keeps none. Fewer than there are drop the oldest and, if that is
+  /// not enough, all that could be made again.
   void setLimit(std::size_t limit);
   std::size_t limit() const noexcept { return mLimit; }
   std::size_t undoable() const noexcept { return mUndo.size() - mForgotten; }
@@ -70,8 +70,8 @@ class Journal {
   void unlisten(std::uint64_t id) noexcept;
   /// An object is freed: nobody listens to it any more.
   void forget(const Instance& object) noexcept;
-  /// Gives away one who has left, null when there is none: what goes with a listener may come back to the model,
-  /// and so goes when nothing is under way.
+  /// Gives away one who has left, null when there is none: what goes with a listener may come back to the
+  /// model, and so goes when nothing is under way.
   std::shared_ptr<void> takeLeft() noexcept;
   bool isTelling() const noexcept { return mIsTelling; }
   bool hasListeners() const noexcept { return !mListeners.empty(); }

@@ -109,7 +109,7 @@ Reference fromChange(const model::Change& change, PyObject* record) {
   const Reference before = fromValue(change.before);
   const Reference after = fromValue(change.after);
   return owned(PyObject_CallFunction(record, "sOzOOII", nameOf(change.kind), object.get(),
-                             change.property ? model::hostName(*change.property) : nullptr,
+                                     change.property ? model::hostName(*change.property) : nullptr,
                                      before.get(), after.get(), change.index, change.from));
 }
 

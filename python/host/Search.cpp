@@ -33,7 +33,8 @@ PyObject* listOf(const Range& range, Convert convert) {
 /// What is found in an immutable view is immutable as well.
 PyObject* objectsOf(const std::vector<K7Q::ClassObject>& objects, PyObject* asked) {
   const bool isImmutable = isImmutableView(asked);
-  return listOf(objects, [isImmutable](const K7Q::ClassObject& each) { return fromModelObject(each, isImmutable); });
+  return listOf(objects,
+                [isImmutable](const K7Q::ClassObject& each) { return fromModelObject(each, isImmutable); });
 }
 
 PyObject* boundModel(PyObject* /*module*/, PyObject* uri) {
