@@ -235,10 +235,18 @@ void Journal::tellOne(const Entry& entry, const Steps& steps) {
 
 template <class Leaves>
 void Journal::dismiss(Leaves leaves) noexcept {
-  std::erase_if(mListeners, [&leaves](const Entry& entry) {
+  for (const Entry& entry : mListeners) {
     if (leaves(entry)) entry.subscriber->hasLeft = true;
-    return entry.subscriber->hasLeft;
-  });
+  }
+}
+
+std::shared_ptr<void> Journal::takeLeft() noexcept {
+  const auto found =
+      std::ranges::find_if(mListeners, [](const Entry& each) { return each.subscriber->hasLeft; });
+  if (found == mListeners.end()) return nullptr;
+  const std::shared_ptr<void> left = std::move(found->subscriber);
+  mListeners.erase(found);
+  return left;
 }
 
 void Journal::forget(const Instance& object) noexcept {
@@ -300,7 +308,7 @@ Batch::~Batch() {
     mJournal->end();
   }
   // Its last listener may have left while it was told, or gone with its object.
-  mModel.dropIdleJournal();
+  if (mJournal->depth() == 0) mModel.dropIdleJournal();
 }
 
 }  // namespace Tarvelon::metamodel::native

@@ -70,6 +70,9 @@ class Journal {
   void unlisten(std::uint64_t id) noexcept;
   /// An object is freed: nobody listens to it any more.
   void forget(const Instance& object) noexcept;
+  /// Gives away one who has left, null when there is none: what goes with a listener may come back to the
+  /// model, and so goes when nothing is under way.
+  std::shared_ptr<void> takeLeft() noexcept;
   bool isTelling() const noexcept { return mIsTelling; }
   bool hasListeners() const noexcept { return !mListeners.empty(); }
   /// Raises K7Q::Exception while listeners are called.

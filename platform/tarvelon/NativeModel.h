@@ -55,7 +55,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   /// Null while nobody asks for steps.
   Journal* journal() const noexcept { return mJournal.get(); }
   Journal& requireJournal();
-  /// Gives up a journal that nobody asks any more.
+  /// Lets listeners go that have left, and gives up a journal that nobody asks any more.
   void dropIdleJournal() noexcept;
 
   /// The index of names, built when it is asked for and not complete.

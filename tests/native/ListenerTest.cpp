@@ -243,3 +243,39 @@ TEST_F(Listeners, MayChangeAnotherModelWhoseListenersReadThisOne) {
   mPackage.set<"Name">(u"1");
   EXPECT_EQ(seen, "1");
 }
+
+// What goes with a listener may come back to the model when that is busy with freeing the object.
+TEST_F(Listeners, MayChangeTheModelWhenTheyAreFreed) {
+  api::setHistoryLimit(mModel, 1);
+  struct Last {
+    common::Package package;
+    int* count;
+    ~Last() {
+      ++*count;
+      if (package.isValid()) package.set<"Name">(u"last");
+    }
+  };
+  int count = 0;
+  const auto listenTo = [&](const K7Q::ClassObject& object) {
+    return api::listen(object, [last = std::shared_ptr<Last>(new Last{mPackage, &count})](Changes) {});
+  };
+  listenTo(mConstant);
+  listenTo(mOther);
+  {
+    api::Transaction transaction(mModel);
+    mConstant.destroy();
+    mOther.destroy();
+    transaction.commit();
+  }
+  EXPECT_EQ(count, 0);
+  mPackage.set<"category">(u"c");
+  EXPECT_EQ(count, 2);
+  EXPECT_EQ(mPackage.get<"Name">(), K7Q::String(u"last"));
+  shown::checkAgreement(mModel);
+  api::setHistoryLimit(mModel, 0);
+  api::unlisten(mModel, listenTo(mPackage));
+  EXPECT_EQ(count, 3);
+  const auto id = listenTo(mPackage);
+  mModel.getModelInterface()->close();
+  api::unlisten(mModel, id);
+}
