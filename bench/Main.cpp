@@ -1,5 +1,6 @@
 // Runs the benchmarks and prints each figure with its ratio to the baseline of its group, measured in the
-// same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct".
+// same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct". With
+// --publishing, what publishing everything takes is measured alone.
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -10,6 +11,8 @@
 #include <benchmark/benchmark.h>
 
 #include "bench/Memory.h"
+#include "bench/Model.h"
+#include "bench/Publishing.h"
 
 namespace {
 
@@ -63,6 +66,12 @@ class RatioReporter final : public benchmark::ConsoleReporter {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const std::string_view only = argc == 2 ? argv[1] : "";
+  if (only == bench::kPublishingRound) return bench::publishingRound();
+  if (only == "--publishing") {
+    bench::reportPublishing();
+    return 0;
+  }
   std::vector<char*> arguments(argv, argv + argc);
   std::string repetitions = "--benchmark_repetitions=7";
   std::string warmUp = "--benchmark_min_warmup_time=0.05";
@@ -78,6 +87,10 @@ int main(int argc, char** argv) {
   const bool isSelection = std::any_of(argv, argv + argc, [](const char* argument) {
     return std::string_view(argument).starts_with("--benchmark_filter");
   });
-  if (!isSelection) bench::reportMemory();
+  if (!isSelection) {
+    bench::reportMemory();
+    bench::reportModel();
+    bench::reportPublishing();
+  }
   return 0;
 }

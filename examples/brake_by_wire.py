@@ -232,12 +232,6 @@ def make_timing(new, brakes, whole):
         new(timingExtension.SwcTiming, "ControlTiming", Behavior=p.brakeController.Type.Behavior)])
 
 
-def properties_of(element):
-    """The properties of the element's class with those of its bases; one that it narrows stands once."""
-    rows = element.MetaProperty()
-    return [getattr(rows, name)() for name in dir(rows) if not name.startswith("_")]
-
-
 def values_of(element, row):
     """The values of a property, read by its row: none, one or many."""
     name = row.name()
@@ -251,7 +245,7 @@ def values_of(element, row):
 def walk(element):
     """The element and all that it holds, by what its class says it holds."""
     yield element
-    for row in properties_of(element):
+    for row in element.MetaProperty():
         if row.isContainment() and not row.isReadOnly():
             for held in values_of(element, row):
                 yield from walk(held)
@@ -265,7 +259,7 @@ def count(root):
         packages[metaclass.package().rpartition(".")[2]] += 1
         classes.add(metaclass.fullName())
         facts["elements"] += 1
-        for row in properties_of(element):
+        for row in element.MetaProperty():
             values = values_of(element, row)
             refers = values and isinstance(values[0], foundation.Element)
             if not row.isReadOnly() and not row.isContainment():

@@ -25,8 +25,9 @@ class Referrers {
   void reserve();
   /// REQUIRES: room for one more, not there yet.
   void insert(Referrer referrer) noexcept;
-  /// One that is not there is no error.
-  void erase(Referrer referrer) noexcept;
+  /// One that is not there is no error. With `keepsRoom` as many can come back without a reserve().
+  void erase(Referrer referrer, bool keepsRoom = false) noexcept;
+  bool empty() const noexcept { return mWord == 0 || (!isSingle() && block().size == 0); }
   /// Calls visit(Referrer) for each, in no order. The set must not change meanwhile.
   template <class Visit>
   void forEach(Visit visit) const {

@@ -8,6 +8,7 @@
 
 #include "boundary/bedrock/Except.h"
 #include "boundary/ut/Memory.h"
+#include "examples/brake_model.h"
 #include "tests/native/Support.h"
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -181,6 +182,20 @@ TEST(Memory, OfAModelThatIsFilledAndEmptiedDoesNotGrow) {
   for (int i = 0; i < 10; ++i) round();
   // The allocator counts what it keeps at hand for the next request as in use.
   EXPECT_LE(bytesInUse(), before + before / 100);
+}
+
+TEST(Memory, OfAVehicleBuiltAndClosedAThousandTimesStaysAsItIsAfterTen) {
+  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  const auto round = [] {
+    const auto model = K7Q::Model::create();
+    brake::build(model);
+    model.close();
+  };
+  for (int i = 0; i < 10; ++i) round();
+  const std::size_t afterTen = bytesInUse();
+  for (int i = 10; i < 1000; ++i) round();
+  EXPECT_LE(bytesInUse(), afterTen + afterTen / 100);
+  EXPECT_GE(bytesInUse(), afterTen - afterTen / 100);
 }
 
 TEST(FailedAllocation, InAConstructorLeavesTheModelAsItWas) {

@@ -8,7 +8,7 @@ import pytest
 ROOT = Path(__file__).resolve().parents[2]
 
 
-@pytest.mark.parametrize("page", ["docs/python.md", "docs/model_copies.md", "README.md"])
+@pytest.mark.parametrize("page", ["docs/howto.md", "docs/model_copies.md", "docs/python.md", "README.md"])
 def test_the_code_of_a_page_runs_from_top_to_bottom(page):
     text = (ROOT / page).read_text(encoding="utf-8")
     blocks = re.findall(r"^```python\n(.*?)^```", text, re.DOTALL | re.MULTILINE)
