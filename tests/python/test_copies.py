@@ -286,8 +286,9 @@ def test_arguments_that_do_not_fit_are_refused_with_the_signature(brakes, model)
          "leave_out=False)"),
         (lambda: model.clone(1), "clone: too many positional arguments; write clone()"),
         (lambda: brakes.to_dict(1), "to_dict: too many positional arguments; write to_dict()"),
-        (lambda: common.Package.clone(), "clone: missing a required argument: 'self'; write clone(owner=None, "
-         "*, property=None, leave_out=False)"),
+        (lambda: common.Package.clone(),
+         "clone: missing a required argument: 'self'; "
+         "write clone(owner=None, *, property=None, leave_out=False)"),
         (lambda: common.Package.clone(model), "clone: expected an object of a model, got K7Q.Model"),
         (lambda: brakes.clone(brakes, property=3), "clone: expected the name of a property, got int 3"),
     ]:
