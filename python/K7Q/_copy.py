@@ -1,5 +1,7 @@
 """Copies of models and objects, and models as JSON."""
 
+from __future__ import annotations as _annotations
+
 import json as _json
 
 import _tarvelon_host as _host
@@ -11,7 +13,8 @@ _WIDEST = 16  #: the most blanks that a level of JSON is indented by
 
 
 @_method
-def _clone(self, owner=None, *, property=None, leave_out=False):
+def _clone(self: object, owner: object = None, *, property: str | None = None,
+           leave_out: bool = False) -> object:
     """clone(owner=None, *, property=None, leave_out=False): a copy of the object with all that it holds.
 
     The owner is an object of this or another model, and holds the copy where the original stands, if it has
@@ -24,20 +27,20 @@ def _clone(self, owner=None, *, property=None, leave_out=False):
     return _host.cloneObject(self, owner, property, bool(leave_out))
 
 
-def _clone_model(self):
+def _clone_model(self: object) -> object:
     """clone(): a new model with a copy of every object. It is bound to no URI and lives while it is held."""
     return _host.cloneModel(self)
 
 
-def _deepcopy_object(self, memo):
+def _deepcopy_object(self: object, memo: object) -> object:
     return _host.cloneObject(self, None, None, False)
 
 
-def _deepcopy_model(self, memo):
+def _deepcopy_model(self: object, memo: object) -> object:
     return _host.cloneModel(self)
 
 
-def _refuse_copy(self):
+def _refuse_copy(self: object) -> None:
     name = f"{type(self).__module__}.{type(self).__name__}".rpartition("arplatform.")[2]
     raise _host.WrongType(
         f"{name} cannot be copied without what it holds, which has one owner; clone() copies both"
@@ -45,7 +48,7 @@ def _refuse_copy(self):
 
 
 @_method
-def _to_json(self, indent=1):
+def _to_json(self: object, indent: int | None = 1) -> str:
     """to_json(indent=1): a text of JSON with the model, or the object and all it holds.
 
     An object is {"class": ..., then the properties that have a value}, references are qualified names or,
@@ -59,12 +62,12 @@ def _to_json(self, indent=1):
 
 
 @_method
-def _to_dict(self):
+def _to_dict(self: object) -> object:
     """to_dict(): what to_json() prints, as dicts, lists and plain values."""
     return _json.loads(_host.toJson(self, -1))
 
 
-def _members(clone, deepcopy):
+def _members(clone: object, deepcopy: object) -> dict[str, object]:
     return {"clone": clone, "to_json": _to_json, "to_dict": _to_dict, "__copy__": _refuse_copy,
             "__deepcopy__": deepcopy}
 

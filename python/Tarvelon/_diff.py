@@ -1,7 +1,9 @@
 """How two models, or two objects, differ."""
 
+from __future__ import annotations as _annotations
+
 import json as _json
-from typing import Any, NamedTuple
+from typing import Any, Iterable, Iterator, NamedTuple
 
 import _tarvelon_host as _host
 
@@ -11,7 +13,7 @@ class Path(str):
 
     __slots__ = ()
 
-    def __repr__(self):
+    def __repr__(self) -> str:
         return str(self)
 
 
@@ -22,7 +24,7 @@ class Added(NamedTuple):
     cls: str
     objects: int  #: how many were added, with the object itself
 
-    def __str__(self):
+    def __str__(self) -> str:
         return f"+ {_counted(self)}"
 
 
@@ -33,7 +35,7 @@ class Removed(NamedTuple):
     cls: str
     objects: int
 
-    def __str__(self):
+    def __str__(self) -> str:
         return f"- {_counted(self)}"
 
 
@@ -46,7 +48,7 @@ class Moved(NamedTuple):
     place: str  #: "/Brakes.PackagedElement[3]"
     new_place: str
 
-    def __str__(self):
+    def __str__(self) -> str:
         return f"> {self.path} ({self.cls}): {self.place} -> {self.new_place}"
 
 
@@ -57,7 +59,7 @@ class Renamed(NamedTuple):
     new_path: str
     cls: str
 
-    def __str__(self):
+    def __str__(self) -> str:
         return f"> {self.path} ({self.cls}) -> {self.new_path}"
 
 
@@ -71,16 +73,19 @@ class Changed(NamedTuple):
     old: Any
     new: Any
 
-    def __str__(self):
+    def __str__(self) -> str:
         return f"~ {self.path}.{self.property}: {_shown(self.old)} -> {_shown(self.new)}"
 
 
-def _counted(difference):
+Entry = Added | Removed | Moved | Renamed | Changed
+
+
+def _counted(difference: Added | Removed) -> str:
     rest = "" if difference.objects == 1 else f", {difference.objects} objects"
     return f"{difference.path} ({difference.cls}{rest})"
 
 
-def _shown(value):
+def _shown(value: Any) -> str:
     if isinstance(value, list):
         return f"[{', '.join(map(_shown, value))}]"
     if isinstance(value, Path):
@@ -88,14 +93,15 @@ def _shown(value):
     return "nothing" if value is None else _json.dumps(value, ensure_ascii=False)
 
 
-def _value(text, is_reference):
+def _value(text: str, is_reference: bool) -> Any:
     value = _json.loads(text)
     if not is_reference or value is None:
         return value
     return [Path(each) for each in value] if isinstance(value, list) else Path(value)
 
 
-def _made(kind, path, cls, new_path, place, new_place, prop, before, after, is_reference, objects):
+def _made(kind: int, path: str, cls: str, new_path: str, place: str, new_place: str, prop: str, before: str,
+          after: str, is_reference: bool, objects: int) -> Entry:
     """A difference of the C++ interface, whose kinds are counted from 0."""
     if kind < 2:
         return (Added, Removed)[kind](path, cls, objects)
@@ -112,12 +118,12 @@ class Diff:
     """
 
     __slots__ = ("_entries",)
-    __hash__ = None
+    __hash__ = None  # type: ignore[assignment]
 
-    def __init__(self, entries):
+    def __init__(self, entries: Iterable[Entry]) -> None:
         self._entries = tuple(entries)
 
-    def _of(self, kind):
+    def _of(self, kind: type) -> list[Any]:
         return [each for each in self._entries if type(each) is kind]
 
     removed = property(lambda self: self._of(Removed), doc="Those that are Removed.")
@@ -126,31 +132,33 @@ class Diff:
     renamed = property(lambda self: self._of(Renamed), doc="Those that are Renamed.")
     changed = property(lambda self: self._of(Changed), doc="Those that are Changed.")
 
-    def __iter__(self):
+    def __iter__(self) -> Iterator[Entry]:
         return iter(self._entries)
 
-    def __len__(self):
+    def __len__(self) -> int:
         return len(self._entries)
 
-    def __getitem__(self, index):
+    def __getitem__(self, index: Any) -> Any:
         return self._entries[index]
 
-    def __eq__(self, other):
-        return self._entries == other._entries if isinstance(other, Diff) else NotImplemented
+    def __eq__(self, other: object) -> bool:
+        if not isinstance(other, Diff):
+            return NotImplemented
+        return self._entries == other._entries
 
-    def __str__(self):
+    def __str__(self) -> str:
         return "\n".join(map(str, self._entries)) or "no differences"
 
-    def __repr__(self):
+    def __repr__(self) -> str:
         return f"<Tarvelon.Diff of {len(self)} differences>"
 
-    def to_json(self, indent=1):
+    def to_json(self, indent: int | None = 1) -> str:
         """A text of JSON: a list with one object for each, its kind under "difference"."""
         records = [{"difference": type(each).__name__.lower(), **each._asdict()} for each in self._entries]
         return _json.dumps(records, ensure_ascii=False, indent=indent)
 
 
-def diff(older, newer):
+def diff(older: object, newer: object) -> Diff:
     """diff(older, newer): how the newer of two models, or of two objects of one class, differs.
 
         print(Tarvelon.diff(model, changed))
