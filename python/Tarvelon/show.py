@@ -1,26 +1,32 @@
 """Prints a model of a file, or a part of it: a tree for people, or with --json all of it for tools."""
 
+from __future__ import annotations
+
 import argparse
 import json
 import os
 import sys
+from collections.abc import Iterator
+from typing import Any
 
 import K7Q
 import Tarvelon  # noqa: F401  brings the metamodel in
 
 DEPTH = 3
 
+Record = dict[str, Any]
 
-def is_object(value):
+
+def is_object(value: object) -> bool:
     return isinstance(value, dict)
 
 
-def is_held(value):
+def is_held(value: object) -> bool:
     """Whether a property holds objects, one or many."""
     return is_object(value) or isinstance(value, list) and any(map(is_object, value))
 
 
-def held(record):
+def held(record: Record) -> Iterator[tuple[str, Record]]:
     """What an object holds: (step, record), where a step is ".property[index]", an index from 0."""
     for name, value in record.items():
         if is_object(value):
@@ -30,7 +36,7 @@ def held(record):
                 yield f".{name}[{index}]", each
 
 
-def paths(root):
+def paths(root: Record) -> Iterator[tuple[str, Record]]:
     """An object and all that it holds, each as (path, record); several may have one qualified name."""
     pending = [("", "", root)]  # the names above, and what the path is for an object without a name
     while pending:
@@ -42,7 +48,7 @@ def paths(root):
         pending += reversed(below)
 
 
-def find(roots, path):
+def find(roots: list[Record], path: str) -> Record | None:
     """The first object of that path, as references name it."""
     wanted = path if path.startswith("/") else f"/{path}"
     for root in roots:
@@ -52,14 +58,14 @@ def find(roots, path):
     return None
 
 
-def text(value):
+def text(value: object) -> str:
     """A value in one line."""
     if isinstance(value, list):
         return ", ".join(map(text, value))
     return value if isinstance(value, str) else json.dumps(value)
 
 
-def count(record):
+def count(record: Record) -> int:
     total, pending = 0, [record]
     while pending:
         total += 1
@@ -67,12 +73,12 @@ def count(record):
     return total
 
 
-def title(record):
+def title(record: Record) -> str:
     name = record.get("Name")
     return f"{name} ({record['class']})" if name is not None else f"({record['class']})"
 
 
-def lines(record, depth, indent=""):
+def lines(record: Record, depth: int, indent: str = "") -> Iterator[str]:
     """The lines of a tree: an object, its values, and what it holds down to that depth."""
     pending = [(record, depth, indent, "")]
     while pending:
@@ -91,7 +97,7 @@ def lines(record, depth, indent=""):
                              for step, each in held(record)])
 
 
-def parse(arguments):
+def parse(arguments: list[str] | None) -> argparse.Namespace:
     parser = argparse.ArgumentParser(prog="tarvelon show", description=__doc__)
     parser.add_argument("file", metavar="FILE", help="a model in a file")
     parser.add_argument("path", nargs="?", metavar="PATH",
@@ -103,7 +109,7 @@ def parse(arguments):
     return parser.parse_intermixed_args(arguments)
 
 
-def report(model, options):
+def report(model: K7Q.Model, options: argparse.Namespace) -> str | None:
     """What is printed of a model; None if nothing has that path."""
     data = model.to_dict()
     shown = data["objects"]
@@ -118,7 +124,7 @@ def report(model, options):
     return "\n".join(line for each in shown for line in lines(each, options.depth)) or "no objects"
 
 
-def main(arguments=None):
+def main(arguments: list[str] | None = None) -> int:
     options = parse(arguments)
     try:
         with K7Q.Model.load(options.file) as model:
