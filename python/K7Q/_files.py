@@ -15,7 +15,6 @@ if TYPE_CHECKING:
     from weakref import WeakKeyDictionary
 
     from K7Q import ImmutableClassObject, ImmutableModel, Model, _Path, _Progress
-    from typing_extensions import Self
 del TYPE_CHECKING
 
 __all__ = ["FileError", "FileProblem", "WrongFile"]
@@ -73,7 +72,7 @@ class _Bar:
             sys.stderr.flush()
             self._drawn = line
 
-    def __enter__(self) -> Self:
+    def __enter__(self) -> _Progress:
         return self
 
     def __exit__(self, kind: object, error: object, traceback: object) -> None:

@@ -32,7 +32,7 @@ class Change(NamedTuple):
     property: str | None
     before: Any
     after: Any
-    index: int
+    index: int  # type: ignore[assignment]  # a tuple's own index() is of no use here
     index_before: int
 
 

@@ -77,7 +77,9 @@ class _Find:
     stub = ("find: _Find  # type: ignore[assignment]",)
 
     def __get__(self, model: Model | None, cls: type) -> Callable[[str], Model | ClassObject | None]:
-        return _host.boundModel if model is None else MethodType(find, model)
+        if model is None:
+            return _host.boundModel
+        return MethodType(find, model)
 
 
 _host.extend("K7Q.ImmutableModel", {"find": find, "find_all": find_all, "instances": instances, "objects": objects})

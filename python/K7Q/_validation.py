@@ -95,7 +95,7 @@ def rule(
     def add(function: Callable[[_Object], _Found]) -> Callable[[_Object], _Found]:
         if not callable(function):
             raise _host.WrongType(f"K7Q.rule '{id}': expected a function of one object, got {function!r}")
-        title = (getattr(function, "__doc__", None) or getattr(function, "__name__", id)).strip()
+        title: str = (getattr(function, "__doc__", None) or getattr(function, "__name__", id)).strip()
         _added.pop(id, None)
         _added[id] = Rule(id, severity, title.partition("\n")[0], function, name)
         return function

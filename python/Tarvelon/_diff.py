@@ -177,7 +177,9 @@ class Diff:
         return self._entries[index]
 
     def __eq__(self, other: object) -> bool:
-        return self._entries == other._entries if isinstance(other, Diff) else NotImplemented
+        if not isinstance(other, Diff):
+            return NotImplemented
+        return self._entries == other._entries
 
     def __str__(self) -> str:
         return "\n".join(map(str, self._entries)) or "no differences"

@@ -15,7 +15,7 @@ import os
 import shutil
 import sys
 import types
-from collections.abc import Iterator
+from collections.abc import Callable, Iterator
 
 import K7Q
 import _tarvelon_host as _host
@@ -260,7 +260,7 @@ class Plain(str):
         return str(self)
 
 
-def function_lines(name: str, function: types.FunctionType, is_method: bool = False) -> Iterator[str]:
+def function_lines(name: str, function: Callable[..., object], is_method: bool = False) -> Iterator[str]:
     """A function that is written in Python, with its annotations as they stand there and without its defaults."""
     signature = inspect.signature(function)
     parameters = [each.replace(annotation=Plain(each.annotation) if each.annotation is not each.empty else each.empty,
@@ -301,7 +301,8 @@ def python_class_lines(cls: type) -> Iterator[str]:
     yield "    " + docstring(cls.__doc__)
     defaults: dict[str, object] = getattr(cls, "_field_defaults", {})
     for name, kind in vars(cls).get("__annotations__", {}).items():
-        yield f"    {name}: {kind}{' = ...' if name in defaults else ''}"
+        ignored = "  # type: ignore[assignment]" if hasattr(tuple, name) else ""
+        yield f"    {name}: {kind}{' = ...' if name in defaults else ''}{ignored}"
     for name, member in vars(cls).items():
         is_shown = name.strip("_") == name or name in PYTHON_METHODS
         if isinstance(member, types.FunctionType) and is_shown and member.__module__.startswith("K7Q"):
