@@ -9,7 +9,6 @@ Every error is a `K7Q.Exception`, and most are also the built-in that Python pro
 
 from __future__ import annotations as _annotations
 
-from importlib import import_module as _import
 from sys import modules as _modules
 
 import Tarvelon as _Tarvelon
@@ -59,7 +58,8 @@ _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
 
 # What each feature puts on models and objects, and what it shows here.
 for _feature in ("_search", "_history", "_copy", "_files", "_validation"):
-    _module = _import(f"K7Q.{_feature}")
+    __import__(f"K7Q.{_feature}")
+    _module = _modules[f"K7Q.{_feature}"]
     for _name in _module.__all__:
         _shown = globals()[_name] = getattr(_module, _name)
         _shown.__module__ = __name__  # where people find it

@@ -1,11 +1,17 @@
 """Copies of models and objects, and models as JSON."""
 
-from __future__ import annotations as _annotations
-
-import json as _json
+from __future__ import annotations
 
 import _tarvelon_host as _host
 from K7Q._methods import method as _method
+
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from typing import Any
+
+    from K7Q import ClassObject, ImmutableClassObject, ImmutableModel, Model, _Copied
+    from typing_extensions import Never
+del TYPE_CHECKING
 
 __all__: list[str] = []
 
@@ -13,9 +19,10 @@ _WIDEST = 16  #: the most blanks that a level of JSON is indented by
 
 
 @_method
-def _clone(self: object, owner: object = None, *, property: str | None = None,
-           leave_out: bool = False) -> object:
-    """clone(owner=None, *, property=None, leave_out=False): a copy of the object with all that it holds.
+def _clone(
+    self: _Copied, owner: ClassObject | Model | None = None, *, property: str | None = None, leave_out: bool = False
+) -> _Copied:
+    """A copy of the object with all that it holds.
 
     The owner is an object of this or another model, and holds the copy where the original stands, if it has
     that property and takes one more; otherwise in the only property that can take it, or in the one that is
@@ -27,20 +34,36 @@ def _clone(self: object, owner: object = None, *, property: str | None = None,
     return _host.cloneObject(self, owner, property, bool(leave_out))
 
 
-def _clone_model(self: object) -> object:
-    """clone(): a new model with a copy of every object. It is bound to no URI and lives while it is held."""
+def _clone_view(
+    self: ImmutableClassObject, owner: ClassObject | Model | None = None, *, property: str | None = None,
+    leave_out: bool = False
+) -> ClassObject:
+    """A copy of the object with all that it holds, which can be changed: in another model alone."""
+    return _host.cloneObject(self, owner, property, bool(leave_out))
+
+
+def _clone_model(self: ImmutableModel) -> Model:
+    """A new model with a copy of every object. It is bound to no URI and lives while it is held."""
     return _host.cloneModel(self)
 
 
-def _deepcopy_object(self: object, memo: object) -> object:
+def _deepcopy(self: _Copied, memo: object) -> _Copied:
+    """The object's clone()."""
     return _host.cloneObject(self, None, None, False)
 
 
-def _deepcopy_model(self: object, memo: object) -> object:
+def _deepcopy_view(self: ImmutableClassObject, memo: object) -> ClassObject:
+    """The object's clone(), which is refused, since it would stand in a model that is only read."""
+    return _host.cloneObject(self, None, None, False)
+
+
+def _deepcopy_model(self: ImmutableModel, memo: object) -> Model:
+    """The model's clone()."""
     return _host.cloneModel(self)
 
 
-def _refuse_copy(self: object) -> None:
+def _refuse_copy(self: object) -> Never:
+    """Refused: what an object holds has one owner."""
     name = f"{type(self).__module__}.{type(self).__name__}".rpartition("arplatform.")[2]
     raise _host.WrongType(
         f"{name} cannot be copied without what it holds, which has one owner; clone() copies both"
@@ -48,8 +71,8 @@ def _refuse_copy(self: object) -> None:
 
 
 @_method
-def _to_json(self: object, indent: int | None = 1) -> str:
-    """to_json(indent=1): a text of JSON with the model, or the object and all it holds.
+def _to_json(self: ImmutableClassObject | ImmutableModel, indent: int | None = 1) -> str:
+    """A text of JSON with the model, or the object and all it holds.
 
     An object is {"class": ..., then the properties that have a value}, references are qualified names or,
     where there is none, the "id" of what they lead to. indent=None puts all on one line.
@@ -62,15 +85,16 @@ def _to_json(self: object, indent: int | None = 1) -> str:
 
 
 @_method
-def _to_dict(self: object) -> object:
-    """to_dict(): what to_json() prints, as dicts, lists and plain values."""
-    return _json.loads(_host.toJson(self, -1))
+def _to_dict(self: ImmutableClassObject | ImmutableModel) -> dict[str, Any]:
+    """What to_json() prints, as dicts, lists and plain values."""
+    import json  # slow to import, and seldom needed
+
+    read: dict[str, Any] = json.loads(_host.toJson(self, -1))
+    return read
 
 
-def _members(clone: object, deepcopy: object) -> dict[str, object]:
-    return {"clone": clone, "to_json": _to_json, "to_dict": _to_dict, "__copy__": _refuse_copy,
-            "__deepcopy__": deepcopy}
-
-
-_host.extend("K7Q.ImmutableClassObject", _members(_clone, _deepcopy_object))
-_host.extend("K7Q.ImmutableModel", _members(_method(_clone_model, "clone"), _deepcopy_model))
+_both = {"to_json": _to_json, "to_dict": _to_dict, "__copy__": _refuse_copy}
+_host.extend("K7Q.ClassObject", {"clone": _clone, "__deepcopy__": _deepcopy})
+_host.extend("K7Q.ImmutableClassObject",
+             {**_both, "clone": _method(_clone_view, "clone"), "__deepcopy__": _deepcopy_view})
+_host.extend("K7Q.ImmutableModel", {**_both, "clone": _method(_clone_model, "clone"), "__deepcopy__": _deepcopy_model})

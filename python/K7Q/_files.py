@@ -1,12 +1,21 @@
 """Models in files."""
 
+from __future__ import annotations
+
 import os
 import sys
 import time
-import weakref
-from typing import NamedTuple
 
 import _tarvelon_host as _host
+from K7Q._methods import method as _method
+from K7Q._tuples import NamedTuple
+
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from weakref import WeakKeyDictionary
+
+    from K7Q import ImmutableClassObject, ImmutableModel, Model, _Path, _Progress
+del TYPE_CHECKING
 
 __all__ = ["FileError", "FileProblem", "WrongFile"]
 
@@ -18,14 +27,14 @@ class FileProblem(NamedTuple):
     column: int
     text: str
 
-    def __str__(self):
+    def __str__(self) -> str:
         return f"line {self.line}, column {self.column}: {self.text}"
 
 
 class FileError(_host.Exception, OSError):
     """A file or folder that cannot be read or written; `errno` and `filename` say which and why."""
 
-    def __str__(self):
+    def __str__(self) -> str:
         return str(self.args[0]) if self.args else ""
 
 
@@ -35,10 +44,10 @@ class WrongFile(_host.WrongValue):
     `problems` are the first thousand of them, each a `K7Q.FileProblem`; `count` says how many there are.
     """
 
-    problems = ()
-    count = 0
+    problems: tuple[FileProblem, ...] = ()
+    count: int = 0
 
-    def _fill(self, problems, count):
+    def _fill(self, problems: list[tuple[int, int, str]], count: int) -> None:
         self.problems = tuple(FileProblem(*each) for each in problems)
         self.count = count
 
@@ -48,12 +57,12 @@ class _Bar:
 
     WIDTH = 30
 
-    def __init__(self, what):
+    def __init__(self, what: str) -> None:
         self._what = what
         self._begin = time.monotonic()
         self._drawn = ""
 
-    def __call__(self, done):
+    def __call__(self, done: float) -> None:
         if time.monotonic() - self._begin < 1:
             return
         full = int(done * self.WIDTH)
@@ -63,27 +72,27 @@ class _Bar:
             sys.stderr.flush()
             self._drawn = line
 
-    def __enter__(self):
+    def __enter__(self) -> _Progress:
         return self
 
-    def __exit__(self, kind, error, traceback):
+    def __exit__(self, kind: object, error: object, traceback: object) -> None:
         if self._drawn:
             sys.stderr.write("\r" + " " * len(self._drawn) + "\r")
             sys.stderr.flush()
 
 
 class _NoBar:
-    def __init__(self, progress):
+    def __init__(self, progress: _Progress | None) -> None:
         self._progress = progress
 
-    def __enter__(self):
+    def __enter__(self) -> _Progress | None:
         return self._progress
 
-    def __exit__(self, kind, error, traceback):
+    def __exit__(self, kind: object, error: object, traceback: object) -> None:
         pass
 
 
-def _watched(progress, verb, path):
+def _watched(progress: _Progress | None, verb: str, path: str | bytes) -> _Bar | _NoBar:
     """The callable that is told of the progress: the one that was given, a bar on a terminal, or None."""
     if progress is not None and not callable(progress):
         raise _host.WrongType(f"{verb}: expected progress to be callable, got {type(progress).__name__}")
@@ -92,7 +101,7 @@ def _watched(progress, verb, path):
     return _Bar(f"{verb} {os.path.basename(os.fsdecode(path))}")
 
 
-def _path(path, function):
+def _path(path: _Path, function: str) -> str | bytes:
     try:
         name = os.fspath(path)
     except TypeError:
@@ -105,48 +114,58 @@ def _path(path, function):
     raise _host.WrongValue(f"{function}: expected a path that the system can have, got {name!r}")
 
 
-def _save(self, path, *, progress=None):
-    """save(path, *, progress=None): writes the model to a file, as XMI.
+@_method
+def _save(self: ImmutableModel, path: _Path, *, progress: _Progress | None = None) -> None:
+    """Writes the model to a file, as XMI.
 
     At every instant the file is the old or the new one; it keeps its mode, and a symbolic link keeps pointing
     at it. `progress` is called with how much is done, from 0 to 1; what it raises cancels. Without it, a
     terminal shows a bar when saving takes over a second.
     K7Q.FileError, also an OSError, for what cannot be written.
     """
-    path = _path(path, "save")
-    with _watched(progress, "saving", path) as watch:
-        _host.saveModel(self, path, watch)
+    name = _path(path, "save")
+    with _watched(progress, "saving", name) as watch:
+        _host.saveModel(self, name, watch)
 
 
-# A model's host object lives while something of it is held, and ends with it.
-_problems = weakref.WeakKeyDictionary()
+# Of models that were loaded in spite of problems. A model's host object lives while something of it is held.
+_problems: WeakKeyDictionary[Model, tuple[FileProblem, ...]] | None = None
 
 
-def _load(path, *, lenient=False, progress=None):
-    """load(path, *, lenient=False, progress=None): a new model with what a file holds, bound to no URI.
+def _load(path: _Path, *, lenient: bool = False, progress: _Progress | None = None) -> Model:
+    """A new model with what a file holds, bound to no URI.
 
     K7Q.WrongFile for a file with problems, with all of them and their places; with lenient=True what is right
     is loaded, and `model.problems` has the rest. `progress` as with save().
     K7Q.FileError, also an OSError, for what cannot be read.
     """
-    path = _path(path, "load")
-    with _watched(progress, "loading", path) as watch:
-        model, problems, _ = _host.loadModel(path, bool(lenient), watch)
+    name = _path(path, "load")
+    with _watched(progress, "loading", name) as watch:
+        model, problems, _ = _host.loadModel(name, bool(lenient), watch)
     if problems:
-        _problems[model] = tuple(FileProblem(*each) for each in problems)
+        _keep(model, problems)
     return model
 
 
-def _problems_of(self):
+def _keep(model: Model, problems: list[tuple[int, int, str]]) -> None:
+    global _problems
+    if _problems is None:
+        import weakref  # slow to import, and seldom needed
+
+        _problems = weakref.WeakKeyDictionary()
+    _problems[model] = tuple(FileProblem(*each) for each in problems)
+
+
+def _problems_of(self: Model) -> tuple[FileProblem, ...]:
     """What was wrong with the file that the model was leniently loaded from: a tuple of K7Q.FileProblem."""
-    return _problems.get(self, ())
+    return _problems.get(self, ()) if _problems else ()
 
 
-def _roots(self):
-    """roots(): a list of the objects that nothing holds, in the order in which a file has them at its top."""
+@_method
+def _roots(self: ImmutableModel) -> list[ImmutableClassObject]:
+    """A list of the objects that nothing holds, in the order in which a file has them at its top."""
     return _host.rootsOf(self)
 
 
-_host.extend("K7Q.Model", {"save": _save, "load": staticmethod(_load), "problems": property(_problems_of),
-                           "roots": _roots})
 _host.extend("K7Q.ImmutableModel", {"save": _save, "roots": _roots})
+_host.extend("K7Q.Model", {"load": staticmethod(_method(_load, is_static=True)), "problems": property(_problems_of)})

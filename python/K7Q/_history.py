@@ -2,36 +2,38 @@
 
 from __future__ import annotations
 
-from collections import namedtuple
-
 import _tarvelon_host as _host
+from K7Q._methods import method as _method
+from K7Q._tuples import NamedTuple
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
     from collections.abc import Callable
-    from typing import NamedTuple
+    from typing import Any
 
     from K7Q import ClassObject, Model
     from typing_extensions import Self
+del TYPE_CHECKING
 
-    class Change(NamedTuple):
-        kind: str
-        object: ClassObject
-        property: str | None
-        before: object
-        after: object
-        index: int
-        index_before: int
-else:
-    Change = namedtuple("Change", "kind object property before after index index_before")
-    Change.__doc__ = """One change of one place, as listeners are told of it.
+__all__ = ["Change", "Subscription", "Transaction"]
+
+_MOST = 2**31 - 1  #: changes that a history can be asked to keep
+
+
+class Change(NamedTuple):
+    """One change of one place, as listeners are told of it.
 
     kind is "set", "added", "removed", "replaced", "moved", "made" or "destroyed"; of the last two there is no
     property. before and after are values of the property, or elements of it; index counts from 0.
     """
-del TYPE_CHECKING
 
-__all__ = ["Change", "Subscription", "Transaction"]
+    kind: str
+    object: ClassObject
+    property: str | None
+    before: Any
+    after: Any
+    index: int  # type: ignore[assignment]  # a tuple's own index() is of no use here
+    index_before: int
 
 
 class Transaction:
@@ -72,9 +74,9 @@ class Transaction:
 class Subscription:
     """A listener at work until `close()`, the end of its `with` block or of the model."""
 
-    def __init__(self, model: Model, object: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
+    def __init__(self, model: Model, of: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
         self._model = model
-        self._id = _host.listen(model, object, listener, Change)
+        self._id = _host.listen(model, of, listener, Change)
 
     def close(self) -> None:
         """Ends it; a second time is no error."""
@@ -87,16 +89,19 @@ class Subscription:
         self.close()
 
 
+@_method
 def transaction(model: Model, /) -> Transaction:
     """All changes in its `with` block are made together or, when it raises, not at all."""
     return Transaction(model)
 
 
+@_method
 def undo(model: Model, /) -> bool:
     """Takes back the last change or transaction; False if the history has none. See `history`."""
     return _host.undo(model)
 
 
+@_method
 def redo(model: Model, /) -> bool:
     """Makes again what undo() took back; False if there is nothing."""
     return _host.redo(model)
@@ -117,6 +122,7 @@ def _can_redo(model: Model) -> int:
     return _host.history(model)[2]
 
 
+@_method
 def listen(model: Model, listener: Callable[[list[Change]], object], /) -> Subscription:
     """Calls the function with a list of Change after each change or transaction; a Subscription.
 
@@ -133,10 +139,12 @@ def listen_object(self: ClassObject, listener: Callable[[list[Change]], object],
 
 
 def _set_history(model: Model, limit: int) -> None:
+    if not isinstance(limit, int):
+        raise _host.WrongType(f"history: expected how many changes can be taken back, got {limit!r}")
+    if limit > _MOST:
+        raise _host.OutOfRange(f"history: expected {_MOST} changes at most, got {limit}")
     _host.setHistory(model, limit)
 
-
-listen_object.__name__ = listen_object.__qualname__ = "listen"
 
 _host.extend("K7Q.Model", {
     "transaction": transaction,
@@ -147,4 +155,4 @@ _host.extend("K7Q.Model", {
     "redoable": property(_can_redo),
     "listen": listen,
 })
-_host.extend("K7Q.ClassObject", {"listen": listen_object})
+_host.extend("K7Q.ClassObject", {"listen": _method(listen_object, "listen")})

@@ -1,6 +1,6 @@
 """Methods that Python code puts on the host's classes refuse arguments as the host's own methods do."""
 
-from __future__ import annotations as _annotations
+from __future__ import annotations
 
 import functools as _functools
 
@@ -9,12 +9,18 @@ import _tarvelon_host as _host
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
     from collections.abc import Callable
+    from typing import TypeVar
+
+    _Function = TypeVar("_Function", bound=Callable[..., object])
 del TYPE_CHECKING
 
 
-def method(function: Callable[..., object], name: str | None = None) -> Callable[..., object]:
-    """The function as a method: arguments that do not fit raise a K7Q.WrongType with its signature."""
-    public = name or function.__name__.lstrip("_")
+def method(function: _Function, name: str | None = None, *, is_static: bool = False) -> _Function:
+    """The function as a method: arguments that do not fit raise a K7Q.WrongType with its signature.
+
+    A static one is not called on an object, which is else the first argument.
+    """
+    called = name or function.__name__.lstrip("_")
 
     @_functools.wraps(function)
     def checked(*arguments: object, **names: object) -> object:
@@ -22,17 +28,19 @@ def method(function: Callable[..., object], name: str | None = None) -> Callable
             return function(*arguments, **names)
         except TypeError as error:
             is_ours = isinstance(error, _host.Exception)
-            refused = None if is_ours else _refusal(function, public, arguments, names)
+            refused = None if is_ours else _refusal(function, called, arguments, names, is_static)
             if refused is None:
                 raise
         raise refused
 
-    checked.__name__ = checked.__qualname__ = public
-    return checked
+    checked.__name__ = checked.__qualname__ = called
+    return checked  # type: ignore[return-value]
 
 
-def _refusal(function: Callable[..., object], name: str, arguments: tuple[object, ...],
-             names: dict[str, object]) -> _host.WrongType | None:
+def _refusal(
+    function: Callable[..., object], name: str, arguments: tuple[object, ...], names: dict[str, object],
+    is_static: bool
+) -> _host.WrongType | None:
     """The error for arguments that the function does not take; None if it takes them."""
     import inspect  # slow to import, and seldom needed
 
@@ -40,8 +48,7 @@ def _refusal(function: Callable[..., object], name: str, arguments: tuple[object
     try:
         signature.bind(*arguments, **names)
     except TypeError as error:
-        empty = inspect.Parameter.empty
-        own = [each.replace(annotation=empty) for each in signature.parameters.values()]
-        shown = signature.replace(parameters=own[1:], return_annotation=inspect.Signature.empty)
-        return _host.WrongType(f"{name}: {error}; write {name}{shown}")
+        plain = [each.replace(annotation=each.empty) for each in signature.parameters.values()]
+        own = signature.replace(parameters=plain if is_static else plain[1:], return_annotation=signature.empty)
+        return _host.WrongType(f"{name}: {error}; write {name}{own}")
     return None

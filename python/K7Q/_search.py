@@ -2,29 +2,30 @@
 
 from __future__ import annotations
 
-from collections import namedtuple
+from types import MethodType
 
 import _tarvelon_host as _host
+from K7Q._methods import method as _method
+from K7Q._tuples import NamedTuple
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
-    from typing import NamedTuple, TypeVar
+    from collections.abc import Callable
 
-    from K7Q import ClassObject, ImmutableClassObject, ImmutableModel
-
-    _Object = TypeVar("_Object", bound=_host.HostObject)
-
-    class Mention(NamedTuple):
-        object: ClassObject
-        property: str
-else:
-    Mention = namedtuple("Mention", "object property")
-    Mention.__doc__ = "One reference to an object: who refers, and by which property."
+    from K7Q import ClassObject, ImmutableClassObject, ImmutableModel, Model, _Object
 del TYPE_CHECKING
 
 __all__ = ["Mention"]
 
 
+class Mention(NamedTuple):
+    """One reference to an object: who refers, and by which property."""
+
+    object: ClassObject
+    property: str
+
+
+@_method
 def find(model: ImmutableModel, path: str, /) -> ClassObject | None:
     """The first object of that qualified name in owner order, None if there is none.
 
@@ -34,11 +35,13 @@ def find(model: ImmutableModel, path: str, /) -> ClassObject | None:
     return _host.find(model, path)
 
 
+@_method
 def find_all(model: ImmutableModel, path: str, /) -> list[ClassObject]:
     """All objects of that qualified name, in owner order."""
     return _host.findAll(model, path)
 
 
+@_method
 def instances(model: ImmutableModel, cls: type[_Object], /) -> list[_Object]:
     """The objects of a class and of those below it, without a walk over the model.
 
@@ -47,6 +50,7 @@ def instances(model: ImmutableModel, cls: type[_Object], /) -> list[_Object]:
     return _host.instances(model, cls)
 
 
+@_method
 def objects(model: ImmutableModel, /) -> list[ClassObject]:
     """All objects of the model, in an order that changes only where objects come and go."""
     return _host.objects(model)
@@ -57,6 +61,7 @@ def qualified_name(self: ImmutableClassObject) -> str:
     return _host.qualifiedName(self)
 
 
+@_method
 def referrers(self: ImmutableClassObject, /) -> list[Mention]:
     """Who refers to the object, and by which property.
 
@@ -71,8 +76,10 @@ class _Find:
     # Of two kinds, told by what it is asked of: what a type stub says of it.
     stub = ("find: _Find  # type: ignore[assignment]",)
 
-    def __get__(self, model: ImmutableModel | None, cls: type) -> object:
-        return _host.boundModel if model is None else find.__get__(model)
+    def __get__(self, model: Model | None, cls: type) -> Callable[[str], Model | ClassObject | None]:
+        if model is None:
+            return _host.boundModel
+        return MethodType(find, model)
 
 
 _host.extend("K7Q.ImmutableModel", {"find": find, "find_all": find_all, "instances": instances, "objects": objects})

@@ -1,8 +1,18 @@
 """What is wrong with a model: the library's rules, and those that a script adds."""
 
-from typing import NamedTuple
+from __future__ import annotations
 
 import _tarvelon_host as _host
+from K7Q._methods import method as _method
+from K7Q._tuples import NamedTuple
+
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from collections.abc import Callable, Iterator
+    from typing import Any
+
+    from K7Q import ImmutableClassObject, ImmutableModel, _Found, _Object
+del TYPE_CHECKING
 
 __all__ = ["Problem", "Rule", "forget_rule", "rule", "rules"]
 
@@ -20,14 +30,14 @@ class Problem(NamedTuple):
     message   what was expected, what there is, and the cure
     """
 
-    object: object
+    object: Any
     path: str
     property: str
     rule: str
     severity: str
     message: str
 
-    def __str__(self):
+    def __str__(self) -> str:
         place = f"{self.path}.{self.property}" if self.property else self.path
         return f"{self.severity}: {place}: {self.message} [{self.rule}]"
 
@@ -41,14 +51,14 @@ class Rule(NamedTuple):
     id: str
     severity: str
     title: str
-    function: object = None
+    function: Callable[[Any], _Found] | None = None
     of: str = ""
 
 
-_added = {}
+_added: dict[str, Rule] = {}
 
 
-def _class_name(cls):
+def _class_name(cls: object) -> str:
     if isinstance(cls, type) and issubclass(cls, _host.HostObject):
         name = cls.__name__.removeprefix("Immutable")
         return f"{cls.__module__}.{name}"
@@ -58,7 +68,9 @@ def _class_name(cls):
     )
 
 
-def rule(id, of, severity="error"):
+def rule(
+    id: str, of: type[_Object], severity: str = "error"
+) -> Callable[[Callable[[_Object], _Found]], Callable[[_Object], _Found]]:
     """Adds a rule for all objects of a class, and of the classes below it; decorates the rule's function.
 
         @K7Q.rule("symbol-prefix", behavior.Runnable, severity="warning")
@@ -80,10 +92,10 @@ def rule(id, of, severity="error"):
         raise _host.WrongValue(f"K7Q.rule: the library has a rule '{id}'; choose another id")
     name = _class_name(of)
 
-    def add(function):
+    def add(function: Callable[[_Object], _Found]) -> Callable[[_Object], _Found]:
         if not callable(function):
             raise _host.WrongType(f"K7Q.rule '{id}': expected a function of one object, got {function!r}")
-        title = (getattr(function, "__doc__", None) or getattr(function, "__name__", id)).strip()
+        title: str = (getattr(function, "__doc__", None) or getattr(function, "__name__", id)).strip()
         _added.pop(id, None)
         _added[id] = Rule(id, severity, title.partition("\n")[0], function, name)
         return function
@@ -91,26 +103,26 @@ def rule(id, of, severity="error"):
     return add
 
 
-def forget_rule(id):
+def forget_rule(id: str) -> None:
     """Takes a rule out that a script has added."""
     if id not in _added:
         raise _host.UnknownName(f"no script has added a rule '{id}'; there are {', '.join(_added) or 'none'}")
     del _added[id]
 
 
-def rules():
+def rules() -> list[Rule]:
     """A list of all rules: those of the library, then those that scripts have added."""
     return [*_library(), *_added.values(), _FAILED]
 
 
-def _library():
+def _library() -> list[Rule]:
     return [Rule(*each) for each in _host.validationRules()]
 
 
 _FAILED = Rule("rule-failed", "error", "a rule of a script runs to its end")
 
 
-def _messages(found):
+def _messages(found: _Found) -> Iterator[tuple[str, str]]:
     """The (property, message) pairs of what a function of a rule gave."""
     if found is None:
         return
@@ -123,7 +135,7 @@ def _messages(found):
         yield pair
 
 
-def _run(rule, target, is_model):
+def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bool) -> Iterator[Problem]:
     for element in _host.validatedObjects(target, is_model, rule.of):
         if not element.isvalid():  # a rule has destroyed it
             continue
@@ -138,39 +150,29 @@ def _run(rule, target, is_model):
             yield Problem(element, path, name, by.id, by.severity, message)
 
 
-def _problems(target, is_model):
+def _problems(target: ImmutableClassObject | ImmutableModel, is_model: bool) -> list[Problem]:
     problems = [Problem(*each) for each in _host.validate(target, is_model)]
     for each in tuple(_added.values()):
         problems.extend(_run(each, target, is_model))
     return problems
 
 
-def _only(arguments):
-    """What a method without arguments was called on."""
-    if len(arguments) != 1:
-        given = f"{len(arguments) - 1} more" if arguments else "nothing"
-        raise _host.WrongType(f"validate: expected what it is called on and no argument, got {given}")
-    return arguments[0]
-
-
-def _validate_model(*arguments):
-    """validate(): every problem of the model, as a list of K7Q.Problem; empty when nothing is wrong.
+def _validate_model(self: ImmutableModel, /) -> list[Problem]:
+    """Every problem of the model, as a list of K7Q.Problem; empty when nothing is wrong.
 
     Problems of one object stand together, objects in order of ownership; those of rules that scripts have
     added (`K7Q.rule`) come behind. The same model gives the same list.
     """
-    return _problems(_only(arguments), True)
+    return _problems(self, True)
 
 
-def _validate_object(*arguments):
-    """validate(): every problem of the object and of all that it holds, as a list of K7Q.Problem.
+def _validate_object(self: ImmutableClassObject, /) -> list[Problem]:
+    """Every problem of the object and of all that it holds, as a list of K7Q.Problem.
 
     The list is the part of the model's that is about them, without names that clash with others outside.
     """
-    return _problems(_only(arguments), False)
+    return _problems(self, False)
 
 
-_validate_model.__name__ = _validate_model.__qualname__ = "validate"
-_validate_object.__name__ = _validate_object.__qualname__ = "validate"
-_host.extend("K7Q.ImmutableModel", {"validate": _validate_model})
-_host.extend("K7Q.ImmutableClassObject", {"validate": _validate_object})
+_host.extend("K7Q.ImmutableModel", {"validate": _method(_validate_model, "validate")})
+_host.extend("K7Q.ImmutableClassObject", {"validate": _method(_validate_object, "validate")})

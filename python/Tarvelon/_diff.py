@@ -1,11 +1,20 @@
 """How two models, or two objects, differ."""
 
-from __future__ import annotations as _annotations
-
-import json as _json
-from typing import Any, Iterable, Iterator, NamedTuple
+from __future__ import annotations
 
 import _tarvelon_host as _host
+from K7Q._tuples import NamedTuple
+
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from collections.abc import Iterable, Iterator
+    from typing import Any, ClassVar, TypeVar, Union
+
+    from K7Q import ImmutableClassObject, ImmutableModel
+
+    _Kind = TypeVar("_Kind")
+    Difference = Union["Added", "Removed", "Moved", "Renamed", "Changed"]
+del TYPE_CHECKING
 
 
 class Path(str):
@@ -77,31 +86,38 @@ class Changed(NamedTuple):
         return f"~ {self.path}.{self.property}: {_shown(self.old)} -> {_shown(self.new)}"
 
 
-Entry = Added | Removed | Moved | Renamed | Changed
-
-
 def _counted(difference: Added | Removed) -> str:
     rest = "" if difference.objects == 1 else f", {difference.objects} objects"
     return f"{difference.path} ({difference.cls}{rest})"
 
 
-def _shown(value: Any) -> str:
+def _shown(value: object) -> str:
     if isinstance(value, list):
         return f"[{', '.join(map(_shown, value))}]"
     if isinstance(value, Path):
         return value
-    return "nothing" if value is None else _json.dumps(value, ensure_ascii=False)
+    return "nothing" if value is None else _to_json(value)
+
+
+def _to_json(value: object, indent: int | None = None) -> str:
+    import json  # slow to import, and seldom needed
+
+    return json.dumps(value, ensure_ascii=False, indent=indent)
 
 
 def _value(text: str, is_reference: bool) -> Any:
-    value = _json.loads(text)
+    import json
+
+    value = json.loads(text)
     if not is_reference or value is None:
         return value
     return [Path(each) for each in value] if isinstance(value, list) else Path(value)
 
 
-def _made(kind: int, path: str, cls: str, new_path: str, place: str, new_place: str, prop: str, before: str,
-          after: str, is_reference: bool, objects: int) -> Entry:
+def _made(
+    kind: int, path: str, cls: str, new_path: str, place: str, new_place: str, prop: str, before: str, after: str,
+    is_reference: bool, objects: int
+) -> Difference:
     """A difference of the C++ interface, whose kinds are counted from 0."""
     if kind < 2:
         return (Added, Removed)[kind](path, cls, objects)
@@ -118,27 +134,46 @@ class Diff:
     """
 
     __slots__ = ("_entries",)
-    __hash__ = None  # type: ignore[assignment]
+    __hash__: ClassVar[None] = None  # type: ignore[assignment]
 
-    def __init__(self, entries: Iterable[Entry]) -> None:
+    def __init__(self, entries: Iterable[Difference]) -> None:
         self._entries = tuple(entries)
 
-    def _of(self, kind: type) -> list[Any]:
+    def _of(self, kind: type[_Kind]) -> list[_Kind]:
         return [each for each in self._entries if type(each) is kind]
 
-    removed = property(lambda self: self._of(Removed), doc="Those that are Removed.")
-    added = property(lambda self: self._of(Added), doc="Those that are Added.")
-    moved = property(lambda self: self._of(Moved), doc="Those that are Moved.")
-    renamed = property(lambda self: self._of(Renamed), doc="Those that are Renamed.")
-    changed = property(lambda self: self._of(Changed), doc="Those that are Changed.")
+    @property
+    def removed(self) -> list[Removed]:
+        """Those that are Removed."""
+        return self._of(Removed)
 
-    def __iter__(self) -> Iterator[Entry]:
+    @property
+    def added(self) -> list[Added]:
+        """Those that are Added."""
+        return self._of(Added)
+
+    @property
+    def moved(self) -> list[Moved]:
+        """Those that are Moved."""
+        return self._of(Moved)
+
+    @property
+    def renamed(self) -> list[Renamed]:
+        """Those that are Renamed."""
+        return self._of(Renamed)
+
+    @property
+    def changed(self) -> list[Changed]:
+        """Those that are Changed."""
+        return self._of(Changed)
+
+    def __iter__(self) -> Iterator[Difference]:
         return iter(self._entries)
 
     def __len__(self) -> int:
         return len(self._entries)
 
-    def __getitem__(self, index: Any) -> Any:
+    def __getitem__(self, index: int) -> Difference:
         return self._entries[index]
 
     def __eq__(self, other: object) -> bool:
@@ -155,11 +190,11 @@ class Diff:
     def to_json(self, indent: int | None = 1) -> str:
         """A text of JSON: a list with one object for each, its kind under "difference"."""
         records = [{"difference": type(each).__name__.lower(), **each._asdict()} for each in self._entries]
-        return _json.dumps(records, ensure_ascii=False, indent=indent)
+        return _to_json(records, indent)
 
 
-def diff(older: object, newer: object) -> Diff:
-    """diff(older, newer): how the newer of two models, or of two objects of one class, differs.
+def diff(older: ImmutableModel | ImmutableClassObject, newer: ImmutableModel | ImmutableClassObject) -> Diff:
+    """How the newer of two models, or of two objects of one class, differs.
 
         print(Tarvelon.diff(model, changed))
 

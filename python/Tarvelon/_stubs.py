@@ -15,7 +15,7 @@ import os
 import shutil
 import sys
 import types
-from collections.abc import Iterator
+from collections.abc import Callable, Iterator
 
 import K7Q
 import _tarvelon_host as _host
@@ -23,7 +23,8 @@ from Tarvelon import describe
 from Tarvelon._signatures import (Record, SCALARS, Signature, changeable, class_record, declared, lineage,
                                   own_methods, purpose, signature_of, split)
 
-ROOTS = {"K7Q": "", "Tarvelon": "partial\n"}  # what is no package of the host stands in the .py files
+PYTHON_METHODS = ("__init__", "__enter__", "__exit__")
+PARTIAL = "partial\n"  # what is no package of the host stands in the .py files
 FACTORY = "Tarvelon.metamodel.arplatform.Factory"
 OPTIONAL, _, MANY = range(3)
 READ_ONLY = 1
@@ -38,8 +39,9 @@ ELEMENTS = {
     "K7Q.ImmutablePackage.subPackages": "ImmutablePackage",
 }
 HEAD = """import builtins
+import os
 from collections.abc import Callable, Iterable
-from typing import Any, Final, Generic, Literal, NamedTuple, TypeVar, overload
+from typing import Any, Final, Generic, Literal, NamedTuple, TypeAlias, TypeVar, overload
 from typing_extensions import Never, Self
 
 """
@@ -52,6 +54,11 @@ class _SequenceOf(ImmutableSequenceOfImmutableObject, Generic[_Held]):
     def at(self, number: int, /) -> _Held: ...
 
 _Object = TypeVar("_Object", bound=_tarvelon_host.HostObject)
+_Copied = TypeVar("_Copied", bound=ClassObject)
+_Path: TypeAlias = str | bytes | os.PathLike[str] | os.PathLike[bytes]
+_Progress: TypeAlias = Callable[[float], object]
+# What a function of a rule may give: nothing, a message, a property and a message, or several of them.
+_Found: TypeAlias = str | tuple[str, str] | Iterable[str | tuple[str, str]] | None
 
 class _Find:
     # Of the class: the bound model of a URI. Of a model: the object of a qualified name.
@@ -139,14 +146,11 @@ class Body:
         if self.record["fullName"] == FACTORY and name == "create":
             self.add_create(function)
             return
-        signature = inspect.signature(function)
-        first, *rest = signature.parameters.values()
-        shown = signature.replace(parameters=[first.replace(annotation=first.empty), *rest])
-        self.add(f"def {name}{unquoted(shown)}:", "    " + docstring(function.__doc__))
+        self.add(*function_lines(name, function, is_method=True))
 
     def add_python_property(self, name: str, addition: property) -> None:
         assert addition.fget is not None
-        result = unquoted(inspect.signature(addition.fget)).partition(" -> ")[2]
+        result = inspect.signature(addition.fget).return_annotation
         self.add("@property", f"def {name}(self) -> {result}:", "    " + docstring(addition.fget.__doc__))
         if addition.fset:
             self.add(f"@{name}.setter", f"def {name}(self, value: {result}) -> None: ...")
@@ -212,6 +216,8 @@ class Module:
         for name, addition in vars(kind).items():
             if isinstance(addition, types.FunctionType):
                 body.add_addition(name, addition)
+            elif isinstance(addition, staticmethod):
+                body.add("@staticmethod", *function_lines(name, addition.__func__))
             elif isinstance(addition, property):
                 body.add_python_property(name, addition)
             elif hasattr(addition, "stub"):
@@ -247,40 +253,60 @@ def docstring(text: str | None) -> str:
     return f'"""{escaped}{" " if escaped.endswith(chr(34)) else ""}"""'
 
 
-def unquoted(signature: inspect.Signature) -> str:
-    """Annotations are texts where they are not evaluated."""
-    return str(signature).replace("'", "")
+class Plain(str):
+    """A text that a signature shows without quotes."""
+
+    def __repr__(self) -> str:
+        return str(self)
+
+
+def function_lines(name: str, function: Callable[..., object], is_method: bool = False) -> Iterator[str]:
+    """A function that is written in Python, with its annotations as they stand there and without its defaults."""
+    signature = inspect.signature(function)
+    parameters = [each.replace(annotation=Plain(each.annotation) if each.annotation is not each.empty else each.empty,
+                               default=each.empty if each.default is each.empty else Plain("..."))
+                  for each in signature.parameters.values()]
+    if is_method and not parameters[0].annotation.startswith("_"):  # a type variable says what else is of its type
+        parameters[0] = parameters[0].replace(annotation=inspect.Parameter.empty)
+    shown = signature.replace(parameters=parameters, return_annotation=Plain(signature.return_annotation))
+    yield f"def {name}{shown}:{'' if function.__doc__ else ' ...'}"
+    if function.__doc__:
+        yield "    " + docstring(function.__doc__)
 
 
 def kernel_lines() -> Iterator[str]:
     """What K7Q holds beside the host's classes: errors, functions, and sequences that say what they hold."""
-    members = [each for each in vars(K7Q).values() if getattr(each, "__module__", None) == "K7Q"]
-    errors = [each for each in members if isinstance(each, type) and issubclass(each, BaseException)]
-    for error in sorted(errors, key=lambda each: len(each.__mro__)):
-        bases = (each.__name__ if each.__module__ == "K7Q" else f"builtins.{each.__name__}"
-                 for each in error.__bases__)
-        yield from (f"class {error.__name__}({', '.join(bases)}):", "    " + docstring(error.__doc__), "")
-    for each in members:
-        if isinstance(each, type) and not issubclass(each, BaseException):
+    members = [each for name, each in vars(K7Q).items()
+               if not name.startswith("_") and getattr(each, "__module__", None) == "K7Q"]
+    classes = [each for each in members if isinstance(each, type)]
+    errors = [each for each in classes if issubclass(each, BaseException)]
+    for each in sorted(errors, key=lambda each: len(each.__mro__)):
+        yield from python_class_lines(each)
+    for each in classes:
+        if each not in errors:
             yield from python_class_lines(each)
     for function in members:
-        if isinstance(function, types.FunctionType) and not function.__name__.startswith("_"):
-            yield f"def {function.__name__}{unquoted(inspect.signature(function))}:"
-            yield from ("    " + docstring(function.__doc__), "")
+        if isinstance(function, types.FunctionType):
+            yield from (*function_lines(function.__name__, function), "")
     yield KERNEL
 
 
 def python_class_lines(cls: type) -> Iterator[str]:
-    """A class that is written in Python: its fields, if it is a named tuple, or its methods."""
-    fields = getattr(cls, "_fields", None)
-    yield f"class {cls.__name__}{'(NamedTuple)' if fields else ''}:"
+    """A class that is written in Python: its fields and its methods."""
+    is_tuple = issubclass(cls, tuple)
+    bases = (each.__name__ if each.__module__ == "K7Q" else f"builtins.{each.__name__}"
+             for each in cls.__bases__ if each is not object)
+    shown = "NamedTuple" if is_tuple else ", ".join(bases)
+    yield f"class {cls.__name__}{f'({shown})' if shown else ''}:"
     yield "    " + docstring(cls.__doc__)
-    kinds = getattr(cls, "kinds", {})
-    yield from (f"    {each}: {kinds.get(each, 'Any')}" for each in fields or ())
+    defaults: dict[str, object] = getattr(cls, "_field_defaults", {})
+    for name, kind in vars(cls).get("__annotations__", {}).items():
+        ignored = "  # type: ignore[assignment]" if hasattr(tuple, name) else ""
+        yield f"    {name}: {kind}{' = ...' if name in defaults else ''}{ignored}"
     for name, member in vars(cls).items():
-        if isinstance(member, types.FunctionType) and not fields and (name[0] != "_" or name.endswith("__")):
-            yield f"    def {name}{unquoted(inspect.signature(member))}:"
-            yield "        " + docstring(member.__doc__)
+        is_shown = name.strip("_") == name or name in PYTHON_METHODS
+        if isinstance(member, types.FunctionType) and is_shown and member.__module__.startswith("K7Q"):
+            yield from (f"    {line}" for line in function_lines(name, member))
     yield ""
 
 
@@ -291,7 +317,7 @@ def packages(record: Record) -> Iterator[Record]:
 
 
 def write(folder: str) -> None:
-    for root, typed in ROOTS.items():
+    for root in ("K7Q", "Tarvelon"):
         shutil.rmtree(os.path.join(folder, f"{root}-stubs"), ignore_errors=True)
         for package in packages(_host.describe(root)):
             path = os.path.join(folder, *f"{root}-stubs{package['name'].removeprefix(root)}".split("."))
@@ -301,7 +327,7 @@ def write(folder: str) -> None:
             with open(file, "w", encoding="utf-8") as stub:
                 stub.write(Module(package).text())
         with open(os.path.join(folder, f"{root}-stubs", "py.typed"), "w", encoding="utf-8") as marker:
-            marker.write(typed)
+            marker.write(PARTIAL)
 
 
 def main(arguments: list[str] | None = None) -> int:

@@ -1,5 +1,7 @@
 """Writes the metamodel as an Ecore file, with which EMF and other programs open our models."""
 
+from __future__ import annotations
+
 import argparse
 import sys
 
@@ -7,7 +9,7 @@ import K7Q
 import _tarvelon_host as _host
 
 
-def main(arguments=None):
+def main(arguments: list[str] | None = None) -> int:
     parser = argparse.ArgumentParser(prog="tarvelon ecore", description=__doc__)
     parser.add_argument("file", metavar="FILE", help="the file to write, as in tarvelon.ecore")
     options = parser.parse_args(arguments)

@@ -15,6 +15,8 @@ import Tarvelon  # noqa: F401  brings the metamodel in
 DEPTH = 3
 Record = dict[str, Any]
 
+Record = dict[str, Any]
+
 
 def is_object(value: object) -> bool:
     return isinstance(value, dict)
@@ -108,7 +110,7 @@ def parse(arguments: list[str] | None) -> argparse.Namespace:
     return parser.parse_intermixed_args(arguments)
 
 
-def report(model: Any, options: argparse.Namespace) -> str | None:
+def report(model: K7Q.Model, options: argparse.Namespace) -> str | None:
     """What is printed of a model; None if nothing has that path."""
     data = model.to_dict()
     shown = data["objects"]

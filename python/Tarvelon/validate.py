@@ -3,21 +3,25 @@
 Exits with 1 if there is an error, with 0 if there are warnings or nothing.
 """
 
+from __future__ import annotations
+
 import argparse
 import json
 import os
 import runpy
 import sys
+from collections.abc import Sequence
 from itertools import groupby
+from typing import Any
 
 import K7Q
 
 
-def number_of(count, what):
+def number_of(count: int, what: str) -> str:
     return f"{count} {what}{'' if count == 1 else 's'}"
 
 
-def page(name, misfits, problems):
+def page(name: str, misfits: Sequence[K7Q.FileProblem], problems: list[K7Q.Problem]) -> list[str]:
     """Lines for a person: what does not fit in the file, then the problems of each object."""
     lines = [f"{name}: error: {each}" for each in misfits]
     for path, found in groupby(problems, lambda each: each.path):
@@ -31,11 +35,13 @@ def page(name, misfits, problems):
     return [*lines, f"{name}: {total if errors or warnings else 'nothing is wrong'}"]
 
 
-def count_errors(misfits, problems):
+def count_errors(misfits: Sequence[K7Q.FileProblem], problems: list[K7Q.Problem]) -> int:
     return len(misfits) + sum(each.severity == "error" for each in problems)
 
 
-def record(name, misfits, problems):
+def record(
+    name: str, misfits: Sequence[K7Q.FileProblem], problems: list[K7Q.Problem]
+) -> dict[str, Any]:
     """The same for a program."""
     return {"file": name,
             "misfits": [each._asdict() for each in misfits],
@@ -43,7 +49,7 @@ def record(name, misfits, problems):
                          for each in problems]}
 
 
-def validate(options):
+def validate(options: argparse.Namespace) -> int:
     for script in options.rules:
         runpy.run_path(script)
     with K7Q.Model.load(options.file, lenient=True) as model:
@@ -59,7 +65,7 @@ def validate(options):
     return 1 if count_errors(misfits, problems) else 0
 
 
-def main(arguments=None):
+def main(arguments: list[str] | None = None) -> int:
     parser = argparse.ArgumentParser(prog="tarvelon validate", description=__doc__)
     parser.add_argument("--json", action="store_true", help="print records, for a program")
     parser.add_argument("--rules", action="append", default=[], metavar="SCRIPT",

@@ -632,9 +632,9 @@ def test_a_closed_model_and_a_destroyed_object_are_refused(model):
 
 def test_validate_takes_no_argument(model):
     for call in (lambda: model.validate(1, 2), lambda: common.Package(model, "Brakes").validate(1, 2)):
-        with pytest.raises(K7Q.WrongType, match="^validate: expected what it is called on and no argument, got 2 more$"):
+        with pytest.raises(K7Q.WrongType, match=r"^validate: too many positional arguments; write validate\(\)$"):
             call()
-    with pytest.raises(K7Q.WrongType, match="^validate: expected .* got nothing$"):
+    with pytest.raises(K7Q.WrongType, match="^validate: missing a required argument: 'self'; write validate"):
         K7Q.Model.validate()
     with pytest.raises(K7Q.WrongType, match="^validate: expected an object of a model, got "):
         common.Package.validate(model)

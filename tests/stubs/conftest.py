@@ -14,7 +14,7 @@ ROOT = Path(__file__).resolve().parents[2]
 BUILT = Path(K7Q.__file__).parents[1]  # beside the link, not where it leads to
 PROGRAMS = ROOT / "tests" / "stubs" / "programs"
 EXAMPLES = sorted((ROOT / "examples").glob("*.py"))
-HAND_WRITTEN = [ROOT / "python" / "K7Q" / "__init__.py", *sorted((ROOT / "python" / "Tarvelon").glob("*.py"))]
+HAND_WRITTEN = sorted(each for name in ("K7Q", "Tarvelon") for each in (ROOT / "python" / name).glob("*.py"))
 
 
 class Error(NamedTuple):
