@@ -95,7 +95,6 @@ int main(int argc, char** argv) {
     bench::reportPublishing();
     bench::reportValidation();
     bench::reportFiles();
-    bench::reportMemory();
   }
   return 0;
 }

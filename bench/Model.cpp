@@ -44,7 +44,7 @@ std::u16string name(const char16_t* word, int number) {
 
 struct Shared {
   interface::FlowData data;
-  port::Port port;
+  port::DataReceiverPort port;
 };
 
 behavior::ApplicationComponentBehavior makeBehavior(const K7Q::Model& model, const Shared& shared,
@@ -77,7 +77,7 @@ struct Figures {
 };
 
 Shared makeShared(const K7Q::Model& model) {
-  return {interface::VariableData::create(model), port::DataReceiverPort::create(model)};
+  return {interface::FlowData::create(model), port::DataReceiverPort::create(model)};
 }
 
 Figures measure(int behaviors) {

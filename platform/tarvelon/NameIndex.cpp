@@ -95,22 +95,23 @@ NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
   mModel.instances().forEach([&names](const Instance& object) {
     if (object.isAlive() && !nameOf(object).empty()) ++names;
   });
-  // As many names again may come before another one is built.
-  const std::uint64_t capacity = std::bit_ceil(std::max<std::uint64_t>(kFirstCapacity, names + names / 2));
+  // An eighth as many may come before another one is built, and each pays for eight of that.
+  const std::uint64_t capacity = std::max<std::uint64_t>(kFirstCapacity, names + names / 8);
   if (capacity > std::uint64_t{1} << 31) {
-    throw K7Q::OutOfRange("a model finds at most 1431655765 objects by name; make a second model");
+    throw K7Q::OutOfRange("a model finds at most 1908874353 objects by name; make a second model");
   }
-  mEntries.reset(allocateArray<Entry>(capacity));
-  mHeads.reset(allocateArray<std::uint32_t>(capacity));
   mCapacity = static_cast<std::uint32_t>(capacity);
-  std::fill_n(mHeads.get(), mCapacity, kNone);
+  mHeadCount = std::bit_floor(mCapacity);
+  mEntries.reset(allocateArray<Entry>(mCapacity));
+  mHeads.reset(allocateArray<std::uint32_t>(mHeadCount));
+  std::fill_n(mHeads.get(), mHeadCount, kNone);
   mModel.instances().forEach([this](const Instance& object) {
     if (object.isAlive()) noteName(object);
   });
 }
 
 void NameIndex::enter(std::uint32_t hash, std::uint32_t number) noexcept {
-  std::uint32_t& head = mHeads[homeOf(hash, mCapacity)];
+  std::uint32_t& head = mHeads[homeOf(hash, mHeadCount)];
   if (head != kNone && mEntries[head].hash == hash && mEntries[head].number == number) return;
   if (mUsed == mCapacity) {
     mIsComplete = false;
@@ -134,7 +135,7 @@ void NameIndex::noteOwner(const Instance& object) noexcept {
 std::vector<Instance*> NameIndex::find(const Instance* parent, std::u16string_view name) const {
   std::vector<Instance*> found;
   const std::uint32_t hash = hashOf(parent, name);
-  for (std::uint32_t place = mHeads[homeOf(hash, mCapacity)]; place != kNone; place = mEntries[place].next) {
+  for (std::uint32_t place = mHeads[homeOf(hash, mHeadCount)]; place != kNone; place = mEntries[place].next) {
     if (mEntries[place].hash != hash) continue;
     Instance* object = mModel.instances().find(mEntries[place].number);
     if (!object || !object->isAlive() || nameOf(*object) != name || namingHolder(*object) != parent) continue;
