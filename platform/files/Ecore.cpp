@@ -131,6 +131,9 @@ class EcoreWriter {
     std::string text = " eType=\"" + pathOf(*property.type()) + "\"";
     // What is derived holds nothing: it shows what something else holds.
     if (property.holds() && property.storage() != Storage::None) text += " containment=\"true\"";
+    if (const Property* back = property.opposite()) {
+      text += " eOpposite=\"" + pathOf(back->ownerClass()) + "/" + back->row().name + "\"";
+    }
     return text;
   }
 

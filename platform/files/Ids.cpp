@@ -5,7 +5,6 @@
 #include "boundary/k7q/Primitives.h"
 #include "platform/files/Contents.h"
 #include "platform/files/Files.h"
-#include "platform/files/Walk.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/WordList.h"
 
@@ -53,7 +52,7 @@ class Assignment {
  public:
   Assignment(const native::NativeModel& model, Schema& schema, std::size_t count)
       : mSchema(schema), mTaken(count) {
-    forEachInstance(model, [this](const Instance& object) {
+    model.forEachInstance([this](const Instance& object) {
       if (const Word* id = numberedId(object)) mTaken.insert(id->bits);
     });
   }
@@ -126,14 +125,14 @@ void setForeignId(Instance& object, std::string_view text) {
 void assignIds(const native::NativeModel& model, Schema& schema) {
   std::size_t count = 0;
   std::size_t missing = 0;
-  forEachInstance(model, [&](const Instance& object) {
+  model.forEachInstance([&](const Instance& object) {
     ++count;
     if (!numberedId(object) && !foreignId(object)) ++missing;
   });
   if (missing == 0) return;
   Assignment assignment(model, schema, count);
   std::uint32_t root = 0;
-  forEachInstance(model, [&](Instance& object) {
+  model.forEachInstance([&](Instance& object) {
     if (!object.owner()) assignment.visit(object, 0, root++, 1);
   });
 }

@@ -12,6 +12,7 @@
 namespace Tarvelon::files {
 
 using native::Instance;
+using native::Property;
 using native::Storage;
 using native::Word;
 
@@ -203,17 +204,52 @@ void Reader::refer(const PendingReference& reference, std::string_view attribute
   } else if (!entry->object->cls().isKindOf(feature.narrowest->type()->data().ordinal)) {
     fault = ": expected " + typeName(*feature.narrowest->type()) + ", got a " +
             typeName(*entry->object->cls().methods) + " with the id ";
-  } else if (!feature.declared->isMany()) {
-    if (!object.has(feature.slot))
-      return native::store(object, feature.slot, {Word{.object = entry->object}, false});
-    fault = ": expected one object, got another with the id ";
-  } else if (!native::containsElement(object, feature.slot, *entry->object)) {
-    return native::insertElement(object, feature.slot, sizeOf(object, feature), *entry->object);
   } else {
-    fault = ": an object stands once in it, and twice there is the id ";
+    fault = makeReference(object, feature, *entry->object);
+    if (fault.empty()) return;
   }
   report(reference.place.line == 0 ? placeOfValue(attribute) : reference.place,
          nameOf(object, feature) + fault + inQuotes(mIds.textOf(reference.target)));
+}
+
+std::string Reader::makeReference(Instance& object, const Feature& feature, Instance& element) {
+  if (feature.narrowest->opposite()) return makeOpposite(object, feature, element);
+  if (!feature.declared->isMany()) {
+    if (object.has(feature.slot)) return ": expected one object, got another with the id ";
+    native::store(object, feature.slot, {Word{.object = &element}, false});
+  } else {
+    if (native::containsElement(object, feature.slot, element)) {
+      return ": an object stands once in it, and twice there is the id ";
+    }
+    native::insertElement(object, feature.slot, sizeOf(object, feature), element);
+  }
+  return {};
+}
+
+// The other end may have been read already, and has made this one; the order is that of the file all the
+// same.
+std::string Reader::makeOpposite(Instance& object, const Feature& feature, Instance& element) {
+  std::uint32_t& told = mTold[std::uint64_t{object.number()} << 8 | feature.slot];
+  const bool isThere = native::containsElement(object, feature.slot, element);
+  const Property& back = *feature.narrowest->opposite();
+  if (!isThere && !back.isMany() &&
+      element.has(element.cls().placeOf(back.ownerClass().data(), back.id()).slot)) {
+    return std::string(": what is named here names another object as its ") + back.row().name +
+           ", by the id ";
+  }
+  if (!feature.declared->isMany()) {
+    if (told != 0 || (object.has(feature.slot) && !isThere))
+      return ": expected one object, got another with the id ";
+    if (!isThere) native::store(object, feature.slot, {Word{.object = &element}, false});
+  } else if (!isThere) {
+    native::insertElement(object, feature.slot, told, element);
+  } else {
+    const std::uint32_t place = native::listOf(object, feature.slot)->find(&element);
+    if (place < told) return ": an object stands once in it, and twice there is the id ";
+    if (place != told) native::moveElement(object, feature.slot, place, told);
+  }
+  ++told;
+  return {};
 }
 
 void Reader::finish() {

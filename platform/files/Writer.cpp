@@ -4,7 +4,6 @@
 #include "platform/files/Files.h"
 #include "platform/files/Ids.h"
 #include "platform/files/ScalarText.h"
-#include "platform/files/Walk.h"
 #include "platform/k7q/Destruction.h"
 #include "platform/tarvelon/ClassMethods.h"
 
@@ -33,10 +32,10 @@ class Writer {
       : mModel(model), mOut(sink), mProgress(progress) {}
 
   void write() {
-    forEachInstance(mModel, [this](const Instance& /*object*/) { ++mTotal; });
+    mModel.forEachInstance([this](const Instance& /*object*/) { ++mTotal; });
     assignIds(mModel, mSchema);
     begin();
-    forEachInstance(mModel, [this](const Instance& object) {
+    mModel.forEachInstance([this](const Instance& object) {
       if (object.owner()) return;
       const ClassSchema& cls = mSchema.of(object.cls());
       writeObject(object, cls, cls.type, false, 1);
@@ -236,7 +235,7 @@ std::string saveText(const K7Q::Model& model, const SaveOptions& options) {
 
 std::vector<K7Q::ClassObject> roots(const K7Q::Model& model) {
   std::vector<K7Q::ClassObject> found;
-  forEachInstance(NativeModel::require(model), [&](Instance& object) {
+  NativeModel::require(model).forEachInstance([&](Instance& object) {
     if (!object.owner()) found.emplace_back(&object, model.getDeviant());
   });
   return found;

@@ -1,3 +1,6 @@
+#include <algorithm>
+#include <span>
+#include <utility>
 #include <vector>
 
 #include "platform/k7q/Destruction.h"
@@ -92,14 +95,48 @@ std::vector<Mention> mentionsOf(const std::vector<Instance*>& tree) {
   return mentions;
 }
 
-void leave(const Mention& mention) noexcept {
-  Instance& object = *mention.object;
-  if ((object.cls().listSlots >> mention.slot & 1) == 0) {
-    make(valueStep(object, mention.slot, false, {}));
+void leave(const Mention& mention, std::uint32_t index) noexcept {
+  make({mention.object,
+        Word{.object = mention.element},
+        {},
+        index,
+        mention.slot,
+        Step::Kind::Element,
+        true,
+        false});
+}
+
+/// Takes what is mentioned out of one place. Few are searched for in a list, many are met on one way through
+/// it.
+void leavePlace(std::span<const Mention> mentions) noexcept {
+  constexpr std::size_t kFew = 32;
+  const Mention& first = mentions[0];
+  Instance& object = *first.object;
+  if ((object.cls().listSlots >> first.slot & 1) == 0) {
+    make(valueStep(object, first.slot, false, {}));
     return;
   }
-  const std::uint32_t index = listOf(object, mention.slot)->find(mention.element);
-  make({&object, Word{.object = mention.element}, {}, index, mention.slot, Step::Kind::Element, true, false});
+  const WordList& list = *listOf(object, first.slot);
+  if (mentions.size() <= kFew) {
+    for (const Mention& each : mentions) leave(each, list.find(each.element));
+    return;
+  }
+  for (std::uint32_t index = list.size(); index-- > 0;) {
+    Instance& element = *list.at(index).object;
+    if (element.isDying()) leave({&object, first.slot, &element}, index);
+  }
+}
+
+/// Leaves all places, each at once.
+void leaveAll(std::vector<Mention>& mentions) noexcept {
+  const auto place = [](const Mention& each) { return std::pair(each.object->number(), each.slot); };
+  std::ranges::sort(mentions, {}, place);
+  for (auto first = mentions.begin(); first != mentions.end();) {
+    const auto last = std::find_if(first, mentions.end(),
+                                   [&](const Mention& each) { return place(each) != place(*first); });
+    leavePlace({first, last});
+    first = last;
+  }
 }
 
 /// The way of a model with a journal, which can bring back what is destroyed: the tree stays as it is and is
@@ -115,9 +152,9 @@ void buryTree(Instance& root, Journal& journal) {
     for (Instance* object : tree) object->setDying(false);
     throw;
   }
-  for (Instance* object : tree) object->setDying(false);
   leaveOwner(root);
-  for (const Mention& mention : mentions) leave(mention);
+  leaveAll(mentions);
+  for (Instance* object : tree) object->setDying(false);
   ++K7Q::mi::gDestructions;
   for (Instance* object : tree) make({object, {}, {}, 0, 0, Step::Kind::Life, true, false});
 }
@@ -125,9 +162,10 @@ void buryTree(Instance& root, Journal& journal) {
 }  // namespace
 
 void leaveReferred(Instance& object) noexcept {
-  forEachObject(object, object.cls().referringSlots, [&object](Instance& referred, unsigned slot) {
+  const bool keepsRoom = object.model().journal() != nullptr;
+  forEachObject(object, object.cls().referringSlots, [&object, keepsRoom](Instance& referred, unsigned slot) {
     if (referred.isDying()) return;
-    referred.removeReferrer({object.number(), static_cast<std::uint8_t>(slot)});
+    referred.removeReferrer({object.number(), static_cast<std::uint8_t>(slot)}, keepsRoom);
   });
 }
 

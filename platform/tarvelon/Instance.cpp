@@ -78,7 +78,18 @@ K7Q::Model Instance::getModel(K7Q::Deviant deviant) const {
 
 void Instance::reserve(unsigned more) {
   const unsigned needed = count() + more;
-  if (needed <= capacity()) return;
+  if (needed > capacity()) grow(needed);
+}
+
+void Instance::reserveLasting() {
+  if (mModel->journal()) {
+    grow(capacity() + 1);
+  } else {
+    reserve(1);
+  }
+}
+
+void Instance::grow(unsigned needed) {
   // An odd number of words fills the blocks of the allocator.
   const unsigned capacity = needed | 1;
   Word* words = allocateArray<Word>(capacity);
@@ -111,20 +122,17 @@ void Instance::reserveReferrer() {
   if (Word* word = find(kReferrerSlot)) {
     Referrers(word->bits).reserve();
   } else {
-    reserve(1);
+    reserveLasting();
+    put(kReferrerSlot, Word{.bits = 0});
   }
 }
 
 void Instance::addReferrer(Referrer referrer) noexcept {
-  if (!hasReferrers()) put(kReferrerSlot, Word{.bits = 0});
   Referrers(find(kReferrerSlot)->bits).insert(referrer);
 }
 
 void Instance::removeReferrer(Referrer referrer, bool keepsRoom) noexcept {
-  Word* word = find(kReferrerSlot);
-  if (!word) return;
-  Referrers(word->bits).erase(referrer, keepsRoom);
-  if (word->bits == 0) remove(kReferrerSlot);
+  if (Word* word = find(kReferrerSlot)) Referrers(word->bits).erase(referrer, keepsRoom);
 }
 
 bool Instance::isReferredBy(Referrer referrer) const noexcept {

@@ -74,14 +74,17 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
     return (mState & bit) != 0 ? words() + std::popcount(mState & (bit - 1)) : nullptr;
   }
   Word* find(unsigned slot) noexcept { return const_cast<Word*>(std::as_const(*this).find(slot)); }
-  /// Makes room for `count` more values: the only one of these functions that can fail.
+  /// Makes room for `count` more values: the first of the two of these functions that can fail.
   void reserve(unsigned count);
+  /// Makes room for a word that is put without a step and stays. While a journal may take steps back, that is
+  /// room of its own: what there is, they may need.
+  void reserveLasting();
   /// REQUIRES: the slot has a value, or there is room for one more.
   void put(unsigned slot, Word word) noexcept;
   /// REQUIRES: the slot has a value.
   void remove(unsigned slot) noexcept;
 
-  bool hasReferrers() const noexcept { return has(kReferrerSlot); }
+  /// From the first referrer on, the object keeps the word for them.
   void reserveReferrer();
   /// REQUIRES: reserveReferrer().
   void addReferrer(Referrer referrer) noexcept;
@@ -121,6 +124,7 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   unsigned capacity() const noexcept {
     return isExternal() ? static_cast<unsigned>(mWords[1].bits) : kInline;
   }
+  void grow(unsigned capacity);
   void dropValues() noexcept;
 
   mutable std::int32_t mReferences = 0;

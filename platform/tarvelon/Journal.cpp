@@ -1,6 +1,7 @@
 #include "platform/tarvelon/Journal.h"
 
 #include <algorithm>
+#include <atomic>
 #include <exception>
 #include <iterator>
 #include <utility>
@@ -39,6 +40,12 @@ bool buries(const Step& step, bool isTakenBack) noexcept {
   return step.kind == Step::Kind::Life && (isTakenBack ? step.hasAfter : step.hasBefore);
 }
 
+/// Listeners and transactions are told apart for good: one that has ended never stands for a later one.
+std::uint64_t nextId() noexcept {
+  static std::atomic<std::uint64_t> last = 0;
+  return ++last;
+}
+
 }  // namespace
 
 Journal::~Journal() {
@@ -72,7 +79,35 @@ void Journal::rollBack(std::size_t start) noexcept {
   end();
 }
 
+std::uint64_t Journal::beginTransaction() {
+  mTransactions.push_back({nextId(), mOpen.size()});
+  begin();
+  return mTransactions.back().id;
+}
+
+bool Journal::isOpen(std::uint64_t transaction) const noexcept {
+  return std::ranges::find(mTransactions, transaction, &Transaction::id) != mTransactions.end();
+}
+
+bool Journal::isInnermost(std::uint64_t transaction) const noexcept {
+  return !mTransactions.empty() && mTransactions.back().id == transaction;
+}
+
+void Journal::commit() noexcept {
+  mTransactions.pop_back();
+  end();
+}
+
+void Journal::rollBackTransaction(std::uint64_t transaction) noexcept {
+  const auto found = std::ranges::find(mTransactions, transaction, &Transaction::id);
+  const std::size_t start = found->start;
+  mTransactions.erase(found, mTransactions.end());
+  mDepth = static_cast<unsigned>(mTransactions.size()) + 1;
+  rollBack(start);
+}
+
 void Journal::takeBack(Steps& steps, std::size_t start) noexcept {
+  if (start == steps.size()) return;
   // Names come back in an order that the index cannot make room for: it is built anew when it is asked.
   mModel.forgetNames();
   ++K7Q::mi::gDestructions;
@@ -87,17 +122,27 @@ void Journal::finish() noexcept {
   tell(done);
   if (mLimit == 0) {
     discard({&done, 1}, 0, false);
-    return;
+  } else {
+    remember(std::move(done));
   }
-  if (mUndo.size() == mLimit) {
-    discard({mUndo.data(), 1}, 0, false);
-    mUndo.erase(mUndo.begin());
-  }
-  // setLimit() has made the room.
-  mUndo.push_back(std::move(done));
 }
 
-// The listeners are called on a list of their own: one may leave, or come, while they are.
+void Journal::remember(Steps steps) noexcept {
+  if (undoable() == mLimit) forgetOldest();
+  // setLimit() has made the room for twice as many as there are.
+  mUndo.push_back(std::move(steps));
+}
+
+void Journal::forgetOldest() noexcept {
+  Steps& oldest = mUndo[mForgotten];
+  discard({&oldest, 1}, 0, false);
+  oldest = {};
+  if (++mForgotten < mLimit) return;
+  mUndo.erase(mUndo.begin(), mUndo.begin() + static_cast<std::ptrdiff_t>(mForgotten));
+  mForgotten = 0;
+}
+
+// The listeners are called on a list of their own, since they may come and leave while they are.
 void Journal::tell(const Steps& steps) noexcept {
   if (mListeners.empty()) return;
   mIsTelling = true;
@@ -105,7 +150,7 @@ void Journal::tell(const Steps& steps) noexcept {
     const auto listeners = mListeners;
     for (const Entry& entry : listeners) {
       try {
-        tellOne(entry, steps);
+        if (!entry.subscriber->hasLeft) tellOne(entry, steps);
       } catch (...) {  // NOLINT(bugprone-empty-catch): the model has changed, whatever a listener makes of it
       }
     }
@@ -139,16 +184,15 @@ void Journal::discard(std::span<Steps> batches, std::size_t start, bool areTaken
 }
 
 void Journal::setLimit(std::size_t limit) {
-  mUndo.reserve(limit);
+  mUndo.reserve(2 * limit);
   mRedo.reserve(limit);
-  while (mUndo.size() > limit) {
-    discard({mUndo.data(), 1}, 0, false);
-    mUndo.erase(mUndo.begin());
-  }
-  if (mRedo.size() > limit || limit == 0) {
+  if (undoable() + redoable() > limit) {
     discard(mRedo, 0, true);
     mRedo.clear();
   }
+  while (undoable() > limit) forgetOldest();
+  mUndo.erase(mUndo.begin(), mUndo.begin() + static_cast<std::ptrdiff_t>(mForgotten));
+  mForgotten = 0;
   mLimit = limit;
 }
 
@@ -180,26 +224,43 @@ void Journal::redo() noexcept {
 
 void Journal::tellOne(const Entry& entry, const Steps& steps) {
   if (!entry.object) {
-    (*entry.listener)(steps);
+    entry.subscriber->listener(steps);
     return;
   }
   Steps own;
   std::ranges::copy_if(steps, std::back_inserter(own),
                        [&entry](const Step& step) { return step.object == entry.object; });
-  if (!own.empty()) (*entry.listener)(own);
+  if (!own.empty()) entry.subscriber->listener(own);
+}
+
+template <class Leaves>
+void Journal::dismiss(Leaves leaves) noexcept {
+  for (const Entry& entry : mListeners) {
+    if (leaves(entry)) entry.subscriber->hasLeft = true;
+  }
+}
+
+std::shared_ptr<void> Journal::takeLeft() noexcept {
+  const auto found =
+      std::ranges::find_if(mListeners, [](const Entry& each) { return each.subscriber->hasLeft; });
+  if (found == mListeners.end()) return nullptr;
+  const std::shared_ptr<void> left = std::move(found->subscriber);
+  mListeners.erase(found);
+  return left;
 }
 
 void Journal::forget(const Instance& object) noexcept {
-  std::erase_if(mListeners, [&object](const Entry& entry) { return entry.object == &object; });
+  dismiss([&object](const Entry& entry) { return entry.object == &object; });
 }
 
 std::uint64_t Journal::listen(Listener listener, const Instance* object) {
-  mListeners.push_back({mLastId + 1, object, std::make_shared<const Listener>(std::move(listener))});
-  return ++mLastId;
+  const std::uint64_t id = nextId();
+  mListeners.push_back({id, object, std::make_shared<Subscriber>(Subscriber{std::move(listener)})});
+  return id;
 }
 
 void Journal::unlisten(std::uint64_t id) noexcept {
-  std::erase_if(mListeners, [id](const Entry& entry) { return entry.id == id; });
+  dismiss([id](const Entry& entry) { return entry.id == id; });
 }
 
 void Journal::requireQuiet() const {
@@ -210,9 +271,31 @@ void Journal::requireQuiet() const {
       "when the change has returned");
 }
 
-Batch::Batch(NativeModel& model) : mJournal(model.journal()) {
+namespace {
+
+thread_local bool tIsDelayed = false;
+/// Whose batch lasts until the end of the delay.
+thread_local NativeModel* tDelayed = nullptr;
+
+}  // namespace
+
+void Batch::delay() noexcept { tIsDelayed = true; }
+
+void Batch::endDelay() noexcept {
+  tIsDelayed = false;
+  NativeModel* model = std::exchange(tDelayed, nullptr);
+  if (!model) return;
+  model->journal()->end();
+  model->dropIdleJournal();
+}
+
+Batch::Batch(NativeModel& model) : mModel(model), mJournal(model.journal()) {
   if (!mJournal) return;
   mJournal->requireQuiet();
+  if (tIsDelayed && !tDelayed) {
+    tDelayed = &model;
+    mJournal->begin();
+  }
   mStart = mJournal->begin();
   mExceptions = std::uncaught_exceptions();
 }
@@ -224,6 +307,8 @@ Batch::~Batch() {
   } else {
     mJournal->end();
   }
+  // Its last listener may have left while it was told, or gone with its object.
+  if (mJournal->depth() == 0) mModel.dropIdleJournal();
 }
 
 }  // namespace Tarvelon::metamodel::native

@@ -42,24 +42,37 @@ class Journal {
   void end() noexcept;
   /// Takes back all that has happened since a batch began there, and ends it.
   void rollBack(std::size_t start) noexcept;
+
+  /// A batch that may outlive the scope it began in. REQUIRES: no batch of a scope is open.
+  std::uint64_t beginTransaction();
+  bool isOpen(std::uint64_t transaction) const noexcept;
+  bool isInnermost(std::uint64_t transaction) const noexcept;
+  /// Ends the innermost one.
+  void commit() noexcept;
+  /// Ends those that were begun in it as well. REQUIRES: isOpen().
+  void rollBackTransaction(std::uint64_t transaction) noexcept;
   unsigned depth() const noexcept { return mDepth; }
 
-  /// How many batches can be taken back; 0 keeps none.
+  /// How many batches can be taken back; 0 keeps none. Fewer than there are drop the oldest and, if that is
+  /// not enough, all that could be made again.
   void setLimit(std::size_t limit);
   std::size_t limit() const noexcept { return mLimit; }
-  std::size_t undoable() const noexcept { return mUndo.size(); }
+  std::size_t undoable() const noexcept { return mUndo.size() - mForgotten; }
   std::size_t redoable() const noexcept { return mRedo.size(); }
   /// REQUIRES: depth() is 0, undoable() or redoable() is not.
   void undo() noexcept;
   void redo() noexcept;
 
   /// Called with each batch when it has ended. What a listener raises is lost, and it may not change the
-  /// model.
+  /// model. One that leaves meanwhile is not told any more, one that comes is told of the next batch.
   /// With an object: only of the steps at that object, until it is freed.
   std::uint64_t listen(Listener listener, const Instance* object = nullptr);
   void unlisten(std::uint64_t id) noexcept;
   /// An object is freed: nobody listens to it any more.
   void forget(const Instance& object) noexcept;
+  /// Gives away one who has left, null when there is none: what goes with a listener may come back to the
+  /// model, and so goes when nothing is under way.
+  std::shared_ptr<void> takeLeft() noexcept;
   bool isTelling() const noexcept { return mIsTelling; }
   bool hasListeners() const noexcept { return !mListeners.empty(); }
   /// Raises K7Q::Exception while listeners are called.
@@ -67,13 +80,25 @@ class Journal {
 
  private:
   using Steps = std::vector<Step>;
+  struct Subscriber {
+    Listener listener;
+    bool hasLeft = false;
+  };
   struct Entry {
     std::uint64_t id;
     const Instance* object;
-    std::shared_ptr<const Listener> listener;
+    std::shared_ptr<Subscriber> subscriber;
+  };
+  struct Transaction {
+    std::uint64_t id;
+    std::size_t start;
   };
 
   void finish() noexcept;
+  void remember(Steps steps) noexcept;
+  void forgetOldest() noexcept;
+  template <class Leaves>
+  void dismiss(Leaves leaves) noexcept;
   void tell(const Steps& steps) noexcept;
   static void tellOne(const Entry& entry, const Steps& steps);
   void takeBack(Steps& steps, std::size_t start) noexcept;
@@ -84,11 +109,13 @@ class Journal {
 
   NativeModel& mModel;
   Steps mOpen;
+  std::vector<Transaction> mTransactions;
+  /// The oldest come first; those that were forgotten leave their places until there are many.
   std::vector<Steps> mUndo;
+  std::size_t mForgotten = 0;
   std::vector<Steps> mRedo;
   std::vector<Entry> mListeners;
   std::size_t mLimit = 0;
-  std::uint64_t mLastId = 0;
   unsigned mDepth = 0;
   bool mIsTelling = false;
 };
@@ -101,12 +128,16 @@ class Batch {
   Batch(const Batch&) = delete;
   Batch& operator=(const Batch&) = delete;
   ~Batch();
+  /// From now on the outermost batch on this thread that is noted lasts until endDelay().
+  static void delay() noexcept;
+  static void endDelay() noexcept;
   /// Makes room for that many steps.
   void reserve(std::size_t steps) {
     if (mJournal) mJournal->reserve(steps);
   }
 
  private:
+  NativeModel& mModel;
   Journal* mJournal;
   std::size_t mStart = 0;
   int mExceptions = 0;

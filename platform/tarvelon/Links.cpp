@@ -23,6 +23,11 @@ bool isList(const Instance& object, unsigned slot) noexcept {
   return (object.cls().listSlots & bitOf(slot)) != 0;
 }
 
+/// The slot of a property of the object's class or of one above.
+std::uint8_t slotOf(const Instance& object, const Property& property) noexcept {
+  return object.cls().placeOf(property.ownerClass().data(), property.id()).slot;
+}
+
 Referrer referrer(const Instance& object, unsigned slot) noexcept {
   return {object.number(), static_cast<std::uint8_t>(slot)};
 }
@@ -51,7 +56,8 @@ void takeOut(Instance& object, unsigned slot, const Instance& element) noexcept 
 WordList& reserveList(Instance& object, unsigned slot) {
   WordList* list = listOf(object, slot);
   if (!list) {
-    object.reserve(1);
+    // The list stays when its first element is taken back.
+    object.reserveLasting();
     list = WordList::make();
     object.put(slot, Word{.list = list});
   }
@@ -64,14 +70,12 @@ void reserveTie(const Instance& object, unsigned slot, Instance& element) {
   if (!holds(object, slot)) element.reserveReferrer();
 }
 
-/// Room in the slot itself. An object that refers to itself needs it for the reference and for the referrer.
-void reservePlace(Instance& object, unsigned slot, const Instance& element) {
-  const unsigned self = &object == &element ? 1 : 0;
+/// Room in the slot itself, of an object that gets that many values.
+void reservePlace(Instance& object, unsigned slot, unsigned values) {
   if (isList(object, slot)) {
     reserveList(object, slot);
-    object.reserve(self);
   } else {
-    object.reserve(1 + self);
+    object.reserve(values);
   }
 }
 
@@ -80,20 +84,12 @@ class Opposite {
  public:
   Opposite(const Instance& object, unsigned slot, Instance& element) : mElement(element) {
     if ((object.cls().oppositeSlots & bitOf(slot)) == 0) return;
-    const Property& back = *object.cls().slotProperties[slot]->opposite();
-    mSlot = element.cls().placeOf(back.ownerClass().data(), back.id()).slot;
+    mSlot = slotOf(element, *object.cls().slotProperties[slot]->opposite());
   }
   bool isThere() const noexcept { return mSlot != ClassData::kNoSlot; }
 
-  /// Room for both references: each object gets a value and a referrer.
-  void reserve(Instance& object, unsigned slot) const {
-    reserveTie(mElement, mSlot, object);
-    reservePlace(mElement, mSlot, object);
-    reserveTie(object, slot, mElement);
-    reservePlace(object, slot, mElement);
-    object.reserve(2);
-    mElement.reserve(2);
-  }
+  void reserveTieBack(Instance& object) const { reserveTie(mElement, mSlot, object); }
+  void reservePlaceBack(unsigned values) const { reservePlace(mElement, mSlot, values); }
   /// Lets the element refer to the object. One that referred to another is taken from that one first.
   void add(Instance& object, unsigned slot) const noexcept {
     if (isList(mElement, mSlot)) {
@@ -105,7 +101,10 @@ class Opposite {
     if (const Word* old = mElement.find(mSlot)) {
       Instance& former = *old->object;
       if (&former == &object) return;
-      if (containsOrIs(former, slot)) takeOut(former, slot, mElement);
+      // Its class may give the property another slot.
+      const Property& property = *object.cls().slotProperties[slot];
+      const unsigned formerSlot = slotOf(former, property);
+      if (containsElement(former, formerSlot, mElement)) takeOut(former, formerSlot, mElement);
     }
     make(valueStep(mElement, mSlot, true, Word{.object = &object}));
   }
@@ -114,23 +113,18 @@ class Opposite {
   }
 
  private:
-  /// Whether the former one, whose property has the same slot, refers to the element.
-  bool containsOrIs(const Instance& former, unsigned slot) const noexcept {
-    return mElement.isReferredBy(referrer(former, slot));
-  }
-
   Instance& mElement;
   std::uint8_t mSlot = ClassData::kNoSlot;
 };
 
 /// All the room that a new reference needs.
 void reserveReference(Instance& object, unsigned slot, Instance& element, const Opposite& opposite) {
-  if (opposite.isThere()) {
-    opposite.reserve(object, slot);
-  } else {
-    reserveTie(object, slot, element);
-    reservePlace(object, slot, element);
-  }
+  // Ties first: each puts a word, which would take room from a place.
+  reserveTie(object, slot, element);
+  if (opposite.isThere()) opposite.reserveTieBack(object);
+  const unsigned values = opposite.isThere() && &object == &element ? 2 : 1;
+  reservePlace(object, slot, values);
+  if (opposite.isThere()) opposite.reservePlaceBack(values);
 }
 
 /// What a change of one reference notes at most: the place, who held the element, and the references back of

@@ -72,6 +72,9 @@ Journal& NativeModel::requireJournal() {
 }
 
 void NativeModel::dropIdleJournal() noexcept {
+  // Whatever happens meanwhile: the journal may have gone as well.
+  while (mJournal && mJournal->takeLeft()) {
+  }
   if (mJournal && mJournal->depth() == 0 && mJournal->limit() == 0 && !mJournal->hasListeners()) {
     mJournal.reset();
   }

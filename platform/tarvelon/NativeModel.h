@@ -43,11 +43,19 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   void expire(Instance& instance) noexcept;
   Instance& instance(std::uint32_t number) const noexcept { return *mInstances.at(number); }
   const InstanceIndex& instances() const noexcept { return mInstances; }
+  /// Calls visit(Instance&) for each object that is not gone, in an order that changes only where objects
+  /// come and go. It must not make or destroy any.
+  template <class Visit>
+  void forEachInstance(Visit visit) const {
+    mInstances.forEach([&visit](Instance& instance) {
+      if (instance.isAlive()) visit(instance);
+    });
+  }
 
   /// Null while nobody asks for steps.
   Journal* journal() const noexcept { return mJournal.get(); }
   Journal& requireJournal();
-  /// Gives up a journal that nobody asks any more.
+  /// Lets listeners go that have left, and gives up a journal that nobody asks any more.
   void dropIdleJournal() noexcept;
 
   /// The index of names, built when it is asked for and not complete.

@@ -3,31 +3,16 @@
 #include <vector>
 
 #include "boundary/k7q/Primitives.h"
-#include "boundary/tarvelon/Foundation.h"
 #include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Instance.h"
 
 namespace Tarvelon::metamodel::native {
 
-namespace {
+bool hasName(const ClassData& cls) noexcept { return cls.nameSlot != ClassData::kNoSlot; }
 
-const ClassData& namedElements() {
-  return static_cast<const ClassMethods&>(foundation::NamedElement::Interface::sIntrospectiveMethods).data();
-}
-
-}  // namespace
-
-std::uint8_t nameSlot(const ClassData& cls) {
-  static const ClassData& named = namedElements();
-  static const unsigned id = named.findProperty("Name")->id();
-  return cls.isKindOf(named.ordinal) ? cls.placeOf(named, id).slot : ClassData::kNoSlot;
-}
-
-bool hasName(const ClassData& cls) { return nameSlot(cls) != ClassData::kNoSlot; }
-
-std::u16string_view ownName(const Instance& object) {
-  const std::uint8_t slot = nameSlot(object.cls());
+std::u16string_view ownName(const Instance& object) noexcept {
+  const std::uint8_t slot = object.cls().nameSlot;
   const Word* word = slot == ClassData::kNoSlot ? nullptr : object.find(slot);
   return word && word->text ? word->text->view() : std::u16string_view();
 }

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -16,11 +15,9 @@ struct ClassData;
 /// contributes none: alone, it is told by who holds it.
 
 /// Whether objects of the class have the property Name.
-bool hasName(const ClassData& cls);
-/// The slot of the property Name, ClassData::kNoSlot for a class without.
-std::uint8_t nameSlot(const ClassData& cls);
+bool hasName(const ClassData& cls) noexcept;
 /// The object's own name; empty for none. Valid until the name is written.
-std::u16string_view ownName(const Instance& object);
+std::u16string_view ownName(const Instance& object) noexcept;
 
 /// In UTF-8; empty for an object without a name that nothing with a name holds.
 /// Cost: proportional to the depth.

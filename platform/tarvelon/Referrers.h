@@ -13,7 +13,7 @@ struct Referrer {
 /// The set of references to one object, in the one word that an object which is referred to keeps for it.
 ///
 /// One referrer stands in the word itself, a few in a row, more in a hash table: adding and removing one is
-/// constant time however many there are, and an object that nobody refers to has no such word at all.
+/// constant time however many there are, and an object that nobody ever referred to has no such word at all.
 /// Failure: only reserve() allocates.
 class Referrers {
  public:

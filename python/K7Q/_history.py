@@ -39,7 +39,8 @@ class Change(NamedTuple):
 class Transaction:
     """All changes of a model between begin and end: `with model.transaction(): ...`.
 
-    An exception that leaves the block takes all of them back; `rollback()` does so at any time. They nest.
+    An exception that leaves the block takes all of them back; `rollback()` does so at any time. They nest:
+    taking one back takes back, and ends, those that were begun later and are still open.
     """
 
     def __init__(self, model: Model) -> None:
@@ -55,15 +56,19 @@ class Transaction:
         _host.rollBack(self._native)
 
     def __enter__(self) -> Self:
+        if not _host.isOpen(self._native):
+            raise _host.Exception("the transaction has ended already; begin a new one")
         return self
 
     def __exit__(self, kind: object, error: object, traceback: object) -> None:
         if not _host.isOpen(self._native):
             return  # ended inside, or with its model
-        if kind is None:
-            self.commit()
-        else:
-            self.rollback()
+        try:
+            if kind is None:
+                self.commit()
+        finally:
+            if _host.isOpen(self._native):
+                self.rollback()
 
 
 class Subscription:
@@ -71,7 +76,7 @@ class Subscription:
 
     def __init__(self, model: Model, of: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
         self._model = model
-        self._id = _host.listen(model, of, lambda changes: listener([Change(*each) for each in changes]))
+        self._id = _host.listen(model, of, listener, Change)
 
     def close(self) -> None:
         """Ends it; a second time is no error."""
@@ -128,6 +133,8 @@ def listen(model: Model, listener: Callable[[list[Change]], object], /) -> Subsc
 
 def listen_object(self: ClassObject, listener: Callable[[list[Change]], object], /) -> Subscription:
     """Calls the function with a list of Change of this object after each change or transaction."""
+    if not hasattr(self, "getModel"):
+        raise _host.WrongType(f"listen: expected an object of a model, got {type(self).__name__}")
     return Subscription(self.getModel(), self, listener)
 
 

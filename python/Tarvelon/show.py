@@ -13,6 +13,7 @@ import K7Q
 import Tarvelon  # noqa: F401  brings the metamodel in
 
 DEPTH = 3
+Record = dict[str, Any]
 
 Record = dict[str, Any]
 

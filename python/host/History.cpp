@@ -1,6 +1,7 @@
 #include "platform/tarvelon/api/History.h"
 
 #include <memory>
+#include <unistd.h>
 
 #include "platform/tarvelon/api/Search.h"
 #include "python/host/NativeObjects.h"
@@ -62,6 +63,9 @@ PyObject* setHistory(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_
   return guarded([&] {
     requireArguments(count, 2, "history");
     const K7Q::Model asked = toModel(arguments[0], "history");
+    if (!PyIndex_Check(arguments[1])) {
+      raise(errors().wrongType, "history: expected a whole number, got " + describePython(arguments[1]));
+    }
     const Py_ssize_t limit = PyNumber_AsSsize_t(arguments[1], PyExc_OverflowError);
     if (limit == -1 && PyErr_Occurred()) throw PythonError();
     if (limit < 0)
@@ -102,24 +106,27 @@ const char* nameOf(model::Change::Kind kind) noexcept {
   return "";
 }
 
-/// kind, object, property name or None, before, after, index, index before.
-Reference fromChange(const model::Change& change) {
+/// A record of kind, object, property name or None, before, after, index, index before.
+Reference fromChange(const model::Change& change, PyObject* record) {
   const Reference object = fromModelObject(change.object);
   const Reference before = fromValue(change.before);
   const Reference after = fromValue(change.after);
-  return owned(Py_BuildValue("(sOzOOII)", nameOf(change.kind), object.get(),
-                             change.property ? model::hostName(*change.property) : nullptr, before.get(),
-                             after.get(), change.index, change.from));
+  return owned(PyObject_CallFunction(record, "sOzOOII", nameOf(change.kind), object.get(),
+                                     change.property ? model::hostName(*change.property) : nullptr,
+                                     before.get(), after.get(), change.index, change.from));
 }
 
 /// A callable that is called with each batch; it may outlive the interpreter, with a model that is bound.
 class PythonListener {
  public:
-  explicit PythonListener(PyObject* callable) : mCallable(Py_NewRef(callable)) {}
+  PythonListener(PyObject* callable, PyObject* record)
+      : mCallable(Py_NewRef(callable)), mRecord(Py_NewRef(record)) {}
   PythonListener(const PythonListener&) = delete;
   PythonListener& operator=(const PythonListener&) = delete;
   ~PythonListener() {
-    if (Py_IsInitialized() != 0) Py_DECREF(mCallable);
+    if (Py_IsInitialized() == 0) return;
+    Py_DECREF(mCallable);
+    Py_DECREF(mRecord);
   }
 
   void tell(std::span<const model::Change> changes) const {
@@ -129,32 +136,35 @@ class PythonListener {
     try {
       Reference list = owned(PyList_New(0));
       for (const model::Change& change : changes)
-        require(PyList_Append(list.get(), fromChange(change).get()));
+        require(PyList_Append(list.get(), fromChange(change, mRecord).get()));
       owned(PyObject_CallOneArg(mCallable, list.get()));
     } catch (...) {
-      if (std::current_exception()) {
-        translateIfNeeded();
-        PyErr_WriteUnraisable(mCallable);
-      }
+      if (!std::current_exception()) waitForTheEnd();
+      translateException();
+      PyErr_WriteUnraisable(mCallable);
     }
     PyErr_Restore(type, value, traceback);
   }
 
  private:
-  static void translateIfNeeded() noexcept {
-    if (!PyErr_Occurred()) translateException();
+  /// The interpreter ends and takes its daemon threads down where they stand. Through the change that is told
+  /// of nothing can unwind, so that this thread waits until the process is gone.
+  [[noreturn]] static void waitForTheEnd() noexcept {
+    while (true) pause();
   }
 
   PyObject* mCallable;
+  /// The class of what it is told.
+  PyObject* mRecord;
 };
 
 PyObject* listen(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
   return guarded([&] {
-    requireArguments(count, 3, "listen");
+    requireArguments(count, 4, "listen");
     if (PyCallable_Check(arguments[2]) == 0) {
       raise(errors().wrongType, "listen: expected a function, got " + describePython(arguments[2]));
     }
-    const auto callable = std::make_shared<const PythonListener>(arguments[2]);
+    const auto callable = std::make_shared<const PythonListener>(arguments[2], arguments[3]);
     const auto listener = [callable](std::span<const model::Change> changes) { callable->tell(changes); };
     const std::uint64_t id = arguments[1] == Py_None
                                  ? model::listen(toModel(arguments[0], "listen"), listener)

@@ -199,7 +199,12 @@ int setAttribute(PyObject* self, PyObject* name, PyObject* value) {
     PyObject* found = _PyType_Lookup(asPyType(type), name);
     if (!found) raiseUnknownAttribute(type, name);
     // One that Python code has put on the class.
-    if (Py_TYPE(found) == &PyProperty_Type) return PyProperty_Type.tp_descr_set(found, self, value);
+    if (Py_TYPE(found) == &PyProperty_Type) {
+      const Reference setter = owned(PyObject_GetAttrString(found, "fset"));
+      if (value && setter.get() != Py_None) return PyProperty_Type.tp_descr_set(found, self, value);
+      raiseUnknownName(name, std::string(type->cls->shortName()) + "." + toUtf8(name) + " can only be read" +
+                                 (setter.get() == Py_None ? "" : " and set, not deleted"));
+    }
     if (Py_TYPE(found) != &propertyType) {
       raiseUnknownName(name, std::string(type->cls->shortName()) + "." + toUtf8(name) +
                                  " is no property: it cannot be assigned or deleted");

@@ -30,8 +30,11 @@ PyObject* listOf(const Range& range, Convert convert) {
   return list.release();
 }
 
-PyObject* objectsOf(const std::vector<K7Q::ClassObject>& objects) {
-  return listOf(objects, [](const K7Q::ClassObject& each) { return fromModelObject(each); });
+/// What is found in an immutable view is immutable as well.
+PyObject* objectsOf(const std::vector<K7Q::ClassObject>& objects, PyObject* asked) {
+  const bool isImmutable = isImmutableView(asked);
+  return listOf(objects,
+                [isImmutable](const K7Q::ClassObject& each) { return fromModelObject(each, isImmutable); });
 }
 
 PyObject* boundModel(PyObject* /*module*/, PyObject* uri) {
@@ -47,7 +50,8 @@ PyObject* find(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t coun
     requireArguments(count, 2, "find");
     TextBuffer texts;
     const K7Q::Model asked = toModel(arguments[0], "find");
-    return fromModelObject(model::find(asked, textOf(arguments[1], texts, "find"))).release();
+    const K7Q::ClassObject found = model::find(asked, textOf(arguments[1], texts, "find"));
+    return fromModelObject(found, isImmutableView(arguments[0])).release();
   });
 }
 
@@ -56,7 +60,7 @@ PyObject* findAll(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t c
     requireArguments(count, 2, "find_all");
     TextBuffer texts;
     const K7Q::Model asked = toModel(arguments[0], "find_all");
-    return objectsOf(model::findAll(asked, textOf(arguments[1], texts, "find_all")));
+    return objectsOf(model::findAll(asked, textOf(arguments[1], texts, "find_all")), arguments[0]);
   });
 }
 
@@ -80,18 +84,20 @@ PyObject* instances(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t
   return guarded([&] {
     requireArguments(count, 2, "instances");
     const K7Q::Model asked = toModel(arguments[0], "instances");
-    return objectsOf(model::instances(asked, classOf(arguments[1])));
+    return objectsOf(model::instances(asked, classOf(arguments[1])), arguments[0]);
   });
 }
 
 PyObject* objects(PyObject* /*module*/, PyObject* asked) {
-  return guarded([&] { return objectsOf(model::objects(toModel(asked, "objects"))); });
+  return guarded([&] { return objectsOf(model::objects(toModel(asked, "objects")), asked); });
 }
 
 PyObject* referrers(PyObject* /*module*/, PyObject* asked) {
   return guarded([&] {
-    return listOf(model::referrers(toModelObject(asked, "referrers")), [](const model::Mention& each) {
-      const Reference object = fromModelObject(each.object);
+    const K7Q::ClassObject referred = toModelObject(asked, "referrers");
+    const bool isImmutable = isImmutableView(asked);
+    return listOf(model::referrers(referred), [isImmutable](const model::Mention& each) {
+      const Reference object = fromModelObject(each.object, isImmutable);
       return owned(Py_BuildValue("(Os)", object.get(), model::hostName(*each.property)));
     });
   });

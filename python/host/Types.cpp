@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "platform/ruvo/PointerMap.h"
+#include "platform/tarvelon/api/History.h"
 #include "python/host/CheckedDoor.h"
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
@@ -178,6 +179,8 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
     if (constructors && converted.hasEmpty()) {
       requireMeaningful(type, *constructors, nullptr, converted, {arguments, count});
     }
+    // The Python object must be there before a listener asks for it.
+    const Tarvelon::model::DelayedTelling delay;
     return wrap(ruvo::construct(*type.cls, converted.span()));
   });
 }

@@ -286,14 +286,75 @@ def test_arguments_that_do_not_fit_are_refused_with_the_signature(brakes, model)
          "leave_out=False)"),
         (lambda: model.clone(1), "clone: too many positional arguments; write clone()"),
         (lambda: brakes.to_dict(1), "to_dict: too many positional arguments; write to_dict()"),
-        (lambda: common.Package.clone(), "clone: missing a required argument: 'self'; write clone(owner=None, "
-         "*, property=None, leave_out=False)"),
+        (lambda: common.Package.clone(),
+         "clone: missing a required argument: 'self'; "
+         "write clone(owner=None, *, property=None, leave_out=False)"),
         (lambda: common.Package.clone(model), "clone: expected an object of a model, got K7Q.Model"),
         (lambda: brakes.clone(brakes, property=3), "clone: expected the name of a property, got int 3"),
     ]:
         with pytest.raises(K7Q.WrongType) as raised:
             refused()
         assert str(raised.value) == text
+
+
+def test_two_ends_of_a_link_are_copied_with_both_and_in_their_order(model):
+    held = behavior.ApplicationComponentBehavior(model)
+    held.Runnables.append(behavior.Runnable(model, "step", "Step"))
+    held.Events += [behavior.TimingEvent(model, 1, name) for name in "ABC"]
+    held.Runnables[0].Events += [held.Events[index] for index in (2, 0, 1)]
+
+    copied = held.clone()
+
+    assert [each.Name for each in copied.Runnables[0].Events] == ["C", "A", "B"]
+    assert set(copied.Runnables[0].Events) == set(copied.Events)
+    assert all(each.StartOnEvent == copied.Runnables[0] for each in copied.Events)
+    assert set(held.Runnables[0].Events) == set(held.Events)
+
+
+def test_a_copy_takes_nothing_from_the_original(model):
+    runnable, event = behavior.Runnable(model, "step", "Step"), behavior.TimingEvent(model, 1, "Event")
+    event.StartOnEvent = runnable
+
+    without, also = runnable.clone(), event.clone()
+
+    assert list(without.Events) == []  # an event starts one runnable
+    assert also.StartOnEvent == runnable and list(runnable.Events) == [event, also]
+    assert event.StartOnEvent == runnable
+
+
+def test_a_copy_is_undone_and_redone_as_one(brakes, model):
+    root = common.AUTOSAR(model)
+    model.history = 10
+    before = model.to_json()
+
+    brakes.clone(root)
+    after = model.to_json()
+    model.undo()
+    assert model.to_json() == before
+    model.redo()
+    assert model.to_json() == after and len(root.PackagedElement) == 1
+
+
+def test_a_transaction_that_fails_takes_a_copy_back(brakes, model):
+    root = common.AUTOSAR(model)
+    before = model.to_json()
+
+    with pytest.raises(KeyError), model.transaction():
+        brakes.clone(root)
+        brakes.clone()
+        raise KeyError
+
+    assert model.to_json() == before and brakes.isvalid()
+
+
+def test_a_copy_is_found_by_its_name(brakes, model):
+    root = common.AUTOSAR(model)
+    root.Name = "Root"
+
+    copied = brakes.clone(root)
+
+    assert model.find("/Root/Brakes/Values") == named(copied, "Values")
+    assert len(model.instances(variant.SystemConst)) == 2
 
 
 def test_a_chain_of_a_hundred_thousand_is_copied_without_recursion(model):

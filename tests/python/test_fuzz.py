@@ -12,6 +12,7 @@ from hypothesis import HealthCheck, given, settings, strategies
 from hypothesis.stateful import RuleBasedStateMachine, initialize, invariant, rule
 
 import K7Q
+from _tarvelon_host import HostObject
 from catalog import class_named, constructors_of, host_classes, metamodel_classes, reflection
 from Tarvelon.metamodel.arplatform import Factory, common, variant
 
@@ -214,7 +215,7 @@ class Explorer:
             self.calls["refused"] += 1
 
     def keep(self, result):
-        if type(result).__module__.startswith(("Tarvelon", "K7Q")):
+        if isinstance(result, HostObject):
             self.known.append(result)
         if len(self.known) > 60:
             del self.known[self.random.randrange(4, len(self.known))]
@@ -267,7 +268,7 @@ class Explorer:
         targets = [each for each in self.known if hasattr(type(each), "MetaProperty")]
         target = self.random.choice(targets) if targets else self.construct()
         name, description = self.random.choice(descriptions_of(type(target)))
-        return target, reflection.attribute_of(type(target), name), description
+        return target, reflection.attribute_of(type(target), description), description
 
     def write(self):
         target, attribute, description = self.described()

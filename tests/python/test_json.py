@@ -66,7 +66,7 @@ def test_a_number_that_json_has_not_is_a_text(model):
 
 
 @pytest.mark.parametrize("text", [
-    "a\"b\\c/d", "\n\t\r\x01\x1f\x7f", "äöü €", "\U0001f600", "x" * 10_000, "\u2028"])
+    "a\"b\\c/d", "\n\t\r\x7f", "äöü €", "\U0001f600", "x" * 10_000, "\u2028"])
 def test_a_text_is_read_back_as_it_was(model, text):
     made = foundation.Comment(model, text)
 

@@ -2,6 +2,7 @@
 
 import gc
 import sys
+import time
 from pathlib import Path
 from types import SimpleNamespace
 
@@ -563,7 +564,9 @@ def test_a_fault_is_reported_with_what_a_person_needs(world, rule, path, message
 
     assert f"{severity}: {path}: {message} [{rule}]" in lines
     assert {each.rule for each in found} <= {rule, *also}
-    assert len([each for each in found if each.rule == rule]) == 1
+    # A reference that leads both ways is wrong at both ends.
+    ends = 2 if path.endswith(".StartOnEvent") and rule == "own-behavior" else 1
+    assert len([each for each in found if each.rule == rule]) == ends
 
 
 def test_the_example_is_clean(world):
@@ -661,6 +664,21 @@ def test_a_deep_model_is_validated_without_recursion(model):
         inner = inner.Element[0]
 
     assert {each.rule for each in data.validate()} == {"incomplete", "no-owner"}
+
+
+def test_many_faults_in_one_list_take_linear_time():
+    def seconds(count):
+        with K7Q.Model.create() as model:
+            values = variant.SystemConstValueSet(model, "Values")
+            for _ in range(count):
+                values.SysConstValue.append(variant.SystemConstValue(model))
+            began = time.process_time()
+            found = values.validate()
+            took = time.process_time() - began
+            assert found[-1].path == f"/Values.SysConstValue[{count - 1}]"
+        return took
+
+    assert seconds(100_000) < 30 * seconds(10_000)  # sixty times where each is searched for in the list
 
 
 def test_no_property_is_hidden_by_a_method_of_validation():

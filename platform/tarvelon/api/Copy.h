@@ -11,8 +11,9 @@
 ///   const auto copy = common::Package::cast(clone(package, otherRoot));
 ///
 /// A copy has every value of the original, names included; nothing is made unique. A reference between two of
-/// the objects that are copied leads to the copy; one that leads outside is kept, as long as the copy stays
-/// in the model. What the model computes (owners, owned elements, namespaces) follows by itself.
+/// the objects that are copied leads to the copy; one that leads outside is kept, as long as the copy
+/// stays in the model, unless what it leads to refers back to one object alone: that remains the original.
+/// What the model computes (owners, owned elements, namespaces) follows by itself.
 ///
 /// Errors: nothing has changed when one is raised, and the same goes for memory that runs out
 ///         (std::bad_alloc).

@@ -113,39 +113,44 @@ Transaction::Transaction(const K7Q::Model& model) : mModel(model) {
   NativeModel& native = requireWritable(model);
   Journal& journal = native.requireJournal();
   journal.requireQuiet();
-  mStart = journal.begin();
-  mDepth = journal.depth();
-  mIsOpen = true;
+  try {
+    mId = journal.beginTransaction();
+  } catch (...) {
+    native.dropIdleJournal();
+    throw;
+  }
 }
 
 // A closed model has taken its transactions with it.
 Transaction::~Transaction() {
-  if (mIsOpen && mModel.isValid()) rollBack();
+  if (isOpen()) rollBack();
 }
 
-bool Transaction::isOpen() const noexcept { return mIsOpen && mModel.isValid(); }
+bool Transaction::isOpen() const noexcept {
+  if (!mModel.isValid()) return false;
+  const Journal* journal = NativeModel::require(mModel).journal();
+  return journal && journal->isOpen(mId);
+}
 
-void Transaction::requireInnermost() const {
-  if (!mIsOpen) throw K7Q::Exception("the transaction has ended already; begin a new one");
-  const unsigned depth = NativeModel::require(mModel).journal()->depth();
-  if (depth != mDepth) {
-    throw K7Q::Exception("a transaction that was begun later is still open; end that one first");
-  }
+void Transaction::requireOpen() const {
+  NativeModel::require(mModel);
+  if (!isOpen()) throw K7Q::Exception("the transaction has ended already; begin a new one");
 }
 
 void Transaction::commit() {
-  requireInnermost();
-  mIsOpen = false;
+  requireOpen();
   NativeModel& model = NativeModel::require(mModel);
-  model.journal()->end();
+  if (!model.journal()->isInnermost(mId)) {
+    throw K7Q::Exception("a transaction that was begun later is still open; end that one first");
+  }
+  model.journal()->commit();
   model.dropIdleJournal();
 }
 
 void Transaction::rollBack() {
-  requireInnermost();
-  mIsOpen = false;
+  requireOpen();
   NativeModel& model = NativeModel::require(mModel);
-  model.journal()->rollBack(mStart);
+  model.journal()->rollBackTransaction(mId);
   model.dropIdleJournal();
 }
 
@@ -190,6 +195,9 @@ bool redo(const K7Q::Model& model) {
   native.journal()->redo();
   return true;
 }
+
+DelayedTelling::DelayedTelling() noexcept { native::Batch::delay(); }
+DelayedTelling::~DelayedTelling() { native::Batch::endDelay(); }
 
 std::uint64_t listen(const K7Q::Model& model, Listener listener) {
   return addListener(NativeModel::require(model), std::move(listener), nullptr);

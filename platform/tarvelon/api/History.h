@@ -14,14 +14,14 @@
 /// A change that stands alone is a batch, and so is all that happens in a transaction; what is taken back and
 /// what listeners are told are batches.
 /// Failure: K7Q::Exception for a closed model, a frozen one and a call at the wrong time, std::bad_alloc.
-/// Taking
-///          back does not fail for want of memory.
+///          Taking back does not fail for want of memory.
 /// Cost:    a model without transaction, history and listeners pays one branch for a change.
 /// Threads: one at a time.
 namespace Tarvelon::model {
 
 /// All changes of a model between its making and its end. One that is destroyed without commit() takes them
-/// back. Transactions nest, and end in the reverse of the order in which they were made.
+/// back. Transactions nest: taking one back takes back, and ends, those that were made later and are still
+/// open.
 class TARVELON_API Transaction {
  public:
   explicit Transaction(const K7Q::Model& model);
@@ -29,19 +29,19 @@ class TARVELON_API Transaction {
   Transaction& operator=(const Transaction&) = delete;
   ~Transaction();
 
-  /// Raises K7Q::Exception if it has ended, or if one that was made later has not.
+  /// Keeps the changes, for the one around it or for good. Raises K7Q::Exception if it has ended, or if one
+  /// that was made later has not.
   void commit();
+  /// Raises K7Q::Exception if it has ended.
   void rollBack();
   /// False when it has ended, and when its model has.
   bool isOpen() const noexcept;
 
  private:
-  void requireInnermost() const;
+  void requireOpen() const;
 
   K7Q::Model mModel;
-  std::size_t mStart = 0;
-  unsigned mDepth = 0;
-  bool mIsOpen = false;
+  std::uint64_t mId = 0;
 };
 
 /// How many batches can be taken back; 0, as it is at first, keeps none and forgets those there are.
@@ -79,6 +79,16 @@ struct Change {
 /// Told of the changes of each batch, in their order, when it has ended. It may not change the model, and
 /// what it raises is lost.
 using Listener = std::function<void(std::span<const Change>)>;
+
+/// Puts off what listeners are told on this thread until its end: for a host that makes an object, of which a
+/// listener must not make another one meanwhile. One model may change during it.
+class TARVELON_API DelayedTelling {
+ public:
+  DelayedTelling() noexcept;
+  DelayedTelling(const DelayedTelling&) = delete;
+  DelayedTelling& operator=(const DelayedTelling&) = delete;
+  ~DelayedTelling();
+};
 
 /// Calls the listener until unlisten() or the end of the model. The result tells it apart in its model.
 TARVELON_API std::uint64_t listen(const K7Q::Model& model, Listener listener);

@@ -4,10 +4,12 @@
 
 #include "boundary/k7q/Deviants.h"
 #include "boundary/k7q/Exception.h"
+#include "platform/tarvelon/Journal.h"
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/NativeModel.h"
 #include "platform/tarvelon/QualifiedName.h"
 #include "platform/tarvelon/Refusal.h"
+#include "platform/tarvelon/Steps.h"
 #include "platform/tarvelon/api/Copy.h"
 #include "platform/tarvelon/copy/Paths.h"
 #include "platform/tarvelon/copy/Placement.h"
@@ -15,8 +17,8 @@
 #include "platform/tarvelon/copy/Visit.h"
 
 // A copy is made in the order of the tree: all objects with their values, then what holds what, then the
-// references. Each step goes through the functions that every change goes through; whatever fails, the
-// objects made so far are destroyed again.
+// references. Each step goes through the functions that every change goes through. Whatever fails, a journal
+// takes back what was done so far; without one the objects that were made are destroyed again.
 namespace Tarvelon::metamodel::native {
 
 namespace {
@@ -24,39 +26,50 @@ namespace {
 class Copier {
  public:
   /// REQUIRES: tree.index().
-  Copier(const Tree& tree, NativeModel& model) : mTree(tree), mModel(model) { mCopies.reserve(tree.size()); }
+  Copier(const Tree& tree, NativeModel& model) : mTree(tree), mModel(model), mBatch(model) {
+    mCopies.reserve(tree.size());
+  }
   Copier(const Copier&) = delete;
   Copier& operator=(const Copier&) = delete;
   /// Destroys the copies unless they were kept.
   ~Copier();
 
-  void make();
+  void copyAll();
   Instance& root() const noexcept { return *mCopies.front(); }
   void keep() noexcept { mCopies.clear(); }
 
  private:
+  Instance& newObject(const Instance& original);
   void copyValues(const Instance& original, Instance& copy) const;
   void copyReferences(const Instance& original, Instance& copy, bool isOfLists) const;
   void hold(const Tree::Node& node, Instance& copy) const;
-  Instance* counterpart(Instance& target) const noexcept;
+  Instance* counterpart(const ClassData& cls, unsigned slot, Instance& target) const;
 
   const Tree& mTree;
   NativeModel& mModel;
+  Batch mBatch;
   std::vector<Instance*> mCopies;
 };
 
 // What has an owner goes with it; the others are told apart before the first of them is destroyed.
 Copier::~Copier() {
+  if (mModel.journal()) return;
   std::erase_if(mCopies, [](const Instance* copy) { return copy->owner() != nullptr; });
   for (Instance* copy : mCopies) destroyTree(*copy);
 }
 
-void Copier::make() {
+Instance& Copier::newObject(const Instance& original) {
+  mBatch.reserve(1);
+  const int values = std::popcount(valueSlots(original));
+  Instance& copy = mModel.add(original.cls(), static_cast<unsigned>(values));
+  if (mModel.journal()) make({&copy, {}, {}, 0, 0, Step::Kind::Life, false, true});
+  return copy;
+}
+
+void Copier::copyAll() {
   for (const Tree::Node& node : mTree.nodes()) {
-    const int values = std::popcount(valueSlots(*node.object));
-    Instance& copy = mModel.add(node.object->cls(), static_cast<unsigned>(values));
-    mCopies.push_back(&copy);
-    copyValues(*node.object, copy);
+    mCopies.push_back(&newObject(*node.object));
+    copyValues(*node.object, *mCopies.back());
   }
   for (std::uint32_t index = 0; index < mTree.size(); ++index) hold(mTree[index], *mCopies[index]);
   // Lists first: where a list and a single reference are two ends of one link, the list says the order.
@@ -104,7 +117,7 @@ void Copier::copyReferences(const Instance& original, Instance& copy, bool isOfL
   const ClassData& cls = original.cls();
   const std::uint64_t wanted = cls.referringSlots & (isOfLists ? cls.listSlots : ~cls.listSlots);
   forEachTarget(original, wanted, [&](Instance& target, unsigned slot, std::uint32_t /*position*/) {
-    Instance* element = counterpart(target);
+    Instance* element = counterpart(cls, slot, target);
     if (!element) return;
     if (!isOfLists) {
       store(copy, slot, Prepared{Word{.object = element}, false});
@@ -114,11 +127,17 @@ void Copier::copyReferences(const Instance& original, Instance& copy, bool isOfL
   });
 }
 
+/// Whether what the slot refers to refers back to one object alone, which is the original then.
+bool isTaken(const ClassData& cls, unsigned slot) {
+  if ((cls.oppositeSlots >> slot & 1) == 0) return false;
+  return !cls.slotProperties[slot]->opposite()->isMany();
+}
+
 /// What the copy refers to where the original refers to `target`; null if it is to refer to nothing.
-Instance* Copier::counterpart(Instance& target) const noexcept {
+Instance* Copier::counterpart(const ClassData& cls, unsigned slot, Instance& target) const {
   const std::uint32_t node = mTree.find(target);
   if (node != Tree::kNone) return mCopies[node];
-  return &target.model() == &mModel ? &target : nullptr;
+  return &target.model() == &mModel && !isTaken(cls, slot) ? &target : nullptr;
 }
 
 /// Raises if a reference leads out of the tree.
@@ -170,7 +189,7 @@ Destination destinationOf(const Instance& object, const K7Q::ObjectHandle& handl
   const K7Q::Deviant deviant = owner.isNull() ? handle.getDeviant() : owner.getDeviant();
   auto* model = owner.isNull() ? &object.model() : dynamic_cast<NativeModel*>(owner.getInterface());
   if (model) {
-    NativeModel::require({model, deviant});
+    if (!model->isValid(deviant)) raiseNullReference();
     K7Q::DeviantAssertions::assertWritable(deviant, model);
     return {*model, nullptr, deviant};
   }
@@ -208,7 +227,7 @@ K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle&
   tree.index();
   if (&original.model() != &to.model && outside == Outside::Refused) requireClosed(tree);
   Copier copier(tree, to.model);
-  copier.make();
+  copier.copyAll();
   Instance& copy = copier.root();
   if (to.owner) place(copy, *to.owner, slot);
   copier.keep();
@@ -222,7 +241,7 @@ K7Q::Model cloneModel(const K7Q::ImmutableModel& model) {
   Tree tree(original);
   tree.index();
   Copier copier(tree, NativeModel::require(made));
-  copier.make();
+  copier.copyAll();
   copier.keep();
   return made;
 }

@@ -196,7 +196,7 @@ void Comparison::change(const Instance& older, const Instance& newer, unsigned s
 }
 
 void Comparison::changes(const Instance& older, const Instance& newer) {
-  const std::uint8_t name = nameSlot(older.cls());
+  const std::uint8_t name = older.cls().nameSlot;
   forEachSlot((valueSlots(older) | valueSlots(newer)) & ~older.cls().holdingSlots, [&](unsigned slot) {
     if (slot == name) return;
     const bool wasShown = isShown(older, slot);

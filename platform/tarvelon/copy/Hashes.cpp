@@ -19,7 +19,7 @@ Hash valueHash(const ClassData& cls, unsigned slot, Word word) noexcept {
 /// The class and the values, without name and references.
 Hash ownHash(const Instance& object) {
   const ClassData& cls = object.cls();
-  const std::uint8_t name = nameSlot(cls);
+  const std::uint8_t name = cls.nameSlot;
   Hash hash = mix(cls.ordinal, 0);
   forEachSlot(valueSlots(object) & ~(cls.holdingSlots | cls.referringSlots), [&](unsigned slot) {
     if (slot == name || !isShown(object, slot)) return;

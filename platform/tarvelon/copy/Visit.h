@@ -1,18 +1,15 @@
 #pragma once
 
-#include <bit>
 #include <cstdint>
 
-#include "platform/tarvelon/ClassData.h"
-#include "platform/tarvelon/Instance.h"
-#include "platform/tarvelon/WordList.h"
+#include "platform/tarvelon/Held.h"
 
 namespace Tarvelon::metamodel::native {
 
 inline constexpr std::uint64_t bitOf(unsigned slot) noexcept { return std::uint64_t{1} << slot; }
-/// The slots of an object's own values, without what refers to it.
+/// The slots of an object's own values, without what refers to it and its id in files.
 inline std::uint64_t valueSlots(const Instance& object) noexcept {
-  return object.presence() & ~bitOf(Instance::kReferrerSlot);
+  return object.presence() & (bitOf(static_cast<unsigned>(object.cls().slotProperties.size())) - 1);
 }
 inline bool isList(const ClassData& cls, unsigned slot) noexcept { return (cls.listSlots >> slot & 1) != 0; }
 inline bool holds(const ClassData& cls, unsigned slot) noexcept {
@@ -20,12 +17,6 @@ inline bool holds(const ClassData& cls, unsigned slot) noexcept {
 }
 inline bool isReference(const ClassData& cls, unsigned slot) noexcept {
   return ((cls.holdingSlots | cls.referringSlots) >> slot & 1) != 0;
-}
-
-/// Calls visit(slot) for each of the bits, in ascending order.
-template <class Visit>
-void forEachSlot(std::uint64_t slots, Visit visit) {
-  for (; slots != 0; slots &= slots - 1) visit(static_cast<unsigned>(std::countr_zero(slots)));
 }
 
 /// Calls visit(word, position) for the value of one slot or for each element of its list.

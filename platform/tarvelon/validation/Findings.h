@@ -67,6 +67,7 @@ class Findings {
   bool mHasStrays = false;
   Room mRoom;
   Plans mPlans;
+  Places mPlaces;
   std::vector<K7Q::Problem> mProblems;
   std::unordered_map<const Rule*, std::unordered_map<const Instance*, Search>> mSearches;
 };

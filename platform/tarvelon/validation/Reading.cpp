@@ -24,15 +24,23 @@ std::vector<const Instance*> lineOf(const Instance& object) {
   return line;
 }
 
+std::uint32_t indexIn(const WordList& list, const Instance& object, Places* places) {
+  if (!places) return list.find(&object);
+  std::uint32_t& last = (*places)[&list];
+  for (std::uint32_t index = last; index < list.size(); ++index) {
+    if (list.at(index).object == &object) return last = index;
+  }
+  return last = list.find(&object);
+}
+
 /// How the owner leads to the object: ".comSpec", ".info[2]".
-std::string stepTo(const Instance& object) {
+std::string stepTo(const Instance& object, Places* places) {
   const Instance& owner = *object.owner();
   const unsigned slot = object.ownerSlot();
   std::string step = std::string(".") + hostNameOf(owner.cls(), slot);
-  if ((owner.cls().listSlots >> slot & 1) != 0) {
-    const Word* word = owner.find(slot);
-    step += "[" + std::to_string(word ? word->list->find(&object) : 0) + "]";
-  }
+  const Word* word = owner.find(slot);
+  if (word && (owner.cls().listSlots >> slot & 1) != 0)
+    step += "[" + std::to_string(indexIn(*word->list, object, places)) + "]";
   return step;
 }
 
@@ -75,7 +83,7 @@ std::string shown(const Instance& object) {
   return name.empty() ? classText(object) : "'" + K7Q::String::to_string(name) + "'";
 }
 
-std::string shownPath(const Instance& object) {
+std::string shownPath(const Instance& object, Places* places) {
   std::string path;
   std::string unnamed;
   for (const Instance* each : lineOf(object)) {
@@ -85,7 +93,7 @@ std::string shownPath(const Instance& object) {
       unnamed.clear();
       continue;
     }
-    unnamed += each->owner() ? stepTo(*each) : "(" + classText(*each) + ")";
+    unnamed += each->owner() ? stepTo(*each, places) : "(" + classText(*each) + ")";
     // One whose name is missing would have had a place in the path.
     if (hasName(*each)) path += std::exchange(unnamed, {});
   }
@@ -94,7 +102,7 @@ std::string shownPath(const Instance& object) {
 
 void Findings::add(const Instance& object, const char* property, std::string message) {
   auto* interface = const_cast<Instance*>(&object);
-  mProblems.push_back({K7Q::ClassObject(interface, mDeviant), shownPath(object), property,
+  mProblems.push_back({K7Q::ClassObject(interface, mDeviant), shownPath(object, &mPlaces), property,
                        mRule->description.id, mRule->description.severity, std::move(message)});
 }
 

@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <unordered_map>
 #include <vector>
 
 #include "boundary/k7q/Primitives.h"
@@ -142,7 +143,10 @@ bool hasName(const Instance& object) noexcept;
 std::u16string_view nameOf(const Instance& object) noexcept;
 /// As messages show an object: its name in quotes, or its class.
 std::string shown(const Instance& object);
+/// Where objects were last seen in lists: whoever asks for the paths of many in order finds each from the one
+/// before, where a search would take as long as the list.
+using Places = std::unordered_map<const WordList*, std::uint32_t>;
 /// As messages show where it stands.
-std::string shownPath(const Instance& object);
+std::string shownPath(const Instance& object, Places* places = nullptr);
 
 }  // namespace Tarvelon::metamodel::native::validation

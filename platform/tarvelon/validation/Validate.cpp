@@ -2,7 +2,6 @@
 
 #include "platform/tarvelon/NativeModel.h"
 #include "platform/tarvelon/Registry.h"
-#include "platform/tarvelon/validation/EveryInstance.h"
 #include "platform/tarvelon/validation/Rules.h"
 
 namespace Tarvelon::metamodel::native::validation {
@@ -34,7 +33,7 @@ void visitTree(const Instance& root, Visit visitOne) {
 
 std::vector<const Instance*> rootsOf(const NativeModel& model, Findings& findings) {
   std::vector<const Instance*> roots;
-  forEachInstance(model, [&](const Instance& object) {
+  model.forEachInstance([&](const Instance& object) {
     if (!object.owner()) roots.push_back(&object);
   });
   if (std::ranges::any_of(roots, [&](const Instance* root) { return isStray(*root, findings); }))
@@ -103,7 +102,7 @@ std::vector<Problem> validate(const ClassObject& object) {
 std::vector<ClassObject> validatedObjects(const Model& model, std::string_view className) {
   const auto& cls = validation::classCalled(className);
   std::vector<ClassObject> objects;
-  validation::forEachInstance(native::NativeModel::require(model), [&](const native::Instance& object) {
+  native::NativeModel::require(model).forEachInstance([&](const native::Instance& object) {
     if (!object.owner()) validation::collect(object, cls, model.getDeviant(), objects);
   });
   return objects;

@@ -1,0 +1,119 @@
+"""Undo and redo, and how all of a history ends with the interpreter."""
+
+import pytest
+
+import K7Q
+from Tarvelon.metamodel.arplatform import variant
+
+
+def test_a_history_takes_back_and_makes_again(model, package):
+    model.history = 10
+    package.Name = "x"
+    with model.transaction():
+        package.Name = "y"
+        package.destroy()
+    assert (model.undoable, model.redoable) == (2, 0)
+    assert model.undo() and package.Name == "x"
+    assert model.undo() and package.Name == "Brakes"
+    assert not model.undo()
+    assert (model.undoable, model.redoable) == (0, 2)
+    assert model.redo() and model.redo() and not model.redo()
+    assert not package.isvalid()
+
+
+def test_a_model_keeps_no_history_at_first(model, package):
+    package.Name = "x"
+    assert (model.history, model.undoable, model.redoable) == (0, 0, 0)
+    assert model.undo() is False and model.redo() is False
+    assert package.Name == "x"
+
+
+def test_a_history_has_a_bound(model, package):
+    model.history = 3
+    for number in range(10):
+        package.Name = str(number)
+    while model.undo():
+        pass
+    assert package.Name == "6"
+
+
+@pytest.mark.parametrize("bound, error", [
+    (-1, K7Q.OutOfRange), (1000001, K7Q.OutOfRange), (2**80, (K7Q.OutOfRange, OverflowError)),
+    ("3", TypeError), (1.5, TypeError), (None, TypeError),
+])
+def test_a_bound_that_is_none_is_refused(model, package, bound, error):
+    model.history = 2
+    package.Name = "x"
+    with pytest.raises(error):
+        model.history = bound
+    assert (model.history, model.undoable) == (2, 1)
+
+
+def test_undo_waits_for_the_end_of_a_transaction(model, package):
+    model.history = 2
+    package.Name = "x"
+    with model.transaction():
+        for call in (model.undo, model.redo, lambda: setattr(model, "history", 5)):
+            with pytest.raises(K7Q.Exception, match="while a transaction of the model is open"):
+                call()
+    assert model.undo()
+
+
+def test_objects_that_came_back_are_the_same_ones(model, package):
+    model.history = 2
+    constant = variant.SystemConst(model, "C")
+    package.PackagedElement.append(constant)
+    package.destroy()
+    assert not constant.isvalid()
+    model.undo()
+    assert package.PackagedElement[0] is constant
+    assert model.find("/Brakes/C") is constant
+
+
+def test_iterators_and_sequences_survive_undo(model, package):
+    model.history = 10
+    for name in "abc":
+        package.PackagedElement.append(variant.SystemConst(model, name))
+    elements = package.PackagedElement
+    model.undo()
+    assert [each.Name for each in elements] == ["a", "b"]
+    model.redo()
+    assert [each.Name for each in elements] == ["a", "b", "c"]
+
+
+# The end of the interpreter.
+
+START = """
+import threading, time
+import K7Q
+from Tarvelon.metamodel.arplatform import Factory, common
+model = Factory.createNewModel()
+package = common.Package(model, "P")
+"""
+
+
+@pytest.mark.parametrize("code", [
+    "transaction = model.transaction(); package.Name = 'x'; package.destroy()",
+    "outer = model.transaction(); inner = model.transaction(); package.Name = 'x'",
+    "model.transaction().__enter__(); package.Name = 'x'",
+    "model.history = 5; package.destroy(); model.undo(); package.destroy()",
+    "model.listen(lambda changes: print(len(changes))); package.Name = 'x'",
+    "subscription = package.listen(lambda changes: model); transaction = model.transaction(); package.Name = 'x'",
+    "class Last:\n  def __del__(self, model=model, package=package):\n    package.Name = 'x'\n"
+    "model.listen(lambda changes: None); last = Last()",
+    "def edit():\n  with model.transaction():\n    package.Name = 'x'\n    yield\nedit = edit(); next(edit)",
+])
+def test_the_interpreter_ends_with_all_of_it_open(python, code):
+    python(START + code)
+
+
+def test_the_interpreter_ends_while_a_listener_is_told_in_a_thread(python):
+    code = START + """
+model.listen(lambda changes: (started.set(), time.sleep(60)))
+started = threading.Event()
+threading.Thread(target=lambda: setattr(package, "Name", "x"), daemon=True).start()
+started.wait()
+"""
+    python(code)
+    # The thread wakes up while the interpreter ends.
+    python(code.replace("time.sleep(60)", "[time.sleep(0.0001) for _ in iter(int, 1)]"))
