@@ -117,7 +117,7 @@ def searches(model: K7Q.Model, package: common.Package) -> None:
     assert_type(model.find_all("/Brakes"), list[K7Q.ClassObject])
     assert_type(model.instances(common.Package), list[common.Package])
     assert_type(package.referrers(), list[K7Q.Mention])
-    assert_type([(each.object, each.property) for each in package.referrers()], list[tuple[K7Q.ClassObject, str]])
+    assert_type([each.property for each in package.referrers()], list[str])
     assert_type(package.asImmutable().qualifiedName, str)
 
 
@@ -138,7 +138,8 @@ def files(folder: Path) -> None:
     loaded = K7Q.Model.load(str(folder / "brakes.xmi"), progress=lambda done: None)
     assert_type(loaded, K7Q.Model)
     assert_type([each.line for each in loaded.problems], list[int])
-    assert_type(loaded.roots(), list[K7Q.ImmutableClassObject])
+    assert_type(loaded.roots(), list[K7Q.ClassObject])
+    assert_type(loaded.frozen().roots(), list[K7Q.ImmutableClassObject])
 
 
 def copies(model: K7Q.Model, package: common.Package) -> None:
