@@ -22,7 +22,7 @@ usage() {
 }
 
 self=tarvelon
-commands=(run shell describe show help)
+commands=(run shell describe show validate ecore help)
 python=/usr/bin/python3
 
 say() { printf 'tarvelon: %s\n' "$*" >&2; }

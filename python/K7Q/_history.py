@@ -139,9 +139,7 @@ def listen_object(self: ClassObject, listener: Callable[[list[Change]], object],
 
 
 def _set_history(model: Model, limit: int) -> None:
-    if not isinstance(limit, int):
-        raise _host.WrongType(f"history: expected how many changes can be taken back, got {limit!r}")
-    if limit > _MOST:
+    if isinstance(limit, int) and limit > _MOST:
         raise _host.OutOfRange(f"history: expected {_MOST} changes at most, got {limit}")
     _host.setHistory(model, limit)
 

@@ -11,8 +11,9 @@ from K7Q._tuples import NamedTuple
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
     from collections.abc import Callable
+    from typing import Any
 
-    from K7Q import ClassObject, ImmutableClassObject, ImmutableModel, Model, _Object
+    from K7Q import ImmutableClassObject, ImmutableModel, Model
 del TYPE_CHECKING
 
 __all__ = ["Mention"]
@@ -21,12 +22,12 @@ __all__ = ["Mention"]
 class Mention(NamedTuple):
     """One reference to an object: who refers, and by which property."""
 
-    object: ClassObject
+    object: Any
     property: str
 
 
 @_method
-def find(model: ImmutableModel, path: str, /) -> ClassObject | None:
+def find(model: ImmutableModel, path: str, /) -> ImmutableClassObject | None:
     """The first object of that qualified name in owner order, None if there is none.
 
     A qualified name is the names of the holders from the root down and the object's own:
@@ -36,13 +37,13 @@ def find(model: ImmutableModel, path: str, /) -> ClassObject | None:
 
 
 @_method
-def find_all(model: ImmutableModel, path: str, /) -> list[ClassObject]:
+def find_all(model: ImmutableModel, path: str, /) -> list[ImmutableClassObject]:
     """All objects of that qualified name, in owner order."""
     return _host.findAll(model, path)
 
 
 @_method
-def instances(model: ImmutableModel, cls: type[_Object], /) -> list[_Object]:
+def instances(model: ImmutableModel, cls: type[ImmutableClassObject], /) -> list[ImmutableClassObject]:
     """The objects of a class and of those below it, without a walk over the model.
 
     Class by class in the order of registration, within a class in the order in which they were made.
@@ -51,7 +52,7 @@ def instances(model: ImmutableModel, cls: type[_Object], /) -> list[_Object]:
 
 
 @_method
-def objects(model: ImmutableModel, /) -> list[ClassObject]:
+def objects(model: ImmutableModel, /) -> list[ImmutableClassObject]:
     """All objects of the model, in an order that changes only where objects come and go."""
     return _host.objects(model)
 
@@ -76,7 +77,7 @@ class _Find:
     # Of two kinds, told by what it is asked of: what a type stub says of it.
     stub = ("find: _Find  # type: ignore[assignment]",)
 
-    def __get__(self, model: Model | None, cls: type) -> Callable[[str], Model | ClassObject | None]:
+    def __get__(self, model: Model | None, cls: type) -> Callable[[str], ImmutableModel | ImmutableClassObject | None]:
         if model is None:
             return _host.boundModel
         return MethodType(find, model)

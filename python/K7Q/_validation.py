@@ -95,7 +95,7 @@ def rule(
     def add(function: Callable[[_Object], _Found]) -> Callable[[_Object], _Found]:
         if not callable(function):
             raise _host.WrongType(f"K7Q.rule '{id}': expected a function of one object, got {function!r}")
-        title: str = (getattr(function, "__doc__", None) or getattr(function, "__name__", id)).strip()
+        title = str(getattr(function, "__doc__", None) or getattr(function, "__name__", id)).strip()
         _added.pop(id, None)
         _added[id] = Rule(id, severity, title.partition("\n")[0], function, name)
         return function
@@ -139,8 +139,10 @@ def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bo
     for element in _host.validatedObjects(target, is_model, rule.of):
         if not element.isvalid():  # a rule has destroyed it
             continue
-        path, found = _host.pathOf(element), []
+        path = _host.pathOf(element)
+        found: list[tuple[str, Rule, str]] = []
         try:
+            assert rule.function is not None
             for name, message in _messages(rule.function(element)):
                 found.append((name, rule, message))
         except Exception as error:

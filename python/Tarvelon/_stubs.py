@@ -53,7 +53,7 @@ class _SequenceOf(ImmutableSequenceOfImmutableObject, Generic[_Held]):
     def back(self) -> _Held: ...
     def at(self, number: int, /) -> _Held: ...
 
-_Object = TypeVar("_Object", bound=_tarvelon_host.HostObject)
+_Object = TypeVar("_Object", bound=ImmutableClassObject)
 _Copied = TypeVar("_Copied", bound=ClassObject)
 _Path: TypeAlias = str | bytes | os.PathLike[str] | os.PathLike[bytes]
 _Progress: TypeAlias = Callable[[float], object]
@@ -65,8 +65,15 @@ class _Find:
     @overload
     def __get__(self, model: None, cls: type, /) -> Callable[[str], Model | None]: ...
     @overload
-    def __get__(self, model: ImmutableModel, cls: type, /) -> Callable[[str], ClassObject | None]: ...
+    def __get__(self, model: Model, cls: type, /) -> Callable[[str], ClassObject | None]: ...
 """
+# What is found in a model can be changed where the model can, and is of the class that was asked for.
+MODEL = (
+    "def find_all(self, path: str, /) -> list[ClassObject]: ...  # type: ignore[override]",
+    "def instances(self, cls: type[_Object], /) -> list[_Object]: ...  # type: ignore[override]",
+    "def objects(self, /) -> list[ClassObject]: ...  # type: ignore[override]",
+    "def roots(self) -> list[ClassObject]: ...  # type: ignore[override]",
+)
 
 
 class Body:
@@ -222,6 +229,7 @@ class Module:
                 body.add_python_property(name, addition)
             elif hasattr(addition, "stub"):
                 body.add(*addition.stub)
+        body.add(*(MODEL if record["fullName"] == "K7Q.Model" else ()))
         yield from body.lines
         yield ""
 

@@ -15,8 +15,6 @@ import Tarvelon  # noqa: F401  brings the metamodel in
 DEPTH = 3
 Record = dict[str, Any]
 
-Record = dict[str, Any]
-
 
 def is_object(value: object) -> bool:
     return isinstance(value, dict)

@@ -20,14 +20,15 @@ reflection = importlib.import_module("every_class")
 sys.path.pop()
 
 # What stubtest cannot see: a method of the host is neither a staticmethod nor a function of Python's, its classes are
-# derived from by others of the host alone, a literal that is a keyword has a second name that no program writes, and
-# an object has methods for `copy` that do nothing but refuse.
+# derived from by others of the host alone, a literal that is a keyword has a second name that no program writes, an
+# object has methods for `copy` that do nothing but refuse, and `find` of the class is another one than of its objects.
 KNOWN = (
     r" is inconsistent, stub is a staticmethod but runtime is not$",
     r"\.MetaPackage is not a function$",
     r" cannot be subclassed at runtime, but isn't marked with @final in the stub$",
     r"\.None is not present in stub$",
     r"\.HostObject\.__(deep)?copy__ is not present in stub$",
+    r"^K7Q\.Model\.find variable differs from runtime type def ",
 )
 
 
@@ -50,6 +51,11 @@ def stub_classes(name):
 CLASSES = {name: stub_classes(name) for name in MODULES}
 
 
+def is_hosts(module, name):
+    """Whether a class is one of the host's, and not written in Python."""
+    return issubclass(getattr(importlib.import_module(module), name), _tarvelon_host.HostObject)
+
+
 def test_stubtest_finds_no_difference(tmp_path):
     for name in ("K7Q", "Tarvelon", "_tarvelon_host"):
         (tmp_path / name).symlink_to(BUILT / f"{name}-stubs")
@@ -67,15 +73,15 @@ def test_every_class_of_every_package_stands_in_its_stub():
                 *(each.__name__ for each in reflection.packages())]
     for name in packages:
         published = [each["name"] for each in _tarvelon_host.describe(name)["classes"]]
-        errors = [each for each in vars(K7Q) if name == "K7Q" and isinstance(getattr(K7Q, each), type)
-                  and issubclass(getattr(K7Q, each), Exception)]
-        assert [each for each in CLASSES[name] if each not in errors] == published
+        assert [each for each in CLASSES[name] if is_hosts(name, each)] == published
     assert sum(len(_tarvelon_host.describe(each)["classes"]) for each in packages) == 3485
 
 
 def named(module, text):
     """What an expression of a stub names: a class of its own module, or of another one that it imports."""
     first, _, last = text.rpartition(".")
+    if text == "NamedTuple":
+        return tuple
     if not first:
         return getattr(importlib.import_module(module) if last in CLASSES[module] else builtins, last)
     modules = {each.rpartition(".")[2]: each for each in [*MODULES, "_tarvelon_host", "builtins"]}
@@ -98,7 +104,8 @@ def test_a_class_says_what_it_is_for_and_names_the_arguments_of_its_constructors
             assert not told["purpose"] or ast.get_docstring(written) == told["purpose"]
             made = [[each.arg for each in member.args.posonlyargs[1:]] for member in written.body
                     if isinstance(member, ast.FunctionDef) and member.name == "__init__"]
-            assert made == (told["constructors"] or [["nothing"]] * len(made))
+            if is_hosts(module, name):
+                assert made == (told["constructors"] or [["nothing"]] * len(made))
             constructors += len(told["constructors"])
     assert constructors == 428
 

@@ -1,6 +1,8 @@
 """A program that mypy --strict takes as it is; it runs as well, and each type that it states is true then."""
 
 from collections.abc import Iterable
+from pathlib import Path
+from tempfile import TemporaryDirectory
 from typing import assert_type
 
 import K7Q
@@ -110,6 +112,56 @@ def methods(model: K7Q.Model) -> None:
     assert_type(runnable.isvalid(), bool)
 
 
+def searches(model: K7Q.Model, package: common.Package) -> None:
+    assert_type(model.find("/Brakes"), K7Q.ClassObject | None)
+    assert_type(model.find_all("/Brakes"), list[K7Q.ClassObject])
+    assert_type(model.instances(common.Package), list[common.Package])
+    assert_type(package.referrers(), list[K7Q.Mention])
+    assert_type([each.property for each in package.referrers()], list[str])
+    assert_type(package.asImmutable().qualifiedName, str)
+
+
+def changes(model: K7Q.Model, package: common.Package) -> None:
+    model.history = 10
+    heard: list[K7Q.Change] = []
+    with model.listen(heard.extend), model.transaction() as transaction:
+        package.category = "OPEN"
+        assert_type(transaction, K7Q.Transaction)
+        transaction.commit()
+    assert_type([(each.kind, each.index) for each in heard], list[tuple[str, int]])
+    assert_type((model.undo(), model.redo(), model.undoable), tuple[bool, bool, int])
+
+
+def files(folder: Path) -> None:
+    model = K7Q.Model.create()
+    model.save(folder / "brakes.xmi")
+    loaded = K7Q.Model.load(str(folder / "brakes.xmi"), progress=lambda done: None)
+    assert_type(loaded, K7Q.Model)
+    assert_type([each.line for each in loaded.problems], list[int])
+    assert_type(loaded.roots(), list[K7Q.ClassObject])
+    assert_type(loaded.frozen().roots(), list[K7Q.ImmutableClassObject])
+
+
+def copies(model: K7Q.Model, package: common.Package) -> None:
+    assert_type(package.clone(), common.Package)
+    assert_type(package.clone(package, property="PackagedElement"), common.Package)
+    assert_type(model.clone(), K7Q.Model)
+    assert_type(Tarvelon.diff(model.clone(), model).changed, list[Tarvelon.Changed])
+    assert_type(package.to_json(indent=None), str)
+
+
+def validation(model: K7Q.Model) -> None:
+    @K7Q.rule("symbol-prefix", behavior.Runnable, severity="warning")
+    def has_our_prefix(runnable: behavior.Runnable) -> Iterable[tuple[str, str]]:
+        """symbols of runnables begin with Brk_"""
+        if not runnable.symbol.startswith("Brk_"):
+            yield "symbol", "expected a symbol that begins with Brk_"
+
+    assert_type([each.path for each in model.validate()], list[str])
+    K7Q.forget_rule("symbol-prefix")
+    assert_type([each.title for each in K7Q.rules()], list[str])
+
+
 def errors(package: common.Package) -> None:
     try:
         package.PackagedElement.at(9)
@@ -135,7 +187,13 @@ def main() -> None:
         factories(factory)
         descriptions(package)
         methods(model)
+        searches(model, package)
+        changes(model, package)
+        copies(model, package)
+        validation(model)
         errors(package)
+        with TemporaryDirectory() as folder:
+            files(Path(folder))
 
 
 if __name__ == "__main__":

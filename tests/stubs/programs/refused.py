@@ -75,3 +75,32 @@ factory.createmetamodelarplatformcommonPackag()  # refused: [attr-defined]
 # descriptions
 common.Package.MetaProperty()[0]  # refused: [index]
 common.Package.MetaProperty()["Category"].isReadonly()  # refused: [attr-defined]
+
+# search
+model.find("/Brakes").Name  # refused: [union-attr, attr-defined]
+model.find(package)  # refused: [arg-type]
+K7Q.Model.find("untitled").validate()  # refused: [union-attr]
+model.instances("common.Package")  # refused: [arg-type]
+model.instances(common.Package)[0].symbol  # refused: [attr-defined]
+package.referrers()[0].subject  # refused: [attr-defined]
+package.qualifiedName = "/Brakes"  # refused: [misc]
+
+# changes
+model.transaction().rollBack()  # refused: [attr-defined]
+model.history = "long"  # refused: [assignment]
+model.undoable = 1  # refused: [misc]
+model.listen(lambda: None)  # refused: [arg-type, misc]
+
+# files
+model.save()  # refused: [call-arg]
+model.save(3)  # refused: [arg-type]
+K7Q.Model.load("brakes.xmi", True)  # refused: [misc]
+K7Q.Model.load("brakes.xmi").problems[0].place  # refused: [attr-defined]
+
+# copies and validation
+package.clone().symbol  # refused: [attr-defined]
+package.clone(3)  # refused: [arg-type]
+model.clone(package)  # refused: [call-arg]
+model.validate(package)  # refused: [call-arg]
+package.validate()[0].text  # refused: [attr-defined]
+K7Q.rule("symbol-prefix", behavior.Runnable)(lambda runnable: runnable.symbl)  # refused: [attr-defined]
