@@ -1,5 +1,6 @@
 // Runs the benchmarks and prints each figure with its ratio to the baseline of its group, measured in the
-// same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct".
+// same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct". With
+// --publishing, what publishing everything takes is measured alone.
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -11,6 +12,9 @@
 
 #include "bench/Files.h"
 #include "bench/Memory.h"
+#include "bench/Model.h"
+#include "bench/Publishing.h"
+#include "bench/Validation.h"
 
 namespace {
 
@@ -64,6 +68,12 @@ class RatioReporter final : public benchmark::ConsoleReporter {
 }  // namespace
 
 int main(int argc, char** argv) {
+  const std::string_view only = argc == 2 ? argv[1] : "";
+  if (only == bench::kPublishingRound) return bench::publishingRound();
+  if (only == "--publishing") {
+    bench::reportPublishing();
+    return 0;
+  }
   std::vector<char*> arguments(argv, argv + argc);
   std::string repetitions = "--benchmark_repetitions=7";
   std::string warmUp = "--benchmark_min_warmup_time=0.05";
@@ -80,6 +90,10 @@ int main(int argc, char** argv) {
     return std::string_view(argument).starts_with("--benchmark_filter");
   });
   if (!isSelection) {
+    bench::reportMemory();
+    bench::reportModel();
+    bench::reportPublishing();
+    bench::reportValidation();
     bench::reportFiles();
     bench::reportMemory();
   }

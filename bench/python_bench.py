@@ -1,6 +1,7 @@
 """What the Python host costs, each figure beside a class that pybind11 binds, measured in the same run.
 
-A ratio below 1 says that the host is the faster of the two. Absolute times mean little on a shared machine.
+A ratio below 1 says that the host is the faster of the two. Times are those of the processor; absolute ones mean
+little on a shared machine.
 """
 
 import gc
@@ -36,9 +37,9 @@ def best_times(figure):
     best = [float("inf")] * 2
     for _ in range(ROUNDS):
         for which, run in enumerate((figure.ours, figure.peers)):
-            started = time.perf_counter_ns()
+            started = time.process_time_ns()
             run(figure.times)
-            best[which] = min(best[which], (time.perf_counter_ns() - started) / figure.times)
+            best[which] = min(best[which], (time.process_time_ns() - started) / figure.times)
     return best
 
 
@@ -178,7 +179,7 @@ def figures(model):
 
 
 def milliseconds_of(code):
-    """The shortest of some runs of an interpreter, in milliseconds."""
+    """The shortest of some runs of an interpreter, in milliseconds by the clock on the wall."""
     command = [sys.executable, "-c", code]
     best = float("inf")
     for _ in range(15):

@@ -39,7 +39,7 @@ void runExtensions(const ClassBinding& binding, ruvo::RVOClass* cls, const ruvo:
 }  // namespace
 
 ImmutableClassWrapper::ImmutableClassWrapper(const ClassBinding& binding)
-    : ClassMetaData(std::string("Immutable") + binding.name().shortName(), ""), mBinding(binding) {}
+    : ClassMetaData(binding.name().shortImmutable(), ""), mBinding(binding) {}
 
 void ImmutableClassWrapper::defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* client) {
   for (const ClassName* base : mBinding.table.bases) cls->addSuperClass(named(base->immutable), 1, 0, 1);
@@ -77,7 +77,7 @@ void ClassWrapper::defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*c
 }
 
 MetaPropertyWrapper::MetaPropertyWrapper(const ClassBinding& binding)
-    : MetaPropertyMetaData(std::string(binding.name().shortName()) + "MetaProperty",
+    : MetaPropertyMetaData(metaPropertyName(binding.name()).c_str() + binding.name().prefix,
                            kMetaPropertyDescription),
       mBinding(binding) {}
 

@@ -51,4 +51,19 @@ std::string Conversion<std::string>::fromSlot(RVOValue slot) {
   return text ? std::string(text.get()) : std::string();
 }
 
+K7Q::IteratorHandle Conversion<K7Q::IteratorHandle>::fromSlot(RVOValue slot) {
+  const auto unboxed = unboxAs(slot.array(), K7Q::tagsOf<K7Q::Generic::IteratorIntf>());
+  return {static_cast<K7Q::Generic::IteratorIntf*>(unboxed.interface), unboxed.deviant};
+}
+
+hx::hxArray* boxIterator(const K7Q::IteratorHandle& iterator, bool immutable, const InternedName& declared) {
+  // The copy is what goes out.
+  const K7Q::IteratorHandle clone(iterator);  // NOLINT(performance-unnecessary-copy-initialization)
+  if (!clone.getInterface()) {
+    K7Q::LocalAsserter("kernel/containers/iterator/Iterator", immutable ? 41 : 85) =
+        K7Q::Asserter::MakeAlways(K7Q::kNullReference);
+  }
+  return boxAs(clone.getInterface(), clone.getDeviant(), immutable, declared);
+}
+
 }  // namespace binding

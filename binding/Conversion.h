@@ -101,17 +101,35 @@ struct Conversion<std::string> {
   static std::string fromSlot(RVOValue slot);
 };
 
-/// A native enumeration. An empty array is the literal with value 0; each result is a cell of its own.
+/// An argument of any enumeration. An empty array is the literal with value 0, and was not passed.
+struct AnyEnumeration {
+  std::int32_t value;
+  std::int32_t wasPassed;
+};
+
+template <>
+struct Conversion<AnyEnumeration> {
+  static AnyEnumeration fromSlot(RVOValue slot);
+};
+
+/// A result of any enumeration: a cell of its own.
+struct BoxedEnumeration {
+  K7Q::Object cell;
+};
+
+template <>
+struct Conversion<BoxedEnumeration> {
+  static RVOValue toSlot(const BoxedEnumeration& value, const InternedName& declared) {
+    return RVOValue(boxAs(value.cell.getInterface(), value.cell.getDeviant(), false, declared));
+  }
+};
+
+/// A native enumeration.
 template <Tarvelon::metamodel::IsEnumeration E>
 struct Conversion<E> {
-  static E fromSlot(RVOValue slot) {
-    const auto unboxed = unboxAs(slot.array(), K7Q::tagsOf<K7Q::NSInterface::ObjectIntf>());
-    if (!unboxed.interface) return E(0);
-    return E(K7Q::Object(static_cast<K7Q::NSInterface::ObjectIntf*>(unboxed.interface), unboxed.deviant));
-  }
+  static E fromSlot(RVOValue slot) { return E(Conversion<AnyEnumeration>::fromSlot(slot).value); }
   static RVOValue toSlot(const E& value, const InternedName& declared) {
-    const K7Q::Object cell = value;
-    return RVOValue(boxAs(cell.getInterface(), cell.getDeviant(), false, declared));
+    return Conversion<BoxedEnumeration>::toSlot({value}, declared);
   }
 };
 
@@ -245,28 +263,33 @@ struct Conversion<ReadSequence> {
   }
 };
 
-template <class Handle>
-inline constexpr bool kIsImmutableIterator = false;
-template <class T>
-inline constexpr bool kIsImmutableIterator<K7Q::ImmutableIterator<T>> = true;
+/// An iterator argument stands for the host's own iterator.
+template <>
+struct Conversion<K7Q::IteratorHandle> {
+  static K7Q::IteratorHandle fromSlot(RVOValue slot);
+};
 
-/// Iterators: an argument stands for the host's own iterator, a result is a clone of its own.
-template <class Handle>
-requires std::derived_from<Handle, K7Q::IteratorHandle>
-struct Conversion<Handle> {
-  static Handle fromSlot(RVOValue slot) {
-    const auto unboxed = unboxAs(slot.array(), K7Q::tagsOf<K7Q::Generic::IteratorIntf>());
-    return Handle(static_cast<K7Q::Generic::IteratorIntf*>(unboxed.interface), unboxed.deviant);
+/// An iterator that goes out, of a sequence that can be changed or of one that is only read: a clone of its
+/// own. A null one raises the NULL ref text.
+struct ChangingPlace {
+  K7Q::IteratorHandle iterator;
+};
+struct ReadingPlace {
+  K7Q::IteratorHandle iterator;
+};
+
+hx::hxArray* boxIterator(const K7Q::IteratorHandle& iterator, bool immutable, const InternedName& declared);
+
+template <>
+struct Conversion<ChangingPlace> {
+  static RVOValue toSlot(const ChangingPlace& value, const InternedName& declared) {
+    return RVOValue(boxIterator(value.iterator, false, declared));
   }
-  static RVOValue toSlot(const Handle& value, const InternedName& declared) {
-    constexpr int kLine = kIsImmutableIterator<Handle> ? 41 : 85;
-    // The copy is what goes out.
-    const Handle clone(value);  // NOLINT(performance-unnecessary-copy-initialization)
-    if (!clone.getInterface()) {
-      K7Q::LocalAsserter("kernel/containers/iterator/Iterator", kLine) =
-          K7Q::Asserter::MakeAlways(K7Q::kNullReference);
-    }
-    return RVOValue(boxAs(clone.getInterface(), clone.getDeviant(), kIsImmutableIterator<Handle>, declared));
+};
+template <>
+struct Conversion<ReadingPlace> {
+  static RVOValue toSlot(const ReadingPlace& value, const InternedName& declared) {
+    return RVOValue(boxIterator(value.iterator, true, declared));
   }
 };
 

@@ -20,7 +20,7 @@ void addRow(MethodTable& table, const MethodRow& row, const RowNames& names) {
   }
   const MethodSpec spec{row.name, row.attributes, row.parameterNames, resolve(row.result, names),
                         row.self ? resolve(row.self, names) : InternedName()};
-  row.add(table, spec, {arguments.data(), count});
+  table.add(spec, {arguments.data(), count}, row.invoker, row.native());
 }
 
 }  // namespace

@@ -30,7 +30,8 @@ struct MethodRow {
   const char* result;
   const char* self;
   Arguments arguments;
-  void (*add)(MethodTable& table, const MethodSpec& spec, std::span<const InternedName> arguments);
+  InvokerFunction invoker;
+  NativeFunction (*native)();
   std::uint32_t attributes = 0;
   const char* parameterNames = "";
 
@@ -38,6 +39,12 @@ struct MethodRow {
   constexpr MethodRow with(std::uint32_t word) const {
     MethodRow row = *this;
     row.attributes = word;
+    return row;
+  }
+  /// The same row with a self of another class.
+  constexpr MethodRow of(const char* type) const {
+    MethodRow row = *this;
+    row.self = type;
     return row;
   }
   /// The same row with names for its parameters.
@@ -48,37 +55,34 @@ struct MethodRow {
   }
 };
 
-/// Adds a record for native function F.
+/// The invoker that is made for the types of a native function.
+template <class Result, class... Arguments>
+constexpr InvokerFunction invokerOf(Result (* /*function*/)(Arguments...)) {
+  return &invoker::invoke<Result, Arguments...>;
+}
+
+/// A constant cannot hold the number that a record keeps of a function, so a row holds who knows it.
 template <auto F>
-void addRecord(MethodTable& table, const MethodSpec& spec, std::span<const InternedName> arguments) {
-  switch (arguments.size()) {
-    case 0:
-      return table.add(spec, {}, F);
-    case 1:
-      return table.add(spec, {arguments[0]}, F);
-    case 2:
-      return table.add(spec, {arguments[0], arguments[1]}, F);
-    default:
-      return table.add(spec, {arguments[0], arguments[1], arguments[2]}, F);
-  }
+NativeFunction nativeOf() {
+  return NativeFunction::of(F);
 }
 
 /// A method with self.
 template <auto F>
 constexpr MethodRow member(const char* name, const char* result, MethodRow::Arguments arguments = {}) {
-  return {name, result, kSelf, arguments, &addRecord<F>};
+  return {name, result, kSelf, arguments, invokerOf(F), &nativeOf<F>};
 }
 
 /// A method that takes its object as an ordinary first argument, which the arguments name.
 template <auto F>
 constexpr MethodRow asArgument(const char* name, const char* result, MethodRow::Arguments arguments) {
-  return {name, result, nullptr, arguments, &addRecord<F>, ruvo::factory::kSelfAsArgument};
+  return {name, result, nullptr, arguments, invokerOf(F), &nativeOf<F>, ruvo::factory::kSelfAsArgument};
 }
 
 /// A method without self.
 template <auto F>
 constexpr MethodRow classLevel(const char* name, const char* result, MethodRow::Arguments arguments = {}) {
-  return {name, result, nullptr, arguments, &addRecord<F>};
+  return {name, result, nullptr, arguments, invokerOf(F), &nativeOf<F>};
 }
 
 /// Adds the rows in their order.

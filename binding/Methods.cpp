@@ -39,8 +39,8 @@ void bindConstructed(const GeneratedMethod& record, const K7Q::ClassObject& obje
 
 }  // namespace invoker
 
-void MethodTable::addRecord(const MethodSpec& spec, std::span<const InternedName> arguments,
-                            InvokerFunction invoker, NativeFunction native) {
+void MethodTable::add(const MethodSpec& spec, std::span<const InternedName> arguments,
+                      InvokerFunction invoker, NativeFunction native) {
   auto record = std::make_unique<MethodImpl>(named(spec.name), MethodAttributes(spec.attributes), "");
   settleFlags(*record, !spec.self.empty());
   Invoker::createSignature(spec.parameterNames, spec.result, spec.self, arguments, record->signature());

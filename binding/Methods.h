@@ -104,9 +104,12 @@ class MethodTable {
   template <class Result, class... Arguments>
   void add(const MethodSpec& spec, std::initializer_list<InternedName> arguments,
            Result (*function)(Arguments...)) {
-    addRecord(spec, {arguments.begin(), arguments.size()}, &invoker::invoke<Result, Arguments...>,
-              NativeFunction::of(function));
+    add(spec, {arguments.begin(), arguments.size()}, &invoker::invoke<Result, Arguments...>,
+        NativeFunction::of(function));
   }
+  /// REQUIRES: an invoker made for the function's types.
+  void add(const MethodSpec& spec, std::span<const InternedName> arguments, InvokerFunction invoker,
+           NativeFunction native);
 
   /// A constructor: named like the class, attributes 0, no parameter names, result the class.
   template <class... Arguments>
@@ -115,8 +118,6 @@ class MethodTable {
   }
 
  private:
-  void addRecord(const MethodSpec& spec, std::span<const InternedName> arguments, InvokerFunction invoker,
-                 NativeFunction native);
   void addConstructorRecord(std::span<const InternedName> arguments, InvokerFunction invoker,
                             NativeFunction native);
 

@@ -108,4 +108,11 @@ void registerClassInfos(ruvo::RVOPackage* package, const ClassBinding& binding) 
   }
 }
 
+EnumerationWrapper::EnumerationWrapper(const EnumerationBinding& binding)
+    : ClassMetaData(binding.name->shortName(), kEnumerationDescription), mBinding(binding) {}
+
+void EnumerationWrapper::defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*client*/) {
+  defineEnumeration(*cls, mBinding);
+}
+
 }  // namespace binding

@@ -19,13 +19,13 @@ void registerClassInfos(ruvo::RVOPackage* package, const ClassBinding& binding);
 void addClassInfo(ruvo::RVOPackage* package, ruvo::RVOClassInfo* info);
 
 /// The wrapper of an enumeration: a value class.
-template <class E>
 class EnumerationWrapper final : public K7Q::mi::ClassMetaData {
  public:
-  EnumerationWrapper() : ClassMetaData(E::kName.shortName(), kEnumerationDescription) {}
-  void defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* /*client*/) override {
-    defineEnumeration<E>(*cls);
-  }
+  explicit EnumerationWrapper(const EnumerationBinding& binding);
+  void defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* client) override;
+
+ private:
+  const EnumerationBinding& mBinding;
 };
 
 }  // namespace binding

@@ -9,15 +9,16 @@ set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 # Counting bits is one instruction from this level on, which 64-bit x86 processors since 2009 have. What is built
-# runs where it is built: a machine without it gets the library call instead.
-if(CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64" AND EXISTS /proc/cpuinfo)
+# runs where it is built: a machine without it gets the library call instead, and so does a build for any machine.
+if(NOT TARVELON_PORTABLE AND CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64" AND EXISTS /proc/cpuinfo)
   file(STRINGS /proc/cpuinfo flags REGEX "^flags" LIMIT_COUNT 1)
   if(flags MATCHES " popcnt " AND flags MATCHES " sse4_2 ")
     add_compile_options(-march=x86-64-v2)
   endif()
 endif()
-# Error texts name a source file relative to the repository.
-add_compile_options("-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=")
+# Error texts name a source file relative to the repository, also when a compiler cache has made its path relative.
+file(RELATIVE_PATH root "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}/")
+add_compile_options("-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=" "-fmacro-prefix-map=${root}=")
 add_compile_options(-fno-plt -fno-semantic-interposition -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 if(TARVELON_WERROR)
   add_compile_options(-Werror)
@@ -44,6 +45,12 @@ endif()
 if(TARVELON_SANITIZE)
   add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
   add_link_options(-fsanitize=address,undefined)
+endif()
+# Clang's sanitizers stand in the program alone: its libraries cannot be asked to be complete.
+set(TARVELON_NO_UNDEFINED -Wl,--no-undefined)
+if(TARVELON_FUZZ)
+  set(TARVELON_NO_UNDEFINED "")
+  add_compile_options(-fsanitize=fuzzer-no-link)
 endif()
 if(TARVELON_COVERAGE)
   add_compile_options(--coverage -fprofile-update=atomic)

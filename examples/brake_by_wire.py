@@ -86,7 +86,7 @@ def controller_data(new, behavior_, t):
                       data(behavior.IrvData, "Fault", behavior.IrvKind.Explicit)]
     behavior_.ArTypedPIM.append(data(interface.VariableData, "Filtered"))
     behavior_.StaticMemory.append(data(interface.VariableData, "Cycles"))
-    behavior_.exclusiveArea.append(new(behavior.ExclusiveArea, "Torque"))
+    behavior_.exclusiveArea.append(new(behavior.ExclusiveArea, "TorqueAccess"))
     wear = new(behavior.PerInstanceMemory, "Wear_t", "typedef uint16 Wear_t;", brake.number(new, 0), "Wear")
     behavior_.PIM.append(wear)
     needs = new(behavior.NvBlockNeeds, "WearNeeds", RestoreAtStart=True, StoreAtShutdown=True)
@@ -209,8 +209,8 @@ def make_composition(new, brakes, i, c, t):
     speed_out = new(port.DataSenderPort, i.WheelSpeed, "SpeedOut")
     whole.ReceiverPorts.append(speed_in)
     whole.SenderPorts.append(speed_out)
-    whole.Connectors += [new(composition.DelegationConnector, outer, inner, "Tick"),
-                         new(composition.PassThroughConnector, speed_in, speed_out, "Speed")]
+    whole.Connectors += [new(composition.DelegationConnector, outer, inner, "Tick_to_brakeController"),
+                         new(composition.PassThroughConnector, speed_in, speed_out, "SpeedIn_to_SpeedOut")]
     brakes.PackagedElement.append(whole)
     return whole
 
@@ -232,12 +232,6 @@ def make_timing(new, brakes, whole):
         new(timingExtension.SwcTiming, "ControlTiming", Behavior=p.brakeController.Type.Behavior)])
 
 
-def properties_of(element):
-    """The properties of the element's class with those of its bases; one that it narrows stands once."""
-    rows = element.MetaProperty()
-    return [getattr(rows, name)() for name in dir(rows) if not name.startswith("_")]
-
-
 def values_of(element, row):
     """The values of a property, read by its row: none, one or many."""
     name = row.name()
@@ -251,7 +245,7 @@ def values_of(element, row):
 def walk(element):
     """The element and all that it holds, by what its class says it holds."""
     yield element
-    for row in properties_of(element):
+    for row in element.MetaProperty():
         if row.isContainment() and not row.isReadOnly():
             for held in values_of(element, row):
                 yield from walk(held)
@@ -265,7 +259,7 @@ def count(root):
         packages[metaclass.package().rpartition(".")[2]] += 1
         classes.add(metaclass.fullName())
         facts["elements"] += 1
-        for row in properties_of(element):
+        for row in element.MetaProperty():
             values = values_of(element, row)
             refers = values and isinstance(values[0], foundation.Element)
             if not row.isReadOnly() and not row.isContainment():
@@ -353,7 +347,10 @@ def report_counts(root):
 
 def build(new):
     """The whole model; gives its root and what the report begins at."""
-    root = new(common.AUTOSAR, Name="Vehicle", ArxmlFilePackaging=common.ArxmlFilePackagingKind.Modular)
+    root = new(common.AUTOSAR, Name="Vehicle", ArxmlFilePackaging=common.ArxmlFilePackagingKind.Modular,
+               ComponentQualifiedName="/BrakeByWire/BrakeSystem", ImplementationQualifiedName="",
+               InternalBehaviorQualifiedName="", DataTypePackage="/BrakeByWire/Types",
+               InterfacePackage="/BrakeByWire/Interfaces")
     brakes = new(common.Package, "BrakeByWire")
     root.PackagedElement.append(brakes)
     brake.make_documentation(new, brakes)

@@ -77,7 +77,7 @@ def make_documentation(new, brakes):
 
 def make_types(new, brakes):
     """Data types, modes and the sections that code and data go to."""
-    base = new(types.SwBaseType, "uint16", BaseTypeSize=16, NativeDeclaration="unsigned short")
+    base = new(types.SwBaseType, "BaseUInt16", BaseTypeSize=16, NativeDeclaration="unsigned short")
     unit = new(types.CompuMethod, "Percent", Unit="%")
     word = new(types.ImplementationDataType, "UInt16", BaseType=base)
     share = new(types.ApplicationPrimitiveDataType, "Share", CompuMethod=unit)

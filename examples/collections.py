@@ -3,17 +3,19 @@
     ./tarvelon run examples/collections.py
 """
 
+from collections.abc import Iterable
+
 import K7Q
 from Tarvelon.metamodel.arplatform import Factory, variant
 
 BindingTimeKind = variant.BindingTimeKind
 
 
-def shown(sequence):
+def shown(sequence: Iterable[BindingTimeKind]) -> str:
     return ", ".join(str(value) for value in sequence) or "nothing"
 
 
-def binding_times(model):
+def binding_times(model: K7Q.Model) -> variant.SequenceOfBindingTimeKind:
     """A sequence of enumeration values that a script makes for itself."""
     times = variant.SequenceOfBindingTimeKind.make(model)
     times += [BindingTimeKind.LinkTime, BindingTimeKind.PreCompileTime, BindingTimeKind.LinkTime]
@@ -33,7 +35,7 @@ def binding_times(model):
     return times
 
 
-def walk(times):
+def walk(times: variant.SequenceOfBindingTimeKind) -> None:
     """An iterator is a place in a sequence: it stays on its element while others come and go."""
     place, end = times.begin(), times.end()
     while place != end:
@@ -56,7 +58,7 @@ def walk(times):
         print("refused:", refused)
 
 
-def package_elements(factory):
+def package_elements(factory: Factory) -> None:
     """A many-valued property is a live sequence: to change it is to change the object."""
     package = factory.create("common.Package", "Variants")
     elements = package.PackagedElement
@@ -76,7 +78,7 @@ def package_elements(factory):
     elements.insert(1, factory.create("variant.SystemConst", "Engine"))
     print("the view sees", len(view), "elements, first", view[0].Name)
     try:
-        view.pop()
+        view.pop()  # type: ignore[misc]  # mypy refuses it as well
     except TypeError as refused:
         print("refused:", refused)
 
@@ -90,7 +92,7 @@ def package_elements(factory):
         print("refused:", refused)
 
 
-def main():
+def main() -> None:
     with Factory.createNewModel() as model:
         times = binding_times(model)
         walk(times)

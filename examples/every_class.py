@@ -58,16 +58,9 @@ def module_of(package):
     return getattr(arplatform, package.rpartition(".")[2]) if ".arplatform." in package else module
 
 
-def descriptions(cls):
-    """The description of every property that the class has or inherits, by its name in the class's list."""
-    meta = cls.MetaProperty()
-    for name in dir(type(meta)):
-        if name[0].isupper():
-            yield name, getattr(meta, name)()
-
-
-def attribute_of(cls, name):
-    """The attribute that shows a meta property: the same name, perhaps with a small first letter."""
+def attribute_of(cls, description):
+    """The attribute that shows a property: the same name, perhaps with a small first letter."""
+    name = description.name()
     return next((each for each in (name, name[0].lower() + name[1:]) if hasattr(cls, each)), None)
 
 
@@ -94,8 +87,8 @@ def main():
             for cls in (each for each in maker.classes if each.__module__ == package.__name__):
                 target = factory.create(cls)
                 made += 1
-                for name, description in descriptions(cls):
-                    attribute = attribute_of(cls, name)
+                for description in cls.MetaProperty():
+                    attribute = attribute_of(cls, description)
                     if attribute is None or description.isReadOnly():
                         continue
                     outcome = write_and_read(target, attribute, description, maker)

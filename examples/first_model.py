@@ -3,13 +3,17 @@
     ./tarvelon run examples/first_model.py
 """
 
+from typing import TypeVar
+
 import K7Q
+from Tarvelon.metamodel import foundation
 from Tarvelon.metamodel.arplatform import Factory, common, documentation, variant
 
+Element = TypeVar("Element", bound=foundation.PackageableElement)
 LANGUAGES = {"EN": "Limit of the brake torque lowered", "DE": "Grenze des Bremsmoments gesenkt"}
 
 
-def paragraph(factory, texts):
+def paragraph(factory: Factory, texts: dict[str, str]) -> documentation.MultiLanguageOverviewParagraph:
     """The same sentence in several languages."""
     result = factory.create("documentation.MultiLanguageOverviewParagraph")
     for language, text in texts.items():
@@ -20,7 +24,7 @@ def paragraph(factory, texts):
     return result
 
 
-def long_name(factory, texts):
+def long_name(factory: Factory, texts: dict[str, str]) -> documentation.MultiLanguageLongName:
     """A long name in several languages."""
     result = factory.create("documentation.MultiLanguageLongName")
     for language, text in texts.items():
@@ -31,7 +35,7 @@ def long_name(factory, texts):
     return result
 
 
-def history(factory):
+def history(factory: Factory) -> common.AdminData:
     """Administrative data with two revisions; the second says what was changed, and why, in two languages."""
     first = factory.create("documentation.DocRevision", "2026-03-02")
     first.revisionLabel = "1.0.0"
@@ -51,7 +55,7 @@ def history(factory):
     return data
 
 
-def tool_data(factory):
+def tool_data(factory: Factory) -> common.Sdg:
     """Data of a tool that the standard does not know: a group with values and a nested group."""
     group = factory.create("common.Sdg", "build-tool")
     group.sdgCaption = factory.create("common.SdgCaption", "BuildSettings")
@@ -62,7 +66,7 @@ def tool_data(factory):
     return group
 
 
-def variants(factory, package):
+def variants(factory: Factory, package: common.Package) -> variant.SystemConst:
     """A system constant, its values for two vehicles, and the variant that picks one of them."""
     wheels = factory.create("variant.SystemConst", "DrivenWheels")
     package.PackagedElement.append(wheels)
@@ -72,12 +76,12 @@ def variants(factory, package):
         package.PackagedElement.append(values)
 
     chosen = factory.create("variant.PredefinedVariant", "Estate")
-    chosen.SysConstValueSet.append(package.PackagedElement[-1])
+    chosen.SysConstValueSet.append(values)
     package.PackagedElement.append(chosen)
     return wheels
 
 
-def variation_point(factory, wheels):
+def variation_point(factory: Factory, wheels: variant.SystemConst) -> variant.VariationPoint:
     """What exists in all-wheel-drive vehicles alone, decided when the code is generated."""
     time = variant.BindingTimeKind.CodeGenerationTime
     condition = factory.create("variant.ConditionByFormula", time, "DrivenWheels == 4")
@@ -87,7 +91,7 @@ def variation_point(factory, wheels):
     return point
 
 
-def build(factory):
+def build(factory: Factory) -> common.AUTOSAR:
     """The whole model; returns its root."""
     root = factory.create("common.AUTOSAR")
     root.Name = "Vehicle"
@@ -115,11 +119,12 @@ def build(factory):
     brakes.adminData = history(factory)
     brakes.adminData.sdg.append(tool_data(factory))
     point = variation_point(factory, variants(factory, constants))
-    print("variation point:", point.Name, "if", point.Condition.Body, "at", point.Condition.BindingTime)
+    if condition := point.Condition:
+        print("variation point:", point.Name, "if", condition.Body, "at", condition.BindingTime)
     return root
 
 
-def label(element):
+def label(element: foundation.Element) -> str:
     """One line about an element: its class, its name, and what is worth knowing of it."""
     name = getattr(element, "Name", "")
     line = type(element).__name__ + (f" {name}" if name else "")
@@ -139,14 +144,19 @@ def label(element):
     return line
 
 
-def print_tree(element, depth=0):
+def print_tree(element: foundation.Element, depth: int = 0) -> None:
     """The element and everything that it holds."""
     print("  " * depth + label(element))
     for owned in element.OwnedElement:
         print_tree(owned, depth + 1)
 
 
-def main():
+def named(package: foundation.Package, kind: type[Element], name: str) -> Element:
+    """What a package holds of that class under that name."""
+    return next(each for each in package.PackagedElement if isinstance(each, kind) and each.Name == name)
+
+
+def main() -> None:
     with Factory.createNewModel() as model:
         factory = Factory.createNewFactory(model)
         root = build(factory)
@@ -156,25 +166,25 @@ def main():
         print("found by its URI:", K7Q.Model.find(model.getUri()) is model)
 
         # Read back what was written.
-        brakes = root.PackagedElement[0]
-        revision = brakes.adminData.docRevision[-1]
-        for text in revision.modification[0].change.L2:
-            print(f"change in {text.language}: {text.Body}")
+        brakes = named(root, common.Package, "Brakes")
+        if data := brakes.adminData:
+            for text in data.docRevision[-1].modification[0].change.L2:
+                print(f"change in {text.language}: {text.Body}")
 
         # Change it: a new category, one mode fewer, another default.
         brakes.category = "SAFETY"
-        modes = brakes.PackagedElement[0].PackagedElement[0]
+        modes = named(named(brakes, common.Package, "Modes"), common.ModeDeclarationGroup, "BrakeMode")
         modes.Mode.remove(modes.Mode[-1])
         modes.InitialMode = modes.Mode[1]
         print("modes:", ", ".join(mode.Name for mode in modes.Mode), "- initially", modes.InitialMode.Name)
-        brakes.category = None
+        del brakes.category
         print("category now:", repr(brakes.category))
 
         # An immutable view reads and refuses to write.
         view = brakes.asImmutable()
         print("same object:", view == brakes)
         try:
-            view.category = "OPEN"
+            view.category = "OPEN"  # type: ignore[misc]  # mypy refuses it as well
         except K7Q.Exception as refused:
             print("refused:", refused)
 

@@ -11,7 +11,7 @@ namespace {
 
 #define FOUNDATION_REGISTER_CLASS(X) binding::registerClassInfos(package, binding::kBinding<X>);
 #define FOUNDATION_REGISTER_ENUMERATION(E, ...) \
-  binding::addClassInfo(package, new binding::EnumerationWrapper<E>());
+  binding::addClassInfo(package, new binding::EnumerationWrapper(binding::kEnumerationBinding<E>));
 
 K7Q::ImmutablePackage foundationMetaPackage() { return native::metaPackage("Tarvelon.metamodel.foundation"); }
 K7Q::ImmutablePackage typesMetaPackage() { return native::metaPackage("Tarvelon.metamodel.types"); }

@@ -3,8 +3,7 @@
 #include "binding/Registration.h"
 #include "boundary/tarvelon/Packages.h"
 #include "boundary/tarvelon/Rows.h"
-#include "collections/IteratorWrapper.h"
-#include "collections/SequenceWrapper.h"
+#include "collections/EnumerationCompanions.h"
 #include "module/Packages.h"
 
 /// What all packages of the module share; a package's own file says its name and its list of names.
@@ -46,11 +45,8 @@ void registerClass(ruvo::RVOPackage* package) {
 
 template <class E>
 void registerEnumeration(ruvo::RVOPackage* package) {
-  binding::addClassInfo(package, new binding::EnumerationWrapper<E>());
-  binding::addClassInfo(package, new K7Q::mi::SequenceWrapper<E>());
-  binding::addClassInfo(package, new K7Q::mi::ImmutableSequenceWrapper<E>());
-  binding::addClassInfo(package, new K7Q::mi::IteratorWrapper<E>());
-  binding::addClassInfo(package, new K7Q::mi::ImmutableIteratorWrapper<E>());
+  binding::addClassInfo(package, new binding::EnumerationWrapper(binding::kEnumerationBinding<E>));
+  K7Q::mi::addCompanionInfos(package, K7Q::mi::kCompanions<E>);
 }
 
 }  // namespace arplatform_module

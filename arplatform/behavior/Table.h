@@ -64,7 +64,7 @@ constexpr auto row(Is<Runnable>) {
           optional<variant::VariationPoint>(11, "variationPoint",           kHolds,  kHidden),
           many<ModeAccess>                 (12, "ModeAccessPoint",          kHolds,  kHidden),
           optional<common::SwAddrMethod>   (13, "SwAddrMethod",             kRefers, kHidden),
-          many<Event>                      (14, "Events",                   kRefers, kHidden),
+          many<Event>                      (14, "Events",                   kRefers, kHidden).withOpposite("StartOnEvent"),
           many<VariableDataAccess>         (15, "VariableDataRead",         kHolds,  kHidden),
           many<VariableDataAccess>         (16, "VariableDataWrite",        kHolds,  kHidden),
           many<OperationNonBlockingAccess> (17, "OperationNonBlockingCall", kHolds,  kHidden),
@@ -83,7 +83,7 @@ constexpr auto row(Is<Event>) {
       bases<common::Identifiable>(),
       noConstructors(),
       properties(
-          optional<Runnable>                        ( 1, "StartOnEvent",   kRefers),
+          optional<Runnable>                        ( 1, "StartOnEvent",   kRefers).withOpposite("Events"),
           optional<variant::VariationPoint>         ( 2, "variationPoint", kHolds,  kHidden),
           many<instance::ModeDeclarationInstanceRef>( 3, "DisabledMode",   kHolds)));
 }
@@ -256,7 +256,7 @@ constexpr auto row(Is<PortAPIOption>) {
       properties(
           optional<variant::VariationPoint>       ( 1, "variationPoint", kHolds,  kHidden),
           many<PortDefinedArgumentValue>          ( 2, "PortArgValue",   kHolds),
-          optional<port::Port>                    ( 3, "Port",           kRefers),
+          optional<port::Port>                    ( 3, "Port",           kRefers).withOpposite("PortAPIOption"),
           one<DataTransformationErrorHandlingEnum>( 4, "ErrorHandling")));
 }
 

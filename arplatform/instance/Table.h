@@ -59,7 +59,7 @@ constexpr auto row(Is<FlowDataPortInstanceRef>) {
                        " aTarvelon_metamodel_arplatform_instance_FlowDataPortInstanceRef_DataElements,"
                        " aPort")),
       properties(
-          optional<FlowDataPortInstanceRef>( 1, "ErrorStatus",  kHolds),
+          optional<FlowDataPortInstanceRef>( 1, "ErrorStatus",  kRefers),
           one<interface::FlowData>         ( 2, "DataElements", kRefers).unexposed()));
 }
 

@@ -257,7 +257,7 @@ constexpr auto row(Is<Port>) {
       noConstructors(),
       properties(
           optional<variant::VariationPoint>( 1, "variationPoint", kHolds,  kHidden),
-          optional<behavior::PortAPIOption>( 2, "PortAPIOption",  kRefers, kHidden),
+          optional<behavior::PortAPIOption>( 2, "PortAPIOption",  kRefers, kHidden).withOpposite("Port"),
           one<interface::PortInterface>    ( 3, "Type",           kRefers, kHidden)));
 }
 

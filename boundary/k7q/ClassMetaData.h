@@ -15,7 +15,8 @@ namespace K7Q::mi {
 /// Class information for everything that a host object holds by an id of DeviantRegistry.
 class TARVELON_API ClassMetaData : public ruvo::factory::HandleClassInfo<ReferenceCountingIntf, false> {
  public:
-  ClassMetaData(std::string name, std::string description);
+  /// Both texts must outlive the info (literals or interned).
+  ClassMetaData(const char* name, const char* description) noexcept;
   ~ClassMetaData() override;
   /// Forgets the binding and drops the reference that it held.
   void destroyInstance(ruvo::RVOClass* cls, const ruvo::RVOClient* client, void* instance) override;

@@ -48,6 +48,8 @@ class TARVELON_API PropertyIntf : public ObjectIntf {
   virtual const ruvo::InternedName& typeName() const = 0;
   virtual mi::Multiplicity multiplicity() const = 0;
   virtual mi::Mutability mutability() const = 0;
+  /// Whether the values are objects, held or referred to.
+  virtual bool isReference() const = 0;
   /// Whether the values belong to the object (containment) rather than being referred to.
   virtual bool isContainment() const = 0;
   /// The inherited entry that a class's list leaves out for this one, null if it is of the same name or none.

@@ -173,6 +173,9 @@ class TARVELON_API Model : public Object {
   }
   /// A new model with no objects and an empty URI.
   static Model create();
+  /// Ends the model: every object of it turns invalid at once, and what they took is free again. Closing
+  /// twice is no error. Raises kNullReference for a null handle, and when the view refuses writing.
+  void close() const;
   /// The same model on a deviant that refuses writing.
   ImmutableModel frozen() const {
     return {getModelInterface(), Deviant{getDeviant().word | Deviant::kReadOnly}};

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <cstddef>
-#include <string>
 #include <typeinfo>
 
 #include "boundary/Export.h"
@@ -112,10 +111,12 @@ class TARVELON_API RVOClassInfo {
 
 namespace factory {
 
-/// Class information with a name and a description.
+/// Class information with a name and a description, which must outlive it (literals or interned): most
+/// classes share theirs with others or with their dotted names.
 class TARVELON_API RuvoFactoryClassInfo : public RVOClassInfo {
  public:
-  RuvoFactoryClassInfo(std::string name, std::string description);
+  RuvoFactoryClassInfo(const char* name, const char* description) noexcept
+      : mName(name), mDescription(description) {}
   ~RuvoFactoryClassInfo() override;
   const char* getName() const override;
   const char* getDescription() const override;
@@ -125,8 +126,8 @@ class TARVELON_API RuvoFactoryClassInfo : public RVOClassInfo {
   bool query18() const override;
 
  private:
-  std::string mName;
-  std::string mDescription;
+  const char* mName;
+  const char* mDescription;
 };
 
 /// Class information for a handle class on native objects of type T.

@@ -29,6 +29,7 @@ struct ClassName {
   std::uint16_t prefix;   ///< how many characters of the name stand before the short name
 
   constexpr const char* shortName() const noexcept { return name + prefix; }
+  constexpr const char* shortImmutable() const noexcept { return immutable + prefix; }
 };
 
 /// The host name of an enumeration and its literals in ascending order of value, from 0, joined with ", ".

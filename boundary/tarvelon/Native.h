@@ -11,9 +11,14 @@
 
 /// The native handles of metamodel classes: ImmutableX reads, X reads and writes.
 ///
-///   auto package = common::Package::create(model, u"Brakes");
-///   package.set<"category">(u"STANDARD");
+///   auto package = common::Package::create(model, u"Brakes").set<"category">(u"STANDARD");
 ///   package.get<"ReferenceBase">().add(base);
+///
+/// What changes an object gives its handle back, so that one expression makes an object and all that it
+/// holds:
+///
+///   auto set = variant::SystemConstValueSet::create(model, u"TwoAxles")
+///                  .add<"SysConstValue">(variant::SystemConstValue::create(model, 2.0, axles));
 ///
 /// Constructors and properties are those of the class's row; a wrong name, value type or argument list does
 /// not compile.
@@ -34,6 +39,8 @@ template <class X, class... Arguments>
 struct ConstructorMatch;
 template <class X, FixedString Name>
 struct PropertyAccess;
+template <class X, FixedString Name>
+struct ReadAccess;
 
 /// The handle that can only read.
 template <class Intf, class Mutable, class Immutable>
@@ -124,13 +131,28 @@ class MutableNative : public K7Q::ClassObject {
   }
   /// Writes a property. Many-valued and read-only ones do not compile.
   template <FixedString Name, class Value>
-  void set(const Value& value) const {
+  Mutable set(const Value& value) const {
     PropertyAccess<Mutable, Name>::set(static_cast<const Mutable&>(*this), value);
+    return static_cast<const Mutable&>(*this);
   }
   /// Unsets an optional property; a required one does not compile.
   template <FixedString Name>
   void unset() const {
     PropertyAccess<Mutable, Name>::unset(static_cast<const Mutable&>(*this));
+  }
+  /// Appends to a many-valued property, in the order given. One that is refused ends it: those before it
+  /// stay.
+  template <FixedString Name, class... Elements>
+  Mutable add(const Elements&... elements) const {
+    const auto sequence = get<Name>();
+    (sequence.add(elements), ...);
+    return static_cast<const Mutable&>(*this);
+  }
+  /// What a derived read gives, by the host's name for it: the elements of one kind, in the order of the
+  /// property they are taken from, as a NativeSequence of its own. The property does not change with it.
+  template <FixedString Name>
+  auto read() const {
+    return ReadAccess<Mutable, Name>::read(static_cast<const Mutable&>(*this));
   }
 };
 

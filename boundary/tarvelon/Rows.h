@@ -88,6 +88,7 @@ struct PropertyRow {
   const TypeRow* type = nullptr;
   const char* redefined = nullptr;  ///< the inherited meta name whose storage this one shares
   const char* hidden = nullptr;     ///< the inherited meta name that the class's list leaves out
+  const char* opposite = nullptr;   ///< the meta name of the reference back, of the property's class
   K7Q::mi::Multiplicity multiplicity = K7Q::mi::Multiplicity::Optional;
   K7Q::mi::Mutability mutability = K7Q::mi::Mutability::Writable;
   Role role = Role::Value;
@@ -114,6 +115,12 @@ struct TypedRow : PropertyRow {
   constexpr TypedRow hides(const char* inherited) const {
     TypedRow row = *this;
     row.hidden = inherited;
+    return row;
+  }
+  /// Kept in step with the property of the value's class that refers back.
+  constexpr TypedRow withOpposite(const char* back) const {
+    TypedRow row = *this;
+    row.opposite = back;
     return row;
   }
   /// A redefinition of the inherited property of the same name that has no host property of its own.

@@ -321,4 +321,28 @@ struct PropertyAccess {
   }
 };
 
+template <class X, FixedString Name>
+struct ReadAccess {
+  static constexpr int findIndex() {
+    int index = 0;
+    for (const ReadRow& read : kRow<X>.reads.rows) {
+      if (std::string_view(read.name) == Name.text) return index;
+      ++index;
+    }
+    return -1;
+  }
+  static constexpr int kIndex = findIndex();
+  static_assert(kIndex >= 0, "the class has no derived read of that name");
+
+  template <class... R>
+  static auto element(ReadRows<R...>) -> typename typed::Nth<kIndex, R...>::Type::ElementType;
+  using Element = decltype(element(kRow<X>.reads));
+
+  static NativeSequence<Element> read(const X& handle) {
+    handle.requireValid();
+    const auto deviant = handle.getDeviant();
+    return {X::Interface::sIntrospectiveMethods.read(handle.getClassObject(), deviant, kIndex), deviant};
+  }
+};
+
 }  // namespace Tarvelon::metamodel

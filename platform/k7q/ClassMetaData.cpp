@@ -9,8 +9,8 @@ namespace K7Q::mi {
 
 using ruvo::factory::basic::BindingRegistry;
 
-ClassMetaData::ClassMetaData(std::string name, std::string description)
-    : HandleClassInfo(std::move(name), std::move(description)) {}
+ClassMetaData::ClassMetaData(const char* name, const char* description) noexcept
+    : HandleClassInfo(name, description) {}
 ClassMetaData::~ClassMetaData() = default;
 
 void ClassMetaData::destroyInstance(ruvo::RVOClass* /*cls*/, const ruvo::RVOClient* /*client*/,

@@ -6,15 +6,13 @@ namespace K7Q::mi {
 namespace {
 
 template <class Element>
-constexpr std::span<const MethodRow> kChangeable = binding::kSequenceRows<Element, Iterator<Element>>;
+constexpr std::span<const MethodRow> kChangeable = binding::kSequenceRows<Element>;
 template <class Element>
-constexpr std::span<const MethodRow> kFixed =
-    binding::kImmutableSequenceRows<Element, ImmutableIterator<Element>>;
+constexpr std::span<const MethodRow> kFixed = binding::kImmutableSequenceRows<Element>;
 template <class Element>
-constexpr std::span<const MethodRow> kWalking = binding::kIteratorRows<Element, Iterator<Element>>;
+constexpr std::span<const MethodRow> kWalking = binding::kIteratorRows<Element, binding::ChangingPlace>;
 template <class Element>
-constexpr std::span<const MethodRow> kFixedWalking =
-    binding::kIteratorRows<Element, ImmutableIterator<Element>>;
+constexpr std::span<const MethodRow> kFixedWalking = binding::kIteratorRows<Element, binding::ReadingPlace>;
 
 constexpr const ElementKind* kNothing = nullptr;
 

@@ -19,19 +19,30 @@ ruvo::InternedName companionName(std::string_view package, const CompanionKind& 
   return ruvo::InternedName(name);
 }
 
+/// The name as a text that lives as long as the process: as a rule the end of the dotted one.
+const char* textOf(const std::string& name, const ruvo::InternedName& fullName) {
+  const std::string_view full = fullName.view();
+  return full.ends_with(name) ? full.data() + full.size() - name.size() : ruvo::InternedName(name).c_str();
+}
+
 }  // namespace
 
 CompanionClassInfo::CompanionClassInfo(const CompanionKind& kind, const std::string& name,
                                        const std::string& description, const CompanionNames& names)
-    : ClassMetaData(name, description),
+    : CompanionClassInfo(kind, name, description, names, ruvo::InternedName(names.fullName)) {}
+
+CompanionClassInfo::CompanionClassInfo(const CompanionKind& kind, const std::string& name,
+                                       const std::string& description, const CompanionNames& names,
+                                       const ruvo::InternedName& fullName)
+    : ClassMetaData(textOf(name, fullName), ruvo::InternedName(description).c_str()),
       mKind(kind),
-      mFullName(names.fullName),
+      mFullName(fullName),
       mElement(names.element),
       mIterator(names.iterator) {
   if (!kind.followsBases) return;
-  mBases.reserve(names.bases.size());
+  mBases = std::make_unique<ruvo::InternedName[]>(names.bases.size());
   for (const std::string& base : names.bases) {
-    if (!base.starts_with(kKernelPackage)) mBases.emplace_back(base);
+    if (!base.starts_with(kKernelPackage)) mBases[mBaseCount++] = ruvo::InternedName(base);
   }
 }
 
@@ -50,7 +61,7 @@ void CompanionClassInfo::addSuperClasses(ruvo::RVOClass& cls) const {
     element.remove_suffix(mKind.after.size());
     cls.addSuperClass(companionName(full.substr(0, package), *mKind.super, element), 1, 0, 1);
   }
-  for (const ruvo::InternedName& base : mBases) {
+  for (const ruvo::InternedName& base : std::span(mBases.get(), mBaseCount)) {
     const std::size_t prefix = base.view().rfind('.') + 1;
     cls.addSuperClass(companionName(base.view().substr(0, prefix), mKind, base.view().substr(prefix)), 1, 0,
                       1);

@@ -1,9 +1,10 @@
 #pragma once
 
+#include <cstdint>
+#include <memory>
 #include <span>
 #include <string>
 #include <string_view>
-#include <vector>
 
 #include "binding/MethodRows.h"
 #include "boundary/k7q/ClassMetaData.h"
@@ -58,13 +59,16 @@ class CompanionClassInfo final : public ClassMetaData {
   void defineMembers(ruvo::RVOClass* cls, const ruvo::RVOClient* client) override;
 
  private:
+  CompanionClassInfo(const CompanionKind& kind, const std::string& name, const std::string& description,
+                     const CompanionNames& names, const ruvo::InternedName& fullName);
   void addSuperClasses(ruvo::RVOClass& cls) const;
 
   const CompanionKind& mKind;
   ruvo::InternedName mFullName;
   ruvo::InternedName mElement;
   ruvo::InternedName mIterator;
-  std::vector<ruvo::InternedName> mBases;
+  std::unique_ptr<ruvo::InternedName[]> mBases;
+  std::uint32_t mBaseCount = 0;
 };
 
 }  // namespace K7Q::mi

@@ -135,9 +135,7 @@ void setUri(const Model& self, const String& uri) {
 }
 
 void close(const Model& self) {
-  if (self.isNull()) self.requireValid();
-  DeviantAssertions::assertWritable(self.getDeviant(), self.getInterface());
-  self.getModelInterface()->close();
+  self.close();
   ModelCache::instance().unbind(self.getModelInterface());
 }
 

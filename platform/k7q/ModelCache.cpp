@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
+#include "boundary/k7q/Deviants.h"
 #include "boundary/k7q/Primitives.h"
 #include "platform/k7q/ModelFactory.h"
 #include "platform/k7q/Texts.h"
@@ -92,6 +93,12 @@ Model makeModel(const std::u16string& name) {
 
 void setModelFactory(ModelFactory factory) { gModelFactory = factory; }
 Model Model::create() { return makeModel({}); }
+void Model::close() const {
+  // One that is closed already may be closed again, so only a null handle is refused.
+  if (isNull()) requireValid();
+  DeviantAssertions::assertWritable(getDeviant(), getInterface());
+  getModelInterface()->close();
+}
 Model NSInterface::FactoryIntf::createNewModel(const std::u16string& name) { return makeModel(name); }
 
 }  // namespace K7Q

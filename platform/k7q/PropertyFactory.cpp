@@ -4,6 +4,7 @@
 #include "platform/k7q/PrimitiveProperties.h"
 #include "platform/k7q/ReferenceProperty.h"
 #include "platform/k7q/ValueProperties.h"
+#include "platform/ruvo/Texts.h"
 
 namespace K7Q::mi {
 
@@ -82,14 +83,6 @@ void K7qmiPropertyFactory::addMetaProperty(const char* name, Lookup lookup, cons
   mClass->addMethod(new MetaPropertyEntry(interned, lookup, owner, id));
 }
 
-std::string expectedType(const K7qmiProperty& property) {
-  const std::string_view type = property.getDataType().view();
-  // What a person gives, where the record's word is one of the mechanics.
-  if (type == "char") return "char vector";
-  if (type == ScalarForm<Boolean>::kOptionalType) return "logical scalar or an empty value";
-  if (type == ScalarForm<Integer>::kOptionalType) return "int32 scalar or an empty value";
-  if (type == ScalarForm<Double>::kOptionalType) return "double scalar or an empty value";
-  return std::string(type);
-}
+std::string expectedType(const K7qmiProperty& property) { return ruvo::expectedText(property.getDataType()); }
 
 }  // namespace K7Q::mi

@@ -1,5 +1,3 @@
-#include <utility>
-
 #include "boundary/bedrock/Except.h"
 #include "boundary/ruvo/Class.h"
 #include "boundary/ut/Memory.h"
@@ -62,11 +60,9 @@ void RVOClassInfo::operator delete(void* storage) noexcept { utFree(storage); }
 
 namespace factory {
 
-RuvoFactoryClassInfo::RuvoFactoryClassInfo(std::string name, std::string description)
-    : mName(std::move(name)), mDescription(std::move(description)) {}
 RuvoFactoryClassInfo::~RuvoFactoryClassInfo() = default;
-const char* RuvoFactoryClassInfo::getName() const { return mName.c_str(); }
-const char* RuvoFactoryClassInfo::getDescription() const { return mDescription.c_str(); }
+const char* RuvoFactoryClassInfo::getName() const { return mName; }
+const char* RuvoFactoryClassInfo::getDescription() const { return mDescription; }
 const char* RuvoFactoryClassInfo::getDetailedDescription() const { return getDescription(); }
 int RuvoFactoryClassInfo::query8() const { return 0; }
 bool RuvoFactoryClassInfo::query11() const { return true; }

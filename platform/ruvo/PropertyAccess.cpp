@@ -47,7 +47,7 @@ struct Write {
   }
 
   [[noreturn]] void throwWrongType() const {
-    throw K7Q::WrongType(mismatchText(where(), type.view(), value));
+    throw K7Q::WrongType(mismatchText(where(), expectedText(type), value));
   }
   void requireFit(const InternedName& scalar) const {
     const int fit = fitOf(value, scalar);
@@ -57,7 +57,7 @@ struct Write {
   /// An empty value unsets what may be unset.
   void requireOptional() const {
     if (!slot.guard || slot.guard->isOptional()) return;
-    throw K7Q::WrongValue(where() + ": expected " + std::string(type.view()) +
+    throw K7Q::WrongValue(where() + ": expected " + expectedText(type) +
                           ", got an empty value; the property is required and cannot be unset");
   }
 };

@@ -176,6 +176,13 @@ std::string describeSignature(const RVOMethodInfo& record, std::string_view show
   return text += ')';
 }
 
+std::string expectedText(const InternedName& type) {
+  constexpr std::string_view kOptional = "k7q";
+  if (type.kind() == internal::TypeKind::Char) return "char vector";
+  if (!type.view().starts_with(kOptional)) return std::string(type.view());
+  return std::string(type.view().substr(kOptional.size())) + " scalar or an empty value";
+}
+
 std::string rangeText(const InternedName& type) {
   std::string text(type.view());
   if (type.kind() == internal::TypeKind::Int32) text += " (a whole number from -2147483648 to 2147483647)";
@@ -214,18 +221,23 @@ void collectConstructible(Package& package, Class& cls, std::vector<std::string_
 
 }  // namespace
 
-void throwAbstract(Class& cls) {
+std::string abstractText(std::string_view className, std::span<const std::string_view> constructible) {
   constexpr std::size_t kShown = 12;
+  std::string text = "class '" + std::string(className) + "' is abstract: it has no constructor; ";
+  if (constructible.empty()) return text + "there is none below it that has one";
+  text += "construct one of those below it: ";
+  for (std::size_t i = 0; i < std::min(constructible.size(), kShown); ++i) {
+    text.append(i ? ", " : "").append(constructible[i]);
+  }
+  if (constructible.size() <= kShown) return text;
+  return text + " and " + std::to_string(constructible.size() - kShown) + " more";
+}
+
+void throwAbstract(Class& cls) {
   const std::string_view name = cls.getFullName().view();
   std::vector<std::string_view> below;
   collectConstructible(Package::get(name.substr(0, name.find('.'))), cls, below);
-  std::string text = "class '" + std::string(name) + "' is abstract: it has no constructor; ";
-  text += below.empty() ? "there is none below it that has one" : "construct one of those below it: ";
-  for (std::size_t i = 0; i < std::min(below.size(), kShown); ++i) {
-    text.append(i ? ", " : "").append(below[i]);
-  }
-  if (below.size() > kShown) text += " and " + std::to_string(below.size() - kShown) + " more";
-  throw K7Q::WrongType(text);
+  throw K7Q::WrongType(abstractText(name, below));
 }
 
 void throwUnknownMember(Class& cls, std::string_view kind, std::string_view name) {

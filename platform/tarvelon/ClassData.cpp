@@ -116,6 +116,9 @@ void ClassData::addSlot(const Property& property) {
   const bool isReference = storage == Storage::Reference || storage == Storage::References;
   if (isReference) (property.holds() ? holdingSlots : referringSlots) |= bit;
   if (property.isMany()) listSlots |= bit;
+  if (property.row().opposite) oppositeSlots |= bit;
+  if (property.metaName() == "Name" && storage == Storage::Text)
+    nameSlot = static_cast<std::uint8_t>(slotProperties.size());
   if (storage == Storage::Text || storage == Storage::Texts) textSlots |= bit;
   slotProperties.push_back(&property);
 }

@@ -98,6 +98,10 @@ struct ClassData {
   std::uint64_t referringSlots = 0;
   std::uint64_t listSlots = 0;
   std::uint64_t textSlots = std::uint64_t{1} << kForeignIdSlot;
+  /// Those whose references are kept in step with references back.
+  std::uint64_t oppositeSlots = 0;
+  /// Of the object's Name, kNoSlot if it has none.
+  std::uint8_t nameSlot = kNoSlot;
 
   std::vector<ConstructorPlan> constructors;
 

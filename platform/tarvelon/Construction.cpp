@@ -2,11 +2,17 @@
 
 #include <array>
 #include <string>
+#include <string_view>
+#include <vector>
 
+#include "platform/ruvo/Texts.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/Journal.h"
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/NativeModel.h"
+#include "platform/tarvelon/Registry.h"
+#include "platform/tarvelon/Steps.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -18,7 +24,14 @@ std::string dotted(const ClassData& cls) { return "class '" + std::string(cls.na
 
 [[noreturn]] void refuseClass(const ClassData& cls) {
   if (!cls.methods->rows()) throw K7Q::Exception(dotted(cls) + " has no objects that a model could make");
-  throw K7Q::Exception(dotted(cls) + " is abstract: make an object of a class below it");
+  std::vector<std::string_view> below;
+  for (const PackageRow& package : packageRows()) {
+    for (const ClassMethods* each : package.classes) {
+      if (each->isAbstract() || !each->data().isKindOf(cls.ordinal)) continue;
+      below.push_back(each->data().names[0].view());
+    }
+  }
+  throw K7Q::WrongType(ruvo::abstractText(cls.names[0].view(), below));
 }
 
 const ConstructorPlan& planOf(const ClassData& cls, unsigned constructor, std::size_t arguments) {
@@ -57,7 +70,14 @@ Instance& construct(NativeModel& model, const ClassData& cls, unsigned construct
   for (std::size_t index = 0; index < plan.size(); ++index) {
     values[index] = prepare({cls, *plan[index].property, model}, arguments[index]);
   }
+  Batch batch(model);
+  batch.reserve(1);
   Instance& object = model.add(cls, static_cast<unsigned>(plan.size()));
+  if (model.journal()) {
+    make({&object, {}, {}, 0, 0, Step::Kind::Life, false, true});
+    fill(object, plan, values);
+    return object;
+  }
   try {
     fill(object, plan, values);
   } catch (...) {

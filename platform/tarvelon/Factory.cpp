@@ -37,14 +37,29 @@ void visitClasses(Visit visit) {
   }
 }
 
-[[noreturn]] void refuseName(std::string_view name) {
+/// The class that a name may have been meant for; one without a package may mean any class of the platform.
+std::string nearestTo(std::string_view name) {
+  if (name.starts_with(kRoot)) name.remove_prefix(kRoot.size());
+  const bool isShort = name.find('.') == std::string_view::npos;
+  std::vector<std::string_view> names;
   std::vector<std::string_view> candidates;
-  visitClasses([&candidates](const ClassMethods& table) {
-    candidates.push_back(relativeName(table));
+  visitClasses([&](const ClassMethods& table) {
+    const bool isOfPlatform = relativeName(table) != table.className().name;
+    if (isShort && !isOfPlatform) return false;
+    names.push_back(relativeName(table));
+    candidates.push_back(isShort ? table.className().shortName() : names.back());
     return false;
   });
+  const auto found = std::find(candidates.begin(), candidates.end(), ruvo::nearestName(name, candidates));
+  if (found == candidates.end()) return {};
+  return std::string(names[static_cast<std::size_t>(found - candidates.begin())]);
+}
+
+[[noreturn]] void refuseName(std::string_view name) {
+  const std::string nearest = nearestTo(name);
   throw K7Q::UnknownName("Factory.createFromString: there is no class '" + std::string(name) + "'" +
-                         ruvo::didYouMean(name, candidates) + " (a name is dotted, as in 'common.Package')");
+                         (nearest.empty() ? "" : "; did you mean '" + nearest + "'?") +
+                         " (a name is dotted, as in 'common.Package')");
 }
 
 const ClassMethods& find(std::string_view name) {
@@ -91,7 +106,8 @@ K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& c
 K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& cls, const K7Q::String& name) {
   const ClassMethods& table = find(K7Q::String::to_string(cls));
   const Property* property = table.data().findProperty(kName);
-  if (!property) {
+  // Of an abstract class that is the reason to give, which create() does.
+  if (!property && !table.isAbstract()) {
     throw K7Q::WrongValue("Factory.createFromString: objects of class '" + std::string(relativeName(table)) +
                           "' have no name; give the class alone");
   }

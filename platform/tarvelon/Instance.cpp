@@ -18,6 +18,7 @@ namespace Tarvelon::metamodel::native {
 namespace {
 
 constinit hx::FreeList gFree(sizeof(Instance));
+constinit std::size_t gLive = 0;
 
 void disposeList(WordList& list, bool isOfTexts) noexcept {
   for (std::uint32_t index = 0; isOfTexts && index < list.size(); ++index) list.at(index).text->release();
@@ -27,10 +28,17 @@ void disposeList(WordList& list, bool isOfTexts) noexcept {
 }  // namespace
 
 void* Instance::operator new(std::size_t /*size*/) {
-  if (void* storage = gFree.take()) return storage;
-  throw bedrock::core::except::bad_alloc();
+  void* storage = gFree.take();
+  if (!storage) throw bedrock::core::except::bad_alloc();
+  ++gLive;
+  return storage;
 }
-void Instance::operator delete(void* storage) noexcept { gFree.give(storage); }
+void Instance::operator delete(void* storage) noexcept {
+  --gLive;
+  gFree.give(storage);
+}
+
+std::size_t liveObjects() noexcept { return gLive; }
 
 Instance::~Instance() { dropValues(); }
 
@@ -41,7 +49,7 @@ void Instance::addRef() const {
 void Instance::release() const {
   if (--mReferences != 0) return;
   const NativeModel* model = mModel;
-  if (!isAlive()) delete this;
+  if ((mState & kGone) != 0) delete this;
   model->release();
 }
 
@@ -70,7 +78,18 @@ K7Q::Model Instance::getModel(K7Q::Deviant deviant) const {
 
 void Instance::reserve(unsigned more) {
   const unsigned needed = count() + more;
-  if (needed <= capacity()) return;
+  if (needed > capacity()) grow(needed);
+}
+
+void Instance::reserveLasting() {
+  if (mModel->journal()) {
+    grow(capacity() + 1);
+  } else {
+    reserve(1);
+  }
+}
+
+void Instance::grow(unsigned needed) {
   // An odd number of words fills the blocks of the allocator.
   const unsigned capacity = needed | 1;
   Word* words = allocateArray<Word>(capacity);
@@ -103,20 +122,17 @@ void Instance::reserveReferrer() {
   if (Word* word = find(kReferrerSlot)) {
     Referrers(word->bits).reserve();
   } else {
-    reserve(1);
+    reserveLasting();
+    put(kReferrerSlot, Word{.bits = 0});
   }
 }
 
 void Instance::addReferrer(Referrer referrer) noexcept {
-  if (!hasReferrers()) put(kReferrerSlot, Word{.bits = 0});
   Referrers(find(kReferrerSlot)->bits).insert(referrer);
 }
 
-void Instance::removeReferrer(Referrer referrer) noexcept {
-  Word* word = find(kReferrerSlot);
-  if (!word) return;
-  Referrers(word->bits).erase(referrer);
-  if (word->bits == 0) remove(kReferrerSlot);
+void Instance::removeReferrer(Referrer referrer, bool keepsRoom) noexcept {
+  if (Word* word = find(kReferrerSlot)) Referrers(word->bits).erase(referrer, keepsRoom);
 }
 
 bool Instance::isReferredBy(Referrer referrer) const noexcept {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <typeinfo>
 
+#include "boundary/Export.h"
 #include "boundary/k7q/Object.h"
 #include "platform/tarvelon/Referrers.h"
 #include "platform/tarvelon/Word.h"
@@ -46,7 +47,11 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   void destroy(K7Q::Deviant deviant) override;
   K7Q::Model getModel(K7Q::Deviant deviant) const override;
 
-  bool isAlive() const noexcept { return (mState & kGone) == 0; }
+  bool isAlive() const noexcept { return (mState & (kGone | kBuried)) == 0; }
+  /// Whether it is gone for everybody but the journal, which may bring it back.
+  bool isBuried() const noexcept { return (mState & kBuried) != 0; }
+  void bury() noexcept { mState |= kBuried; }
+  void revive() noexcept { mState &= ~kBuried; }
   const ClassData& cls() const noexcept { return *mClass; }
   NativeModel& model() const noexcept { return *mModel; }
   /// The object's place in its model's index: stable while it lives, then given to another.
@@ -69,22 +74,27 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
     return (mState & bit) != 0 ? words() + std::popcount(mState & (bit - 1)) : nullptr;
   }
   Word* find(unsigned slot) noexcept { return const_cast<Word*>(std::as_const(*this).find(slot)); }
-  /// Makes room for `count` more values: the only one of these functions that can fail.
+  /// Makes room for `count` more values: the first of the two of these functions that can fail.
   void reserve(unsigned count);
+  /// Makes room for a word that is put without a step and stays. While a journal may take steps back, that is
+  /// room of its own: what there is, they may need.
+  void reserveLasting();
   /// REQUIRES: the slot has a value, or there is room for one more.
   void put(unsigned slot, Word word) noexcept;
   /// REQUIRES: the slot has a value.
   void remove(unsigned slot) noexcept;
 
-  bool hasReferrers() const noexcept { return has(kReferrerSlot); }
+  /// From the first referrer on, the object keeps the word for them.
   void reserveReferrer();
   /// REQUIRES: reserveReferrer().
   void addReferrer(Referrer referrer) noexcept;
-  void removeReferrer(Referrer referrer) noexcept;
+  /// With `keepsRoom` as many can come back without a reserveReferrer().
+  void removeReferrer(Referrer referrer, bool keepsRoom = false) noexcept;
   bool isReferredBy(Referrer referrer) const noexcept;
 
   /// Marks what is about to be destroyed, and links it up: the owner's place serves as the link.
   bool isDying() const noexcept { return (mState & kDying) != 0; }
+  void setDying(bool isDying) noexcept { mState = isDying ? mState | kDying : mState & ~kDying; }
   void markDying() noexcept {
     mState |= kDying;
     mOwner = nullptr;
@@ -104,6 +114,7 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   static constexpr std::uint64_t kExternal = std::uint64_t{1} << 56;
   static constexpr std::uint64_t kGone = std::uint64_t{1} << 57;
   static constexpr std::uint64_t kDying = std::uint64_t{1} << 58;
+  static constexpr std::uint64_t kBuried = std::uint64_t{1} << 59;
   static constexpr unsigned kInline = 2;
 
   bool isExternal() const noexcept { return (mState & kExternal) != 0; }
@@ -113,6 +124,7 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   unsigned capacity() const noexcept {
     return isExternal() ? static_cast<unsigned>(mWords[1].bits) : kInline;
   }
+  void grow(unsigned capacity);
   void dropValues() noexcept;
 
   mutable std::int32_t mReferences = 0;
@@ -125,6 +137,9 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   Word mWords[kInline] = {};
 };
 static_assert(sizeof(Instance) == 72);
+
+/// How many objects there are in all models, shells included: leak tests compare it before and after.
+TARVELON_API std::size_t liveObjects() noexcept;
 
 /// The model object behind an interface, null when it is none of ours.
 inline Instance* asInstance(K7Q::NSInterface::ObjectIntf* object) noexcept {

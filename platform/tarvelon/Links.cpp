@@ -1,14 +1,19 @@
 #include "platform/tarvelon/Links.h"
 
 #include "boundary/k7q/Primitives.h"
+#include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/Journal.h"
 #include "platform/tarvelon/NativeModel.h"
 #include "platform/tarvelon/Refusal.h"
+#include "platform/tarvelon/Steps.h"
 #include "platform/tarvelon/WordList.h"
 
 namespace Tarvelon::metamodel::native {
 
 namespace {
+
+using Kind = Step::Kind;
 
 constexpr std::uint64_t bitOf(unsigned slot) noexcept { return std::uint64_t{1} << slot; }
 bool holds(const Instance& object, unsigned slot) noexcept {
@@ -18,72 +23,41 @@ bool isList(const Instance& object, unsigned slot) noexcept {
   return (object.cls().listSlots & bitOf(slot)) != 0;
 }
 
+/// The slot of a property of the object's class or of one above.
+std::uint8_t slotOf(const Instance& object, const Property& property) noexcept {
+  return object.cls().placeOf(property.ownerClass().data(), property.id()).slot;
+}
+
 Referrer referrer(const Instance& object, unsigned slot) noexcept {
   return {object.number(), static_cast<std::uint8_t>(slot)};
 }
 
-/// Makes what reserveLink() made room for.
-void link(Instance& object, unsigned slot, Instance& element) noexcept {
-  if (holds(object, slot)) {
-    element.setOwner(&object, slot);
-    object.model().noteOwnership(object);
+Step insertion(Instance& object, unsigned slot, std::uint32_t index, Word word) noexcept {
+  return {&object, {}, word, index, static_cast<std::uint8_t>(slot), Kind::Element, false, true};
+}
+Step removal(Instance& object, unsigned slot, std::uint32_t index) noexcept {
+  const Word word = listOf(object, slot)->at(index);
+  return {&object, word, {}, index, static_cast<std::uint8_t>(slot), Kind::Element, true, false};
+}
+Step replacement(Instance& object, unsigned slot, std::uint32_t index, Word word) noexcept {
+  const Word old = listOf(object, slot)->at(index);
+  return {&object, old, word, index, static_cast<std::uint8_t>(slot), Kind::Element, true, true};
+}
+
+/// Takes an element out of a place that holds it or refers to it.
+void takeOut(Instance& object, unsigned slot, const Instance& element) noexcept {
+  if (isList(object, slot)) {
+    make(removal(object, slot, listOf(object, slot)->find(&element)));
   } else {
-    element.addReferrer(referrer(object, slot));
+    make(valueStep(object, slot, false, {}));
   }
-}
-
-void unlink(Instance& object, unsigned slot, Instance& element) noexcept {
-  if (holds(object, slot)) {
-    element.setOwner(nullptr, 0);
-    object.model().noteOwnership(object);
-  } else {
-    element.removeReferrer(referrer(object, slot));
-  }
-}
-
-void reserveLink(const Instance& object, unsigned slot, Instance& element) {
-  if (!holds(object, slot)) element.reserveReferrer();
-}
-
-void storeReference(Instance& object, unsigned slot, Instance& element) {
-  const Word* old = object.find(slot);
-  if (old && old->object == &element) return;
-  reserveLink(object, slot, element);
-  // An object that refers to itself needs room for the reference and for the referrer.
-  object.reserve((old ? 0U : 1U) + (&object == &element ? 1U : 0U));
-  if (old) unlink(object, slot, *object.find(slot)->object);
-  if (holds(object, slot)) leaveOwner(element);
-  object.put(slot, Word{.object = &element});
-  link(object, slot, element);
-}
-
-void storeText(Instance& object, unsigned slot, K7Q::NSInterface::StringIntf* text) {
-  if (Word* word = object.find(slot)) {
-    if (text) text->addRef();
-    auto* old = word->text;
-    word->text = text;
-    if (old) old->release();
-    return;
-  }
-  object.reserve(1);
-  if (text) text->addRef();
-  object.put(slot, Word{.text = text});
-}
-
-void clear(Instance& object, unsigned slot) noexcept {
-  Word* word = object.find(slot);
-  if (!word) return;
-  const Word old = *word;
-  object.remove(slot);
-  const Storage storage = object.cls().slotProperties[slot]->storage();
-  if (storage == Storage::Text && old.text) old.text->release();
-  if (storage == Storage::Reference) unlink(object, slot, *old.object);
 }
 
 WordList& reserveList(Instance& object, unsigned slot) {
   WordList* list = listOf(object, slot);
   if (!list) {
-    object.reserve(1);
+    // The list stays when its first element is taken back.
+    object.reserveLasting();
     list = WordList::make();
     object.put(slot, Word{.list = list});
   }
@@ -91,20 +65,126 @@ WordList& reserveList(Instance& object, unsigned slot) {
   return *list;
 }
 
+/// Room for what tying the element to the slot stores with the element.
+void reserveTie(const Instance& object, unsigned slot, Instance& element) {
+  if (!holds(object, slot)) element.reserveReferrer();
+}
+
+/// Room in the slot itself, of an object that gets that many values.
+void reservePlace(Instance& object, unsigned slot, unsigned values) {
+  if (isList(object, slot)) {
+    reserveList(object, slot);
+  } else {
+    object.reserve(values);
+  }
+}
+
+/// The reference back that a slot's property has with its element.
+class Opposite {
+ public:
+  Opposite(const Instance& object, unsigned slot, Instance& element) : mElement(element) {
+    if ((object.cls().oppositeSlots & bitOf(slot)) == 0) return;
+    mSlot = slotOf(element, *object.cls().slotProperties[slot]->opposite());
+  }
+  bool isThere() const noexcept { return mSlot != ClassData::kNoSlot; }
+
+  void reserveTieBack(Instance& object) const { reserveTie(mElement, mSlot, object); }
+  void reservePlaceBack(unsigned values) const { reservePlace(mElement, mSlot, values); }
+  /// Lets the element refer to the object. One that referred to another is taken from that one first.
+  void add(Instance& object, unsigned slot) const noexcept {
+    if (isList(mElement, mSlot)) {
+      if (!containsElement(mElement, mSlot, object)) {
+        make(insertion(mElement, mSlot, listOf(mElement, mSlot)->size(), Word{.object = &object}));
+      }
+      return;
+    }
+    if (const Word* old = mElement.find(mSlot)) {
+      Instance& former = *old->object;
+      if (&former == &object) return;
+      // Its class may give the property another slot.
+      const Property& property = *object.cls().slotProperties[slot];
+      const unsigned formerSlot = slotOf(former, property);
+      if (containsElement(former, formerSlot, mElement)) takeOut(former, formerSlot, mElement);
+    }
+    make(valueStep(mElement, mSlot, true, Word{.object = &object}));
+  }
+  void remove(const Instance& object) const noexcept {
+    if (containsElement(mElement, mSlot, object)) takeOut(mElement, mSlot, object);
+  }
+
+ private:
+  Instance& mElement;
+  std::uint8_t mSlot = ClassData::kNoSlot;
+};
+
+/// All the room that a new reference needs.
+void reserveReference(Instance& object, unsigned slot, Instance& element, const Opposite& opposite) {
+  // Ties first: each puts a word, which would take room from a place.
+  reserveTie(object, slot, element);
+  if (opposite.isThere()) opposite.reserveTieBack(object);
+  const unsigned values = opposite.isThere() && &object == &element ? 2 : 1;
+  reservePlace(object, slot, values);
+  if (opposite.isThere()) opposite.reservePlaceBack(values);
+}
+
+/// What a change of one reference notes at most: the place, who held the element, and the references back of
+/// the element, of the one before and of the one that had it.
+constexpr std::size_t kMostSteps = 6;
+
+void storeReference(Instance& object, unsigned slot, Instance& element) {
+  const Word* old = object.find(slot);
+  if (old && old->object == &element) return;
+  Batch batch(object.model());
+  batch.reserve(kMostSteps);
+  const Opposite opposite(object, slot, element);
+  reserveReference(object, slot, element, opposite);
+  if (const Word* former = object.find(slot)) {
+    const Opposite back(object, slot, *former->object);
+    if (back.isThere()) back.remove(object);
+  }
+  if (holds(object, slot)) leaveOwner(element);
+  make(valueStep(object, slot, true, Word{.object = &element}));
+  if (opposite.isThere()) opposite.add(object, slot);
+}
+
+void clear(Instance& object, unsigned slot) {
+  const Word* word = object.find(slot);
+  if (!word) return;
+  Batch batch(object.model());
+  batch.reserve(kMostSteps);
+  const Storage storage = object.cls().slotProperties[slot]->storage();
+  if (storage == Storage::Reference) {
+    const Opposite opposite(object, slot, *word->object);
+    if (opposite.isThere()) opposite.remove(object);
+  }
+  make(valueStep(object, slot, false, {}));
+}
+
+void storeValue(Instance& object, unsigned slot, Word word) {
+  Batch batch(object.model());
+  batch.reserve(1);
+  if (!object.has(slot)) object.reserve(1);
+  make(valueStep(object, slot, true, word));
+}
+
+/// The steps that put a value into a list, in a batch.
+void makeInsertion(Instance& object, unsigned slot, std::uint32_t index, Word word) {
+  Batch batch(object.model());
+  batch.reserve(1);
+  reserveList(object, slot);
+  make(insertion(object, slot, index, word));
+}
+
+void makeReplacement(Instance& object, unsigned slot, std::uint32_t index, Word word) {
+  Batch batch(object.model());
+  batch.reserve(1);
+  make(replacement(object, slot, index, word));
+}
+
 }  // namespace
 
 void leaveOwner(Instance& element) noexcept {
-  Instance* owner = element.owner();
-  if (!owner) return;
-  const unsigned slot = element.ownerSlot();
-  if (isList(*owner, slot)) {
-    WordList& list = *listOf(*owner, slot);
-    list.erase(list.find(&element), 1);
-  } else {
-    owner->remove(slot);
-  }
-  owner->model().noteOwnership(*owner);
-  element.setOwner(nullptr, 0);
+  if (Instance* owner = element.owner()) takeOut(*owner, element.ownerSlot(), element);
 }
 
 WordList* listOf(const Instance& object, unsigned slot) noexcept {
@@ -115,22 +195,10 @@ WordList* listOf(const Instance& object, unsigned slot) noexcept {
 void store(Instance& object, unsigned slot, Prepared value) {
   if (value.isEmpty) {
     clear(object, slot);
-    return;
-  }
-  switch (object.cls().slotProperties[slot]->storage()) {
-    case Storage::Reference:
-      storeReference(object, slot, *value.word.object);
-      break;
-    case Storage::Text:
-      storeText(object, slot, value.word.text);
-      break;
-    default:
-      if (Word* word = object.find(slot)) {
-        *word = value.word;
-      } else {
-        object.reserve(1);
-        object.put(slot, value.word);
-      }
+  } else if (object.cls().slotProperties[slot]->storage() == Storage::Reference) {
+    storeReference(object, slot, *value.word.object);
+  } else {
+    storeValue(object, slot, value.word);
   }
 }
 
@@ -150,70 +218,75 @@ bool containsElement(const Instance& object, unsigned slot, const Instance& elem
 }
 
 void insertElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element) {
-  reserveLink(object, slot, element);
-  WordList& list = reserveList(object, slot);
-  if (&object == &element) reserveLink(object, slot, element);
+  Batch batch(object.model());
+  batch.reserve(kMostSteps);
+  const Opposite opposite(object, slot, element);
+  reserveReference(object, slot, element, opposite);
   if (holds(object, slot)) leaveOwner(element);
-  list.insert(index, Word{.object = &element});
-  link(object, slot, element);
+  make(insertion(object, slot, index, Word{.object = &element}));
+  if (opposite.isThere()) opposite.add(object, slot);
 }
 
 void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element) {
   WordList& list = *listOf(object, slot);
   Instance& old = *list.at(index).object;
   if (&old == &element) return;
+  Batch batch(object.model());
+  batch.reserve(kMostSteps);
+  const Opposite opposite(object, slot, element);
+  reserveReference(object, slot, element, opposite);
+  const Opposite back(object, slot, old);
   if (containsElement(object, slot, element)) {
-    const std::uint32_t place = list.find(&element);
-    list.set(index, Word{.object = &element});
-    list.erase(place, 1);
-    unlink(object, slot, old);
+    // The other one leaves, and the element comes to where that stood.
+    const std::uint32_t from = list.find(&element);
+    make(removal(object, slot, index));
+    if (back.isThere()) back.remove(object);
+    const std::uint32_t now = from < index ? from : from - 1;
+    const std::uint32_t to = from < index ? index - 1 : index;
+    if (now != to) moveElement(object, slot, now, to);
     return;
   }
-  reserveLink(object, slot, element);
   if (holds(object, slot)) leaveOwner(element);
-  list.set(index, Word{.object = &element});
-  unlink(object, slot, old);
-  link(object, slot, element);
+  make(replacement(object, slot, index, Word{.object = &element}));
+  if (back.isThere()) back.remove(object);
+  if (opposite.isThere()) opposite.add(object, slot);
 }
 
-void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) noexcept {
+void moveElement(Instance& object, unsigned slot, std::uint32_t from, std::uint32_t to) {
+  Batch batch(object.model());
+  batch.reserve(1);
+  make({&object, Word{.bits = from}, Word{.bits = to}, 0, static_cast<std::uint8_t>(slot), Kind::Move, true,
+        true});
+}
+
+void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) {
+  Batch batch(object.model());
+  batch.reserve(2 * std::size_t{count});
   WordList& list = *listOf(object, slot);
-  for (std::uint32_t index = first; index < first + count; ++index)
-    unlink(object, slot, *list.at(index).object);
-  list.erase(first, count);
+  // From the end, so that what stands behind moves once for all when all that is behind goes.
+  for (std::uint32_t index = first + count; index-- > first;) {
+    if ((object.cls().oppositeSlots & bitOf(slot)) != 0) {
+      const Opposite opposite(object, slot, *list.at(index).object);
+      opposite.remove(object);
+    }
+    make(removal(object, slot, index));
+  }
 }
 
 void insertText(Instance& object, unsigned slot, std::uint32_t index, K7Q::NSInterface::StringIntf* text) {
-  WordList& list = reserveList(object, slot);
-  text->addRef();
-  list.insert(index, Word{.text = text});
+  makeInsertion(object, slot, index, Word{.text = text});
 }
 
-void replaceText(Instance& object, unsigned slot, std::uint32_t index,
-                 K7Q::NSInterface::StringIntf* text) noexcept {
-  WordList& list = *listOf(object, slot);
-  const auto* old = list.at(index).text;
-  text->addRef();
-  list.set(index, Word{.text = text});
-  old->release();
-}
-
-void eraseTexts(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) noexcept {
-  WordList& list = *listOf(object, slot);
-  for (std::uint32_t index = first; index < first + count; ++index) list.at(index).text->release();
-  list.erase(first, count);
+void replaceText(Instance& object, unsigned slot, std::uint32_t index, K7Q::NSInterface::StringIntf* text) {
+  makeReplacement(object, slot, index, Word{.text = text});
 }
 
 void insertNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number) {
-  reserveList(object, slot).insert(index, wordOf(number));
+  makeInsertion(object, slot, index, wordOf(number));
 }
 
-void replaceNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number) noexcept {
-  listOf(object, slot)->set(index, wordOf(number));
-}
-
-void eraseNumbers(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) noexcept {
-  listOf(object, slot)->erase(first, count);
+void replaceNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number) {
+  makeReplacement(object, slot, index, wordOf(number));
 }
 
 }  // namespace Tarvelon::metamodel::native

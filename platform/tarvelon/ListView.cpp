@@ -4,7 +4,9 @@
 
 #include "boundary/k7q/Deviants.h"
 #include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/Journal.h"
 #include "platform/tarvelon/ListIterator.h"
+#include "platform/tarvelon/NativeModel.h"
 #include "platform/tarvelon/Refusal.h"
 
 namespace Tarvelon::metamodel::native {
@@ -170,6 +172,7 @@ bool ListView::generic_contains(const K7Q::Deviant& /*aDeviant*/, Ref ref) const
 int ListView::generic_removeAll(const K7Q::Deviant& aDeviant, Ref ref) {
   requireWritable(aDeviant);
   if (!contains(ref)) return 0;
+  Batch batch(object().model());
   int removed = 0;
   for (std::uint32_t index = count(); index-- > 0;) {
     if (!isAt(index, ref)) continue;
@@ -199,6 +202,7 @@ bool ListView::specialized_assign(const SequenceIntf* other) {
     elements.push_back(source->refAt(index, deviant));
     check(elements.back());
   }
+  Batch batch(object().model());
   generic_clear(deviant);
   for (const Ref& element : elements) append(element);
   return true;

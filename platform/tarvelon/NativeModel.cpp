@@ -25,7 +25,10 @@ NativeModel& NativeModel::require(const K7Q::Model& model) {
 }
 
 // Nothing outside holds the model or an object of it any more.
-NativeModel::~NativeModel() { expireAll(); }
+NativeModel::~NativeModel() {
+  mJournal.reset();
+  expireAll();
+}
 
 void* NativeModel::cast(K7Q::CooperativeVisitor::TagPair tag) {
   using namespace K7Q::NSInterface;
@@ -53,15 +56,34 @@ std::u16string NativeModel::getUri(K7Q::Deviant /*deviant*/) const {
 
 void NativeModel::close() {
   if (mIsClosed) return;
+  if (mJournal) mJournal->requireQuiet();
   // The cache may hold the last reference.
   const K7Q::Model keep(this, K7Q::Deviant{});
   mIsClosed = true;
   K7Q::ModelCache::instance().unbind(this);
+  // What it has buried goes with it, which the objects must still be there for.
+  mJournal.reset();
   expireAll();
 }
 
+Journal& NativeModel::requireJournal() {
+  if (!mJournal) mJournal = std::make_unique<Journal>(*this);
+  return *mJournal;
+}
+
+void NativeModel::dropIdleJournal() noexcept {
+  if (mJournal && mJournal->depth() == 0 && mJournal->limit() == 0 && !mJournal->hasListeners()) {
+    mJournal.reset();
+  }
+}
+
+const NameIndex& NativeModel::names() {
+  if (!mNames || !mNames->isComplete()) mNames = std::make_unique<NameIndex>(*this);
+  return *mNames;
+}
+
 Instance& NativeModel::add(const ClassData& cls, unsigned values) {
-  const std::uint32_t number = mInstances.reserve();
+  const std::uint32_t number = mInstances.reserve(cls);
   auto* instance = new Instance(*this, cls, number);
   try {
     instance->reserve(values);
@@ -69,18 +91,20 @@ Instance& NativeModel::add(const ClassData& cls, unsigned values) {
     delete instance;
     throw;
   }
-  mInstances.insert(number, instance);
+  mInstances.insert(number, *instance);
   return *instance;
 }
 
 void NativeModel::expire(Instance& instance) noexcept {
-  mInstances.erase(instance.number());
+  mInstances.erase(instance);
+  if (mJournal) mJournal->forget(instance);
   instance.expire();
 }
 
 // All at once: no object is taken out of another, since all go.
 void NativeModel::expireAll() noexcept {
   ++K7Q::mi::gDestructions;
+  mNames.reset();
   mInstances.forEach([](Instance& instance) { instance.expire(); });
   mInstances.clear();
 }

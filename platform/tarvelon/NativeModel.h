@@ -2,12 +2,15 @@
 
 #include <array>
 #include <cstdint>
+#include <memory>
 #include <string>
 #include <string_view>
 
 #include "boundary/k7q/Object.h"
 #include "platform/tarvelon/Instance.h"
 #include "platform/tarvelon/InstanceIndex.h"
+#include "platform/tarvelon/Journal.h"
+#include "platform/tarvelon/NameIndex.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -39,6 +42,23 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   /// Ends an object that is linked to no other any more.
   void expire(Instance& instance) noexcept;
   Instance& instance(std::uint32_t number) const noexcept { return *mInstances.at(number); }
+  const InstanceIndex& instances() const noexcept { return mInstances; }
+
+  /// Null while nobody asks for steps.
+  Journal* journal() const noexcept { return mJournal.get(); }
+  Journal& requireJournal();
+  /// Gives up a journal that nobody asks any more.
+  void dropIdleJournal() noexcept;
+
+  /// The index of names, built when it is asked for and not complete.
+  const NameIndex& names();
+  void noteNameOf(const Instance& object) noexcept {
+    if (mNames) mNames->noteName(object);
+  }
+  void noteNamesOf(const Instance& object) noexcept {
+    if (mNames) mNames->noteOwner(object);
+  }
+  void forgetNames() noexcept { mNames.reset(); }
 
   /// Says that what `owner` holds has changed.
   void noteOwnership(const Instance& owner) noexcept { ++mStamps[owner.number() % kStamps]; }
@@ -57,6 +77,8 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   mutable std::int32_t mReferences = 0;
   bool mIsClosed = false;
   InstanceIndex mInstances;
+  std::unique_ptr<Journal> mJournal;
+  std::unique_ptr<NameIndex> mNames;
   std::array<std::uint32_t, kStamps> mStamps{};
   std::u16string mUri;
 };

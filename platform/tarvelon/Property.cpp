@@ -1,5 +1,6 @@
 #include "platform/tarvelon/Property.h"
 
+#include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Described.h"
 #include "platform/tarvelon/EnumerationType.h"
@@ -75,6 +76,15 @@ Property::Property(const ClassMethods& owner, const PropertyRow& row)
 }
 
 const K7Q::IntrospectiveMethods& Property::owner() const { return *mOwner; }
+
+const Property* Property::findOpposite() const {
+  const Property* found = mOpposite.load(std::memory_order_acquire);
+  if (!found) {
+    found = mType->data().findProperty(mRow->opposite);
+    mOpposite.store(found, std::memory_order_release);
+  }
+  return found;
+}
 
 // An entry of the same name is left out in any case.
 const char* Property::hiddenName() const {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <string>
 
 #include "boundary/k7q/Introspection.h"
@@ -37,6 +38,7 @@ class Property final : public K7Q::NSInterface::PropertyIntf {
   const ruvo::InternedName& typeName() const override { return mTypeName; }
   K7Q::mi::Multiplicity multiplicity() const override { return mRow->multiplicity; }
   K7Q::mi::Mutability mutability() const override { return mRow->mutability; }
+  bool isReference() const override { return mRow->role != Role::Value; }
   bool isContainment() const override { return mRow->role == Role::Holds; }
   const char* hiddenName() const override;
   const ruvo::InternedName& getRuvoName(bool immutable) const override;
@@ -54,16 +56,21 @@ class Property final : public K7Q::NSInterface::PropertyIntf {
   Derivation derivation() const noexcept { return mRow->derivation; }
   /// The class of a reference's values, null for others.
   const ClassMethods* type() const noexcept { return mType; }
+  /// The property of the value's class that refers back, null if there is none.
+  const Property* opposite() const { return mRow->opposite ? findOpposite() : nullptr; }
   /// The enumeration of an enumerated property, null for others.
   const EnumerationType* enumeration() const noexcept { return mEnumeration; }
 
  private:
+  const Property* findOpposite() const;
+
   const ClassMethods* mOwner;
   const PropertyRow* mRow;
   std::string mMetaName;
   ruvo::InternedName mTypeName;
   const ClassMethods* mType = nullptr;
   const EnumerationType* mEnumeration = nullptr;
+  mutable std::atomic<const Property*> mOpposite = nullptr;
   Storage mStorage;
 };
 

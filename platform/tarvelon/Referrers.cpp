@@ -94,7 +94,7 @@ void Referrers::eraseHashed(Block& set, std::uint32_t place) noexcept {
   set.keys()[gap] = 0;
 }
 
-void Referrers::erase(Referrer referrer) noexcept {
+void Referrers::erase(Referrer referrer, bool keepsRoom) noexcept {
   const std::uint64_t key = pack(referrer);
   if (mWord == 0) return;
   if (isSingle()) {
@@ -111,7 +111,7 @@ void Referrers::erase(Referrer referrer) noexcept {
     set.keys()[place] = set.keys()[set.size];
     set.keys()[set.size] = 0;
   }
-  if (set.size == 0) dispose();
+  if (set.size == 0 && !keepsRoom) dispose();
 }
 
 void Referrers::dispose() noexcept {

@@ -13,7 +13,7 @@ struct Referrer {
 /// The set of references to one object, in the one word that an object which is referred to keeps for it.
 ///
 /// One referrer stands in the word itself, a few in a row, more in a hash table: adding and removing one is
-/// constant time however many there are, and an object that nobody refers to has no such word at all.
+/// constant time however many there are, and an object that nobody ever referred to has no such word at all.
 /// Failure: only reserve() allocates.
 class Referrers {
  public:
@@ -25,8 +25,9 @@ class Referrers {
   void reserve();
   /// REQUIRES: room for one more, not there yet.
   void insert(Referrer referrer) noexcept;
-  /// One that is not there is no error.
-  void erase(Referrer referrer) noexcept;
+  /// One that is not there is no error. With `keepsRoom` as many can come back without a reserve().
+  void erase(Referrer referrer, bool keepsRoom = false) noexcept;
+  bool empty() const noexcept { return mWord == 0 || (!isSingle() && block().size == 0); }
   /// Calls visit(Referrer) for each, in no order. The set must not change meanwhile.
   template <class Visit>
   void forEach(Visit visit) const {

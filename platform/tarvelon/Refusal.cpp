@@ -5,6 +5,7 @@
 
 #include "boundary/k7q/Assertion.h"
 #include "boundary/k7q/Primitives.h"
+#include "platform/ruvo/Texts.h"
 #include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/EnumerationType.h"
@@ -170,7 +171,8 @@ void refuseStaleIterator(const ClassData& cls, const Property& property) {
 
 void refuseLiteral(const EnumerationType& type, std::string_view literal) {
   throw K7Q::Exception("enumeration '" + std::string(type.fullName().view()) + "' has no literal '" +
-                       std::string(literal) + "'; there are " + type.literalList());
+                       std::string(literal) + "'" + ruvo::didYouMean(literal, type.literals()) +
+                       "; there are " + type.literalList());
 }
 
 void refuseAsEnumeration(const K7Q::Object& given) {

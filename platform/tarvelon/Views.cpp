@@ -86,11 +86,10 @@ class ReferencesView final : public ObjectView {
       insertElement(object(), mSlot, index, elementOf(ref));
       return index;
     }
-    WordList& values = *listOf(object(), mSlot);
-    const std::uint32_t from = values.find(&elementOf(ref));
+    const std::uint32_t from = list()->find(&elementOf(ref));
     // Taking it out lets what stands behind it move up.
     const std::uint32_t to = from < index ? index - 1 : index;
-    if (from != to) values.move(from, to);
+    if (from != to) moveElement(object(), mSlot, from, to);
     return to;
   }
   void replaceAt(std::uint32_t index, const Ref& ref) override {
@@ -170,7 +169,7 @@ class TextsView final : public ValuesView {
     replaceText(object(), slot(), index, textOf(ref));
   }
   void eraseAt(std::uint32_t first, std::uint32_t last) override {
-    eraseTexts(object(), slot(), first, last - first);
+    eraseElements(object(), slot(), first, last - first);
   }
 };
 
@@ -206,7 +205,7 @@ class EnumerationsView final : public ValuesView {
     replaceNumber(object(), slot(), index, numberOf(ref));
   }
   void eraseAt(std::uint32_t first, std::uint32_t last) override {
-    eraseNumbers(object(), slot(), first, last - first);
+    eraseElements(object(), slot(), first, last - first);
   }
 };
 

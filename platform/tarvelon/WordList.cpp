@@ -82,7 +82,6 @@ void WordList::erase(std::uint32_t first, std::uint32_t count) noexcept {
   }
   mSize -= count;
   ++mChanges;
-  shrink();
 }
 
 void WordList::move(std::uint32_t from, std::uint32_t to) noexcept {

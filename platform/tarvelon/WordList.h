@@ -38,8 +38,10 @@ class WordList {
   void reserve(std::uint32_t count);
   /// REQUIRES: index <= size(), room for one more word.
   void insert(std::uint32_t index, Word word) noexcept;
-  /// REQUIRES: first + count <= size().
+  /// Keeps the room. REQUIRES: first + count <= size().
   void erase(std::uint32_t first, std::uint32_t count) noexcept;
+  /// Gives up room that so few elements do not need.
+  void shrink() noexcept;
   /// Takes the element from one place and puts it where it then stands at index `to`.
   void move(std::uint32_t from, std::uint32_t to) noexcept;
   /// The place of an object, searched from both ends at once; kNotFound if it is not there.
@@ -63,7 +65,6 @@ class WordList {
   ~WordList() = default;
   void relocate(Word* words, std::uint32_t capacity, std::uint32_t first) noexcept;
   void centre() noexcept;
-  void shrink() noexcept;
 
   Word* mWords = nullptr;
   std::uint32_t mCapacity = 0;

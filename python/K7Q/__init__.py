@@ -7,6 +7,9 @@ Every error is a `K7Q.Exception`, and most are also the built-in that Python pro
 `K7Q.WrongType`, `K7Q.WrongValue` and the others.
 """
 
+from __future__ import annotations as _annotations
+
+from importlib import import_module as _import
 from sys import modules as _modules
 
 import Tarvelon as _Tarvelon
@@ -24,18 +27,24 @@ from _tarvelon_host import (
 )
 from _tarvelon_host import extend as _extend
 
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from K7Q import Model
+del TYPE_CHECKING
 
-def _enter(model):
+
+def _enter(model: Model) -> Model:
     """Gives the model itself; the end of the `with` block closes it."""
     model.getUri()  # raises if the model is closed already
     return model
 
 
-def _exit(model, kind, error, traceback):
+def _exit(model: Model, kind: object, error: object, traceback: object) -> None:
+    """Closes the model."""
     model.close()
 
 
-def models():
+def models() -> list[Model]:
     """A list of the models that are bound to a URI and open, in the order they were bound.
 
     `Factory.createNewModel()` binds the model that it makes. A bound model is held until it is closed;
@@ -48,10 +57,13 @@ def models():
 
 _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
 
-# What each feature puts on models and objects.
-from . import _copy, _files, _history, _search, _validation  # noqa: E402, F401
-from ._files import FileError, FileProblem, WrongFile  # noqa: E402
+# What each feature puts on models and objects, and what it shows here.
+for _feature in ("_search", "_history", "_copy", "_files", "_validation"):
+    _module = _import(f"K7Q.{_feature}")
+    for _name in _module.__all__:
+        _shown = globals()[_name] = getattr(_module, _name)
+        _shown.__module__ = __name__  # where people find it
 
 # `from K7Q import *` brings all but Exception, which would hide the built-in of that name.
 _star = [name for name, value in vars().items() if isinstance(value, type) and value is not Exception]
-_Tarvelon._show_package(_modules[__name__], "K7Q", _star)
+_Tarvelon._show_package(_modules[__name__], "K7Q", _star)  # type: ignore[attr-defined]

@@ -8,6 +8,8 @@ from typing import NamedTuple
 
 import _tarvelon_host as _host
 
+__all__ = ["FileError", "FileProblem", "WrongFile"]
+
 
 class FileProblem(NamedTuple):
     """Something that is wrong with a file: where, both counted from 1, and what."""

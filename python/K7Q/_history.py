@@ -1,1 +1,148 @@
 """Transactions, undo, and listening to changes."""
+
+from __future__ import annotations
+
+from collections import namedtuple
+
+import _tarvelon_host as _host
+
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from collections.abc import Callable
+    from typing import NamedTuple
+
+    from K7Q import ClassObject, Model
+    from typing_extensions import Self
+
+    class Change(NamedTuple):
+        kind: str
+        object: ClassObject
+        property: str | None
+        before: object
+        after: object
+        index: int
+        index_before: int
+else:
+    Change = namedtuple("Change", "kind object property before after index index_before")
+    Change.__doc__ = """One change of one place, as listeners are told of it.
+
+    kind is "set", "added", "removed", "replaced", "moved", "made" or "destroyed"; of the last two there is no
+    property. before and after are values of the property, or elements of it; index counts from 0.
+    """
+del TYPE_CHECKING
+
+__all__ = ["Change", "Subscription", "Transaction"]
+
+
+class Transaction:
+    """All changes of a model between begin and end: `with model.transaction(): ...`.
+
+    An exception that leaves the block takes all of them back; `rollback()` does so at any time. They nest:
+    taking one back takes back, and ends, those that were begun later and are still open.
+    """
+
+    def __init__(self, model: Model) -> None:
+        self._model = model
+        self._native = _host.beginTransaction(model)
+
+    def commit(self) -> None:
+        """Ends the transaction and keeps what it did."""
+        _host.commit(self._native)
+
+    def rollback(self) -> None:
+        """Ends the transaction and takes back what it did."""
+        _host.rollBack(self._native)
+
+    def __enter__(self) -> Self:
+        if not _host.isOpen(self._native):
+            raise _host.Exception("the transaction has ended already; begin a new one")
+        return self
+
+    def __exit__(self, kind: object, error: object, traceback: object) -> None:
+        if not _host.isOpen(self._native):
+            return  # ended inside, or with its model
+        try:
+            if kind is None:
+                self.commit()
+        finally:
+            if _host.isOpen(self._native):
+                self.rollback()
+
+
+class Subscription:
+    """A listener at work until `close()`, the end of its `with` block or of the model."""
+
+    def __init__(self, model: Model, object: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
+        self._model = model
+        self._id = _host.listen(model, object, listener, Change)
+
+    def close(self) -> None:
+        """Ends it; a second time is no error."""
+        _host.unlisten(self._model, self._id)
+
+    def __enter__(self) -> Self:
+        return self
+
+    def __exit__(self, kind: object, error: object, traceback: object) -> None:
+        self.close()
+
+
+def transaction(model: Model, /) -> Transaction:
+    """All changes in its `with` block are made together or, when it raises, not at all."""
+    return Transaction(model)
+
+
+def undo(model: Model, /) -> bool:
+    """Takes back the last change or transaction; False if the history has none. See `history`."""
+    return _host.undo(model)
+
+
+def redo(model: Model, /) -> bool:
+    """Makes again what undo() took back; False if there is nothing."""
+    return _host.redo(model)
+
+
+def _get_history(model: Model) -> int:
+    """How many changes and transactions can be taken back. 0 at first: set it to keep a history."""
+    return _host.history(model)[0]
+
+
+def _can_undo(model: Model) -> int:
+    """How many changes and transactions undo() can take back now."""
+    return _host.history(model)[1]
+
+
+def _can_redo(model: Model) -> int:
+    """How many redo() can make again now."""
+    return _host.history(model)[2]
+
+
+def listen(model: Model, listener: Callable[[list[Change]], object], /) -> Subscription:
+    """Calls the function with a list of Change after each change or transaction; a Subscription.
+
+    It may not change the model. What it raises goes to sys.unraisablehook, and the model is as changed.
+    """
+    return Subscription(model, None, listener)
+
+
+def listen_object(self: ClassObject, listener: Callable[[list[Change]], object], /) -> Subscription:
+    """Calls the function with a list of Change of this object after each change or transaction."""
+    return Subscription(self.getModel(), self, listener)
+
+
+def _set_history(model: Model, limit: int) -> None:
+    _host.setHistory(model, limit)
+
+
+listen_object.__name__ = listen_object.__qualname__ = "listen"
+
+_host.extend("K7Q.Model", {
+    "transaction": transaction,
+    "undo": undo,
+    "redo": redo,
+    "history": property(_get_history, _set_history),
+    "undoable": property(_can_undo),
+    "redoable": property(_can_redo),
+    "listen": listen,
+})
+_host.extend("K7Q.ClassObject", {"listen": listen_object})

@@ -1,1 +1,176 @@
-"""What is wrong with a model."""
+"""What is wrong with a model: the library's rules, and those that a script adds."""
+
+from typing import NamedTuple
+
+import _tarvelon_host as _host
+
+__all__ = ["Problem", "Rule", "forget_rule", "rule", "rules"]
+
+_SEVERITIES = ("error", "warning")
+
+
+class Problem(NamedTuple):
+    """One thing that is wrong; `str` of it is a line that says all.
+
+    object    what it is about
+    path      where the object stands: "/Brakes/PedalSensor/Pedal.info[0].comSpec"
+    property  the property's name, "" for the object as a whole
+    rule      the id of the rule: see `K7Q.rules()`
+    severity  "error" or "warning"
+    message   what was expected, what there is, and the cure
+    """
+
+    object: object
+    path: str
+    property: str
+    rule: str
+    severity: str
+    message: str
+
+    def __str__(self):
+        place = f"{self.path}.{self.property}" if self.property else self.path
+        return f"{self.severity}: {place}: {self.message} [{self.rule}]"
+
+
+class Rule(NamedTuple):
+    """A rule: its id, the severity of its problems, and what must hold.
+
+    A rule of a script has its function and the name of the class whose objects it is called with.
+    """
+
+    id: str
+    severity: str
+    title: str
+    function: object = None
+    of: str = ""
+
+
+_added = {}
+
+
+def _class_name(cls):
+    if isinstance(cls, type) and issubclass(cls, _host.HostObject):
+        name = cls.__name__.removeprefix("Immutable")
+        return f"{cls.__module__}.{name}"
+    given = cls.__name__ if isinstance(cls, type) else type(cls).__name__
+    raise _host.WrongType(
+        f"K7Q.rule, argument 2: expected a class of the metamodel, as in behavior.Runnable, got {given}"
+    )
+
+
+def rule(id, of, severity="error"):
+    """Adds a rule for all objects of a class, and of the classes below it; decorates the rule's function.
+
+        @K7Q.rule("symbol-prefix", behavior.Runnable, severity="warning")
+        def has_our_prefix(runnable):
+            "symbols of runnables begin with Bbw_"
+            if not runnable.symbol.startswith("Bbw_"):
+                yield "symbol", "expected a symbol that begins with Bbw_; rename the function"
+
+    The function is called with each object and gives nothing, a message, a (property, message), or several
+    of them. From then on `validate()` of every model runs it, behind the library's rules, in the order in
+    which rules were added. A rule of the same id takes the place of the one before. One that raises is
+    reported as a problem of the rule "rule-failed", and the pass goes on.
+    """
+    if not isinstance(id, str) or not id:
+        raise _host.WrongType(f"K7Q.rule, argument 1: expected the rule's id, a text, got {id!r}")
+    if severity not in _SEVERITIES:
+        raise _host.WrongValue(f"K7Q.rule: expected the severity 'error' or 'warning', got {severity!r}")
+    if id == _FAILED.id or any(each.id == id for each in _library()):
+        raise _host.WrongValue(f"K7Q.rule: the library has a rule '{id}'; choose another id")
+    name = _class_name(of)
+
+    def add(function):
+        if not callable(function):
+            raise _host.WrongType(f"K7Q.rule '{id}': expected a function of one object, got {function!r}")
+        title = (getattr(function, "__doc__", None) or getattr(function, "__name__", id)).strip()
+        _added.pop(id, None)
+        _added[id] = Rule(id, severity, title.partition("\n")[0], function, name)
+        return function
+
+    return add
+
+
+def forget_rule(id):
+    """Takes a rule out that a script has added."""
+    if id not in _added:
+        raise _host.UnknownName(f"no script has added a rule '{id}'; there are {', '.join(_added) or 'none'}")
+    del _added[id]
+
+
+def rules():
+    """A list of all rules: those of the library, then those that scripts have added."""
+    return [*_library(), *_added.values(), _FAILED]
+
+
+def _library():
+    return [Rule(*each) for each in _host.validationRules()]
+
+
+_FAILED = Rule("rule-failed", "error", "a rule of a script runs to its end")
+
+
+def _messages(found):
+    """The (property, message) pairs of what a function of a rule gave."""
+    if found is None:
+        return
+    if not isinstance(found, (str, tuple)) and not hasattr(found, "__iter__"):
+        raise TypeError(f"expected messages or (property, message) pairs, got {found!r}")
+    for each in [found] if isinstance(found, (str, tuple)) else found:
+        pair = ("", each) if isinstance(each, str) else each
+        if not (isinstance(pair, tuple) and len(pair) == 2 and all(isinstance(part, str) for part in pair)):
+            raise TypeError(f"expected a message or a (property, message) pair, got {each!r}")
+        yield pair
+
+
+def _run(rule, target, is_model):
+    for element in _host.validatedObjects(target, is_model, rule.of):
+        if not element.isvalid():  # a rule has destroyed it
+            continue
+        path, found = _host.pathOf(element), []
+        try:
+            for name, message in _messages(rule.function(element)):
+                found.append((name, rule, message))
+        except Exception as error:
+            text = f"the rule '{rule.id}' failed: {type(error).__name__}: {error}; mend its function"
+            found.append(("", _FAILED, text))
+        for name, by, message in found:
+            yield Problem(element, path, name, by.id, by.severity, message)
+
+
+def _problems(target, is_model):
+    problems = [Problem(*each) for each in _host.validate(target, is_model)]
+    for each in tuple(_added.values()):
+        problems.extend(_run(each, target, is_model))
+    return problems
+
+
+def _only(arguments):
+    """What a method without arguments was called on."""
+    if len(arguments) != 1:
+        given = f"{len(arguments) - 1} more" if arguments else "nothing"
+        raise _host.WrongType(f"validate: expected what it is called on and no argument, got {given}")
+    return arguments[0]
+
+
+def _validate_model(*arguments):
+    """validate(): every problem of the model, as a list of K7Q.Problem; empty when nothing is wrong.
+
+    Problems of one object stand together, objects in order of ownership; those of rules that scripts have
+    added (`K7Q.rule`) come behind. The same model gives the same list.
+    """
+    return _problems(_only(arguments), True)
+
+
+def _validate_object(*arguments):
+    """validate(): every problem of the object and of all that it holds, as a list of K7Q.Problem.
+
+    The list is the part of the model's that is about them, without names that clash with others outside.
+    """
+    return _problems(_only(arguments), False)
+
+
+_validate_model.__name__ = _validate_model.__qualname__ = "validate"
+_validate_object.__name__ = _validate_object.__qualname__ = "validate"
+_host.extend("K7Q.ImmutableModel", {"validate": _validate_model})
+_host.extend("K7Q.ImmutableClassObject", {"validate": _validate_object})

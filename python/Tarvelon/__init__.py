@@ -10,6 +10,8 @@ Packages are modules that are found when they are imported, classes are types th
 first touched.
 """
 
+from __future__ import annotations as _annotations
+
 import _collections_abc
 import sys
 
@@ -20,17 +22,45 @@ except ModuleNotFoundError as missing:
         raise
     raise ImportError(
         f"the extension module _tarvelon_host is not on the path of {sys.executable}: expected it beside the "
-        "folder of the package Tarvelon; build it with './tarvelon build', run scripts with './tarvelon run'"
+        f"folder of the package Tarvelon, made for Python {sys.version_info.major}.{sys.version_info.minor}; "
+        "build it with './tarvelon build' or install Tarvelon again, run scripts with 'tarvelon run'"
     ) from None
 
 
-def _show_package(module, name, star=None):
+__version__ = _host.version
+
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from collections.abc import Iterable
+    from importlib.machinery import ModuleSpec
+    from types import ModuleType
+del TYPE_CHECKING
+
+
+def _member(module_name: str, name: str) -> object:
+    """The class or function of that name in a package of the host, or the error for an unknown one.
+
+    A package's module may have names of its own (`K7Q.WrongType`), which may be meant as well.
+    """
+    try:
+        return _host.member(module_name, name)
+    except _host.UnknownName as unknown:
+        own = [each for each in vars(sys.modules[module_name]) if not each.startswith("_")]
+        near = "" if "did you mean" in str(unknown) or name.startswith("_") else _host.nearest(name, own)
+        if not near:
+            raise
+        better = _host.UnknownName(f"{unknown}; did you mean '{near}'?")
+        better.name = name
+        raise better from None
+
+
+def _show_package(module: ModuleType, name: str, star: Iterable[str] | None = None) -> None:
     """Makes a module show the host's package of that name: packages, classes and functions as attributes.
 
     `star` are the module's own names that a star import brings besides; None leaves it to Python.
     """
 
-    def __getattr__(attribute):
+    def __getattr__(attribute: str) -> object:
         if attribute == "__all__" and star is not None:
             return [*star, *_host.memberNames(name)]
         if attribute.startswith("__"):
@@ -39,25 +69,26 @@ def _show_package(module, name, star=None):
         if _host.isPackage(full_name):
             __import__(full_name)
             return sys.modules[full_name]
-        value = _host.member(name, attribute)
+        value = _member(name, attribute)
         setattr(module, attribute, value)
         return value
 
-    def __dir__():
+    def __dir__() -> list[str]:
         return sorted({*vars(module), *_host.memberNames(name)})
 
-    module.__getattr__ = __getattr__
-    module.__dir__ = __dir__
+    vars(module).update(__getattr__=__getattr__, __dir__=__dir__)
 
 
 class _PackageLoader:
     @staticmethod
-    def create_module(spec):
-        return None  # the usual module
+    def create_module(spec: ModuleSpec) -> None:
+        """The usual module."""
 
     @staticmethod
-    def exec_module(module):
-        module.__doc__ = f"The package {module.__name__}: dir() lists what it holds."
+    def exec_module(module: ModuleType) -> None:
+        purpose = _host.documentation(module.__name__)["purpose"]
+        text = f"The package {module.__name__}: dir() lists what it holds."
+        module.__doc__ = f"{purpose}\n\n{text}" if purpose else text
         _show_package(module, module.__name__, star=())
 
 
@@ -65,18 +96,19 @@ class _PackageFinder:
     """Finds what is imported below `Tarvelon` or `K7Q` and is no file: packages of the host."""
 
     @staticmethod
-    def find_spec(name, path=None, target=None):
+    def find_spec(name: str, path: object = None, target: object = None) -> ModuleSpec | None:
         parent, _, last = name.rpartition(".")
         if not name.startswith(("Tarvelon.", "K7Q.")) or last.startswith("__"):
             return None
         if _host.isPackage(name):
-            spec = type(__spec__)(name, _PackageLoader, is_package=True)
+            kind = type(__spec__)  # type: ignore[name-defined]
+            spec: ModuleSpec = kind(name, _PackageLoader, is_package=True)
             spec.submodule_search_locations = []
             return spec
         if not _host.isPackage(parent):
             return None
         try:
-            _host.member(parent, last)
+            _member(parent, last)
         except _host.UnknownName as unknown:
             raise _host.UnknownModule(str(unknown)) from None
         error = _host.UnknownModule(f"{name} is not a package; write: from {parent} import {last}")
@@ -93,3 +125,4 @@ _show_package(sys.modules[__name__], "Tarvelon")
 # What they add to classes must be there before the first of these is used.
 import K7Q  # noqa: E402
 import Tarvelon._factory  # noqa: E402
+from Tarvelon._diff import Added, Changed, Diff, Moved, Path, Removed, Renamed, diff  # noqa: E402, F401

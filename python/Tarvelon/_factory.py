@@ -1,12 +1,14 @@
 """What Python adds to the factory: one method for the whole create family."""
 
+from __future__ import annotations
+
 import _tarvelon_host as _host
 
 _ROOT = "Tarvelon.metamodel.arplatform"
 _PREFIX = "create" + _ROOT.partition(".")[2].replace(".", "")
 
 
-def _name_of(cls):
+def _name_of(cls: object) -> str:
     """The name of a class, given as such or by name, from its package on."""
     if isinstance(cls, str):
         return cls.removeprefix(_ROOT + ".")
@@ -18,7 +20,7 @@ def _name_of(cls):
     )
 
 
-def _names(factory):
+def _names(factory: _host.HostObject) -> list[str]:
     """The names of all classes that the factory makes, from their packages on."""
     made = [each.removeprefix(_PREFIX) for each in dir(type(factory)) if each.startswith(_PREFIX)]
     packages = [each for each in _host.memberNames(_ROOT) if _host.isPackage(f"{_ROOT}.{each}")]
@@ -26,19 +28,32 @@ def _names(factory):
             if each.startswith(package) and each.removeprefix(package)[:1].isupper()]
 
 
-def _refusal(factory, name):
+def _refusal(factory: _host.HostObject, name: str) -> _host.UnknownName:
     """The error for a class that the factory does not make, with the one that may have been meant."""
-    names = _names(factory)
-    near = next((each for each in names if each.partition(".")[2] == name), None) or _host.nearest(name, names)
+    names = {each if "." in name else each.partition(".")[2]: each for each in _names(factory)}
+    near = names.get(name) or names.get(_host.nearest(name, list(names)))
     if name.startswith("Tarvelon.metamodel."):
         short = name.removeprefix("Tarvelon.metamodel.")
+        try:
+            _host.describe(name)
+        except _host.UnknownName as unknown:
+            return _host.UnknownName(f"Factory.create: {unknown}")
         rest = f"; it makes what the platform has. Construct it: {short}(model, ...)"
     else:
         rest = f"; did you mean '{near}'?" if near else "; help(Factory) lists what it makes"
     return _host.UnknownName(f"Factory.create: the factory makes no '{name}'{rest}")
 
 
-def _create(self, /, *arguments, **names):
+def _unmakeable(cls: type) -> _host.WrongType:
+    """The error for a class that is there but has no constructor, which itself says best what to do instead."""
+    try:
+        cls()
+    except _host.WrongType as refused:
+        return _host.WrongType(f"Factory.create: {refused}")
+    raise AssertionError(cls)
+
+
+def _create(self: _host.HostObject, /, *arguments: object, **names: object) -> object:
     """create(class, ...): a new object of the class, which is given as such or by name.
 
     factory.create("common.Package", "Brakes") and factory.create(common.Package, "Brakes") are short for
@@ -58,9 +73,7 @@ def _create(self, /, *arguments, **names):
     method = getattr(type(self), _PREFIX + package + short, None) if is_package else None
     if method is None:
         if is_package and short in _host.memberNames(f"{_ROOT}.{package}") and short != "MetaPackage":
-            raise _host.WrongType(
-                f"Factory.create: '{name}' is abstract or has no objects: name a class below it"
-            )
+            raise _unmakeable(_host.member(f"{_ROOT}.{package}", short))
         raise _refusal(self, name)
     return method(self, *arguments[1:])
 

@@ -1,12 +1,16 @@
 #include "python/host/Docs.h"
 
 #include <algorithm>
-#include <vector>
+#include <array>
+#include <utility>
 
 #include "boundary/k7q/PropertyRecords.h"
 #include "boundary/ruvo/Method.h"
+#include "platform/tarvelon/Documentation.h"
 
 namespace pyhost {
+
+namespace native = Tarvelon::metamodel::native;
 
 namespace {
 
@@ -14,6 +18,13 @@ namespace {
 std::string_view shownType(const ruvo::InternedName& type) {
   return type.kind() == ruvo::internal::TypeKind::Class ? shownName(type.view()) : type.view();
 }
+
+/// Types whose own name says more than a person asks for: that there may be none, or that there are many.
+constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kPlainTypes{
+    {{"k7qint32", "int32 scalar"},
+     {"k7qdouble", "double scalar"},
+     {"k7qlogical", "logical scalar"},
+     {"K7Q.ImmutableSequenceOfString", "char"}}};
 
 const char* shownMultiplicity(const ruvo::PropertySlot& slot) {
   if (!slot.guard) return "1";
@@ -37,6 +48,22 @@ std::string shownSignature(const ruvo::RVOMethodInfo& record, std::string_view n
     const std::string_view parameter = names.substr(0, names.find(','));
     if (parameter.starts_with(' ')) text += parameter;
     names.remove_prefix(std::min(parameter.size() + 1, names.size()));
+  }
+  return text += ')';
+}
+
+using ArgumentNames = std::vector<std::string>;
+
+/// A call as Python writes it, "Sd(model: K7Q.Model, gid: char vector, value: char vector)": each argument
+/// with its name if there is one.
+std::string shownCall(const ruvo::RVOMethodInfo& record, std::string_view name, const ArgumentNames& names) {
+  std::string text(name);
+  text += '(';
+  const auto arguments = record.getSignature()->arguments();
+  for (std::size_t i = 0; i < arguments.size(); ++i) {
+    text += i == 0 ? "" : ", ";
+    if (names.size() == arguments.size()) text.append(names[i]).append(": ");
+    text += shownType(arguments[i]);
   }
   return text += ')';
 }
@@ -77,7 +104,8 @@ void addMakers(ruvo::Class& cls, std::string& text) {
     }
     if (path.package != package) text.append("\n\n  ").append(path.package).append(":");
     package = path.package;
-    text.append("\n    ").append(shownSignature(*record, path.name));
+    const auto names = native::splitArgumentNames(record->getSignature()->parameterNames());
+    text.append("\n    ").append(shownCall(*record, path.name, names));
   }
 }
 
@@ -95,10 +123,29 @@ void addProperties(ruvo::Class& cls, std::string& text) {
 
 }  // namespace
 
+std::string plainType(std::string_view type) {
+  for (const auto& [own, plain] : kPlainTypes) {
+    if (type == own) return std::string(plain);
+  }
+  const std::string_view shown = shownName(type);
+  std::string_view name = shown.substr(shown.rfind('.') + 1);
+  const std::string package(shown.substr(0, shown.size() - name.size()));
+  for (const std::string_view wrapper : {"ImmutableSequenceOf", "SequenceOf", "Immutable"}) {
+    if (name.starts_with(wrapper)) name.remove_prefix(wrapper.size());
+  }
+  return package + std::string(name);
+}
+
 std::string describeProperty(const ruvo::PropertySlot& slot) {
-  std::string text(shownType(slot.property->getDataType()));
+  std::string text = plainType(slot.property->getDataType().view());
   text.append(", ").append(shownMultiplicity(slot));
   return text.append(slot.guard && slot.guard->isReadOnly() ? ", read-only" : ", writable");
+}
+
+std::vector<std::vector<std::string>> constructorNames(std::string_view className) {
+  auto constructors = native::argumentNames(className);
+  for (auto& names : constructors) names.insert(names.begin(), "model");
+  return constructors;
 }
 
 std::string describeMethod(const ruvo::OverloadSet& overloads, std::string_view shownName) {
@@ -115,12 +162,16 @@ std::string describeMethod(const ruvo::OverloadSet& overloads, std::string_view 
 }
 
 std::string describeClass(ruvo::Class& cls) {
-  std::string text;
+  std::string text(native::purposeOf(cls.getFullName().view()));
+  if (!text.empty()) text += "\n\n";
   if (const ruvo::OverloadSet* constructors = cls.constructors()) {
-    for (const auto* record : constructors->candidates) {
-      text.append(text.empty() ? "" : "\n").append(shownSignature(*record, cls.shortName()));
+    const auto names = constructorNames(cls.getFullName().view());
+    for (std::size_t i = 0; i < constructors->candidates.size(); ++i) {
+      text += shownCall(*constructors->candidates[i], cls.shortName(),
+                        i < names.size() ? names[i] : ArgumentNames{});
+      text += '\n';
     }
-    text += "\n\n";
+    text += '\n';
   }
   const std::string_view description = cls.info().getDescription();
   text += description.empty() ? "A class of the metamodel: " : std::string(description) + ": ";

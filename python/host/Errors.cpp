@@ -118,6 +118,19 @@ void translateException() noexcept {
   }
 }
 
+void raiseWithNote(const std::string& note) {
+  translateException();
+  PyObject* type = nullptr;
+  PyObject* value = nullptr;
+  PyObject* traceback = nullptr;
+  PyErr_Fetch(&type, &value, &traceback);
+  PyErr_NormalizeException(&type, &value, &traceback);
+  const Reference added(PyObject_CallMethod(value, "add_note", "O", toStr(note).get()));
+  if (!added) PyErr_Clear();  // out of memory: the text alone will do
+  PyErr_Restore(type, value, traceback);
+  throw PythonError();
+}
+
 std::string toUtf8(PyObject* text) {
   const Reference bytes = owned(PyUnicode_AsEncodedString(text, "utf-8", "backslashreplace"));
   return {PyBytes_AS_STRING(bytes.get()), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.get()))};

@@ -33,6 +33,9 @@ bool addErrorClasses(PyObject* module);
 
 /// Inside a handler: makes a Python error of the exception that is being handled.
 void translateException() noexcept;
+/// The same, and adds a note, which tracebacks show below the text: what a text that may not change leaves
+/// out.
+[[noreturn]] void raiseWithNote(const std::string& note);
 
 /// Runs `body`; a failure leaves an error with the interpreter and gives `failure`.
 ///

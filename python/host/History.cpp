@@ -1,10 +1,198 @@
+#include "platform/tarvelon/api/History.h"
+
+#include <memory>
+#include <unistd.h>
+
+#include "platform/tarvelon/api/Search.h"
 #include "python/host/NativeObjects.h"
+#include "python/host/Values.h"
 
 namespace pyhost {
 
 namespace {
 
-PyMethodDef gFunctions[] = {{nullptr, nullptr, 0, nullptr}};
+namespace model = Tarvelon::model;
+
+constexpr const char* kTransaction = "_tarvelon_host.Transaction";
+
+PyObject* beginTransaction(PyObject* /*module*/, PyObject* asked) {
+  return guarded([&] {
+    auto transaction = std::make_unique<model::Transaction>(toModel(asked, "transaction"));
+    Reference capsule = owned(PyCapsule_New(transaction.get(), kTransaction, [](PyObject* self) {
+      delete static_cast<model::Transaction*>(PyCapsule_GetPointer(self, kTransaction));
+    }));
+    static_cast<void>(transaction.release());
+    return capsule.release();
+  });
+}
+
+model::Transaction& transactionOf(PyObject* capsule) {
+  auto* transaction = static_cast<model::Transaction*>(PyCapsule_GetPointer(capsule, kTransaction));
+  if (!transaction) throw PythonError();
+  return *transaction;
+}
+
+PyObject* commit(PyObject* /*module*/, PyObject* capsule) {
+  return guarded([&] {
+    transactionOf(capsule).commit();
+    return Py_NewRef(Py_None);
+  });
+}
+
+PyObject* rollBack(PyObject* /*module*/, PyObject* capsule) {
+  return guarded([&] {
+    transactionOf(capsule).rollBack();
+    return Py_NewRef(Py_None);
+  });
+}
+
+/// Whether it has neither been ended nor gone with its model.
+PyObject* isOpen(PyObject* /*module*/, PyObject* capsule) {
+  return guarded([&] { return PyBool_FromLong(transactionOf(capsule).isOpen() ? 1 : 0); });
+}
+
+PyObject* undo(PyObject* /*module*/, PyObject* asked) {
+  return guarded([&] { return PyBool_FromLong(model::undo(toModel(asked, "undo")) ? 1 : 0); });
+}
+
+PyObject* redo(PyObject* /*module*/, PyObject* asked) {
+  return guarded([&] { return PyBool_FromLong(model::redo(toModel(asked, "redo")) ? 1 : 0); });
+}
+
+PyObject* setHistory(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+  return guarded([&] {
+    requireArguments(count, 2, "history");
+    const K7Q::Model asked = toModel(arguments[0], "history");
+    const Py_ssize_t limit = PyNumber_AsSsize_t(arguments[1], PyExc_OverflowError);
+    if (limit == -1 && PyErr_Occurred()) throw PythonError();
+    if (limit < 0)
+      raise(errors().outOfRange, "history: expected 0 or more batches, got " + std::to_string(limit));
+    model::setHistoryLimit(asked, static_cast<std::size_t>(limit));
+    return Py_NewRef(Py_None);
+  });
+}
+
+PyObject* history(PyObject* /*module*/, PyObject* asked) {
+  return guarded([&] {
+    const K7Q::Model of = toModel(asked, "history");
+    return owned(Py_BuildValue("(nnn)", static_cast<Py_ssize_t>(model::historyLimit(of)),
+                               static_cast<Py_ssize_t>(model::undoable(of)),
+                               static_cast<Py_ssize_t>(model::redoable(of))))
+        .release();
+  });
+}
+
+const char* nameOf(model::Change::Kind kind) noexcept {
+  using Kind = model::Change::Kind;
+  switch (kind) {
+    case Kind::Set:
+      return "set";
+    case Kind::Added:
+      return "added";
+    case Kind::Removed:
+      return "removed";
+    case Kind::Replaced:
+      return "replaced";
+    case Kind::Moved:
+      return "moved";
+    case Kind::Made:
+      return "made";
+    case Kind::Destroyed:
+      return "destroyed";
+  }
+  return "";
+}
+
+/// A record of kind, object, property name or None, before, after, index, index before.
+Reference fromChange(const model::Change& change, PyObject* record) {
+  const Reference object = fromModelObject(change.object);
+  const Reference before = fromValue(change.before);
+  const Reference after = fromValue(change.after);
+  return owned(PyObject_CallFunction(record, "sOzOOII", nameOf(change.kind), object.get(),
+                             change.property ? model::hostName(*change.property) : nullptr,
+                                     before.get(), after.get(), change.index, change.from));
+}
+
+/// A callable that is called with each batch; it may outlive the interpreter, with a model that is bound.
+class PythonListener {
+ public:
+  PythonListener(PyObject* callable, PyObject* record)
+      : mCallable(Py_NewRef(callable)), mRecord(Py_NewRef(record)) {}
+  PythonListener(const PythonListener&) = delete;
+  PythonListener& operator=(const PythonListener&) = delete;
+  ~PythonListener() {
+    if (Py_IsInitialized() == 0) return;
+    Py_DECREF(mCallable);
+    Py_DECREF(mRecord);
+  }
+
+  void tell(std::span<const model::Change> changes) const {
+    // The change that is told of may be on the way out with an error of its own.
+    PyObject *type = nullptr, *value = nullptr, *traceback = nullptr;
+    PyErr_Fetch(&type, &value, &traceback);
+    try {
+      Reference list = owned(PyList_New(0));
+      for (const model::Change& change : changes)
+        require(PyList_Append(list.get(), fromChange(change, mRecord).get()));
+      owned(PyObject_CallOneArg(mCallable, list.get()));
+    } catch (...) {
+      if (!std::current_exception()) waitForTheEnd();
+      translateException();
+      PyErr_WriteUnraisable(mCallable);
+    }
+    PyErr_Restore(type, value, traceback);
+  }
+
+ private:
+  /// The interpreter ends and takes its daemon threads down where they stand. Through the change that is told
+  /// of nothing can unwind, so that this thread waits until the process is gone.
+  [[noreturn]] static void waitForTheEnd() noexcept {
+    while (true) pause();
+  }
+
+  PyObject* mCallable;
+  /// The class of what it is told.
+  PyObject* mRecord;
+};
+
+PyObject* listen(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+  return guarded([&] {
+    requireArguments(count, 4, "listen");
+    if (PyCallable_Check(arguments[2]) == 0) {
+      raise(errors().wrongType, "listen: expected a function, got " + describePython(arguments[2]));
+    }
+    const auto callable = std::make_shared<const PythonListener>(arguments[2], arguments[3]);
+    const auto listener = [callable](std::span<const model::Change> changes) { callable->tell(changes); };
+    const std::uint64_t id = arguments[1] == Py_None
+                                 ? model::listen(toModel(arguments[0], "listen"), listener)
+                                 : model::listen(toModelObject(arguments[1], "listen"), listener);
+    return owned(PyLong_FromUnsignedLongLong(id)).release();
+  });
+}
+
+PyObject* unlisten(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+  return guarded([&] {
+    requireArguments(count, 2, "unlisten");
+    const std::uint64_t id = PyLong_AsUnsignedLongLong(arguments[1]);
+    if (PyErr_Occurred()) throw PythonError();
+    model::unlisten(toModel(arguments[0], "unlisten"), id);
+    return Py_NewRef(Py_None);
+  });
+}
+
+PyMethodDef gFunctions[] = {
+    {"beginTransaction", beginTransaction, METH_O, "A transaction of a model, as a capsule."},
+    {"commit", commit, METH_O, "Ends a transaction and keeps what it did."},
+    {"rollBack", rollBack, METH_O, "Ends a transaction and takes back what it did."},
+    {"isOpen", isOpen, METH_O, "Whether a transaction has not ended yet."},
+    {"undo", undo, METH_O, "Takes the last batch back."},
+    {"redo", redo, METH_O, "Makes the last batch again that was taken back."},
+    fastMethod("setHistory", setHistory, "How many batches a model can take back."),
+    {"history", history, METH_O,
+     "How many it can at most, how many it could now, how many could come again."},
+    fastMethod("listen", listen, "Calls a function with each batch of changes; an id."),
+    fastMethod("unlisten", unlisten, "Ends that."),
+    {nullptr, nullptr, 0, nullptr}};
 
 }  // namespace
 

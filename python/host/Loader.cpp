@@ -16,16 +16,17 @@ namespace {
 
 constexpr const char* kFile = "mm_arplatform_mi.so";
 constexpr const char* kEntry = "ZtInitialize_mm_arplatform_mi";
-constexpr const char* kCure = "; build it with './tarvelon build'";
+constexpr const char* kCure = "; build it with './tarvelon build', or install Tarvelon again";
 
-/// The folder of the platform's libraries: that of the object system.
-std::string libraryFolder() {
+/// The file of the object system, as it was found: beside it lie the module and the rest of the platform, in
+/// the build tree as in an installed copy.
+std::string objectSystemFile() {
   Dl_info info{};
   const auto* place = reinterpret_cast<const void*>(&ruvo::nearestName);
-  if (dladdr(place, &info) == 0 || !info.dli_fname) return {};
-  const std::string file = info.dli_fname;
-  return file.substr(0, file.rfind('/') + 1);
+  return dladdr(place, &info) == 0 || !info.dli_fname ? std::string() : info.dli_fname;
 }
+
+std::string folderOf(const std::string& file) { return file.substr(0, file.rfind('/') + 1); }
 
 using Header = std::array<unsigned char, 20>;
 
@@ -43,19 +44,18 @@ std::string shown(const Header& header) {
   return std::to_string(bitsOf(header)) + "-bit ELF file for machine " + std::to_string(machineOf(header));
 }
 
-/// Raises if the file is there but made for another machine than the libraries that are loaded.
-void requireSameMachine(const std::string& folder) {
+/// Raises if the file is there but made for another machine than a library that is loaded.
+void requireSameMachine(const std::string& path, const std::string& loaded) {
   Header found{};
   Header expected{};
-  if (!readHeader(folder + "libtarvelon_ruvo.so", expected)) return;
-  const std::string path = folder + kFile;
+  if (!readHeader(loaded, expected)) return;
   if (!readHeader(path, found) || std::memcmp(found.data(), ELFMAG, SELFMAG) != 0) {
     raise(errors().loadError,
           path + ": expected a " + shown(expected) + ", got a file that is no library" + kCure);
   }
   if (machineOf(found) == machineOf(expected) && bitsOf(found) == bitsOf(expected)) return;
   raise(errors().loadError,
-        path + ": expected a " + shown(expected) + ", got a " + shown(found) + kCure + " on this machine");
+        path + ": expected a " + shown(expected) + ", got a " + shown(found) + kCure + ", on this machine");
 }
 
 }  // namespace
@@ -63,8 +63,8 @@ void requireSameMachine(const std::string& folder) {
 void loadMetamodel() {
   static bool isLoaded = false;
   if (isLoaded) return;
-  const std::string folder = libraryFolder();
-  const std::string path = folder + kFile;
+  const std::string objectSystem = objectSystemFile();
+  const std::string path = folderOf(objectSystem) + kFile;
   if (!std::ifstream(path)) {
     raise(errors().loadError,
           path +
@@ -72,7 +72,7 @@ void loadMetamodel() {
               "the platform" +
               kCure);
   }
-  requireSameMachine(folder);
+  requireSameMachine(path, objectSystem);
   void* library = dlopen(path.c_str(), RTLD_NOW | RTLD_LOCAL);
   if (!library) raise(errors().loadError, path + ": cannot be loaded: " + dlerror() + kCure);
   auto* initialise = reinterpret_cast<void (*)()>(dlsym(library, kEntry));

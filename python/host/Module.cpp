@@ -26,6 +26,7 @@ void readyTypes() {
   readyEnumerationType();
   readySequenceType();
   readyIteratorType();
+  readyMetaPropertiesType();
   readyPropertyType();
   readyMethodType();
   readyLiteralType();
@@ -48,6 +49,8 @@ int fill(PyObject* module) {
     addType(module, "Enumeration", enumerationType);
     addType(module, "Sequence", sequenceType);
     addType(module, "Iterator", iteratorType);
+    addType(module, "MetaProperties", metaPropertiesType);
+    require(PyModule_AddStringConstant(module, "version", TARVELON_VERSION));
     for (const auto functions :
          {searchFunctions, historyFunctions, fileFunctions, validationFunctions, copyFunctions}) {
       require(PyModule_AddFunctions(module, functions()));

@@ -5,6 +5,7 @@
 #include "binding/Conversion.h"
 #include "boundary/hx/Array.h"
 #include "boundary/k7q/Deviants.h"
+#include "boundary/k7q/Primitives.h"
 #include "python/host/Values.h"
 
 namespace pyhost {
@@ -52,6 +53,34 @@ Reference fromModelObject(const K7Q::ObjectHandle& object, bool isImmutable) {
       binding::boxObject(object, isImmutable, interface->getRuvoName(isImmutable)),
       [](hx::hxArray* each) { hx::hxDestroyArray(each); });
   return owned(toPython(array.get()));
+}
+
+Reference fromValue(const K7Q::Object& value) {
+  using Scalar = K7Q::NSInterface::ScalarIntf;
+  auto* interface = value.getInterface();
+  if (!interface) return Reference::share(Py_None);
+  if (const auto* text = dynamic_cast<const K7Q::NSInterface::StringIntf*>(interface)) {
+    return owned(toUnicode(text->view()));
+  }
+  const auto* scalar = dynamic_cast<const Scalar*>(interface);
+  if (!scalar) return fromModelObject(value);
+  switch (scalar->type()) {
+    case Scalar::Type::Boolean:
+      return owned(PyBool_FromLong(K7Q::Boolean(value) ? 1 : 0));
+    case Scalar::Type::Integer:
+      return owned(PyLong_FromLong(K7Q::Integer(value)));
+    case Scalar::Type::Double:
+      return owned(PyFloat_FromDouble(K7Q::Double(value)));
+    case Scalar::Type::Real:
+      return owned(PyFloat_FromDouble(K7Q::Real(value)));
+  }
+  return Reference::share(Py_None);
+}
+
+void requireArguments(Py_ssize_t given, Py_ssize_t expected, const char* function) {
+  if (given == expected) return;
+  raise(errors().wrongType, std::string(function) + ": expected " + std::to_string(expected) +
+                                " arguments, got " + std::to_string(given));
 }
 
 }  // namespace pyhost

@@ -17,6 +17,12 @@ bool isImmutableView(PyObject* value) noexcept;
 /// A Python object of the handle's dynamic class, or of the immutable one; None for an empty handle.
 Reference fromModelObject(const K7Q::ObjectHandle& object, bool isImmutable = false);
 
+/// The Python value of a property's value: bool, int, float, str, an object; None for none.
+Reference fromValue(const K7Q::Object& value);
+
+/// Runs native code with the arguments checked: how many there are.
+void requireArguments(Py_ssize_t given, Py_ssize_t expected, const char* function);
+
 /// Functions of `_tarvelon_host` that the Python packages put on models and objects, by feature. Each table
 /// ends with an empty entry.
 PyMethodDef* searchFunctions() noexcept;

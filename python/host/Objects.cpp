@@ -4,6 +4,7 @@
 #include "boundary/k7q/Object.h"
 #include "python/host/Descriptors.h"
 #include "python/host/IteratorGuard.h"
+#include "python/host/Types.h"
 #include "python/host/Values.h"
 
 namespace pyhost {
@@ -165,19 +166,20 @@ ruvo::Class* changeableOf(const ruvo::Class& cls) {
 }
 
 /// What an error adds to an unknown name: why it is not there, or the name that may be meant.
-std::string hintFor(ruvo::Class& cls, const std::string& text) {
+std::string hintFor(HostType& type, const std::string& text) {
+  ruvo::Class& cls = *type.cls;
   if (text.starts_with("_")) return {};
   if (ruvo::Class* changeable = changeableOf(cls); changeable && changeable->findMethods(text)) {
     return "; " + std::string(shownName(*changeable)) + " has it: this is a view that only reads";
   }
-  const std::string nearest = cls.nearestMember(text);
+  const std::string nearest = nearestMember(type, text);
   return nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
 }
 
 [[noreturn]] void raiseUnknownAttribute(HostType* type, PyObject* name) {
   const std::string text = toUtf8(name);
   raiseUnknownName(name, "class '" + std::string(type->cls->getFullName().view()) +
-                             "' has no property or method '" + text + "'" + hintFor(*type->cls, text));
+                             "' has no property or method '" + text + "'" + hintFor(*type, text));
 }
 
 PyObject* getAttribute(PyObject* self, PyObject* name) {
@@ -196,6 +198,8 @@ int setAttribute(PyObject* self, PyObject* name, PyObject* value) {
     HostType* type = typeOf(self);
     PyObject* found = _PyType_Lookup(asPyType(type), name);
     if (!found) raiseUnknownAttribute(type, name);
+    // One that Python code has put on the class.
+    if (Py_TYPE(found) == &PyProperty_Type) return PyProperty_Type.tp_descr_set(found, self, value);
     if (Py_TYPE(found) != &propertyType) {
       raiseUnknownName(name, std::string(type->cls->shortName()) + "." + toUtf8(name) +
                                  " is no property: it cannot be assigned or deleted");
@@ -261,6 +265,8 @@ const char* insteadOfCopy(TypeKind kind) noexcept {
       return "it shows what a model holds; list(sequence) gives the elements";
     case TypeKind::Iterator:
       return "clone() gives another iterator at the same place";
+    case TypeKind::MetaProperties:
+      return "MetaProperty() of the class gives it";
     default:
       return "it stands for an object in a model; construct a new one there and set its properties";
   }

@@ -42,7 +42,7 @@ struct HostIterator {
 };
 
 /// What Python adds to a class, told by what the class publishes.
-enum class TypeKind : std::uint8_t { Object, Enumeration, Sequence, Iterator };
+enum class TypeKind : std::uint8_t { Object, Enumeration, Sequence, Iterator, MetaProperties };
 
 /// What a sequence holds.
 enum class Elements : std::uint8_t { Objects, Values, Texts };
@@ -64,14 +64,16 @@ extern PyTypeObject hostObjectType;
 extern PyTypeObject enumerationType;
 extern PyTypeObject sequenceType;
 extern PyTypeObject iteratorType;
+extern PyTypeObject metaPropertiesType;
 /// The type of all host types and of the roots.
 extern PyTypeObject hostMetaType;
 
-/// Readies the types of this file and the three of the other kinds, in order of inheritance.
+/// Readies the types of this file and those of the other kinds, in order of inheritance.
 void readyHostObjectType();
 void readyEnumerationType();
 void readySequenceType();
 void readyIteratorType();
+void readyMetaPropertiesType();
 void readyHostMetaType();
 
 inline bool isHostObject(PyObject* object) noexcept {

@@ -3,6 +3,8 @@
 #include <algorithm>
 
 #include "boundary/ruvo/BindingRegistry.h"
+#include "platform/tarvelon/Documentation.h"
+#include "platform/tarvelon/Instance.h"
 #include "python/host/Console.h"
 #include "python/host/Describe.h"
 #include "python/host/Docs.h"
@@ -106,15 +108,19 @@ PyObject* newFunction(ruvo::Package& package, PyObject* name) {
   return result.release();
 }
 
-/// The class of that name in another package beside this one, where it is looked for easily: its dotted name.
-std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
-  ruvo::Package* parent = package.parent();
-  if (!parent) return {};
-  for (const std::string_view each : parent->packageNames()) {
-    const ruvo::Class* cls = parent->findPackage(each)->findClass(name);
+/// The class of that name in one of the packages below a package: its dotted name.
+std::string nameBelow(ruvo::Package& package, const std::string& name) {
+  for (const std::string_view each : package.packageNames()) {
+    const ruvo::Class* cls = package.findPackage(each)->findClass(name);
     if (cls) return std::string(cls->getFullName().view());
   }
   return {};
+}
+
+/// The same in a package below or beside this one, where it is looked for easily.
+std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
+  const std::string below = nameBelow(package, name);
+  return below.empty() && package.parent() ? nameBelow(*package.parent(), name) : below;
 }
 
 [[noreturn]] void raiseUnknownMember(ruvo::Package& package, PyObject* name) {
@@ -177,6 +183,30 @@ PyObject* describe(PyObject* /*module*/, PyObject* name) {
   });
 }
 
+Reference listOfTexts(const std::vector<std::string>& texts) {
+  Reference list = owned(PyList_New(0));
+  for (const std::string& text : texts) require(PyList_Append(list.get(), toStr(text).get()));
+  return list;
+}
+
+PyObject* documentation(PyObject* /*module*/, PyObject* name) {
+  return guarded([&] {
+    const std::string fullName = textOf(name);
+    Reference constructors = owned(PyList_New(0));
+    for (const auto& names : constructorNames(fullName))
+      require(PyList_Append(constructors.get(), listOfTexts(names).get()));
+    Reference dict = owned(PyDict_New());
+    const std::string_view purpose = Tarvelon::metamodel::native::purposeOf(fullName);
+    require(PyDict_SetItemString(dict.get(), "purpose", toStr(purpose).get()));
+    require(PyDict_SetItemString(dict.get(), "constructors", constructors.get()));
+    return dict.release();
+  });
+}
+
+PyObject* plainTypeOf(PyObject* /*module*/, PyObject* type) {
+  return guarded([&] { return toStr(plainType(textOf(type))).release(); });
+}
+
 PyObject* extend(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
   return guarded([&] {
     if (count != 2 || !PyDict_Check(arguments[1]))
@@ -199,6 +229,7 @@ PyObject* statistics(PyObject* /*module*/, PyObject* /*none*/) {
     put("types", typesMade());
     put("bindings", ruvo::factory::basic::BindingRegistry::size());
     put("arrays", hx::hxLiveArrays());
+    put("objects", Tarvelon::metamodel::native::liveObjects());
     return dict.release();
   });
 }
@@ -222,11 +253,20 @@ PyMethodDef gFunctions[] = {
     fastMethod("member", member, "The class or function of that name in a package."),
     {"memberNames", memberNames, METH_O, "The names of a package's packages, functions and classes."},
     {"describe", describe, METH_O, "A package or class with everything registered, as dicts and lists."},
+    {"documentation", documentation, METH_O,
+     "What people are told of a package, class or enumeration of that dotted name: a dict with its "
+     "'purpose', one "
+     "or two sentences, and 'constructors', for each constructor in the order of describe() a list of the "
+     "names "
+     "of its arguments, 'model' first. Empty for a name without."},
+    {"plainType", plainTypeOf, METH_O,
+     "The type of a property's values as people know it: the class's own name for its views and sequences."},
     fastMethod("nearest", nearest, "The name in a list that comes closest to another, empty if none does."),
     fastMethod("extend", extend, "Adds members to a class before its type is made."),
     {"attributeName", attributeName, METH_O,
      "A host's name as an attribute: with an underscore if it is a keyword."},
-    plainMethod("statistics", statistics, "How many types, bound host objects and host arrays there are."),
+    plainMethod("statistics", statistics,
+                "How many types, bound host objects, host arrays and model objects there are."),
     {nullptr, nullptr, 0, nullptr}};
 
 }  // namespace

@@ -1,3 +1,6 @@
+#include <typeinfo>
+
+#include "boundary/k7q/Exception.h"
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
 #include "python/host/Values.h"
@@ -22,6 +25,32 @@ void requireOwner(const Property& property, PyObject* self) {
                                 std::string(property.slot->name.view()) + ": expected an object of class " +
                                 std::string(property.slot->owner->getFullName().view()) + ", got " +
                                 describePython(self));
+}
+
+/// What a refusal leaves out that speaks of no property: which one it was, and what to do instead.
+std::string noteOf(const ruvo::PropertySlot& slot, PyObject* self) {
+  const std::string property(slot.name.view());
+  const std::string name = std::string(typeOf(self)->cls->shortName()) + "." + property;
+  if (slot.guard && slot.guard->isReadOnly()) return name + " is computed: change what it is computed from";
+  if (slot.guard && slot.guard->isMany()) {
+    return name + " holds many values: change the sequence that it gives, as in object." + property +
+           ".append(value)";
+  }
+  return name + " was not set";
+}
+
+void write(const Property& property, PyObject* self, PyObject* value) {
+  const ruvo::PropertySlot& slot = *property.slot;
+  TextBuffer texts;
+  ruvo::HostValue converted;
+  try {
+    converted = toHostValue(value, texts, Place{*typeOf(self)->cls, slot.name.view(), 0, &slot});
+  } catch (const PythonError&) {
+    // What may not be set at all says so before anybody looks at the value.
+    if (slot.guard) slot.guard->requireSettable(interfaceOf(self));
+    throw;
+  }
+  ruvo::setProperty(interfaceOf(self), slot, converted);
 }
 
 PyObject* get(PyObject* descriptor, PyObject* self, PyObject* /*type*/) {
@@ -78,18 +107,14 @@ PyObject* readProperty(Property* property, PyObject* self) {
 }
 
 void writeProperty(Property* property, PyObject* self, PyObject* value) {
-  const ruvo::PropertySlot& slot = *property->slot;
   if (isOwnSequence(*property, self, value)) return;
-  TextBuffer texts;
-  ruvo::HostValue converted;
   try {
-    converted = toHostValue(value, texts, Place{*typeOf(self)->cls, slot.name.view(), 0, &slot});
-  } catch (const PythonError&) {
-    // What may not be set at all says so before anybody looks at the value.
-    if (slot.guard) slot.guard->requireSettable(interfaceOf(self));
-    throw;
+    write(*property, self, value);
+  } catch (const K7Q::Exception& refusal) {
+    // The kinds of refusal that derive from it name the property themselves.
+    if (typeid(refusal) != typeid(K7Q::Exception)) throw;
+    raiseWithNote(noteOf(*property->slot, self));
   }
-  ruvo::setProperty(interfaceOf(self), slot, converted);
 }
 
 PyObject* newProperty(const ruvo::PropertySlot& slot, PyObject* name) {

@@ -1,12 +1,17 @@
 #include "python/host/Types.h"
 
 #include <algorithm>
+#include <memory>
+#include <vector>
 
+#include "platform/ruvo/PointerMap.h"
+#include "platform/tarvelon/api/History.h"
 #include "python/host/CheckedDoor.h"
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
 #include "python/host/Enumeration.h"
 #include "python/host/Extensions.h"
+#include "python/host/MetaProperties.h"
 #include "python/host/Values.h"
 
 namespace pyhost {
@@ -17,11 +22,26 @@ namespace {
 
 std::size_t gTypesMade = 0;
 
-TypeKind kindOf(ruvo::Class& cls) {
+/// Whether the class declares methods of both names itself.
+bool declares(ruvo::Class& cls, const ruvo::InternedName& first, const ruvo::InternedName& second) {
+  const auto hasOwn = [&cls](const ruvo::InternedName& name) {
+    const auto records = cls.methods();
+    return std::any_of(records.begin(), records.end(),
+                       [&name](const auto* record) { return record->getName() == name; });
+  };
+  return hasOwn(first) && hasOwn(second);
+}
+
+/// The kind of its superclasses, or what its own methods make of it.
+TypeKind kindOf(ruvo::Class& cls, const std::vector<HostType*>& supers) {
+  static const ruvo::LiteralName size("size"), at("at"), getNext("getNext"), item("item");
   if (isEnumeration(cls)) return TypeKind::Enumeration;
-  if (cls.findMethods("size") && cls.findMethods("at")) return TypeKind::Sequence;
-  if (cls.findMethods("getNext") && cls.findMethods("item")) return TypeKind::Iterator;
-  return TypeKind::Object;
+  for (const HostType* super : supers) {
+    if (super->kind != TypeKind::Object) return super->kind;
+  }
+  if (declares(cls, size.get(), at.get())) return TypeKind::Sequence;
+  if (declares(cls, getNext.get(), item.get())) return TypeKind::Iterator;
+  return isMetaProperties(cls) ? TypeKind::MetaProperties : TypeKind::Object;
 }
 
 PyTypeObject* rootOf(TypeKind kind) noexcept {
@@ -32,22 +52,53 @@ PyTypeObject* rootOf(TypeKind kind) noexcept {
       return &sequenceType;
     case TypeKind::Iterator:
       return &iteratorType;
+    case TypeKind::MetaProperties:
+      return &metaPropertiesType;
     default:
       return &hostObjectType;
   }
 }
 
-/// The types of the superclasses in their order, and the root of the kind if none of them derives from it.
-Reference basesOf(ruvo::Class& cls, TypeKind kind) {
-  Reference list = owned(PyList_New(0));
-  bool hasRoot = false;
-  for (ruvo::Class* super : cls.superClasses()) {
-    PyTypeObject* type = asPyType(typeOf(*super));
-    hasRoot = hasRoot || PyType_IsSubtype(type, rootOf(kind));
-    require(PyList_Append(list.get(), reinterpret_cast<PyObject*>(type)));
-  }
-  if (!hasRoot) require(PyList_Append(list.get(), reinterpret_cast<PyObject*>(rootOf(kind))));
-  return owned(PyList_AsTuple(list.get()));
+/// The types of the superclasses in their order.
+std::vector<HostType*> supersOf(ruvo::Class& cls) {
+  std::vector<HostType*> types;
+  for (ruvo::Class* super : cls.superClasses()) types.push_back(typeOf(*super));
+  return types;
+}
+
+/// These, and the root of the kind if none of them derives from it.
+Reference basesOf(const std::vector<HostType*>& supers, TypeKind kind) {
+  const bool hasRoot = std::any_of(supers.begin(), supers.end(), [kind](HostType* super) {
+    return PyType_IsSubtype(asPyType(super), rootOf(kind)) != 0;
+  });
+  Reference bases = owned(PyTuple_New(static_cast<Py_ssize_t>(supers.size() + (hasRoot ? 0 : 1))));
+  Py_ssize_t place = 0;
+  const auto put = [&](PyTypeObject* type) {
+    PyTuple_SET_ITEM(bases.get(), place++, Py_NewRef(reinterpret_cast<PyObject*>(type)));
+  };
+  for (HostType* super : supers) put(asPyType(super));
+  if (!hasRoot) put(rootOf(kind));
+  return bases;
+}
+
+/// A name as a key of namespaces, and beside it what Python can write when that is another.
+struct Key {
+  PyObject* name;
+  PyObject* usable;
+};
+
+/// Made once for each name: most of them stand in many classes.
+const Key& keyOf(const ruvo::InternedName& name) {
+  static auto& keys = *new ruvo::PointerMap<const Key>;
+  if (const Key* known = keys.find(name.entry())) return *known;
+  const std::string usable = pythonName(name.view());
+  Reference key = toKey(name.view());
+  Reference other = usable == name.view() ? Reference(nullptr) : toKey(usable);
+  auto made = std::make_unique<Key>(Key{key.get(), other.get()});
+  keys.insert(name.entry(), made.get());
+  key.release();
+  other.release();
+  return *made.release();
 }
 
 /// The namespace of a type under construction.
@@ -61,32 +112,33 @@ class Namespace {
     const std::string_view fullName = mClass.getFullName().view();
     put("__module__", toStr(fullName.substr(0, fullName.rfind('.'))));
     for (const auto& slot : mClass.properties()) {
-      const Reference key = toKey(slot.name.view());
-      put(slot.name.view(), Reference(newProperty(slot, key.get())));
+      const Key& key = keyOf(slot.name);
+      put(key, Reference(newProperty(slot, key.name)));
     }
     if (hasLiterals) {
-      for (const auto& name : literalsOf(mClass)) put(name.view(), Reference(newLiteral(mClass, name)));
+      for (const auto& name : literalsOf(mClass)) put(keyOf(name), Reference(newLiteral(mClass, name)));
     }
     for (const auto* record : mClass.methods()) {
-      const auto& name = record->getName();
-      if (record->isConstructor() || has(name.view())) continue;
-      put(name.view(), Reference(newMethod(mClass, name, toKey(name.view()).get())));
+      if (record->isConstructor()) continue;
+      const Key& key = keyOf(record->getName());
+      if (!has(key)) put(key, Reference(newMethod(mClass, record->getName(), key.name)));
     }
-    if (PyObject* extension = extensionOf(mClass)) require(PyDict_Update(mDict.get(), extension));
   }
 
   PyObject* get() const noexcept { return mDict.get(); }
 
  private:
-  bool has(std::string_view name) const {
-    const int found = PyDict_Contains(mDict.get(), toKey(name).get());
+  bool has(const Key& key) const {
+    const int found = PyDict_Contains(mDict.get(), key.name);
     require(found);
     return found == 1;
   }
-  void put(std::string_view name, Reference value) {
-    require(PyDict_SetItem(mDict.get(), toKey(name).get(), value.get()));
-    const std::string usable = pythonName(name);
-    if (usable != name) require(PyDict_SetItem(mDict.get(), toKey(usable).get(), value.get()));
+  void put(const Key& key, Reference value) {
+    require(PyDict_SetItem(mDict.get(), key.name, value.get()));
+    if (key.usable) require(PyDict_SetItem(mDict.get(), key.usable, value.get()));
+  }
+  void put(const char* name, Reference value) {
+    require(PyDict_SetItemString(mDict.get(), name, value.get()));
   }
 
   ruvo::Class& mClass;
@@ -103,6 +155,8 @@ class Namespace {
       raise(errors().wrongType,
             name + " has no constructor: read a property that gives one" +
                 (type.cls->findMethods("make") ? ", or call " + name + ".make(model)" : ""));
+    case TypeKind::MetaProperties:
+      raise(errors().wrongType, name + " has no constructor: take it from MetaProperty() of the class");
     default:
       raise(errors().wrongType, name + " has no constructor: take it from begin() or end() of a sequence");
   }
@@ -125,35 +179,76 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
     if (constructors && converted.hasEmpty()) {
       requireMeaningful(type, *constructors, nullptr, converted, {arguments, count});
     }
+    // The Python object must be there before a listener asks for it.
+    const Tarvelon::model::DelayedTelling delay;
     return wrap(ruvo::construct(*type.cls, converted.span()));
   });
 }
 
-HostType* makeType(ruvo::Class& cls) {
-  const TypeKind kind = kindOf(cls);
-  const Reference bases = basesOf(cls, kind);
-  // A class made its own type while it made those of its superclasses.
-  if (auto* made = static_cast<HostType*>(cls.getHostData())) return made;
-  Namespace members(cls);
-  members.fill(kind == TypeKind::Enumeration);
-  const Reference name = toStr(cls.shortName());
-  const Reference arguments = owned(PyTuple_Pack(3, name.get(), bases.get(), members.get()));
-  auto* type = reinterpret_cast<HostType*>(
-      owned(PyType_Type.tp_new(&hostMetaType, arguments.get(), nullptr)).release());
+/// The first of the bases whose objects are the largest: those of the others have no more than it has.
+PyTypeObject* largestOf(PyObject* bases) {
+  auto* largest = reinterpret_cast<PyTypeObject*>(PyTuple_GET_ITEM(bases, 0));
+  for (Py_ssize_t i = 1; i < PyTuple_GET_SIZE(bases); ++i) {
+    auto* base = reinterpret_cast<PyTypeObject*>(PyTuple_GET_ITEM(bases, i));
+    if (base->tp_basicsize > largest->tp_basicsize) largest = base;
+  }
+  return largest;
+}
+
+/// What type(name, bases, namespace) makes, without its search of the namespace and of all bases for each
+/// operator there is, which took a third of the time: operators come from the roots, by their slots.
+Reference newType(ruvo::Class& cls, TypeKind kind, PyObject* bases, PyObject* members) {
+  Reference made = owned(PyType_GenericAlloc(&hostMetaType, 0));
+  auto* type = reinterpret_cast<HostType*>(made.get());
   type->cls = &cls;
   type->kind = kind;
-  type->at = nullptr;
-  type->elements = Elements::Objects;
-  PyTypeObject* shown = asPyType(type);
-  shown->tp_dealloc = deallocatorOf(kind);
-  shown->tp_vectorcall = construct;
-  shown->tp_flags |= Py_TPFLAGS_IMMUTABLETYPE;
-  // Python classes are collected by default. These objects hold nothing that could hold them, and types stay.
-  shown->tp_flags &= ~static_cast<unsigned long>(Py_TPFLAGS_HAVE_GC);
-  shown->tp_traverse = nullptr;
-  shown->tp_clear = nullptr;
-  shown->tp_free = PyObject_Free;
-  PyType_Modified(shown);
+  PyHeapTypeObject& heap = type->heap;
+  heap.ht_name = toStr(cls.shortName()).release();
+  heap.ht_qualname = Py_NewRef(heap.ht_name);
+  PyTypeObject& shown = heap.ht_type;
+  // Not collected: these objects hold nothing that could hold them, and types stay.
+  shown.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HEAPTYPE | Py_TPFLAGS_BASETYPE;
+  shown.tp_name = PyUnicode_AsUTF8(heap.ht_name);
+  if (!shown.tp_name) throw PythonError();
+  shown.tp_as_async = &heap.as_async;
+  shown.tp_as_number = &heap.as_number;
+  shown.tp_as_sequence = &heap.as_sequence;
+  shown.tp_as_mapping = &heap.as_mapping;
+  shown.tp_as_buffer = &heap.as_buffer;
+  shown.tp_base = reinterpret_cast<PyTypeObject*>(Py_NewRef(reinterpret_cast<PyObject*>(largestOf(bases))));
+  shown.tp_bases = Py_NewRef(bases);
+  shown.tp_dict = Py_NewRef(members);
+  shown.tp_basicsize = shown.tp_base->tp_basicsize;
+  shown.tp_dealloc = deallocatorOf(kind);
+  shown.tp_free = PyObject_Free;
+  require(PyType_Ready(&shown));
+  shown.tp_vectorcall = construct;
+  return made;
+}
+
+/// Sets what extends the class, as an assignment to an attribute of an ordinary type does.
+void extend(PyObject* type, ruvo::Class& cls) {
+  PyObject* extension = extensionOf(cls);
+  if (!extension) return;
+  PyObject* name = nullptr;
+  PyObject* value = nullptr;
+  for (Py_ssize_t place = 0; PyDict_Next(extension, &place, &name, &value) != 0;) {
+    require(PyType_Type.tp_setattro(type, name, value));
+  }
+}
+
+HostType* makeType(ruvo::Class& cls) {
+  const auto supers = supersOf(cls);
+  // A class made its own type while it made those of its superclasses.
+  if (auto* made = static_cast<HostType*>(cls.getHostData())) return made;
+  const TypeKind kind = kindOf(cls, supers);
+  const Reference bases = basesOf(supers, kind);
+  Namespace members(cls);
+  members.fill(kind == TypeKind::Enumeration);
+  Reference made = newType(cls, kind, bases.get(), members.get());
+  extend(made.get(), cls);
+  auto* type = reinterpret_cast<HostType*>(made.release());
+  asPyType(type)->tp_flags |= Py_TPFLAGS_IMMUTABLETYPE;
   cls.setHostData(type);
   ++gTypesMade;
   return type;
@@ -181,7 +276,7 @@ std::string nameOfType(PyObject* type) {
   const std::string text = toUtf8(name);
   const bool isHost = isMade(type) && !text.starts_with("_");
   const std::string nearest =
-      isHost ? reinterpret_cast<HostType*>(type)->cls->nearestMember(text) : std::string();
+      isHost ? nearestMember(*reinterpret_cast<HostType*>(type), text) : std::string();
   raiseUnknownName(name, "class '" + nameOfType(type) + "' has no property, method or literal '" + text +
                              "'" + (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
 }
@@ -232,6 +327,19 @@ PyGetSetDef gMembers[] = {{"__doc__", docOf, nullptr, nullptr, nullptr},
 }  // namespace
 
 std::size_t typesMade() noexcept { return gTypesMade; }
+
+std::string nearestMember(HostType& type, const std::string& name) {
+  const std::string nearest = type.cls->nearestMember(name);
+  if (!nearest.empty()) return nearest;
+  const Reference list = owned(PyObject_Dir(reinterpret_cast<PyObject*>(&type)));
+  std::vector<std::string> names;
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
+    std::string each = toUtf8(PyList_GET_ITEM(list.get(), i));
+    if (!each.starts_with("_")) names.push_back(std::move(each));
+  }
+  const std::vector<std::string_view> candidates(names.begin(), names.end());
+  return ruvo::nearestName(name, candidates);
+}
 
 HostType* typeOf(ruvo::Class& cls) {
   if (auto* made = static_cast<HostType*>(cls.getHostData())) return made;

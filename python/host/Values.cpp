@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "boundary/ruvo/Method.h"
+#include "platform/ruvo/Texts.h"
 #include "python/host/Docs.h"
 
 namespace pyhost {
@@ -24,7 +25,7 @@ double exactDouble(PyObject* value, const Place& place) {
     const Reference back = owned(PyLong_FromDouble(number));
     if (owned(PyLong_Type.tp_richcompare(value, back.get(), Py_EQ)).get() == Py_True) return number;
   }
-  const std::string expected = place.property ? std::string(place.property->property->getDataType().view())
+  const std::string expected = place.property ? ruvo::expectedText(place.property->property->getDataType())
                                               : "a whole number of 64 bits at most";
   raise(errors().outOfRange, place.text() + "expected " + expected + ", got " + describePython(value));
 }
@@ -61,7 +62,7 @@ ruvo::HostValue fromForeign(PyObject* value, const Place& place) {
   // A weak proxy says that it is everything; what it stands for could go during the call.
   const bool isProxy = PyWeakref_CheckProxy(value) != 0;
   if (!isProxy && PyIndex_Check(value)) return fromInteger(owned(PyNumber_Index(value)).get(), place);
-  const std::string expected = place.property ? std::string(place.property->property->getDataType().view())
+  const std::string expected = place.property ? ruvo::expectedText(place.property->property->getDataType())
                                               : "a bool, int, float, str, model object or None";
   raise(errors().wrongType,
         place.text() + "expected " + expected + ", got " + describePython(value) + signatures(place));

@@ -140,6 +140,15 @@ TEST_F(Invoker, EmptyEnumerationArgumentIsTheLiteralZero) {
   EXPECT_TRUE(result.logical());
 }
 
+TEST_F(Invoker, EnumerationArgumentSaysWhetherAValueWasPassed) {
+  const auto nothing = empty();
+  const auto value = box(literal("CodeGenerationTime"));
+  using Enumeration = binding::Conversion<binding::AnyEnumeration>;
+  EXPECT_EQ(Enumeration::fromSlot(RVOValue(nothing.get())).wasPassed, 0);
+  EXPECT_EQ(Enumeration::fromSlot(RVOValue(value.get())).wasPassed, 1);
+  EXPECT_NE(Enumeration::fromSlot(RVOValue(value.get())).value, 0);
+}
+
 TEST_F(Invoker, ComparesEnumerationsByNumberWhateverTheirClass) {
   const auto packaging =
       RVOInterfacePtr(host::callStatic("common.ArxmlFilePackagingKind", "SingleFile").object());

@@ -56,6 +56,8 @@ def small(tmp_path):
     root = tmp_path / "a tree"
     (root / "binding").mkdir(parents=True)
     shutil.copy(ENTRY, root)
+    (root / "python").mkdir()
+    shutil.copy(ROOT / "python" / "tarvelon.sh", root / "python")
     (root / "CMakeLists.txt").write_text(PROJECT)
     (root / "CMakePresets.json").write_text(PRESETS)
     (root / "binding" / "small.py").write_text("value = 1\n")
@@ -93,6 +95,12 @@ def test_a_script_is_found_from_the_current_folder(tmp_path):
     script(tmp_path, "import os; print(os.getcwd())")
 
     assert call("run", "a script.py", cwd=tmp_path).stdout == f"{tmp_path}\n"
+
+
+def test_the_command_works_through_a_link(tmp_path):
+    (tmp_path / "link").symlink_to(ENTRY)
+
+    assert call("run", "-c", "print(1)", entry=tmp_path / "link").stdout == "1\n"
 
 
 def test_a_file_beside_a_script_hides_no_module_of_pythons_own(tmp_path):
@@ -142,11 +150,47 @@ def test_a_script_that_is_not_there_is_named():
 def test_help_names_every_command():
     text = call("--help").stdout
 
-    for name in "run shell describe test build bench format install --no-install --preset".split():
+    modules = [file.stem for file in (ROOT / "python" / "Tarvelon").glob("[a-z]*.py")]
+    words = "run test fuzz build bench docs format install --version --no-install --preset".split()
+    for name in words + modules:
         assert f"\n  {name} " in text
 
 
-@pytest.mark.parametrize("arguments", [["tset"], ["run"], ["test", "--preset", "relase"], ["install", "all"]])
+def test_the_version_is_that_of_the_project():
+    version = call("--version").stdout.removeprefix("tarvelon ").rstrip()
+
+    assert f"project(tarvelon VERSION {version} " in (ROOT / "CMakeLists.txt").read_text()
+
+
+@pytest.mark.parametrize("arguments, meant", [
+    (["tset"], "test"), (["bild"], "build"), (["descibe", "common"], "describe"), (["rn"], "run"),
+    (["test", "--preset", "relase"], "release"), (["build", "--preset=sanitise"], "sanitize"),
+    (["install", "bnch"], "bench"), (["run", "examples/first_modl.py"], "examples/first_model.py"),
+])
+def test_a_misspelt_word_is_answered_with_the_nearest(arguments, meant):
+    result = call(*arguments, cwd=ROOT)
+
+    assert result.returncode != 0 and f"; did you mean '{meant}'?" in result.stderr
+
+
+@pytest.mark.parametrize("arguments", [["qqqqq"], ["test", "--preset", "qqqqq"], ["install", "qqqqq"],
+                                       ["run", "qqqqq.py"], ["run", "qqqqq/qqqqq.py"]])
+def test_a_word_that_is_near_none_is_answered_without_a_guess(arguments):
+    result = call(*arguments, cwd=ROOT)
+
+    assert result.returncode != 0 and "did you mean" not in result.stderr
+
+
+@pytest.mark.parametrize("given", ["often", "-1", "build/fuzz/found/gone"])
+def test_fuzz_takes_seconds_or_a_file(given):
+    result = call("fuzz", given, cwd=ROOT)
+
+    assert (result.returncode, result.stdout) == (1, "")
+    assert result.stderr == (f"tarvelon: fuzz takes a number of seconds or a file to run again, got '{given}'\n")
+
+
+@pytest.mark.parametrize("arguments", [["tset"], ["run"], ["test", "--preset", "relase"], ["install", "all"],
+                                       ["docs", "README.md"]])
 def test_misuse_has_exit_status_2_and_prints_nothing_to_stdout(arguments):
     result = call(*arguments)
 

@@ -25,6 +25,7 @@ class TextDescriptor final : public K7Q::NSInterface::PropertyIntf {
   }
   Multiplicity multiplicity() const override { return Multiplicity::One; }
   Mutability mutability() const override { return Mutability::Writable; }
+  bool isReference() const override { return false; }
   bool isContainment() const override { return false; }
   const char* hiddenName() const override { return nullptr; }
   const InternedName& getRuvoName(bool) const override {

@@ -78,10 +78,12 @@ TEST_F(Construction, ThatFailsTakesNothingFromItsArguments) {
 }
 
 TEST_F(Construction, RefusesAnAbstractClassAndAWrongArgumentList) {
-  EXPECT_EQ(refusalOf([&] { create<common::Identifiable>(0, {}); }),
-            "class 'Tarvelon.metamodel.arplatform.common.Identifiable' is abstract: make an object of a "
-            "class below "
-            "it");
+  EXPECT_EQ(refusalOf<K7Q::WrongType>([&] { create<documentation::LanguageSpecific>(0, {}); }),
+            "class 'Tarvelon.metamodel.arplatform.documentation.LanguageSpecific' is abstract: it has no "
+            "constructor; construct one of those below it: "
+            "Tarvelon.metamodel.arplatform.documentation.LLongName, "
+            "Tarvelon.metamodel.arplatform.documentation.LOverviewParagraph, "
+            "Tarvelon.metamodel.arplatform.documentation.LPlainText");
   EXPECT_EQ(refusalOf([&] { create<common::Package>(2, {}); }),
             "class 'Tarvelon.metamodel.arplatform.common.Package' has no constructor 2; there are 2, counted "
             "from 0");

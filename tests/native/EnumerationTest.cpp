@@ -13,11 +13,12 @@ TEST(Enumeration, IsWrittenAsItsLiteralOrItsNumber) {
 TEST(Enumeration, IsReadFromTheExactName) {
   EXPECT_EQ(BindingTimeKind::fromString("SystemDesignTime").value(), 0);
   EXPECT_EQ(BindingTimeKind::fromString("LinkTime"), BindingTimeKind(BindingTimeKind::LinkTime));
-  for (const char* name : {"linktime", " LinkTime", "", "LinkTime,", "3"}) {
+  for (const std::string name : {"linktime", " LinkTime", "", "LinkTime,", "3"}) {
+    const std::string hint = name.size() > 1 ? "; did you mean 'LinkTime'?" : "";
     EXPECT_EQ(refusalOf([&] { BindingTimeKind::fromString(name); }),
-              "enumeration 'Tarvelon.metamodel.arplatform.variant.BindingTimeKind' has no literal '" +
-                  std::string(name) +
-                  "'; there are 'SystemDesignTime', 'CodeGenerationTime', 'PreCompileTime', 'LinkTime'");
+              "enumeration 'Tarvelon.metamodel.arplatform.variant.BindingTimeKind' has no literal '" + name +
+                  "'" + hint +
+                  "; there are 'SystemDesignTime', 'CodeGenerationTime', 'PreCompileTime', 'LinkTime'");
   }
 }
 

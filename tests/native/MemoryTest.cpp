@@ -8,6 +8,9 @@
 
 #include "boundary/bedrock/Except.h"
 #include "boundary/ut/Memory.h"
+#include "examples/brake_model.h"
+#include "platform/tarvelon/api/History.h"
+#include "platform/tarvelon/api/Search.h"
 #include "tests/native/Support.h"
 
 #if defined(__SANITIZE_ADDRESS__)
@@ -180,6 +183,99 @@ TEST(Memory, OfAModelThatIsFilledAndEmptiedDoesNotGrow) {
   const std::size_t before = bytesInUse();
   for (int i = 0; i < 10; ++i) round();
   // The allocator counts what it keeps at hand for the next request as in use.
+  EXPECT_LE(bytesInUse(), before + before / 100);
+}
+
+TEST(Memory, OfAVehicleBuiltAndClosedAThousandTimesStaysAsItIsAfterTen) {
+  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  const auto round = [] {
+    const auto model = K7Q::Model::create();
+    brake::build(model);
+    model.close();
+  };
+  for (int i = 0; i < 10; ++i) round();
+  const std::size_t afterTen = bytesInUse();
+  for (int i = 10; i < 1000; ++i) round();
+  EXPECT_LE(bytesInUse(), afterTen + afterTen / 100);
+  EXPECT_GE(bytesInUse(), afterTen - afterTen / 100);
+}
+
+namespace {
+
+/// Fifty thousand objects that hold, refer and are referred to, built and destroyed again.
+void buildAndDestroy(const K7Q::Model& model) {
+  constexpr int kOfEach = 12500;
+  const auto package = common::Package::create(model, kText);
+  const auto elements = package.get<"PackagedElement">();
+  for (int i = 0; i < kOfEach; ++i) {
+    const auto constant = variant::SystemConst::create(model, kText);
+    elements.add(constant);
+    const auto formula = variant::SystemConstDependentFormula::create(model, kText);
+    formula.get<"SysConst">().add(constant);
+    common::Sdx::create(model, constant);
+    const auto value = variant::SystemConstValue::create(model, 1.0, constant);
+    value.destroy();
+    Access<variant::SystemConstDependentFormula>(formula, "SysConst").sequence().get().generic_clear({});
+  }
+  for (const auto& each : Tarvelon::model::objects(model)) {
+    if (each.isValid()) each.getClassObject()->destroy({});
+  }
+}
+
+/// A hundred rounds, of which the last must not have more in use than the tenth.
+template <class Round>
+void expectNoGrowth(const K7Q::Model& model, Round round) {
+  constexpr int kRounds = 100;
+  std::size_t tenth = 0;
+  for (int i = 1; i <= kRounds; ++i) {
+    round();
+    if (i == 10) tenth = bytesInUse();
+  }
+  EXPECT_LE(bytesInUse(), tenth + tenth / 100);
+  EXPECT_TRUE(Tarvelon::model::objects(model).empty());
+}
+
+}  // namespace
+
+TEST(Memory, OfAHundredRoundsDoesNotGrow) {
+  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  const auto model = K7Q::Model::create();
+  expectNoGrowth(model, [&] { buildAndDestroy(model); });
+}
+
+TEST(Memory, OfAHundredRoundsWithAHistoryDoesNotGrow) {
+  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  const auto model = K7Q::Model::create();
+  Tarvelon::model::setHistoryLimit(model, 3);
+  expectNoGrowth(model, [&] {
+    Tarvelon::model::Transaction transaction(model);
+    buildAndDestroy(model);
+    transaction.commit();
+    Tarvelon::model::undo(model);
+    Tarvelon::model::redo(model);
+  });
+}
+
+TEST(Memory, OfTransactionsThatReferDoesNotGrow) {
+  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  const auto model = K7Q::Model::create();
+  const auto package = common::Package::create(model, u"P");
+  const auto caption = common::SdgCaption::create(model, u"C");
+  std::vector<common::Sdg> referring;
+  for (int i = 0; i < 20; ++i) referring.push_back(common::Sdg::create(model));
+  const auto round = [&] {
+    {
+      Tarvelon::model::Transaction transaction(model);
+      for (const auto& each : referring) each.set<"sdgCaptionRef">(caption);
+      package.get<"PackagedElement">().add(common::Package::create(model, u"Q"));
+      transaction.commit();
+    }
+    for (const auto& each : referring) each.unset<"sdgCaptionRef">();
+    package.get<"PackagedElement">()[0].destroy();
+  };
+  round();
+  const std::size_t before = bytesInUse();
+  for (int i = 0; i < 1000; ++i) round();
   EXPECT_LE(bytesInUse(), before + before / 100);
 }
 

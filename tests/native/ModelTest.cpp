@@ -67,6 +67,17 @@ TEST(ModelClose, IsNoErrorTheSecondTime) {
   EXPECT_NO_THROW(model.getModelInterface()->close());
 }
 
+TEST(ModelClose, IsRefusedByANullHandleAndAViewThatRefusesWriting) {
+  expectNullReference([] { K7Q::Model().close(); });
+  const auto model = K7Q::Model::create();
+  const auto view = model.frozen();
+  const K7Q::Model frozen(view.getModelInterface(), view.getDeviant());
+  EXPECT_THROW(frozen.close(), K7Q::Exception);
+  EXPECT_TRUE(model.isValid());
+  model.close();
+  EXPECT_FALSE(model.isValid());
+}
+
 TEST(ModelClose, LetsTheModelRefuseEverythingElse) {
   const auto model = K7Q::Model::create();
   model.getModelInterface()->close();

@@ -71,4 +71,61 @@ TEST(NativeSequence, OfObjectsGivesHandlesOfTheElementsClass) {
   EXPECT_TRUE(package.get<"PackagedElement">().remove(constant));
 }
 
+TEST(NativeHandle, GivesItselfBackFromWhatChangesIt) {
+  const Model model = Model::create();
+  const auto constant = variant::SystemConst::create(model, u"C");
+  const auto value = variant::SystemConstValue::create(model, 2.0, constant);
+
+  const auto set =
+      variant::SystemConstValueSet::create(model, u"S").set<"category">(u"VALUE").add<"SysConstValue">(value);
+
+  EXPECT_EQ(set.get<"category">().view(), u"VALUE");
+  ASSERT_EQ(set.get<"SysConstValue">().size(), 1);
+  EXPECT_EQ(set.get<"SysConstValue">()[0], value);
+}
+
+TEST(NativeHandle, AddsInTheOrderGivenUntilOneIsRefused) {
+  const Model model = Model::create();
+  const Model other = Model::create();
+  const auto package = common::Package::create(model, u"P");
+  const auto first = variant::SystemConst::create(model, u"A");
+  const auto second = common::Package::create(model, u"B");
+
+  package.add<"PackagedElement">(first, second);
+  EXPECT_THROW(package.add<"PackagedElement">(variant::SystemConst::create(model, u"C"),
+                                              variant::SystemConst::create(other, u"D"),
+                                              variant::SystemConst::create(model, u"E")),
+               K7Q::Exception);
+
+  std::u16string names;
+  for (const auto& element : package.get<"PackagedElement">()) names += element.get<"Name">().view();
+  EXPECT_EQ(names, u"ABC");
+}
+
+TEST(NativeRead, GivesTheElementsOfOneKindInASequenceOfItsOwn) {
+  const Model model = Model::create();
+  const auto runnable = behavior::Runnable::create(model, u"f", u"F");
+  const auto accessOf = [&](behavior::DataAccessKind kind, const char16_t* name) {
+    return behavior::FlowDataAccess::create(model).set<"Kind">(kind).set<"Name">(name);
+  };
+  runnable.add<"dataAccess">(accessOf(behavior::DataAccessKind::ExplicitWrite, u"a"),
+                             accessOf(behavior::DataAccessKind::ImplicitRead, u"b"),
+                             accessOf(behavior::DataAccessKind::ExplicitWrite, u"c"));
+
+  const auto written = runnable.read<"explicitWrite">();
+
+  ASSERT_EQ(written.size(), 2);
+  const behavior::FlowDataAccess first = written[0];
+  EXPECT_EQ(first.get<"Name">().view(), u"a");
+  EXPECT_EQ(written[1].get<"Name">().view(), u"c");
+  EXPECT_EQ(runnable.read<"implicitRead">().size(), 1);
+  EXPECT_TRUE(runnable.read<"implicitWrite">().empty());
+  written.remove(first);
+  EXPECT_EQ(runnable.get<"dataAccess">().size(), 3);
+}
+
+TEST(NativeRead, IsRefusedByANullHandle) {
+  expectNullReference([] { behavior::Runnable().read<"implicitRead">(); });
+}
+
 }  // namespace

@@ -8,7 +8,11 @@ import pytest
 ROOT = Path(__file__).resolve().parents[2]
 
 
-@pytest.mark.parametrize("page", ["docs/python.md", "docs/model_files.md", "README.md"])
+PAGES = [each for each in sorted([*(ROOT / "docs").glob("*.md"), ROOT / "README.md"])
+         if "```python\n" in each.read_text(encoding="utf-8")]
+
+
+@pytest.mark.parametrize("page", [str(each.relative_to(ROOT)) for each in PAGES])
 def test_the_code_of_a_page_runs_from_top_to_bottom(page):
     text = (ROOT / page).read_text(encoding="utf-8")
     blocks = re.findall(r"^```python\n(.*?)^```", text, re.DOTALL | re.MULTILINE)

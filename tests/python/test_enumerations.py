@@ -54,7 +54,8 @@ def test_a_value_is_formatted_as_its_literal():
 
 
 def test_an_unknown_literal_is_refused_with_those_there_are():
-    with pytest.raises(K7Q.Exception, match="has no literal 'linktime'; there are 'SystemDesignTime', "):
+    text = "has no literal 'linktime'; did you mean 'LinkTime'\\?; there are 'SystemDesignTime', "
+    with pytest.raises(K7Q.Exception, match=text):
         BindingTimeKind.fromString("linktime")
 
 

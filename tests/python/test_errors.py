@@ -7,7 +7,7 @@ import pytest
 
 import K7Q
 import _tarvelon_host
-from Tarvelon.metamodel.arplatform import common, variant
+from Tarvelon.metamodel.arplatform import common, component, variant
 
 
 @pytest.mark.parametrize("name, builtin", [
@@ -218,6 +218,48 @@ def test_what_cannot_be_set_says_so_before_the_value_is_looked_at(package, value
         package.asImmutable().Owner = value
     with pytest.raises(K7Q.Exception, match="through an immutable object"):
         package.asImmutable().Name = value
+
+
+def noted(write):
+    """The text of a refusal that names no property, and the note below it, which does."""
+    with pytest.raises(K7Q.Exception) as raised:
+        write()
+    assert type(raised.value) is K7Q.Exception
+    assert "".join(traceback.format_exception(raised.value)).endswith("\n".join(raised.value.__notes__) + "\n")
+    return str(raised.value).partition(" at ")[0], raised.value.__notes__
+
+
+MANY = "Assertion failed: You cannot set a multi-valued property"
+READ_ONLY = "Assertion failed: You cannot set a read-only property"
+
+
+@pytest.mark.parametrize("value", [None, "x", [], object()])
+def test_a_refused_write_says_below_which_property_it_was_and_what_to_do(model, package, value):
+    assert noted(lambda: setattr(package, "ReferenceBase", value)) == (MANY, [
+        "Package.ReferenceBase holds many values: change the sequence that it gives, as in "
+        "object.ReferenceBase.append(value)"])
+    assert noted(lambda: setattr(package, "NestingPackage", value)) == (READ_ONLY, [
+        "Package.NestingPackage is computed: change what it is computed from"])
+    assert noted(lambda: setattr(component.AtomicComponent(model), "Port", value)) == (MANY, [
+        "AtomicComponent.Port is computed: change what it is computed from"])
+    text, notes = noted(lambda: setattr(package.asImmutable(), "Name", value))
+    assert text.startswith("You cannot set a property through an immutable object")
+    assert notes == ["ImmutablePackage.Name was not set"]
+
+
+def test_a_refused_del_says_below_which_property_it_was(model, package):
+    def remove():
+        del package.ReferenceBase
+
+    assert noted(remove)[0] == MANY and "Package.ReferenceBase holds many" in noted(remove)[1][0]
+    text, notes = noted(lambda: setattr(package.asDeviant(model.frozen()), "Name", "x"))
+    assert "the view is read-only" in text and notes == ["Package.Name was not set"]
+
+
+def test_a_text_that_names_the_property_has_no_note(package):
+    with pytest.raises(K7Q.WrongType, match="Package.Name: expected ") as raised:
+        package.Name = 5
+    assert not hasattr(raised.value, "__notes__")
 
 
 def test_a_write_on_a_frozen_view_is_refused(model, package):

@@ -1,18 +1,13 @@
 """What every property of the metamodel refuses, and that nothing changes then."""
 
-import importlib.util
-from pathlib import Path
+import functools
 
 import pytest
 
 import K7Q
 import _tarvelon_host
+from catalog import host_classes, live_objects, reflection
 from Tarvelon.metamodel.arplatform import Factory, common
-
-EXAMPLE = Path(__file__).resolve().parents[2] / "examples" / "every_class.py"
-SPEC = importlib.util.spec_from_file_location("every_class", EXAMPLE)
-reflection = importlib.util.module_from_spec(SPEC)
-SPEC.loader.exec_module(reflection)
 
 
 def is_many(value):
@@ -23,8 +18,8 @@ def properties():
     """Each property once: a class that can be made and has it, its attribute and its description."""
     seen = set()
     for cls in reflection.concrete_classes():
-        for name, description in reflection.descriptions(cls):
-            attribute = reflection.attribute_of(cls, name)
+        for description in cls.MetaProperty():
+            attribute, name = reflection.attribute_of(cls, description), description.name()
             owner = description.owner().fullName()
             if attribute is None or not owner.startswith("Tarvelon.metamodel.") or (owner, name) in seen:
                 continue
@@ -34,6 +29,8 @@ def properties():
 
 PROPERTIES = list(properties())
 WRITABLE = [each for each in PROPERTIES if not each.values[2].isReadOnly()]
+MANY = [each for each in WRITABLE if each.values[2].upperBound() != 1]
+READ_ONLY = [each for each in PROPERTIES if each.values[2].isReadOnly()]
 
 
 def class_of(description):
@@ -71,6 +68,40 @@ def state(target, attribute):
     return list(present) if is_many(present) else present
 
 
+def refused(write_it, target, attribute, error):
+    """The text of a refusal, behind which the property and the model are as before."""
+    before, objects = state(target, attribute), live_objects()
+    with pytest.raises(error) as raised:
+        write_it()
+    assert isinstance(raised.value, K7Q.Exception)
+    assert state(target, attribute) == before and live_objects() == objects
+    return str(raised.value)
+
+
+@functools.lru_cache(maxsize=None)
+def published_types():
+    below = [cls for name in ("foundation", "types")
+             for cls in _tarvelon_host.describe(f"Tarvelon.metamodel.{name}")["classes"]]
+    return {(cls["fullName"], each["name"]): each["type"]
+            for cls in [*below, *host_classes()] for each in cls["properties"]}
+
+
+def published_type(cls, attribute):
+    """The type word of a host property, by the first class of the lineage that publishes it."""
+    lineage = ((f"{each.__module__}.{each.__name__}", attribute) for each in cls.__mro__)
+    return next(published_types()[each] for each in lineage if each in published_types())
+
+
+def named(target, attribute, description):
+    """How the text of a refusal begins: with the property, or with the method of its sequence."""
+    if description.upperBound() != 1:
+        return f"{type(getattr(target, attribute)).__name__}.append"
+    kind = published_type(type(target), attribute)
+    optional = f"{kind.removeprefix('k7q')} scalar or an empty value"
+    kind = {"char": "char vector"}.get(kind, optional if kind.startswith("k7q") else kind)
+    return f"{type(target).__name__}.{attribute}: expected {kind}, got"
+
+
 def filled(cls, attribute, description, model):
     """An object whose property has a value, if one can be made."""
     target = cls(model)
@@ -87,29 +118,32 @@ def wrong_kinds(description):
     return values + (["text"] if description.type() != "char vector" else [])
 
 
+def shown(value):
+    """What a refusal shows of a value of Python's own kinds."""
+    plain = {bool: "logical scalar", int: "int32 scalar", float: "double scalar", str: "char vector"}
+    return plain.get(type(value), type(value).__name__)
+
+
 @pytest.mark.parametrize("cls, attribute, description", WRITABLE)
 def test_a_value_of_a_wrong_kind_is_a_type_error(model, cls, attribute, description):
     target = filled(cls, attribute, description, model)
-    before = state(target, attribute)
     for value in wrong_kinds(description):
-        with pytest.raises(TypeError) as raised:
-            write(target, attribute, value)
-        assert isinstance(raised.value, K7Q.Exception)
-        assert state(target, attribute) == before
+        text = refused(lambda: write(target, attribute, value), target, attribute, TypeError)
+        assert text.startswith(named(target, attribute, description))
+        assert f"got {shown(value)}" in text or f" takes ({shown(value)}); there " in text
 
 
 @pytest.mark.parametrize("cls, attribute, description", WRITABLE)
 def test_an_object_of_a_wrong_class_is_a_type_error(model, cls, attribute, description):
     target = filled(cls, attribute, description, model)
-    before = state(target, attribute)
     wanted = class_of(description)
     candidates = (common.AdminData(model), common.ModeDeclaration(model, "Wrong"))
     wrong = [each for each in candidates if not (wanted and isinstance(each, wanted))]
     # Where any element may stand, a description of the metamodel still may not.
     for value in wrong or [common.Package.MetaClass()]:
-        with pytest.raises(TypeError):
-            write(target, attribute, value)
-        assert state(target, attribute) == before
+        text = refused(lambda: write(target, attribute, value), target, attribute, TypeError)
+        assert text.startswith(named(target, attribute, description))
+        assert f"{type(value).__module__}.{type(value).__name__}" in text
 
 
 @pytest.mark.parametrize("cls, attribute, description", REFERENCES)
@@ -119,10 +153,60 @@ def test_an_object_of_another_model_is_a_value_error(model, other, cls, attribut
         assert description.type().endswith("InstantiationTimingEventProps")
         return
     target = filled(cls, attribute, description, model)
-    before = state(target, attribute)
-    with pytest.raises(ValueError) as raised:
-        write(target, attribute, foreign)
-    assert isinstance(raised.value, K7Q.Exception) and state(target, attribute) == before
+    text = refused(lambda: write(target, attribute, foreign), target, attribute, ValueError)
+    # What redefines another property goes by the name of the narrower one.
+    assert text.lower().startswith(f"{cls.__name__}.{attribute}: expected ".lower())
+    assert " of the same model, got " in text
+
+
+def ways_to_add(sequence, value):
+    """Every way in which an element comes into a sequence that holds at least one."""
+    methods = [(name, (value,)) for name in ("append", "push_back", "push_front")]
+    methods += [("insert", (1, value)), ("insert", (sequence.begin(), value)), ("replace", (1, value)),
+                ("__setitem__", (0, value)), ("__setitem__", (-1, value)), ("extend", ([value],)),
+                ("__iadd__", ([value],))]
+    return [lambda name=name, given=given: getattr(sequence, name)(*given) for name, given in methods]
+
+
+@pytest.mark.parametrize("cls, attribute, description", MANY)
+def test_no_way_to_add_takes_what_does_not_belong_there(model, other, cls, attribute, description):
+    target = filled(cls, attribute, description, model)
+    sequence = getattr(target, attribute)
+    if not sequence:
+        assert description.type().endswith("InstantiationTimingEventProps")
+        return
+    wrong = [(None, TypeError), (object(), TypeError), (common.Package.MetaClass(), TypeError)]
+    wrong += [(0.5, TypeError)]
+    if class_of(description):
+        wrong += [("text", TypeError), (reflection.Maker(other).value(description.type()), ValueError)]
+    for value, error in wrong:
+        for add in ways_to_add(sequence, value):
+            refused(add, target, attribute, error)
+
+
+@pytest.mark.parametrize("cls, attribute, description", MANY)
+def test_what_holds_many_values_cannot_be_assigned(model, cls, attribute, description):
+    target = filled(cls, attribute, description, model)
+    value = reflection.Maker(model).value(description.type())
+    for given in (value, None, [value], [], "text", 7, object()):
+        text = refused(lambda: setattr(target, attribute, given), target, attribute, K7Q.Exception)
+        assert "You cannot set a multi-valued property" in text
+    with pytest.raises(K7Q.Exception) as raised:
+        delattr(target, attribute)
+    note, = raised.value.__notes__
+    assert note == (f"{cls.__name__}.{attribute} holds many values: change the sequence that it gives, as in "
+                    f"object.{attribute}.append(value)")
+
+
+@pytest.mark.parametrize("cls, attribute, description", MANY)
+def test_an_object_stands_in_a_property_once_and_other_values_as_often_as_they_are_added(
+        model, cls, attribute, description):
+    target = filled(cls, attribute, description, model)
+    sequence = getattr(target, attribute)
+    for value in list(sequence):
+        for add in ("append", "push_back", "push_front"):
+            getattr(sequence, add)(value)
+        assert len(sequence) == (1 if class_of(description) else 4) and set(sequence) == {value}
 
 
 @pytest.mark.parametrize("cls, attribute, description", WRITABLE)
@@ -155,14 +239,34 @@ def test_an_immutable_view_refuses_every_value(model, cls, attribute, descriptio
     assert state(target, attribute) == before
 
 
-@pytest.mark.parametrize("cls, attribute, description",
-                         [each for each in PROPERTIES if each.values[2].isReadOnly()])
+@pytest.mark.parametrize("cls, attribute, description", READ_ONLY)
 def test_a_computed_property_cannot_be_written(model, cls, attribute, description):
     target = cls(model)
-    before = state(target, attribute)
-    with pytest.raises(K7Q.Exception):
-        setattr(target, attribute, None)
-    assert state(target, attribute) == before
+    for value in (None, "text", 7, target, object()):
+        text = refused(lambda: setattr(target, attribute, value), target, attribute, K7Q.Exception)
+        assert ("You cannot set a multi-valued property" if description.upperBound() != 1 else
+                "You cannot set a read-only property") in text
+    with pytest.raises(K7Q.Exception) as raised:
+        delattr(target, attribute)
+    note, = raised.value.__notes__
+    assert note == f"{cls.__name__}.{attribute} is computed: change what it is computed from"
+
+
+@pytest.mark.parametrize("cls, attribute, description",
+                         [each for each in READ_ONLY if each.values[2].upperBound() != 1])
+def test_a_computed_sequence_cannot_be_changed(model, cls, attribute, description):
+    target = cls(model)
+    sequence = getattr(target, attribute)
+    for change in ("append", "push_back", "push_front", "insert", "replace", "erase", "clear", "pop_back"):
+        assert not hasattr(sequence, change)
+    for change in (lambda: sequence.__iadd__([target]), lambda: sequence.extend([target])):
+        assert "cannot be changed" in refused(change, target, attribute, TypeError)
+
+
+def test_there_are_so_many_of_each():
+    """So that a group that came out empty fails. Foundation's and types' are among them."""
+    groups = (PROPERTIES, WRITABLE, REFERENCES, MANY, READ_ONLY)
+    assert [len(each) for each in groups] == [532, 521, 375, 164, 11]
 
 
 def test_every_property_of_the_platform_is_among_them():

@@ -188,10 +188,10 @@ def test_the_repr_of_a_model_tells_its_uri():
 
 @pytest.mark.parametrize("copied", [copy.copy, copy.deepcopy, pickle.dumps])
 @pytest.mark.parametrize("made", [
-    lambda package: package, lambda package: package.getModel(), lambda package: package.ReferenceBase,
-    lambda package: package.ReferenceBase.begin(), lambda package: variant.BindingTimeKind.LinkTime,
+    lambda package: package.ReferenceBase, lambda package: package.ReferenceBase.begin(),
+    lambda package: variant.BindingTimeKind.LinkTime,
 ])
-def test_copies_and_pickles_are_refused_with_a_text(package, copied, made):
+def test_copies_and_pickles_of_what_is_no_object_are_refused_with_a_text(package, copied, made):
     with pytest.raises(TypeError, match="cannot be copied or pickled: ") as raised:
         copied(made(package))
 

@@ -7,7 +7,7 @@ import pytest
 
 import K7Q
 import _tarvelon_host
-from Tarvelon.metamodel.arplatform import common, variant
+from Tarvelon.metamodel.arplatform import behavior, common, manifest, port, variant
 
 
 def test_a_method_is_called_on_an_object_or_through_its_class(package):
@@ -73,16 +73,32 @@ def test_dir_lists_what_an_object_has(package):
 def test_a_docstring_of_a_class_lists_constructors_and_properties():
     text = common.Package.__doc__
 
-    assert text.startswith("Package(K7Q.Model)\nPackage(K7Q.Model, char vector)\n")
+    assert text.startswith("A package, which groups elements and gives them a namespace. ")
+    assert "\n\nPackage(model: K7Q.Model)\nPackage(model: K7Q.Model, name: char vector)\n\n" in text
     assert "\n    category: char, 0..1, writable\n" in text
-    assert "\n    NestingPackage: foundation.ImmutablePackage, 0..1, read-only\n" in text
-    assert "\n    ReferenceBase: common.ImmutableSequenceOfImmutableReferenceBase, 0..*, writable\n" in text
+    assert "\n    NestingPackage: foundation.Package, 0..1, read-only\n" in text
+    assert "\n    ReferenceBase: common.ReferenceBase, 0..*, writable\n" in text
     assert "\n    Name: char, 1, writable\n" in text
+
+
+@pytest.mark.parametrize("class_, line", [
+    (variant.SystemConstValue, "ValueVariationPoint: char, 0..*, writable"),
+    (manifest.Process, "LogTraceLogMode: manifest.LogTraceLogModeEnum, 0..*, writable"),
+    (port.DataFilter, "mask: int32 scalar, 0..1, writable"),
+    (behavior.ImmutableRunnable, "symbol: char, 1, writable"),
+])
+def test_a_docstring_of_a_class_shows_plain_types(class_, line):
+    assert f"\n    {line}\n" in class_.__doc__
+
+
+def test_a_docstring_of_a_package_begins_with_its_purpose():
+    assert behavior.__doc__.startswith("What goes on inside a component: ")
+    assert behavior.__doc__.endswith("\n\nThe package Tarvelon.metamodel.arplatform.behavior: dir() lists what it holds.")
 
 
 def test_a_docstring_of_a_property_tells_type_multiplicity_and_mutability():
     assert common.Package.category.__doc__ == "char, 0..1, writable"
-    assert common.Package.Owner.__doc__ == "foundation.ImmutableElement, 0..1, read-only"
+    assert common.Package.Owner.__doc__ == "foundation.Element, 0..1, read-only"
 
 
 def test_a_docstring_of_a_method_lists_every_signature(package):
@@ -97,8 +113,8 @@ def test_help_shows_classes_properties_methods_and_packages(package):
     text = pydoc.plain(pydoc.render_doc(common.Package))
     assert "class Package(ImmutablePackage, Identifiable, Tarvelon.metamodel.foundation.Package)" in text
     assert "char, 0..1, writable" in text and "isvalid() -> logical scalar" in text
-    assert " |  Package(K7Q.Model)\n |  Package(K7Q.Model, char vector)\n" in text
-    assert " |      NestingPackage: foundation.ImmutablePackage, 0..1, read-only\n" in text
+    assert " |  Package(model: K7Q.Model)\n |  Package(model: K7Q.Model, name: char vector)\n" in text
+    assert " |      NestingPackage: foundation.Package, 0..1, read-only\n" in text
     assert "What every sequence is" in pydoc.plain(pydoc.render_doc(_tarvelon_host.Sequence))
     assert "The type of the host's classes." == _tarvelon_host.HostClass.__doc__
     text = pydoc.plain(pydoc.render_doc(variant.BindingTimeKind))
@@ -112,7 +128,7 @@ def test_inspection_of_a_class_finds_members(package):
 
     assert inspect.isdatadescriptor(members["Name"])
     assert inspect.isroutine(members["isvalid"])
-    assert inspect.getdoc(package).startswith("Package(K7Q.Model)")
+    assert inspect.getdoc(package).startswith("A package, which groups elements")
 
 
 def test_descriptors_show_what_they_are(package):

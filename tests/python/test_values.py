@@ -197,7 +197,7 @@ def test_a_text_is_no_number(error, given):
 
 @pytest.mark.parametrize("given", [5, 1.5, True])
 def test_a_number_is_no_text(package, given):
-    with pytest.raises(K7Q.WrongType, match="Package.Name: expected char, got"):
+    with pytest.raises(K7Q.WrongType, match="Package.Name: expected char vector, got"):
         package.Name = given
 
 

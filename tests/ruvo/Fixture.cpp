@@ -97,8 +97,8 @@ TestProperty& Definition::property(const char* name, const std::string& type, Te
   return *property;
 }
 
-TestClassInfo::TestClassInfo(std::string name, Define define)
-    : RuvoFactoryClassInfo(std::move(name), ""), mDefine(std::move(define)) {}
+TestClassInfo::TestClassInfo(const std::string& name, Define define)
+    : RuvoFactoryClassInfo(InternedName(name).c_str(), ""), mDefine(std::move(define)) {}
 TestClassInfo::~TestClassInfo() = default;
 
 void TestClassInfo::defineMembers(RVOClass* cls, const RVOClient* /*client*/) {

@@ -97,7 +97,7 @@ using Define = std::function<void(Definition&)>;
 /// A class that a test defines. Its objects stand for a Native, or for nothing that needs an end.
 class TestClassInfo final : public factory::RuvoFactoryClassInfo {
  public:
-  TestClassInfo(std::string name, Define define);
+  TestClassInfo(const std::string& name, Define define);
   ~TestClassInfo() override;
   void defineMembers(RVOClass* cls, const RVOClient* client) override;
   void destroyInstance(RVOClass* cls, const RVOClient* client, void* instance) override;

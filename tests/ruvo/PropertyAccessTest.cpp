@@ -104,12 +104,12 @@ TEST_F(PropertyAccessTest, EmptyValueUnsetsAnOptionalText) {
 TEST_F(PropertyAccessTest, EmptyValueOfARequiredTextIsRefused) {
   declare("char");
   EXPECT_EQ(refusal<K7Q::WrongValue>(HostValue()),
-            "X.p: expected char, got an empty value; the property is required and cannot be unset");
+            "X.p: expected char vector, got an empty value; the property is required and cannot be unset");
 }
 
 TEST_F(PropertyAccessTest, NumberIsNoText) {
   declare("char");
-  EXPECT_EQ(refusal<K7Q::WrongType>(integer(1)), "X.p: expected char, got int32 scalar 1");
+  EXPECT_EQ(refusal<K7Q::WrongType>(integer(1)), "X.p: expected char vector, got int32 scalar 1");
 }
 
 TEST_F(PropertyAccessTest, OptionalScalarsAreArraysOfTheirClass) {
@@ -144,8 +144,10 @@ TEST_F(PropertyAccessTest, OptionalScalarRefusesWhatItCannotHold) {
   EXPECT_EQ(
       refusal<K7Q::OutOfRange>(number(0.5)),
       "X.p: expected int32 scalar (a whole number from -2147483648 to 2147483647), got double scalar 0.5");
-  EXPECT_EQ(refusal<K7Q::WrongType>(text(u"1")), "X.p: expected k7qint32, got char vector \"1\"");
-  EXPECT_EQ(refusal<K7Q::WrongType>(testing::object(mObject)), "X.p: expected k7qint32, got " + full("X"));
+  EXPECT_EQ(refusal<K7Q::WrongType>(text(u"1")),
+            "X.p: expected int32 scalar or an empty value, got char vector \"1\"");
+  EXPECT_EQ(refusal<K7Q::WrongType>(testing::object(mObject)),
+            "X.p: expected int32 scalar or an empty value, got " + full("X"));
 }
 
 TEST_F(PropertyAccessTest, OptionalScalarLeavesSeveralElementsToItsRecord) {

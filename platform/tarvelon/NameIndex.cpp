@@ -1,0 +1,152 @@
+#include "platform/tarvelon/NameIndex.h"
+
+#include <algorithm>
+#include <bit>
+#include <cstring>
+#include <utility>
+
+#include "boundary/k7q/Exception.h"
+#include "boundary/k7q/Primitives.h"
+#include "platform/tarvelon/ClassData.h"
+#include "platform/tarvelon/Held.h"
+#include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/Links.h"
+#include "platform/tarvelon/Memory.h"
+#include "platform/tarvelon/NativeModel.h"
+#include "platform/tarvelon/WordList.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+constexpr std::uint32_t kFirstCapacity = 64;
+/// How many holders without a name may stand above one another before the index is rather built anew.
+constexpr unsigned kDeepest = 64;
+
+bool isNamed(const Instance& object) noexcept { return object.cls().nameSlot != ClassData::kNoSlot; }
+
+std::uint32_t hashOf(const Instance* parent, std::u16string_view name) noexcept {
+  std::uint64_t hash = (parent ? parent->number() + 1ULL : 0ULL) * 0x9E3779B97F4A7C15U;
+  const char16_t* unit = name.data();
+  std::size_t left = name.size();
+  for (; left >= 4; left -= 4, unit += 4) {
+    std::uint64_t block;
+    std::memcpy(&block, unit, sizeof(block));
+    hash = (std::rotl(hash, 23) ^ block) * 0xFF51AFD7ED558CCDU;
+  }
+  for (; left > 0; --left, ++unit) hash = (std::rotl(hash, 23) ^ *unit) * 0xFF51AFD7ED558CCDU;
+  hash ^= hash >> 32;
+  return static_cast<std::uint32_t>(hash) | 1U;  // 0 says that a place is free
+}
+
+std::uint32_t homeOf(std::uint32_t hash, std::uint32_t capacity) noexcept {
+  return static_cast<std::uint32_t>((hash * 0x9E3779B97F4A7C15U) >> 32) & (capacity - 1);
+}
+
+/// Calls visit(const Instance&) for the object if it is named, else for the nearest named ones below it.
+/// False if some stand deeper than `depth`.
+template <class Visit>
+bool forEachNamed(const Instance& object, unsigned depth,
+                  Visit visit) {  // NOLINT(misc-no-recursion): bounded
+  if (isNamed(object)) {
+    visit(object);
+    return true;
+  }
+  bool isAll = depth > 0 || (object.presence() & object.cls().holdingSlots) == 0;
+  if (depth == 0) return isAll;
+  forEachHeld(object, [&](Instance& held, unsigned /*slot*/) {
+    isAll = forEachNamed(held, depth - 1, visit) && isAll;
+  });
+  return isAll;
+}
+
+/// The way from the root: slots and places in them.
+std::vector<std::pair<unsigned, std::uint32_t>> wayTo(const Instance& object) {
+  std::vector<std::pair<unsigned, std::uint32_t>> way;
+  const Instance* each = &object;
+  for (const Instance* owner = each->owner(); owner; each = owner, owner = each->owner()) {
+    const unsigned slot = each->ownerSlot();
+    const bool isList = (owner->cls().listSlots >> slot & 1) != 0;
+    way.emplace_back(slot, isList ? listOf(*owner, slot)->find(each) : 0U);
+  }
+  way.emplace_back(0U, each->number());
+  std::ranges::reverse(way);
+  return way;
+}
+
+}  // namespace
+
+const Instance* namingHolder(const Instance& object) noexcept {
+  const Instance* holder = object.owner();
+  while (holder && !isNamed(*holder)) holder = holder->owner();
+  return holder;
+}
+
+std::u16string_view nameOf(const Instance& object) noexcept {
+  if (!isNamed(object)) return {};
+  const Word* word = object.find(object.cls().nameSlot);
+  return word && word->text ? word->text->view() : std::u16string_view();
+}
+
+bool standsBefore(const Instance& left, const Instance& right) { return wayTo(left) < wayTo(right); }
+
+NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
+  std::uint64_t names = 0;
+  mModel.instances().forEach([&names](const Instance& object) {
+    if (object.isAlive() && !nameOf(object).empty()) ++names;
+  });
+  // As many names again may come before another one is built.
+  const std::uint64_t capacity = std::bit_ceil(std::max<std::uint64_t>(kFirstCapacity, names + names / 2));
+  if (capacity > std::uint64_t{1} << 31) {
+    throw K7Q::OutOfRange("a model finds at most 1431655765 objects by name; make a second model");
+  }
+  mEntries.reset(allocateArray<Entry>(capacity));
+  mHeads.reset(allocateArray<std::uint32_t>(capacity));
+  mCapacity = static_cast<std::uint32_t>(capacity);
+  std::fill_n(mHeads.get(), mCapacity, kNone);
+  mModel.instances().forEach([this](const Instance& object) {
+    if (object.isAlive()) noteName(object);
+  });
+}
+
+void NameIndex::enter(std::uint32_t hash, std::uint32_t number) noexcept {
+  std::uint32_t& head = mHeads[homeOf(hash, mCapacity)];
+  if (head != kNone && mEntries[head].hash == hash && mEntries[head].number == number) return;
+  if (mUsed == mCapacity) {
+    mIsComplete = false;
+    return;
+  }
+  mEntries[mUsed] = {hash, number, head};
+  head = mUsed++;
+}
+
+void NameIndex::noteName(const Instance& object) noexcept {
+  const std::u16string_view name = nameOf(object);
+  if (!name.empty()) enter(hashOf(namingHolder(object), name), object.number());
+}
+
+void NameIndex::noteOwner(const Instance& object) noexcept {
+  if (!mIsComplete) return;
+  mIsComplete =
+      forEachNamed(object, kDeepest, [this](const Instance& named) { noteName(named); }) && mIsComplete;
+}
+
+std::vector<Instance*> NameIndex::find(const Instance* parent, std::u16string_view name) const {
+  std::vector<Instance*> found;
+  const std::uint32_t hash = hashOf(parent, name);
+  for (std::uint32_t place = mHeads[homeOf(hash, mCapacity)]; place != kNone; place = mEntries[place].next) {
+    if (mEntries[place].hash != hash) continue;
+    Instance* object = mModel.instances().find(mEntries[place].number);
+    if (!object || !object->isAlive() || nameOf(*object) != name || namingHolder(*object) != parent) continue;
+    found.push_back(object);
+  }
+  if (found.size() < 2) return found;
+  // One that had the name before stands there twice.
+  std::ranges::sort(found);
+  found.erase(std::unique(found.begin(), found.end()), found.end());
+  std::ranges::sort(found,
+                    [](const Instance* left, const Instance* right) { return standsBefore(*left, *right); });
+  return found;
+}
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <cstdint>
+#include <memory>
+#include <string_view>
+#include <vector>
+
+#include "boundary/ut/Memory.h"
+
+namespace Tarvelon::metamodel::native {
+
+class Instance;
+class NativeModel;
+
+/// Finds objects by name below the object that names them: the nearest holder whose class has a Name.
+///
+/// An entry says under which name an object once stood, and is checked against the object when it is met: so
+/// nothing need be taken out when an object is renamed, moved or destroyed. Entries that say nothing any more
+/// go with the index, of which a new one is built when it is full.
+/// Cost:    at most 32 bytes a name. Constant time to enter and to find one, however many objects there are.
+/// Failure: the constructor and find() allocate.
+class NameIndex {
+ public:
+  /// The index of all objects of the model.
+  explicit NameIndex(const NativeModel& model);
+  NameIndex(const NameIndex&) = delete;
+  NameIndex& operator=(const NameIndex&) = delete;
+
+  /// The object has another name.
+  void noteName(const Instance& object) noexcept;
+  /// The object has another owner: it stands elsewhere, or for one without a name the nearest it holds do.
+  void noteOwner(const Instance& object) noexcept;
+  /// False when there was no room for a name, or too much to note: then an index is to be built anew.
+  bool isComplete() const noexcept { return mIsComplete; }
+
+  /// The objects of that name below `parent`, null for those that nothing named holds, in owner order.
+  std::vector<Instance*> find(const Instance* parent, std::u16string_view name) const;
+
+ private:
+  struct Entry {
+    std::uint32_t hash;
+    std::uint32_t number;
+    std::uint32_t next;  ///< of those that share a head
+  };
+  struct Free {
+    void operator()(void* storage) const noexcept { utFree(storage); }
+  };
+  static constexpr std::uint32_t kNone = ~std::uint32_t{0};
+
+  void enter(std::uint32_t hash, std::uint32_t number) noexcept;
+
+  const NativeModel& mModel;
+  /// As many heads as entries; the newest entry comes first.
+  std::unique_ptr<std::uint32_t[], Free> mHeads;
+  std::unique_ptr<Entry[], Free> mEntries;
+  std::uint32_t mCapacity = 0;
+  std::uint32_t mUsed = 0;
+  bool mIsComplete = true;
+};
+
+/// The nearest holder whose class has a Name, null if there is none.
+const Instance* namingHolder(const Instance& object) noexcept;
+/// The object's Name; empty for a class without.
+std::u16string_view nameOf(const Instance& object) noexcept;
+/// Whether one stands before the other in the order of a walk from the root: by slots, then by places in
+/// them.
+bool standsBefore(const Instance& left, const Instance& right);
+
+}  // namespace Tarvelon::metamodel::native

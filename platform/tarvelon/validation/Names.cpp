@@ -1,0 +1,150 @@
+// Short names, and namespaces: what one path can mean.
+
+#include <algorithm>
+#include <utility>
+#include <vector>
+
+#include "platform/tarvelon/Metamodel.h"
+#include "platform/tarvelon/validation/Rules.h"
+
+namespace Tarvelon::metamodel::native::validation {
+
+namespace {
+
+constexpr std::size_t kLongest = 128;
+
+bool isLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
+bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
+char16_t small(char16_t unit) {
+  return unit >= u'A' && unit <= u'Z' ? static_cast<char16_t>(unit - u'A' + u'a') : unit;
+}
+
+bool isLegal(std::u16string_view name) {
+  return isLetter(name[0]) && name.size() <= kLongest && std::ranges::all_of(name, [](char16_t unit) {
+           return isLetter(unit) || isDigit(unit) || unit == u'_';
+         });
+}
+
+/// Equal for names that differ in case alone.
+std::size_t hashOf(std::u16string_view name) {
+  std::uint64_t hash = 0xcbf29ce484222325;
+  for (const char16_t unit : name) hash = (hash ^ small(unit)) * 0x100000001b3;
+  return hash;
+}
+
+bool isSameBesidesCase(std::u16string_view left, std::u16string_view right) {
+  return std::ranges::equal(left, right, {}, small, small);
+}
+
+void addNamed(const Instance& object, Findings& findings) {
+  const auto name = nameOf(object);
+  if (!name.empty()) findings.room().named.push_back({hashOf(name), findings.room().named.size(), &object});
+}
+
+/// Everything whose name stands directly below the object's: what it holds and, of what has no name, what
+/// that holds. Once for the rules that follow each other.
+void gather(const Instance& object, Findings& findings) {
+  if (findings.room().namespaceOf == &object) return;
+  findings.room().namespaceOf = &object;
+  findings.room().named.clear();
+  auto& open = findings.room().open;
+  open.clear();
+  pushHeld(object, open);
+  while (!open.empty()) {
+    const Instance& next = *open.back();
+    open.pop_back();
+    if (hasName(next)) {
+      addNamed(next, findings);
+    } else {
+      pushHeld(next, open);
+    }
+  }
+}
+
+void sortBy(Findings& findings, auto isBefore) {
+  if (findings.room().named.size() > 1) std::ranges::sort(findings.room().named, isBefore);
+}
+
+/// Reports in order of ownership what was found in another order.
+void report(std::vector<std::pair<Findings::Named, const Instance*>>& clashes, auto add) {
+  std::ranges::sort(clashes, {}, [](const auto& each) { return each.first.order; });
+  for (const auto& [later, earlier] : clashes) add(*later.object, *earlier);
+}
+
+void reportEqual(Findings& findings) {
+  sortBy(findings, [](const auto& left, const auto& right) {
+    if (left.hash != right.hash) return left.hash < right.hash;
+    const auto order = nameOf(*left.object) <=> nameOf(*right.object);
+    return order != 0 ? order < 0 : left.order < right.order;
+  });
+  std::vector<std::pair<Findings::Named, const Instance*>> clashes;
+  const Findings::Named* first = nullptr;
+  for (const auto& each : findings.room().named) {
+    if (first && first->hash == each.hash && nameOf(*first->object) == nameOf(*each.object)) {
+      clashes.emplace_back(each, first->object);
+    } else {
+      first = &each;
+    }
+  }
+  report(clashes, [&](const Instance& later, const Instance& earlier) {
+    findings.add<foundation::NamedElement, "Name">(later, "the name " + shown(later) +
+                                                              " is taken in this namespace by the " +
+                                                              earlier.cls().methods->className().shortName() +
+                                                              " that stands before; rename one of the two");
+  });
+}
+
+}  // namespace
+
+void checkShortName(const Instance& object, Findings& findings) {
+  const auto name = nameOf(object);
+  if (name.empty()) {
+    findings.add<foundation::NamedElement, "Name">(
+        object, "is required and not set; give the " +
+                    std::string(object.cls().methods->className().shortName()) + " a short name");
+  } else if (!isLegal(name)) {
+    const std::string found = name.size() > kLongest ? std::to_string(name.size()) + " characters"
+                                                     : "\"" + K7Q::String::to_string(name) + "\"";
+    findings.add<foundation::NamedElement, "Name">(
+        object, "expected a letter, then letters, digits and underscores, 128 at most; found " + found +
+                    "; rename it, and put the readable text into longName");
+  }
+}
+
+void checkDuplicateNames(const Instance& object, Findings& findings) {
+  gather(object, findings);
+  reportEqual(findings);
+}
+
+void checkNamesByCase(const Instance& object, Findings& findings) {
+  gather(object, findings);
+  sortBy(findings, [](const auto& left, const auto& right) {
+    return left.hash != right.hash ? left.hash < right.hash : left.order < right.order;
+  });
+  std::vector<std::pair<Findings::Named, const Instance*>> clashes;
+  const Findings::Named* first = nullptr;
+  for (const auto& each : findings.room().named) {
+    if (!first || first->hash != each.hash ||
+        !isSameBesidesCase(nameOf(*first->object), nameOf(*each.object))) {
+      first = &each;
+    } else if (nameOf(*first->object) != nameOf(*each.object)) {
+      clashes.emplace_back(each, first->object);
+    }
+  }
+  report(clashes, [&](const Instance& later, const Instance& earlier) {
+    findings.add<foundation::NamedElement, "Name">(
+        later, "the name " + shown(later) + " differs from " + shown(earlier) +
+                   " of the same namespace in case alone, which AUTOSAR does not tell apart; rename one");
+  });
+}
+
+void checkRootNames(std::span<const Instance* const> roots, Findings& findings) {
+  findings.room().namespaceOf = nullptr;
+  findings.room().named.clear();
+  for (const Instance* root : roots) {
+    if (isA<foundation::Package>(*root)) addNamed(*root, findings);
+  }
+  reportEqual(findings);
+}
+
+}  // namespace Tarvelon::metamodel::native::validation

@@ -1,0 +1,119 @@
+#include <algorithm>
+
+#include "platform/tarvelon/NativeModel.h"
+#include "platform/tarvelon/Registry.h"
+#include "platform/tarvelon/validation/EveryInstance.h"
+#include "platform/tarvelon/validation/Rules.h"
+
+namespace Tarvelon::metamodel::native::validation {
+
+namespace {
+
+void visit(const Instance& object, Findings& findings) {
+  const auto& chosen = findings.planOf(object).rules;
+  const std::size_t before = findings.count();
+  bool isSound = true;
+  for (const Rule* rule : chosen) {
+    if (rule == firstThatRelies()) isSound = findings.count() == before;
+    if (!isSound) return;
+    findings.begin(*rule);
+    rule->check(object, findings);
+  }
+}
+
+template <class Visit>
+void visitTree(const Instance& root, Visit visitOne) {
+  std::vector<const Instance*> open{&root};
+  while (!open.empty()) {
+    const Instance& object = *open.back();
+    open.pop_back();
+    visitOne(object);
+    pushHeld(object, open);
+  }
+}
+
+std::vector<const Instance*> rootsOf(const NativeModel& model, Findings& findings) {
+  std::vector<const Instance*> roots;
+  forEachInstance(model, [&](const Instance& object) {
+    if (!object.owner()) roots.push_back(&object);
+  });
+  if (std::ranges::any_of(roots, [&](const Instance* root) { return isStray(*root, findings); }))
+    findings.noteStrays();
+  return roots;
+}
+
+std::vector<K7Q::Problem> validateModel(const NativeModel& model, K7Q::Deviant deviant) {
+  Findings findings(deviant);
+  const auto roots = rootsOf(model, findings);
+  findings.begin(ruleOf("duplicate-name"));
+  checkRootNames(roots, findings);
+  for (const Instance* root : roots)
+    visitTree(*root, [&](const Instance& object) { visit(object, findings); });
+  return findings.take();
+}
+
+const Instance& require(const K7Q::ObjectHandle& handle, const char* function) {
+  handle.requireValid();
+  const Instance* object = asInstance(handle.getInterface());
+  if (object) return *object;
+  throw K7Q::WrongType(std::string(function) + ": expected an object of a model, got " +
+                       std::string(handle.getInterface()->getRuvoName(false).view()));
+}
+
+const ClassData& classCalled(std::string_view name) {
+  for (const PackageRow& package : packageRows()) {
+    for (const ClassMethods* table : package.classes) {
+      if (name == table->className().name) return table->data();
+    }
+  }
+  throw K7Q::UnknownName("validatedObjects: there is no class '" + std::string(name) +
+                         "' in the metamodel; give its full name, as in "
+                         "'Tarvelon.metamodel.arplatform.behavior.Runnable'");
+}
+
+void collect(const Instance& root, const ClassData& cls, K7Q::Deviant deviant,
+             std::vector<K7Q::ClassObject>& objects) {
+  visitTree(root, [&](const Instance& object) {
+    if (object.cls().isKindOf(cls.ordinal)) objects.emplace_back(const_cast<Instance*>(&object), deviant);
+  });
+}
+
+}  // namespace
+
+}  // namespace Tarvelon::metamodel::native::validation
+
+namespace K7Q {
+
+namespace native = Tarvelon::metamodel::native;
+namespace validation = Tarvelon::metamodel::native::validation;
+
+std::vector<Problem> validate(const Model& model) {
+  return validation::validateModel(native::NativeModel::require(model), model.getDeviant());
+}
+
+std::vector<Problem> validate(const ClassObject& object) {
+  const auto& root = validation::require(object, "validate");
+  validation::Findings findings(object.getDeviant());
+  // To know better would take a look at every object of the model.
+  findings.noteStrays();
+  validation::visitTree(root, [&](const native::Instance& each) { validation::visit(each, findings); });
+  return findings.take();
+}
+
+std::vector<ClassObject> validatedObjects(const Model& model, std::string_view className) {
+  const auto& cls = validation::classCalled(className);
+  std::vector<ClassObject> objects;
+  validation::forEachInstance(native::NativeModel::require(model), [&](const native::Instance& object) {
+    if (!object.owner()) validation::collect(object, cls, model.getDeviant(), objects);
+  });
+  return objects;
+}
+
+std::vector<ClassObject> validatedObjects(const ClassObject& object, std::string_view className) {
+  const auto& cls = validation::classCalled(className);
+  std::vector<ClassObject> objects;
+  validation::collect(validation::require(object, "validatedObjects"), cls, object.getDeviant(), objects);
+  return objects;
+}
+
+}  // namespace K7Q

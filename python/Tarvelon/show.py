@@ -1,0 +1,141 @@
+"""Prints a model of a file, or a part of it: a tree for people, or with --json all of it for tools."""
+
+import argparse
+import json
+import os
+import sys
+
+import K7Q
+import Tarvelon  # noqa: F401  brings the metamodel in
+
+DEPTH = 3
+
+
+def is_object(value):
+    return isinstance(value, dict)
+
+
+def is_held(value):
+    """Whether a property holds objects, one or many."""
+    return is_object(value) or isinstance(value, list) and any(map(is_object, value))
+
+
+def held(record):
+    """What an object holds: (step, record), where a step is ".property[index]", an index from 0."""
+    for name, value in record.items():
+        if is_object(value):
+            yield f".{name}", value
+        elif is_held(value):
+            for index, each in enumerate(value):
+                yield f".{name}[{index}]", each
+
+
+def paths(root):
+    """An object and all that it holds, each as (path, record); several may have one qualified name."""
+    pending = [("", "", root)]  # the names above, and what the path is for an object without a name
+    while pending:
+        names, unnamed, record = pending.pop()
+        if "Name" in record:
+            names = unnamed = f"{names}/{record['Name']}"
+        yield unnamed, record
+        below = [(names, unnamed + step, each) for step, each in held(record)]
+        pending += reversed(below)
+
+
+def find(roots, path):
+    """The first object of that path, as references name it."""
+    wanted = path if path.startswith("/") else f"/{path}"
+    for root in roots:
+        for found, record in paths(root):
+            if found == wanted or record.get("id") == path:
+                return record
+    return None
+
+
+def text(value):
+    """A value in one line."""
+    if isinstance(value, list):
+        return ", ".join(map(text, value))
+    return value if isinstance(value, str) else json.dumps(value)
+
+
+def count(record):
+    total, pending = 0, [record]
+    while pending:
+        total += 1
+        pending += [each for _, each in held(pending.pop())]
+    return total
+
+
+def title(record):
+    name = record.get("Name")
+    return f"{name} ({record['class']})" if name is not None else f"({record['class']})"
+
+
+def lines(record, depth, indent=""):
+    """The lines of a tree: an object, its values, and what it holds down to that depth."""
+    pending = [(record, depth, indent, "")]
+    while pending:
+        record, depth, indent, label = pending.pop()
+        yield f"{indent}{label}{title(record)}"
+        inner = indent + "  "
+        for name, value in record.items():
+            if name not in ("class", "Name", "id") and not is_held(value):
+                yield f"{inner}{name} = {text(value)}"
+        if depth == 0:
+            hidden = count(record) - 1
+            if hidden:
+                yield f"{inner}... {hidden} below"
+            continue
+        pending += reversed([(each, depth - 1, inner, f"{step[1:].partition('[')[0]}: ")
+                             for step, each in held(record)])
+
+
+def parse(arguments):
+    parser = argparse.ArgumentParser(prog="tarvelon show", description=__doc__)
+    parser.add_argument("file", metavar="FILE", help="a model in a file")
+    parser.add_argument("path", nargs="?", metavar="PATH",
+                        help="an object by its qualified name, /Brakes/Controller, or by the path of a "
+                             "reference, /Brakes.adminData (default: the whole model)")
+    parser.add_argument("--json", action="store_true", help="print everything, as JSON")
+    parser.add_argument("--depth", type=int, default=DEPTH, metavar="N",
+                        help="how many levels below the object are shown; -1 for all (default: %(default)s)")
+    return parser.parse_intermixed_args(arguments)
+
+
+def report(model, options):
+    """What is printed of a model; None if nothing has that path."""
+    data = model.to_dict()
+    shown = data["objects"]
+    if options.path is not None:
+        found = find(shown, options.path)
+        if found is None:
+            return None
+        shown = [found]
+    if options.json:
+        what = data if options.path is None else shown[0]
+        return json.dumps(what, indent=1, ensure_ascii=False)
+    return "\n".join(line for each in shown for line in lines(each, options.depth)) or "no objects"
+
+
+def main(arguments=None):
+    options = parse(arguments)
+    try:
+        with K7Q.Model.load(options.file) as model:
+            output = report(model, options)
+    except (K7Q.Exception, OSError) as error:
+        print(f"tarvelon: {error}", file=sys.stderr)
+        return 1
+    if output is None:
+        print(f"tarvelon: {options.file} has no object {options.path}; without a path, show prints what "
+              "there is", file=sys.stderr)
+        return 1
+    try:
+        print(output, flush=True)
+    except BrokenPipeError:  # the reader, `head` say, has seen enough
+        os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
+    return 0
+
+
+if __name__ == "__main__":
+    sys.exit(main())

@@ -1,0 +1,111 @@
+#!/usr/bin/env bash
+# The command `tarvelon` of an installed copy. The script at the root of the source tree reads this file as well,
+# for the commands that both have, and builds before it starts the host.
+set -euo pipefail
+
+host_usage() {
+  cat <<'END'
+  run SCRIPT [ARGS]        run a Python script in the host (also: run -, run -c CODE, run -m MODULE)
+  shell                    an interactive Python with the packages imported
+  describe [--json] [NAME] print what is published: a package, a class or an enumeration
+  show FILE [PATH]         print a model of a file, or one object of it: a tree (--depth N), or --json
+  validate [--json] FILE   say what is wrong with a saved model; exits with 1 if there is an error
+  ecore FILE               write the metamodel for EMF and PyEcore
+  --version                print the version
+END
+}
+
+usage() {
+  printf 'usage: tarvelon COMMAND [ARGUMENTS]\n\n'
+  host_usage
+  printf '\nStandard output belongs to the script that runs, and its exit status is the one you get.\n'
+}
+
+self=tarvelon
+commands=(run shell describe help)
+python=/usr/bin/python3
+
+say() { printf 'tarvelon: %s\n' "$*" >&2; }
+fail() { say "$@"; exit 1; }
+misuse() { say "$1; see $self --help"; exit 2; }
+
+# nearest NAME CANDIDATE...: prints "; did you mean ...?" for the candidate that comes closest: letters may be left
+# out, put in, replaced or swapped, one in three of them.
+nearest() {
+  printf '%s\n' "${@:2}" | awk -v name="$1" '
+    function least(a, b) { return a < b ? a : b }
+    { n = length(name); m = length($0)
+      for (i = 0; i <= n; i++) for (j = 0; j <= m; j++) {
+        if (!i || !j) { d[i, j] = i + j; continue }
+        same = substr(name, i, 1) == substr($0, j, 1)
+        d[i, j] = least(least(d[i - 1, j], d[i, j - 1]) + 1, d[i - 1, j - 1] + !same)
+        if (i > 1 && j > 1 && substr(name, i, 1) == substr($0, j - 1, 1) && substr(name, i - 1, 1) == substr($0, j, 1))
+          d[i, j] = least(d[i, j], d[i - 2, j - 2] + 1)
+      }
+      if (d[n, m] <= least(int(n / 3) + (n < 3), 3) && (best == "" || d[n, m] < distance)) {
+        best = $0; distance = d[n, m] } }
+    END { if (best != "") printf "; did you mean \047%s\047?", best }'
+}
+
+version() { printf '@PROJECT_VERSION@\n'; }
+
+# Sets `packages` to the folder of Tarvelon and K7Q: from this file's own place, which may be moved or linked to.
+find_packages() {
+  local from
+  from=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
+  packages=$(readlink -e -- "$from/@TARVELON_PYTHON_FROM_BIN@") ||
+    fail "the Python packages are missing: expected them in $from/@TARVELON_PYTHON_FROM_BIN@; install Tarvelon again"
+}
+
+# What must be done before the host can start.
+prepare() { :; }
+
+# host ARGS...: becomes the interpreter, with our packages.
+host() {
+  PYTHONPATH=$packages${PYTHONPATH:+:$PYTHONPATH} exec "$python" "$@"
+}
+
+command_run() {
+  (($#)) || misuse "run needs a script"
+  if [[ $1 != -* && ! -e $1 ]]; then
+    local beside=("$(dirname -- "$1")"/*.py)
+    fail "no such script: $1$([[ ! -e ${beside[0]} ]] || nearest "$1" "${beside[@]#./}")"
+  fi
+  prepare
+  # -P: examples/collections.py and its like must not be taken for the module of Python's own.
+  [[ $1 == -* ]] || set -- -P "$@"
+  host "$@"
+}
+
+# -P: a folder named like one of our packages, where the person happens to stand, must not be taken for it.
+command_shell() {
+  prepare
+  host -i -P -m Tarvelon.shell "$@"
+}
+
+command_module() {
+  prepare
+  host -P -m "Tarvelon.$1" "${@:2}"
+}
+
+# host_command COMMAND [ARGUMENTS]: a word that is none of these is a module of the package Tarvelon.
+host_command() {
+  case ${1:-} in
+    run | shell) "command_$1" "${@:2}" ;;
+    --version) printf 'tarvelon %s\n' "$(version)" ;;
+    -h | --help | help) usage ;;
+    '') usage >&2; exit 2 ;;
+    *)
+      [[ $1 =~ ^[a-z][a-z0-9_]*$ && -f $packages/Tarvelon/$1.py ]] ||
+        misuse "there is no command '$1'$(nearest "$1" "${commands[@]}")"
+      command_module "$@"
+      ;;
+  esac
+}
+
+[[ ${BASH_SOURCE[0]} == "$0" ]] || return 0
+find_packages
+case ${1:-} in
+  build | test | fuzz | bench | format | docs | install) misuse "$1 works in a source tree alone, as ./tarvelon $1" ;;
+  *) host_command "$@" ;;
+esac

@@ -1,0 +1,245 @@
+// Listening to changes.
+
+#include <memory>
+#include <stdexcept>
+#include <vector>
+
+#include "platform/tarvelon/api/History.h"
+#include "platform/tarvelon/api/Search.h"
+#include "tests/native/Shown.h"
+#include "tests/native/Support.h"
+
+namespace {
+
+namespace api = Tarvelon::model;
+using api::Change;
+using Kind = Change::Kind;
+using Changes = std::span<const Change>;
+
+class Listeners : public testing::Test {
+ protected:
+  std::uint64_t listen() {
+    return api::listen(mModel, [this](Changes changes) {
+      mBatches.emplace_back(changes.begin(), changes.end());
+    });
+  }
+  std::vector<Kind> kindsOf(std::size_t batch) const {
+    std::vector<Kind> kinds;
+    for (const Change& each : mBatches.at(batch)) kinds.push_back(each.kind);
+    return kinds;
+  }
+  K7Q::Generic::SequenceIntf& elements() const { return mElements.get(); }
+
+  K7Q::Model mModel = K7Q::Model::create();
+  common::Package mPackage = common::Package::create(mModel, u"P");
+  variant::SystemConst mConstant = variant::SystemConst::create(mModel, u"C");
+  variant::SystemConst mOther = variant::SystemConst::create(mModel, u"D");
+  K7Q::SequenceHandle mElements = Access<foundation::Package>(mPackage, "PackagedElement").sequence();
+  std::vector<std::vector<Change>> mBatches;
+};
+
+}  // namespace
+
+TEST_F(Listeners, AreToldOfEachKindOfChange) {
+  listen();
+  mPackage.set<"category">(u"c");
+  elements().generic_push_back({}, refOf(mConstant));
+  elements().generic_push_back({}, refOf(mOther));
+  elements().generic_replace({}, 0, refOf(mOther));
+  elements().generic_clear({});
+  common::Package::create(mModel, u"Q").destroy();
+  ASSERT_EQ(mBatches.size(), 7U);
+  const Change& set = mBatches[0][0];
+  EXPECT_EQ(set.kind, Kind::Set);
+  EXPECT_TRUE(set.object == mPackage);
+  EXPECT_STREQ(api::hostName(*set.property), "category");
+  EXPECT_TRUE(set.before.isNull());
+  EXPECT_EQ(K7Q::String(set.after), K7Q::String(u"c"));
+  EXPECT_EQ(kindsOf(1), std::vector{Kind::Added});
+  EXPECT_TRUE(mBatches[1][0].after == mConstant);
+  EXPECT_EQ(mBatches[2][0].index, 1U);
+  EXPECT_EQ(kindsOf(3), std::vector{Kind::Removed});
+  EXPECT_TRUE(mBatches[3][0].before == mConstant);
+  EXPECT_EQ(kindsOf(5), (std::vector{Kind::Made, Kind::Set}));
+  EXPECT_EQ(kindsOf(6), std::vector{Kind::Destroyed});
+  EXPECT_FALSE(mBatches[6][0].object.isValid());
+}
+
+TEST_F(Listeners, AreToldOfAMoveWithinASequence) {
+  for (const char16_t* name : {u"1", u"2", u"3"})
+    mPackage.get<"PackagedElement">().add(variant::SystemConst::create(mModel, name));
+  listen();
+  elements().generic_insert({}, 0, elements().generic_at({}, 2));
+  ASSERT_EQ(kindsOf(0), std::vector{Kind::Moved});
+  EXPECT_EQ(mBatches[0][0].from, 2U);
+  EXPECT_EQ(mBatches[0][0].index, 0U);
+}
+
+TEST_F(Listeners, AreToldOnceOfATransactionAndNotOfOneThatIsTakenBack) {
+  listen();
+  {
+    api::Transaction transaction(mModel);
+    mPackage.set<"Name">(u"1");
+    mPackage.set<"Name">(u"2");
+    transaction.commit();
+  }
+  {
+    const api::Transaction transaction(mModel);
+    mPackage.set<"Name">(u"3");
+  }
+  EXPECT_EQ(mBatches.size(), 1U);
+  EXPECT_EQ(kindsOf(0), (std::vector{Kind::Set, Kind::Set}));
+}
+
+TEST_F(Listeners, AreToldOfUndoTheOtherWayRound) {
+  api::setHistoryLimit(mModel, 5);
+  listen();
+  {
+    api::Transaction transaction(mModel);
+    elements().generic_push_back({}, refOf(mConstant));
+    elements().generic_push_back({}, refOf(mOther));
+    mPackage.set<"Name">(u"1");
+    transaction.commit();
+  }
+  api::undo(mModel);
+  EXPECT_EQ(kindsOf(1), (std::vector{Kind::Set, Kind::Removed, Kind::Removed}));
+  EXPECT_EQ(K7Q::String(mBatches[1][0].after), K7Q::String(u"P"));
+  EXPECT_TRUE(mBatches[1][1].before == mOther);
+  api::redo(mModel);
+  EXPECT_EQ(kindsOf(2), kindsOf(0));
+}
+
+TEST_F(Listeners, OfAnObjectAreToldOfThatAlone) {
+  std::size_t told = 0;
+  api::listen(mConstant, [&told](Changes changes) { told += changes.size(); });
+  mOther.set<"Name">(u"x");
+  EXPECT_EQ(told, 0U);
+  mConstant.set<"Name">(u"y");
+  EXPECT_EQ(told, 1U);
+  mConstant.destroy();
+  EXPECT_EQ(told, 2U);
+  // Whatever has its number now.
+  variant::SystemConst::create(mModel, u"z").set<"Name">(u"w");
+  EXPECT_EQ(told, 2U);
+}
+
+TEST_F(Listeners, OfAnObjectComeBackWithIt) {
+  api::setHistoryLimit(mModel, 5);
+  std::size_t told = 0;
+  api::listen(mConstant, [&told](Changes changes) { told += changes.size(); });
+  mConstant.destroy();
+  api::undo(mModel);
+  mConstant.set<"Name">(u"y");
+  EXPECT_EQ(told, 3U);
+}
+
+TEST_F(Listeners, MayRaise) {
+  api::listen(mModel, [](Changes) { throw std::runtime_error("mine"); });
+  api::listen(mModel, [](Changes) { throw 1; });
+  listen();
+  EXPECT_NO_THROW(mPackage.set<"Name">(u"1"));
+  EXPECT_EQ(mBatches.size(), 1U);
+  EXPECT_EQ(mPackage.get<"Name">(), K7Q::String(u"1"));
+}
+
+TEST_F(Listeners, MayNotChangeTheModel) {
+  api::setHistoryLimit(mModel, 5);
+  mPackage.set<"Name">(u"0");
+  int told = 0;
+  api::listen(mModel, [&](Changes) {
+    ++told;
+    const std::string_view text =
+        "a listener is told of a change and may not change the model itself: note what is to be done, and do it "
+        "when the change has returned";
+    EXPECT_EQ(refusalOf([&] { mPackage.set<"Name">(u"2"); }), text);
+    EXPECT_EQ(refusalOf([&] { common::Package::create(mModel); }), text);
+    EXPECT_EQ(refusalOf([&] { mConstant.destroy(); }), text);
+    EXPECT_EQ(refusalOf([&] { elements().generic_push_back({}, refOf(mOther)); }), text);
+    EXPECT_EQ(refusalOf([&] { const api::Transaction transaction(mModel); }), text);
+    EXPECT_EQ(refusalOf([&] { api::undo(mModel); }), text);
+    EXPECT_EQ(refusalOf([&] { api::redo(mModel); }), text);
+    EXPECT_EQ(refusalOf([&] { api::setHistoryLimit(mModel, 1); }), text);
+    EXPECT_EQ(refusalOf([&] { mModel.getModelInterface()->close(); }), text);
+    // Reading is free, and so is another model.
+    EXPECT_EQ(api::objects(mModel).size(), 3U);
+    common::Package::create(K7Q::Model::create(), u"R");
+  });
+  mPackage.set<"Name">(u"1");
+  api::undo(mModel);
+  api::redo(mModel);
+  EXPECT_EQ(told, 3);
+  EXPECT_EQ(mPackage.get<"Name">(), K7Q::String(u"1"));
+  shown::checkAgreement(mModel);
+}
+
+TEST_F(Listeners, MayLeaveAndComeWhileTheyAreTold) {
+  std::uint64_t first = 0;
+  std::uint64_t second = 0;
+  std::vector<int> told;
+  first = api::listen(mModel, [&](Changes) {
+    told.push_back(1);
+    api::unlisten(mModel, first);
+    api::unlisten(mModel, second);
+    api::listen(mModel, [&](Changes) { told.push_back(3); });
+  });
+  second = api::listen(mModel, [&](Changes) { told.push_back(2); });
+  mPackage.set<"Name">(u"1");
+  EXPECT_EQ(told, std::vector{1});
+  mPackage.set<"Name">(u"2");
+  EXPECT_EQ(told, (std::vector{1, 3}));
+}
+
+TEST_F(Listeners, ThatHaveLeftAreFreedWithWhatTheyHold) {
+  const auto held = std::make_shared<int>();
+  const auto leaving = api::listen(mModel, [held](Changes) {});
+  api::listen(mConstant, [held](Changes) {});
+  EXPECT_EQ(held.use_count(), 3);
+  api::unlisten(mModel, leaving);
+  EXPECT_EQ(held.use_count(), 2);
+  mConstant.destroy();
+  EXPECT_EQ(held.use_count(), 1);
+  api::listen(mModel, [held](Changes) {});
+  mModel.getModelInterface()->close();
+  EXPECT_EQ(held.use_count(), 1);
+}
+
+TEST_F(Listeners, ThatHaveLeftTwiceTakeNobodyAlong) {
+  const auto first = listen();
+  api::unlisten(mModel, first);
+  listen();
+  api::unlisten(mModel, first);
+  mPackage.set<"Name">(u"1");
+  EXPECT_EQ(mBatches.size(), 1U);
+}
+
+TEST_F(Listeners, OfAnotherModelAreNotMeant) {
+  const auto other = K7Q::Model::create();
+  api::listen(other, [](Changes) {});
+  listen();
+  for (std::uint64_t id = 0; id < 10; ++id) api::unlisten(other, id);
+  mPackage.set<"Name">(u"1");
+  EXPECT_EQ(mBatches.size(), 1U);
+}
+
+TEST_F(Listeners, ReachAClosedModelAndAGoneObjectWithAWordOrNot) {
+  const auto id = listen();
+  mConstant.destroy();
+  expectNullReference([&] { api::listen(mConstant, [](Changes) {}); });
+  mModel.getModelInterface()->close();
+  EXPECT_NO_THROW(api::unlisten(mModel, id));
+  expectNullReference([&] { listen(); });
+  expectNullReference([&] { api::listen(mOther, [](Changes) {}); });
+}
+
+TEST_F(Listeners, MayChangeAnotherModelWhoseListenersReadThisOne) {
+  const auto other = K7Q::Model::create();
+  const auto copy = common::Package::create(other, u"copy");
+  std::string seen;
+  api::listen(other, [&](Changes) {
+    seen = K7Q::String::to_string(mPackage.get<"Name">());
+    EXPECT_THROW(mPackage.set<"Name">(u"back"), K7Q::Exception);
+  });
+  api::listen(mModel, [&](Changes) { copy.set<"Name">(mPackage.get<"Name">()); });
+  mPackage.set<"Name">(u"1");
+  EXPECT_EQ(seen, "1");
+}

@@ -1,0 +1,378 @@
+"""Random editing, compared after each step with a model in plain Python."""
+
+import copy
+
+import pytest
+
+import K7Q
+from Tarvelon.metamodel.arplatform import behavior, common, variant
+
+hypothesis = pytest.importorskip("hypothesis")
+from hypothesis import settings  # noqa: E402
+from hypothesis import strategies as st  # noqa: E402
+from hypothesis.stateful import RuleBasedStateMachine, initialize, invariant, precondition, rule  # noqa: E402
+
+NAMES = st.sampled_from(["a", "b", "c", ""])
+PICK = st.integers(0, 10**6)
+HISTORY = 4
+
+MAKERS = {
+    "package": lambda model, name: common.Package(model, name),
+    "constant": lambda model, name: variant.SystemConst(model, name),
+    "runnable": lambda model, name: behavior.Runnable(model, name, name),
+    "event": lambda model, name: behavior.InitEvent(model, name),
+    "formula": lambda model, name: variant.SystemConstDependentFormula(model, name),
+}
+CLASSES = {
+    "package": common.Package,
+    "constant": variant.SystemConst,
+    "runnable": behavior.Runnable,
+    "event": behavior.InitEvent,
+    "formula": variant.SystemConstDependentFormula,
+}
+
+
+class Plain:
+    """What an object should look like; others are named by their keys."""
+
+    def __init__(self, kind, name):
+        self.kind = kind
+        self.name = name
+        self.owner = None
+        self.elements = []  # held by a package
+        self.refers = []  # of a formula, or the events of a runnable
+        self.starts = None  # of an event: the runnable
+
+
+class State:
+    """All objects that there are, by key; the keys stand in the order in which the objects were made."""
+
+    def __init__(self):
+        self.objects = {}
+
+    def of(self, *kinds):
+        return [key for key, each in self.objects.items() if each.kind in kinds]
+
+    def holds(self, above, below):
+        while below is not None:
+            if below == above:
+                return True
+            below = self.objects[below].owner
+        return False
+
+    def leave(self, key):
+        owner = self.objects[key].owner
+        if owner is not None:
+            self.objects[owner].elements.remove(key)
+            self.objects[key].owner = None
+
+    def start(self, event, runnable):
+        former = self.objects[event].starts
+        if former == runnable:
+            return
+        if former is not None:
+            self.objects[former].refers.remove(event)
+        self.objects[event].starts = runnable
+        if runnable is not None:
+            self.objects[runnable].refers.append(event)
+
+    def tree(self, key):
+        return [key] + [each for element in self.objects[key].elements for each in self.tree(element)]
+
+    def destroy(self, key):
+        self.leave(key)
+        gone = set(self.tree(key))
+        for each in gone:
+            del self.objects[each]
+        for each in self.objects.values():
+            each.refers = [other for other in each.refers if other not in gone]
+            if each.starts in gone:
+                each.starts = None
+
+    def path(self, key):
+        each = self.objects[key]
+        above = self.path(each.owner) if each.owner is not None else ""
+        return above + "/" + each.name
+
+
+class Editing(RuleBasedStateMachine):
+    @initialize()
+    def begin(self):
+        self.model = K7Q.Model.create()
+        self.model.history = HISTORY
+        self.state = State()
+        self.handles = {}
+        self.past = []
+        self.future = []
+        self.open = []  # transactions, with what was before each
+        self.batches = 0
+        self.told = 0
+        self.model.listen(self.note)
+
+    def note(self, changes):
+        assert changes
+        self.told += 1
+
+    def teardown(self):
+        if hasattr(self, "model"):
+            self.model.close()
+            assert not any(each.isvalid() for each in self.handles.values())
+
+    # What makes a batch.
+
+    def change(self, edit):
+        """Runs an edit of both; what was before can come back, when it is a batch of its own."""
+        before = copy.deepcopy(self.state)
+        told = self.told
+        edit()
+        if self.open:
+            assert self.told == told
+        elif self.told != told:
+            self.remember(before)
+
+    def remember(self, before):
+        self.past = (self.past + [before])[-HISTORY:]
+        self.future = []
+
+    def pick(self, number, *kinds):
+        keys = self.state.of(*kinds)
+        return keys[number % len(keys)] if keys else None
+
+    @rule(kind=st.sampled_from(sorted(MAKERS)), name=NAMES)
+    def create(self, kind, name):
+        if len(self.state.objects) >= 15:
+            return
+
+        def edit():
+            key = len(self.handles)
+            self.handles[key] = MAKERS[kind](self.model, name)
+            self.state.objects[key] = Plain(kind, name)
+
+        self.change(edit)
+
+    @rule(number=PICK, name=NAMES)
+    def rename(self, number, name):
+        key = self.pick(number, "package", "constant", "runnable", "event")
+        if key is None:
+            return
+
+        def edit():
+            self.handles[key].Name = name
+            self.state.objects[key].name = name
+
+        self.change(edit)
+
+    @rule(first=PICK, second=PICK, place=PICK)
+    def move(self, first, second, place):
+        into, key = self.pick(first, "package"), self.pick(second, "package", "constant")
+        if into is None or key is None:
+            return
+        elements = self.handles[into].PackagedElement
+        place = place % (len(elements) + 1)
+        if self.state.holds(key, into):
+            with pytest.raises(K7Q.WrongValue):
+                elements.insert(place + 1, self.handles[key])
+            return
+
+        def edit():
+            elements.insert(place + 1, self.handles[key])
+            listed = self.state.objects[into].elements
+            shift = 1 if key in listed and listed.index(key) < place else 0
+            self.state.leave(key)
+            self.state.objects[into].elements.insert(place - shift, key)
+            self.state.objects[key].owner = into
+
+        self.change(edit)
+
+    @rule(number=PICK, place=PICK)
+    def release(self, number, place):
+        key = self.pick(number, "package")
+        if key is None or not self.state.objects[key].elements:
+            return
+        place = place % len(self.state.objects[key].elements)
+
+        def edit():
+            del self.handles[key].PackagedElement[place]
+            self.state.leave(self.state.objects[key].elements[place])
+
+        self.change(edit)
+
+    @rule(first=PICK, second=PICK)
+    def refer(self, first, second):
+        formula, constant = self.pick(first, "formula"), self.pick(second, "constant")
+        if formula is None or constant is None:
+            return
+
+        def edit():
+            self.handles[formula].SysConst.append(self.handles[constant])
+            if constant not in self.state.objects[formula].refers:
+                self.state.objects[formula].refers.append(constant)
+
+        self.change(edit)
+
+    @rule(number=PICK)
+    def clear(self, number):
+        key = self.pick(number, "formula", "runnable")
+        if key is None:
+            return
+
+        def edit():
+            each = self.state.objects[key]
+            if each.kind == "formula":
+                self.handles[key].SysConst.clear()
+                each.refers = []
+            else:
+                self.handles[key].Events.clear()
+                for event in list(each.refers):
+                    self.state.start(event, None)
+
+        self.change(edit)
+
+    @rule(first=PICK, second=PICK, isByEvent=st.booleans())
+    def start(self, first, second, isByEvent):
+        event, runnable = self.pick(first, "event"), self.pick(second, "runnable")
+        if event is None or runnable is None:
+            return
+
+        def edit():
+            if isByEvent:
+                self.handles[event].StartOnEvent = self.handles[runnable]
+            else:
+                self.handles[runnable].Events.append(self.handles[event])
+            self.state.start(event, runnable)
+
+        self.change(edit)
+
+    @rule(number=PICK)
+    def unset(self, number):
+        event = self.pick(number, "event")
+        if event is None:
+            return
+
+        def edit():
+            self.handles[event].StartOnEvent = None
+            self.state.start(event, None)
+
+        self.change(edit)
+
+    @rule(number=PICK)
+    def destroy(self, number):
+        key = self.pick(number, *MAKERS)
+        if key is None:
+            return
+
+        def edit():
+            self.handles[key].destroy()
+            self.state.destroy(key)
+
+        self.change(edit)
+
+    # Transactions, undo, redo.
+
+    @precondition(lambda self: len(self.open) < 3)
+    @rule()
+    def beginTransaction(self):
+        self.open.append((self.model.transaction(), copy.deepcopy(self.state), self.told))
+
+    @precondition(lambda self: self.open)
+    @rule()
+    def commit(self):
+        transaction, before, told = self.open.pop()
+        transaction.commit()
+        if not self.open and self.told != told:
+            self.remember(before)
+
+    @precondition(lambda self: self.open)
+    @rule(depth=PICK)
+    def rollBack(self, depth):
+        depth = depth % len(self.open)
+        transaction, self.state, told = self.open[depth]
+        del self.open[depth:]
+        transaction.rollback()
+        assert self.told == told
+
+    @rule()
+    def undo(self):
+        if self.open:
+            with pytest.raises(K7Q.Exception, match="while a transaction of the model is open"):
+                self.model.undo()
+            return
+        assert self.model.undo() == bool(self.past)
+        if self.past:
+            self.future.append(self.state)
+            self.state = self.past.pop()
+
+    @precondition(lambda self: not self.open)
+    @rule()
+    def redo(self):
+        assert self.model.redo() == bool(self.future)
+        if self.future:
+            self.past.append(self.state)
+            self.state = self.future.pop()
+
+    # What must hold.
+
+    def found(self, objects):
+        keys = {each: key for key, each in self.handles.items()}
+        return [keys[each] for each in objects]
+
+    @invariant()
+    def agreesWithThePlainModel(self):
+        if not hasattr(self, "model"):
+            return
+        model, state = self.model, self.state
+        assert {key for key, each in self.handles.items() if each.isvalid()} == set(state.objects)
+        objects = self.found(model.objects())
+        assert sorted(objects) == sorted(state.objects)
+        if not self.open:
+            assert (model.undoable, model.redoable) == (len(self.past), len(self.future))
+        for key, each in state.objects.items():
+            self.compare(key, each)
+        for kind, cls in CLASSES.items():
+            assert self.found(model.instances(cls)) == state.of(kind)
+
+    def compare(self, key, each):
+        handle, state = self.handles[key], self.state
+        assert handle.Owner is (None if each.owner is None else self.handles[each.owner])
+        mentions = []
+        if each.kind == "package":
+            assert self.found(handle.PackagedElement) == each.elements
+        if each.kind == "formula":
+            assert self.found(handle.SysConst) == each.refers
+            assert handle.qualifiedName == ""
+        else:
+            assert handle.Name == each.name and handle.qualifiedName == state.path(key)
+        if each.kind == "runnable":
+            assert self.found(handle.Events) == each.refers
+            mentions = [(event, "StartOnEvent") for event in each.refers]
+        if each.kind == "event":
+            assert handle.StartOnEvent is (None if each.starts is None else self.handles[each.starts])
+            mentions = [] if each.starts is None else [(each.starts, "Events")]
+        if each.kind == "constant":
+            mentions = [(other, "SysConst") for other in state.of("formula") if key in state.objects[other].refers]
+        referrers = handle.referrers()
+        assert sorted((self.found([each.object])[0], each.property) for each in referrers) == sorted(mentions)
+
+    @invariant()
+    def findsEveryName(self):
+        if not hasattr(self, "model"):
+            return
+        paths = {}
+        for key, each in self.state.objects.items():
+            if each.kind != "formula":
+                paths.setdefault(self.state.path(key), []).append(key)
+        for path, keys in paths.items():
+            if "" in path[1:].split("/"):
+                keys = []
+            found = self.found(self.model.find_all(path))
+            assert sorted(found) == sorted(keys)
+            assert self.model.find(path) is (self.handles[found[0]] if found else None)
+            for left, right in zip(found, found[1:]):
+                owner = self.state.objects[left].owner
+                if owner is not None and owner == self.state.objects[right].owner:
+                    elements = self.state.objects[owner].elements
+                    assert elements.index(left) < elements.index(right)
+
+
+TestEditing = Editing.TestCase
+TestEditing.settings = settings(max_examples=30, stateful_step_count=60, deadline=None)
