@@ -91,6 +91,9 @@ class Reader final : public ParserHandler {
   void readReferences(const Frame& frame, const Feature& feature, std::string_view ids,
                       std::string_view attribute);
   void refer(const PendingReference& reference, std::string_view attribute);
+  /// Why the reference cannot be made, null once it is.
+  const char* tie(const PendingReference& reference, native::Instance& target);
+  const char* tieInList(const PendingReference& reference, native::Instance& target);
 
   ClassSchema* classOf(QualifiedName name, Place place);
   ClassSchema* classOfType(std::string_view type, Place place);
@@ -115,6 +118,10 @@ class Reader final : public ParserHandler {
   Schema mSchema;
   IdTable mIds;
   PendingReferences mPending;
+  /// The list that got the last elements, and how many it got in a row.
+  const native::Instance* mFilled = nullptr;
+  const Feature* mFilledFeature = nullptr;
+  std::uint32_t mFilledCount = 0;
   std::vector<Frame> mFrames;
   std::string mValue;
   std::u16string mUnits;

@@ -181,7 +181,7 @@ void Reader::readReferences(const Frame& frame, const Feature& feature, std::str
   }
   const Place place = areKnown ? Place{0, 0} : here();
   for (const IdTable::Key target : mTargets) {
-    const PendingReference reference{frame.object, &feature, target, place};
+    const PendingReference reference{frame.object, &feature, target, place, !attribute.empty()};
     if (areKnown) {
       refer(reference, attribute);
     } else {
@@ -192,28 +192,65 @@ void Reader::readReferences(const Frame& frame, const Feature& feature, std::str
 }
 
 void Reader::refer(const PendingReference& reference, std::string_view attribute) {
-  Instance& object = *reference.object;
   const Feature& feature = *reference.feature;
   const IdTable::Entry* entry = mIds.find(reference.target);
   std::string fault;
   if (!entry) {
-    fault = ": no object has the id ";
+    fault = "no object has the id ";
   } else if (!entry->object) {
-    fault = ": the object was left out that has the id ";
+    fault = "the object was left out that has the id ";
   } else if (!entry->object->cls().isKindOf(feature.narrowest->type()->data().ordinal)) {
-    fault = ": expected " + typeName(*feature.narrowest->type()) + ", got a " +
+    fault = "expected " + typeName(*feature.narrowest->type()) + ", got a " +
             typeName(*entry->object->cls().methods) + " with the id ";
-  } else if (!feature.declared->isMany()) {
-    if (!object.has(feature.slot))
-      return native::store(object, feature.slot, {Word{.object = entry->object}, false});
-    fault = ": expected one object, got another with the id ";
-  } else if (!native::containsElement(object, feature.slot, *entry->object)) {
-    return native::insertElement(object, feature.slot, sizeOf(object, feature), *entry->object);
+  } else if (const char* refusal = tie(reference, *entry->object)) {
+    fault = refusal;
   } else {
-    fault = ": an object stands once in it, and twice there is the id ";
+    return;
   }
   report(reference.place.line == 0 ? placeOfValue(attribute) : reference.place,
-         nameOf(object, feature) + fault + inQuotes(mIds.textOf(reference.target)));
+         nameOf(*reference.object, feature) + ": " + fault + inQuotes(mIds.textOf(reference.target)));
+}
+
+// Of two properties that are each other's way back, the one that is read first makes both: the other finds
+// its values there.
+const char* Reader::tie(const PendingReference& reference, Instance& target) {
+  Instance& object = *reference.object;
+  const Feature& feature = *reference.feature;
+  const native::Property* back = feature.narrowest->opposite();
+  if (back && !back->isMany()) {
+    const Word* other = target.find(target.cls().placeOf(back->ownerClass().data(), back->id()).slot);
+    if (other && other->object != &object) return "an object refers back to another, the one with the id ";
+  }
+  if (feature.declared->isMany()) return tieInList(reference, target);
+  if (const Word* present = object.find(feature.slot)) {
+    return back && present->object == &target ? nullptr : "expected one object, got another with the id ";
+  }
+  native::store(object, feature.slot, {Word{.object = &target}, false});
+  return nullptr;
+}
+
+const char* Reader::tieInList(const PendingReference& reference, Instance& target) {
+  Instance& object = *reference.object;
+  const Feature& feature = *reference.feature;
+  if (mFilled != &object || mFilledFeature != &feature) mFilledCount = 0;
+  mFilled = &object;
+  mFilledFeature = &feature;
+  const std::uint32_t size = sizeOf(object, feature);
+  const std::uint32_t place = reference.isListed ? std::min(mFilledCount, size) : size;
+  if (!native::containsElement(object, feature.slot, target)) {
+    native::insertElement(object, feature.slot, place, target);
+  } else if (reference.isListed) {
+    // The way back has put it somewhere behind what was listed before it.
+    native::WordList& list = *native::listOf(object, feature.slot);
+    const bool isThere = place < size && list.at(place).object == &target;
+    const std::uint32_t found = isThere ? place : list.find(&target);
+    if (found < place) return "an object stands once in it, and twice there is the id ";
+    if (found != place) list.move(found, place);
+  } else if (!feature.narrowest->opposite()) {
+    return "an object stands once in it, and twice there is the id ";
+  }
+  ++mFilledCount;
+  return nullptr;
 }
 
 void Reader::finish() {

@@ -1,5 +1,5 @@
-// Each allocation of a change fails in turn, in a model whose changes are noted: afterwards the model is as it
-// was before or as it is after the change, and goes on working.
+// Each allocation of a change fails in turn, in a model whose changes are noted: afterwards the model is as
+// it was before or as it is after the change, and goes on working.
 
 #include <functional>
 #include <memory>
@@ -107,7 +107,8 @@ const std::vector<Named> kChanges = {
      }},
 };
 
-const auto kArms = {+[](std::size_t n) { failing::gCountdown = n; }, +[](std::size_t n) { utFailAllocation(n); }};
+const auto kArms = {+[](std::size_t n) { failing::gCountdown = n; },
+                    +[](std::size_t n) { utFailAllocation(n); }};
 /// More allocations than any of these changes needs.
 constexpr std::size_t kMost = 40;
 
@@ -162,7 +163,8 @@ TEST_P(ChangeFailures, LeaveTheModelAsItWas) {
       if (failed) change(scene);
       ASSERT_EQ(scene.shown(), after);
       if (scene.mTransaction) scene.mTransaction->rollBack();
-      while (api::undo(scene.mModel)) {}
+      while (api::undo(scene.mModel)) {
+      }
       if (GetParam() != Journal::Listener) {
         ASSERT_EQ(scene.shown(), before);
       }
@@ -190,10 +192,12 @@ TEST_F(HistoryFailures, DoNotTouchWhatIsTakenBack) {
         change(scene);
         const std::string after = scene.shown();
         ASSERT_FALSE(hasFailed(arm, n, [&] { api::undo(scene.mModel); }));
-        while (api::undo(scene.mModel)) {}
+        while (api::undo(scene.mModel)) {
+        }
         ASSERT_EQ(scene.shown(), before);
         ASSERT_FALSE(hasFailed(arm, n, [&] { api::redo(scene.mModel); }));
-        while (api::redo(scene.mModel)) {}
+        while (api::redo(scene.mModel)) {
+        }
         ASSERT_EQ(scene.shown(), after);
       }
     }
@@ -221,13 +225,15 @@ TEST_F(HistoryFailures, DoNotTouchTheEndOfATransaction) {
 }
 
 TEST_F(HistoryFailures, InABeginLeaveNoTransactionOpen) {
-  eachFailure(Journal::History, kNothing, [](Scene& s) { s.mTransaction = std::make_unique<api::Transaction>(s.mModel); },
-              [](Scene& scene, bool failed) {
-                ASSERT_EQ(scene.mTransaction == nullptr, failed);
-                if (failed) {
-                  ASSERT_NO_THROW(api::undo(scene.mModel));
-                }
-              });
+  eachFailure(
+      Journal::History, kNothing,
+      [](Scene& s) { s.mTransaction = std::make_unique<api::Transaction>(s.mModel); },
+      [](Scene& scene, bool failed) {
+        ASSERT_EQ(scene.mTransaction == nullptr, failed);
+        if (failed) {
+          ASSERT_NO_THROW(api::undo(scene.mModel));
+        }
+      });
 }
 
 TEST_F(HistoryFailures, InABoundLeaveTheHistoryAsItWas) {
@@ -236,24 +242,26 @@ TEST_F(HistoryFailures, InABoundLeaveTheHistoryAsItWas) {
     s.mPackage.set<"Name">(u"2");
     api::undo(s.mModel);
   };
-  eachFailure(Journal::History, prepare, [](Scene& s) { api::setHistoryLimit(s.mModel, 100); },
-              [](Scene& scene, bool failed) {
-                ASSERT_EQ(api::historyLimit(scene.mModel), failed ? 2U : 100U);
-                ASSERT_TRUE(api::redo(scene.mModel));
-                ASSERT_TRUE(api::undo(scene.mModel));
-                ASSERT_TRUE(api::undo(scene.mModel));
-              });
+  eachFailure(
+      Journal::History, prepare, [](Scene& s) { api::setHistoryLimit(s.mModel, 100); },
+      [](Scene& scene, bool failed) {
+        ASSERT_EQ(api::historyLimit(scene.mModel), failed ? 2U : 100U);
+        ASSERT_TRUE(api::redo(scene.mModel));
+        ASSERT_TRUE(api::undo(scene.mModel));
+        ASSERT_TRUE(api::undo(scene.mModel));
+      });
 }
 
 TEST_F(HistoryFailures, InListeningLeaveNoListener) {
   const auto told = std::make_shared<int>();
-  eachFailure(Journal::Transaction, [](Scene& s) { s.mTransaction.reset(); },
-              [told](Scene& s) { api::listen(s.mPackage, [told](std::span<const api::Change>) { ++*told; }); },
-              [told](Scene& scene, bool failed) {
-                const int before = *told;
-                scene.mPackage.set<"Name">(u"1");
-                ASSERT_EQ(*told - before, failed ? 0 : 1);
-              });
+  eachFailure(
+      Journal::Transaction, [](Scene& s) { s.mTransaction.reset(); },
+      [told](Scene& s) { api::listen(s.mPackage, [told](std::span<const api::Change>) { ++*told; }); },
+      [told](Scene& scene, bool failed) {
+        const int before = *told;
+        scene.mPackage.set<"Name">(u"1");
+        ASSERT_EQ(*told - before, failed ? 0 : 1);
+      });
 }
 
 TEST_F(HistoryFailures, InASearchLeaveItToTheNext) {

@@ -171,9 +171,10 @@ TEST_F(Transactions, KeepUndoAndTheHistoryOut) {
             "cannot undo while a transaction of the model is open; commit it or roll it back first");
   EXPECT_EQ(refusalOf([&] { api::redo(mModel); }),
             "cannot redo while a transaction of the model is open; commit it or roll it back first");
-  EXPECT_EQ(refusalOf([&] { api::setHistoryLimit(mModel, 0); }),
-            "cannot change the length of the history while a transaction of the model is open; commit it or roll "
-            "it back first");
+  EXPECT_EQ(
+      refusalOf([&] { api::setHistoryLimit(mModel, 0); }),
+      "cannot change the length of the history while a transaction of the model is open; commit it or roll "
+      "it back first");
 }
 
 TEST_F(Transactions, FreeWhatWasMadeInThem) {
@@ -212,7 +213,10 @@ TEST_F(History, BringsBackADestroyedTreeWithAllThatReferredToIt) {
   inner.get<"PackagedElement">().add(deep);
   const auto formula = variant::SystemConstDependentFormula::create(mModel, u"f");
   for (const char16_t* name : {u"1", u"2"}) formula.get<"SysConst">().add(constant(name));
-  Access<variant::SystemConstDependentFormula>(formula, "SysConst").sequence().get().generic_insert({}, 1, refOf(deep));
+  Access<variant::SystemConstDependentFormula>(formula, "SysConst")
+      .sequence()
+      .get()
+      .generic_insert({}, 1, refOf(deep));
   const auto sdx = referTo(deep);
   const auto inside = referTo(inner);
   takeBack([&] { inner.destroy(); });
@@ -256,7 +260,10 @@ TEST_F(History, ForgetsWhatCouldBeMadeAgainWithTheNextChange) {
 TEST_F(History, KeepsItThroughATransactionThatIsTakenBack) {
   mPackage.set<"Name">(u"1");
   undo();
-  { const Transaction transaction(mModel); mPackage.set<"Name">(u"2"); }
+  {
+    const Transaction transaction(mModel);
+    mPackage.set<"Name">(u"2");
+  }
   EXPECT_TRUE(redo());
   EXPECT_EQ(mPackage.get<"Name">(), K7Q::String(u"1"));
 }
@@ -264,7 +271,8 @@ TEST_F(History, KeepsItThroughATransactionThatIsTakenBack) {
 TEST_F(History, HasABound) {
   for (int i = 0; i < 25; ++i) mPackage.set<"Name">(K7Q::String::fromUtf8(std::to_string(i)));
   EXPECT_EQ(api::undoable(mModel), 10U);
-  while (undo()) {}
+  while (undo()) {
+  }
   EXPECT_EQ(mPackage.get<"Name">(), K7Q::String(u"14"));
   EXPECT_EQ(api::redoable(mModel), 10U);
 }
@@ -274,7 +282,8 @@ TEST_F(History, HasABoundThatHoldsWhenItWasMadeSmaller) {
   for (int i = 0; i < 5; ++i) undo();
   api::setHistoryLimit(mModel, 5);
   EXPECT_EQ(api::undoable(mModel), 5U);
-  while (redo()) {}
+  while (redo()) {
+  }
   for (int i = 0; i < 10; ++i) mPackage.set<"Name">(K7Q::String::fromUtf8(std::to_string(i)));
   EXPECT_EQ(api::undoable(mModel), 5U);
   api::setHistoryLimit(mModel, 0);
@@ -318,7 +327,8 @@ TEST_F(History, FindsItsRoomWhenAReferrerOfLongAgoIsFreed) {
   referring[1].unset<"sdgCaptionRef">();
   referring[2].unset<"sdgCaptionRef">();
   mPackage.set<"Name">(u"Q");
-  while (undo()) {}
+  while (undo()) {
+  }
   shown::checkAgreement(mModel);
   EXPECT_EQ(api::referrers(caption).size(), 2U);
 }

@@ -19,9 +19,8 @@ using Changes = std::span<const Change>;
 class Listeners : public testing::Test {
  protected:
   std::uint64_t listen() {
-    return api::listen(mModel, [this](Changes changes) {
-      mBatches.emplace_back(changes.begin(), changes.end());
-    });
+    return api::listen(mModel,
+                       [this](Changes changes) { mBatches.emplace_back(changes.begin(), changes.end()); });
   }
   std::vector<Kind> kindsOf(std::size_t batch) const {
     std::vector<Kind> kinds;
@@ -149,7 +148,8 @@ TEST_F(Listeners, MayNotChangeTheModel) {
   api::listen(mModel, [&](Changes) {
     ++told;
     const std::string_view text =
-        "a listener is told of a change and may not change the model itself: note what is to be done, and do it "
+        "a listener is told of a change and may not change the model itself: note what is to be done, and do "
+        "it "
         "when the change has returned";
     EXPECT_EQ(refusalOf([&] { mPackage.set<"Name">(u"2"); }), text);
     EXPECT_EQ(refusalOf([&] { common::Package::create(mModel); }), text);

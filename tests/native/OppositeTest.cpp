@@ -177,10 +177,12 @@ TEST_P(Opposite, OfASingleReferenceTakesThePartnersOfBoth) {
 }
 
 TEST_P(Opposite, LeavesAPortOfAnyOtherClass) {
-  std::vector<K7Q::ClassObject> ports = {
-      port::DataSenderPort::create(mModel),        port::ServerPort::create(mModel),
-      port::NvDataSenderReceiverPort::create(mModel), port::DataSenderReceiverPort::create(mModel),
-      port::PersistencyProvidedRequiredPort::create(mModel), port::ServiceProvidedPort::create(mModel)};
+  std::vector<K7Q::ClassObject> ports = {port::DataSenderPort::create(mModel),
+                                         port::ServerPort::create(mModel),
+                                         port::NvDataSenderReceiverPort::create(mModel),
+                                         port::DataSenderReceiverPort::create(mModel),
+                                         port::PersistencyProvidedRequiredPort::create(mModel),
+                                         port::ServiceProvidedPort::create(mModel)};
   const auto option = behavior::PortAPIOption::create(mModel);
   for (const auto& from : ports) {
     for (const auto& to : ports) {

@@ -1,5 +1,5 @@
-// Random editing with transactions, undo and redo: every state that is taken back or made again must look as it
-// did when it was left. TARVELON_RANDOM_STEPS makes it longer.
+// Random editing with transactions, undo and redo: every state that is taken back or made again must look as
+// it did when it was left. TARVELON_RANDOM_STEPS makes it longer.
 
 #include <cstdlib>
 #include <memory>
@@ -37,11 +37,21 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
   void create() {
     if (api::objects(mModel).size() >= kMostObjects) return;
     switch (pick(7)) {
-      case 6: common::SdgCaption::create(mModel, name()); break;
-      case 0: common::Package::create(mModel, name()); break;
-      case 1: variant::PredefinedVariant::create(mModel, name()); break;
-      case 2: behavior::Runnable::create(mModel, name(), name()); break;
-      case 3: behavior::InitEvent::create(mModel, name()); break;
+      case 6:
+        common::SdgCaption::create(mModel, name());
+        break;
+      case 0:
+        common::Package::create(mModel, name());
+        break;
+      case 1:
+        variant::PredefinedVariant::create(mModel, name());
+        break;
+      case 2:
+        behavior::Runnable::create(mModel, name(), name());
+        break;
+      case 3:
+        behavior::InitEvent::create(mModel, name());
+        break;
       case 4: {
         const auto target = any<variant::PredefinedVariant>();
         if (target.isNull()) {
@@ -51,7 +61,8 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
         }
         break;
       }
-      default: common::Sdg::create(mModel, name());
+      default:
+        common::Sdg::create(mModel, name());
     }
   }
 
@@ -86,7 +97,8 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
   void nest() {
     const auto outer = any<common::Sdg>();
     const auto inner = any<common::SdgContents>();
-    if (!outer.isNull() && !inner.isNull()) editSequence(Access<common::Sdg>(outer, "SdgContents").sequence(), inner);
+    if (!outer.isNull() && !inner.isNull())
+      editSequence(Access<common::Sdg>(outer, "SdgContents").sequence(), inner);
   }
   void start() {
     const auto event = any<behavior::InitEvent>();
@@ -94,9 +106,14 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
     if (event.isNull() || runnable.isNull()) return;
     const Access<behavior::Event> starts(event, "StartOnEvent");
     switch (pick(3)) {
-      case 0: starts.set(runnable); break;
-      case 1: starts.unset(); break;
-      default: editSequence(Access<behavior::Runnable>(runnable, "Events").sequence(), event);
+      case 0:
+        starts.set(runnable);
+        break;
+      case 1:
+        starts.unset();
+        break;
+      default:
+        editSequence(Access<behavior::Runnable>(runnable, "Events").sequence(), event);
     }
   }
   void refer() {
@@ -127,14 +144,31 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
   void edit() {
     try {
       switch (pick(10)) {
-        case 0: case 1: create(); break;
-        case 2: case 3: move(); break;
-        case 4: include(); break;
-        case 5: nest(); break;
-        case 6: start(); break;
-        case 7: refer(); break;
-        case 8: rename(); break;
-        default: destroy();
+        case 0:
+        case 1:
+          create();
+          break;
+        case 2:
+        case 3:
+          move();
+          break;
+        case 4:
+          include();
+          break;
+        case 5:
+          nest();
+          break;
+        case 6:
+          start();
+          break;
+        case 7:
+          refer();
+          break;
+        case 8:
+          rename();
+          break;
+        default:
+          destroy();
       }
     } catch (const K7Q::WrongValue&) {
       // It would have held itself.
@@ -182,9 +216,14 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
   void step() {
     if (isOneIn(8)) api::find(mModel, u"/a");
     switch (pick(8)) {
-      case 0: undo(); return;
-      case 1: redo(); return;
-      default: break;
+      case 0:
+        undo();
+        return;
+      case 1:
+        redo();
+        return;
+      default:
+        break;
     }
     mIsEditing = true;
     if (isOneIn(4)) {

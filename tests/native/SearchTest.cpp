@@ -42,7 +42,8 @@ TEST_F(Find, GoesDownTheNames) {
   EXPECT_TRUE(finds(u"/A/B/C", leaf));
   EXPECT_TRUE(finds(u"A/B/C", leaf));
   EXPECT_EQ(api::qualifiedName(leaf), u"/A/B/C");
-  for (const char16_t* name : {u"", u"/", u"//", u"/B", u"/A/C", u"/A/B/C/D", u"/A//B", u"//A", u"/A/", u"a", u" A"}) {
+  for (const char16_t* name :
+       {u"", u"/", u"//", u"/B", u"/A/C", u"/A/B/C/D", u"/A//B", u"//A", u"/A/", u"a", u" A"}) {
     EXPECT_TRUE(findsNothing(name)) << K7Q::String::to_string(std::u16string_view(name));
     EXPECT_TRUE(api::findAll(mModel, name).empty());
   }
@@ -163,7 +164,8 @@ TEST_F(Find, StaysRightWhileTheIndexFillsAndIsBuiltAnew) {
   const auto above = package(u"A");
   std::vector<variant::SystemConst> constants;
   for (int i = 0; i < 500; ++i) {
-    constants.push_back(put(above, variant::SystemConst::create(mModel, K7Q::String::fromUtf8("c" + std::to_string(i)))));
+    constants.push_back(
+        put(above, variant::SystemConst::create(mModel, K7Q::String::fromUtf8("c" + std::to_string(i)))));
     ASSERT_TRUE(finds(u"/A/c0", constants[0]));
   }
   for (int round = 0; round < 1000; ++round) {
@@ -338,7 +340,8 @@ TEST_F(Search, DoesNotTellOfReferrersThatAreGoneForNow) {
 
 TEST_F(Search, KnowsClassesByTheirDottedNames) {
   EXPECT_EQ(api::findClass("Tarvelon.metamodel.arplatform.common.Package"), &table<common::Package>());
-  EXPECT_EQ(api::findClass("Tarvelon.metamodel.arplatform.common.ImmutablePackage"), &table<common::Package>());
+  EXPECT_EQ(api::findClass("Tarvelon.metamodel.arplatform.common.ImmutablePackage"),
+            &table<common::Package>());
   EXPECT_EQ(api::findClass("Tarvelon.metamodel.arplatform.common.Nothing"), nullptr);
   EXPECT_EQ(api::findClass(""), nullptr);
 }

@@ -61,7 +61,8 @@ std::vector<K7Q::Generic::Ref> elementsOf(const K7Q::ClassObject& object, const 
   const K7Q::SequenceHandle sequence(
       property.owner().getSequence(object.getClassObject(), {}, property.id(), true), {});
   std::vector<K7Q::Generic::Ref> elements;
-  for (int i = 0; i < sequence.get().generic_size({}); ++i) elements.push_back(sequence.get().generic_at({}, i));
+  for (int i = 0; i < sequence.get().generic_size({}); ++i)
+    elements.push_back(sequence.get().generic_at({}, i));
   return elements;
 }
 
@@ -69,7 +70,8 @@ std::vector<K7Q::Generic::Ref> elementsOf(const K7Q::ClassObject& object, const 
 std::vector<ObjectIntf*> objectsAt(const K7Q::ClassObject& object, const PropertyIntf& property) {
   std::vector<ObjectIntf*> objects;
   if (isMany(property)) {
-    for (const auto& each : elementsOf(object, property)) objects.push_back(static_cast<ObjectIntf*>(each.value()));
+    for (const auto& each : elementsOf(object, property))
+      objects.push_back(static_cast<ObjectIntf*>(each.value()));
   } else if (const K7Q::Object value = valueOf(object, property); !value.isNull()) {
     objects.push_back(value.getInterface());
   }
@@ -95,7 +97,8 @@ std::string textOf(const K7Q::Object& value, const Places& places) {
   using K7Q::NSInterface::ScalarIntf;
   auto* interface = value.getInterface();
   if (!interface) return "-";
-  if (const auto found = places.find(interface); found != places.end()) return "#" + std::to_string(found->second);
+  if (const auto found = places.find(interface); found != places.end())
+    return "#" + std::to_string(found->second);
   if (!interface->isValid({})) return "GONE";
   if (dynamic_cast<const K7Q::NSInterface::StringIntf*>(interface)) {
     return "'" + K7Q::String::to_string(K7Q::String(value)) + "'";
@@ -106,10 +109,12 @@ std::string textOf(const K7Q::Object& value, const Places& places) {
   return std::string(interface->getRuvoName(false).view());
 }
 
-std::string elementText(const PropertyIntf& property, const K7Q::Generic::Ref& element, const Places& places) {
+std::string elementText(const PropertyIntf& property, const K7Q::Generic::Ref& element,
+                        const Places& places) {
   if (rowOf(property).storage() == native::Storage::Enumerations) return "literal";
   if (rowOf(property).storage() == native::Storage::Texts) {
-    return textOf({static_cast<ObjectIntf*>(static_cast<K7Q::NSInterface::StringIntf*>(element.value())), {}}, places);
+    return textOf({static_cast<ObjectIntf*>(static_cast<K7Q::NSInterface::StringIntf*>(element.value())), {}},
+                  places);
   }
   return textOf({static_cast<ObjectIntf*>(element.value()), {}}, places);
 }
@@ -134,7 +139,8 @@ std::u16string nameByWalk(const K7Q::ClassObject& object) {
     if (!named.isNull()) name = u"/" + std::u16string(named.get<"Name">().view()) + name;
     isFirst = false;
     each = Access<foundation::Element>(
-               K7Q::ClassObject(static_cast<K7Q::NSInterface::ClassObjectIntf*>(each.getInterface()), {}), "Owner")
+               K7Q::ClassObject(static_cast<K7Q::NSInterface::ClassObjectIntf*>(each.getInterface()), {}),
+               "Owner")
                .get();
   }
   return name;
@@ -192,7 +198,8 @@ std::string everything(const K7Q::Model& model) {
     for (const PropertyIntf* property : propertiesOf(each)) text += propertyText(each, *property, places);
     text += " at " + K7Q::String::to_string(K7Q::String(api::qualifiedName(each)));
     for (const auto& mention : api::referrers(each)) {
-      text += " <" + std::to_string(places.at(mention.object.getInterface())) + "." + mention.property->name();
+      text +=
+          " <" + std::to_string(places.at(mention.object.getInterface())) + "." + mention.property->name();
     }
     text += "\n";
   }
@@ -210,7 +217,8 @@ void checkAgreement(const K7Q::Model& model) {
     const std::u16string name = nameByWalk(each);
     ASSERT_EQ(api::qualifiedName(each), name);
     // A segment without a text, and one with a slash, finds nothing.
-    if (!name.empty() && name.find(u"//") == name.npos && name.back() != u'/') named[name].insert(each.getInterface());
+    if (!name.empty() && name.find(u"//") == name.npos && name.back() != u'/')
+      named[name].insert(each.getInterface());
     classes[&classOf(each)].push_back(each.getInterface());
   }
   for (const auto& each : objects) {
