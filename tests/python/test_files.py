@@ -43,14 +43,14 @@ def walk(model):
 
 def values(each):
     """Every value of every stored property: the property's name, the value, whether the object holds it."""
-    for name, description in reflection.descriptions(type(each)):
-        attribute = reflection.attribute_of(type(each), name)
+    for description in type(each).MetaProperty():
+        attribute = reflection.attribute_of(type(each), description)
         if attribute is None or description.isReadOnly():
             continue
         value = getattr(each, attribute)
         for one in (value if hasattr(value, "append") else [value]):
             if one is not None:
-                yield name, one, description.isContainment()
+                yield description.name(), one, description.isContainment()
 
 
 def picture(model):
@@ -92,8 +92,8 @@ def test_every_property_of_every_class_is_the_same_when_loaded(again):
         maker = reflection.Maker(model)
         for cls in maker.classes:
             target = cls(model)
-            for name, description in reflection.descriptions(cls):
-                attribute = reflection.attribute_of(cls, name)
+            for description in cls.MetaProperty():
+                attribute = reflection.attribute_of(cls, description)
                 if attribute is not None and not description.isReadOnly():
                     reflection.write_and_read(target, attribute, description, maker)
         before = picture(model)
