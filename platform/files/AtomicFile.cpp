@@ -101,7 +101,8 @@ void AtomicFile::examine() {
   }
   if (S_ISDIR(found.st_mode)) refuse("it is a folder", EISDIR);
   if (!S_ISREG(found.st_mode)) refuse("it is no regular file", EINVAL);
-  if (::access(mTarget.c_str(), W_OK) != 0) refuse("the file may not be written", errno);
+  if (::faccessat(AT_FDCWD, mTarget.c_str(), W_OK, AT_EACCESS) != 0)
+    refuse("the file may not be written", errno);
   mMode = static_cast<int>(found.st_mode & kModeBits);
 }
 

@@ -53,10 +53,14 @@ class TextSource final : public Source {
   std::size_t mSize;
 };
 
-[[noreturn]] void refuse(std::string_view name, Problems problems) {
-  constexpr std::size_t kShown = 20;
+void sortByPlace(Problems& problems) {
   std::ranges::stable_sort(problems.kept, {},
                            [](const Problem& each) { return std::pair(each.line, each.column); });
+}
+
+[[noreturn]] void refuse(std::string_view name, Problems problems) {
+  constexpr std::size_t kShown = 20;
+  sortByPlace(problems);
   std::string text = "cannot load '" + std::string(name) + "': " + std::to_string(problems.count) +
                      (problems.count == 1 ? " problem" : " problems") + ", so nothing was loaded";
   const std::size_t shown = std::min(kShown, problems.kept.size());
@@ -105,8 +109,7 @@ Loaded loadFrom(Source& source, const LoadOptions& options, std::string_view nam
     refuse(name, std::move(problems));
   }
   if (problems.count != 0 && !options.isLenient) refuse(name, std::move(problems));
-  std::ranges::stable_sort(problems.kept, {},
-                           [](const Problem& each) { return std::pair(each.line, each.column); });
+  sortByPlace(problems);
   if (options.progress) options.progress(1);
   return loaded;
 }

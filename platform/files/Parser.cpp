@@ -19,13 +19,14 @@ thread_local bool gHasFailed = false;
 constexpr std::size_t kHeader = alignof(std::max_align_t);
 
 void* allocate(std::size_t size) {
-  auto* block = static_cast<char*>(::operator new(size + kHeader, std::nothrow));
-  if (!block) {
+  try {
+    auto* block = static_cast<char*>(::operator new(size + kHeader));
+    std::memcpy(block, &size, sizeof(size));
+    return block + kHeader;
+  } catch (const std::bad_alloc&) {
     gHasFailed = true;
     return nullptr;
   }
-  std::memcpy(block, &size, sizeof(size));
-  return block + kHeader;
 }
 
 void release(void* storage) {

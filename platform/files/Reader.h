@@ -91,9 +91,9 @@ class Reader final : public ParserHandler {
   void readReferences(const Frame& frame, const Feature& feature, std::string_view ids,
                       std::string_view attribute);
   void refer(const PendingReference& reference, std::string_view attribute);
-  /// What hinders a reference whose element is there, "" if nothing does; makes it then.
-  std::string makeReference(native::Instance& object, const Feature& feature, native::Instance& element);
-  std::string makeOpposite(native::Instance& object, const Feature& feature, native::Instance& element);
+  /// Why the reference cannot be made, null once it is.
+  const char* tie(const PendingReference& reference, native::Instance& target);
+  const char* tieInList(const PendingReference& reference, native::Instance& target);
 
   ClassSchema* classOf(QualifiedName name, Place place);
   ClassSchema* classOfType(std::string_view type, Place place);
@@ -118,9 +118,10 @@ class Reader final : public ParserHandler {
   Schema mSchema;
   IdTable mIds;
   PendingReferences mPending;
-  /// How many references of a property that leads both ways the file has told: the rest came from the other
-  /// end.
-  std::unordered_map<std::uint64_t, std::uint32_t> mTold;
+  /// The list that got the last elements, and how many it got in a row.
+  const native::Instance* mFilled = nullptr;
+  const Feature* mFilledFeature = nullptr;
+  std::uint32_t mFilledCount = 0;
   std::vector<Frame> mFrames;
   std::string mValue;
   std::u16string mUnits;

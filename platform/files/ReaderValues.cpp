@@ -12,7 +12,6 @@
 namespace Tarvelon::files {
 
 using native::Instance;
-using native::Property;
 using native::Storage;
 using native::Word;
 
@@ -182,7 +181,7 @@ void Reader::readReferences(const Frame& frame, const Feature& feature, std::str
   }
   const Place place = areKnown ? Place{0, 0} : here();
   for (const IdTable::Key target : mTargets) {
-    const PendingReference reference{frame.object, &feature, target, place};
+    const PendingReference reference{frame.object, &feature, target, place, !attribute.empty()};
     if (areKnown) {
       refer(reference, attribute);
     } else {
@@ -193,63 +192,65 @@ void Reader::readReferences(const Frame& frame, const Feature& feature, std::str
 }
 
 void Reader::refer(const PendingReference& reference, std::string_view attribute) {
-  Instance& object = *reference.object;
   const Feature& feature = *reference.feature;
   const IdTable::Entry* entry = mIds.find(reference.target);
   std::string fault;
   if (!entry) {
-    fault = ": no object has the id ";
+    fault = "no object has the id ";
   } else if (!entry->object) {
-    fault = ": the object was left out that has the id ";
+    fault = "the object was left out that has the id ";
   } else if (!entry->object->cls().isKindOf(feature.narrowest->type()->data().ordinal)) {
-    fault = ": expected " + typeName(*feature.narrowest->type()) + ", got a " +
+    fault = "expected " + typeName(*feature.narrowest->type()) + ", got a " +
             typeName(*entry->object->cls().methods) + " with the id ";
+  } else if (const char* refusal = tie(reference, *entry->object)) {
+    fault = refusal;
   } else {
-    fault = makeReference(object, feature, *entry->object);
-    if (fault.empty()) return;
+    return;
   }
   report(reference.place.line == 0 ? placeOfValue(attribute) : reference.place,
-         nameOf(object, feature) + fault + inQuotes(mIds.textOf(reference.target)));
+         nameOf(*reference.object, feature) + ": " + fault + inQuotes(mIds.textOf(reference.target)));
 }
 
-std::string Reader::makeReference(Instance& object, const Feature& feature, Instance& element) {
-  if (feature.narrowest->opposite()) return makeOpposite(object, feature, element);
-  if (!feature.declared->isMany()) {
-    if (object.has(feature.slot)) return ": expected one object, got another with the id ";
-    native::store(object, feature.slot, {Word{.object = &element}, false});
-  } else {
-    if (native::containsElement(object, feature.slot, element)) {
-      return ": an object stands once in it, and twice there is the id ";
-    }
-    native::insertElement(object, feature.slot, sizeOf(object, feature), element);
+// Of two properties that are each other's way back, the one that is read first makes both: the other finds
+// its values there.
+const char* Reader::tie(const PendingReference& reference, Instance& target) {
+  Instance& object = *reference.object;
+  const Feature& feature = *reference.feature;
+  const native::Property* back = feature.narrowest->opposite();
+  if (back && !back->isMany()) {
+    const Word* other = target.find(target.cls().placeOf(back->ownerClass().data(), back->id()).slot);
+    if (other && other->object != &object) return "an object refers back to another, the one with the id ";
   }
-  return {};
+  if (feature.declared->isMany()) return tieInList(reference, target);
+  if (const Word* present = object.find(feature.slot)) {
+    return back && present->object == &target ? nullptr : "expected one object, got another with the id ";
+  }
+  native::store(object, feature.slot, {Word{.object = &target}, false});
+  return nullptr;
 }
 
-// The other end may have been read already, and has made this one; the order is that of the file all the
-// same.
-std::string Reader::makeOpposite(Instance& object, const Feature& feature, Instance& element) {
-  std::uint32_t& told = mTold[std::uint64_t{object.number()} << 8 | feature.slot];
-  const bool isThere = native::containsElement(object, feature.slot, element);
-  const Property& back = *feature.narrowest->opposite();
-  if (!isThere && !back.isMany() &&
-      element.has(element.cls().placeOf(back.ownerClass().data(), back.id()).slot)) {
-    return std::string(": what is named here names another object as its ") + back.row().name +
-           ", by the id ";
+const char* Reader::tieInList(const PendingReference& reference, Instance& target) {
+  Instance& object = *reference.object;
+  const Feature& feature = *reference.feature;
+  if (mFilled != &object || mFilledFeature != &feature) mFilledCount = 0;
+  mFilled = &object;
+  mFilledFeature = &feature;
+  const std::uint32_t size = sizeOf(object, feature);
+  const std::uint32_t place = reference.isListed ? std::min(mFilledCount, size) : size;
+  if (!native::containsElement(object, feature.slot, target)) {
+    native::insertElement(object, feature.slot, place, target);
+  } else if (reference.isListed) {
+    // The way back has put it somewhere behind what was listed before it.
+    native::WordList& list = *native::listOf(object, feature.slot);
+    const bool isThere = place < size && list.at(place).object == &target;
+    const std::uint32_t found = isThere ? place : list.find(&target);
+    if (found < place) return "an object stands once in it, and twice there is the id ";
+    if (found != place) list.move(found, place);
+  } else if (!feature.narrowest->opposite()) {
+    return "an object stands once in it, and twice there is the id ";
   }
-  if (!feature.declared->isMany()) {
-    if (told != 0 || (object.has(feature.slot) && !isThere))
-      return ": expected one object, got another with the id ";
-    if (!isThere) native::store(object, feature.slot, {Word{.object = &element}, false});
-  } else if (!isThere) {
-    native::insertElement(object, feature.slot, told, element);
-  } else {
-    const std::uint32_t place = native::listOf(object, feature.slot)->find(&element);
-    if (place < told) return ": an object stands once in it, and twice there is the id ";
-    if (place != told) native::moveElement(object, feature.slot, place, told);
-  }
-  ++told;
-  return {};
+  ++mFilledCount;
+  return nullptr;
 }
 
 void Reader::finish() {

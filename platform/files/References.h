@@ -49,6 +49,8 @@ struct PendingReference {
   IdTable::Key target;
   /// Line 0: where the parser stands.
   Place place;
+  /// Whether it stands in the text of an attribute, whose order is that of the list.
+  bool isListed;
 };
 
 /// References in the order in which they are to be made.

@@ -125,6 +125,15 @@ TEST(BrokenFiles, NameAnObjectThatStandsTwiceInAList) {
             "4:20 Runnable.Events: an object stands once in it, and twice there is the id 'a'\n");
 }
 
+TEST(BrokenFiles, NameTwoThatContradictEachOther) {
+  const std::string two = "<behavior:Runnable xmi:id=\"r\"/><behavior:Runnable xmi:id=\"s\" Events=\"e\"/>\n";
+  const std::string event = "<behavior:TimingEvent xmi:id=\"e\" StartOnEvent=\"r\"/>\n";
+  EXPECT_EQ(problemsOfObjects(two + event),
+            "3:32 Runnable.Events: an object refers back to another, the one with the id 'e'\n");
+  EXPECT_EQ(problemsOfObjects(event + two),
+            "3:1 TimingEvent.StartOnEvent: expected one object, got another with the id 'r'\n");
+}
+
 TEST(BrokenFiles, NameAnObjectOfTheWrongOrAnAbstractClass) {
   EXPECT_EQ(
       problemsOfObjects("<common:Package>\n <adminData xsi:type=\"common:Sdg\"/></common:Package>"),

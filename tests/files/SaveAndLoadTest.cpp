@@ -61,6 +61,29 @@ TEST(SaveAndLoad, MakesReferencesForwardAndBackInTheirOrder) {
   EXPECT_EQ(again(text), text);
 }
 
+TEST(SaveAndLoad, KeepsTheOrderOfAListThatItsWayBackFillsFirst) {
+  const auto model = K7Q::Model::create();
+  std::vector<behavior::TimingEvent> events;
+  for (const char16_t* name : {u"First", u"Second", u"Third"})
+    events.push_back(behavior::TimingEvent::create(model, 0.01, name));
+  const auto step = behavior::Runnable::create(model, u"step", u"Step");
+  for (const std::size_t place : {2U, 0U, 1U}) step.get<"Events">().add(events[place]);
+  const std::string text = files::saveText(model);
+  EXPECT_EQ(again(text), text);
+  const auto third = text.find("Third");
+  const auto id = text.substr(text.rfind("xmi:id=\"", third) + 8, 12);
+  EXPECT_NE(text.find("Events=\"" + id + "\n"), std::string::npos) << text;
+}
+
+TEST(SaveAndLoad, MakesTheWayBackThatAFileLeavesOut) {
+  const std::string text = fileOf(
+      "<behavior:Runnable xmi:id=\"r\"/><behavior:TimingEvent xmi:id=\"a\" StartOnEvent=\"r\"/>"
+      "<behavior:TimingEvent xmi:id=\"b\"/><behavior:Runnable xmi:id=\"s\" Events=\"b\"/>");
+  const std::string saved = files::saveText(files::loadText(text).model);
+  EXPECT_NE(saved.find("Events=\"a\""), std::string::npos) << saved;
+  EXPECT_NE(saved.find("StartOnEvent=\"s\""), std::string::npos) << saved;
+}
+
 TEST(SaveAndLoad, KeepsEveryTextAsItIs) {
   for (const std::u16string text :
        {u" blanks around ", u"tab\tline\nreturn\r\r\n", u"<a b=\"c\" d='e'>&amp;]]></a>",

@@ -44,13 +44,13 @@ def walk(model):
 def values(each):
     """Every value of every stored property: the property's name, the value, whether the object holds it."""
     for description in type(each).MetaProperty():
-        name, attribute = description.name(), reflection.attribute_of(type(each), description)
+        attribute = reflection.attribute_of(type(each), description)
         if attribute is None or description.isReadOnly():
             continue
         value = getattr(each, attribute)
         for one in (value if hasattr(value, "append") else [value]):
             if one is not None:
-                yield name, one, description.isContainment()
+                yield description.name(), one, description.isContainment()
 
 
 def picture(model):

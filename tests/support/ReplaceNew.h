@@ -14,6 +14,14 @@ void* operator new(std::size_t size) {
   ++failing::gLive;
   return storage;
 }
+// The C++ library asks this way where it can do without; a sanitizer would answer it by itself.
+void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
+  try {
+    return operator new(size);
+  } catch (const std::bad_alloc&) {
+    return nullptr;
+  }
+}
 void operator delete(void* storage) noexcept {
   if (storage) --failing::gLive;
   std::free(storage);
