@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "boundary/tarvelon/Packages.h"
-#include "platform/tarvelon/Property.h"
 #include "platform/tarvelon/api/History.h"
 #include "platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
@@ -50,10 +49,6 @@ class Opposite : public testing::TestWithParam<bool> {
   K7Q::Model mModel = K7Q::Model::create();
 };
 
-const Tarvelon::metamodel::PropertyRow& rowOf(const PropertyIntf& property) {
-  return static_cast<const native::Property&>(property).row();
-}
-
 /// Calls visit(property) for each of a package and of those in it.
 template <class Visit>
 void forEachProperty(const K7Q::NSInterface::PackageIntf& package, const Visit& visit) {
@@ -71,7 +66,7 @@ TEST(OppositeRows, NameEachOther) {
   int rows = 0;
   const auto root = Tarvelon::metamodel::native::metaPackage("Tarvelon.metamodel.arplatform");
   forEachProperty(*root.getPackage(), [&rows](const PropertyIntf& property) {
-    const char* name = rowOf(property).opposite;
+    const char* name = api::rowOf(property).opposite;
     if (!name) return;
     ++rows;
     const auto* type = api::findClass(property.typeName().view());
@@ -79,14 +74,14 @@ TEST(OppositeRows, NameEachOther) {
     const unsigned id = idOf(*type, name);
     ASSERT_NE(id, 0U) << property.name();
     const PropertyIntf& back = *type->descriptor(id);
-    ASSERT_NE(rowOf(back).opposite, nullptr) << property.name();
-    EXPECT_STREQ(rowOf(back).opposite, property.name());
+    ASSERT_NE(api::rowOf(back).opposite, nullptr) << property.name();
+    EXPECT_STREQ(api::rowOf(back).opposite, property.name());
     EXPECT_EQ(back.typeName().view(), property.owner().name(false).view());
     for (const auto* each : {&property, &back}) {
       // Kept in step is what is stored as a reference, once, by those of two classes.
       EXPECT_FALSE(each->isContainment());
-      EXPECT_EQ(rowOf(*each).redefined, nullptr);
-      EXPECT_EQ(rowOf(*each).derivation, Tarvelon::metamodel::Derivation::None);
+      EXPECT_EQ(api::rowOf(*each).redefined, nullptr);
+      EXPECT_EQ(api::rowOf(*each).derivation, Tarvelon::metamodel::Derivation::None);
     }
     EXPECT_NE(property.owner().name(false), type->name(false));
   });

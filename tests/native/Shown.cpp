@@ -4,7 +4,6 @@
 #include <functional>
 #include <map>
 
-#include "platform/tarvelon/Property.h"
 #include "platform/tarvelon/api/Search.h"
 #include "tests/native/Support.h"
 
@@ -13,7 +12,7 @@ namespace shown {
 namespace {
 
 namespace api = Tarvelon::model;
-namespace native = Tarvelon::metamodel::native;
+using api::rowOf;
 using K7Q::NSInterface::ObjectIntf;
 using K7Q::NSInterface::PropertyIntf;
 
@@ -43,10 +42,6 @@ const std::vector<const PropertyIntf*>& propertiesOf(const K7Q::ClassObject& obj
   auto& properties = known[&cls];
   if (properties.empty()) properties = collectProperties(cls);
   return properties;
-}
-
-const native::Property& rowOf(const PropertyIntf& property) {
-  return static_cast<const native::Property&>(property);
 }
 
 bool isMany(const PropertyIntf& property) { return property.multiplicity() == K7Q::mi::Multiplicity::Many; }
@@ -79,12 +74,13 @@ std::vector<ObjectIntf*> objectsAt(const K7Q::ClassObject& object, const Propert
 }
 
 bool storesObjects(const PropertyIntf& property) {
-  const auto storage = rowOf(property).storage();
-  return storage == native::Storage::Reference || storage == native::Storage::References;
+  const auto& row = rowOf(property);
+  return row.role != Tarvelon::metamodel::Role::Value &&
+         row.derivation == Tarvelon::metamodel::Derivation::None;
 }
 
 const PropertyIntf* findOpposite(const PropertyIntf& property, const K7Q::ClassObject& other) {
-  const char* name = rowOf(property).row().opposite;
+  const char* name = rowOf(property).opposite;
   if (!name) return nullptr;
   for (const PropertyIntf* each : propertiesOf(other)) {
     if (std::string_view(each->name()) == name) return each;
@@ -111,10 +107,9 @@ std::string textOf(const K7Q::Object& value, const Places& places) {
 
 std::string elementText(const PropertyIntf& property, const K7Q::Generic::Ref& element,
                         const Places& places) {
-  if (rowOf(property).storage() == native::Storage::Enumerations) return "literal";
-  if (rowOf(property).storage() == native::Storage::Texts) {
-    return textOf({static_cast<ObjectIntf*>(static_cast<K7Q::NSInterface::StringIntf*>(element.value())), {}},
-                  places);
+  if (rowOf(property).role == Tarvelon::metamodel::Role::Value) {
+    if (property.typeName().view() != "char vector") return "literal";
+    return textOf({static_cast<K7Q::NSInterface::StringIntf*>(element.value()), {}}, places);
   }
   return textOf({static_cast<ObjectIntf*>(element.value()), {}}, places);
 }
@@ -160,7 +155,7 @@ void checkReferences(const K7Q::ClassObject& object, std::map<const ObjectIntf*,
         continue;
       }
       // A redefinition shares its place with what it redefines.
-      if (!rowOf(*property).row().redefined) mentions[element].insert({object.getInterface(), ""});
+      if (!rowOf(*property).redefined) mentions[element].insert({object.getInterface(), ""});
       if (const auto* back = findOpposite(*property, other)) {
         const auto refersBack = objectsAt(other, *back);
         ASSERT_EQ(std::ranges::count(refersBack, object.getInterface()), 1)

@@ -156,8 +156,10 @@ std::vector<Mention> referrers(const K7Q::ClassObject& object) {
   return result;
 }
 
-const char* hostName(const K7Q::NSInterface::PropertyIntf& property) {
-  return static_cast<const native::Property&>(property).row().name;
+const char* hostName(const K7Q::NSInterface::PropertyIntf& property) { return rowOf(property).name; }
+
+const metamodel::PropertyRow& rowOf(const K7Q::NSInterface::PropertyIntf& property) {
+  return static_cast<const native::Property&>(property).row();
 }
 
 const K7Q::IntrospectiveMethods* findClass(std::string_view dottedName) {

@@ -7,6 +7,7 @@
 #include "boundary/Export.h"
 #include "boundary/k7q/Introspection.h"
 #include "boundary/k7q/Object.h"
+#include "boundary/tarvelon/Rows.h"
 
 /// Finding objects of a model: by name, by class, by who refers to them.
 ///
@@ -46,6 +47,9 @@ TARVELON_API std::vector<Mention> referrers(const K7Q::ClassObject& object);
 
 /// The name of a property as hosts show it, "category"; its own, "Category", is that of the metamodel.
 TARVELON_API const char* hostName(const K7Q::NSInterface::PropertyIntf& property);
+
+/// The row of a property.
+TARVELON_API const metamodel::PropertyRow& rowOf(const K7Q::NSInterface::PropertyIntf& property);
 
 /// The table of the class of that dotted host name, null if there is none.
 TARVELON_API const K7Q::IntrospectiveMethods* findClass(std::string_view dottedName);
