@@ -31,7 +31,7 @@ install(TARGETS ${libraries} ${modules} tarvelon_boundary tarvelon_typed tarvelo
 # Headers: the boundary, the rows, and of the platform what a program includes.
 install(DIRECTORY boundary arplatform foundation types DESTINATION "${TARVELON_HEADERS}" COMPONENT development
         FILES_MATCHING PATTERN "*.h")
-foreach(header IN ITEMS ruvo/HostValue.h ruvo/ObjectSystem.h tarvelon/Metamodel.h tarvelon/Reflection.h)
+foreach(header IN ITEMS ruvo/HostValue.h ruvo/ObjectSystem.h tarvelon/Metamodel.h tarvelon/Reflection.h files/Files.h)
   cmake_path(GET header PARENT_PATH folder)
   install(FILES "platform/${header}" DESTINATION "${TARVELON_HEADERS}/platform/${folder}" COMPONENT development)
 endforeach()

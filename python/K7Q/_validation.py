@@ -132,7 +132,7 @@ def _messages(found: _Found) -> Iterator[tuple[str, str]]:
         pair = ("", each) if isinstance(each, str) else each
         if not (isinstance(pair, tuple) and len(pair) == 2 and all(isinstance(part, str) for part in pair)):
             raise TypeError(f"expected a message or a (property, message) pair, got {each!r}")
-        yield pair
+        yield pair[0], pair[1]
 
 
 def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bool) -> Iterator[Problem]:

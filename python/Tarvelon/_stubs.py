@@ -70,7 +70,7 @@ class _Find:
 # What is found in a model can be changed where the model can, and is of the class that was asked for.
 MODEL = (
     "def find_all(self, path: str, /) -> list[ClassObject]: ...  # type: ignore[override]",
-    "def instances(self, cls: type[_Object], /) -> list[_Object]: ...  # type: ignore[override]",
+    "def instances(self, cls: type[_Object], /) -> list[_Object]: ...",
     "def objects(self, /) -> list[ClassObject]: ...  # type: ignore[override]",
     "def roots(self) -> list[ClassObject]: ...  # type: ignore[override]",
 )
@@ -309,7 +309,7 @@ def python_class_lines(cls: type) -> Iterator[str]:
     yield "    " + docstring(cls.__doc__)
     defaults: dict[str, object] = getattr(cls, "_field_defaults", {})
     for name, kind in vars(cls).get("__annotations__", {}).items():
-        ignored = "  # type: ignore[assignment]" if hasattr(tuple, name) else ""
+        ignored = "  # type: ignore[assignment]" if is_tuple and hasattr(tuple, name) else ""
         yield f"    {name}: {kind}{' = ...' if name in defaults else ''}{ignored}"
     for name, member in vars(cls).items():
         is_shown = name.strip("_") == name or name in PYTHON_METHODS

@@ -82,7 +82,7 @@ def test_the_packages_are_there_as_they_stand_in_the_tree_with_their_stubs(prefi
 def test_documents_and_examples_are_there(prefix):
     for name in ["README.md", "CHANGELOG.md", "LICENSE", "docs/python.md", "docs/compatibility.md"]:
         assert (prefix / "share/doc/tarvelon" / name).read_text() == (SOURCE / name).read_text()
-    examples = {each.name for pattern in ["*.cpp", "*.py"] for each in (SOURCE / "examples").glob(pattern)}
+    examples = {each.name for pattern in ["*.cpp", "*.h", "*.py"] for each in (SOURCE / "examples").glob(pattern)}
     assert examples | {"CMakeLists.txt"} == {*files_below(prefix / "share/tarvelon/examples")}
 
 

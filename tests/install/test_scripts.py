@@ -91,7 +91,12 @@ def test_what_belongs_to_a_source_tree_says_so(command, call, name):
     assert call(command, name, status=2) == expected
 
 
-@pytest.mark.parametrize("name", ["descrbe", "_factory", "__init__", "metamodel", "../K7Q/__init__"])
+def test_a_command_that_is_misspelt_is_refused_with_the_one_that_is_meant(command, call):
+    assert call(command, "descrbe", status=2) == (
+        "tarvelon: there is no command 'descrbe'; did you mean 'describe'?; see tarvelon --help\n")
+
+
+@pytest.mark.parametrize("name", ["_factory", "__init__", "metamodel", "../K7Q/__init__"])
 def test_an_unknown_command_is_refused(command, call, name):
     assert call(command, name, status=2) == f"tarvelon: there is no command '{name}'; see tarvelon --help\n"
 
