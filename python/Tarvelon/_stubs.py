@@ -69,9 +69,9 @@ class _Find:
 """
 # What is found in a model can be changed where the model can, and is of the class that was asked for.
 MODEL = (
-    "def find_all(self, path: str, /) -> list[ClassObject]: ...  # type: ignore[override]",
-    "def instances(self, cls: type[_Object], /) -> list[_Object]: ...",
-    "def objects(self, /) -> list[ClassObject]: ...  # type: ignore[override]",
+    "def find_all(model, path: str, /) -> list[ClassObject]: ...  # type: ignore[override]",
+    "def instances(model, cls: type[_Object], /) -> list[_Object]: ...",
+    "def objects(model, /) -> list[ClassObject]: ...  # type: ignore[override]",
     "def roots(self) -> list[ClassObject]: ...  # type: ignore[override]",
 )
 
@@ -189,6 +189,9 @@ class Module:
         self.module = importlib.import_module(self.name)
         self.prelude = list(kernel_lines()) if self.name == "K7Q" else []
         self.prelude += [f"{each}: str\n" for each in ("__version__",) if each in vars(self.module)]
+        # What a package shows of modules of its own, as Tarvelon does of _diff.
+        self.prelude += [f"from {value.__module__} import {each} as {each}\n" for each, value in vars(self.module).items()
+                         if getattr(value, "__module__", "").startswith(f"{self.name}._") and each[0] != "_"]
 
     def bring(self, package: str, is_hidden: bool = False) -> None:
         """Imports a package, under a private name if a member of a class hides its own."""

@@ -29,6 +29,7 @@ KNOWN = (
     r"\.None is not present in stub$",
     r"\.HostObject\.__(deep)?copy__ is not present in stub$",
     r"^K7Q\.Model\.find variable differs from runtime type def ",
+    r"^K7Q\._tuples\.NamedTuple\.",  # what mypy takes for typing's own
 )
 
 
@@ -93,7 +94,7 @@ def named(module, text):
 def test_bases_stand_in_the_order_in_which_python_sees_them(module):
     for name, written in CLASSES[module].items():
         bases = tuple(named(module, ast.unparse(each)) for each in written.bases)
-        assert bases == getattr(importlib.import_module(module), name).__bases__
+        assert (bases or (object,)) == getattr(importlib.import_module(module), name).__bases__
 
 
 def test_a_class_says_what_it_is_for_and_names_the_arguments_of_its_constructors():
