@@ -157,7 +157,7 @@ TEST_P(ChangeFailures, LeaveTheModelAsItWas) {
     change(whole);
     const std::string after = whole.shown();
     ASSERT_NE(before, after);
-    eachFailure(GetParam(), kNothing, change, [&](Scene& scene, bool failed) {
+    eachFailure(GetParam(), kNothing, change, [&, &change = change](Scene& scene, bool failed) {
       ASSERT_EQ(scene.shown(), failed ? before : after);
       ASSERT_NO_FATAL_FAILURE(shown::checkAgreement(scene.mModel));
       if (failed) change(scene);
@@ -276,7 +276,7 @@ TEST_F(HistoryFailures, InASearchLeaveItToTheNext) {
   };
   for (const auto& [name, search] : searches) {
     SCOPED_TRACE(name);
-    eachFailure(Journal::History, kNothing, search, [&](Scene& scene, bool) {
+    eachFailure(Journal::History, kNothing, search, [&search = search](Scene& scene, bool) {
       search(scene);
       scene.mPackage.set<"Name">(u"X");
       ASSERT_TRUE(api::find(scene.mModel, u"/R/X/C") == scene.mConstant);
