@@ -1,5 +1,7 @@
 #include "platform/tarvelon/Links.h"
 
+#include <utility>
+
 #include "boundary/k7q/Primitives.h"
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/Instance.h"
@@ -160,7 +162,27 @@ void clear(Instance& object, unsigned slot) {
   make(valueStep(object, slot, false, {}));
 }
 
+/// The road of a model that nobody asks for steps: what a step would do, and nothing else.
+void storeUnnoted(Instance& object, unsigned slot, Word word) {
+  const ClassData& cls = object.cls();
+  const bool isText = (cls.textSlots & bitOf(slot)) != 0;
+  Word* place = object.find(slot);
+  if (!place) object.reserve(1);
+  if (isText && word.text) word.text->addRef();
+  if (place) {
+    const Word old = std::exchange(*place, word);
+    if (isText && old.text) old.text->release();
+  } else {
+    object.put(slot, word);
+  }
+  if (slot == cls.nameSlot) object.model().noteNameOf(object);
+}
+
 void storeValue(Instance& object, unsigned slot, Word word) {
+  if (!object.model().journal()) {
+    storeUnnoted(object, slot, word);
+    return;
+  }
   Batch batch(object.model());
   batch.reserve(1);
   if (!object.has(slot)) object.reserve(1);
