@@ -113,6 +113,7 @@ void reportSearch(const K7Q::Model& model, int behaviors) {
   std::printf("  first search, which builds the index: %.1f ms, %.1f bytes an object\n", since(start) / 1e6,
               static_cast<double>(bytesInUse() - before) / (behaviors * kObjectsOfABehavior));
   std::vector<std::u16string> paths;
+  paths.reserve(100000);
   for (int i = 0; i < 100000; ++i) {
     paths.push_back(u"/" + name(u"Component", i * 7 % behaviors) + u"/" +
                     name(u"Behavior", i * 7 % behaviors) + u"/" + name(u"Step", i * 13 % kRunnables) + u"/" +

@@ -244,7 +244,7 @@ std::shared_ptr<void> Journal::takeLeft() noexcept {
   const auto found =
       std::ranges::find_if(mListeners, [](const Entry& each) { return each.subscriber->hasLeft; });
   if (found == mListeners.end()) return nullptr;
-  const std::shared_ptr<void> left = std::move(found->subscriber);
+  std::shared_ptr<void> left = std::move(found->subscriber);
   mListeners.erase(found);
   return left;
 }
