@@ -132,15 +132,29 @@ void NameIndex::noteOwner(const Instance& object) noexcept {
       forEachNamed(object, kDeepest, [this](const Instance& named) { noteName(named); }) && mIsComplete;
 }
 
-std::vector<Instance*> NameIndex::find(const Instance* parent, std::u16string_view name) const {
-  std::vector<Instance*> found;
+template <class Visit>
+void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit visit) const {
   const std::uint32_t hash = hashOf(parent, name);
   for (std::uint32_t place = mHeads[homeOf(hash, mHeadCount)]; place != kNone; place = mEntries[place].next) {
     if (mEntries[place].hash != hash) continue;
     Instance* object = mModel.instances().find(mEntries[place].number);
     if (!object || !object->isAlive() || nameOf(*object) != name || namingHolder(*object) != parent) continue;
-    found.push_back(object);
+    visit(*object);
   }
+}
+
+NameIndex::Only NameIndex::findOnly(const Instance* parent, std::u16string_view name) const noexcept {
+  Only only{nullptr, true};
+  forEach(parent, name, [&only](Instance& object) {
+    only.isOnly = only.isOnly && (!only.object || only.object == &object);
+    only.object = &object;
+  });
+  return only;
+}
+
+std::vector<Instance*> NameIndex::find(const Instance* parent, std::u16string_view name) const {
+  std::vector<Instance*> found;
+  forEach(parent, name, [&found](Instance& object) { found.push_back(&object); });
   if (found.size() < 2) return found;
   // One that had the name before stands there twice.
   std::ranges::sort(found);

@@ -33,6 +33,13 @@ class NameIndex {
   /// False when there was no room for a name, or too much to note: then an index is to be built anew.
   bool isComplete() const noexcept { return mIsComplete; }
 
+  /// One object, and whether there is no other.
+  struct Only {
+    Instance* object;
+    bool isOnly;
+  };
+  /// An object of that name below `parent`, as find() means it; null if there is none. Allocates nothing.
+  Only findOnly(const Instance* parent, std::u16string_view name) const noexcept;
   /// The objects of that name below `parent`, null for those that nothing named holds, in owner order.
   std::vector<Instance*> find(const Instance* parent, std::u16string_view name) const;
 
@@ -47,6 +54,8 @@ class NameIndex {
   };
   static constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
+  template <class Visit>
+  void forEach(const Instance* parent, std::u16string_view name, Visit visit) const;
   void enter(std::uint32_t hash, std::uint32_t number) noexcept;
 
   const NativeModel& mModel;

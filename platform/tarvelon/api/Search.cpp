@@ -1,6 +1,7 @@
 #include "platform/tarvelon/api/Search.h"
 
 #include <algorithm>
+#include <optional>
 #include <unordered_map>
 
 #include "platform/tarvelon/ClassData.h"
@@ -80,6 +81,20 @@ class Walk {
   std::vector<std::u16string_view> mSegments;
 };
 
+/// The same where each name stands once, without an allocation; nothing where one stands more often.
+std::optional<Instance*> walkUnique(const native::NameIndex& names, std::u16string_view path) noexcept {
+  if (path.starts_with(u'/')) path.remove_prefix(1);
+  Instance* object = nullptr;
+  while (true) {
+    const std::size_t end = path.find(u'/');
+    const auto only = names.findOnly(object, path.substr(0, end));
+    if (!only.isOnly) return {};
+    object = only.object;
+    if (!object || end == std::u16string_view::npos) return object;
+    path.remove_prefix(end + 1);
+  }
+}
+
 std::vector<Instance*> walk(const K7Q::Model& model, std::u16string_view path) {
   return Walk(native::NativeModel::require(model).names(), path).run();
 }
@@ -87,6 +102,9 @@ std::vector<Instance*> walk(const K7Q::Model& model, std::u16string_view path) {
 }  // namespace
 
 K7Q::ClassObject find(const K7Q::Model& model, std::u16string_view qualifiedName) {
+  if (const auto only = walkUnique(native::NativeModel::require(model).names(), qualifiedName)) {
+    return *only ? handleOf(**only, model.getDeviant()) : K7Q::ClassObject();
+  }
   const auto found = walk(model, qualifiedName);
   return found.empty() ? K7Q::ClassObject() : handleOf(*found[0], model.getDeviant());
 }
