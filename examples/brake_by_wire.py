@@ -1,6 +1,6 @@
 """Brake by wire: a braking function, modelled from the pedal to the deployed service, and reported.
 
-    ./tarvelon run examples/brake_by_wire.py
+    ./tarvelon run examples/brake_by_wire.py              # with the name of a file, saves the model to it as well
 """
 
 import pathlib
@@ -377,6 +377,8 @@ def main():
         report_behavior(built.components)
         report_deployment(built.system, built.timing, built.configuration, built.adaptive)
         report_counts(built.root)
+        if len(sys.argv) > 1:
+            model.save(sys.argv[1])
 
 
 if __name__ == "__main__":
