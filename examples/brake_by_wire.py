@@ -369,7 +369,7 @@ def build(new):
         adaptive=deployment.make_adaptive(new, brakes, t))
 
 
-def main():
+def main(path=None):
     with Factory.createNewModel() as model:
         built = build(brake.maker(model))
         report_ports([*built.components, built.whole, built.adaptive.BrakeAssistant])
@@ -377,9 +377,9 @@ def main():
         report_behavior(built.components)
         report_deployment(built.system, built.timing, built.configuration, built.adaptive)
         report_counts(built.root)
-        if len(sys.argv) > 1:
-            model.save(sys.argv[1])
+        if path:
+            model.save(path)
 
 
 if __name__ == "__main__":
-    main()
+    main(*sys.argv[1:2])
