@@ -10,6 +10,8 @@
 /// Walks over the references of one object.
 namespace Tarvelon::metamodel::native {
 
+inline constexpr std::uint64_t bitOf(unsigned slot) noexcept { return std::uint64_t{1} << slot; }
+
 /// Calls visit(slot) for each slot of the set, from the lowest.
 template <class Visit>
 void forEachSlot(std::uint64_t slots, Visit visit) {

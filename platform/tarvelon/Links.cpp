@@ -4,6 +4,7 @@
 
 #include "boundary/k7q/Primitives.h"
 #include "platform/tarvelon/ClassMethods.h"
+#include "platform/tarvelon/Held.h"
 #include "platform/tarvelon/Instance.h"
 #include "platform/tarvelon/Journal.h"
 #include "platform/tarvelon/NativeModel.h"
@@ -17,7 +18,6 @@ namespace {
 
 using Kind = Step::Kind;
 
-constexpr std::uint64_t bitOf(unsigned slot) noexcept { return std::uint64_t{1} << slot; }
 bool holds(const Instance& object, unsigned slot) noexcept {
   return (object.cls().holdingSlots & bitOf(slot)) != 0;
 }

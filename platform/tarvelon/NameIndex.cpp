@@ -13,6 +13,7 @@
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/Memory.h"
 #include "platform/tarvelon/NativeModel.h"
+#include "platform/tarvelon/QualifiedName.h"
 #include "platform/tarvelon/WordList.h"
 
 namespace Tarvelon::metamodel::native {
@@ -22,8 +23,6 @@ namespace {
 constexpr std::uint32_t kFirstCapacity = 64;
 /// How many holders without a name may stand above one another before the index is rather built anew.
 constexpr unsigned kDeepest = 64;
-
-bool isNamed(const Instance& object) noexcept { return object.cls().nameSlot != ClassData::kNoSlot; }
 
 std::uint32_t hashOf(const Instance* parent, std::u16string_view name) noexcept {
   std::uint64_t hash = (parent ? parent->number() + 1ULL : 0ULL) * 0x9E3779B97F4A7C15U;
@@ -48,7 +47,7 @@ std::uint32_t homeOf(std::uint32_t hash, std::uint32_t capacity) noexcept {
 template <class Visit>
 bool forEachNamed(const Instance& object, unsigned depth,
                   Visit visit) {  // NOLINT(misc-no-recursion): bounded
-  if (isNamed(object)) {
+  if (hasName(object.cls())) {
     visit(object);
     return true;
   }
@@ -76,24 +75,12 @@ std::vector<std::pair<unsigned, std::uint32_t>> wayTo(const Instance& object) {
 
 }  // namespace
 
-const Instance* namingHolder(const Instance& object) noexcept {
-  const Instance* holder = object.owner();
-  while (holder && !isNamed(*holder)) holder = holder->owner();
-  return holder;
-}
-
-std::u16string_view nameOf(const Instance& object) noexcept {
-  if (!isNamed(object)) return {};
-  const Word* word = object.find(object.cls().nameSlot);
-  return word && word->text ? word->text->view() : std::u16string_view();
-}
-
 bool standsBefore(const Instance& left, const Instance& right) { return wayTo(left) < wayTo(right); }
 
 NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
   std::uint64_t names = 0;
   mModel.instances().forEach([&names](const Instance& object) {
-    if (object.isAlive() && !nameOf(object).empty()) ++names;
+    if (object.isAlive() && !ownName(object).empty()) ++names;
   });
   // An eighth as many may come before another one is built, and each pays for eight of that.
   const std::uint64_t capacity = std::max<std::uint64_t>(kFirstCapacity, names + names / 8);
@@ -122,7 +109,7 @@ void NameIndex::enter(std::uint32_t hash, std::uint32_t number) noexcept {
 }
 
 void NameIndex::noteName(const Instance& object) noexcept {
-  const std::u16string_view name = nameOf(object);
+  const std::u16string_view name = ownName(object);
   if (!name.empty()) enter(hashOf(namingHolder(object), name), object.number());
 }
 
@@ -138,7 +125,8 @@ void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit 
   for (std::uint32_t place = mHeads[homeOf(hash, mHeadCount)]; place != kNone; place = mEntries[place].next) {
     if (mEntries[place].hash != hash) continue;
     Instance* object = mModel.instances().find(mEntries[place].number);
-    if (!object || !object->isAlive() || nameOf(*object) != name || namingHolder(*object) != parent) continue;
+    if (!object || !object->isAlive() || ownName(*object) != name || namingHolder(*object) != parent)
+      continue;
     visit(*object);
   }
 }

@@ -68,10 +68,6 @@ class NameIndex {
   bool mIsComplete = true;
 };
 
-/// The nearest holder whose class has a Name, null if there is none.
-const Instance* namingHolder(const Instance& object) noexcept;
-/// The object's Name; empty for a class without.
-std::u16string_view nameOf(const Instance& object) noexcept;
 /// Whether one stands before the other in the order of a walk from the root: by slots, then by places in
 /// them.
 bool standsBefore(const Instance& left, const Instance& right);

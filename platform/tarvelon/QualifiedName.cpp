@@ -17,11 +17,16 @@ std::u16string_view ownName(const Instance& object) noexcept {
   return word && word->text ? word->text->view() : std::u16string_view();
 }
 
+const Instance* namingHolder(const Instance& object) noexcept {
+  const Instance* holder = object.owner();
+  while (holder && !hasName(holder->cls())) holder = holder->owner();
+  return holder;
+}
+
 std::string qualifiedName(const Instance& object) {
   std::vector<const Instance*> segments;
-  for (const Instance* each = &object; each; each = each->owner()) {
-    if (hasName(each->cls())) segments.push_back(each);
-  }
+  const Instance* first = hasName(object.cls()) ? &object : namingHolder(object);
+  for (const Instance* each = first; each; each = namingHolder(*each)) segments.push_back(each);
   std::string name;
   for (auto each = segments.rbegin(); each != segments.rend(); ++each) {
     name.append("/").append(K7Q::String::to_string(ownName(**each)));

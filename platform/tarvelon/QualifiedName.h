@@ -19,6 +19,9 @@ bool hasName(const ClassData& cls) noexcept;
 /// The object's own name; empty for none. Valid until the name is written.
 std::u16string_view ownName(const Instance& object) noexcept;
 
+/// The nearest holder whose class has the property Name, null if there is none.
+const Instance* namingHolder(const Instance& object) noexcept;
+
 /// In UTF-8; empty for an object without a name that nothing with a name holds.
 /// Cost: proportional to the depth.
 std::string qualifiedName(const Instance& object);

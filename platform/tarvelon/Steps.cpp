@@ -2,6 +2,7 @@
 
 #include "boundary/k7q/Primitives.h"
 #include "platform/tarvelon/ClassData.h"
+#include "platform/tarvelon/Held.h"
 #include "platform/tarvelon/Instance.h"
 #include "platform/tarvelon/Journal.h"
 #include "platform/tarvelon/NativeModel.h"
@@ -10,8 +11,6 @@
 namespace Tarvelon::metamodel::native {
 
 namespace {
-
-constexpr std::uint64_t bitOf(unsigned slot) noexcept { return std::uint64_t{1} << slot; }
 
 void tie(Instance& object, unsigned slot, Instance& element) noexcept {
   if ((object.cls().holdingSlots & bitOf(slot)) != 0) {

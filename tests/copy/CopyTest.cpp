@@ -23,7 +23,7 @@ using K7Q::Model;
 /// A root with a package in which each kind of storage has a value, and what it refers to outside.
 struct Fixture {
   Fixture() {
-    mRoot.set<"Name">(u"Root");
+    mRoot.set<"Name">(u"Top");
     mRoot.get<"PackagedElement">().add(mPackage);
     mRoot.get<"PackagedElement">().add(mOutside);
     for (const auto& element : {mConstant, mOther}) mPackage.get<"PackagedElement">().add(element);
@@ -86,8 +86,8 @@ TEST(Clone, PutsTheCopyIntoTheNamedProperty) {
   const auto copy = clone(f.mPackage, f.mRoot, "PackagedElement");
 
   EXPECT_EQ(f.mRoot.get<"PackagedElement">()[2], copy);
-  EXPECT_EQ(refusalOf<K7Q::UnknownName>([&] { clone(f.mSet, f.mSet, "Nothing"); }).substr(0, 46),
-            "clone of variant.SystemConstValueSet /Root/P/S");
+  EXPECT_EQ(refusalOf<K7Q::UnknownName>([&] { clone(f.mSet, f.mSet, "Nothing"); }).substr(0, 45),
+            "clone of variant.SystemConstValueSet /Top/P/S");
 }
 
 TEST(Clone, DoesNotShareAnOwner) {
@@ -118,11 +118,10 @@ TEST(Clone, RefusesAReferenceThatCannotGoAlong) {
 
   const std::string refusal = refusalOf<K7Q::WrongValue>([&] { clone(f.mPackage, other); });
 
-  EXPECT_EQ(
-      refusal,
-      "clone of common.Package /Root/P into another model: 2 references lead outside the copy: "
-      "/Root/P.ClientDependency -> /Root/Outside, /Root/P/S.SysConstValue[1].SysConst -> /Root/Outside; "
-      "copy an object that holds both ends, or leave such references out");
+  EXPECT_EQ(refusal,
+            "clone of common.Package /Top/P into another model: 2 references lead outside the copy: "
+            "/Top/P.ClientDependency -> /Top/Outside, /Top/P/S.SysConstValue[1].SysConst -> /Top/Outside; "
+            "copy an object that holds both ends, or leave such references out");
   EXPECT_EQ(toJson(other), "{\"objects\": []}");
   const auto copy = common::Package::cast(clone(f.mPackage, other, Outside::LeftOut));
   EXPECT_EQ(copy.get<"ClientDependency">().size(), 1);
@@ -199,10 +198,10 @@ TEST(Differences, TellWhatWasEdited) {
 
   ASSERT_EQ(found.size(), 2U);
   EXPECT_EQ(found[0].kind, Difference::Kind::Added);
-  EXPECT_EQ(found[0].path, "/Root/P/New");
+  EXPECT_EQ(found[0].path, "/Top/P/New");
   EXPECT_EQ(found[0].objects, 1U);
   EXPECT_EQ(found[1].kind, Difference::Kind::Changed);
-  EXPECT_EQ(found[1].path, "/Root/P/C");
+  EXPECT_EQ(found[1].path, "/Top/P/C");
   EXPECT_EQ(found[1].cls, "variant.SystemConst");
   EXPECT_EQ(found[1].property, "category");
   EXPECT_EQ(found[1].before, "null");

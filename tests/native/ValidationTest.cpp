@@ -85,7 +85,7 @@ class Validation : public testing::Test {
 
   K7Q::Model model = K7Q::Model::create();
   K7Q::Model other = K7Q::Model::create();
-  common::Package root = common::Package::create(model, u"Root");
+  common::Package root = common::Package::create(model, u"Top");
   variant::SystemConst axles = variant::SystemConst::create(model, u"Axles");
   variant::SystemConst wheels = variant::SystemConst::create(model, u"Wheels");
   variant::SystemConstValueSet values = variant::SystemConstValueSet::create(model, u"Values");
@@ -105,7 +105,7 @@ TEST_F(Validation, FindsAReferenceToADestroyedObject) {
   gone.destroy();
   const Forced forced(wordOf(value, "SysConst"), Word{.object = shell});
   EXPECT_EQ(linesOf(model),
-            Lines{"/Root/Values.SysConstValue[0].SysConst: refers to a SystemConst that was destroyed; set "
+            Lines{"/Top/Values.SysConstValue[0].SysConst: refers to a SystemConst that was destroyed; set "
                   "another one, or take the reference out [dangling-reference]"});
 }
 
@@ -115,7 +115,7 @@ TEST_F(Validation, FindsAReferenceToAnotherModel) {
   package.get<"PackagedElement">().add(foreign);
   const Forced forced(wordOf(value, "SysConst"), Word{.object = &instanceOf(foreign)});
   EXPECT_EQ(linesOf(model),
-            Lines{"/Root/Values.SysConstValue[0].SysConst: refers to /Elsewhere/Foreign of another model; "
+            Lines{"/Top/Values.SysConstValue[0].SysConst: refers to /Elsewhere/Foreign of another model; "
                   "create it in this object's model and refer to that [foreign-reference]"});
 }
 
@@ -129,10 +129,9 @@ TEST_F(Validation, FindsAValueOfAWiderClassThanTheOneThatRedefines) {
   const auto sender = port::DataSenderPort::create(model, travel, u"Sender");
   const Forced forced(wordOf(sender, "Interface"), Word{.object = &instanceOf(test)});
   ASSERT_EQ(K7Q::validate(sender).size(), 1U);
-  EXPECT_EQ(
-      lineOf(K7Q::validate(sender)[0]),
-      "/Sender.Interface: expected SenderReceiverInterface, found the ClientServerInterface /Root/Test; "
-      "set an object of that class or of a class below it [wrong-class]");
+  EXPECT_EQ(lineOf(K7Q::validate(sender)[0]),
+            "/Sender.Interface: expected SenderReceiverInterface, found the ClientServerInterface /Top/Test; "
+            "set an object of that class or of a class below it [wrong-class]");
 }
 
 TEST_F(Validation, FindsAnObjectThatTwoHold) {
@@ -140,10 +139,9 @@ TEST_F(Validation, FindsAnObjectThatTwoHold) {
   root.get<"PackagedElement">().add(second);
   second.get<"SysConstValue">().add(variant::SystemConstValue::create(model, 1.0, wheels));
   const ForcedEntry forced(wordOf(second, "SysConstValue"), 0, &instanceOf(value));
-  EXPECT_EQ(
-      linesOf(model),
-      Lines{"/Root/Second.SysConstValue: holds SystemConstValue, which stands in another place as well; "
-            "an object has one owner: take it out here, or there [ownership]"});
+  EXPECT_EQ(linesOf(model),
+            Lines{"/Top/Second.SysConstValue: holds SystemConstValue, which stands in another place as well; "
+                  "an object has one owner: take it out here, or there [ownership]"});
 }
 
 TEST_F(Validation, FindsASequenceThatNamesAnObjectTwice) {
@@ -153,14 +151,14 @@ TEST_F(Validation, FindsASequenceThatNamesAnObjectTwice) {
   const ForcedEntry forced(wordOf(variants, "SysConstValueSet"), 1, &instanceOf(values));
   EXPECT_EQ(
       linesOf(model),
-      Lines{"/Root/Variant.SysConstValueSet: names the same object twice; each may stand in it once: take "
+      Lines{"/Top/Variant.SysConstValueSet: names the same object twice; each may stand in it once: take "
             "the second one out [multiplicity]"});
 }
 
 TEST_F(Validation, FindsAnEmptyEntry) {
   const ForcedEntry forced(wordOf(variants, "SysConstValueSet"), 0, nullptr);
   EXPECT_EQ(linesOf(model),
-            Lines{"/Root/Variant.SysConstValueSet: has an empty entry; take it out [multiplicity]"});
+            Lines{"/Top/Variant.SysConstValueSet: has an empty entry; take it out [multiplicity]"});
 }
 
 TEST_F(Validation, FindsAnEnumerationWithoutLiteral) {
@@ -203,7 +201,7 @@ TEST_F(Validation, RefusesWhatIsNotValid) {
 }
 
 TEST_F(Validation, TellsWhereAnObjectStands) {
-  EXPECT_EQ(K7Q::pathOf(value), "/Root/Values.SysConstValue[0]");
+  EXPECT_EQ(K7Q::pathOf(value), "/Top/Values.SysConstValue[0]");
   EXPECT_EQ(K7Q::pathOf(common::AdminData::create(model)), "(AdminData)");
   auto irv = behavior::IrvData::create(model);
   auto point = variant::VariationPoint::create(model);

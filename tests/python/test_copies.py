@@ -349,11 +349,11 @@ def test_a_transaction_that_fails_takes_a_copy_back(brakes, model):
 
 def test_a_copy_is_found_by_its_name(brakes, model):
     root = common.AUTOSAR(model)
-    root.Name = "Root"
+    root.Name = "Top"
 
     copied = brakes.clone(root)
 
-    assert model.find("/Root/Brakes/Values") == named(copied, "Values")
+    assert model.find("/Top/Brakes/Values") == named(copied, "Values")
     assert len(model.instances(variant.SystemConst)) == 2
 
 

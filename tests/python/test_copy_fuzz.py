@@ -18,7 +18,7 @@ class Model:
 
     def __init__(self, draw):
         self.model = K7Q.Model.create()
-        self.packages = [common.Package(self.model, "Root")]
+        self.packages = [common.Package(self.model, "Top")]
         self.constants, self.sets, self.values, self.behaviors, self.runnables = [], [], [], [], []
         for kind in draw(st.lists(st.sampled_from("ppccvvrr"), max_size=14)):
             self.add(kind, draw)

@@ -643,7 +643,7 @@ def test_validate_takes_no_argument(model):
 
 
 def test_names_of_what_stands_below_something_unnamed_share_its_namespace(model):
-    root = common.Package(model, "Root")
+    root = common.Package(model, "Top")
     inner = common.SdgCaption(model, "Twice")
     admin = common.AdminData(model)
     admin.sdg.append(common.Sdg(model, "group"))
@@ -651,11 +651,11 @@ def test_names_of_what_stands_below_something_unnamed_share_its_namespace(model)
     root.adminData = admin
     root.PackagedElement.append(variant.SystemConst(model, "Twice"))
 
-    assert [(each.rule, each.path) for each in root.validate()] == [("duplicate-name", "/Root/Twice")]
+    assert [(each.rule, each.path) for each in root.validate()] == [("duplicate-name", "/Top/Twice")]
 
 
 def test_a_deep_model_is_validated_without_recursion(model):
-    root = common.Package(model, "Root")
+    root = common.Package(model, "Top")
     data = interface.VariableData(model, "%d", "Deep")
     root.adminData = common.AdminData(model)
     inner = data.InitValue = foundation.ArrayValueSpecification(model)
@@ -780,13 +780,13 @@ def test_a_rule_of_the_same_id_takes_the_place_of_the_one_before(model, add):
 
 
 def test_a_rule_that_destroys_what_it_looks_at_crashes_nothing(model, add):
-    root = common.Package(model, "Root")
+    root = common.Package(model, "Top")
     root.PackagedElement.extend([variant.SystemConst(model, name) for name in "abc"])
     add("greedy", common.Packageable)(lambda element: element.destroy() or "gone")
     add("behind", common.Packageable)(lambda element: "never asked")
 
     assert [(each.path, each.message) for each in root.validate()] == [
-        ("/Root/a", "gone"), ("/Root/b", "gone"), ("/Root/c", "gone")]
+        ("/Top/a", "gone"), ("/Top/b", "gone"), ("/Top/c", "gone")]
     gc.collect()
     assert list(root.PackagedElement) == []
 

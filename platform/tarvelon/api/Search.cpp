@@ -8,6 +8,7 @@
 #include "platform/tarvelon/ClassMethods.h"
 #include "platform/tarvelon/NameIndex.h"
 #include "platform/tarvelon/NativeModel.h"
+#include "platform/tarvelon/QualifiedName.h"
 #include "platform/tarvelon/Refusal.h"
 #include "platform/tarvelon/Registry.h"
 
@@ -119,10 +120,10 @@ std::vector<K7Q::ClassObject> findAll(const K7Q::Model& model, std::u16string_vi
 
 std::u16string qualifiedName(const K7Q::ClassObject& object) {
   const Instance& instance = require(object);
-  if (instance.cls().nameSlot == native::ClassData::kNoSlot) return {};
+  if (!native::hasName(instance.cls())) return {};
   std::vector<std::u16string_view> names;
   for (const Instance* each = &instance; each; each = native::namingHolder(*each)) {
-    names.push_back(native::nameOf(*each));
+    names.push_back(native::ownName(*each));
   }
   std::u16string result;
   for (auto name = names.rbegin(); name != names.rend(); ++name) (result += u'/').append(*name);

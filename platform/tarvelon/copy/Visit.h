@@ -6,7 +6,6 @@
 
 namespace Tarvelon::metamodel::native {
 
-inline constexpr std::uint64_t bitOf(unsigned slot) noexcept { return std::uint64_t{1} << slot; }
 /// The slots of an object's own values, without what refers to it and its id in files.
 inline std::uint64_t valueSlots(const Instance& object) noexcept {
   return object.presence() & (bitOf(static_cast<unsigned>(object.cls().slotProperties.size())) - 1);
