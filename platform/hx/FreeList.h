@@ -5,14 +5,7 @@
 
 #include "boundary/Export.h"
 #include "boundary/ut/Memory.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define TARVELON_HAS_ASAN 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TARVELON_HAS_ASAN 1
-#endif
-#endif
+#include "platform/hx/Sanitizer.h"
 
 namespace hx {
 
@@ -51,11 +44,7 @@ class FreeList {
     Block* next;
   };
 
-#ifdef TARVELON_HAS_ASAN
-  static constexpr std::size_t kKept = 0;
-#else
-  static constexpr std::size_t kKept = 4096;
-#endif
+  static constexpr std::size_t kKept = kHasAsan ? 0 : 4096;
 
   std::size_t mSize;
   Block* mFirst = nullptr;

@@ -13,21 +13,25 @@
 #include "platform/tarvelon/WordList.h"
 
 // An object goes with all that it holds, however deep that is: no recursion, and nothing that could fail.
-// What is to go is chained up through the objects themselves; then every tie to what stays is cut; then they
-// are freed.
+// What is to go is chained up through the objects themselves, each with what it holds right behind it, as
+// they were most likely made; on the way each lets go of what it refers to. Then they leave who refers to
+// them, which only others still do, and are freed.
 namespace Tarvelon::metamodel::native {
 
 namespace {
 
 void chainUp(Instance& root) noexcept {
   root.markDying();
-  Instance* last = &root;
   for (Instance* object = &root; object; object = object->nextDying()) {
+    Instance* const rest = object->nextDying();
+    Instance* last = object;
     forEachObject(*object, object->cls().holdingSlots, [&last](Instance& held, unsigned /*slot*/) {
       held.markDying();
       last->setNextDying(&held);
       last = &held;
     });
+    last->setNextDying(rest);
+    leaveReferred(*object);
   }
 }
 
@@ -50,13 +54,12 @@ void leaveList(Instance& referring, unsigned slot, const Instance& object) noexc
   });
 }
 
-/// Empties every place outside that refers to a dying object.
+/// Empties every place that refers to a dying object, all of which are outside by now.
 void leaveReferrers(Instance& object) noexcept {
   Word* word = object.find(Instance::kReferrerSlot);
   if (!word) return;
   Referrers(word->bits).forEach([&object](Referrer referrer) {
     Instance& referring = object.model().instance(referrer.instance);
-    if (referring.isDying()) return;
     if ((referring.cls().listSlots >> referrer.slot & 1) != 0) {
       leaveList(referring, referrer.slot, object);
     } else {
@@ -164,7 +167,6 @@ void buryTree(Instance& root, Journal& journal) {
 void leaveReferred(Instance& object) noexcept {
   const bool keepsRoom = object.model().journal() != nullptr;
   forEachObject(object, object.cls().referringSlots, [&object, keepsRoom](Instance& referred, unsigned slot) {
-    if (referred.isDying()) return;
     referred.removeReferrer({object.number(), static_cast<std::uint8_t>(slot)}, keepsRoom);
   });
 }
@@ -178,13 +180,10 @@ void destroyTree(Instance& root) {
   }
   leaveOwner(root);
   chainUp(root);
-  for (Instance* object = &root; object; object = object->nextDying()) {
-    leaveReferrers(*object);
-    leaveReferred(*object);
-  }
   ++K7Q::mi::gDestructions;
   for (Instance* object = &root; object;) {
     Instance* next = object->nextDying();
+    leaveReferrers(*object);
     model.expire(*object);
     object = next;
   }

@@ -5,7 +5,6 @@
 
 #include "boundary/k7q/Introspection.h"
 #include "boundary/k7q/Primitives.h"
-#include "platform/hx/FreeList.h"
 #include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/Links.h"
 #include "platform/tarvelon/Memory.h"
@@ -17,28 +16,12 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-constinit hx::FreeList gFree(sizeof(Instance));
-constinit std::size_t gLive = 0;
-
 void disposeList(WordList& list, bool isOfTexts) noexcept {
   for (std::uint32_t index = 0; isOfTexts && index < list.size(); ++index) list.at(index).text->release();
   list.dispose();
 }
 
 }  // namespace
-
-void* Instance::operator new(std::size_t /*size*/) {
-  void* storage = gFree.take();
-  if (!storage) throw bedrock::core::except::bad_alloc();
-  ++gLive;
-  return storage;
-}
-void Instance::operator delete(void* storage) noexcept {
-  --gLive;
-  gFree.give(storage);
-}
-
-std::size_t liveObjects() noexcept { return gLive; }
 
 Instance::~Instance() { dropValues(); }
 
@@ -48,9 +31,9 @@ void Instance::addRef() const {
 
 void Instance::release() const {
   if (--mReferences != 0) return;
-  const NativeModel* model = mModel;
-  if ((mState & kGone) != 0) delete this;
-  model->release();
+  NativeModel& model = *mModel;
+  if (hasExpired()) model.free(const_cast<Instance&>(*this));
+  model.release();
 }
 
 void* Instance::cast(K7Q::CooperativeVisitor::TagPair tag) {
@@ -163,7 +146,7 @@ void Instance::expire() noexcept {
   dropValues();
   mOwner = nullptr;
   mState = kGone;
-  if (mReferences == 0) delete this;
+  if (mReferences == 0) mModel->free(*this);
 }
 
 }  // namespace Tarvelon::metamodel::native

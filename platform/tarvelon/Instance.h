@@ -15,7 +15,8 @@ namespace Tarvelon::metamodel::native {
 struct ClassData;
 class NativeModel;
 
-/// A model object of any class: one block of 72 bytes, and one more when it has more than two values.
+/// A model object of any class: 72 bytes in its model's InstanceIndex, and a block of memory when it has more
+/// than two values.
 ///
 /// Only values that were set take room. Each class gives its stored properties slots (ClassData); a bit for
 /// each slot says whether there is a value, and the words of those that have one stand packed in slot order.
@@ -104,9 +105,7 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   /// Drops every value and turns the object into a shell, which is freed at once when no handle is left on
   /// it.
   void expire() noexcept;
-
-  static void* operator new(std::size_t size);
-  static void operator delete(void* storage) noexcept;
+  bool hasExpired() const noexcept { return (mState & kGone) != 0; }
 
  private:
   static constexpr std::uint64_t kPresence = (std::uint64_t{1} << 48) - 1;

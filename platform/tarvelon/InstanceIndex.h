@@ -1,19 +1,23 @@
 #pragma once
 
+#include <bit>
+#include <cstddef>
 #include <cstdint>
+#include <new>
 #include <vector>
+
+#include "platform/hx/Sanitizer.h"
+#include "platform/tarvelon/Instance.h"
 
 namespace Tarvelon::metamodel::native {
 
-struct ClassData;
-class Instance;
-
-/// All objects of a model by their numbers, in chunks, so that it grows without copying; and those of each
-/// class in the order in which they were made.
+/// The storage of all objects of a model, by their numbers, and the list of those of each class in the order
+/// in which they were made.
 ///
-/// A number that has become free is given out again before a new one. Going through the numbers from 0 up
-/// visits the objects in an order that only changes where objects go and come.
-/// Cost: 12 bytes an object, and 4 to 8 in the list of its class.
+/// Objects stand side by side in chunks, so that a number is a place and going through all of them reads
+/// memory in order. A number that has become free is given out again before a new one. Going through the
+/// numbers from 0 up visits the objects in an order that only changes where objects go and come.
+/// Cost: 5 bytes an object beside it, and 4 to 8 in the list of its class.
 class InstanceIndex {
  public:
   /// The objects of exactly one class.
@@ -28,58 +32,78 @@ class InstanceIndex {
   InstanceIndex() noexcept = default;
   InstanceIndex(const InstanceIndex&) = delete;
   InstanceIndex& operator=(const InstanceIndex&) = delete;
+  /// REQUIRES: no object is left.
   ~InstanceIndex() { clear(); }
 
-  /// The number for the next insert(), of an object of that class; makes the room that it needs.
-  std::uint32_t reserve(const ClassData& cls);
-  /// REQUIRES: `number` came from reserve() just before.
-  void insert(std::uint32_t number, Instance& instance) noexcept;
-  void erase(const Instance& instance) noexcept;
-  Instance* at(std::uint32_t number) const noexcept { return reinterpret_cast<Instance*>(entry(number)); }
+  /// Makes all the room that the next make() needs, for an object of that class.
+  void reserve(const ClassData& cls);
+  /// A new object. REQUIRES: reserve() just before.
+  Instance& make(NativeModel& model, const ClassData& cls) noexcept;
+  /// Takes an object, which is about to expire, out of the list of its class.
+  void leaveClass(const Instance& instance) noexcept;
+  /// Ends an object that has expired and that nobody holds any more.
+  void free(Instance& instance) noexcept;
+
+  /// REQUIRES: there is an object, expired or not, of that number.
+  Instance* at(std::uint32_t number) const noexcept {
+    return mSlabs[number / kChunk].chunk->at(number % kChunk);
+  }
   /// The same for any number, null for one that is free.
   Instance* find(std::uint32_t number) const noexcept {
-    return number < mUsed && !isFree(entry(number)) ? at(number) : nullptr;
+    if (number / kChunk >= mSlabs.size()) return nullptr;
+    Chunk* chunk = mSlabs[number / kChunk].chunk;
+    return chunk && (chunk->used >> number % kChunk & 1) != 0 ? chunk->at(number % kChunk) : nullptr;
   }
-  /// Calls visit(Instance&) for each in order of number; it may erase the one it is called for.
+  /// Calls visit(Instance&) for each that has not expired, in order of number; it may end the one it is
+  /// called for.
   template <class Visit>
   void forEach(Visit visit) const {
-    for (std::uint32_t number = 0; number < mUsed; ++number) {
-      if (!isFree(entry(number))) visit(*at(number));
+    for (const Slab& slab : mSlabs) {
+      for (std::uint64_t left = slab.chunk ? slab.chunk->used : 0; left != 0; left &= left - 1) {
+        Instance& instance = *slab.chunk->at(static_cast<unsigned>(std::countr_zero(left)));
+        if (!instance.hasExpired()) visit(instance);
+      }
     }
   }
   /// A list for each class of which there were objects, in the order of their first ones.
   const std::vector<ClassList>& classes() const noexcept { return mClasses; }
-  /// Forgets everything and releases the storage.
+  /// Forgets the classes and releases all storage in which no object is left.
   void clear() noexcept;
 
  private:
-  /// The address of an object or, with bit 0 set, the number of the next free entry.
-  using Entry = std::uintptr_t;
-  static constexpr std::uint32_t kChunk = 1024;
+  static constexpr std::uint32_t kChunk = hx::kHasAsan ? 1 : 64;
+  static constexpr std::uint64_t kFull = ~std::uint64_t{0} >> (64 - kChunk);
   struct Chunk {
-    Entry entries[kChunk];
+    /// A bit for each place in which an object stands.
+    std::uint64_t used;
     /// Where each object stands in the list of its class.
     std::uint32_t places[kChunk];
-  };
-  static bool isFree(Entry entry) noexcept { return (entry & 1) != 0; }
+    alignas(Instance) std::byte storage[kChunk][sizeof(Instance)];
 
-  Entry& entry(std::uint32_t number) const noexcept {
-    return mChunks[number / kChunk]->entries[number % kChunk];
-  }
-  std::uint32_t& place(std::uint32_t number) const noexcept {
-    return mChunks[number / kChunk]->places[number % kChunk];
+    Instance* at(std::uint32_t place) noexcept {
+      return std::launder(reinterpret_cast<Instance*>(&storage[place]));
+    }
+  };
+  /// Those with a free place, which one without a chunk has too, are chained.
+  struct Slab {
+    Chunk* chunk;
+    std::uint32_t nextWithRoom;
+  };
+
+  std::uint32_t& place(std::uint32_t number) noexcept {
+    return mSlabs[number / kChunk].chunk->places[number % kChunk];
   }
   ClassList& listOf(const ClassData& cls) noexcept;
-  void addChunk();
+  void dropEmpty(std::uint32_t slab) noexcept;
   void closeGaps(ClassList& list) noexcept;
 
-  std::vector<Chunk*> mChunks;
+  std::vector<Slab> mSlabs;
   std::vector<ClassList> mClasses;
   /// By ordinal of the class: where its list stands.
   std::vector<std::uint16_t> mLists;
-  /// Numbers below were given out.
-  std::uint32_t mUsed = 0;
-  std::uint32_t mFirstFree = kNone;
+  std::uint32_t mFirstWithRoom = kNone;
+  /// The one empty slab whose chunk is kept for the next object.
+  std::uint32_t mEmpty = kNone;
 };
 
 }  // namespace Tarvelon::metamodel::native

@@ -108,8 +108,6 @@ void Journal::rollBackTransaction(std::uint64_t transaction) noexcept {
 
 void Journal::takeBack(Steps& steps, std::size_t start) noexcept {
   if (start == steps.size()) return;
-  // Names come back in an order that the index cannot make room for: it is built anew when it is asked.
-  mModel.forgetNames();
   ++K7Q::mi::gDestructions;
   for (std::size_t index = steps.size(); index-- > start;) apply(steps[index].turned());
 }
@@ -173,8 +171,7 @@ void Journal::discard(std::span<Steps> batches, std::size_t start, bool areTaken
     });
   };
   forEach(dropTexts);
-  // All of them are marked first: what goes may refer to what goes with it.
-  forEachBuried([](Instance& object) { object.setDying(true); });
+  // All of them let go first: what goes may refer to what goes with it.
   forEachBuried(leaveReferred);
   forEachBuried([this](Instance& object) { mModel.expire(object); });
   for (Steps& steps : batches) {
@@ -215,7 +212,6 @@ void Journal::undo() noexcept {
 void Journal::redo() noexcept {
   Steps steps = std::move(mRedo.back());
   mRedo.pop_back();
-  mModel.forgetNames();
   ++K7Q::mi::gDestructions;
   for (const Step& step : steps) apply(step);
   mUndo.push_back(std::move(steps));

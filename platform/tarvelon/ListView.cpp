@@ -202,7 +202,10 @@ bool ListView::specialized_assign(const SequenceIntf* other) {
     elements.push_back(source->refAt(index, deviant));
     check(elements.back());
   }
-  Batch batch(object().model());
+  // Many changes that are one: the journal takes them back should a later one find no memory.
+  NativeModel& model = object().model();
+  model.requireJournal();
+  Batch batch(model);
   generic_clear(deviant);
   for (const Ref& element : elements) append(element);
   return true;

@@ -21,6 +21,8 @@ namespace Tarvelon::metamodel::native {
 namespace {
 
 constexpr std::uint32_t kFirstCapacity = 64;
+/// How many entries are looked at for one that is there already.
+constexpr unsigned kLooked = 8;
 /// How many holders without a name may stand above one another before the index is rather built anew.
 constexpr unsigned kDeepest = 64;
 
@@ -99,7 +101,11 @@ NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
 
 void NameIndex::enter(std::uint32_t hash, std::uint32_t number) noexcept {
   std::uint32_t& head = mHeads[homeOf(hash, mHeadCount)];
-  if (head != kNone && mEntries[head].hash == hash && mEntries[head].number == number) return;
+  // A few are looked at, not all: very many may have the same name.
+  std::uint32_t place = head;
+  for (unsigned met = 0; place != kNone && met < kLooked; ++met, place = mEntries[place].next) {
+    if (mEntries[place].hash == hash && mEntries[place].number == number) return;
+  }
   if (mUsed == mCapacity) {
     mIsComplete = false;
     return;

@@ -15,8 +15,9 @@ class NativeModel;
 /// Finds objects by name below the object that names them: the nearest holder whose class has a Name.
 ///
 /// An entry says under which name an object once stood, and is checked against the object when it is met: so
-/// nothing need be taken out when an object is renamed, moved or destroyed. Entries that say nothing any more
-/// go with the index, of which a new one is built when it is full.
+/// nothing need be taken out when an object is renamed, moved or destroyed, and one that comes back to where
+/// it stood finds its entry there. Entries that say nothing any more go with the index, of which a new one is
+/// built when it is full.
 /// Cost:    some 18 bytes a name. Constant time to enter and to find one, however many objects there are.
 /// Failure: the constructor and find() allocate.
 class NameIndex {

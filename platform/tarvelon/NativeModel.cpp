@@ -86,20 +86,20 @@ const NameIndex& NativeModel::names() {
 }
 
 Instance& NativeModel::add(const ClassData& cls, unsigned values) {
-  const std::uint32_t number = mInstances.reserve(cls);
-  auto* instance = new Instance(*this, cls, number);
+  mInstances.reserve(cls);
+  Instance& instance = mInstances.make(*this, cls);
   try {
-    instance->reserve(values);
+    instance.reserve(values);
   } catch (...) {
-    delete instance;
+    mInstances.leaveClass(instance);
+    instance.expire();
     throw;
   }
-  mInstances.insert(number, *instance);
-  return *instance;
+  return instance;
 }
 
 void NativeModel::expire(Instance& instance) noexcept {
-  mInstances.erase(instance);
+  mInstances.leaveClass(instance);
   if (mJournal) mJournal->forget(instance);
   instance.expire();
 }

@@ -41,6 +41,8 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   Instance& add(const ClassData& cls, unsigned values);
   /// Ends an object that is linked to no other any more.
   void expire(Instance& instance) noexcept;
+  /// Frees the storage of an expired object that nobody holds.
+  void free(Instance& instance) noexcept { mInstances.free(instance); }
   Instance& instance(std::uint32_t number) const noexcept { return *mInstances.at(number); }
   const InstanceIndex& instances() const noexcept { return mInstances; }
   /// Calls visit(Instance&) for each object that is not gone, in an order that changes only where objects
@@ -66,7 +68,6 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   void noteNamesOf(const Instance& object) noexcept {
     if (mNames) mNames->noteOwner(object);
   }
-  void forgetNames() noexcept { mNames.reset(); }
 
   /// Says that what `owner` holds has changed.
   void noteOwnership(const Instance& owner) noexcept { ++mStamps[owner.number() % kStamps]; }

@@ -55,6 +55,8 @@ void applyValue(const Step& step) noexcept {
 void applyLife(const Step& step) noexcept {
   if (step.hasAfter) {
     step.object->revive();
+    // An index that was built meanwhile does not know it.
+    step.object->model().noteNameOf(*step.object);
   } else {
     step.object->bury();
   }

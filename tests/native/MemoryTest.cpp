@@ -303,3 +303,11 @@ TEST(FailedAllocation, InASequenceLeavesTheModelAsItWas) {
     sequence.get().generic_replace({}, 0, refOf(tangle.mOther));
   });
 }
+
+TEST(FailedAllocation, InAnAssignmentLeavesBothSequencesAsTheyWere) {
+  failAtEveryAllocation([](Tangle& tangle) {
+    const Access<foundation::Package> from(tangle.mPackage, "PackagedElement");
+    const Access<foundation::Package> to(tangle.mSecond, "PackagedElement");
+    to.sequence().get().specialized_assign(from.sequence().getInterface());
+  });
+}

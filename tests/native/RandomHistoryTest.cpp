@@ -252,7 +252,7 @@ TEST_P(RandomHistory, LooksAsItDidWhereverItGoes) {
   for (int i = 0; i < count; ++i) {
     ASSERT_NO_FATAL_FAILURE(step()) << "step " << i;
     ASSERT_EQ(shown::everything(mModel), mStates[mAt]) << "step " << i;
-    if (i % 8 == 0) {
+    if (i % 2 == 0) {
       ASSERT_NO_FATAL_FAILURE(shown::checkAgreement(mModel)) << "step " << i;
     }
   }

@@ -2,6 +2,7 @@
 
 #include <vector>
 
+#include "boundary/ut/Memory.h"
 #include "platform/tarvelon/api/History.h"
 #include "platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
@@ -215,6 +216,31 @@ TEST_F(Find, BringsBackATreeThatWasDestroyed) {
   EXPECT_TRUE(finds(u"/A/C", leaf));
   api::redo(mModel);
   EXPECT_TRUE(findsNothing(u"/A/C"));
+}
+
+TEST_F(Find, KeepsItsIndexWhenAChangeIsTakenBack) {
+  api::setHistoryLimit(mModel, 5);
+  const auto above = package(u"A");
+  const auto leaf = put(above, constant(u"C"));
+  ASSERT_TRUE(finds(u"/A/C", leaf));
+  leaf.set<"Name">(u"D");
+  api::undo(mModel);
+  above.destroy();
+  api::undo(mModel);
+  // Building an index would need memory.
+  utFailAllocation(1);
+  EXPECT_TRUE(finds(u"/A/C", leaf));
+  utFailAllocation(0);
+}
+
+TEST_F(Find, KnowsWhatComesBackThoughItsIndexWasBuiltMeanwhile) {
+  api::setHistoryLimit(mModel, 5);
+  const auto above = package(u"A");
+  const auto leaf = put(above, constant(u"C"));
+  above.destroy();
+  ASSERT_TRUE(findsNothing(u"/A/C"));
+  api::undo(mModel);
+  EXPECT_TRUE(finds(u"/A/C", leaf));
 }
 
 TEST_F(Find, GoesDownATreeOfAnyDepth) {

@@ -1,0 +1,80 @@
+// Where the objects of a model stand, and what becomes of the places of those that have gone.
+
+#include <malloc.h>
+#include <vector>
+
+#include "platform/hx/Sanitizer.h"
+#include "platform/tarvelon/Instance.h"
+#include "platform/tarvelon/api/Search.h"
+#include "tests/native/Support.h"
+
+namespace {
+
+namespace api = Tarvelon::model;
+using Tarvelon::metamodel::native::liveObjects;
+
+class Objects : public testing::Test {
+ protected:
+  std::vector<common::Package> make(int count) {
+    std::vector<common::Package> made;
+    for (int i = 0; i < count; ++i) made.push_back(common::Package::create(mModel));
+    return made;
+  }
+
+  const std::size_t mBefore = liveObjects();
+  K7Q::Model mModel = K7Q::Model::create();
+};
+
+}  // namespace
+
+TEST_F(Objects, StandInTheOrderOfTheirMaking) {
+  const auto made = make(1000);
+  const auto all = api::objects(mModel);
+  ASSERT_EQ(all.size(), made.size());
+  for (std::size_t i = 0; i < all.size(); ++i) ASSERT_TRUE(all[i] == made[i]) << i;
+}
+
+TEST_F(Objects, TakeThePlacesOfThoseThatHaveGone) {
+  auto made = make(1000);
+  for (std::size_t i = 0; i < made.size(); i += 3) made[i].destroy();
+  for (std::size_t i = 0; i < made.size(); i += 3) made[i] = {};
+  EXPECT_EQ(liveObjects() - mBefore, 666U);
+  make(334);
+  // Nowhere but among those that stayed: the last one is still the last.
+  const auto all = api::objects(mModel);
+  ASSERT_EQ(all.size(), 1000U);
+  EXPECT_TRUE(all[998] == made[998]);
+}
+
+TEST_F(Objects, KeepTheirPlacesWhileTheyAreHeldThoughTheyAreGone) {
+  auto held = make(200);
+  for (const auto& each : held) each.destroy();
+  EXPECT_EQ(liveObjects() - mBefore, 200U);
+  const auto others = make(200);
+  for (const auto& each : held) EXPECT_FALSE(each.isValid());
+  for (const auto& each : others) EXPECT_TRUE(each.isValid());
+  held.clear();
+  EXPECT_EQ(liveObjects() - mBefore, 200U);
+  EXPECT_EQ(api::objects(mModel).size(), 200U);
+}
+
+TEST_F(Objects, OutliveTheCloseOfTheirModelWhileTheyAreHeld) {
+  auto held = make(200);
+  mModel.getModelInterface()->close();
+  for (const auto& each : held) EXPECT_FALSE(each.isValid());
+  EXPECT_EQ(liveObjects() - mBefore, 200U);
+  mModel = {};
+  held.clear();
+  EXPECT_EQ(liveObjects(), mBefore);
+}
+
+TEST_F(Objects, GiveBackTheirMemory) {
+  if (hx::kHasAsan) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+  constexpr int kObjects = 100000;
+  auto made = make(kObjects);
+  const std::size_t full = mallinfo2().uordblks;
+  for (const auto& each : made) each.destroy();
+  made.clear();
+  // What stays is the table of chunks, half a byte an object at most, and what the allocator keeps.
+  EXPECT_LT(mallinfo2().uordblks + 70 * kObjects, full);
+}
