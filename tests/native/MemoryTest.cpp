@@ -45,7 +45,9 @@ class Tangle {
     mRoot.get<"PackagedElement">().add(mPackage);
     mPackage.get<"PackagedElement">().add(mConstant);
     mPackage.get<"PackagedElement">().add(mOther);
-    mPackage.get<"PackagedElement">().add(common::Package::create(mModel, u"Inner"));
+    // Seven in all, for which there is just room.
+    for (const char16_t* name : {u"1", u"2", u"3", u"4", u"5"})
+      mPackage.get<"PackagedElement">().add(common::Package::create(mModel, name));
     mRoot.get<"PackagedElement">().add(mSecond);
     mOther.set<"category">(u"c");
     mFormula.get<"SysConst">().add(mConstant);
