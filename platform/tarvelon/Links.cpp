@@ -169,13 +169,14 @@ void storeUnnoted(Instance& object, unsigned slot, Word word) {
   Word* place = object.find(slot);
   if (!place) object.reserve(1);
   if (isText && word.text) word.text->addRef();
+  const bool hadText = isText && place && place->text;
   if (place) {
     const Word old = std::exchange(*place, word);
-    if (isText && old.text) old.text->release();
+    if (hadText) old.text->release();
   } else {
     object.put(slot, word);
   }
-  if (slot == cls.nameSlot) object.model().noteNameOf(object);
+  if (slot == cls.nameSlot) object.model().noteNameOf(object, hadText);
 }
 
 void storeValue(Instance& object, unsigned slot, Word word) {

@@ -44,23 +44,6 @@ std::uint32_t homeOf(std::uint32_t hash, std::uint32_t capacity) noexcept {
   return static_cast<std::uint32_t>((hash * 0x9E3779B97F4A7C15U) >> 32) & (capacity - 1);
 }
 
-/// Calls visit(const Instance&) for the object if it is named, else for the nearest named ones below it.
-/// False if some stand deeper than `depth`.
-template <class Visit>
-bool forEachNamed(const Instance& object, unsigned depth,
-                  Visit visit) {  // NOLINT(misc-no-recursion): bounded
-  if (hasName(object.cls())) {
-    visit(object);
-    return true;
-  }
-  bool isAll = depth > 0 || (object.presence() & object.cls().holdingSlots) == 0;
-  if (depth == 0) return isAll;
-  forEachHeld(object, [&](Instance& held, unsigned /*slot*/) {
-    isAll = forEachNamed(held, depth - 1, visit) && isAll;
-  });
-  return isAll;
-}
-
 /// The way from the root: slots and places in them.
 std::vector<std::pair<unsigned, std::uint32_t>> wayTo(const Instance& object) {
   std::vector<std::pair<unsigned, std::uint32_t>> way;
@@ -80,10 +63,11 @@ std::vector<std::pair<unsigned, std::uint32_t>> wayTo(const Instance& object) {
 bool standsBefore(const Instance& left, const Instance& right) { return wayTo(left) < wayTo(right); }
 
 NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
+  // As if all that can have a name had one, which most do: so nobody has to be looked at twice.
   std::uint64_t names = 0;
-  mModel.instances().forEach([&names](const Instance& object) {
-    if (object.isAlive() && !ownName(object).empty()) ++names;
-  });
+  for (const InstanceIndex::ClassList& list : mModel.instances().classes()) {
+    if (hasName(*list.cls)) names += list.numbers.size() - list.gaps;
+  }
   // An eighth as many may come before another one is built, and each pays for eight of that.
   const std::uint64_t capacity = std::max<std::uint64_t>(kFirstCapacity, names + names / 8);
   if (capacity > std::uint64_t{1} << 31) {
@@ -95,11 +79,13 @@ NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
   mHeads.reset(allocateArray<std::uint32_t>(mHeadCount));
   std::fill_n(mHeads.get(), mHeadCount, kNone);
   mModel.instances().forEach([this](const Instance& object) {
-    if (object.isAlive()) noteName(object);
+    if (object.isAlive() && isNamed(object)) enter(object);
   });
 }
 
-void NameIndex::enter(std::uint32_t hash, std::uint32_t number) noexcept {
+void NameIndex::enter(const Instance& object) noexcept {
+  const std::uint32_t hash = hashOf(namingHolder(object), ownName(object));
+  const std::uint32_t number = object.number();
   std::uint32_t& head = mHeads[homeOf(hash, mHeadCount)];
   // A few are looked at, not all: very many may have the same name.
   std::uint32_t place = head;
@@ -114,15 +100,36 @@ void NameIndex::enter(std::uint32_t hash, std::uint32_t number) noexcept {
   head = mUsed++;
 }
 
-void NameIndex::noteName(const Instance& object) noexcept {
-  const std::u16string_view name = ownName(object);
-  if (!name.empty()) enter(hashOf(namingHolder(object), name), object.number());
+/// Enters the nearest named ones below. False if some stand deeper than `depth`.
+bool NameIndex::enterBelow(const Instance& object,
+                           unsigned depth) noexcept {  // NOLINT(misc-no-recursion): bounded
+  if ((object.presence() & object.cls().holdingSlots) == 0) return true;
+  if (depth == 0) return false;
+  bool isAll = true;
+  forEachHeld(object, [&](Instance& held, unsigned /*slot*/) {
+    if (isNamed(held)) {
+      enter(held);
+    } else {
+      isAll = enterBelow(held, depth - 1) && isAll;
+    }
+  });
+  return isAll;
+}
+
+void NameIndex::noteName(const Instance& object, bool hadName) noexcept {
+  if (!mIsComplete) return;
+  const bool hasOne = isNamed(object);
+  if (hasOne) enter(object);
+  if (hasOne != hadName && !enterBelow(object, kDeepest)) mIsComplete = false;
 }
 
 void NameIndex::noteOwner(const Instance& object) noexcept {
   if (!mIsComplete) return;
-  mIsComplete =
-      forEachNamed(object, kDeepest, [this](const Instance& named) { noteName(named); }) && mIsComplete;
+  if (isNamed(object)) {
+    enter(object);
+  } else if (!enterBelow(object, kDeepest)) {
+    mIsComplete = false;
+  }
 }
 
 template <class Visit>
@@ -131,8 +138,7 @@ void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit 
   for (std::uint32_t place = mHeads[homeOf(hash, mHeadCount)]; place != kNone; place = mEntries[place].next) {
     if (mEntries[place].hash != hash) continue;
     Instance* object = mModel.instances().find(mEntries[place].number);
-    if (!object || !object->isAlive() || ownName(*object) != name || namingHolder(*object) != parent)
-      continue;
+    if (!object || !object->isAlive() || ownName(*object) != name || !isNamedBelow(*object, parent)) continue;
     visit(*object);
   }
 }

@@ -12,7 +12,7 @@ namespace Tarvelon::metamodel::native {
 class Instance;
 class NativeModel;
 
-/// Finds objects by name below the object that names them: the nearest holder whose class has a Name.
+/// Finds objects by name below the object that names them: the nearest holder that has a name.
 ///
 /// An entry says under which name an object once stood, and is checked against the object when it is met: so
 /// nothing need be taken out when an object is renamed, moved or destroyed, and one that comes back to where
@@ -27,8 +27,8 @@ class NameIndex {
   NameIndex(const NameIndex&) = delete;
   NameIndex& operator=(const NameIndex&) = delete;
 
-  /// The object has another name.
-  void noteName(const Instance& object) noexcept;
+  /// The object has another name. One that had none, or has none any more, names others than before.
+  void noteName(const Instance& object, bool hadName) noexcept;
   /// The object has another owner: it stands elsewhere, or for one without a name the nearest it holds do.
   void noteOwner(const Instance& object) noexcept;
   /// False when there was no room for a name, or too much to note: then an index is to be built anew.
@@ -57,7 +57,8 @@ class NameIndex {
 
   template <class Visit>
   void forEach(const Instance* parent, std::u16string_view name, Visit visit) const;
-  void enter(std::uint32_t hash, std::uint32_t number) noexcept;
+  void enter(const Instance& object) noexcept;
+  bool enterBelow(const Instance& object, unsigned depth) noexcept;
 
   const NativeModel& mModel;
   /// Nearly as many heads as entries; the newest entry comes first.

@@ -62,8 +62,8 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
 
   /// The index of names, built when it is asked for and not complete.
   const NameIndex& names();
-  void noteNameOf(const Instance& object) noexcept {
-    if (mNames) mNames->noteName(object);
+  void noteNameOf(const Instance& object, bool hadName) noexcept {
+    if (mNames) mNames->noteName(object, hadName);
   }
   void noteNamesOf(const Instance& object) noexcept {
     if (mNames) mNames->noteOwner(object);

@@ -17,16 +17,32 @@ std::u16string_view ownName(const Instance& object) noexcept {
   return word && word->text ? word->text->view() : std::u16string_view();
 }
 
+// An empty text is stored as none.
+bool isNamed(const Instance& object) noexcept {
+  const std::uint8_t slot = object.cls().nameSlot;
+  const Word* word = slot == ClassData::kNoSlot ? nullptr : object.find(slot);
+  return word && word->text;
+}
+
 const Instance* namingHolder(const Instance& object) noexcept {
   const Instance* holder = object.owner();
-  while (holder && !hasName(holder->cls())) holder = holder->owner();
+  while (holder && !isNamed(*holder)) holder = holder->owner();
   return holder;
 }
 
+bool isNamedBelow(const Instance& object, const Instance* holder) noexcept {
+  const Instance* each = object.owner();
+  while (each != holder) {
+    if (!each || isNamed(*each)) return false;
+    each = each->owner();
+  }
+  return true;
+}
+
 std::string qualifiedName(const Instance& object) {
+  if (!isNamed(object)) return {};
   std::vector<const Instance*> segments;
-  const Instance* first = hasName(object.cls()) ? &object : namingHolder(object);
-  for (const Instance* each = first; each; each = namingHolder(*each)) segments.push_back(each);
+  for (const Instance* each = &object; each; each = namingHolder(*each)) segments.push_back(each);
   std::string name;
   for (auto each = segments.rbegin(); each != segments.rend(); ++each) {
     name.append("/").append(K7Q::String::to_string(ownName(**each)));

@@ -10,19 +10,24 @@ struct ClassData;
 
 /// How objects are called when they are spoken of.
 ///
-/// A qualified name has a segment for the object and for each one that holds it, from the top, as far as
-/// their classes have the property Name: "/Brakes/BrakeController/Behavior". An object without a name
-/// contributes none: alone, it is told by who holds it.
+/// A qualified name has a segment for the object and for each one that holds it, from the top, as far as they
+/// have names: "/Brakes/BrakeController/Behavior". What has none is passed over, be it that its class has no
+/// property Name or that it was not given one, as the root of an AUTOSAR model mostly is not.
 
 /// Whether objects of the class have the property Name.
 bool hasName(const ClassData& cls) noexcept;
 /// The object's own name; empty for none. Valid until the name is written.
 std::u16string_view ownName(const Instance& object) noexcept;
 
-/// The nearest holder whose class has the property Name, null if there is none.
-const Instance* namingHolder(const Instance& object) noexcept;
+/// Whether the object has a name of its own.
+bool isNamed(const Instance& object) noexcept;
 
-/// In UTF-8; empty for an object without a name that nothing with a name holds.
+/// The nearest holder that has a name, null if there is none.
+const Instance* namingHolder(const Instance& object) noexcept;
+/// Whether namingHolder() is `holder`, which is null or has a name.
+bool isNamedBelow(const Instance& object, const Instance* holder) noexcept;
+
+/// In UTF-8; empty for an object without a name.
 /// Cost: proportional to the depth.
 std::string qualifiedName(const Instance& object);
 

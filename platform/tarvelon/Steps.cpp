@@ -56,7 +56,7 @@ void applyLife(const Step& step) noexcept {
   if (step.hasAfter) {
     step.object->revive();
     // An index that was built meanwhile does not know it.
-    step.object->model().noteNameOf(*step.object);
+    step.object->model().noteNameOf(*step.object, true);
   } else {
     step.object->bury();
   }
@@ -78,7 +78,8 @@ void applyStored(const Step& step) noexcept {
   }
   if (isReference && step.hasAfter) tie(*step.object, step.slot, *step.after.object);
   if (isText && step.hasBefore && step.before.text) step.before.text->release();
-  if (step.slot == cls.nameSlot) step.object->model().noteNameOf(*step.object);
+  if (step.slot == cls.nameSlot)
+    step.object->model().noteNameOf(*step.object, step.hasBefore && step.before.text);
 }
 
 }  // namespace

@@ -132,7 +132,9 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
   }
   void rename() {
     const auto named = any<foundation::NamedElement>();
-    if (!named.isNull()) Access<foundation::NamedElement>(named, "Name").set(name());
+    // Without a name, what it holds is found as if that stood above.
+    if (!named.isNull())
+      Access<foundation::NamedElement>(named, "Name").set(isOneIn(4) ? K7Q::String() : name());
     const auto package = any<common::Package>();
     if (!package.isNull() && isOneIn(2)) package.set<"category">(isOneIn(2) ? K7Q::String() : name());
   }

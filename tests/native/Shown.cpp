@@ -130,8 +130,9 @@ std::u16string nameByWalk(const K7Q::ClassObject& object) {
   bool isFirst = true;
   while (!each.isNull()) {
     const auto named = foundation::NamedElement::cast(each);
-    if (named.isNull() && isFirst) return {};
-    if (!named.isNull()) name = u"/" + std::u16string(named.get<"Name">().view()) + name;
+    const std::u16string own(named.isNull() ? std::u16string_view() : named.get<"Name">().view());
+    if (own.empty() && isFirst) return {};
+    if (!own.empty()) name.insert(0, u"/" + own);
     isFirst = false;
     each = Access<foundation::Element>(
                K7Q::ClassObject(static_cast<K7Q::NSInterface::ClassObjectIntf*>(each.getInterface()), {}),
@@ -211,7 +212,7 @@ void checkAgreement(const K7Q::Model& model) {
     ASSERT_NO_FATAL_FAILURE(checkReferences(each, mentions));
     const std::u16string name = nameByWalk(each);
     ASSERT_EQ(api::qualifiedName(each), name);
-    // A segment without a text, and one with a slash, finds nothing.
+    // A segment with a slash finds nothing.
     if (!name.empty() && name.find(u"//") == name.npos && name.back() != u'/')
       named[name].insert(each.getInterface());
     classes[&classOf(each)].push_back(each.getInterface());

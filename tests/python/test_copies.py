@@ -120,7 +120,7 @@ def test_several_properties_that_fit_are_listed(model):
         access.clone(runnable)
 
     assert str(raised.value) == (
-        "clone of behavior.IrvAccess / into behavior.Runnable /Step: the owner can hold it as irvRead, "
+        "clone of behavior.IrvAccess#0 into behavior.Runnable /Step: the owner can hold it as irvRead, "
         "irvWrite; name the property")
     assert access.clone(runnable, property="irvWrite") == runnable.irvWrite[0]
     assert runnable.irvWrite[0].clone(runnable) == runnable.irvWrite[1]
@@ -160,7 +160,7 @@ def test_a_property_that_has_its_one_object_is_refused(model, arguments):
         held.clone(atomic, **arguments)
 
     assert str(raised.value) == (
-        "clone of behavior.ApplicationComponentBehavior /Controller/ into component.AtomicComponent "
+        "clone of behavior.ApplicationComponentBehavior /Controller.Behavior into component.AtomicComponent "
         "/Controller: Behavior holds one object and has it; unset it first")
     assert atomic.Behavior == held
 

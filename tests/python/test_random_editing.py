@@ -92,7 +92,7 @@ class State:
     def path(self, key):
         each = self.objects[key]
         above = self.path(each.owner) if each.owner is not None else ""
-        return above + "/" + each.name
+        return above + "/" + each.name if each.name else above
 
 
 class Editing(RuleBasedStateMachine):
@@ -341,7 +341,7 @@ class Editing(RuleBasedStateMachine):
             assert self.found(handle.SysConst) == each.refers
             assert handle.qualifiedName == ""
         else:
-            assert handle.Name == each.name and handle.qualifiedName == state.path(key)
+            assert handle.Name == each.name and handle.qualifiedName == (state.path(key) if each.name else "")
         if each.kind == "runnable":
             assert self.found(handle.Events) == each.refers
             mentions = [(event, "StartOnEvent") for event in each.refers]
@@ -359,11 +359,9 @@ class Editing(RuleBasedStateMachine):
             return
         paths = {}
         for key, each in self.state.objects.items():
-            if each.kind != "formula":
+            if each.kind != "formula" and each.name:
                 paths.setdefault(self.state.path(key), []).append(key)
         for path, keys in paths.items():
-            if "" in path[1:].split("/"):
-                keys = []
             found = self.found(self.model.find_all(path))
             assert sorted(found) == sorted(keys)
             assert self.model.find(path) is (self.handles[found[0]] if found else None)

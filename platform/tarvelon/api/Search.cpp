@@ -120,7 +120,7 @@ std::vector<K7Q::ClassObject> findAll(const K7Q::Model& model, std::u16string_vi
 
 std::u16string qualifiedName(const K7Q::ClassObject& object) {
   const Instance& instance = require(object);
-  if (!native::hasName(instance.cls())) return {};
+  if (!native::isNamed(instance)) return {};
   std::vector<std::u16string_view> names;
   for (const Instance* each = &instance; each; each = native::namingHolder(*each)) {
     names.push_back(native::ownName(*each));

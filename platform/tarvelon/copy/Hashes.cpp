@@ -36,13 +36,13 @@ Hash ownHash(const Instance& object) {
 
 Hash hashOf(std::u16string_view text) noexcept { return std::hash<std::u16string_view>()(text); }
 
-std::vector<Hash> pathHashes(const Tree& tree) {
+std::vector<Hash> pathHashes(const Tree& tree, bool (*counts)(const Instance&)) {
   std::vector<Hash> hashes(tree.size());
   for (std::uint32_t node = 0; node < tree.size(); ++node) {
     const std::uint32_t parent = tree[node].parent;
     const Hash above = parent == Tree::kNone ? 0 : hashes[parent];
     const Instance& object = *tree[node].object;
-    hashes[node] = hasName(object.cls()) ? mix(above, hashOf(ownName(object))) : above;
+    hashes[node] = counts(object) ? mix(above, hashOf(ownName(object))) : above;
   }
   return hashes;
 }

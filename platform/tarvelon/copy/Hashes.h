@@ -17,9 +17,9 @@ inline constexpr Hash mix(Hash left, Hash right) noexcept {
 }
 Hash hashOf(std::u16string_view text) noexcept;
 
-/// Of each node the names from its root down to it: equal for nodes of equal qualified name. What has no name
-/// has the hash of what holds it.
-std::vector<Hash> pathHashes(const Tree& tree);
+/// Of each node the names from its root down to it, as far as an object counts: with isNamed() equal for
+/// nodes of equal qualified name. What does not count has the hash of what holds it.
+std::vector<Hash> pathHashes(const Tree& tree, bool (*counts)(const Instance&));
 
 /// What a node is and holds, without its references.
 struct Contents {

@@ -34,11 +34,11 @@ class References {
 };
 
 References::References(const Tree& tree) : mTree(tree), mPaths(tree), mHasId(tree.size()) {
-  const std::vector<Hash> hashes = pathHashes(tree);
+  const std::vector<Hash> hashes = pathHashes(tree, &isNamed);
   KeyIndex names;
   names.reset(tree.size());
   for (std::uint32_t node = 0; node < tree.size(); ++node) {
-    if (hasName(tree[node].object->cls())) names.push(hashes[node], node);
+    if (isNamed(*tree[node].object)) names.push(hashes[node], node);
   }
   for (const Tree::Node& node : tree.nodes()) {
     forEachTarget(*node.object, node.object->cls().referringSlots,
@@ -50,7 +50,7 @@ References::References(const Tree& tree) : mTree(tree), mPaths(tree), mHasId(tre
 }
 
 void References::note(std::uint32_t node, KeyIndex& names, const std::vector<Hash>& hashes) {
-  mHasId[node] = !hasName(mTree[node].object->cls()) || names.isShared(hashes[node]);
+  mHasId[node] = !isNamed(*mTree[node].object) || names.isShared(hashes[node]);
 }
 
 std::string References::path(const Instance& target) const {

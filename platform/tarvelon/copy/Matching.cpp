@@ -20,7 +20,7 @@ bool isNamed(const Tree& tree, std::uint32_t node) { return hasName(classOf(tree
 Matching::Side::Side(const Tree& nodes)
     : tree(nodes),
       match(nodes.size(), kNone),
-      paths(pathHashes(nodes)),
+      paths(pathHashes(nodes, [](const Instance& object) { return hasName(object.cls()); })),
       contents(contentHashes(nodes)),
       referring(nodes.size()) {}
 

@@ -37,10 +37,10 @@ std::string Paths::walk(const Instance& object, bool isByName) const {
   std::vector<const Instance*> steps;
   for (const Instance* each = &object; each; each = each->owner()) {
     steps.push_back(each);
-    if (hasName(each->cls()) && (isByName || each != &object)) break;
+    if (isNamed(*each) && (isByName || each != &object)) break;
   }
   // The names above a named object are its qualified name; what is below it goes by property and index.
-  const bool startsNamed = hasName(steps.back()->cls()) && (isByName || steps.size() > 1);
+  const bool startsNamed = isNamed(*steps.back()) && (isByName || steps.size() > 1);
   std::string path = startsNamed ? qualifiedName(*steps.back()) : std::string();
   if (startsNamed) steps.pop_back();
   for (auto each = steps.rbegin(); each != steps.rend(); ++each) appendStep(path, **each);

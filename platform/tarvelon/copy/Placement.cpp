@@ -26,7 +26,9 @@ bool takesOneMore(const Instance& owner, unsigned slot) {
 }
 
 std::string told(const Instance& object) {
-  return std::string(shortName(object.cls())) + " " + Paths().path(object);
+  const std::string path = Paths().path(object);
+  const bool saysClass = !object.owner() && !isNamed(object);
+  return saysClass ? path : std::string(shortName(object.cls())) + " " + path;
 }
 
 std::string clone(const Instance& object, const Instance& owner) {
