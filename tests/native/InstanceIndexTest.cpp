@@ -15,9 +15,10 @@ using Tarvelon::metamodel::native::liveObjects;
 
 class Objects : public testing::Test {
  protected:
-  std::vector<common::Package> make(int count) {
+  std::vector<common::Package> make(std::size_t count) {
     std::vector<common::Package> made;
-    for (int i = 0; i < count; ++i) made.push_back(common::Package::create(mModel));
+    made.reserve(count);
+    for (std::size_t i = 0; i < count; ++i) made.push_back(common::Package::create(mModel));
     return made;
   }
 
@@ -70,7 +71,7 @@ TEST_F(Objects, OutliveTheCloseOfTheirModelWhileTheyAreHeld) {
 
 TEST_F(Objects, GiveBackTheirMemory) {
   if (hx::kHasAsan) GTEST_SKIP() << "the sanitizer has an allocator of its own";
-  constexpr int kObjects = 100000;
+  constexpr std::size_t kObjects = 100000;
   auto made = make(kObjects);
   const std::size_t full = mallinfo2().uordblks;
   for (const auto& each : made) each.destroy();
