@@ -58,7 +58,7 @@ def objects(model: ImmutableModel, /) -> list[ImmutableClassObject]:
 
 
 def qualified_name(self: ImmutableClassObject) -> str:
-    """The names of the object's holders and its own, "/Brakes/Controller"; "" for a class without Name."""
+    """The names of the object's holders and its own, "/Brakes/Controller"; "" for one without a name."""
     return _host.qualifiedName(self)
 
 

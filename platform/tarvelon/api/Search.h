@@ -11,8 +11,8 @@
 
 /// Finding objects of a model: by name, by class, by who refers to them.
 ///
-/// Names:   an object is named by those of its holders whose class has a Name, from the root down, and by its
-///          own: "/Brakes/BrakeController/Behavior/Step10ms". Holders without a Name are passed over.
+/// Names:   an object is named by the names of its holders, from the root down, and by its own:
+///          "/Brakes/BrakeController/Behavior/Step10ms". Holders without a name are passed over.
 /// Results: handles with the view of the handle that was asked.
 /// Failure: K7Q::Exception for a closed model and an object that is gone, std::bad_alloc. Nothing changes.
 /// Threads: one at a time, as everywhere in a model.
@@ -25,7 +25,7 @@ TARVELON_API K7Q::ClassObject find(const K7Q::Model& model, std::u16string_view 
 /// All objects of that name.
 TARVELON_API std::vector<K7Q::ClassObject> findAll(const K7Q::Model& model,
                                                    std::u16string_view qualifiedName);
-/// The name that finds the object; empty for one whose class has no Name.
+/// The name that finds the object; empty for one without a name.
 TARVELON_API std::u16string qualifiedName(const K7Q::ClassObject& object);
 
 /// The objects of a class and of the classes below it: class by class in the order in which these are
