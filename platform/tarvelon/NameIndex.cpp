@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <unordered_map>
 #include <utility>
 
 #include "boundary/k7q/Exception.h"
@@ -44,6 +45,33 @@ std::uint32_t homeOf(std::uint32_t hash, std::uint32_t capacity) noexcept {
   return static_cast<std::uint32_t>((hash * 0x9E3779B97F4A7C15U) >> 32) & (capacity - 1);
 }
 
+/// The naming holders of many objects. Where very many without a name stand above one another, some of them
+/// are remembered, so that the way up is not gone from each again.
+class Holders {
+ public:
+  const Instance* of(const Instance& object) {
+    const Instance* holder = object.owner();
+    unsigned steps = 0;
+    for (; holder && !isNamed(*holder); holder = holder->owner()) {
+      if (++steps % kDeepest != 0) continue;
+      const auto known = mFar.find(holder);
+      if (known == mFar.end()) {
+        mPassed.push_back(holder);
+        continue;
+      }
+      holder = known->second;
+      break;
+    }
+    for (const Instance* each : mPassed) mFar.emplace(each, holder);
+    mPassed.clear();
+    return holder;
+  }
+
+ private:
+  std::unordered_map<const Instance*, const Instance*> mFar;
+  std::vector<const Instance*> mPassed;
+};
+
 /// The way from the root: slots and places in them.
 std::vector<std::pair<unsigned, std::uint32_t>> wayTo(const Instance& object) {
   std::vector<std::pair<unsigned, std::uint32_t>> way;
@@ -78,13 +106,14 @@ NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
   mEntries.reset(allocateArray<Entry>(mCapacity));
   mHeads.reset(allocateArray<std::uint32_t>(mHeadCount));
   std::fill_n(mHeads.get(), mHeadCount, kNone);
-  mModel.instances().forEach([this](const Instance& object) {
-    if (object.isAlive() && isNamed(object)) enter(object);
+  Holders holders;
+  mModel.instances().forEach([this, &holders](const Instance& object) {
+    if (object.isAlive() && isNamed(object)) enter(object, holders.of(object));
   });
 }
 
-void NameIndex::enter(const Instance& object) noexcept {
-  const std::uint32_t hash = hashOf(namingHolder(object), ownName(object));
+void NameIndex::enter(const Instance& object, const Instance* holder) noexcept {
+  const std::uint32_t hash = hashOf(holder, ownName(object));
   const std::uint32_t number = object.number();
   std::uint32_t& head = mHeads[homeOf(hash, mHeadCount)];
   // A few are looked at, not all: very many may have the same name.
@@ -108,7 +137,7 @@ bool NameIndex::enterBelow(const Instance& object,
   bool isAll = true;
   forEachHeld(object, [&](Instance& held, unsigned /*slot*/) {
     if (isNamed(held)) {
-      enter(held);
+      enter(held, namingHolder(held));
     } else {
       isAll = enterBelow(held, depth - 1) && isAll;
     }
@@ -119,14 +148,14 @@ bool NameIndex::enterBelow(const Instance& object,
 void NameIndex::noteName(const Instance& object, bool hadName) noexcept {
   if (!mIsComplete) return;
   const bool hasOne = isNamed(object);
-  if (hasOne) enter(object);
+  if (hasOne) enter(object, namingHolder(object));
   if (hasOne != hadName && !enterBelow(object, kDeepest)) mIsComplete = false;
 }
 
 void NameIndex::noteOwner(const Instance& object) noexcept {
   if (!mIsComplete) return;
   if (isNamed(object)) {
-    enter(object);
+    enter(object, namingHolder(object));
   } else if (!enterBelow(object, kDeepest)) {
     mIsComplete = false;
   }

@@ -57,7 +57,8 @@ class NameIndex {
 
   template <class Visit>
   void forEach(const Instance* parent, std::u16string_view name, Visit visit) const;
-  void enter(const Instance& object) noexcept;
+  /// REQUIRES: the object is named, and `holder` is its naming holder.
+  void enter(const Instance& object, const Instance* holder) noexcept;
   bool enterBelow(const Instance& object, unsigned depth) noexcept;
 
   const NativeModel& mModel;

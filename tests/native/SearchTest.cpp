@@ -62,6 +62,24 @@ TEST_F(Find, PassesOverAHolderWithoutAName) {
   EXPECT_TRUE(findsNothing(u"/"));
 }
 
+TEST_F(Find, PassesOverAnyNumberOfThem) {
+  constexpr int kLevels = 100000;
+  const auto named = package(u"A");
+  auto above = named;
+  std::vector<variant::SystemConst> leaves;
+  for (int i = 0; i < kLevels; ++i) {
+    above = put(above, common::Package::create(mModel));
+    if (i % 999 == 0)
+      leaves.push_back(put(above, constant((u"c" + std::u16string(leaves.size(), u'x')).c_str())));
+    put(above, constant(u"c"));
+  }
+  for (std::size_t i = 1; i < leaves.size(); ++i) {
+    EXPECT_TRUE(finds(u"/A/c" + std::u16string(i, u'x'), leaves[i]));
+  }
+  named.set<"Name">(u"B");
+  EXPECT_TRUE(finds(u"/B/cx", leaves[1]));
+}
+
 TEST_F(Find, FollowsAHolderThatGetsANameOrLosesIt) {
   const auto root = package(u"R");
   const auto above = put(root, package(u"A"));
