@@ -1,17 +1,19 @@
 // A saved file is the old or the new one, whatever happens, and nothing else is left.
 
 #include <algorithm>
+#include <chrono>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <iostream>
 #include <string>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
@@ -39,8 +41,9 @@ class AtomicFile : public testing::Test {
     return model;
   }
   static std::string read(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::string text(fs::file_size(path), '\0');
+    std::ifstream(path, std::ios::binary).read(text.data(), static_cast<std::streamsize>(text.size()));
+    return text;
   }
   std::vector<std::string> names() const {
     std::vector<std::string> found;
@@ -236,15 +239,40 @@ TEST_F(AtomicFile, StaysAsItIsWhenTheSaveIsCancelled) {
   EXPECT_EQ(names(), Names{"brakes.xmi"});
 }
 
+/// A number of the environment, so that the same test can do more by hand.
+int numberOf(const char* variable, int usual) {
+  const char* text = std::getenv(variable);
+  return text ? std::atoi(text) : usual;
+}
+
+/// How long one save takes.
+std::chrono::microseconds timeOfSave(const K7Q::Model& model, const fs::path& path) {
+  const auto begin = std::chrono::steady_clock::now();
+  files::save(model, path);
+  return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin);
+}
+
+/// What was found after the kills.
+struct Outcome {
+  int first = 0;
+  int second = 0;
+  int interrupted = 0;  ///< with a temporary file beside it
+};
+
 TEST_F(KilledSave, LeavesAWholeFileHoweverOftenItHappens) {
-  const auto first = makeModel(u"First", 80000);
-  const auto second = makeModel(u"Second", 80000);
+  const int kills = numberOf("TARVELON_KILLS", 20);
+  const int megabytes = numberOf("TARVELON_KILL_MEGABYTES", 5);
+  const auto first = makeModel(u"First", 16500 * megabytes);
+  const auto second = makeModel(u"Second", 16500 * megabytes);
   const std::string one = files::saveText(first);
   const std::string other = files::saveText(second);
-  EXPECT_GT(other.size(), 4900000U);
-  files::save(first, mFile);
+  EXPECT_GT(one.size(), 1000000U * static_cast<unsigned>(megabytes));
+  files::save(second, mFile);
+  // Some are killed in their first save, some in a later one.
+  const auto longest = 4 * timeOfSave(first, mFile).count();
   unsigned seed = 1;
-  for (int turn = 0; turn < 20; ++turn) {
+  Outcome outcome;
+  for (int turn = 0; turn < kills; ++turn) {
     const pid_t child = ::fork();
     if (child == 0) {
       for (;;) {
@@ -252,13 +280,19 @@ TEST_F(KilledSave, LeavesAWholeFileHoweverOftenItHappens) {
         files::save(first, mFile);
       }
     }
-    ::usleep(static_cast<useconds_t>(::rand_r(&seed) % 150000));
+    std::this_thread::sleep_for(std::chrono::microseconds(::rand_r(&seed) % longest));
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
     const std::string found = read(mFile);
     EXPECT_TRUE(found == one || found == other) << found.size();
     EXPECT_LE(names().size(), 2U) << "the saves before it must have swept";
+    ++(found == one ? outcome.first : outcome.second);
+    outcome.interrupted += names().size() == 2 ? 1 : 0;
   }
+  std::cout << kills << " kills of saves of " << one.size() << " bytes: " << outcome.interrupted
+            << " in the middle of a file; then the file was " << outcome.first << " times the one and "
+            << outcome.second << " times the other\n";
+  EXPECT_GT(outcome.interrupted, kills / 4) << "or nothing was tested";
   files::save(first, mFile);
   EXPECT_EQ(names(), Names{"brakes.xmi"});
 }
