@@ -1,7 +1,9 @@
 // A saved file is the old or the new one, whatever happens, and nothing else is left.
 
 #include <algorithm>
+#include <cerrno>
 #include <chrono>
+#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
@@ -12,16 +14,27 @@
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <thread>
 #include <unistd.h>
 #include <vector>
 
 #include "tests/files/Support.h"
+#include "tests/support/FailingNew.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+
+bool gHasLocks = true;
+
+/// As on a network disk that knows none.
+class WithoutLocks {
+ public:
+  WithoutLocks() noexcept { gHasLocks = false; }
+  ~WithoutLocks() { gHasLocks = true; }
+};
 
 class AtomicFile : public testing::Test {
  protected:
@@ -119,6 +132,28 @@ TEST_F(AtomicFile, SweepsWhatAKilledSaveLeftAndNothingElse) {
   EXPECT_EQ(names(), (Names{".brakes.xmi.0123456.tarvelon-new", ".brakes.xmi.01234567.tarvelon-old",
                             ".brakes.xmi.0123456g.tarvelon-new", ".other.xmi.01234567.tarvelon-new",
                             "brakes.xmi", "brakes.xmi.01234567.tarvelon-new"}));
+}
+
+TEST_F(AtomicFile, MayHaveANameAsLongAsAny) {
+  const std::string name = std::string(NAME_MAX - 4, 'n') + ".xmi";
+  for (int turn = 0; turn < 2; ++turn) {
+    files::save(makeModel(u"Brakes"), mFolder / name);
+    EXPECT_EQ(names(), Names{name});
+  }
+  const std::string left = "." + name.substr(0, NAME_MAX - 23) + ".01234567.tarvelon-new";
+  EXPECT_EQ(write(left), "old");
+  files::save(makeModel(u"Brakes"), mFolder / name);
+  EXPECT_EQ(names(), Names{name});
+}
+
+TEST_F(AtomicFile, NeedsNoLocksWhereThereAreNone) {
+  write("brakes.xmi");
+  {
+    const WithoutLocks none;
+    files::save(makeModel(u"Brakes"), mFile);
+  }
+  EXPECT_EQ(names(), Names{"brakes.xmi"});
+  EXPECT_EQ(files::load(mFile).problems.count, 0U);
 }
 
 TEST_F(AtomicFile, LeavesTheTemporaryFileOfAnotherSaveAlone) {
@@ -297,6 +332,21 @@ TEST_F(KilledSave, LeavesAWholeFileHoweverOftenItHappens) {
   EXPECT_EQ(names(), Names{"brakes.xmi"});
 }
 
+TEST_F(AtomicFile, StaysAsItIsWhateverAllocationFails) {
+  const auto model = makeModel(u"Brakes", 3);
+  const std::string old = write("brakes.xmi");
+  fs::create_symlink("brakes.xmi", mFolder / "link");
+  const int failures = failing::eachAllocation([&] { write(".brakes.xmi.01234567.tarvelon-new"); },
+                                               [&] { files::save(model, mFolder / "link"); },
+                                               [&](std::size_t n) {
+                                                 EXPECT_EQ(read(mFile), old) << n;
+                                                 EXPECT_LE(names().size(), 3U) << n;
+                                               });
+  EXPECT_GT(failures, 20);
+  EXPECT_EQ(read(mFile), files::saveText(model));
+  EXPECT_EQ(names(), (Names{"brakes.xmi", "link"}));
+}
+
 TEST_F(AtomicFile, ThatIsNotThereCannotBeLoaded) {
   EXPECT_EQ(refusalOf<files::FileError>([&] { files::load(mFile); }),
             "cannot load '" + mFile.string() + "': No such file or directory");
@@ -305,3 +355,10 @@ TEST_F(AtomicFile, ThatIsNotThereCannotBeLoaded) {
 }
 
 }  // namespace
+
+// In place of the system's.
+extern "C" __attribute__((visibility("default"))) int flock(int descriptor, int operation) noexcept {
+  if (gHasLocks) return static_cast<int>(::syscall(SYS_flock, descriptor, operation));
+  errno = ENOLCK;
+  return -1;
+}
