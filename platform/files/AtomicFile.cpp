@@ -193,11 +193,12 @@ InputFile::InputFile(const fs::path& path)
 
 InputFile::~InputFile() { ::close(mFile); }
 
-std::size_t InputFile::read(char* buffer, std::size_t room) {
+std::size_t InputFile::read(char* buffer, std::size_t room, const std::function<void()>& interrupted) {
   for (;;) {
     const ssize_t count = ::read(mFile, buffer, room);
     if (count >= 0) return static_cast<std::size_t>(count);
     if (errno != EINTR) refuse(errno);
+    interrupted();
   }
 }
 

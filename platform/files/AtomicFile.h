@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <functional>
 #include <string>
 
 #include "platform/files/Output.h"
@@ -50,8 +51,9 @@ class InputFile {
   InputFile(const InputFile&) = delete;
   InputFile& operator=(const InputFile&) = delete;
   ~InputFile();
-  /// How many bytes were read, 0 at the end.
-  std::size_t read(char* buffer, std::size_t room);
+  /// How many bytes were read, 0 at the end. Calls `interrupted`, which may raise, when a signal has come
+  /// while it waited for them, as it may with a pipe.
+  std::size_t read(char* buffer, std::size_t room, const std::function<void()>& interrupted);
   /// In bytes, 0 where the system does not say.
   std::size_t size() const noexcept { return mSize; }
 
