@@ -170,12 +170,13 @@ class Writer {
     }
   }
 
-  /// Several ids have a line each.
+  /// Each id has a line, and the closing quote as well: so one more at the end adds its own line alone.
   void writeReferences(const WordList& list, unsigned indent) {
     for (std::uint32_t index = 0; index < list.size(); ++index) {
-      if (index != 0) mOut.line(indent + 2 * kAttributeIndent);
+      mOut.line(indent + 2 * kAttributeIndent);
       writeId(*list.at(index).object);
     }
+    mOut.line(indent + kAttributeIndent);
   }
 
   void writeElements(const Instance& object, const ClassSchema& cls, unsigned indent, int depth) {

@@ -56,9 +56,9 @@ TEST(SaveAndLoad, GivesAModelThatIsBuiltAgainTheSameText) {
 
 TEST(SaveAndLoad, MakesReferencesForwardAndBackInTheirOrder) {
   const std::string text = files::saveText(makeBehavior());
-  const auto first = text.find("Events=\"_");
+  const auto first = text.find("Events=\"\n            _");
   ASSERT_NE(first, std::string::npos);
-  EXPECT_EQ(text[text.find('\n', first) - 1], text[first + 19]) << "a line each";
+  EXPECT_EQ(text.substr(first + 33, 14), "\n            _") << "a line each";
   EXPECT_EQ(again(text), text);
 }
 
@@ -73,7 +73,7 @@ TEST(SaveAndLoad, KeepsTheOrderOfAListThatItsWayBackFillsFirst) {
   EXPECT_EQ(again(text), text);
   const auto third = text.find("Third");
   const auto id = text.substr(text.rfind("xmi:id=\"", third) + 8, 12);
-  EXPECT_NE(text.find("Events=\"" + id + "\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("Events=\"\n          " + id + "\n"), std::string::npos) << text;
 }
 
 TEST(SaveAndLoad, MakesTheWayBackThatAFileLeavesOut) {
@@ -81,7 +81,7 @@ TEST(SaveAndLoad, MakesTheWayBackThatAFileLeavesOut) {
       "<behavior:Runnable xmi:id=\"r\"/><behavior:TimingEvent xmi:id=\"a\" StartOnEvent=\"r\"/>"
       "<behavior:TimingEvent xmi:id=\"b\"/><behavior:Runnable xmi:id=\"s\" Events=\"b\"/>");
   const std::string saved = files::saveText(files::loadText(text).model);
-  EXPECT_NE(saved.find("Events=\"a\""), std::string::npos) << saved;
+  EXPECT_NE(saved.find("Events=\"\n          a\n      \""), std::string::npos) << saved;
   EXPECT_NE(saved.find("StartOnEvent=\"s\""), std::string::npos) << saved;
 }
 

@@ -4,6 +4,7 @@ import difflib
 import importlib.util
 import io
 import os
+import re
 import signal
 import stat
 import subprocess
@@ -170,6 +171,29 @@ def test_a_change_changes_its_own_lines_alone(model, tmp_path):
     model.save(after)
     gone, new = changes(before, after)
     assert (gone, len(new), new[1]) == ([], 3, 'Name="Second"')
+
+
+def test_a_reference_more_or_less_changes_its_own_line_alone(model, tmp_path):
+    before, after = tmp_path / "before.xmi", tmp_path / "after.xmi"
+    step = behavior.Runnable(model, "step", "Step")
+    events = [behavior.TimingEvent(model, 0.01, f"Event{number}") for number in range(4)]
+    model.save(before)
+    line = {re.search('Name="(.*)"', text)[1]: text[:12]
+            for text in before.read_text().split('xmi:id="') if "Name=" in text}
+    step.Events.append(events[0])
+    model.save(before)
+    for event in events[1:]:
+        step.Events.append(event)
+        model.save(after)
+        gone, new = changes(before, after)
+        assert gone == []
+        assert new[0] == line[event.Name]
+        assert len(new) == 2 and new[1].startswith("StartOnEvent=")
+        model.save(before)
+    step.Events.remove(events[3])
+    model.save(after)
+    gone, new = changes(before, after)
+    assert (gone[0], len(gone), new) == (line["Event3"], 2, [])
 
 
 def test_a_path_may_be_text_bytes_or_a_path(model, package, tmp_path):
