@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <dirent.h>
 #include <fcntl.h>
@@ -48,12 +49,16 @@ std::string randomName() {
   return name;
 }
 
-/// Whether a name in the folder is that of a temporary file of the file `name`.
-bool isTemporaryOf(std::string_view found, const std::string& name) noexcept {
-  const std::size_t lead = name.size() + 2;
-  if (found.size() != lead + kRandom + kSuffix.size() || found[0] != '.') return false;
-  return found.substr(1, name.size()) == name && found[lead - 1] == '.' && found.ends_with(kSuffix) &&
-         found.substr(lead, kRandom).find_first_not_of("0123456789abcdef") == std::string_view::npos;
+/// ".NAME.", cut so that the name of a temporary file is no longer than any may be.
+std::string leadOf(const std::string& name) {
+  return "." + name.substr(0, NAME_MAX - 2 - kRandom - kSuffix.size()) + ".";
+}
+
+/// Whether a name in the folder is that of a temporary file.
+bool isTemporary(std::string_view found, std::string_view lead) noexcept {
+  return found.size() == lead.size() + kRandom + kSuffix.size() && found.starts_with(lead) &&
+         found.ends_with(kSuffix) &&
+         found.substr(lead.size(), kRandom).find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
 bool isSame(int descriptor, const char* path) noexcept {
@@ -80,6 +85,7 @@ fs::path followed(fs::path path) {
 AtomicFile::AtomicFile(const fs::path& path)
     : mShown(path.string()), mTarget(followed(path)), mFolder(mTarget.parent_path()) {
   if (mFolder.empty()) mFolder = ".";
+  mLead = leadOf(mTarget.filename().string());
   examine();
   sweep();
   open();
@@ -107,12 +113,11 @@ void AtomicFile::examine() {
 }
 
 // What cannot be swept is left for the next save.
-void AtomicFile::sweep() const noexcept {
+void AtomicFile::sweep() const {
   const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(mFolder.c_str()), &::closedir);
   if (!folder) return;
-  const std::string name = mTarget.filename().string();
   while (const dirent* entry = ::readdir(folder.get())) {
-    if (!isTemporaryOf(entry->d_name, name)) continue;
+    if (!isTemporary(entry->d_name, mLead)) continue;
     const std::string path = (mFolder / entry->d_name).string();
     const Descriptor left(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
     // Whoever is writing holds the lock.
@@ -131,7 +136,7 @@ void AtomicFile::open() {
 
 /// False if the name was taken, or if another save swept the file away before it was locked.
 bool AtomicFile::tryOpen() {
-  mTemporary = mFolder / ("." + mTarget.filename().string() + "." + randomName() + std::string(kSuffix));
+  mTemporary = mFolder / (mLead + randomName() + std::string(kSuffix));
   // Until it is whole, nobody sees more of it than of the file that it replaces.
   const mode_t mode = mMode < 0 ? 0666 : 0600;
   const int file = ::open(mTemporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
@@ -141,7 +146,9 @@ bool AtomicFile::tryOpen() {
     if (number == EEXIST) return false;
     refuse("no temporary file can be made beside it", number);
   }
-  if (::flock(file, LOCK_EX | LOCK_NB) == 0 && isSame(file, mTemporary.c_str())) {
+  // Where there are no locks, nobody can sweep either.
+  const bool isLocked = ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  if (isLocked && isSame(file, mTemporary.c_str())) {
     mFile = file;
     return true;
   }
@@ -179,19 +186,24 @@ void AtomicFile::refuse(const char* what, int number) const {
 
 InputFile::InputFile(const fs::path& path)
     : mShown(path.string()), mFile(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-  if (mFile < 0) throw FileError("cannot load '" + mShown + "': " + meaningOf(errno), errno);
+  if (mFile < 0) refuse(errno);
   struct stat found {};
   if (::fstat(mFile, &found) == 0 && S_ISREG(found.st_mode)) mSize = static_cast<std::size_t>(found.st_size);
 }
 
 InputFile::~InputFile() { ::close(mFile); }
 
-std::size_t InputFile::read(char* buffer, std::size_t room) {
+std::size_t InputFile::read(char* buffer, std::size_t room, const std::function<void()>& interrupted) {
   for (;;) {
     const ssize_t count = ::read(mFile, buffer, room);
     if (count >= 0) return static_cast<std::size_t>(count);
-    if (errno != EINTR) throw FileError("cannot load '" + mShown + "': " + meaningOf(errno), errno);
+    if (errno != EINTR) refuse(errno);
+    interrupted();
   }
+}
+
+void InputFile::refuse(int number) const {
+  throw FileError("cannot load '" + mShown + "': " + meaningOf(number), number);
 }
 
 }  // namespace Tarvelon::files

@@ -29,8 +29,9 @@ inline constexpr int kFormat = 1;
 /// How deep objects may be nested in a file.
 inline constexpr int kMaxDepth = 1000;
 
-/// Is told how much is done, from 0 to 1, now and then and at the end. It must not change the model. What it
-/// raises ends the work, as if it had never begun, and reaches the caller.
+/// Is told how much is done, from 0 to 1, now and then and at the end; where the size is not known, as that
+/// of a pipe, it is 0 until then. It must not change the model, which ends a save. What it raises ends the
+/// work, as if it had never begun, and reaches the caller.
 using Progress = std::function<void(double done)>;
 
 struct SaveOptions {

@@ -23,14 +23,17 @@ constexpr std::size_t kLargestChunk = std::size_t{1} << 30;
 class Source {
  public:
   virtual ~Source() = default;
-  virtual std::size_t read(char* buffer, std::size_t room) = 0;
+  /// As InputFile::read().
+  virtual std::size_t read(char* buffer, std::size_t room, const std::function<void()>& interrupted) = 0;
   virtual std::size_t size() const noexcept = 0;
 };
 
 class FileSource final : public Source {
  public:
   explicit FileSource(const std::filesystem::path& path) : mFile(path) {}
-  std::size_t read(char* buffer, std::size_t room) override { return mFile.read(buffer, room); }
+  std::size_t read(char* buffer, std::size_t room, const std::function<void()>& interrupted) override {
+    return mFile.read(buffer, room, interrupted);
+  }
   std::size_t size() const noexcept override { return mFile.size(); }
 
  private:
@@ -40,7 +43,7 @@ class FileSource final : public Source {
 class TextSource final : public Source {
  public:
   explicit TextSource(std::string_view text) noexcept : mText(text), mSize(text.size()) {}
-  std::size_t read(char* buffer, std::size_t room) override {
+  std::size_t read(char* buffer, std::size_t room, const std::function<void()>& /*interrupted*/) override {
     const std::size_t count = std::min(room, mText.size());
     if (count != 0) std::memcpy(buffer, mText.data(), count);
     mText.remove_prefix(count);
@@ -79,17 +82,21 @@ bool parseAll(Parser& parser, Source& source, const Progress& progress) {
   std::size_t chunk = kFirstChunk;
   std::size_t done = 0;
   std::size_t reported = 0;
+  const auto report = [&] {
+    const auto size = static_cast<double>(source.size());
+    if (progress) progress(size == 0 ? 0 : std::min(1.0, static_cast<double>(done) / size));
+  };
   for (;;) {
-    const std::size_t count = source.read(parser.buffer(chunk), chunk);
+    const std::size_t count = source.read(parser.buffer(chunk), chunk, report);
     const auto before = parser.offset();
     if (!parser.parse(count, count == 0)) return false;
     if (count == 0) return true;
     done += count;
     // What does not fit one piece is parsed again from its beginning with the next: so that must be longer.
     chunk = parser.offset() == before ? std::min(2 * chunk, kLargestChunk) : kFirstChunk;
-    if (!progress || done - reported < kEach || done >= source.size()) continue;
+    if (done - reported < kEach || done == source.size()) continue;
     reported = done;
-    progress(static_cast<double>(done) / static_cast<double>(source.size()));
+    report();
   }
 }
 

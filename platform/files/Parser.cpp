@@ -47,10 +47,11 @@ bool isBlank(char character) noexcept {
   return character == ' ' || character == '\n' || character == '\t' || character == '\r';
 }
 
-/// How far behind `tag` the attribute stands in the text of a start tag, 0 if it is not seen.
-std::size_t findAttribute(std::string_view tag, QualifiedName attribute) noexcept {
+/// Where in the text of a start tag the attribute stands, 0 if it is not seen. The search begins behind the
+/// first character or at an attribute.
+std::size_t findAttribute(std::string_view tag, QualifiedName attribute, std::size_t begin) noexcept {
   char quote = 0;
-  for (std::size_t place = 1; place < tag.size(); ++place) {
+  for (std::size_t place = begin == 0 ? 1 : begin; place < tag.size(); ++place) {
     if (quote != 0 || tag[place] == '"' || tag[place] == '\'') {
       if (quote == 0) {
         quote = tag[place];
@@ -67,6 +68,19 @@ std::size_t findAttribute(std::string_view tag, QualifiedName attribute) noexcep
     if (name.substr(colon == std::string_view::npos ? 0 : colon + 1) == attribute.local) return place;
   }
   return 0;
+}
+
+/// Where a text ends that begins there.
+Place moved(Place place, std::string_view text) noexcept {
+  for (const char character : text) {
+    const bool isInside = (character & 0xC0) == 0x80;
+    if (character == '\n') {
+      place = {place.line + 1, 1};
+    } else if (!isInside) {
+      ++place.column;
+    }
+  }
+  return place;
 }
 
 }  // namespace
@@ -146,21 +160,23 @@ Place Parser::place() const noexcept {
 }
 
 Place Parser::placeOf(QualifiedName attribute) const noexcept {
-  Place found = place();
   int offset = 0;
   int size = 0;
   const char* context = XML_GetInputContext(mParser, &offset, &size);
-  if (!context || offset >= size) return found;
+  if (!context || offset >= size) return place();
   const std::string_view tag(context + offset, static_cast<std::size_t>(size - offset));
-  for (const char character : tag.substr(0, findAttribute(tag, attribute))) {
-    const bool isInside = (character & 0xC0) == 0x80;
-    if (character == '\n') {
-      found = {found.line + 1, 1};
-    } else if (!isInside) {
-      ++found.column;
-    }
+  if (mSearch.tag != this->offset()) mSearch = {this->offset(), 0, place(), false};
+  if (mSearch.isInVain) return place();
+  std::size_t found = findAttribute(tag, attribute, mSearch.end);
+  if (found == 0 && mSearch.end != 0) {
+    mSearch = {mSearch.tag, 0, place(), false};
+    found = findAttribute(tag, attribute, 0);
   }
-  return found;
+  mSearch.isInVain = found == 0;
+  if (mSearch.isInVain) return place();
+  mSearch.place = moved(mSearch.place, tag.substr(mSearch.end, found - mSearch.end));
+  mSearch.end = found;
+  return mSearch.place;
 }
 
 QualifiedName Parser::split(const char* name) noexcept {

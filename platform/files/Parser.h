@@ -55,7 +55,8 @@ class Parser {
 
   /// Where the parser stands: at the beginning of an element that it has just announced.
   Place place() const noexcept;
-  /// Where an attribute of that element stands, as far as that can be seen.
+  /// Where an attribute of that element stands, as far as that can be seen. Asked for one after the other in
+  /// their order, all of a tag cost one walk through its text.
   Place placeOf(QualifiedName attribute) const noexcept;
 
   static QualifiedName split(const char* name) noexcept;
@@ -65,9 +66,18 @@ class Parser {
   template <class Action>
   void guarded(Action action) noexcept;
 
+  /// How far the text of a start tag has been searched for attributes.
+  struct Search {
+    std::int64_t tag = -1;  ///< offset(), where the tag begins
+    std::size_t end = 0;    ///< behind that
+    Place place;            ///< of `end`
+    bool isInVain = false;  ///< an attribute was not seen: in an encoding of two bytes none is
+  };
+
   ParserHandler& mHandler;
   XML_ParserStruct* mParser;
   std::exception_ptr mRaised;
+  mutable Search mSearch;
 };
 
 }  // namespace Tarvelon::files

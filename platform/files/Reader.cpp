@@ -23,8 +23,10 @@ bool isXmi(std::string_view space) noexcept {
 }
 
 std::string inQuotes(std::string_view text) {
-  constexpr std::size_t kShown = 60;
-  return "'" + std::string(text.substr(0, kShown)) + (text.size() > kShown ? "...'" : "'");
+  std::size_t shown = 60;
+  if (text.size() <= shown) return "'" + std::string(text) + "'";
+  while (shown != 0 && (text[shown] & 0xC0) == 0x80) --shown;  // not within a character
+  return "'" + std::string(text.substr(0, shown)) + "...'";
 }
 
 namespace {
@@ -35,6 +37,7 @@ std::string shown(QualifiedName name) {
 }
 
 constexpr const char* kLeftOut = "; it is left out with all that it holds";
+constexpr const char* kNothing = ": expected nothing in this element, got the ";
 
 }  // namespace
 
@@ -78,26 +81,40 @@ Reader::Frame Reader::open(QualifiedName name, const Marks& marks, const char* c
       report(here(), nameOf(*parent.object, *parent.feature) + ": expected a value, got the element " +
                          shown(name) + "; take it out");
       return {};
+    case Frame::Kind::Nothing:
+      report(here(), nameOf(*parent.object, *parent.feature) + kNothing + "element " + shown(name));
+      return {};
     case Frame::Kind::Object:
       return openMember(parent, name, marks, attributes);
     case Frame::Kind::File:
       break;
   }
-  ClassSchema* cls = classOf(name, here());
-  return cls ? openObject(*cls, marks, attributes) : Frame{};
+  return openTop(name, marks, attributes);
 }
 
 Reader::Frame Reader::openRoot(QualifiedName name, const Marks& marks, const char* const* attributes) {
   mHasRoot = true;
   checkVersions(marks);
   if (isXmi(name.space) && name.local == "XMI") {
-    requireMarks(attributes);
+    requireMarks(attributes, false);
     Frame file;
     file.kind = Frame::Kind::File;
     return file;
   }
   // One object alone may be the root itself.
+  return openTop(name, marks, attributes);
+}
+
+Reader::Frame Reader::openTop(QualifiedName name, const Marks& marks, const char* const* attributes) {
   ClassSchema* cls = classOf(name, here());
+  if (cls && marks.type) {
+    const ClassSchema& named = *cls;
+    cls = classOfType(marks.type, placeOf({kXsi, "type"}));
+    if (cls && !cls->data->isKindOf(named.data->ordinal)) {
+      report(here(), "expected " + named.type + ", got " + cls->type + kLeftOut);
+      cls = nullptr;
+    }
+  }
   return cls ? openObject(*cls, marks, attributes) : Frame{};
 }
 
@@ -138,25 +155,23 @@ Reader::Frame Reader::openMember(const Frame& parent, QualifiedName name, const 
     reportUnknown(parent, name, here(), kLeftOut);
     return {};
   }
-  if (feature->declared->holds()) return openHeld(parent, *feature, marks, attributes);
-  requireMarks(attributes);
+  if (feature->declared->holds() && !marks.isNil) return openHeld(parent, *feature, marks, attributes);
   const Storage storage = feature->declared->storage();
-  if (storage == Storage::Reference || storage == Storage::References) {
-    const bool isHere = marks.href && marks.href[0] == '#';
-    if (marks.idref || isHere) {
-      readReferences(parent, *feature, marks.idref ? marks.idref : marks.href + 1, {});
-    } else {
-      report(here(), nameOf(*parent.object, *feature) + ": expected the id of an object, got " +
-                         (marks.href ? inQuotes(marks.href) + " of another file" : "an element") +
-                         "; write the id as the attribute's value");
-    }
-    return {};
-  }
-  if (marks.isNil) return {};
+  const bool refers = storage == Storage::Reference || storage == Storage::References;
+  requireMarks(attributes, refers && !marks.isNil);
   Frame frame = parent;
-  frame.kind = Frame::Kind::Value;
+  frame.kind = refers || marks.isNil ? Frame::Kind::Nothing : Frame::Kind::Value;
   frame.feature = feature;
   frame.hasText = false;
+  if (!refers || marks.isNil) return frame;
+  const bool isHere = marks.href && marks.href[0] == '#';
+  if (!marks.idref && !isHere) {
+    report(here(), nameOf(*parent.object, *feature) + ": expected the id of an object, got " +
+                       (marks.href ? inQuotes(marks.href) + " of another file" : "an element") +
+                       "; write the id as the attribute's value");
+    return {};
+  }
+  readReferences(parent, *feature, marks.idref ? marks.idref : marks.href + 1, {});
   return frame;
 }
 
@@ -241,7 +256,8 @@ Reader::Marks Reader::marksOf(const char* const* attributes) {
       if (name.local == "idref") marks.idref = value;
     } else if (name.space == kXsi) {
       if (name.local == "type") marks.type = value;
-      if (name.local == "nil") marks.isNil = std::string_view(value) == "true";
+      if (name.local == "nil")
+        marks.isNil = value == std::string_view("true") || value == std::string_view("1");
     } else if (name.space == kOwn && name.local == "format") {
       marks.format = value;
     }
@@ -269,17 +285,27 @@ void Reader::characters(std::string_view text) {
   const auto stray = text.find_first_not_of(" \t\r\n");
   if (stray == std::string_view::npos) return;
   frame.hasText = true;
-  report(here(), "expected an element, got the text " + inQuotes(text.substr(stray)) + "; take it out");
+  const std::string found = inQuotes(text.substr(stray));
+  if (frame.kind == Frame::Kind::Nothing) {
+    report(here(), nameOf(*frame.object, *frame.feature) + kNothing + "text " + found);
+  } else {
+    report(here(), "expected an element, got the text " + found + "; take it out");
+  }
 }
 
 void Reader::startNamespace(std::string_view prefix, std::string_view uri) {
-  mNamespaces.emplace_back(prefix, uri);
-  mTypes.clear();
+  mNamespaces[std::string(prefix)].emplace_back(uri);
+  forgetTypes();
 }
 
-void Reader::endNamespace(std::string_view /*prefix*/) {
-  mNamespaces.pop_back();
-  mTypes.clear();
+void Reader::endNamespace(std::string_view prefix) {
+  mNamespaces[std::string(prefix)].pop_back();
+  forgetTypes();
+}
+
+// Emptied, a map keeps its buckets, and emptying it again walks them all.
+void Reader::forgetTypes() {
+  if (!mTypes.empty()) mTypes = {};
 }
 
 void Reader::documentType() {
@@ -288,12 +314,16 @@ void Reader::documentType() {
 }
 
 ClassSchema* Reader::classOf(QualifiedName name, Place place) {
+  std::string key(name.space);
+  key.append(1, '\n').append(name.local);
+  const auto known = mClasses.find(key);
+  if (known != mClasses.end()) return known->second;
   for (const native::PackageRow& package : native::packageRows()) {
     if (namespaceOf(package) != name.space) continue;
     std::vector<std::string_view> names;
     for (const native::ClassMethods* cls : package.classes) {
       names.emplace_back(cls->className().shortName());
-      if (names.back() == name.local) return &mSchema.of(cls->data());
+      if (names.back() == name.local) return mClasses[std::move(key)] = &mSchema.of(cls->data());
     }
     report(place, "package " + inQuotes(prefixOf(package)) + " has no class " + inQuotes(name.local) +
                       hint(name.local, names) + kLeftOut);
@@ -308,17 +338,14 @@ ClassSchema* Reader::classOfType(std::string_view type, Place place) {
   const auto known = mTypes.find(text);
   if (known != mTypes.end()) return known->second;
   const auto colon = type.find(':');
-  const std::string_view prefix =
-      colon == std::string_view::npos ? std::string_view() : type.substr(0, colon);
-  const auto scope = std::find_if(mNamespaces.rbegin(), mNamespaces.rend(),
-                                  [prefix](const auto& entry) { return entry.first == prefix; });
-  if (scope == mNamespaces.rend()) {
+  const bool hasPrefix = colon != std::string_view::npos;
+  const auto scope = mNamespaces.find(hasPrefix ? text.substr(0, colon) : std::string());
+  if (scope == mNamespaces.end() || scope->second.empty()) {
     report(place, "expected a class as 'package:Class', got the type " + inQuotes(type) +
                       ", whose prefix no namespace has" + kLeftOut);
     return nullptr;
   }
-  ClassSchema* cls =
-      classOf({scope->second, colon == std::string_view::npos ? type : type.substr(colon + 1)}, place);
+  ClassSchema* cls = classOf({scope->second.back(), hasPrefix ? type.substr(colon + 1) : type}, place);
   if (cls) mTypes.emplace(std::move(text), cls);
   return cls;
 }

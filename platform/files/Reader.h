@@ -42,9 +42,9 @@ class Reader final : public ParserHandler {
   void documentType() override;
 
  private:
-  /// What an open element is: the file, an object, a value, or left out.
+  /// What an open element is: the file, an object, a value, to be empty, or left out.
   struct Frame {
-    enum class Kind : std::uint8_t { File, Object, Value, Skipped } kind = Kind::Skipped;
+    enum class Kind : std::uint8_t { File, Object, Value, Nothing, Skipped } kind = Kind::Skipped;
     bool hasText = false;  ///< of a value: there is one; of another: stray text was reported
     native::Instance* object = nullptr;
     ClassSchema* cls = nullptr;
@@ -63,6 +63,8 @@ class Reader final : public ParserHandler {
 
   Frame open(QualifiedName name, const Marks& marks, const char* const* attributes);
   Frame openRoot(QualifiedName name, const Marks& marks, const char* const* attributes);
+  /// An object that nothing holds.
+  Frame openTop(QualifiedName name, const Marks& marks, const char* const* attributes);
   Frame openMember(const Frame& parent, QualifiedName name, const Marks& marks,
                    const char* const* attributes);
   Frame openHeld(const Frame& parent, const Feature& feature, const Marks& marks,
@@ -71,8 +73,8 @@ class Reader final : public ParserHandler {
   void hold(native::Instance& owner, const Feature& feature, native::Instance& held);
   Marks marksOf(const char* const* attributes);
   bool isMark(QualifiedName name) const noexcept;
-  /// Reports all other attributes.
-  void requireMarks(const char* const* attributes);
+  /// Reports all other attributes, and those that refer to an object unless it may.
+  void requireMarks(const char* const* attributes, bool mayRefer);
   void checkVersions(const Marks& marks);
   void readFormat(const char* text);
   void keepId(native::Instance& object, const char* id);
@@ -97,6 +99,7 @@ class Reader final : public ParserHandler {
 
   ClassSchema* classOf(QualifiedName name, Place place);
   ClassSchema* classOfType(std::string_view type, Place place);
+  void forgetTypes();
   void requireDepth(bool isKept);
   /// Whether no more problems are kept: what they would say need not be found out.
   bool isFull() const noexcept { return mProblems.kept.size() >= Problems::kKept; }
@@ -126,7 +129,10 @@ class Reader final : public ParserHandler {
   std::string mValue;
   std::u16string mUnits;
   std::vector<IdTable::Key> mTargets;
-  std::vector<std::pair<std::string, std::string>> mNamespaces;
+  /// The namespaces of each prefix, the innermost last.
+  std::unordered_map<std::string, std::vector<std::string>> mNamespaces;
+  /// Classes by namespace and name, and by what xsi:type calls them here.
+  std::unordered_map<std::string, ClassSchema*> mClasses;
   std::unordered_map<std::string, ClassSchema*> mTypes;
 };
 

@@ -76,18 +76,23 @@ std::uint32_t sizeOf(const Instance& object, const Feature& feature) noexcept {
 
 bool Reader::isMark(QualifiedName name) const noexcept {
   const bool isRoot = mFrames.empty();
-  if (name.space == kXsi) return name.local != "nil" || !isRoot;
+  const auto isOneOf = [&name](std::initializer_list<std::string_view> names) {
+    return std::ranges::find(names, name.local) != names.end();
+  };
+  if (name.space == kXsi)
+    return isOneOf({"type", "schemaLocation", "noNamespaceSchemaLocation"}) ||
+           (name.local == "nil" && !isRoot);
   if (name.space == kOwn) return isRoot && name.local == "format";
   if (!isXmi(name.space)) return false;
-  return name.local == "id" || name.local == "type" || name.local == "idref" ||
-         (isRoot && name.local == "version");
+  return isOneOf({"id", "type"}) || (isRoot && name.local == "version");
 }
 
-void Reader::requireMarks(const char* const* attributes) {
+void Reader::requireMarks(const char* const* attributes, bool mayRefer) {
   for (const char* const* each = attributes; *each; each += 2) {
     const QualifiedName name = Parser::split(each[0]);
-    const bool isReference = name.space.empty() && name.local == "href";
-    if (isReference || isMark(name)) continue;
+    const bool refers =
+        (name.space.empty() && name.local == "href") || (isXmi(name.space) && name.local == "idref");
+    if ((refers && mayRefer) || isMark(name)) continue;
     report(placeOf(name), "expected no attribute " + inQuotes(name.local) + " here; take it out");
   }
 }

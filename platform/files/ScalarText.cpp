@@ -29,6 +29,7 @@ constexpr Special kSpecials[] = {{"NaN", std::numeric_limits<double>::quiet_NaN(
 
 template <class Number>
 ScalarFault readNumber(std::string_view text, Number& number) noexcept {
+  if (text.starts_with("+-")) return ScalarFault::NoValue;
   if (text.starts_with('+')) text.remove_prefix(1);
   const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), number);
   if (error == std::errc::invalid_argument || end != text.data() + text.size()) return ScalarFault::NoValue;

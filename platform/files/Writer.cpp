@@ -1,11 +1,13 @@
+#include <optional>
+
 #include "boundary/k7q/Primitives.h"
 #include "platform/files/AtomicFile.h"
 #include "platform/files/Contents.h"
 #include "platform/files/Files.h"
 #include "platform/files/Ids.h"
 #include "platform/files/ScalarText.h"
-#include "platform/k7q/Destruction.h"
 #include "platform/tarvelon/ClassMethods.h"
+#include "platform/tarvelon/Journal.h"
 
 namespace Tarvelon::files {
 
@@ -28,8 +30,10 @@ bool isElement(const Feature& feature) noexcept {
 
 class Writer {
  public:
-  Writer(const NativeModel& model, Sink& sink, const Progress& progress)
-      : mModel(model), mOut(sink), mProgress(progress) {}
+  Writer(NativeModel& model, Sink& sink, const Progress& progress)
+      : mModel(model), mOut(sink), mProgress(progress) {
+    if (progress) mWatch.emplace(model);
+  }
 
   void write() {
     mModel.forEachInstance([this](const Instance& /*object*/) { ++mTotal; });
@@ -101,24 +105,23 @@ class Writer {
     constexpr std::size_t kEach = 1 << 14;
     if (++mDone % kEach != 0 || !mProgress) return;
     mProgress(static_cast<double>(mDone) / static_cast<double>(mTotal));
-    if (mDestructions != K7Q::mi::gDestructions) refuseChange();
+    // What the progress calls is not ours, and what this walks may be gone.
+    if (mWatch->hasChanged()) refuseChange();
   }
 
   void writeId(const Instance& object) {
     if (const Word* id = numberedId(object)) {
       const auto text = idText(id->bits);
       mOut.raw({text.data(), text.size()});
-    } else if (const Word* foreign = foreignId(object)) {
-      mOut.attributeText(foreign->text->view());
     } else {
-      refuseChange();
+      mOut.attributeText(foreignId(object)->text->view());
     }
   }
 
-  // What the progress calls is not ours.
   [[noreturn]] static void refuseChange() {
     throw K7Q::Exception(
-        "objects have come or gone while the model was saved; let the progress change nothing");
+        "the model was changed or closed while it was saved; let what is called meanwhile, the progress or "
+        "another thread, change nothing");
   }
 
   /// Calls visit(const Feature&, Word) for each value, in the order of the features.
@@ -167,12 +170,13 @@ class Writer {
     }
   }
 
-  /// Several ids have a line each.
+  /// Each id has a line, and the closing quote as well: so one more at the end adds its own line alone.
   void writeReferences(const WordList& list, unsigned indent) {
     for (std::uint32_t index = 0; index < list.size(); ++index) {
-      if (index != 0) mOut.line(indent + 2 * kAttributeIndent);
+      mOut.line(indent + 2 * kAttributeIndent);
       writeId(*list.at(index).object);
     }
+    mOut.line(indent + kAttributeIndent);
   }
 
   void writeElements(const Instance& object, const ClassSchema& cls, unsigned indent, int depth) {
@@ -209,19 +213,19 @@ class Writer {
     mOut.put('>');
   }
 
-  const NativeModel& mModel;
+  NativeModel& mModel;
   Output mOut;
   const Progress& mProgress;
   Schema mSchema;
   std::size_t mTotal = 0;
   std::size_t mDone = 0;
-  decltype(K7Q::mi::gDestructions) mDestructions = K7Q::mi::gDestructions;
+  std::optional<native::ChangeWatch> mWatch;
 };
 
 }  // namespace
 
 void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
-  const NativeModel& native = NativeModel::require(model);
+  NativeModel& native = NativeModel::require(model);
   AtomicFile file(path);
   Writer(native, file, options.progress).write();
   file.commit(options.isDurable);

@@ -60,6 +60,7 @@ void Journal::reserve(std::size_t steps) {
 }
 
 void Journal::note(const Step& step) noexcept {
+  ++mChanges;
   takeTexts(step);
   mOpen.push_back(step);
 }
@@ -108,6 +109,7 @@ void Journal::rollBackTransaction(std::uint64_t transaction) noexcept {
 
 void Journal::takeBack(Steps& steps, std::size_t start) noexcept {
   if (start == steps.size()) return;
+  ++mChanges;
   ++K7Q::mi::gDestructions;
   for (std::size_t index = steps.size(); index-- > start;) apply(steps[index].turned());
 }
@@ -212,6 +214,7 @@ void Journal::undo() noexcept {
 void Journal::redo() noexcept {
   Steps steps = std::move(mRedo.back());
   mRedo.pop_back();
+  ++mChanges;
   ++K7Q::mi::gDestructions;
   for (const Step& step : steps) apply(step);
   mUndo.push_back(std::move(steps));
@@ -305,6 +308,22 @@ Batch::~Batch() {
   }
   // Its last listener may have left while it was told, or gone with its object.
   if (mJournal->depth() == 0) mModel.dropIdleJournal();
+}
+
+ChangeWatch::ChangeWatch(NativeModel& model)
+    : mModel(model), mJournal(&model.requireJournal()), mSeen(mJournal->changes()) {
+  ++mJournal->mWatches;
+}
+
+ChangeWatch::~ChangeWatch() {
+  if (mModel.journal() != mJournal) return;
+  --mJournal->mWatches;
+  if (!mJournal->isTelling()) mModel.dropIdleJournal();
+}
+
+// A closed model has no journal.
+bool ChangeWatch::hasChanged() const noexcept {
+  return mModel.journal() != mJournal || mJournal->changes() != mSeen;
 }
 
 }  // namespace Tarvelon::metamodel::native

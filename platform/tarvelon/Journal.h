@@ -15,7 +15,7 @@ class Instance;
 class NativeModel;
 
 /// The steps of a model in the order they were made, for as long as somebody wants to know of them: an open
-/// transaction, the history, a listener. A model that nobody asks has no journal.
+/// transaction, the history, a listener, a watch. A model that nobody asks has no journal.
 ///
 /// Steps form batches: what one change does, or all that happens between the begin and the end of a
 /// transaction. Batches nest; the outermost one goes into the history and to the listeners when it ends.
@@ -75,10 +75,14 @@ class Journal {
   std::shared_ptr<void> takeLeft() noexcept;
   bool isTelling() const noexcept { return mIsTelling; }
   bool hasListeners() const noexcept { return !mListeners.empty(); }
+  /// Differs from before when anything has changed, also when it was taken back.
+  std::uint64_t changes() const noexcept { return mChanges; }
+  bool isWatched() const noexcept { return mWatches != 0; }
   /// Raises K7Q::Exception while listeners are called.
   void requireQuiet() const;
 
  private:
+  friend class ChangeWatch;
   using Steps = std::vector<Step>;
   struct Subscriber {
     Listener listener;
@@ -116,6 +120,8 @@ class Journal {
   std::vector<Steps> mRedo;
   std::vector<Entry> mListeners;
   std::size_t mLimit = 0;
+  std::uint64_t mChanges = 0;
+  unsigned mWatches = 0;
   unsigned mDepth = 0;
   bool mIsTelling = false;
 };
@@ -141,6 +147,22 @@ class Batch {
   Journal* mJournal;
   std::size_t mStart = 0;
   int mExceptions = 0;
+};
+
+/// Sees whether a model changes while somebody who walks it calls what is not his.
+class ChangeWatch {
+ public:
+  explicit ChangeWatch(NativeModel& model);
+  ChangeWatch(const ChangeWatch&) = delete;
+  ChangeWatch& operator=(const ChangeWatch&) = delete;
+  ~ChangeWatch();
+  /// Whether the model has changed or was closed.
+  bool hasChanged() const noexcept;
+
+ private:
+  NativeModel& mModel;
+  Journal* mJournal;
+  std::uint64_t mSeen;
 };
 
 }  // namespace Tarvelon::metamodel::native

@@ -75,7 +75,8 @@ void NativeModel::dropIdleJournal() noexcept {
   // Whatever happens meanwhile: the journal may have gone as well.
   while (mJournal && mJournal->takeLeft()) {
   }
-  if (mJournal && mJournal->depth() == 0 && mJournal->limit() == 0 && !mJournal->hasListeners()) {
+  if (mJournal && mJournal->depth() == 0 && mJournal->limit() == 0 && !mJournal->hasListeners() &&
+      !mJournal->isWatched()) {
     mJournal.reset();
   }
 }

@@ -53,7 +53,10 @@ class WrongFile(_host.WrongValue):
 
 
 class _Bar:
-    """One line on a terminal that shows how far a work has come, once it takes longer than a second."""
+    """One line on a terminal that shows how far a work has come, once it takes longer than a second.
+
+    A terminal that is gone meanwhile is no reason to end the work.
+    """
 
     WIDTH = 30
 
@@ -68,17 +71,23 @@ class _Bar:
         full = int(done * self.WIDTH)
         line = f"{self._what} [{'#' * full}{'.' * (self.WIDTH - full)}] {int(100 * done):3} %"
         if line != self._drawn:
+            self._draw(line)
+            self._drawn = line
+
+    @staticmethod
+    def _draw(line: str) -> None:
+        try:
             sys.stderr.write("\r" + line)
             sys.stderr.flush()
-            self._drawn = line
+        except (OSError, ValueError):
+            pass
 
     def __enter__(self) -> _Progress:
         return self
 
     def __exit__(self, kind: object, error: object, traceback: object) -> None:
         if self._drawn:
-            sys.stderr.write("\r" + " " * len(self._drawn) + "\r")
-            sys.stderr.flush()
+            self._draw(" " * len(self._drawn) + "\r")
 
 
 class _NoBar:
@@ -96,9 +105,21 @@ def _watched(progress: _Progress | None, verb: str, path: str | bytes) -> _Bar |
     """The callable that is told of the progress: the one that was given, a bar on a terminal, or None."""
     if progress is not None and not callable(progress):
         raise _host.WrongType(f"{verb}: expected progress to be callable, got {type(progress).__name__}")
-    if progress is not None or sys.stderr is None or not sys.stderr.isatty():
+    if progress is not None or not _is_terminal(sys.stderr):
         return _NoBar(progress)
-    return _Bar(f"{verb} {os.path.basename(os.fsdecode(path))}")
+    name = os.path.basename(os.fsdecode(path))
+    return _Bar(f"{verb} {name if len(name) <= _LONGEST else name[:_LONGEST - 3] + '...'}")
+
+
+_LONGEST = 30  # name in a bar, which takes one line of 80 columns
+
+
+def _is_terminal(stream: object) -> bool:
+    """False as well for what stands in for a stream and is none, and for one that was closed."""
+    try:
+        return bool(stream.isatty())  # type: ignore[attr-defined]
+    except (AttributeError, ValueError):
+        return False
 
 
 def _path(path: _Path, function: str) -> str | bytes:
@@ -141,23 +162,29 @@ def _load(path: _Path, *, lenient: bool = False, progress: _Progress | None = No
     """
     name = _path(path, "load")
     with _watched(progress, "loading", name) as watch:
-        model, problems, _ = _host.loadModel(name, bool(lenient), watch)
+        model, problems, count = _host.loadModel(name, bool(lenient), watch)
     if problems:
-        _keep(model, problems)
+        _keep(model, problems, count)
     return model
 
 
-def _keep(model: Model, problems: list[tuple[int, int, str]]) -> None:
+def _keep(model: Model, problems: list[tuple[int, int, str]], count: int) -> None:
     global _problems
     if _problems is None:
         import weakref  # slow to import, and seldom needed
 
         _problems = weakref.WeakKeyDictionary()
+    more = count - len(problems)
+    if more > 0:
+        problems = [*problems, (*problems[-1][:2], f"and {more} more problems, which are not shown")]
     _problems[model] = tuple(FileProblem(*each) for each in problems)
 
 
 def _problems_of(self: Model) -> tuple[FileProblem, ...]:
-    """What was wrong with the file that the model was leniently loaded from: a tuple of K7Q.FileProblem."""
+    """What was wrong with the file that the model was leniently loaded from: a tuple of K7Q.FileProblem.
+
+    Behind the first thousand stands how many more there are.
+    """
     return _problems.get(self, ()) if _problems else ()
 
 

@@ -55,7 +55,11 @@ TEST(AllocationFailures, OfASaveLeaveNothing) {
   files::Loaded loaded = files::loadText(text);
   std::string again;
   const int failures = failing::eachAllocation(
-      kNothing, [&] { again = files::saveText(loaded.model); }, [](std::size_t) {});
+      kNothing,
+      [&] {
+        again = files::saveText(loaded.model, {[](double) {}, true});
+      },
+      [](std::size_t) {});
   EXPECT_GT(failures, 5);
   EXPECT_EQ(again, saved);
 }

@@ -1,25 +1,40 @@
 // A saved file is the old or the new one, whatever happens, and nothing else is left.
 
 #include <algorithm>
+#include <cerrno>
+#include <chrono>
+#include <climits>
 #include <csignal>
 #include <cstdlib>
 #include <fcntl.h>
 #include <filesystem>
 #include <fstream>
-#include <iterator>
+#include <iostream>
 #include <string>
 #include <sys/file.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
+#include <thread>
 #include <unistd.h>
 #include <vector>
 
 #include "tests/files/Support.h"
+#include "tests/support/FailingNew.h"
 
 namespace {
 
 namespace fs = std::filesystem;
+
+bool gHasLocks = true;
+
+/// As on a network disk that knows none.
+class WithoutLocks {
+ public:
+  WithoutLocks() noexcept { gHasLocks = false; }
+  ~WithoutLocks() { gHasLocks = true; }
+};
 
 class AtomicFile : public testing::Test {
  protected:
@@ -39,8 +54,9 @@ class AtomicFile : public testing::Test {
     return model;
   }
   static std::string read(const fs::path& path) {
-    std::ifstream file(path, std::ios::binary);
-    return {std::istreambuf_iterator<char>(file), {}};
+    std::string text(fs::file_size(path), '\0');
+    std::ifstream(path, std::ios::binary).read(text.data(), static_cast<std::streamsize>(text.size()));
+    return text;
   }
   std::vector<std::string> names() const {
     std::vector<std::string> found;
@@ -116,6 +132,28 @@ TEST_F(AtomicFile, SweepsWhatAKilledSaveLeftAndNothingElse) {
   EXPECT_EQ(names(), (Names{".brakes.xmi.0123456.tarvelon-new", ".brakes.xmi.01234567.tarvelon-old",
                             ".brakes.xmi.0123456g.tarvelon-new", ".other.xmi.01234567.tarvelon-new",
                             "brakes.xmi", "brakes.xmi.01234567.tarvelon-new"}));
+}
+
+TEST_F(AtomicFile, MayHaveANameAsLongAsAny) {
+  const std::string name = std::string(NAME_MAX - 4, 'n') + ".xmi";
+  for (int turn = 0; turn < 2; ++turn) {
+    files::save(makeModel(u"Brakes"), mFolder / name);
+    EXPECT_EQ(names(), Names{name});
+  }
+  const std::string left = "." + name.substr(0, NAME_MAX - 23) + ".01234567.tarvelon-new";
+  EXPECT_EQ(write(left), "old");
+  files::save(makeModel(u"Brakes"), mFolder / name);
+  EXPECT_EQ(names(), Names{name});
+}
+
+TEST_F(AtomicFile, NeedsNoLocksWhereThereAreNone) {
+  write("brakes.xmi");
+  {
+    const WithoutLocks none;
+    files::save(makeModel(u"Brakes"), mFile);
+  }
+  EXPECT_EQ(names(), Names{"brakes.xmi"});
+  EXPECT_EQ(files::load(mFile).problems.count, 0U);
 }
 
 TEST_F(AtomicFile, LeavesTheTemporaryFileOfAnotherSaveAlone) {
@@ -236,15 +274,40 @@ TEST_F(AtomicFile, StaysAsItIsWhenTheSaveIsCancelled) {
   EXPECT_EQ(names(), Names{"brakes.xmi"});
 }
 
+/// A number of the environment, so that the same test can do more by hand.
+int numberOf(const char* variable, int usual) {
+  const char* text = std::getenv(variable);
+  return text ? std::atoi(text) : usual;
+}
+
+/// How long one save takes.
+std::chrono::microseconds timeOfSave(const K7Q::Model& model, const fs::path& path) {
+  const auto begin = std::chrono::steady_clock::now();
+  files::save(model, path);
+  return std::chrono::duration_cast<std::chrono::microseconds>(std::chrono::steady_clock::now() - begin);
+}
+
+/// What was found after the kills.
+struct Outcome {
+  int first = 0;
+  int second = 0;
+  int interrupted = 0;  ///< with a temporary file beside it
+};
+
 TEST_F(KilledSave, LeavesAWholeFileHoweverOftenItHappens) {
-  const auto first = makeModel(u"First", 80000);
-  const auto second = makeModel(u"Second", 80000);
+  const int kills = numberOf("TARVELON_KILLS", 20);
+  const int megabytes = numberOf("TARVELON_KILL_MEGABYTES", 5);
+  const auto first = makeModel(u"First", 16500 * megabytes);
+  const auto second = makeModel(u"Second", 16500 * megabytes);
   const std::string one = files::saveText(first);
   const std::string other = files::saveText(second);
-  EXPECT_GT(other.size(), 4900000U);
-  files::save(first, mFile);
+  EXPECT_GT(one.size(), 1000000U * static_cast<unsigned>(megabytes));
+  files::save(second, mFile);
+  // Some are killed in their first save, some in a later one.
+  const auto longest = 4 * timeOfSave(first, mFile).count();
   unsigned seed = 1;
-  for (int turn = 0; turn < 20; ++turn) {
+  Outcome outcome;
+  for (int turn = 0; turn < kills; ++turn) {
     const pid_t child = ::fork();
     if (child == 0) {
       for (;;) {
@@ -252,15 +315,36 @@ TEST_F(KilledSave, LeavesAWholeFileHoweverOftenItHappens) {
         files::save(first, mFile);
       }
     }
-    ::usleep(static_cast<useconds_t>(::rand_r(&seed) % 150000));
+    std::this_thread::sleep_for(std::chrono::microseconds(::rand_r(&seed) % longest));
     ::kill(child, SIGKILL);
     ::waitpid(child, nullptr, 0);
     const std::string found = read(mFile);
     EXPECT_TRUE(found == one || found == other) << found.size();
     EXPECT_LE(names().size(), 2U) << "the saves before it must have swept";
+    ++(found == one ? outcome.first : outcome.second);
+    outcome.interrupted += names().size() == 2 ? 1 : 0;
   }
+  std::cout << kills << " kills of saves of " << one.size() << " bytes: " << outcome.interrupted
+            << " in the middle of a file; then the file was " << outcome.first << " times the one and "
+            << outcome.second << " times the other\n";
+  EXPECT_GT(outcome.interrupted, kills / 4) << "or nothing was tested";
   files::save(first, mFile);
   EXPECT_EQ(names(), Names{"brakes.xmi"});
+}
+
+TEST_F(AtomicFile, StaysAsItIsWhateverAllocationFails) {
+  const auto model = makeModel(u"Brakes", 3);
+  const std::string old = write("brakes.xmi");
+  fs::create_symlink("brakes.xmi", mFolder / "link");
+  const int failures = failing::eachAllocation([&] { write(".brakes.xmi.01234567.tarvelon-new"); },
+                                               [&] { files::save(model, mFolder / "link"); },
+                                               [&](std::size_t n) {
+                                                 EXPECT_EQ(read(mFile), old) << n;
+                                                 EXPECT_LE(names().size(), 3U) << n;
+                                               });
+  EXPECT_GT(failures, 20);
+  EXPECT_EQ(read(mFile), files::saveText(model));
+  EXPECT_EQ(names(), (Names{"brakes.xmi", "link"}));
 }
 
 TEST_F(AtomicFile, ThatIsNotThereCannotBeLoaded) {
@@ -271,3 +355,10 @@ TEST_F(AtomicFile, ThatIsNotThereCannotBeLoaded) {
 }
 
 }  // namespace
+
+// In place of the system's.
+extern "C" __attribute__((visibility("default"))) int flock(int descriptor, int operation) noexcept {
+  if (gHasLocks) return static_cast<int>(::syscall(SYS_flock, descriptor, operation));
+  errno = ENOLCK;
+  return -1;
+}

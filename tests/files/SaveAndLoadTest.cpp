@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "platform/tarvelon/api/History.h"
 #include "tests/files/Support.h"
 
 namespace {
@@ -55,9 +56,9 @@ TEST(SaveAndLoad, GivesAModelThatIsBuiltAgainTheSameText) {
 
 TEST(SaveAndLoad, MakesReferencesForwardAndBackInTheirOrder) {
   const std::string text = files::saveText(makeBehavior());
-  const auto first = text.find("Events=\"_");
+  const auto first = text.find("Events=\"\n            _");
   ASSERT_NE(first, std::string::npos);
-  EXPECT_EQ(text[text.find('\n', first) - 1], text[first + 19]) << "a line each";
+  EXPECT_EQ(text.substr(first + 33, 14), "\n            _") << "a line each";
   EXPECT_EQ(again(text), text);
 }
 
@@ -72,7 +73,7 @@ TEST(SaveAndLoad, KeepsTheOrderOfAListThatItsWayBackFillsFirst) {
   EXPECT_EQ(again(text), text);
   const auto third = text.find("Third");
   const auto id = text.substr(text.rfind("xmi:id=\"", third) + 8, 12);
-  EXPECT_NE(text.find("Events=\"" + id + "\n"), std::string::npos) << text;
+  EXPECT_NE(text.find("Events=\"\n          " + id + "\n"), std::string::npos) << text;
 }
 
 TEST(SaveAndLoad, MakesTheWayBackThatAFileLeavesOut) {
@@ -80,7 +81,7 @@ TEST(SaveAndLoad, MakesTheWayBackThatAFileLeavesOut) {
       "<behavior:Runnable xmi:id=\"r\"/><behavior:TimingEvent xmi:id=\"a\" StartOnEvent=\"r\"/>"
       "<behavior:TimingEvent xmi:id=\"b\"/><behavior:Runnable xmi:id=\"s\" Events=\"b\"/>");
   const std::string saved = files::saveText(files::loadText(text).model);
-  EXPECT_NE(saved.find("Events=\"a\""), std::string::npos) << saved;
+  EXPECT_NE(saved.find("Events=\"\n          a\n      \""), std::string::npos) << saved;
   EXPECT_NE(saved.find("StartOnEvent=\"s\""), std::string::npos) << saved;
 }
 
@@ -162,13 +163,59 @@ TEST(SaveAndLoad, RefusesAProgressThatChangesTheModel) {
   std::vector<common::Package> packages;
   for (int count = 0; count < 20000; ++count) packages.push_back(common::Package::create(model, u"Package"));
   const std::string refusal =
-      "objects have come or gone while the model was saved; let the progress change nothing";
+      "the model was changed or closed while it was saved; let what is called meanwhile, the progress or "
+      "another thread, change nothing";
   const auto add = [&](double) { common::Package::create(model, u"New"); };
   EXPECT_EQ(refusalOf([&] { files::saveText(model, {add, true}); }), refusal);
   const auto destroy = [&](double done) {
     if (done < 1) packages.back().destroy();
   };
   EXPECT_EQ(refusalOf([&] { files::saveText(model, {destroy, true}); }), refusal);
+  const auto rename = [&](double) { packages.front().set<"Name">(u"Renamed"); };
+  EXPECT_EQ(refusalOf([&] { files::saveText(model, {rename, true}); }), refusal);
+  const auto close = [&](double) { model.getModelInterface()->close(); };
+  EXPECT_EQ(refusalOf([&] { files::saveText(model, {close, true}); }), refusal);
+}
+
+TEST(SaveAndLoad, RefusesAProgressThatMovesWhatIsBeingWritten) {
+  const auto model = K7Q::Model::create();
+  const auto owner = common::Package::create(model, u"Owner");
+  const auto next = common::Package::create(model, u"Next");
+  std::vector<common::Package> held;
+  for (int count = 0; count < 20000; ++count) held.push_back(common::Package::create(model, u"Package"));
+  for (const auto& each : held) owner.get<"PackagedElement">().add(each);
+  const auto move = [&](double done) {
+    for (const auto& each : held) {
+      if (done < 1) next.get<"PackagedElement">().add(each);
+    }
+  };
+  EXPECT_NE(refusalOf([&] { files::saveText(model, {move, true}); }).find("was changed"), std::string::npos);
+  EXPECT_EQ(next.get<"PackagedElement">().size(), 20000);
+}
+
+TEST(SaveAndLoad, RefusesAProgressThatChangesTheModelInATransaction) {
+  const auto model = K7Q::Model::create();
+  for (int count = 0; count < 20000; ++count) common::Package::create(model, u"Package");
+  const std::string text = files::saveText(model);
+  {
+    const Tarvelon::model::Transaction transaction(model);
+    common::Package::create(model, u"New");
+    const auto more = [&](double) { common::Package::create(model, u"Newer"); };
+    EXPECT_NE(refusalOf([&] {
+                files::saveText(model, {more, true});
+              }).find("was changed"),
+              std::string::npos);
+    const auto none = [&](double) { const Tarvelon::model::Transaction inner(model); };
+    EXPECT_NE(files::saveText(model, {none, true}), text);
+  }
+  EXPECT_EQ(files::saveText(model), text);
+}
+
+TEST(SaveAndLoad, LetsTheProgressChangeAnotherModel) {
+  const auto model = K7Q::Model::create();
+  for (int count = 0; count < 20000; ++count) common::Package::create(model, u"Package");
+  const auto other = [](double) { common::Package::create(K7Q::Model::create(), u"Other").destroy(); };
+  EXPECT_EQ(files::saveText(model, {other, true}), files::saveText(model));
 }
 
 TEST(SaveAndLoad, RefusesToNestDeeperThanAFileMay) {

@@ -1,10 +1,15 @@
 // Any bytes as a file: the loader refuses them or loads them, and what it loads can be saved and loaded
-// again.
+// again. The fuzzer knows the words of the metamodel, which it would hardly guess.
 
+#include <algorithm>
 #include <cstdint>
 #include <cstdlib>
+#include <cstring>
+#include <random>
+#include <sstream>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "platform/files/Files.h"
 
@@ -18,7 +23,57 @@ void requirePlaces(const files::Problems& problems) {
   }
 }
 
+/// What stands between quotes behind `name` in the line, empty if it does not have it.
+std::string_view attributeOf(std::string_view line, std::string_view name) {
+  const auto begin = line.find(name);
+  if (begin == std::string_view::npos) return {};
+  const std::string_view value = line.substr(begin + name.size());
+  return value.substr(0, value.find('"'));
+}
+
+/// Pieces of files: namespaces, types, properties as attributes and as elements, literals. One for each line
+/// of the Ecore file.
+std::vector<std::string> makeWords() {
+  std::vector<std::string> words = {" xmi:id=\"e\"",     " xmi:idref=\"e\"",  " href=\"#e\"",
+                                    " xsi:nil=\"true\"", " xmi:type=\"a:B\"", "=\"e r\"",
+                                    "=\"true\"",         "=\"-1e-9\""};
+  std::istringstream ecore(files::ecoreText());
+  std::string prefix;
+  for (std::string line; std::getline(ecore, line);) {
+    const std::string name(attributeOf(line, " name=\""));
+    if (line.find("<eSubpackages") != std::string::npos) {
+      prefix = name;
+      words.push_back(" xmlns:" + name + "=\"" + std::string(attributeOf(line, " nsURI=\"")) + "\"");
+    } else if (line.find("<eClassifiers") != std::string::npos) {
+      words.push_back(" xsi:type=\"" + prefix + ":" + name + "\"");
+      words.push_back("<" + prefix + ":" + name + " ");
+    } else if (line.find("<eStructuralFeatures") != std::string::npos) {
+      words.push_back(" " + name + "=\"");
+      words.push_back("<" + name + "/>");
+    } else if (line.find("<eLiterals") != std::string::npos) {
+      words.push_back("\"" + name + "\"");
+    }
+  }
+  return words;
+}
+
 }  // namespace
+
+extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t room);
+
+/// Every fourth time a word comes in somewhere.
+extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t room,
+                                               unsigned seed) {
+  static const std::vector<std::string> words = makeWords();
+  std::minstd_rand random(seed);
+  if (random() % 4 != 0) return LLVMFuzzerMutate(data, size, room);
+  const std::string& word = words[random() % words.size()];
+  if (size + word.size() > room) return LLVMFuzzerMutate(data, size, room);
+  const std::size_t place = random() % (size + 1);
+  std::memmove(data + place + word.size(), data + place, size - place);
+  std::ranges::copy(word, data + place);
+  return size + word.size();
+}
 
 // What is raised out of here, a refusal of a file that we have written ourselves, is a find.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {

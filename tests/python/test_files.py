@@ -4,7 +4,10 @@ import difflib
 import importlib.util
 import io
 import os
+import re
+import signal
 import stat
+import subprocess
 import sys
 from pathlib import Path
 
@@ -170,6 +173,29 @@ def test_a_change_changes_its_own_lines_alone(model, tmp_path):
     assert (gone, len(new), new[1]) == ([], 3, 'Name="Second"')
 
 
+def test_a_reference_more_or_less_changes_its_own_line_alone(model, tmp_path):
+    before, after = tmp_path / "before.xmi", tmp_path / "after.xmi"
+    step = behavior.Runnable(model, "step", "Step")
+    events = [behavior.TimingEvent(model, 0.01, f"Event{number}") for number in range(4)]
+    model.save(before)
+    line = {re.search('Name="(.*)"', text)[1]: text[:12]
+            for text in before.read_text().split('xmi:id="') if "Name=" in text}
+    step.Events.append(events[0])
+    model.save(before)
+    for event in events[1:]:
+        step.Events.append(event)
+        model.save(after)
+        gone, new = changes(before, after)
+        assert gone == []
+        assert new[0] == line[event.Name]
+        assert len(new) == 2 and new[1].startswith("StartOnEvent=")
+        model.save(before)
+    step.Events.remove(events[3])
+    model.save(after)
+    gone, new = changes(before, after)
+    assert (gone[0], len(gone), new) == (line["Event3"], 2, [])
+
+
 def test_a_path_may_be_text_bytes_or_a_path(model, package, tmp_path):
     for path in (tmp_path / "a.xmi", str(tmp_path / "b.xmi"), os.fsencode(tmp_path / "ü.xmi")):
         model.save(path)
@@ -247,6 +273,16 @@ def test_a_lenient_load_keeps_what_is_right(model, package, tmp_path):
     assert model.problems == ()
 
 
+def test_a_lenient_load_says_how_many_problems_it_does_not_show(model, tmp_path):
+    path = tmp_path / "many.xmi"
+    model.save(path)
+    path.write_text(path.read_text().replace("</xmi:XMI>", "<common:Package nme=''/>\n" * 1234 + "</xmi:XMI>"))
+    loaded = K7Q.Model.load(path, lenient=True)
+    assert len(loaded.roots()) == 1234
+    assert len(loaded.problems) == 1001
+    assert loaded.problems[-1] == (*loaded.problems[-2][:2], "and 234 more problems, which are not shown")
+
+
 @pytest.mark.parametrize("path", sorted(BROKEN.iterdir()), ids=lambda path: path.name)
 def test_a_broken_file_is_refused_with_a_place(path):
     lines = path.read_bytes().decode("utf-8", "replace").split("\n")
@@ -305,6 +341,39 @@ def test_progress_is_told_and_can_cancel(model, package, tmp_path):
         model.save(tmp_path / "a.xmi", progress=7)
 
 
+def test_a_pipe_that_says_nothing_can_be_left(model, package, tmp_path):
+    os.mkfifo(tmp_path / "pipe")
+    held = os.open(tmp_path / "pipe", os.O_RDWR)
+
+    class Enough(Exception):
+        pass
+
+    def leave(number, frame):
+        raise Enough
+
+    before = signal.signal(signal.SIGALRM, leave)
+    signal.setitimer(signal.ITIMER_REAL, 0.2)
+    # Without a way out, the end of the pipe comes.
+    close = subprocess.Popen([sys.executable, "-c", f"import os, time; time.sleep(3); os.write({held}, b'x' * 9)"],
+                             pass_fds=[held])
+    os.close(held)
+    try:
+        with pytest.raises(Enough):
+            K7Q.Model.load(tmp_path / "pipe")
+        assert close.poll() is None
+    finally:
+        signal.signal(signal.SIGALRM, before)
+        close.kill()
+        close.wait()
+
+
+def test_a_model_comes_through_a_pipe(model, package, tmp_path):
+    model.save(tmp_path / "a.xmi")
+    os.mkfifo(tmp_path / "pipe")
+    with subprocess.Popen(["cp", "a.xmi", "pipe"], cwd=tmp_path):
+        assert [each.Name for each in K7Q.Model.load(tmp_path / "pipe").roots()] == ["Brakes"]
+
+
 def test_a_terminal_shows_a_bar_when_it_takes_long(model, tmp_path, monkeypatch):
     terminal = Terminal()
     monkeypatch.setattr(sys, "stderr", terminal)
@@ -315,6 +384,33 @@ def test_a_terminal_shows_a_bar_when_it_takes_long(model, tmp_path, monkeypatch)
     drawn = terminal.getvalue()
     assert drawn.startswith("\rsaving a.xmi [##############################] 100 %")
     assert drawn.endswith("\r" + " " * 51 + "\r")
+
+
+def test_a_bar_keeps_to_one_line_however_long_the_name(model, tmp_path, monkeypatch):
+    terminal = Terminal()
+    monkeypatch.setattr(sys, "stderr", terminal)
+    monkeypatch.setattr("time.monotonic", iter(range(0, 100, 2)).__next__)
+    model.save(tmp_path / ("n" * 200 + ".xmi"))
+    assert max(map(len, terminal.getvalue().split("\r"))) < 80
+
+
+class ClosedTerminal(Terminal):
+    def write(self, text):
+        raise OSError(5, "Input/output error")
+
+
+def closed():
+    stream = io.StringIO()
+    stream.close()
+    return stream
+
+
+@pytest.mark.parametrize("stream", [None, object(), closed(), ClosedTerminal()])
+def test_a_model_is_saved_and_loaded_whatever_stderr_is(model, package, tmp_path, monkeypatch, stream):
+    monkeypatch.setattr(sys, "stderr", stream)
+    monkeypatch.setattr("time.monotonic", iter(range(0, 100, 2)).__next__)
+    model.save(tmp_path / "a.xmi")
+    assert [each.Name for each in K7Q.Model.load(tmp_path / "a.xmi").roots()] == ["Brakes"]
 
 
 def test_no_property_of_the_metamodel_hides_what_files_put_on_objects():
