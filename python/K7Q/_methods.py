@@ -37,6 +37,14 @@ def method(function: _Function, name: str | None = None, *, is_static: bool = Fa
     return checked  # type: ignore[return-value]
 
 
+def function(function: _Function) -> _Function:
+    """The same for a function of a package: "K7Q.rule: ..."."""
+    package = function.__module__.partition(".")[0]
+    checked = method(function, f"{package}.{function.__name__}", is_static=True)
+    checked.__name__ = checked.__qualname__ = function.__name__
+    return checked
+
+
 def _refusal(
     function: Callable[..., object], name: str, arguments: tuple[object, ...], names: dict[str, object],
     is_static: bool

@@ -394,6 +394,7 @@ def test_differences_are_a_sequence_of_tuples_in_groups(model, package):
         "> /Brakes/Was (variant.SystemConst) -> /Brakes/Is",
         '~ /Brakes.category: nothing -> "c"'])
     assert difference == Tarvelon.diff(before, model) and difference != Tarvelon.diff(model, model)
+    assert difference[0:2] == tuple(difference)[0:2] and difference[-1] == difference.changed[0]
     records = json.loads(difference.to_json())
     assert [each["difference"] for each in records] == ["removed", "added", "moved", "renamed", "changed"]
     assert records[0] == {

@@ -9,6 +9,7 @@ from types import SimpleNamespace
 import pytest
 
 import K7Q
+import Tarvelon
 import _tarvelon_host
 from Tarvelon.metamodel import foundation
 from Tarvelon.metamodel.arplatform import (Factory, behavior, common, component, composition, ecuc, instance,
@@ -794,12 +795,61 @@ def test_a_rule_that_destroys_what_it_looks_at_crashes_nothing(model, add):
 @pytest.mark.parametrize("arguments, names, message", [
     (("", common.Package), {}, "expected the rule's id, a text, got ''"),
     (("x", "common.Package"), {}, "expected a class of the metamodel, as in behavior.Runnable, got str"),
+    (("x", behavior.DataAccessKind), {}, "expected a class of the metamodel, .*, got DataAccessKind"),
+    (("x", K7Q.Model), {}, "expected a class of the metamodel, .*, got Model"),
+    (("x", int), {}, "expected a class of the metamodel, .*, got int"),
     (("x", common.Package), {"severity": "fatal"}, "expected the severity 'error' or 'warning', got 'fatal'"),
     (("short-name", common.Package), {}, "the library has a rule 'short-name'; choose another id"),
 ])
 def test_a_rule_that_cannot_be_is_refused(arguments, names, message):
     with pytest.raises(K7Q.Exception, match=message):
         K7Q.rule(*arguments, **names)
+
+
+@pytest.mark.parametrize("call, message", [
+    (lambda: K7Q.rule("x"), "K7Q.rule: missing a required argument: 'of'; write K7Q.rule(id, of, severity='error')"),
+    (lambda: K7Q.rule("x", common.Package, sev="error"),
+     "K7Q.rule: got an unexpected keyword argument 'sev'; write K7Q.rule(id, of, severity='error')"),
+    (lambda: K7Q.forget_rule(), "K7Q.forget_rule: missing a required argument: 'id'; write K7Q.forget_rule(id)"),
+    (lambda: K7Q.rules(1), "K7Q.rules: too many positional arguments; write K7Q.rules()"),
+    (lambda: K7Q.models(1), "K7Q.models: too many positional arguments; write K7Q.models()"),
+    (lambda: Tarvelon.diff(1), "Tarvelon.diff: missing a required argument: 'newer'; "
+                               "write Tarvelon.diff(older, newer)"),
+])
+def test_functions_refuse_a_wrong_number_of_arguments_with_their_signature(call, message):
+    with pytest.raises(K7Q.WrongType) as raised:
+        call()
+    assert str(raised.value) == message
+
+
+def test_what_is_no_id_of_a_rule_is_not_forgotten():
+    with pytest.raises(K7Q.UnknownName, match=r"no script has added a rule '\[\]'; there are none"):
+        K7Q.forget_rule([])
+
+
+def test_a_rule_that_validates_is_answered_by_the_rules_of_the_library(model, add):
+    root = common.Package(model, "Top")
+    root.PackagedElement.extend([common.Package(model, name) for name in ("A", "7")])
+    calls = []
+
+    @add("asks", common.Package)
+    def asks(package):
+        calls.append(package.Name)
+        return [f"{len(package.validate())} problems below"]
+
+    assert [(each.path, each.message) for each in model.validate() if each.rule == "asks"] == [
+        ("/Top", "1 problems below"), ("/Top/A", "0 problems below"), ("/Top/7", "1 problems below")]
+    assert calls == ["Top", "A", "7"]
+    assert len([each for each in model.validate() if each.rule == "asks"]) == 3
+
+
+def test_a_rule_gives_no_empty_message(model, add):
+    package = common.Package(model, "Brakes")
+    add("mute", common.Package)(lambda element: "")
+
+    assert [str(each) for each in package.validate()] == [
+        "error: /Brakes: the rule 'mute' failed: TypeError: expected a message or a (property, message) pair, "
+        "got ''; mend its function [rule-failed]"]
 
 
 def test_a_rule_is_a_function():
