@@ -7,7 +7,6 @@ import pytest
 
 import K7Q
 import Tarvelon
-import _tarvelon_host
 from Tarvelon.metamodel import foundation
 from Tarvelon.metamodel.arplatform import behavior, common, component, variant
 
@@ -370,21 +369,3 @@ def test_a_chain_of_a_hundred_thousand_is_copied_without_recursion(model):
     while copied.PackagedElement:
         copied, depth = copied.PackagedElement[0], depth + 1
     assert depth == 100_000
-
-
-ADDED = ("clone", "to_json", "to_dict", "class", "id")
-
-
-def test_no_property_of_the_metamodel_has_a_name_that_copies_use():
-    packages = ["Tarvelon.metamodel.foundation", "Tarvelon.metamodel.types", "K7Q"]
-    root = "Tarvelon.metamodel.arplatform"
-    packages += [f"{root}.{each}" for each in _tarvelon_host.memberNames(root)
-                 if _tarvelon_host.isPackage(f"{root}.{each}")]
-    records = [each for package in packages for each in _tarvelon_host.describe(package)["classes"]]
-    names = {each["name"] for record in records for each in record["properties"]}
-    methods = {each["name"] for record in records if record["fullName"].startswith("Tarvelon.metamodel.a")
-               and any(super_.startswith("Tarvelon") for super_ in record["superclasses"])
-               and record["metaProperties"] for each in record["methods"]}
-
-    assert "PackagedElement" in names
-    assert names.isdisjoint(ADDED) and methods.isdisjoint(ADDED)
