@@ -276,6 +276,51 @@ def test_of_equal_names_the_equal_ones_match(model, package):
     assert list(Tarvelon.diff(before, model)) == [Removed("/Brakes/Same", "common.Package", 1)]
 
 
+def test_what_objects_of_one_name_hold_stays_apart(model, package):
+    for category in ("first", "second", "third"):
+        package.PackagedElement.append(common.Package(model, "Same"))
+        inner = variant.SystemConst(model, "Inner")
+        inner.category = category
+        package.PackagedElement[-1].PackagedElement += [variant.SystemConst(model, "Alike"), inner]
+    before = model.clone()
+
+    package.PackagedElement[0].PackagedElement[1].category = "new"
+    assert list(Tarvelon.diff(before, model)) == [
+        Changed("/Brakes/Same/Inner", "variant.SystemConst", "category", "first", "new")]
+
+    package.PackagedElement[1].PackagedElement[0].Name = "Other"
+    assert list(Tarvelon.diff(before, model)) == [
+        Renamed("/Brakes/Same/Alike", "/Brakes/Same/Other", "variant.SystemConst"),
+        Changed("/Brakes/Same/Inner", "variant.SystemConst", "category", "first", "new")]
+
+
+def test_of_many_with_one_name_those_that_changed_are_told(model, package):
+    package.PackagedElement += [variant.SystemConst(model, "Same") for _ in range(2000)]
+    for number, each in enumerate(package.PackagedElement):
+        each.category = str(number % 7)
+    before = model.clone()
+
+    for each in list(package.PackagedElement)[::3]:
+        each.category = "new"
+
+    difference = Tarvelon.diff(before, model)
+    assert len(difference) == len(difference.changed) == 667
+
+
+def test_a_move_between_owners_of_one_name_tells_them_apart(model, package):
+    package.PackagedElement += [common.Package(model, "Same") for _ in range(2)]
+    first, second = package.PackagedElement
+    first.PackagedElement.append(variant.SystemConst(model, "Inner"))
+    first.category, second.category = "a", "b"
+    before = model.clone()
+
+    second.PackagedElement.append(first.PackagedElement[0])
+
+    assert list(Tarvelon.diff(before, model)) == [
+        Moved("/Brakes/Same/Inner", "/Brakes/Same/Inner", "variant.SystemConst",
+              "/Brakes.PackagedElement[0].PackagedElement[0]", "/Brakes.PackagedElement[1].PackagedElement[0]")]
+
+
 def test_an_object_of_another_class_under_the_same_name_is_another_object(model, package):
     package.PackagedElement.append(variant.SystemConst(model, "X"))
     before = model.clone()

@@ -144,8 +144,11 @@ void Comparison::places() {
     Difference& difference = add(isMoved ? Kind::Moved : Kind::Renamed, before, mOlderPaths);
     difference.newPath = mNewerPaths.path(after);
     if (!isMoved) continue;
-    difference.place = mOlderPaths.place(before);
-    difference.newPlace = mNewerPaths.place(after);
+    for (const bool isUnique : {false, true}) {
+      difference.place = mOlderPaths.place(before, isUnique);
+      difference.newPlace = mNewerPaths.place(after, isUnique);
+      if (difference.place != difference.newPlace) break;
+    }
   }
 }
 
