@@ -143,6 +143,16 @@ def test_a_property_that_there_is_not_is_refused_with_those_there_are(model):
     assert "SysConstValue" in str(raised.value)
 
 
+@pytest.mark.parametrize("owner", [lambda brakes: None, lambda brakes: brakes.getModel()])
+def test_a_property_of_no_owner_is_refused(brakes, owner):
+    with pytest.raises(K7Q.WrongValue) as raised:
+        brakes.clone(owner(brakes), property="PackagedElement")
+
+    assert str(raised.value) == ("clone: the property 'PackagedElement' is named and no object that holds the copy; "
+                                 "give the owner as well")
+    assert brakes.getModel().roots() == [brakes]
+
+
 def test_a_named_property_of_another_class_is_refused(brakes):
     with pytest.raises(K7Q.WrongType, match="Package.adminData: expected .*AdminData, got .*Package"):
         brakes.clone(brakes, property="adminData")
