@@ -157,9 +157,16 @@ def two_roots_of_one_name(w):
 
 @fault("name-case", BEHAVIOR + "/CONTROL.Name",
        "the name 'CONTROL' differs from 'Control' of the same namespace in case alone, "
-       "which AUTOSAR does not tell apart; rename one", "warning")
+       "which AUTOSAR does not tell apart; rename one")
 def names_that_differ_in_case(w):
     w.controller.Behavior.exclusiveArea.append(w.new(behavior.ExclusiveArea, "CONTROL"))
+
+
+@fault("name-case", "/VEHICLE.Name",
+       "the name 'VEHICLE' differs from 'Vehicle' of the same namespace in case alone, "
+       "which AUTOSAR does not tell apart; rename one")
+def roots_that_differ_in_case(w):
+    w.keep = w.new(common.Package, "VEHICLE")
 
 
 @fault("dangling-reference", WHOLE + "/pedalSensor2.Type",
@@ -364,6 +371,17 @@ def order_that_never_ends(w):
     steps[-1].Successor.append(steps[0])
 
 
+@fault("order-circle", "/Vehicle/BrakeByWire/Timing/EndToEnd/PedalToWheel/Step0.Successor",
+       "goes round in a circle: 'Step0' -> 'Step1' -> 'Step2' -> 'Step3' -> 'Step4' -> ... 94 more ... -> 'Step99' "
+       "-> 'Step0'; take one of the successors out")
+def long_order_that_never_ends(w):
+    steps = [w.new(timingExtension.EOCExecutableEntityRef, f"Step{number}", Executable=w.sample)
+             for number in range(100)]
+    for step, after in zip(steps, [*steps[1:], steps[0]]):
+        step.Successor.append(after)
+    w.timing.EndToEnd.TimingRequirement[0].OrderedElement += steps
+
+
 @fault("order-successor", "/Vehicle/BrakeByWire/Timing/EndToEnd/PedalToWheel/Apply.Successor",
        "/Vehicle/BrakeByWire/Timing/ControlTiming/Other/Elsewhere is ordered by another constraint; "
        "name a step of 'PedalToWheel'")
@@ -444,6 +462,13 @@ def two_modes_of_one_number(w):
        "add or take out modes, or change activation")
 def transition_with_one_mode(w):
     brake.named(w.controller.Behavior.Events).Degraded.activation = behavior.ModeActivationKind.OnTransition
+
+
+@fault("mode-count", BEHAVIOR + "/Degraded.instanceRef",
+       "expected one mode, the one that is entered or left; found 1, of which 1 has no Mode; "
+       "add or take out modes, or change activation")
+def event_of_no_mode(w):
+    brake.named(w.controller.Behavior.Events).Degraded.instanceRef[0].Mode = None
 
 
 @fault("storage-size", "/Vehicle/BrakeByWire/Adaptive/Store.MinimumSustainedSize",

@@ -5,11 +5,12 @@ import time
 
 import brake_faults as faults
 import pytest
-from brake_faults import BEHAVIOR, FAULTS, brake, build
+from brake_faults import BEHAVIOR, FAULTS, brake, build, example
 
 import K7Q
 from Tarvelon.metamodel import foundation
-from Tarvelon.metamodel.arplatform import Factory, behavior, common, interface, variant
+from Tarvelon.metamodel.arplatform import (Factory, behavior, common, composition, instance, interface, port,
+                                           variant)
 
 # What no editor of a model can do: tests/native/ValidationTest.cpp forces them.
 FORCED = {"foreign-reference", "wrong-class", "ownership", "multiplicity", "unknown-literal"}
@@ -45,6 +46,66 @@ def test_every_rule_of_the_library_has_a_fault():
     assert {each.values[0] for each in FAULTS} | FORCED | {"rule-failed"} == set(ids)
 
 
+def test_what_may_be_so_is_no_fault(world):
+    w = world
+    # What disables an event has nothing to do with the direction of what raises it.
+    modes = w.controller.ModeReceiverPorts[0]
+    invoked = w.pedal.Behavior.Events[1]
+    w.pedal.ModeReceiverPorts.append(w.new(port.ModeReceiverPort, modes.Interface, "Modes"))
+    invoked.DisabledMode.append(example.mode_of(w.new, w.pedal.ModeReceiverPorts[0], 0))
+    # A port that goes both ways feeds inner ones that require less than it provides.
+    wide = w.new(interface.SenderReceiverInterface, False, "Wide", DataElements=[
+        w.new(interface.FlowData, "%d", name, Type=w.controller.Behavior.Parameters[0].Type)
+        for name in ("Travel", "Speed", "More")])
+    w.brakes.PackagedElement.append(wide)
+    outer = w.new(port.DataSenderReceiverPort, wide, "Both")
+    w.whole.SenderReceiverPorts.append(outer)
+    inner = w.new(instance.CompositionRPortInstanceRef, w.controller.ReceiverPorts[0], w.prototypes.brakeController)
+    w.whole.Connectors.append(w.new(composition.DelegationConnector, outer, inner, "Down"))
+    # Values of data may be infinite or no number.
+    value = w.new(foundation.NumericalValueSpecification, 0)
+    brake.named(w.controller.Behavior.Parameters).Limit.InitValue = value
+    for number in (float("inf"), float("-inf"), float("nan")):
+        value.Value = task_period(w).Value = number
+        assert w.model.validate() == []
+
+
+def task_period(w):
+    return w.configuration.OsOfBrakeEcu.Container[0].SubContainer[0].ParameterValue[3]
+
+
+def test_a_whole_number_is_finite(world):
+    priority = world.configuration.OsOfBrakeEcu.Container[0].SubContainer[0].ParameterValue[0]
+    for number, text in ((float("inf"), "inf"), (float("nan"), "nan")):
+        priority.Value = number
+        assert [each.message for each in world.model.validate()] == [
+            f"expected a whole number for the EcucIntegerParamDef 'Priority', found the number {text}; "
+            "set a value of that kind, or another definition"]
+
+
+def test_problems_of_one_object_stand_together(world):
+    group = brake.named(brake.named(world.brakes.PackagedElement).Types.PackagedElement).BrakePhase
+    for mode in group.Mode:
+        mode.Name, mode.Value = "7", -1
+
+    found = [(each.object, each.rule) for each in world.model.validate() if each.object in group.Mode]
+    first, *others = group.Mode
+    assert found == [(first, "value-range"), (first, "short-name")] + [
+        (mode, rule) for mode in others
+        for rule in ("value-range", "short-name", "duplicate-name", "mode-group")]
+
+
+def test_a_circle_elsewhere_is_no_problem_of_what_leads_to_it(model):
+    root = common.Package(model, "Top")
+    root.PackagedElement += [variant.PredefinedVariant(model, name) for name in "ABC"]
+    a, b, c = root.PackagedElement
+    for one, other in ((a, b), (b, c), (c, b)):
+        one.IncludedVariant.append(other)
+
+    assert a.validate() == []
+    assert [each.path for each in root.validate()] == [each.path for each in b.validate()] == ["/Top/B"]
+
+
 def test_an_object_is_validated_with_all_that_it_holds(world):
     faults.period_of_zero(world)
     faults.name_with_blanks(world)
@@ -60,7 +121,7 @@ def test_problems_come_in_order_of_ownership_and_always_the_same(world):
     first = world.model.validate()
 
     assert first == world.model.validate()
-    assert [each.rule for each in first] == ["group-circle", "duplicate-name", "required-text", "value-range",
+    assert [each.rule for each in first] == ["group-circle", "required-text", "value-range", "duplicate-name",
                                              "required-reference"]
 
 

@@ -18,8 +18,9 @@ const Instance* deployedBy(const Instance* serviceInstance) {
 }
 
 /// The composition and all that stand in it, at whatever depth, by the types of their components.
-std::unordered_set<const Instance*> compositionsWithin(const Instance& whole) {
-  std::unordered_set<const Instance*> found;
+const std::unordered_set<const Instance*>& compositionsWithin(const Instance& whole, Findings& findings) {
+  std::unordered_set<const Instance*>& found = findings.compositionsWithin(whole);
+  if (!found.empty()) return found;
   std::vector<const Instance*> open{&whole};
   while (!open.empty()) {
     const Instance* next = open.back();
@@ -83,7 +84,7 @@ void checkServicePort(const Instance& object, Findings& findings) {
 void checkMappedComponent(const Instance& object, Findings& findings) {
   const Instance* root = rootCompositionOf(object);
   if (!root) return;
-  const auto compositions = compositionsWithin(*root);
+  const auto& compositions = compositionsWithin(*root, findings);
   for (const Instance* prototype : all<system::SwcToEcuMapping, "Component">(object)) {
     if (!prototype || compositions.contains(prototype->owner())) continue;
     findings.add<system::SwcToEcuMapping, "Component">(

@@ -94,6 +94,27 @@ void reportEqual(Findings& findings) {
   });
 }
 
+void reportByCase(Findings& findings) {
+  sortBy(findings, [](const auto& left, const auto& right) {
+    return left.hash != right.hash ? left.hash < right.hash : left.order < right.order;
+  });
+  std::vector<std::pair<Findings::Named, const Instance*>> clashes;
+  const Findings::Named* first = nullptr;
+  for (const auto& each : findings.room().named) {
+    if (!first || first->hash != each.hash ||
+        !isSameBesidesCase(nameOf(*first->object), nameOf(*each.object))) {
+      first = &each;
+    } else if (nameOf(*first->object) != nameOf(*each.object)) {
+      clashes.emplace_back(each, first->object);
+    }
+  }
+  report(clashes, [&](const Instance& later, const Instance& earlier) {
+    findings.add<foundation::NamedElement, "Name">(
+        later, "the name " + shown(later) + " differs from " + shown(earlier) +
+                   " of the same namespace in case alone, which AUTOSAR does not tell apart; rename one");
+  });
+}
+
 }  // namespace
 
 void checkShortName(const Instance& object, Findings& findings) {
@@ -118,24 +139,7 @@ void checkDuplicateNames(const Instance& object, Findings& findings) {
 
 void checkNamesByCase(const Instance& object, Findings& findings) {
   gather(object, findings);
-  sortBy(findings, [](const auto& left, const auto& right) {
-    return left.hash != right.hash ? left.hash < right.hash : left.order < right.order;
-  });
-  std::vector<std::pair<Findings::Named, const Instance*>> clashes;
-  const Findings::Named* first = nullptr;
-  for (const auto& each : findings.room().named) {
-    if (!first || first->hash != each.hash ||
-        !isSameBesidesCase(nameOf(*first->object), nameOf(*each.object))) {
-      first = &each;
-    } else if (nameOf(*first->object) != nameOf(*each.object)) {
-      clashes.emplace_back(each, first->object);
-    }
-  }
-  report(clashes, [&](const Instance& later, const Instance& earlier) {
-    findings.add<foundation::NamedElement, "Name">(
-        later, "the name " + shown(later) + " differs from " + shown(earlier) +
-                   " of the same namespace in case alone, which AUTOSAR does not tell apart; rename one");
-  });
+  reportByCase(findings);
 }
 
 void checkRootNames(std::span<const Instance* const> roots, Findings& findings) {
@@ -144,7 +148,10 @@ void checkRootNames(std::span<const Instance* const> roots, Findings& findings) 
   for (const Instance* root : roots) {
     if (isA<foundation::Package>(*root)) addNamed(*root, findings);
   }
+  findings.begin(ruleOf("duplicate-name"));
   reportEqual(findings);
+  findings.begin(ruleOf("name-case"));
+  reportByCase(findings);
 }
 
 }  // namespace Tarvelon::metamodel::native::validation

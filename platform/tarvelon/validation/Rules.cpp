@@ -44,7 +44,7 @@ constexpr Rule kRules[] = {
    of<foundation::NamedElement>, checkShortName},
   {{"duplicate-name",     kError,   "names are unique within a namespace"},
    of<foundation::NamedElement>, checkDuplicateNames},
-  {{"name-case",          kWarning, "names of a namespace differ in more than case"},
+  {{"name-case",          kError,   "names of a namespace differ in more than case"},
    of<foundation::NamedElement>, checkNamesByCase},
 
   {{"instance-data",      kError, "an instance reference names data of its port's interface"},
