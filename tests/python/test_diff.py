@@ -2,6 +2,7 @@
 
 import importlib.util
 import json
+import random
 import sys
 from pathlib import Path as File
 
@@ -209,6 +210,44 @@ def test_a_new_order_is_told_by_the_fewest_that_moved(before, vehicle, model):
     assert moved.path == moved.new_path == f"{COMPONENTS}/{first.Name}"
     assert moved.place == f"{COMPONENTS}.PackagedElement[0]"
     assert moved.new_place == f"{COMPONENTS}.PackagedElement[{list(sequence).index(first)}]"
+
+
+def test_what_has_kept_its_place_is_told_as_moved_last(model, package):
+    package.PackagedElement += [variant.SystemConst(model, name) for name in ("Gone", "Stays", "Goes")]
+    before = model.clone()
+
+    gone, _, goes = package.PackagedElement
+    gone.destroy()
+    package.PackagedElement.remove(goes)
+    package.PackagedElement.push_front(goes)
+
+    path, cls, sequence = "/Brakes/Goes", "variant.SystemConst", "/Brakes.PackagedElement"
+    assert Tarvelon.diff(before, model).moved == [Moved(path, path, cls, f"{sequence}[2]", f"{sequence}[0]")]
+
+
+def test_of_a_random_order_the_fewest_are_told_as_moved(model, package):
+    generator = random.Random(1)
+    names = [f"C{number}" for number in range(40)]
+    package.PackagedElement += [variant.SystemConst(model, name) for name in names]
+    for _ in range(20):
+        before = model.clone()
+        for each in generator.sample(list(package.PackagedElement), 30):
+            package.PackagedElement.remove(each)
+            package.PackagedElement.insert(generator.randint(1, len(package.PackagedElement)), each)
+        order = [[each.Name for each in there.find("/Brakes").PackagedElement] for there in (before, model)]
+        moved = Tarvelon.diff(before, model).moved
+
+        assert len(moved) == len(names) - longest([order[1].index(name) for name in order[0]])
+        kept = [name for name in order[0] if f"/Brakes/{name}" not in {each.path for each in moved}]
+        assert kept == [name for name in order[1] if name in kept]
+
+
+def longest(numbers):
+    """How long the longest row is that rises, found by trying."""
+    best = []
+    for index, number in enumerate(numbers):
+        best.append(1 + max((best[each] for each in range(index) if numbers[each] < number), default=0))
+    return max(best)
 
 
 def test_what_has_no_name_is_told_by_what_it_is_not_by_where_it_stands(model):
