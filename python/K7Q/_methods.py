@@ -8,11 +8,10 @@ import _tarvelon_host as _host
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
-    from collections.abc import Callable
-    from typing import TypeVar
+    from collections.abc import Callable as _Callable
+    from typing import TypeVar as _TypeVar
 
-    _Function = TypeVar("_Function", bound=Callable[..., object])
-del TYPE_CHECKING
+    _Function = _TypeVar("_Function", bound=_Callable[..., object])
 
 
 def method(function: _Function, name: str | None = None, *, is_static: bool = False) -> _Function:
@@ -46,7 +45,7 @@ def function(function: _Function) -> _Function:
 
 
 def _refusal(
-    function: Callable[..., object], name: str, arguments: tuple[object, ...], names: dict[str, object],
+    function: _Callable[..., object], name: str, arguments: tuple[object, ...], names: dict[str, object],
     is_static: bool
 ) -> _host.WrongType | None:
     """The error for arguments that the function does not take; None if it takes them."""
