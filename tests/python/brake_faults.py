@@ -399,6 +399,15 @@ def step_of_another_component(w):
     w.timing.EndToEnd.TimingRequirement[0].OrderedElement[0].Executable = w.control
 
 
+@fault("order-runnable", "/Vehicle/BrakeByWire/Timing/EndToEnd/PedalToWheel/Sample.Component",
+       "/Vehicle/BrakeByWire/Other/elsewhere is no component of the BaseComposition 'BrakeSystem' of 'PedalToWheel'; "
+       "name a component that stands in it")
+def step_of_a_component_elsewhere(w):
+    elsewhere = w.new(composition.ComponentPrototype, w.pedal, "elsewhere")
+    w.brakes.PackagedElement.append(w.new(composition.CompositionComponent, "Other", Components=[elsewhere]))
+    w.timing.EndToEnd.TimingRequirement[0].OrderedElement[0].Component = elsewhere
+
+
 @fault("composition-circle", WHOLE + ".Components",
        "contains itself: 'BrakeSystem' -> 'Inner' -> 'BrakeSystem'; give one of the components another type")
 def composition_in_itself(w):

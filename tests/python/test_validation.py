@@ -62,6 +62,9 @@ def test_what_may_be_so_is_no_fault(world):
     w.whole.SenderReceiverPorts.append(outer)
     inner = w.new(instance.CompositionRPortInstanceRef, w.controller.ReceiverPorts[0], w.prototypes.brakeController)
     w.whole.Connectors.append(w.new(composition.DelegationConnector, outer, inner, "Down"))
+    # What AUTOSAR gives no short name may be without.
+    w.sample.variationPoint = w.new(variant.VariationPoint)
+    w.pedal.Behavior.PortAPIOptions[0].PortArgValue[0].Name = ""
     # Values of data may be infinite or no number.
     value = w.new(foundation.NumericalValueSpecification, 0)
     brake.named(w.controller.Behavior.Parameters).Limit.InitValue = value

@@ -93,8 +93,23 @@ void checkMappedComponent(const Instance& object, Findings& findings) {
   }
 }
 
+namespace {
+
+void requireOfBase(const Instance& step, const Instance& prototype, Findings& findings) {
+  const Instance* base =
+      getOf<timingExtension::ExecutionOrderConstraint, "BaseComposition">(step.owner());
+  if (!isA<composition::CompositionComponent>(base)) return;
+  if (compositionsWithin(*base, findings).contains(prototype.owner())) return;
+  findings.add<timingExtension::EOCExecutableEntityRef, "Component">(
+      step, shownPath(prototype) + " is no component of the BaseComposition " + shown(*base) + " of " +
+                shown(*step.owner()) + "; name a component that stands in it");
+}
+
+}  // namespace
+
 void checkOrderedRunnable(const Instance& object, Findings& findings) {
   using Step = timingExtension::EOCExecutableEntityRef;
+  if (const Instance* prototype = get<Step, "Component">(object)) requireOfBase(object, *prototype, findings);
   const Instance* runnable = get<Step, "Executable">(object);
   const Instance* type = getOf<composition::ComponentPrototype, "Type">(get<Step, "Component">(object));
   const Instance* component = holderOf<component::Component>(runnable);

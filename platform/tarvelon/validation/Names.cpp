@@ -13,6 +13,12 @@ namespace {
 
 constexpr std::size_t kLongest = 128;
 
+/// What has a short label in AUTOSAR that may be left out, or no name at all.
+bool mayBeNameless(const Instance& object) {
+  return isA<arplatform::variant::VariationPoint>(object) ||
+         isA<arplatform::behavior::PortDefinedArgumentValue>(object);
+}
+
 bool isLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
 bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 char16_t small(char16_t unit) {
@@ -120,6 +126,7 @@ void reportByCase(Findings& findings) {
 void checkShortName(const Instance& object, Findings& findings) {
   const auto name = nameOf(object);
   if (name.empty()) {
+    if (mayBeNameless(object)) return;
     findings.add<foundation::NamedElement, "Name">(
         object, "is required and not set; give the " +
                     std::string(object.cls().methods->className().shortName()) + " a short name");
