@@ -108,7 +108,8 @@ class LongestRow {
     std::uint32_t rank;  ///< each from 0 to the number of items once
     bool isKept;
   };
-  explicit LongestRow(const std::vector<Item>& items) : mBest(items.size() + 1), mBefore(items.size(), kNone) {
+  explicit LongestRow(const std::vector<Item>& items)
+      : mBest(items.size() + 1), mBefore(items.size(), kNone) {
     for (std::uint32_t index = 0; index < items.size(); ++index) {
       const Best before = bestBelow(items[index].rank);
       mBefore[index] = before.last;

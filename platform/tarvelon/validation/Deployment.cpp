@@ -96,8 +96,7 @@ void checkMappedComponent(const Instance& object, Findings& findings) {
 namespace {
 
 void requireOfBase(const Instance& step, const Instance& prototype, Findings& findings) {
-  const Instance* base =
-      getOf<timingExtension::ExecutionOrderConstraint, "BaseComposition">(step.owner());
+  const Instance* base = getOf<timingExtension::ExecutionOrderConstraint, "BaseComposition">(step.owner());
   if (!isA<composition::CompositionComponent>(base)) return;
   if (compositionsWithin(*base, findings).contains(prototype.owner())) return;
   findings.add<timingExtension::EOCExecutableEntityRef, "Component">(
