@@ -183,6 +183,29 @@ def test_names_of_what_stands_below_something_unnamed_share_its_namespace(model)
     assert [(each.rule, each.path) for each in root.validate()] == [("duplicate-name", "/Top/Twice")]
 
 
+def test_the_root_of_a_model_needs_no_name_and_shares_the_namespace_of_the_others(model):
+    for name in ("Brakes", "Steering", "brakes"):
+        root = common.AUTOSAR(model)
+        root.PackagedElement.append(common.Package(model, name))
+    root.PackagedElement.append(common.Package(model, "Steering"))
+
+    assert [(each.rule, each.path) for each in model.validate() if each.rule != "required-text"] == [
+        ("name-case", "/brakes"), ("duplicate-name", "/Steering")]
+    assert [each.rule for each in root.PackagedElement[1].validate()] == []
+
+
+def test_what_was_given_no_name_leaves_its_names_to_its_holder(model):
+    root = common.Package(model, "Top")
+    nameless = common.Package(model)
+    root.PackagedElement += [nameless, variant.SystemConst(model, "Twice")]
+    nameless.PackagedElement += [variant.SystemConst(model, name) for name in ("Twice", "Inner", "Inner")]
+
+    clashes = [("short-name", "/Top.PackagedElement[0]"), ("duplicate-name", "/Top/Inner")]
+    assert [(each.rule, each.path) for each in model.validate()] == clashes + [("duplicate-name", "/Top/Twice")]
+    assert [(each.rule, each.path) for each in nameless.validate()] == clashes
+    assert {each.object.qualifiedName for each in model.validate()} == {"", "/Top/Inner", "/Top/Twice"}
+
+
 def test_a_deep_model_is_validated_without_recursion(model):
     root = common.Package(model, "Top")
     data = interface.VariableData(model, "%d", "Deep")

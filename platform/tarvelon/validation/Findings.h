@@ -17,7 +17,11 @@ namespace Tarvelon::metamodel::native::validation {
 class Findings {
  public:
   /// Problems show their objects in that view.
-  explicit Findings(K7Q::Deviant deviant) noexcept : mDeviant(deviant) {}
+  explicit Findings(K7Q::Deviant deviant, const Instance* top = nullptr) noexcept
+      : mDeviant(deviant), mTop(top) {}
+
+  /// The object that was asked, null for a model.
+  const Instance* top() const noexcept { return mTop; }
 
   /// A problem of an object's property, by the host's name for it, under the rule that runs.
   template <class X, FixedString Name>
@@ -80,6 +84,7 @@ class Findings {
   void add(const Instance& object, const char* property, std::string message);
 
   K7Q::Deviant mDeviant;
+  const Instance* mTop;
   const Rule* mRule = nullptr;
   bool mHasStrays = false;
   Room mRoom;

@@ -13,9 +13,9 @@ namespace {
 
 constexpr std::size_t kLongest = 128;
 
-/// What has a short label in AUTOSAR that may be left out, or no name at all.
+/// What has no name in AUTOSAR, or a short label that may be left out.
 bool mayBeNameless(const Instance& object) {
-  return isA<arplatform::variant::VariationPoint>(object) ||
+  return isA<arplatform::common::AUTOSAR>(object) || isA<arplatform::variant::VariationPoint>(object) ||
          isA<arplatform::behavior::PortDefinedArgumentValue>(object);
 }
 
@@ -47,24 +47,33 @@ void addNamed(const Instance& object, Findings& findings) {
   if (!name.empty()) findings.room().named.push_back({hashOf(name), findings.room().named.size(), &object});
 }
 
-/// Everything whose name stands directly below the object's: what it holds and, of what has no name, what
-/// that holds. Once for the rules that follow each other.
-void gather(const Instance& object, Findings& findings) {
-  if (findings.room().namespaceOf == &object) return;
-  findings.room().namespaceOf = &object;
-  findings.room().named.clear();
+/// Adds everything whose name stands directly below the object's: what it holds and, of what was given no
+/// name, what that holds.
+void addHeld(const Instance& object, Findings& findings) {
   auto& open = findings.room().open;
   open.clear();
   pushHeld(object, open);
   while (!open.empty()) {
     const Instance& next = *open.back();
     open.pop_back();
-    if (hasName(next)) {
-      addNamed(next, findings);
-    } else {
-      pushHeld(next, open);
-    }
+    addNamed(next, findings);
+    if (nameOf(next).empty()) pushHeld(next, open);
   }
+}
+
+/// Whether a namespace begins with the object: what has no name itself leaves its names to that of its
+/// holder.
+bool isNamespace(const Instance& object, const Findings& findings) {
+  return !nameOf(object).empty() || &object == findings.top() ||
+         (!object.owner() && !isA<foundation::Package>(object));
+}
+
+/// The names of the object's namespace, once for the rules that follow each other.
+void gather(const Instance& object, Findings& findings) {
+  if (findings.room().namespaceOf == &object) return;
+  findings.room().namespaceOf = &object;
+  findings.room().named.clear();
+  if (isNamespace(object, findings)) addHeld(object, findings);
 }
 
 void sortBy(Findings& findings, auto isBefore) {
@@ -153,7 +162,9 @@ void checkRootNames(std::span<const Instance* const> roots, Findings& findings) 
   findings.room().namespaceOf = nullptr;
   findings.room().named.clear();
   for (const Instance* root : roots) {
-    if (isA<foundation::Package>(*root)) addNamed(*root, findings);
+    if (!isA<foundation::Package>(*root)) continue;
+    addNamed(*root, findings);
+    if (nameOf(*root).empty()) addHeld(*root, findings);
   }
   findings.begin(ruleOf("duplicate-name"));
   reportEqual(findings);

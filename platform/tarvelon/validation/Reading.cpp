@@ -66,7 +66,6 @@ const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept {
   return cls.slotProperties[slot]->row().name;
 }
 
-bool hasName(const Instance& object) noexcept { return native::hasName(object.cls()); }
 std::u16string_view nameOf(const Instance& object) noexcept { return ownName(object); }
 
 std::string classText(const Instance& object) {
@@ -89,8 +88,6 @@ std::string shownPath(const Instance& object, Places* places) {
       continue;
     }
     unnamed += each->owner() ? stepTo(*each, places) : "(" + classText(*each) + ")";
-    // One whose name is missing would have had a place in the path.
-    if (hasName(*each)) path += std::exchange(unnamed, {});
   }
   return path + unnamed;
 }

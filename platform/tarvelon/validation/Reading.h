@@ -138,8 +138,6 @@ const Instance& rootOf(const Instance& object) noexcept;
 /// The host's name for the property of a slot: the narrowest that the host has.
 const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept;
 
-/// Whether objects of the class have a name at all.
-bool hasName(const Instance& object) noexcept;
 /// The class's name without its packages.
 std::string classText(const Instance& object);
 /// The name, empty when there is none.

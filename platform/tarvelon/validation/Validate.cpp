@@ -135,7 +135,7 @@ std::vector<Problem> validate(const Model& model) {
 
 std::vector<Problem> validate(const ClassObject& object) {
   const auto& root = validation::require(object, "validate");
-  validation::Findings findings(object.getDeviant());
+  validation::Findings findings(object.getDeviant(), &root);
   // To know better would take a look at every object of the model.
   findings.noteStrays();
   validation::visitTree(root, [&](const native::Instance& each) { validation::visit(each, findings); });
