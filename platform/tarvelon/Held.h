@@ -12,6 +12,15 @@ namespace Tarvelon::metamodel::native {
 
 inline constexpr std::uint64_t bitOf(unsigned slot) noexcept { return std::uint64_t{1} << slot; }
 
+inline bool isList(const ClassData& cls, unsigned slot) noexcept {
+  return (cls.listSlots & bitOf(slot)) != 0;
+}
+inline bool isList(const Instance& object, unsigned slot) noexcept { return isList(object.cls(), slot); }
+inline bool holds(const ClassData& cls, unsigned slot) noexcept {
+  return (cls.holdingSlots & bitOf(slot)) != 0;
+}
+inline bool holds(const Instance& object, unsigned slot) noexcept { return holds(object.cls(), slot); }
+
 /// Calls visit(slot) for each slot of the set, from the lowest.
 template <class Visit>
 void forEachSlot(std::uint64_t slots, Visit visit) {
@@ -24,7 +33,7 @@ template <class Visit>
 void forEachObject(const Instance& object, std::uint64_t slots, Visit visit) {
   forEachSlot(object.presence() & slots, [&](unsigned slot) {
     const Word word = *object.find(slot);
-    if ((object.cls().listSlots >> slot & 1) == 0) {
+    if (!isList(object, slot)) {
       visit(*word.object, slot);
       return;
     }

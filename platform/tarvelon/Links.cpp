@@ -18,13 +18,6 @@ namespace {
 
 using Kind = Step::Kind;
 
-bool holds(const Instance& object, unsigned slot) noexcept {
-  return (object.cls().holdingSlots & bitOf(slot)) != 0;
-}
-bool isList(const Instance& object, unsigned slot) noexcept {
-  return (object.cls().listSlots & bitOf(slot)) != 0;
-}
-
 /// The slot of a property of the object's class or of one above.
 std::uint8_t slotOf(const Instance& object, const Property& property) noexcept {
   return object.cls().placeOf(property.ownerClass().data(), property.id()).slot;

@@ -78,8 +78,7 @@ std::vector<std::pair<unsigned, std::uint32_t>> wayTo(const Instance& object) {
   const Instance* each = &object;
   for (const Instance* owner = each->owner(); owner; each = owner, owner = each->owner()) {
     const unsigned slot = each->ownerSlot();
-    const bool isList = (owner->cls().listSlots >> slot & 1) != 0;
-    way.emplace_back(slot, isList ? listOf(*owner, slot)->find(each) : 0U);
+    way.emplace_back(slot, isList(*owner, slot) ? listOf(*owner, slot)->find(each) : 0U);
   }
   way.emplace_back(0U, each->number());
   std::ranges::reverse(way);

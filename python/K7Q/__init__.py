@@ -25,6 +25,7 @@ from _tarvelon_host import (
     WrongValue,
 )
 from _tarvelon_host import extend as _extend
+from K7Q._methods import function as _function
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
@@ -43,6 +44,7 @@ def _exit(model: Model, kind: object, error: object, traceback: object) -> None:
     model.close()
 
 
+@_function
 def models() -> list[Model]:
     """A list of the models that are bound to a URI and open, in the order they were bound.
 

@@ -8,11 +8,10 @@ import _tarvelon_host as _host
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
-    from collections.abc import Callable
-    from typing import TypeVar
+    from collections.abc import Callable as _Callable
+    from typing import TypeVar as _TypeVar
 
-    _Function = TypeVar("_Function", bound=Callable[..., object])
-del TYPE_CHECKING
+    _Function = _TypeVar("_Function", bound=_Callable[..., object])
 
 
 def method(function: _Function, name: str | None = None, *, is_static: bool = False) -> _Function:
@@ -37,8 +36,16 @@ def method(function: _Function, name: str | None = None, *, is_static: bool = Fa
     return checked  # type: ignore[return-value]
 
 
+def function(function: _Function) -> _Function:
+    """The same for a function of a package: "K7Q.rule: ..."."""
+    package = function.__module__.partition(".")[0]
+    checked = method(function, f"{package}.{function.__name__}", is_static=True)
+    checked.__name__ = checked.__qualname__ = function.__name__
+    return checked
+
+
 def _refusal(
-    function: Callable[..., object], name: str, arguments: tuple[object, ...], names: dict[str, object],
+    function: _Callable[..., object], name: str, arguments: tuple[object, ...], names: dict[str, object],
     is_static: bool
 ) -> _host.WrongType | None:
     """The error for arguments that the function does not take; None if it takes them."""

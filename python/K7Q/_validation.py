@@ -3,6 +3,7 @@
 from __future__ import annotations
 
 import _tarvelon_host as _host
+from K7Q._methods import function as _function
 from K7Q._methods import method as _method
 from K7Q._tuples import NamedTuple
 
@@ -56,10 +57,13 @@ class Rule(NamedTuple):
 
 
 _added: dict[str, Rule] = {}
+_running: list[str] = []  # the rule of a script whose function runs
 
 
 def _class_name(cls: object) -> str:
-    if isinstance(cls, type) and issubclass(cls, _host.HostObject):
+    import K7Q  # made by the host, behind this module
+
+    if isinstance(cls, type) and issubclass(cls, K7Q.ImmutableClassObject):
         name = cls.__name__.removeprefix("Immutable")
         return f"{cls.__module__}.{name}"
     given = cls.__name__ if isinstance(cls, type) else type(cls).__name__
@@ -68,6 +72,7 @@ def _class_name(cls: object) -> str:
     )
 
 
+@_function
 def rule(
     id: str, of: type[_Object], severity: str = "error"
 ) -> Callable[[Callable[[_Object], _Found]], Callable[[_Object], _Found]]:
@@ -82,7 +87,8 @@ def rule(
     The function is called with each object and gives nothing, a message, a (property, message), or several
     of them. From then on `validate()` of every model runs it, behind the library's rules, in the order in
     which rules were added. A rule of the same id takes the place of the one before. One that raises is
-    reported as a problem of the rule "rule-failed", and the pass goes on.
+    reported as a problem of the rule "rule-failed", and the pass goes on. When a rule calls `validate()` itself,
+    that runs the library's rules alone.
     """
     if not isinstance(id, str) or not id:
         raise _host.WrongType(f"K7Q.rule, argument 1: expected the rule's id, a text, got {id!r}")
@@ -103,13 +109,15 @@ def rule(
     return add
 
 
+@_function
 def forget_rule(id: str) -> None:
     """Takes a rule out that a script has added."""
-    if id not in _added:
+    if not isinstance(id, str) or id not in _added:
         raise _host.UnknownName(f"no script has added a rule '{id}'; there are {', '.join(_added) or 'none'}")
     del _added[id]
 
 
+@_function
 def rules() -> list[Rule]:
     """A list of all rules: those of the library, then those that scripts have added."""
     return [*_library(), *_added.values(), _FAILED]
@@ -130,7 +138,8 @@ def _messages(found: _Found) -> Iterator[tuple[str, str]]:
         raise TypeError(f"expected messages or (property, message) pairs, got {found!r}")
     for each in [found] if isinstance(found, (str, tuple)) else found:
         pair = ("", each) if isinstance(each, str) else each
-        if not (isinstance(pair, tuple) and len(pair) == 2 and all(isinstance(part, str) for part in pair)):
+        is_pair = isinstance(pair, tuple) and len(pair) == 2 and all(isinstance(part, str) for part in pair)
+        if not is_pair or not pair[1]:
             raise TypeError(f"expected a message or a (property, message) pair, got {each!r}")
         yield pair[0], pair[1]
 
@@ -141,6 +150,7 @@ def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bo
             continue
         path = _host.pathOf(element)
         found: list[tuple[str, Rule, str]] = []
+        _running.append(rule.id)
         try:
             assert rule.function is not None
             for name, message in _messages(rule.function(element)):
@@ -148,13 +158,16 @@ def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bo
         except Exception as error:
             text = f"the rule '{rule.id}' failed: {type(error).__name__}: {error}; mend its function"
             found.append(("", _FAILED, text))
+        finally:
+            _running.pop()
         for name, by, message in found:
             yield Problem(element, path, name, by.id, by.severity, message)
 
 
 def _problems(target: ImmutableClassObject | ImmutableModel, is_model: bool) -> list[Problem]:
     problems = [Problem(*each) for each in _host.validate(target, is_model)]
-    for each in tuple(_added.values()):
+    # A rule that asks in turn is answered by the library: its own would ask again without end.
+    for each in () if _running else tuple(_added.values()):
         problems.extend(_run(each, target, is_model))
     return problems
 

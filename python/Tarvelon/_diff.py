@@ -3,18 +3,18 @@
 from __future__ import annotations
 
 import _tarvelon_host as _host
+from K7Q._methods import function as _function
 from K7Q._tuples import NamedTuple
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
     from collections.abc import Iterable, Iterator
-    from typing import Any, ClassVar, TypeVar, Union
+    from typing import Any, ClassVar, TypeVar, Union, overload
 
     from K7Q import ImmutableClassObject, ImmutableModel
 
     _Kind = TypeVar("_Kind")
     Difference = Union["Added", "Removed", "Moved", "Renamed", "Changed"]
-del TYPE_CHECKING
 
 
 class Path(str):
@@ -173,7 +173,14 @@ class Diff:
     def __len__(self) -> int:
         return len(self._entries)
 
-    def __getitem__(self, index: int) -> Difference:
+    if TYPE_CHECKING:
+
+        @overload
+        def __getitem__(self, index: int) -> Difference: ...
+        @overload
+        def __getitem__(self, index: slice) -> tuple[Difference, ...]: ...
+
+    def __getitem__(self, index: int | slice) -> Difference | tuple[Difference, ...]:
         return self._entries[index]
 
     def __eq__(self, other: object) -> bool:
@@ -193,6 +200,10 @@ class Diff:
         return _to_json(records, indent)
 
 
+del TYPE_CHECKING
+
+
+@_function
 def diff(older: ImmutableModel | ImmutableClassObject, newer: ImmutableModel | ImmutableClassObject) -> Diff:
     """How the newer of two models, or of two objects of one class, differs.
 

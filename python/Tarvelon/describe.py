@@ -3,8 +3,6 @@
 from __future__ import annotations
 
 import argparse
-import json
-import os
 import sys
 import textwrap
 from collections.abc import Iterable, Iterator, Sequence
@@ -12,6 +10,7 @@ from typing import Any
 
 import Tarvelon  # noqa: F401  brings the metamodel in
 import _tarvelon_host as _host
+from Tarvelon._output import print_text, to_json
 
 Record = dict[str, Any]
 
@@ -210,12 +209,8 @@ def main(arguments: list[str] | None = None) -> int:
         cure = "" if is_cured else "; without a name, describe lists the packages"
         print(f"tarvelon: {unknown}{cure}", file=sys.stderr)
         return 1
-    text = json.dumps(record, indent=1, ensure_ascii=False) if options.json else "\n".join(page(record))
-    try:
-        print(text, flush=True)
-    except BrokenPipeError:  # the reader, `head` say, has seen enough
-        os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
-    return 0
+    text = to_json(record) if options.json else "\n".join(page(record))
+    return 0 if print_text(text) else 1
 
 
 if __name__ == "__main__":

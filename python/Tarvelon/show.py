@@ -4,13 +4,13 @@ from __future__ import annotations
 
 import argparse
 import json
-import os
 import sys
 from collections.abc import Iterator
 from typing import Any
 
 import K7Q
 import Tarvelon  # noqa: F401  brings the metamodel in
+from Tarvelon._output import print_text, to_json
 
 DEPTH = 3
 Record = dict[str, Any]
@@ -119,7 +119,7 @@ def report(model: K7Q.Model, options: argparse.Namespace) -> str | None:
         shown = [found]
     if options.json:
         what = data if options.path is None else shown[0]
-        return json.dumps(what, indent=1, ensure_ascii=False)
+        return to_json(what)
     return "\n".join(line for each in shown for line in lines(each, options.depth)) or "no objects"
 
 
@@ -135,11 +135,7 @@ def main(arguments: list[str] | None = None) -> int:
         print(f"tarvelon: {options.file} has no object {options.path}; without a path, show prints what "
               "there is", file=sys.stderr)
         return 1
-    try:
-        print(output, flush=True)
-    except BrokenPipeError:  # the reader, `head` say, has seen enough
-        os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
-    return 0
+    return 0 if print_text(output) else 1
 
 
 if __name__ == "__main__":

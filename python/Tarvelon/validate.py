@@ -6,8 +6,6 @@ Exits with 1 if there is an error, with 0 if there are warnings or nothing.
 from __future__ import annotations
 
 import argparse
-import json
-import os
 import runpy
 import sys
 from collections.abc import Sequence
@@ -15,6 +13,7 @@ from itertools import groupby
 from typing import Any
 
 import K7Q
+from Tarvelon._output import print_text, to_json
 
 
 def number_of(count: int, what: str) -> str:
@@ -49,20 +48,24 @@ def record(
                          for each in problems]}
 
 
+def add_rules(script: str) -> None:
+    try:
+        runpy.run_path(script)
+    except SystemExit as end:  # the file would else seem to be fine
+        raise K7Q.WrongValue(f"the script {script} has ended the program with exit({end.code!r}); "
+                             "let it add its rules and come to its end") from None
+
+
 def validate(options: argparse.Namespace) -> int:
     for script in options.rules:
-        runpy.run_path(script)
+        add_rules(script)
     with K7Q.Model.load(options.file, lenient=True) as model:
         misfits, problems = model.problems, model.validate()
         if options.json:
-            text = json.dumps(record(options.file, misfits, problems), indent=1, ensure_ascii=False)
+            text = to_json(record(options.file, misfits, problems))
         else:
             text = "\n".join(page(options.file, misfits, problems))
-    try:
-        print(text, flush=True)
-    except BrokenPipeError:  # the reader, `head` say, has seen enough
-        os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
-    return 1 if count_errors(misfits, problems) else 0
+    return 0 if print_text(text) and not count_errors(misfits, problems) else 1
 
 
 def main(arguments: list[str] | None = None) -> int:

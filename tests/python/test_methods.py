@@ -4,6 +4,7 @@ import inspect
 import pydoc
 
 import pytest
+from catalog import host_classes, metamodel_classes
 
 import K7Q
 import _tarvelon_host
@@ -151,3 +152,28 @@ def test_many_methods_can_be_held_at_once(package):
     held = [package.isvalid for _ in range(50)]
 
     assert all(method() for method in held)
+
+
+# What Python puts on objects, and what JSON says of one besides its properties.
+ADDED = {"clone", "listen", "qualifiedName", "referrers", "to_dict", "to_json", "validate"}
+IN_JSON = {"class", "id"}
+
+
+def test_no_property_or_method_of_a_class_hides_what_all_objects_have():
+    both = (K7Q.ClassObject, K7Q.ImmutableClassObject)
+    there = {name for cls in both for name in vars(cls) if not name.startswith("__")}
+    own = {each["name"] for cls in both for each in _tarvelon_host.describe(f"K7Q.{cls.__name__}")["methods"]}
+    assert there - own == ADDED
+
+    records = host_classes() + [each for package in ("foundation", "types")
+                                for each in _tarvelon_host.describe(f"Tarvelon.metamodel.{package}")["classes"]]
+    # What is read stands with a class's immutable peer.
+    classes = metamodel_classes()
+    pairs = {name for cls in classes for name in (cls["fullName"], cls["superclasses"][0])}
+    assert len(classes) == 284 and len(pairs) == 568 and pairs <= {each["fullName"] for each in records}
+    properties = {(each["name"], cls["fullName"]) for cls in records for each in cls["properties"]}
+    methods = {(each["name"], cls["fullName"]) for cls in records if cls["fullName"] in pairs
+               for each in cls["methods"]}
+    assert len({name for name, _ in properties}) > 290
+    assert [pair for pair in properties if pair[0] in there | IN_JSON] == []
+    assert [pair for pair in methods if pair[0] in ADDED] == []

@@ -156,19 +156,6 @@ def test_a_closed_model_and_an_object_that_is_gone_are_refused(package, constant
             call()
 
 
-def test_no_property_of_the_metamodel_has_the_name_of_what_searches():
-    names = {"qualifiedName", "referrers", "listen"}
-
-    def properties(cls):
-        return {each for base in cls.__mro__ for each in vars(base) if not each.startswith("_")}
-
-    for cls in (common.Package, behavior.Runnable, variant.SystemConst):
-        assert names <= properties(cls)
-        for base in cls.__mro__:
-            if base.__module__.startswith("Tarvelon.metamodel"):
-                assert not names & set(vars(base)), base
-
-
 def test_threads_may_search_while_others_edit(model, package):
     errors = []
 

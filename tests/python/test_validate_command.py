@@ -7,7 +7,7 @@ import pytest
 
 import K7Q
 from Tarvelon import validate
-from Tarvelon.metamodel.arplatform import common, variant
+from Tarvelon.metamodel.arplatform import common, interface, variant
 
 with_files = pytest.mark.skipif(not hasattr(K7Q.Model, "load"), reason="models cannot be saved here")
 
@@ -23,27 +23,31 @@ class Misfit(NamedTuple):
 
 @pytest.fixture
 def faulty(model):
-    """A package with two errors and a warning."""
+    """A package with three errors and a warning."""
     package = common.Package(model, "Brakes")
     package.PackagedElement.extend([variant.SystemConst(model, name) for name in ("Axles", "AXLES", "7")])
     package.PackagedElement.append(common.Package(model))
+    package.PackagedElement.append(interface.ModeSwitchInterface(model, "Modes"))
     return package
 
 
 PAGE = """\
 /Brakes/AXLES
-  warning: Name: the name 'AXLES' differs from 'Axles' of the same namespace in case alone, which AUTOSAR does \
+  error: Name: the name 'AXLES' differs from 'Axles' of the same namespace in case alone, which AUTOSAR does \
 not tell apart; rename one [name-case]
 /Brakes/7
   error: Name: expected a letter, then letters, digits and underscores, 128 at most; found "7"; rename it, and \
 put the readable text into longName [short-name]
 /Brakes.PackagedElement[3]
   error: Name: is required and not set; give the Package a short name [short-name]
+/Brakes/Modes
+  warning: ModeGroup: is not set, and without it the interface switches no modes; set it to a \
+ModeDeclarationGroupElement [incomplete]
 """
 
 
 def test_a_page_groups_the_problems_by_object(faulty):
-    assert "\n".join(validate.page("b.xmi", (), faulty.validate())) == PAGE + "b.xmi: 2 errors, 1 warning"
+    assert "\n".join(validate.page("b.xmi", (), faulty.validate())) == PAGE + "b.xmi: 3 errors, 1 warning"
 
 
 def test_what_does_not_fit_in_the_file_comes_first_and_is_an_error():
@@ -63,7 +67,7 @@ def test_a_record_holds_all_but_the_object(faulty):
 
     assert record["file"] == "b.xmi"
     assert record["misfits"] == [{"line": 1, "column": 2, "text": "x"}]
-    assert [each["rule"] for each in record["problems"]] == ["name-case", "short-name", "short-name"]
+    assert [each["rule"] for each in record["problems"]] == ["name-case", "short-name", "short-name", "incomplete"]
     assert set(record["problems"][0]) == {"path", "property", "rule", "severity", "message"}
 
 
@@ -73,7 +77,7 @@ def test_a_saved_model_is_validated(faulty, tmp_path, capsys):
     faulty.getModel().save(path)
 
     assert validate.main([str(path)]) == 1
-    assert capsys.readouterr().out == f"{PAGE}{path}: 2 errors, 1 warning\n"
+    assert capsys.readouterr().out == f"{PAGE}{path}: 3 errors, 1 warning\n"
 
 
 @with_files

@@ -36,7 +36,7 @@ TARVELON_API K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::
                                     Outside outside = Outside::Refused);
 /// The same in the property of that name, as the host shows it or as the metamodel has it. K7Q::UnknownName
 /// if the owner holds nothing by that name, K7Q::WrongType if that is of another class, K7Q::WrongValue if it
-/// is one object and there.
+/// is one object and there, or if there is no owner to hold the copy.
 TARVELON_API K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle& owner,
                                     std::string_view property, Outside outside = Outside::Refused);
 

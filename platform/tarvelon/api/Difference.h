@@ -46,10 +46,11 @@ struct Difference {
 /// one class, of one model or two; these match whatever they are called, and where they stand is not
 /// compared.
 ///
-/// Which object is which: objects of equal qualified name and class, in their order if several have it. What
-/// is left and is equal with all it holds, references apart, is the same object moved (by its name) or
-/// renamed (by its owner and property). What has no name is found in the same property of the same owner: the
-/// equal ones first, then those of one class that stand behind the same one.
+/// Which object is which: objects of equal qualified name and class; if several have it, the equal ones
+/// first, then the others in their order, and what they hold stays with them. What is left and is equal with
+/// all it holds, references apart, is the same object moved (by its name) or renamed (by its owner and
+/// property). What has no name is found in the same property of the same owner: the equal ones first, then
+/// those of one class that stand behind the same one.
 ///
 /// Order: what was removed, added, moved and renamed, changed; each in the order of the models.
 /// K7Q::WrongType if the two are not of one kind. Cost: near linear in the objects and references of both.

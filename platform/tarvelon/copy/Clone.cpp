@@ -222,6 +222,10 @@ K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle&
   using namespace native;  // NOLINT(google-build-using-namespace)
   Instance& original = requireObject(object);
   const Destination to = destinationOf(original, object, owner);
+  if (!to.owner && !property.empty()) {
+    throw K7Q::WrongValue("clone: the property '" + std::string(property) +
+                          "' is named and no object that holds the copy; give the owner as well");
+  }
   const unsigned slot = to.owner ? placeFor(original, *to.owner, property) : 0;
   Tree tree(original);
   tree.index();

@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <iterator>
 #include <optional>
 #include <utility>
 
@@ -102,33 +101,79 @@ bool Comparison::standsInPlace(std::uint32_t older) const {
   return mMatching.newerOf(before.parent) == after.parent && before.slot == after.slot;
 }
 
+/// Finds the longest row that rises and, among the longest, one that keeps the most in their places.
+class LongestRow {
+ public:
+  struct Item {
+    std::uint32_t rank;  ///< each from 0 to the number of items once
+    bool isKept;
+  };
+  explicit LongestRow(const std::vector<Item>& items)
+      : mBest(items.size() + 1), mBefore(items.size(), kNone) {
+    for (std::uint32_t index = 0; index < items.size(); ++index) {
+      const Best before = bestBelow(items[index].rank);
+      mBefore[index] = before.last;
+      add(items[index].rank, {before.length + 1, before.kept + (items[index].isKept ? 1 : 0), index});
+    }
+  }
+  /// Calls visit(index) for each item of the row, from its end.
+  template <class Visit>
+  void forEach(Visit visit) const {
+    const auto count = static_cast<std::uint32_t>(mBefore.size());
+    for (std::uint32_t index = bestBelow(count).last; index != kNone; index = mBefore[index]) visit(index);
+  }
+
+ private:
+  static constexpr std::uint32_t kNone = Tree::kNone;
+  /// A row: how long it is, how many in it are kept, and its last item.
+  struct Best {
+    std::uint32_t length = 0;
+    std::uint32_t kept = 0;
+    std::uint32_t last = kNone;
+    bool isWorseThan(const Best& other) const noexcept {
+      return length != other.length ? length < other.length : kept < other.kept;
+    }
+  };
+  // Entry i of the tree stands for as many ranks below it as its lowest bit says.
+  Best bestBelow(std::uint32_t rank) const noexcept {
+    Best best;
+    for (; rank > 0; rank &= rank - 1) {
+      if (best.isWorseThan(mBest[rank])) best = mBest[rank];
+    }
+    return best;
+  }
+  void add(std::uint32_t rank, const Best& row) noexcept {
+    for (std::size_t entry = rank + 1; entry < mBest.size(); entry += entry & (~entry + 1)) {
+      if (mBest[entry].isWorseThan(row)) mBest[entry] = row;
+    }
+  }
+
+  std::vector<Best> mBest;
+  std::vector<std::uint32_t> mBefore;
+};
+
 /// Of what a node holds in its place, in both trees in the order of the older one: all but the longest row
 /// that has kept its order.
 void Comparison::noteShifted(std::uint32_t parent) {
   std::vector<std::uint32_t> held;
   bool isSorted = true;
+  const auto newerOf = [&](std::uint32_t node) { return mMatching.newerOf(node); };
   mOlder.forEachChild(parent, [&](std::uint32_t child) {
-    if (mMatching.newerOf(child) == Tree::kNone || !standsInPlace(child)) return;
-    isSorted = isSorted && (held.empty() || mMatching.newerOf(held.back()) < mMatching.newerOf(child));
+    if (newerOf(child) == Tree::kNone || !standsInPlace(child)) return;
+    isSorted = isSorted && (held.empty() || newerOf(held.back()) < newerOf(child));
     held.push_back(child);
   });
   if (isSorted) return;
-  // The last of the best row of each length so far, and what stands before each node in its row.
-  std::vector<std::uint32_t> lasts;
-  std::vector<std::uint32_t> before(held.size(), Tree::kNone);
-  const auto newer = [&](std::uint32_t index) { return mMatching.newerOf(held[index]); };
-  for (std::uint32_t index = 0; index < held.size(); ++index) {
-    const auto place = std::ranges::lower_bound(lasts, newer(index), {}, newer);
-    if (place != lasts.begin()) before[index] = *std::prev(place);
-    if (place == lasts.end()) {
-      lasts.push_back(index);
-    } else {
-      *place = index;
-    }
-    mIsShifted[held[index]] = true;
+  std::vector<std::uint32_t> order = held;
+  std::ranges::sort(order, {}, newerOf);
+  std::vector<LongestRow::Item> items;
+  for (const std::uint32_t node : held) {
+    const auto rank = std::ranges::lower_bound(order, newerOf(node), {}, newerOf) - order.begin();
+    const bool isKept = mOlder[node].position == mNewer[newerOf(node)].position;
+    items.push_back({static_cast<std::uint32_t>(rank), isKept});
+    mIsShifted[node] = true;
   }
-  for (std::uint32_t index = lasts.back(); index != Tree::kNone; index = before[index])
-    mIsShifted[held[index]] = false;
+  LongestRow(items).forEach([&](std::uint32_t index) { mIsShifted[held[index]] = false; });
 }
 
 void Comparison::places() {
@@ -144,8 +189,11 @@ void Comparison::places() {
     Difference& difference = add(isMoved ? Kind::Moved : Kind::Renamed, before, mOlderPaths);
     difference.newPath = mNewerPaths.path(after);
     if (!isMoved) continue;
-    difference.place = mOlderPaths.place(before);
-    difference.newPlace = mNewerPaths.place(after);
+    for (const bool isUnique : {false, true}) {
+      difference.place = mOlderPaths.place(before, isUnique);
+      difference.newPlace = mNewerPaths.place(after, isUnique);
+      if (difference.place != difference.newPlace) break;
+    }
   }
 }
 

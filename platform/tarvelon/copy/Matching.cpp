@@ -26,6 +26,7 @@ Matching::Side::Side(const Tree& nodes)
 
 Matching::Matching(const Tree& older, const Tree& newer, bool areRootsOne) : mOlder(older), mNewer(newer) {
   if (areRootsOne) pair(0, 0);
+  matchNamesBelow();
   matchNames();
   matchRenamed(true);
   matchMoved();
@@ -55,24 +56,97 @@ void Matching::pairTrees(std::uint32_t older, std::uint32_t newer) noexcept {
 
 template <class KeyOf, class Pair>
 void Matching::round(KeyOf keyOf, Pair pairUp) {
-  const auto newerOpen = static_cast<std::size_t>(std::ranges::count(mNewer.match, kNone));
-  if (newerOpen == 0 || std::ranges::find(mOlder.match, kNone) == mOlder.match.end()) return;
-  mKeys.reset(newerOpen);
-  for (std::uint32_t node = mNewer.tree.size(); node-- > 0;) {
-    const Hash key = mNewer.isOpen(node) ? keyOf(mNewer, node) : 0;
-    if (key != 0) mKeys.push(key, node);
+  const auto open = [](const Side& side) {
+    std::vector<std::uint32_t> nodes;
+    for (std::uint32_t node = 0; node < side.tree.size(); ++node) {
+      if (side.isOpen(node)) nodes.push_back(node);
+    }
+    return nodes;
+  };
+  roundAmong(open(mOlder), open(mNewer), keyOf, pairUp);
+}
+
+template <class KeyOf, class Pair>
+void Matching::roundAmong(Nodes older, Nodes newer, KeyOf keyOf, Pair pairUp) {
+  if (older.empty() || newer.empty()) return;
+  mKeys.reset(newer.size());
+  for (auto node = newer.rbegin(); node != newer.rend(); ++node) {
+    const Hash key = mNewer.isOpen(*node) ? keyOf(mNewer, *node) : 0;
+    if (key != 0) mKeys.push(key, *node);
   }
-  for (std::uint32_t node = 0; node < mOlder.tree.size(); ++node) {
+  for (const std::uint32_t node : older) {
     const Hash key = mOlder.isOpen(node) ? keyOf(mOlder, node) : 0;
     if (key == 0) continue;
-    const std::uint32_t found = mKeys.take(key, [&](std::uint32_t newer) {
-      return mNewer.isOpen(newer) && &classOf(mNewer.tree, newer) == &classOf(mOlder.tree, node);
+    const std::uint32_t found = mKeys.take(key, [&](std::uint32_t each) {
+      return mNewer.isOpen(each) && &classOf(mNewer.tree, each) == &classOf(mOlder.tree, node);
     });
     if (found != kNone) pairUp(node, found);
   }
 }
 
-// Of several with one name those that are equal besides come first.
+namespace {
+
+/// The nodes that have a name, by how many with a name hold them.
+struct Levels {
+  explicit Levels(const Tree& tree);
+
+  std::vector<std::vector<std::uint32_t>> nodes;
+  /// Of each node the nearest that has a name and holds it.
+  std::vector<std::uint32_t> holders;
+};
+
+Levels::Levels(const Tree& tree) : holders(tree.size(), Tree::kNone) {
+  std::vector<std::uint32_t> level(tree.size());
+  for (std::uint32_t node = 0; node < tree.size(); ++node) {
+    const std::uint32_t parent = tree[node].parent;
+    if (parent != Tree::kNone) {
+      holders[node] = isNamed(tree, parent) ? parent : holders[parent];
+      level[node] = level[parent] + (isNamed(tree, parent) ? 1 : 0);
+    }
+    if (!isNamed(tree, node)) continue;
+    if (level[node] >= nodes.size()) nodes.resize(level[node] + 1);
+    nodes[level[node]].push_back(node);
+  }
+}
+
+}  // namespace
+
+// From the top down, so that what objects of one name hold stays apart. Of several with one name those that
+// are equal besides come first, among them those in the same place.
+void Matching::matchNamesBelow() {
+  Levels older(mOlder.tree);
+  Levels newer(mNewer.tree);
+  const auto byName = [&](const Side& side, std::uint32_t node) -> Hash {
+    const bool isNewer = &side == &mNewer;
+    std::uint32_t holder = (isNewer ? newer : older).holders[node];
+    if (holder != kNone && !isNewer) {
+      holder = mOlder.match[holder];
+      if (holder == kNone) return 0;
+    }
+    const Instance& object = *side.tree[node].object;
+    return mix(mix(holder, hashOf(ownName(object))), object.cls().ordinal);
+  };
+  const auto byContents = [&](const Side& side, std::uint32_t node) {
+    const Hash name = byName(side, node);
+    return name == 0 ? 0 : mix(name, side.contents.body[node]);
+  };
+  const auto byPlace = [&](const Side& side, std::uint32_t node) {
+    const Hash contents = byContents(side, node);
+    return contents == 0 ? 0 : mix(contents, mix(side.tree[node].slot, side.tree[node].position));
+  };
+  const auto one = [this](std::uint32_t before, std::uint32_t after) { pair(before, after); };
+  const std::size_t depth = std::min(older.nodes.size(), newer.nodes.size());
+  for (std::size_t level = 0; level < depth; ++level) {
+    roundAmong(older.nodes[level], newer.nodes[level], byPlace, one);
+    // Mostly everything is matched by now.
+    std::erase_if(older.nodes[level], [&](std::uint32_t node) { return !mOlder.isOpen(node); });
+    std::erase_if(newer.nodes[level], [&](std::uint32_t node) { return !mNewer.isOpen(node); });
+    roundAmong(older.nodes[level], newer.nodes[level], byContents, one);
+    roundAmong(older.nodes[level], newer.nodes[level], byName, one);
+  }
+}
+
+// What is left has changed its holder for one of the same name.
 void Matching::matchNames() {
   const auto one = [this](std::uint32_t older, std::uint32_t newer) { pair(older, newer); };
   const auto byName = [](const Side& side, std::uint32_t node) {

@@ -47,6 +47,10 @@ class Matching {
   /// Pairs open nodes of equal key: keyOf(side, node) gives 0 for a node that has no part in it.
   template <class KeyOf, class Pair>
   void round(KeyOf keyOf, Pair pairUp);
+  /// The same among some nodes, in the order of the trees.
+  template <class KeyOf, class Pair>
+  void roundAmong(Nodes older, Nodes newer, KeyOf keyOf, Pair pairUp);
+  void matchNamesBelow();
   void matchNames();
   void matchMoved();
   void matchRenamed(bool isHolding);

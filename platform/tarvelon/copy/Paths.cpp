@@ -47,8 +47,8 @@ std::string Paths::walk(const Instance& object, bool isByName) const {
   return path;
 }
 
-std::string Paths::place(const Instance& object) const {
-  std::string path = object.owner() ? walk(*object.owner(), true) : std::string();
+std::string Paths::place(const Instance& object, bool isUnique) const {
+  std::string path = object.owner() ? walk(*object.owner(), !isUnique) : std::string();
   appendStep(path, object);
   return path;
 }

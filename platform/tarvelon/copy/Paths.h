@@ -23,8 +23,9 @@ class Paths {
 
   std::string path(const Instance& object) const { return walk(object, true); }
   std::string uniquePath(const Instance& object) const { return walk(object, false); }
-  /// The place in the property of its owner: "/Brakes.PackagedElement[3]".
-  std::string place(const Instance& object) const;
+  /// The place in the property of its owner: "/Brakes.PackagedElement[3]". `isUnique` tells owners of one
+  /// name apart.
+  std::string place(const Instance& object, bool isUnique = false) const;
 
  private:
   std::string walk(const Instance& object, bool isByName) const;

@@ -10,10 +10,6 @@ namespace Tarvelon::metamodel::native {
 inline std::uint64_t valueSlots(const Instance& object) noexcept {
   return object.presence() & (bitOf(static_cast<unsigned>(object.cls().slotProperties.size())) - 1);
 }
-inline bool isList(const ClassData& cls, unsigned slot) noexcept { return (cls.listSlots >> slot & 1) != 0; }
-inline bool holds(const ClassData& cls, unsigned slot) noexcept {
-  return (cls.holdingSlots >> slot & 1) != 0;
-}
 inline bool isReference(const ClassData& cls, unsigned slot) noexcept {
   return ((cls.holdingSlots | cls.referringSlots) >> slot & 1) != 0;
 }

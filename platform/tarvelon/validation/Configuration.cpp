@@ -13,10 +13,6 @@ namespace {
 using namespace arplatform;  // NOLINT(google-build-using-namespace): the rules name the packages below it
 using namespace ecuc;        // NOLINT(google-build-using-namespace)
 
-std::string classText(const Instance& object) {
-  return std::string(object.cls().methods->className().shortName());
-}
-
 /// Reports a definition that is none of those which the definition of the value's container holds.
 template <class X>
 void requireDefinedIn(const Instance& value, const Instance* holder, Findings& findings) {
@@ -35,7 +31,8 @@ void requireNumber(const Instance& object, const Instance& definition, Findings&
   const double value = word ? std::bit_cast<double>(word->bits) : 0;
   const char* expected = nullptr;
   if (isA<EcucBooleanParamDef>(definition) && value != 0 && value != 1) expected = "0 or 1";
-  if (isA<EcucIntegerParamDef>(definition) && value != std::trunc(value)) expected = "a whole number";
+  if (isA<EcucIntegerParamDef>(definition) && (!std::isfinite(value) || value != std::trunc(value)))
+    expected = "a whole number";
   if (isA<EcucEnumerationParamDef>(definition)) expected = "the text of a literal";
   if (!expected) return;
   std::string text = std::to_string(value);

@@ -18,8 +18,9 @@ const Instance* deployedBy(const Instance* serviceInstance) {
 }
 
 /// The composition and all that stand in it, at whatever depth, by the types of their components.
-std::unordered_set<const Instance*> compositionsWithin(const Instance& whole) {
-  std::unordered_set<const Instance*> found;
+const std::unordered_set<const Instance*>& compositionsWithin(const Instance& whole, Findings& findings) {
+  std::unordered_set<const Instance*>& found = findings.compositionsWithin(whole);
+  if (!found.empty()) return found;
   std::vector<const Instance*> open{&whole};
   while (!open.empty()) {
     const Instance* next = open.back();
@@ -83,7 +84,7 @@ void checkServicePort(const Instance& object, Findings& findings) {
 void checkMappedComponent(const Instance& object, Findings& findings) {
   const Instance* root = rootCompositionOf(object);
   if (!root) return;
-  const auto compositions = compositionsWithin(*root);
+  const auto& compositions = compositionsWithin(*root, findings);
   for (const Instance* prototype : all<system::SwcToEcuMapping, "Component">(object)) {
     if (!prototype || compositions.contains(prototype->owner())) continue;
     findings.add<system::SwcToEcuMapping, "Component">(
@@ -92,8 +93,22 @@ void checkMappedComponent(const Instance& object, Findings& findings) {
   }
 }
 
+namespace {
+
+void requireOfBase(const Instance& step, const Instance& prototype, Findings& findings) {
+  const Instance* base = getOf<timingExtension::ExecutionOrderConstraint, "BaseComposition">(step.owner());
+  if (!isA<composition::CompositionComponent>(base)) return;
+  if (compositionsWithin(*base, findings).contains(prototype.owner())) return;
+  findings.add<timingExtension::EOCExecutableEntityRef, "Component">(
+      step, shownPath(prototype) + " is no component of the BaseComposition " + shown(*base) + " of " +
+                shown(*step.owner()) + "; name a component that stands in it");
+}
+
+}  // namespace
+
 void checkOrderedRunnable(const Instance& object, Findings& findings) {
   using Step = timingExtension::EOCExecutableEntityRef;
+  if (const Instance* prototype = get<Step, "Component">(object)) requireOfBase(object, *prototype, findings);
   const Instance* runnable = get<Step, "Executable">(object);
   const Instance* type = getOf<composition::ComponentPrototype, "Type">(get<Step, "Component">(object));
   const Instance* component = holderOf<component::Component>(runnable);

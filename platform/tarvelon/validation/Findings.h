@@ -3,6 +3,7 @@
 #include <span>
 #include <string>
 #include <unordered_map>
+#include <unordered_set>
 #include <vector>
 
 #include "boundary/tarvelon/Typed.h"
@@ -16,7 +17,11 @@ namespace Tarvelon::metamodel::native::validation {
 class Findings {
  public:
   /// Problems show their objects in that view.
-  explicit Findings(K7Q::Deviant deviant) noexcept : mDeviant(deviant) {}
+  explicit Findings(K7Q::Deviant deviant, const Instance* top = nullptr) noexcept
+      : mDeviant(deviant), mTop(top) {}
+
+  /// The object that was asked, null for a model.
+  const Instance* top() const noexcept { return mTop; }
 
   /// A problem of an object's property, by the host's name for it, under the rule that runs.
   template <class X, FixedString Name>
@@ -30,12 +35,28 @@ class Findings {
   void add(const Instance& object, std::string message) { add(object, "", std::move(message)); }
 
   void begin(const Rule& rule) noexcept { mRule = &rule; }
-  std::size_t count() const noexcept { return mProblems.size(); }
-  std::vector<K7Q::Problem> take() noexcept { return std::move(mProblems); }
+  std::size_t count() const noexcept { return mFound.size(); }
+
+  struct Found {
+    const Instance* object;
+    const Rule* rule;
+    K7Q::Problem problem;
+  };
+  std::vector<Found>& found() noexcept { return mFound; }
 
   /// How far the search for circles has come with an object, for the rule that runs.
-  enum class Search : std::uint8_t { New, Open, Done };
+  struct Search {
+    enum class State : std::uint8_t { New, Open, Done };
+    State state = State::New;
+    /// Of one that is open, how many steps lead to it.
+    std::size_t depth = 0;
+  };
   Search& search(const Instance& object) { return mSearches[mRule][&object]; }
+
+  /// What a composition consists of, once for all that ask.
+  std::unordered_set<const Instance*>& compositionsWithin(const Instance& whole) {
+    return mCompositions[&whole];
+  }
 
   /// Whether the model has objects that nothing holds although something should.
   bool hasStrays() const noexcept { return mHasStrays; }
@@ -63,12 +84,14 @@ class Findings {
   void add(const Instance& object, const char* property, std::string message);
 
   K7Q::Deviant mDeviant;
+  const Instance* mTop;
   const Rule* mRule = nullptr;
   bool mHasStrays = false;
   Room mRoom;
   Plans mPlans;
   Places mPlaces;
-  std::vector<K7Q::Problem> mProblems;
+  std::vector<Found> mFound;
+  std::unordered_map<const Instance*, std::unordered_set<const Instance*>> mCompositions;
   std::unordered_map<const Rule*, std::unordered_map<const Instance*, Search>> mSearches;
 };
 

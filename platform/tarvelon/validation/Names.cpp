@@ -13,6 +13,12 @@ namespace {
 
 constexpr std::size_t kLongest = 128;
 
+/// What has no name in AUTOSAR, or a short label that may be left out.
+bool mayBeNameless(const Instance& object) {
+  return isA<arplatform::common::AUTOSAR>(object) || isA<arplatform::variant::VariationPoint>(object) ||
+         isA<arplatform::behavior::PortDefinedArgumentValue>(object);
+}
+
 bool isLetter(char16_t unit) { return (unit >= u'a' && unit <= u'z') || (unit >= u'A' && unit <= u'Z'); }
 bool isDigit(char16_t unit) { return unit >= u'0' && unit <= u'9'; }
 char16_t small(char16_t unit) {
@@ -41,24 +47,33 @@ void addNamed(const Instance& object, Findings& findings) {
   if (!name.empty()) findings.room().named.push_back({hashOf(name), findings.room().named.size(), &object});
 }
 
-/// Everything whose name stands directly below the object's: what it holds and, of what has no name, what
-/// that holds. Once for the rules that follow each other.
-void gather(const Instance& object, Findings& findings) {
-  if (findings.room().namespaceOf == &object) return;
-  findings.room().namespaceOf = &object;
-  findings.room().named.clear();
+/// Adds everything whose name stands directly below the object's: what it holds and, of what was given no
+/// name, what that holds.
+void addHeld(const Instance& object, Findings& findings) {
   auto& open = findings.room().open;
   open.clear();
   pushHeld(object, open);
   while (!open.empty()) {
     const Instance& next = *open.back();
     open.pop_back();
-    if (hasName(next)) {
-      addNamed(next, findings);
-    } else {
-      pushHeld(next, open);
-    }
+    addNamed(next, findings);
+    if (nameOf(next).empty()) pushHeld(next, open);
   }
+}
+
+/// Whether a namespace begins with the object: what has no name itself leaves its names to that of its
+/// holder.
+bool isNamespace(const Instance& object, const Findings& findings) {
+  return !nameOf(object).empty() || &object == findings.top() ||
+         (!object.owner() && !isA<foundation::Package>(object));
+}
+
+/// The names of the object's namespace, once for the rules that follow each other.
+void gather(const Instance& object, Findings& findings) {
+  if (findings.room().namespaceOf == &object) return;
+  findings.room().namespaceOf = &object;
+  findings.room().named.clear();
+  if (isNamespace(object, findings)) addHeld(object, findings);
 }
 
 void sortBy(Findings& findings, auto isBefore) {
@@ -94,30 +109,7 @@ void reportEqual(Findings& findings) {
   });
 }
 
-}  // namespace
-
-void checkShortName(const Instance& object, Findings& findings) {
-  const auto name = nameOf(object);
-  if (name.empty()) {
-    findings.add<foundation::NamedElement, "Name">(
-        object, "is required and not set; give the " +
-                    std::string(object.cls().methods->className().shortName()) + " a short name");
-  } else if (!isLegal(name)) {
-    const std::string found = name.size() > kLongest ? std::to_string(name.size()) + " characters"
-                                                     : "\"" + K7Q::String::to_string(name) + "\"";
-    findings.add<foundation::NamedElement, "Name">(
-        object, "expected a letter, then letters, digits and underscores, 128 at most; found " + found +
-                    "; rename it, and put the readable text into longName");
-  }
-}
-
-void checkDuplicateNames(const Instance& object, Findings& findings) {
-  gather(object, findings);
-  reportEqual(findings);
-}
-
-void checkNamesByCase(const Instance& object, Findings& findings) {
-  gather(object, findings);
+void reportByCase(Findings& findings) {
   sortBy(findings, [](const auto& left, const auto& right) {
     return left.hash != right.hash ? left.hash < right.hash : left.order < right.order;
   });
@@ -138,13 +130,46 @@ void checkNamesByCase(const Instance& object, Findings& findings) {
   });
 }
 
+}  // namespace
+
+void checkShortName(const Instance& object, Findings& findings) {
+  const auto name = nameOf(object);
+  if (name.empty()) {
+    if (mayBeNameless(object)) return;
+    findings.add<foundation::NamedElement, "Name">(
+        object, "is required and not set; give the " +
+                    std::string(object.cls().methods->className().shortName()) + " a short name");
+  } else if (!isLegal(name)) {
+    const std::string found = name.size() > kLongest ? std::to_string(name.size()) + " characters"
+                                                     : "\"" + K7Q::String::to_string(name) + "\"";
+    findings.add<foundation::NamedElement, "Name">(
+        object, "expected a letter, then letters, digits and underscores, 128 at most; found " + found +
+                    "; rename it, and put the readable text into longName");
+  }
+}
+
+void checkDuplicateNames(const Instance& object, Findings& findings) {
+  gather(object, findings);
+  reportEqual(findings);
+}
+
+void checkNamesByCase(const Instance& object, Findings& findings) {
+  gather(object, findings);
+  reportByCase(findings);
+}
+
 void checkRootNames(std::span<const Instance* const> roots, Findings& findings) {
   findings.room().namespaceOf = nullptr;
   findings.room().named.clear();
   for (const Instance* root : roots) {
-    if (isA<foundation::Package>(*root)) addNamed(*root, findings);
+    if (!isA<foundation::Package>(*root)) continue;
+    addNamed(*root, findings);
+    if (nameOf(*root).empty()) addHeld(*root, findings);
   }
+  findings.begin(ruleOf("duplicate-name"));
   reportEqual(findings);
+  findings.begin(ruleOf("name-case"));
+  reportByCase(findings);
 }
 
 }  // namespace Tarvelon::metamodel::native::validation

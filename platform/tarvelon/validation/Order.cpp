@@ -15,39 +15,45 @@ struct Step {
   std::vector<const Instance*> next;
 };
 
-std::string circleOf(const std::vector<Step>& way, const Instance& again) {
-  auto first = way.begin();
-  while (first->object != &again) ++first;
+/// "'A' -> 'B' -> 'A'", of a long one the first steps and the last.
+std::string circleOf(const std::vector<Step>& way, std::size_t first) {
+  constexpr std::size_t kShown = 6;
+  const std::size_t length = way.size() - first;
+  const std::size_t shownFirst = length <= kShown ? length : kShown - 1;
   std::string circle;
-  for (; first != way.end(); ++first) circle += shown(*first->object) + " -> ";
-  return circle + shown(again);
+  for (std::size_t step = 0; step < shownFirst; ++step) circle += shown(*way[first + step].object) + " -> ";
+  if (shownFirst < length) {
+    circle += "... " + std::to_string(length - kShown) + " more ... -> ";
+    circle += shown(*way.back().object) + " -> ";
+  }
+  return circle + shown(*way[first].object);
 }
 
 /// Calls report(object, circle) for each way that leads from the object on and back to where it was. What an
 /// earlier search has followed is not followed again: all searches of a pass together look at each once.
 template <class Next, class Report>
 void searchCircles(const Instance& start, Findings& findings, Next next, Report report) {
-  using Search = Findings::Search;
-  if (findings.search(start) != Search::New) return;
+  using State = Findings::Search::State;
+  if (findings.search(start).state != State::New) return;
   std::vector<Step> way;
   const auto enter = [&](const Instance& object) {
-    findings.search(object) = Search::Open;
+    findings.search(object) = {State::Open, way.size()};
     way.push_back({&object, next(object)});
   };
   enter(start);
   while (!way.empty()) {
     Step& step = way.back();
     if (step.next.empty()) {
-      findings.search(*step.object) = Search::Done;
+      findings.search(*step.object).state = State::Done;
       way.pop_back();
       continue;
     }
     const Instance* object = step.next.back();
     step.next.pop_back();
     if (!object) continue;
-    const Search found = findings.search(*object);
-    if (found == Search::New) enter(*object);
-    if (found == Search::Open) report(*object, circleOf(way, *object));
+    const Findings::Search found = findings.search(*object);
+    if (found.state == State::New) enter(*object);
+    if (found.state == State::Open) report(*object, circleOf(way, found.depth));
   }
 }
 

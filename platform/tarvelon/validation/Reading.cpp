@@ -5,16 +5,13 @@
 #include <vector>
 
 #include "platform/tarvelon/Metamodel.h"
+#include "platform/tarvelon/QualifiedName.h"
 #include "platform/tarvelon/api/Validation.h"
 #include "platform/tarvelon/validation/Findings.h"
 
 namespace Tarvelon::metamodel::native::validation {
 
 namespace {
-
-std::string classText(const Instance& object) {
-  return std::string(object.cls().methods->className().shortName());
-}
 
 /// The object and all that hold it, from the root down.
 std::vector<const Instance*> lineOf(const Instance& object) {
@@ -39,8 +36,7 @@ std::string stepTo(const Instance& object, Places* places) {
   const unsigned slot = object.ownerSlot();
   std::string step = std::string(".") + hostNameOf(owner.cls(), slot);
   const Word* word = owner.find(slot);
-  if (word && (owner.cls().listSlots >> slot & 1) != 0)
-    step += "[" + std::to_string(indexIn(*word->list, object, places)) + "]";
+  if (word && isList(owner, slot)) step += "[" + std::to_string(indexIn(*word->list, object, places)) + "]";
   return step;
 }
 
@@ -70,12 +66,10 @@ const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept {
   return cls.slotProperties[slot]->row().name;
 }
 
-bool hasName(const Instance& object) noexcept { return isA<foundation::NamedElement>(object); }
+std::u16string_view nameOf(const Instance& object) noexcept { return ownName(object); }
 
-std::u16string_view nameOf(const Instance& object) noexcept {
-  if (!hasName(object)) return {};
-  const Word* word = wordOf<foundation::NamedElement, "Name">(object);
-  return word && word->text ? word->text->view() : std::u16string_view();
+std::string classText(const Instance& object) {
+  return std::string(object.cls().methods->className().shortName());
 }
 
 std::string shown(const Instance& object) {
@@ -94,16 +88,16 @@ std::string shownPath(const Instance& object, Places* places) {
       continue;
     }
     unnamed += each->owner() ? stepTo(*each, places) : "(" + classText(*each) + ")";
-    // One whose name is missing would have had a place in the path.
-    if (hasName(*each)) path += std::exchange(unnamed, {});
   }
   return path + unnamed;
 }
 
 void Findings::add(const Instance& object, const char* property, std::string message) {
   auto* interface = const_cast<Instance*>(&object);
-  mProblems.push_back({K7Q::ClassObject(interface, mDeviant), shownPath(object, &mPlaces), property,
-                       mRule->description.id, mRule->description.severity, std::move(message)});
+  mFound.push_back({&object,
+                    mRule,
+                    {K7Q::ClassObject(interface, mDeviant), shownPath(object, &mPlaces), property,
+                     mRule->description.id, mRule->description.severity, std::move(message)}});
 }
 
 }  // namespace Tarvelon::metamodel::native::validation

@@ -11,6 +11,7 @@
 #include "boundary/tarvelon/Typed.h"
 #include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/ClassMethods.h"
+#include "platform/tarvelon/Held.h"
 #include "platform/tarvelon/Instance.h"
 #include "platform/tarvelon/WordList.h"
 
@@ -107,17 +108,17 @@ Objects all(const Instance& object) {
 }
 
 /// Calls visit(const Instance*, unsigned slot) for each entry in those of the object's slots, in order.
+/// Unlike forEachObject() it takes what is broken: an entry may be null.
 template <class Visit>
 void forEachIn(const Instance& object, std::uint64_t slots, Visit visit) {
-  for (slots &= object.presence(); slots != 0; slots &= slots - 1) {
-    const auto slot = static_cast<unsigned>(std::countr_zero(slots));
+  forEachSlot(slots & object.presence(), [&](unsigned slot) {
     const Word word = *object.find(slot);
-    if ((object.cls().listSlots >> slot & 1) == 0) {
+    if (!isList(object, slot)) {
       visit(word.object, slot);
-      continue;
+      return;
     }
     for (const Instance* entry : Objects(word.list)) visit(entry, slot);
-  }
+  });
 }
 
 /// The nearest object of the class that holds it, null if none does; the object itself does not count.
@@ -137,8 +138,8 @@ const Instance& rootOf(const Instance& object) noexcept;
 /// The host's name for the property of a slot: the narrowest that the host has.
 const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept;
 
-/// Whether objects of the class have a name at all.
-bool hasName(const Instance& object) noexcept;
+/// The class's name without its packages.
+std::string classText(const Instance& object);
 /// The name, empty when there is none.
 std::u16string_view nameOf(const Instance& object) noexcept;
 /// As messages show an object: its name in quotes, or its class.

@@ -44,7 +44,7 @@ constexpr Rule kRules[] = {
    of<foundation::NamedElement>, checkShortName},
   {{"duplicate-name",     kError,   "names are unique within a namespace"},
    of<foundation::NamedElement>, checkDuplicateNames},
-  {{"name-case",          kWarning, "names of a namespace differ in more than case"},
+  {{"name-case",          kError,   "names of a namespace differ in more than case"},
    of<foundation::NamedElement>, checkNamesByCase},
 
   {{"instance-data",      kError, "an instance reference names data of its port's interface"},
@@ -85,7 +85,7 @@ constexpr Rule kRules[] = {
    of<timingExtension::EOCExecutableEntityRef>, checkExecutionOrder},
   {{"order-successor",    kError, "steps of one constraint are ordered by it"},
    of<timingExtension::EOCExecutableEntityRef>, checkSuccessors},
-  {{"order-runnable",     kError, "the runnable of a step belongs to its component"},
+  {{"order-runnable",     kError, "a step's runnable belongs to its component, and that to the base composition"},
    of<timingExtension::EOCExecutableEntityRef>, checkOrderedRunnable},
   {{"composition-circle", kError, "no composition contains itself"},
    of<composition::CompositionComponent>, checkCompositionCircle},

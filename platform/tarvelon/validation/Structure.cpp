@@ -12,11 +12,6 @@ namespace Tarvelon::metamodel::native::validation {
 
 namespace {
 
-template <class Visit>
-void forEachSlot(std::uint64_t slots, Visit visit) {
-  for (; slots != 0; slots &= slots - 1) visit(static_cast<unsigned>(std::countr_zero(slots)));
-}
-
 const Property& propertyAt(const Instance& object, unsigned slot) {
   return *object.cls().slotProperties[slot];
 }

@@ -1,4 +1,10 @@
 #include <algorithm>
+#include <span>
+#include <string>
+#include <tuple>
+#include <unordered_map>
+#include <utility>
+#include <vector>
 
 #include "platform/tarvelon/NativeModel.h"
 #include "platform/tarvelon/Registry.h"
@@ -7,6 +13,8 @@
 namespace Tarvelon::metamodel::native::validation {
 
 namespace {
+
+constexpr std::size_t kNowhere = ~std::size_t{0};
 
 void visit(const Instance& object, Findings& findings) {
   const auto& chosen = findings.planOf(object).rules;
@@ -41,14 +49,49 @@ std::vector<const Instance*> rootsOf(const NativeModel& model, Findings& finding
   return roots;
 }
 
+/// Where objects that problems are about come in order of ownership; no place for one below none of the
+/// roots.
+std::unordered_map<const Instance*, std::size_t> placesOf(const std::vector<Findings::Found>& found,
+                                                          std::span<const Instance* const> roots) {
+  std::unordered_map<const Instance*, std::size_t> places;
+  if (found.empty()) return places;
+  for (const auto& each : found) places.emplace(each.object, kNowhere);
+  std::size_t place = 0;
+  for (const Instance* root : roots) {
+    visitTree(*root, [&](const Instance& object) {
+      const auto entry = places.find(&object);
+      if (entry != places.end()) entry->second = place++;
+    });
+  }
+  return places;
+}
+
+/// The problems in order of ownership and of the rules. A rule may speak of another object than it looks at;
+/// what it says of one elsewhere is left out.
+std::vector<K7Q::Problem> arranged(Findings& findings, std::span<const Instance* const> roots) {
+  auto& found = findings.found();
+  const auto places = placesOf(found, roots);
+  using Key = std::tuple<std::size_t, const Rule*, std::size_t>;
+  std::vector<Key> order;
+  order.reserve(found.size());
+  for (std::size_t index = 0; index < found.size(); ++index) {
+    const std::size_t place = places.find(found[index].object)->second;
+    if (place != kNowhere) order.emplace_back(place, found[index].rule, index);
+  }
+  std::ranges::sort(order);
+  std::vector<K7Q::Problem> problems;
+  problems.reserve(order.size());
+  for (const Key& key : order) problems.push_back(std::move(found[std::get<2>(key)].problem));
+  return problems;
+}
+
 std::vector<K7Q::Problem> validateModel(const NativeModel& model, K7Q::Deviant deviant) {
   Findings findings(deviant);
   const auto roots = rootsOf(model, findings);
-  findings.begin(ruleOf("duplicate-name"));
   checkRootNames(roots, findings);
   for (const Instance* root : roots)
     visitTree(*root, [&](const Instance& object) { visit(object, findings); });
-  return findings.take();
+  return arranged(findings, roots);
 }
 
 const Instance& require(const K7Q::ObjectHandle& handle, const char* function) {
@@ -92,11 +135,12 @@ std::vector<Problem> validate(const Model& model) {
 
 std::vector<Problem> validate(const ClassObject& object) {
   const auto& root = validation::require(object, "validate");
-  validation::Findings findings(object.getDeviant());
+  validation::Findings findings(object.getDeviant(), &root);
   // To know better would take a look at every object of the model.
   findings.noteStrays();
   validation::visitTree(root, [&](const native::Instance& each) { validation::visit(each, findings); });
-  return findings.take();
+  const native::Instance* const roots[] = {&root};
+  return validation::arranged(findings, roots);
 }
 
 std::vector<ClassObject> validatedObjects(const Model& model, std::string_view className) {

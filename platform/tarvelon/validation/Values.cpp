@@ -27,6 +27,8 @@ struct Range {
   double high = kNoLimit;
   bool isAbove = false;
   const char* what = "";
+  /// Also INF, -INF and NaN, as AUTOSAR has it for the values of data.
+  bool isAny = false;
 };
 
 template <class X, FixedString Name>
@@ -40,8 +42,16 @@ Range from(double low, const char* what, double high = kNoLimit) {
   return {&Found::methods(), Found::kProperty.id, low, high, false, what};
 }
 
+template <class X, FixedString Name>
+Range any() {
+  using Found = PropertyAccess<X, Name>;
+  return {&Found::methods(), Found::kProperty.id, -kNoLimit, kNoLimit, false, "", true};
+}
+
 const auto& ranges() {
   static const Range kRows[] = {
+      any<foundation::NumericalValueSpecification, "Value">(),
+      any<ecuc::EcucNumericalParamValue, "Value">(),
       above<behavior::TimingEvent, "Period">(0, "a period in seconds"),
       above<composition::InstantiationTimingEventProps, "Period">(0, "a period in seconds"),
       from<behavior::OperationAccess, "Timeout">(0, "a time in seconds"),
@@ -144,7 +154,8 @@ void checkRanges(const Instance& object, Findings& findings) {
     if (!word && !property.isRequired()) continue;
     const double value = valueOf(property, word);
     const Range* range = rangeOf(property);
-    if (std::isfinite(value) && (!range || isWithin(value, *range))) continue;
+    if (range ? range->isAny || (std::isfinite(value) && isWithin(value, *range)) : std::isfinite(value))
+      continue;
     const std::string expected = range ? limitsOf(*range) : "a finite number";
     findings.add(object, slot,
                  "expected " + expected + ", found " + (word ? "" : "no value, which reads as ") +
@@ -214,15 +225,24 @@ void checkModes(const Instance& object, Findings& findings) {
 }
 
 void checkModeCount(const Instance& object, Findings& findings) {
-  const auto modes = all<behavior::ModeSwitchEvent, "instanceRef">(object).size();
+  const Objects references = all<behavior::ModeSwitchEvent, "instanceRef">(object);
+  unsigned modes = 0;
+  for (const Instance* each : references)
+    modes += getOf<instance::ModeDeclarationInstanceRef, "Mode">(each) ? 1 : 0;
   const bool isTransition =
       number<behavior::ModeSwitchEvent, "activation">(object) == behavior::ModeActivationKind::OnTransition;
-  if (modes == (isTransition ? 2U : 1U)) return;
+  const unsigned expected = isTransition ? 2 : 1;
+  if (modes == expected && references.size() == expected) return;
   findings.add<behavior::ModeSwitchEvent, "instanceRef">(
       object,
       std::string(isTransition ? "expected two modes, the one that is left and the one that is entered"
                                : "expected one mode, the one that is entered or left") +
-          "; found " + std::to_string(modes) + "; add or take out modes, or change activation");
+          "; found " + std::to_string(references.size()) +
+          (modes == references.size()
+               ? ""
+               : ", of which " + std::to_string(references.size() - modes) +
+                     (references.size() - modes == 1 ? " has" : " have") + " no Mode") +
+          "; add or take out modes, or change activation");
 }
 
 void checkSizes(const Instance& object, Findings& findings) {

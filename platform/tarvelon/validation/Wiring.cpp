@@ -1,5 +1,8 @@
 // Ports, what is said of their elements, and the connectors between them.
 
+#include <string_view>
+#include <unordered_set>
+
 #include "platform/tarvelon/Metamodel.h"
 #include "platform/tarvelon/validation/Ports.h"
 #include "platform/tarvelon/validation/Rules.h"
@@ -29,14 +32,13 @@ bool isSameFamily(const Instance& left, const Instance& right) {
 
 /// The first element that the required interface has and the provided one has none of that name for.
 const Instance* missingElement(const Instance& provided, const Instance& required) {
+  std::unordered_set<std::u16string_view> given;
+  forEachIn(provided, provided.cls().holdingSlots, [&](const Instance* each, unsigned /*slot*/) {
+    if (isElementOfInterface(*each)) given.insert(nameOf(*each));
+  });
   const Instance* missing = nullptr;
   forEachIn(required, required.cls().holdingSlots, [&](const Instance* wanted, unsigned /*slot*/) {
-    if (missing || !isElementOfInterface(*wanted)) return;
-    bool isThere = false;
-    forEachIn(provided, provided.cls().holdingSlots, [&](const Instance* given, unsigned /*slot*/) {
-      isThere |= isElementOfInterface(*given) && nameOf(*given) == nameOf(*wanted);
-    });
-    if (!isThere) missing = wanted;
+    if (!missing && isElementOfInterface(*wanted) && !given.contains(nameOf(*wanted))) missing = wanted;
   });
   return missing;
 }
@@ -113,7 +115,10 @@ void checkPortInfo(const Instance& object, Findings& findings) {
 void checkAccessDirection(const Instance& object, Findings& findings) {
   const Need need = needOf(object);
   if (need == Need::Nothing) return;
-  forEachIn(object, object.cls().holdingSlots, [&](const Instance* reference, unsigned slot) {
+  // The modes that disable an event come from elsewhere than what raises it.
+  const std::uint64_t aside =
+      isA<behavior::Event>(object) ? bitOf(slotOf<behavior::Event, "DisabledMode">(object)) : 0;
+  forEachIn(object, object.cls().holdingSlots & ~aside, [&](const Instance* reference, unsigned slot) {
     const Instance* port = isA<instance::InstanceRef>(reference) ? portOf(*reference) : nullptr;
     if (!port || (need == Need::Provided ? isProvided(*port) : isRequired(*port))) return;
     const char* wanted = need == Need::Provided ? "provides" : "requires";
@@ -158,8 +163,8 @@ void checkConnectorInterfaces(const Instance& object, Findings& findings) {
     const Instance* outer = get<DelegationConnector, "OuterPort">(object);
     const Instance* inner = portAt(get<DelegationConnector, "InnerPort">(object));
     if (!outer || !inner) return;
-    // The inner port serves the outer one if that provides, else the outer one the inner.
-    if (isProvided(*outer)) {
+    // The inner port serves the outer one where both provide, else the outer one the inner.
+    if (isProvided(*outer) && isProvided(*inner)) {
       requireInterfaces(object, inner, outer, findings);
     } else {
       requireInterfaces(object, outer, inner, findings);

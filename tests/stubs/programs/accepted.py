@@ -147,6 +147,7 @@ def copies(model: K7Q.Model, package: common.Package) -> None:
     assert_type(package.clone(package, property="PackagedElement"), common.Package)
     assert_type(model.clone(), K7Q.Model)
     assert_type(Tarvelon.diff(model.clone(), model).changed, list[Tarvelon.Changed])
+    assert_type([each.path for each in Tarvelon.diff(model.clone(), model)[0:2]], list[str])
     assert_type(package.to_json(indent=None), str)
 
 
