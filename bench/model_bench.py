@@ -1,4 +1,4 @@
-"""The big model built from Python, in each of the ways a script may write it, and what an import costs.
+"""The big model built from Python, in each of the ways a script may write it.
 
 Nanoseconds of processor time an object: the best of some rounds, to which other work on the machine can only add,
 and the median. The interpreter collects its garbage as always; what that costs is shown.

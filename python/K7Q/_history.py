@@ -2,38 +2,19 @@
 
 from __future__ import annotations
 
+import K7Q
 import _tarvelon_host as _host
 from K7Q._methods import method as _method
-from K7Q._tuples import NamedTuple
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
     from collections.abc import Callable
-    from typing import Any
 
-    from K7Q import ClassObject, Model
+    from K7Q import Change, ClassObject, Model
     from typing_extensions import Self
 del TYPE_CHECKING
 
-__all__ = ["Change", "Subscription", "Transaction"]
-
-_MOST = 2**31 - 1  #: changes that a history can be asked to keep
-
-
-class Change(NamedTuple):
-    """One change of one place, as listeners are told of it.
-
-    kind is "set", "added", "removed", "replaced", "moved", "made" or "destroyed"; of the last two there is no
-    property. before and after are values of the property, or elements of it; index counts from 0.
-    """
-
-    kind: str
-    object: ClassObject
-    property: str | None
-    before: Any
-    after: Any
-    index: int  # type: ignore[assignment]  # a tuple's own index() is of no use here
-    index_before: int
+__all__ = ["Subscription", "Transaction"]
 
 
 class Transaction:
@@ -76,7 +57,7 @@ class Subscription:
 
     def __init__(self, model: Model, of: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
         self._model = model
-        self._id = _host.listen(model, of, listener, Change)
+        self._id = _host.listen(model, of, listener, K7Q.Change)
 
     def close(self) -> None:
         """Ends it; a second time is no error."""
@@ -139,8 +120,6 @@ def listen_object(self: ClassObject, listener: Callable[[list[Change]], object],
 
 
 def _set_history(model: Model, limit: int) -> None:
-    if isinstance(limit, int) and limit > _MOST:
-        raise _host.OutOfRange(f"history: expected {_MOST} changes at most, got {limit}")
     _host.setHistory(model, limit)
 
 

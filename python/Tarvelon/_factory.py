@@ -93,7 +93,8 @@ def _method_for(
     name = _name_of(arguments[0])
     package, _, short = name.partition(".")
     is_package = _host.isPackage(f"{_ROOT}.{package}")
-    method = getattr(type(self), _PREFIX + package + short, None) if is_package else None
+    made_by = _PREFIX + package + short
+    method: Callable[..., object] | None = getattr(type(self), made_by, None) if is_package else None
     if method is None:
         if is_package and short in _host.memberNames(f"{_ROOT}.{package}") and short != "MetaPackage":
             raise _unmakeable(_host.member(f"{_ROOT}.{package}", short))
