@@ -1,6 +1,7 @@
 // Runs the benchmarks and prints each figure with its ratio to the baseline of its group, measured in the
 // same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct". With
-// --publishing, what publishing everything takes is measured alone.
+// --publishing, what publishing everything takes is measured alone, with --curve what models of several sizes
+// take.
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -10,6 +11,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "bench/Curve.h"
 #include "bench/Files.h"
 #include "bench/Memory.h"
 #include "bench/Model.h"
@@ -74,6 +76,10 @@ int main(int argc, char** argv) {
     bench::reportPublishing();
     return 0;
   }
+  if (only == "--curve") {
+    bench::reportCurve();
+    return 0;
+  }
   std::vector<char*> arguments(argv, argv + argc);
   std::string repetitions = "--benchmark_repetitions=7";
   std::string warmUp = "--benchmark_min_warmup_time=0.05";
@@ -92,6 +98,7 @@ int main(int argc, char** argv) {
   if (!isSelection) {
     bench::reportMemory();
     bench::reportModel();
+    bench::reportCurve();
     bench::reportPublishing();
     bench::reportValidation();
     bench::reportFiles();
