@@ -39,8 +39,7 @@ double bytesInUse();
 /// Seconds of the processor: what else runs on the machine is not counted.
 double secondsOf(const std::function<void()>& action);
 
-/// Runs the action in a process of its own, which finds no memory that another one has left. False if that
-/// fails.
+/// Runs the action in a process of its own, which leaves nothing behind. False if that fails.
 bool inProcess(const std::function<void()>& action);
 
 }  // namespace bench

@@ -160,7 +160,7 @@ void reportCurve() {
   for (const char* each : kNames) std::printf(" %9s", each);
   std::printf("\n");
   for (const Size& size : kSizes) {
-    // The file takes 120 bytes an object, and while it is written the one before is there as well.
+    // The file takes 150 bytes an object, and while it is written the one before is there as well.
     const auto needed = static_cast<std::uintmax_t>(size.behaviors) * kObjectsOfAComponent * 300;
     if (fs::space(file.parent_path()).available < needed) {
       std::printf("  %9d: left out, %s has less than %ju MB of room\n", size.behaviors * kObjectsOfAComponent,

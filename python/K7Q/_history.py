@@ -27,14 +27,17 @@ class Transaction:
     def __init__(self, model: Model) -> None:
         self._model = model
         self._native = _host.beginTransaction(model)
+        self._has_ended = False
 
     def commit(self) -> None:
         """Ends the transaction and keeps what it did."""
         _host.commit(self._native)
+        self._has_ended = True
 
     def rollback(self) -> None:
         """Ends the transaction and takes back what it did."""
         _host.rollBack(self._native)
+        self._has_ended = True
 
     def __enter__(self) -> Self:
         if not _host.isOpen(self._native):
@@ -43,7 +46,12 @@ class Transaction:
 
     def __exit__(self, kind: object, error: object, traceback: object) -> None:
         if not _host.isOpen(self._native):
-            return  # ended inside, or with its model
+            # Ended inside or with its model, or by someone else, of whom the block knows nothing.
+            if kind is None and not self._has_ended and self._model.isvalid():
+                raise _host.Exception(
+                    "the transaction was taken back with one that was begun before it: nothing of the block is left"
+                )
+            return
         try:
             if kind is None:
                 self.commit()
