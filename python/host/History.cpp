@@ -150,8 +150,8 @@ class PythonListener {
   }
 
  private:
-  /// Someone who interrupts the program means the program: what is raised in a listener for it is raised again
-  /// where the change has returned.
+  /// Someone who interrupts the program means the program: what is raised in a listener for it is raised
+  /// again where the change has returned.
   static bool putOffInterrupt() noexcept {
     if (PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) == 0) return false;
     const auto interrupt = [](void*) {
