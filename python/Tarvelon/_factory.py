@@ -75,7 +75,9 @@ def _create(self: _host.HostObject, /, *arguments: object, **names: object) -> o
             pass
         else:
             return known(self, *arguments[1:])
-    method = _known[type(self), arguments[0]] = _method_for(self, arguments, names)
+    method = _method_for(self, arguments, names)
+    if type(arguments[0]) is str or isinstance(arguments[0], type):
+        _known[type(self), arguments[0]] = method
     return method(self, *arguments[1:])
 
 
