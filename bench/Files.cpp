@@ -2,16 +2,12 @@
 
 #include <algorithm>
 #include <cstdio>
-#include <ctime>
 #include <filesystem>
 #include <fstream>
-#include <malloc.h>
 #include <string>
-#include <sys/wait.h>
 #include <unistd.h>
 
-#include "arplatform/Tables.h"
-#include "foundation/Table.h"
+#include "bench/BigModel.h"
 #include "platform/files/Files.h"
 
 namespace bench {
@@ -19,45 +15,14 @@ namespace bench {
 namespace {
 
 namespace files = Tarvelon::files;
-using namespace Tarvelon::metamodel::arplatform;  // NOLINT(google-build-using-namespace)
 
 constexpr int kBehaviors = 1000;
-constexpr int kRunnables = 100;
-constexpr int kAccesses = 4;
-constexpr int kEvents = 2;
-constexpr double kObjects = kBehaviors * (1.0 + kRunnables * (1 + 2 * kAccesses + kEvents));
-
-/// 24 units, a number at the end.
-std::u16string name(std::string_view kind, int number) {
-  std::string text(kind);
-  std::string digits = std::to_string(number);
-  text.append(24 - text.size() - digits.size(), '_');
-  text += digits;
-  return {text.begin(), text.end()};
-}
-
-void addRunnable(const K7Q::Model& model, const behavior::ApplicationComponentBehavior& owner, int number) {
-  const auto runnable = behavior::Runnable::create(model, name("step", number), name("Step", number));
-  owner.get<"Runnables">().add(runnable);
-  for (int access = 0; access < kAccesses; ++access) {
-    const auto reference = instance::FlowDataPortInstanceRef::create(model);
-    runnable.get<"dataAccess">().add(behavior::FlowDataAccess::create(
-        model, reference, behavior::DataAccessKind::ImplicitRead, name("Access", access)));
-  }
-  for (int event = 0; event < kEvents; ++event) {
-    const auto timing = behavior::TimingEvent::create(model, 0.01, name("Each10ms", event));
-    timing.set<"StartOnEvent">(runnable);
-    owner.get<"Events">().add(timing);
-  }
-}
+constexpr double kObjects = 1.0 * kBehaviors * kObjectsOfABehavior;
 
 K7Q::Model makeBigModel() {
   const auto model = K7Q::Model::create();
-  for (int number = 0; number < kBehaviors; ++number) {
-    const auto owner = behavior::ApplicationComponentBehavior::create(
-        model, behavior::TerminateAndRestartKind{}, name("Behavior", number));
-    for (int runnable = 0; runnable < kRunnables; ++runnable) addRunnable(model, owner, runnable);
-  }
+  const Shared shared = makeShared(model);
+  for (int number = 0; number < kBehaviors; ++number) makeBehavior(model, shared, number);
   return model;
 }
 
@@ -71,30 +36,17 @@ double peak() {
 }
 void resetPeak() { std::ofstream("/proc/self/clear_refs") << "5"; }
 
-double inUse() {
-  const auto info = mallinfo2();
-  return static_cast<double>(info.uordblks + info.hblkhd);
-}
-
-/// Of the processor: what else runs on the machine is not counted.
-template <class Action>
-double secondsOf(Action action) {
-  const std::clock_t begin = std::clock();
-  action();
-  return static_cast<double>(std::clock() - begin) / CLOCKS_PER_SEC;
-}
-
 void print(const char* what, double seconds, double memory, double model) {
   std::printf("  %-24s %9.0f ns an object  %5.2f times the model's %.0f bytes an object\n", what,
               1e9 * seconds / kObjects, memory / model, model / kObjects);
 }
 
 void saving(const std::filesystem::path& path) {
-  const double before = inUse();
+  const double before = bytesInUse();
   resetPeak();
   const double emptyProcess = peak();
   const auto model = makeBigModel();
-  const double size = inUse() - before;
+  const double size = bytesInUse() - before;
   double fastest = 1e9;
   for (int turn = 0; turn < 3; ++turn) {
     // The first turn gives the ids, the others find them.
@@ -108,30 +60,16 @@ void saving(const std::filesystem::path& path) {
 void loading(const std::filesystem::path& path) {
   resetPeak();
   const double emptyProcess = peak();
-  const double before = inUse();
+  const double before = bytesInUse();
   K7Q::Model model;
   double fastest = secondsOf([&] { model = files::load(path).model; });
   const double most = peak() - emptyProcess;
-  const double size = inUse() - before;
+  const double size = bytesInUse() - before;
   for (int turn = 0; turn < 2; ++turn) {
     model = {};
     fastest = std::min(fastest, secondsOf([&] { model = files::load(path).model; }));
   }
   print("loading", fastest, most, size);
-}
-
-template <class Action>
-void inProcess(Action action) {
-  std::fflush(stdout);
-  const pid_t child = ::fork();
-  if (child == 0) {
-    action();
-    std::fflush(stdout);
-    ::_exit(0);
-  }
-  int status = 0;
-  ::waitpid(child, &status, 0);
-  if (status != 0) std::printf("  the process failed with status %d\n", status);
 }
 
 }  // namespace

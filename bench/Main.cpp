@@ -1,15 +1,19 @@
 // Runs the benchmarks and prints each figure with its ratio to the baseline of its group, measured in the
 // same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct". With
-// --publishing, what publishing everything takes is measured alone.
+// --publishing, what publishing everything takes is measured alone, with --curve what models of several sizes
+// take, with --files what files do.
 #include <algorithm>
 #include <cstdio>
 #include <map>
 #include <string>
 #include <string_view>
+#include <unistd.h>
 #include <vector>
 
 #include <benchmark/benchmark.h>
 
+#include "bench/BigModel.h"
+#include "bench/Curve.h"
 #include "bench/Files.h"
 #include "bench/Memory.h"
 #include "bench/Model.h"
@@ -65,13 +69,28 @@ class RatioReporter final : public benchmark::ConsoleReporter {
   std::map<std::string, std::vector<Figure>> mGroups;
 };
 
+/// What can be measured alone.
+struct Part {
+  const char* option;
+  void (*report)();
+};
+constexpr Part kParts[] = {{"--publishing", bench::reportPublishing},
+                           {"--curve", bench::reportCurve},
+                           {"--files", bench::reportFiles}};
+
+/// Runs a part of the whole in a new process: bytes are counted right where none have been freed before.
+void apart(const char* option) {
+  bench::inProcess([option] { ::execl("/proc/self/exe", "tarvelon_bench", option, nullptr); });
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
   const std::string_view only = argc == 2 ? argv[1] : "";
   if (only == bench::kPublishingRound) return bench::publishingRound();
-  if (only == "--publishing") {
-    bench::reportPublishing();
+  for (const Part& part : kParts) {
+    if (only != part.option) continue;
+    part.report();
     return 0;
   }
   std::vector<char*> arguments(argv, argv + argc);
@@ -92,9 +111,10 @@ int main(int argc, char** argv) {
   if (!isSelection) {
     bench::reportMemory();
     bench::reportModel();
+    apart("--curve");
     bench::reportPublishing();
     bench::reportValidation();
-    bench::reportFiles();
+    apart("--files");
   }
   return 0;
 }

@@ -58,6 +58,9 @@ def models() -> list[Model]:
 
 _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
 
+# What is made when it is first asked for, by the module it comes from.
+_later = dict.fromkeys(("Change", "FileProblem", "Mention", "Problem", "Rule"), "K7Q._records")
+
 # What each feature puts on models and objects, and what it shows here.
 for _feature in ("_search", "_history", "_copy", "_files", "_validation"):
     __import__(f"K7Q.{_feature}")
@@ -67,5 +70,5 @@ for _feature in ("_search", "_history", "_copy", "_files", "_validation"):
         _shown.__module__ = __name__  # where people find it
 
 # `from K7Q import *` brings all but Exception, which would hide the built-in of that name.
-_star = [name for name, value in vars().items() if isinstance(value, type) and value is not Exception]
-_Tarvelon._show_package(_modules[__name__], "K7Q", _star)  # type: ignore[attr-defined]
+_star = [*_later, *(name for name, value in vars().items() if isinstance(value, type) and value is not Exception)]
+_Tarvelon._show_package(_modules[__name__], "K7Q", _star, _later)  # type: ignore[attr-defined]

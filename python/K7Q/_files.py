@@ -6,29 +6,18 @@ import os
 import sys
 import time
 
+import K7Q
 import _tarvelon_host as _host
 from K7Q._methods import method as _method
-from K7Q._tuples import NamedTuple
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
     from weakref import WeakKeyDictionary
 
-    from K7Q import ImmutableClassObject, ImmutableModel, Model, _Path, _Progress
+    from K7Q import FileProblem, ImmutableClassObject, ImmutableModel, Model, _Path, _Progress
 del TYPE_CHECKING
 
-__all__ = ["FileError", "FileProblem", "WrongFile"]
-
-
-class FileProblem(NamedTuple):
-    """Something that is wrong with a file: where, both counted from 1, and what."""
-
-    line: int
-    column: int
-    text: str
-
-    def __str__(self) -> str:
-        return f"line {self.line}, column {self.column}: {self.text}"
+__all__ = ["FileError", "WrongFile"]
 
 
 class FileError(_host.Exception, OSError):
@@ -48,7 +37,7 @@ class WrongFile(_host.WrongValue):
     count: int = 0
 
     def _fill(self, problems: list[tuple[int, int, str]], count: int) -> None:
-        self.problems = tuple(FileProblem(*each) for each in problems)
+        self.problems = tuple(K7Q.FileProblem(*each) for each in problems)
         self.count = count
 
 
@@ -177,7 +166,7 @@ def _keep(model: Model, problems: list[tuple[int, int, str]], count: int) -> Non
     more = count - len(problems)
     if more > 0:
         problems = [*problems, (*problems[-1][:2], f"and {more} more problems, which are not shown")]
-    _problems[model] = tuple(FileProblem(*each) for each in problems)
+    _problems[model] = tuple(K7Q.FileProblem(*each) for each in problems)
 
 
 def _problems_of(self: Model) -> tuple[FileProblem, ...]:

@@ -2,38 +2,19 @@
 
 from __future__ import annotations
 
+import K7Q
 import _tarvelon_host as _host
 from K7Q._methods import method as _method
-from K7Q._tuples import NamedTuple
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
     from collections.abc import Callable
-    from typing import Any
 
-    from K7Q import ClassObject, Model
+    from K7Q import Change, ClassObject, Model
     from typing_extensions import Self
 del TYPE_CHECKING
 
-__all__ = ["Change", "Subscription", "Transaction"]
-
-_MOST = 2**31 - 1  #: changes that a history can be asked to keep
-
-
-class Change(NamedTuple):
-    """One change of one place, as listeners are told of it.
-
-    kind is "set", "added", "removed", "replaced", "moved", "made" or "destroyed"; of the last two there is no
-    property. before and after are values of the property, or elements of it; index counts from 0.
-    """
-
-    kind: str
-    object: ClassObject
-    property: str | None
-    before: Any
-    after: Any
-    index: int  # type: ignore[assignment]  # a tuple's own index() is of no use here
-    index_before: int
+__all__ = ["Subscription", "Transaction"]
 
 
 class Transaction:
@@ -46,14 +27,17 @@ class Transaction:
     def __init__(self, model: Model) -> None:
         self._model = model
         self._native = _host.beginTransaction(model)
+        self._has_ended = False
 
     def commit(self) -> None:
         """Ends the transaction and keeps what it did."""
         _host.commit(self._native)
+        self._has_ended = True
 
     def rollback(self) -> None:
         """Ends the transaction and takes back what it did."""
         _host.rollBack(self._native)
+        self._has_ended = True
 
     def __enter__(self) -> Self:
         if not _host.isOpen(self._native):
@@ -62,7 +46,12 @@ class Transaction:
 
     def __exit__(self, kind: object, error: object, traceback: object) -> None:
         if not _host.isOpen(self._native):
-            return  # ended inside, or with its model
+            # Ended inside or with its model, or by someone else, of whom the block knows nothing.
+            if kind is None and not self._has_ended and self._model.isvalid():
+                raise _host.Exception(
+                    "the transaction was taken back with one that was begun before it: nothing of the block is left"
+                )
+            return
         try:
             if kind is None:
                 self.commit()
@@ -76,7 +65,7 @@ class Subscription:
 
     def __init__(self, model: Model, of: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
         self._model = model
-        self._id = _host.listen(model, of, listener, Change)
+        self._id = _host.listen(model, of, listener, K7Q.Change)
 
     def close(self) -> None:
         """Ends it; a second time is no error."""
@@ -139,8 +128,6 @@ def listen_object(self: ClassObject, listener: Callable[[list[Change]], object],
 
 
 def _set_history(model: Model, limit: int) -> None:
-    if isinstance(limit, int) and limit > _MOST:
-        raise _host.OutOfRange(f"history: expected {_MOST} changes at most, got {limit}")
     _host.setHistory(model, limit)
 
 

@@ -2,8 +2,6 @@
 
 from __future__ import annotations
 
-import functools as _functools
-
 import _tarvelon_host as _host
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
@@ -21,7 +19,6 @@ def method(function: _Function, name: str | None = None, *, is_static: bool = Fa
     """
     called = name or function.__name__.lstrip("_")
 
-    @_functools.wraps(function)
     def checked(*arguments: object, **names: object) -> object:
         try:
             return function(*arguments, **names)
@@ -32,7 +29,10 @@ def method(function: _Function, name: str | None = None, *, is_static: bool = Fa
                 raise
         raise refused
 
+    # What functools.wraps does, which is slow to import.
+    checked.__module__, checked.__doc__ = function.__module__, function.__doc__
     checked.__name__ = checked.__qualname__ = called
+    checked.__wrapped__ = function  # type: ignore[attr-defined]
     return checked  # type: ignore[return-value]
 
 

@@ -2,28 +2,18 @@
 
 from __future__ import annotations
 
-from types import MethodType
-
+import K7Q
 import _tarvelon_host as _host
 from K7Q._methods import method as _method
-from K7Q._tuples import NamedTuple
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
     from collections.abc import Callable
-    from typing import Any
 
-    from K7Q import ImmutableClassObject, ImmutableModel, Model
+    from K7Q import ImmutableClassObject, ImmutableModel, Mention, Model
 del TYPE_CHECKING
 
-__all__ = ["Mention"]
-
-
-class Mention(NamedTuple):
-    """One reference to an object: who refers, and by which property."""
-
-    object: Any
-    property: str
+__all__: list[str] = []
 
 
 @_method
@@ -68,7 +58,7 @@ def referrers(self: ImmutableClassObject, /) -> list[Mention]:
 
     The holder is not among them: it is the object's Owner. The cost is that of what is found.
     """
-    return [Mention(*each) for each in _host.referrers(self)]
+    return [K7Q.Mention(*each) for each in _host.referrers(self)]
 
 
 class _Find:
@@ -80,7 +70,8 @@ class _Find:
     def __get__(self, model: Model | None, cls: type) -> Callable[[str], ImmutableModel | ImmutableClassObject | None]:
         if model is None:
             return _host.boundModel
-        return MethodType(find, model)
+        bound: Callable[[str], ImmutableClassObject | None] = find.__get__(model)
+        return bound
 
 
 _host.extend("K7Q.ImmutableModel", {"find": find, "find_all": find_all, "instances": instances, "objects": objects})

@@ -2,58 +2,22 @@
 
 from __future__ import annotations
 
+import K7Q
 import _tarvelon_host as _host
 from K7Q._methods import function as _function
 from K7Q._methods import method as _method
-from K7Q._tuples import NamedTuple
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
     from collections.abc import Callable, Iterator
-    from typing import Any
 
-    from K7Q import ImmutableClassObject, ImmutableModel, _Found, _Object
+    from K7Q import ImmutableClassObject, ImmutableModel, Problem, Rule, _Found, _Object
 del TYPE_CHECKING
 
-__all__ = ["Problem", "Rule", "forget_rule", "rule", "rules"]
+__all__ = ["forget_rule", "rule", "rules"]
 
 _SEVERITIES = ("error", "warning")
-
-
-class Problem(NamedTuple):
-    """One thing that is wrong; `str` of it is a line that says all.
-
-    object    what it is about
-    path      where the object stands: "/Brakes/PedalSensor/Pedal.info[0].comSpec"
-    property  the property's name, "" for the object as a whole
-    rule      the id of the rule: see `K7Q.rules()`
-    severity  "error" or "warning"
-    message   what was expected, what there is, and the cure
-    """
-
-    object: Any
-    path: str
-    property: str
-    rule: str
-    severity: str
-    message: str
-
-    def __str__(self) -> str:
-        place = f"{self.path}.{self.property}" if self.property else self.path
-        return f"{self.severity}: {place}: {self.message} [{self.rule}]"
-
-
-class Rule(NamedTuple):
-    """A rule: its id, the severity of its problems, and what must hold.
-
-    A rule of a script has its function and the name of the class whose objects it is called with.
-    """
-
-    id: str
-    severity: str
-    title: str
-    function: Callable[[Any], _Found] | None = None
-    of: str = ""
+_FAILED = "rule-failed"  #: the rule that is broken by a rule that raises
 
 
 _added: dict[str, Rule] = {}
@@ -61,8 +25,6 @@ _running: list[str] = []  # the rule of a script whose function runs
 
 
 def _class_name(cls: object) -> str:
-    import K7Q  # made by the host, behind this module
-
     if isinstance(cls, type) and issubclass(cls, K7Q.ImmutableClassObject):
         name = cls.__name__.removeprefix("Immutable")
         return f"{cls.__module__}.{name}"
@@ -94,7 +56,7 @@ def rule(
         raise _host.WrongType(f"K7Q.rule, argument 1: expected the rule's id, a text, got {id!r}")
     if severity not in _SEVERITIES:
         raise _host.WrongValue(f"K7Q.rule: expected the severity 'error' or 'warning', got {severity!r}")
-    if id == _FAILED.id or any(each.id == id for each in _library()):
+    if id == _FAILED or any(each.id == id for each in _library()):
         raise _host.WrongValue(f"K7Q.rule: the library has a rule '{id}'; choose another id")
     name = _class_name(of)
 
@@ -103,7 +65,7 @@ def rule(
             raise _host.WrongType(f"K7Q.rule '{id}': expected a function of one object, got {function!r}")
         title = str(getattr(function, "__doc__", None) or getattr(function, "__name__", id)).strip()
         _added.pop(id, None)
-        _added[id] = Rule(id, severity, title.partition("\n")[0], function, name)
+        _added[id] = K7Q.Rule(id, severity, title.partition("\n")[0], function, name)
         return function
 
     return add
@@ -120,14 +82,15 @@ def forget_rule(id: str) -> None:
 @_function
 def rules() -> list[Rule]:
     """A list of all rules: those of the library, then those that scripts have added."""
-    return [*_library(), *_added.values(), _FAILED]
+    return [*_library(), *_added.values(), _failed()]
 
 
 def _library() -> list[Rule]:
-    return [Rule(*each) for each in _host.validationRules()]
+    return [K7Q.Rule(*each) for each in _host.validationRules()]
 
 
-_FAILED = Rule("rule-failed", "error", "a rule of a script runs to its end")
+def _failed() -> Rule:
+    return K7Q.Rule(_FAILED, "error", "a rule of a script runs to its end")
 
 
 def _messages(found: _Found) -> Iterator[tuple[str, str]]:
@@ -157,15 +120,15 @@ def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bo
                 found.append((name, rule, message))
         except Exception as error:
             text = f"the rule '{rule.id}' failed: {type(error).__name__}: {error}; mend its function"
-            found.append(("", _FAILED, text))
+            found.append(("", _failed(), text))
         finally:
             _running.pop()
         for name, by, message in found:
-            yield Problem(element, path, name, by.id, by.severity, message)
+            yield K7Q.Problem(element, path, name, by.id, by.severity, message)
 
 
 def _problems(target: ImmutableClassObject | ImmutableModel, is_model: bool) -> list[Problem]:
-    problems = [Problem(*each) for each in _host.validate(target, is_model)]
+    problems = [K7Q.Problem(*each) for each in _host.validate(target, is_model)]
     # A rule that asks in turn is answered by the library: its own would ask again without end.
     for each in () if _running else tuple(_added.values()):
         problems.extend(_run(each, target, is_model))

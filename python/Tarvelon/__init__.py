@@ -31,7 +31,7 @@ __version__ = _host.version
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
-    from collections.abc import Iterable
+    from collections.abc import Iterable, Mapping
     from importlib.machinery import ModuleSpec
     from types import ModuleType
 del TYPE_CHECKING
@@ -45,7 +45,8 @@ def _member(module_name: str, name: str) -> object:
     try:
         return _host.member(module_name, name)
     except _host.UnknownName as unknown:
-        own = [each for each in vars(sys.modules[module_name]) if not each.startswith("_")]
+        names = vars(sys.modules[module_name])
+        own = [each for each in (*names, *names.get("_later", ())) if not each.startswith("_")]
         near = "" if "did you mean" in str(unknown) or name.startswith("_") else _host.nearest(name, own)
         if not near:
             raise
@@ -54,10 +55,13 @@ def _member(module_name: str, name: str) -> object:
         raise better from None
 
 
-def _show_package(module: ModuleType, name: str, star: Iterable[str] | None = None) -> None:
+def _show_package(
+    module: ModuleType, name: str, star: Iterable[str] | None = None, later: Mapping[str, str] = {}
+) -> None:
     """Makes a module show the host's package of that name: packages, classes and functions as attributes.
 
-    `star` are the module's own names that a star import brings besides; None leaves it to Python.
+    `star` are the module's own names that a star import brings besides; None leaves it to Python. `later` are
+    names that come from other modules, by theirs, which are imported when one of them is first asked for.
     """
 
     def __getattr__(attribute: str) -> object:
@@ -65,6 +69,11 @@ def _show_package(module: ModuleType, name: str, star: Iterable[str] | None = No
             return [*star, *_host.memberNames(name)]
         if attribute.startswith("__"):
             raise AttributeError(f"module '{module.__name__}' has no attribute '{attribute}'")
+        if attribute in later:
+            __import__(later[attribute])
+            value = getattr(sys.modules[later[attribute]], attribute)
+            setattr(module, attribute, value)
+            return value
         full_name = f"{name}.{attribute}"
         if _host.isPackage(full_name):
             __import__(full_name)
@@ -74,7 +83,7 @@ def _show_package(module: ModuleType, name: str, star: Iterable[str] | None = No
         return value
 
     def __dir__() -> list[str]:
-        return sorted({*vars(module), *_host.memberNames(name)})
+        return sorted({*vars(module), *later, *_host.memberNames(name)})
 
     vars(module).update(__getattr__=__getattr__, __dir__=__dir__)
 
@@ -120,9 +129,9 @@ class _PackageFinder:
 sys.meta_path[:] = [each for each in sys.meta_path if getattr(each, "__module__", "") != __name__]
 sys.meta_path.append(_PackageFinder)
 _collections_abc.Sequence.register(_host.Sequence)
-_show_package(sys.modules[__name__], "Tarvelon")
+_later = dict.fromkeys(("Added", "Changed", "Diff", "Moved", "Path", "Removed", "Renamed", "diff"), "Tarvelon._diff")
+_show_package(sys.modules[__name__], "Tarvelon", ["K7Q", *_later], _later)
 
 # What they add to classes must be there before the first of these is used.
 import K7Q  # noqa: E402
 import Tarvelon._factory  # noqa: E402
-from Tarvelon._diff import Added, Changed, Diff, Moved, Path, Removed, Renamed, diff  # noqa: E402, F401

@@ -4,6 +4,11 @@ from __future__ import annotations
 
 import _tarvelon_host as _host
 
+TYPE_CHECKING = False  # an import of typing would take longer than all of this
+if TYPE_CHECKING:
+    from collections.abc import Callable
+del TYPE_CHECKING
+
 _ROOT = "Tarvelon.metamodel.arplatform"
 _PREFIX = "create" + _ROOT.partition(".")[2].replace(".", "")
 
@@ -53,6 +58,9 @@ def _unmakeable(cls: type) -> _host.WrongType:
     raise AssertionError(cls)
 
 
+_known: dict[tuple[type, object], Callable[..., object]] = {}  #: methods found, by factory and what they make
+
+
 def _create(self: _host.HostObject, /, *arguments: object, **names: object) -> object:
     """create(class, ...): a new object of the class, which is given as such or by name.
 
@@ -60,6 +68,23 @@ def _create(self: _host.HostObject, /, *arguments: object, **names: object) -> o
     factory.createmetamodelarplatformcommonPackage("Brakes"). help(Factory) lists the classes with their
     arguments. K7Q.UnknownName for a class that the factory does not make.
     """
+    if arguments and not names:
+        try:
+            known = _known[type(self), arguments[0]]
+        except (KeyError, TypeError):  # the first time, and what no dict can be asked for
+            pass
+        else:
+            return known(self, *arguments[1:])
+    method = _method_for(self, arguments, names)
+    if type(arguments[0]) is str or isinstance(arguments[0], type):
+        _known[type(self), arguments[0]] = method
+    return method(self, *arguments[1:])
+
+
+def _method_for(
+    self: _host.HostObject, arguments: tuple[object, ...], names: dict[str, object]
+) -> Callable[..., object]:
+    """The factory's method for the class that is the first argument, or the error that says why there is none."""
     if not hasattr(type(self), "createNewFactory"):
         given = type(self).__name__
         raise _host.WrongType(f"Factory.create: expected a factory to be called on, got {given}")
@@ -70,12 +95,13 @@ def _create(self: _host.HostObject, /, *arguments: object, **names: object) -> o
     name = _name_of(arguments[0])
     package, _, short = name.partition(".")
     is_package = _host.isPackage(f"{_ROOT}.{package}")
-    method = getattr(type(self), _PREFIX + package + short, None) if is_package else None
+    made_by = _PREFIX + package + short
+    method: Callable[..., object] | None = getattr(type(self), made_by, None) if is_package else None
     if method is None:
         if is_package and short in _host.memberNames(f"{_ROOT}.{package}") and short != "MetaPackage":
             raise _unmakeable(_host.member(f"{_ROOT}.{package}", short))
         raise _refusal(self, name)
-    return method(self, *arguments[1:])
+    return method
 
 
 _create.__name__ = _create.__qualname__ = "create"

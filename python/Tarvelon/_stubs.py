@@ -187,6 +187,8 @@ class Module:
         parts = [split(each["name"])[1] for each in package["packages"]]
         self.imports = {f"from {self.name} import {each} as {each}" for each in parts}
         self.module = importlib.import_module(self.name)
+        for each in getattr(self.module, "_later", ()):
+            getattr(self.module, each)
         self.prelude = list(kernel_lines()) if self.name == "K7Q" else []
         self.prelude += [f"{each}: str\n" for each in ("__version__",) if each in vars(self.module)]
         # What a package shows of modules of its own, as Tarvelon does of _diff.

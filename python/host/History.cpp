@@ -66,10 +66,13 @@ PyObject* setHistory(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_
     if (!PyIndex_Check(arguments[1])) {
       raise(errors().wrongType, "history: expected a whole number, got " + describePython(arguments[1]));
     }
-    const Py_ssize_t limit = PyNumber_AsSsize_t(arguments[1], PyExc_OverflowError);
+    // A number too large for a Py_ssize_t is cut to the largest, which is too long as well.
+    const Py_ssize_t limit = PyNumber_AsSsize_t(arguments[1], nullptr);
     if (limit == -1 && PyErr_Occurred()) throw PythonError();
-    if (limit < 0)
-      raise(errors().outOfRange, "history: expected 0 or more batches, got " + std::to_string(limit));
+    if (limit < 0 || static_cast<std::size_t>(limit) > model::kMostBatches) {
+      raise(errors().outOfRange, "history: expected 0 to " + std::to_string(model::kMostBatches) + ", got " +
+                                     describePython(arguments[1]));
+    }
     model::setHistoryLimit(asked, static_cast<std::size_t>(limit));
     return Py_NewRef(Py_None);
   });
@@ -141,12 +144,24 @@ class PythonListener {
     } catch (...) {
       if (!std::current_exception()) waitForTheEnd();
       translateException();
-      PyErr_WriteUnraisable(mCallable);
+      if (!putOffInterrupt()) PyErr_WriteUnraisable(mCallable);
     }
     PyErr_Restore(type, value, traceback);
   }
 
  private:
+  /// Someone who interrupts the program means the program: what is raised in a listener for it is raised
+  /// again where the change has returned.
+  static bool putOffInterrupt() noexcept {
+    if (PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) == 0) return false;
+    const auto interrupt = [](void*) {
+      PyErr_SetNone(PyExc_KeyboardInterrupt);
+      return -1;
+    };
+    if (Py_AddPendingCall(interrupt, nullptr) < 0) return false;
+    PyErr_Clear();
+    return true;
+  }
   /// The interpreter ends and takes its daemon threads down where they stand. Through the change that is told
   /// of nothing can unwind, so that this thread waits until the process is gone.
   [[noreturn]] static void waitForTheEnd() noexcept {

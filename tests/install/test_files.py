@@ -76,7 +76,16 @@ def test_the_packages_are_there_as_they_stand_in_the_tree_with_their_stubs(prefi
 
     packages = prefix / "lib/python3/dist-packages"
     installed = [name for name in files_below(packages) if not name.startswith("_tarvelon_host.")]
-    assert installed == sorted(expected)
+    assert [name for name in installed if "__pycache__" not in name] == sorted(expected)
+
+
+def test_the_packages_come_with_their_bytecode(prefix, call):
+    packages = prefix / "lib/python3/dist-packages"
+    code = "import sys, Tarvelon; print(sys.modules['K7Q._files'].__loader__, Tarvelon.diff.__code__.co_filename)"
+    log = call("sh", "-c", f"/usr/bin/python3 -v -c \"{code}\" 2>&1", PYTHONPATH=str(packages))
+    read = [line for line in log.splitlines() if "code object from" in line and str(packages) in line]
+    assert read and all(".pyc" in line for line in read), read
+    assert str(packages / "Tarvelon" / "_diff.py") in log
 
 
 def test_documents_and_examples_are_there(prefix):

@@ -190,6 +190,26 @@ def test_create_passes_its_arguments_on(factory):
     assert (base.IsDefault, base.ShortLabel, base.Package) == (True, "default", package)
 
 
+class Name(str):
+    __hash__ = None
+
+
+@pytest.mark.parametrize("cls", ["common.Package", common.Package, Name("common.Package")])
+def test_create_does_the_second_time_what_it_did_the_first_time(model, factory, cls):
+    other = Factory.createNewFactory(K7Q.Model.create())
+    for maker in (factory, other, factory):
+        made = maker.create(cls, "Brakes")
+        assert (type(made), made.Name, made.getModel()) == (common.Package, "Brakes", maker.getModel())
+        with pytest.raises(K7Q.WrongType, match="by position"):
+            maker.create(cls, aName="Brakes")
+        with pytest.raises(K7Q.WrongType, match="there are"):
+            maker.create(cls, 1)
+        with pytest.raises(K7Q.WrongType, match="Factory.create: expected a factory to be called on, got Package"):
+            type(maker).create(made, cls)
+        with pytest.raises(K7Q.Exception):
+            maker.asDeviant(model.frozen()).create(cls, "Brakes")
+
+
 def test_create_takes_a_full_name(factory):
     assert type(factory.create("Tarvelon.metamodel.arplatform.common.Package")) is common.Package
 

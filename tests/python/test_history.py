@@ -37,15 +37,22 @@ def test_a_history_has_a_bound(model, package):
     assert package.Name == "6"
 
 
-@pytest.mark.parametrize("bound, error", [
-    (-1, K7Q.OutOfRange), (1000001, K7Q.OutOfRange), (2**80, (K7Q.OutOfRange, OverflowError)),
-    ("3", TypeError), (1.5, TypeError), (None, TypeError),
+@pytest.mark.parametrize("bound, error, text", [
+    (-1, K7Q.OutOfRange, "0 to 1000000, got int -1"),
+    (1000001, K7Q.OutOfRange, "0 to 1000000, got int 1000001"),
+    (2**80, K7Q.OutOfRange, f"0 to 1000000, got int {2**80}"),
+    (-2**80, K7Q.OutOfRange, f"0 to 1000000, got int {-2**80}"),
+    pytest.param(10**5000, K7Q.OutOfRange, "0 to 1000000, got int of more than 1000 bits", id="huge"),
+    ("3", K7Q.WrongType, "a whole number, got str '3'"),
+    (1.5, K7Q.WrongType, "a whole number, got float 1.5"),
+    (None, K7Q.WrongType, "a whole number, got None"),
 ])
-def test_a_bound_that_is_none_is_refused(model, package, bound, error):
+def test_a_bound_that_is_none_is_refused(model, package, bound, error, text):
     model.history = 2
     package.Name = "x"
-    with pytest.raises(error):
+    with pytest.raises(error) as refused:
         model.history = bound
+    assert str(refused.value) == f"history: expected {text}"
     assert (model.history, model.undoable) == (2, 1)
 
 

@@ -80,6 +80,36 @@ def test_the_import_makes_no_type_and_no_object(python):
     assert counts == "{'types': 0, 'bindings': 0, 'arrays': 0, 'objects': 0}\n"
 
 
+def test_the_import_brings_no_modules_but_its_own(python):
+    code = """
+import sys
+before = {*sys.modules, "__future__"}
+import Tarvelon
+print(sorted({each.partition(".")[0] for each in set(sys.modules) - before}))
+"""
+    assert python(code) == "['K7Q', 'Tarvelon', '_tarvelon_host']\n"
+
+
+def test_what_is_made_when_it_is_first_asked_for_is_there_as_everything_else_is(python):
+    code = """
+import sys, K7Q, Tarvelon
+print({"Change", "Rule"} <= set(dir(K7Q)), {"Diff", "diff"} <= set(dir(Tarvelon)), "K7Q._records" in sys.modules)
+for call in (lambda: K7Q.Mentoin, lambda: Tarvelon.Renmaed):
+    try:
+        call()
+    except AttributeError as error:
+        print(error)
+from K7Q import *
+from Tarvelon import *
+print(Change is K7Q.Change, Change.__module__, diff is Tarvelon.diff, K7Q is sys.modules["K7Q"])
+"""
+    assert python(code).splitlines() == [
+        "True True False",
+        "package 'K7Q' has no package or class 'Mentoin'; did you mean 'Mention'?",
+        "package 'Tarvelon' has no package or class 'Renmaed'; did you mean 'Renamed'?",
+        "True K7Q True True"]
+
+
 def test_only_what_is_touched_gets_a_type(python):
     code = """
 import _tarvelon_host as host

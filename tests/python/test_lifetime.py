@@ -29,6 +29,17 @@ def test_an_object_keeps_its_model_alive():
     common.ReferenceBase(package.getModel(), True, "still open", package)
 
 
+def test_the_collector_has_nothing_to_do_with_a_model(model, package):
+    elements = package.PackagedElement
+    for each in (model, package, elements, elements.begin(), package.isvalid, variant.BindingTimeKind.LinkTime):
+        assert not gc.is_tracked(each)
+    gc.collect()
+    before = [each["collections"] for each in gc.get_stats()]
+    for _ in range(10_000):
+        elements.append(variant.SystemConst(model, "C"))
+    assert [each["collections"] for each in gc.get_stats()] == before
+
+
 def test_a_sequence_and_an_iterator_keep_the_model_alive():
     sequence = variant.PostBuildVariantCondition(K7Q.Model.create()).ValueVariationPoint
     sequence += ["a", "b"]

@@ -2,6 +2,7 @@
 
 import contextlib
 import gc
+import signal
 import sys
 import threading
 import weakref
@@ -92,6 +93,15 @@ def test_what_a_listener_raises_goes_to_the_hook(model, package):
                 1 / 0
     assert package.Name == "x"
     assert [str(each) for each in caught] == ["mine"]
+
+
+def test_an_interrupt_in_a_listener_reaches_the_program(model, package):
+    with unraisable() as caught, model.listen(lambda changes: signal.raise_signal(signal.SIGINT)):
+        with pytest.raises(KeyboardInterrupt):
+            package.Name = "x"
+            for _ in range(1000):
+                pass
+    assert package.Name == "x" and not caught
 
 
 def test_an_error_on_its_way_out_is_not_lost_by_a_listener(model, package, told):

@@ -1,10 +1,13 @@
 """Random editing, compared after each step with a model in plain Python."""
 
 import copy
+import tempfile
+from pathlib import Path
 
 import pytest
 
 import K7Q
+import Tarvelon
 from Tarvelon.metamodel.arplatform import behavior, common, variant
 
 hypothesis = pytest.importorskip("hypothesis")
@@ -95,6 +98,11 @@ class State:
         return above + "/" + each.name if each.name else above
 
 
+def has(*kinds):
+    """Lets a rule run when there are objects of each of the kinds: steps that can do nothing show nothing."""
+    return precondition(lambda self: all(self.state.of(each) for each in kinds))
+
+
 class Editing(RuleBasedStateMachine):
     @initialize()
     def begin(self):
@@ -108,6 +116,12 @@ class Editing(RuleBasedStateMachine):
         self.batches = 0
         self.told = 0
         self.model.listen(self.note)
+        for kind in (*MAKERS, *MAKERS):
+            self.create(kind, "a")
+        for into, element in ((0, 1), (0, 2), (1, 3)):
+            self.move(into, element, 0)
+        self.refer(0, 1)
+        self.start(1, 0, True)
 
     def note(self, changes):
         assert changes
@@ -138,10 +152,9 @@ class Editing(RuleBasedStateMachine):
         keys = self.state.of(*kinds)
         return keys[number % len(keys)] if keys else None
 
+    @precondition(lambda self: len(self.state.objects) < 20)
     @rule(kind=st.sampled_from(sorted(MAKERS)), name=NAMES)
     def create(self, kind, name):
-        if len(self.state.objects) >= 15:
-            return
 
         def edit():
             key = len(self.handles)
@@ -162,11 +175,13 @@ class Editing(RuleBasedStateMachine):
 
         self.change(edit)
 
-    @rule(first=PICK, second=PICK, place=PICK)
-    def move(self, first, second, place):
+    @has("package")
+    @rule(first=PICK, second=PICK, place=PICK, isWithin=st.booleans())
+    def move(self, first, second, place, isWithin=False):
         into, key = self.pick(first, "package"), self.pick(second, "package", "constant")
-        if into is None or key is None:
-            return
+        held = self.state.objects[into].elements
+        if isWithin and held:
+            key = held[second % len(held)]
         elements = self.handles[into].PackagedElement
         place = place % (len(elements) + 1)
         if self.state.holds(key, into):
@@ -184,11 +199,13 @@ class Editing(RuleBasedStateMachine):
 
         self.change(edit)
 
+    @has("package")
     @rule(number=PICK, place=PICK)
     def release(self, number, place):
-        key = self.pick(number, "package")
-        if key is None or not self.state.objects[key].elements:
+        full = [key for key in self.state.of("package") if self.state.objects[key].elements]
+        if not full:
             return
+        key = full[number % len(full)]
         place = place % len(self.state.objects[key].elements)
 
         def edit():
@@ -197,11 +214,10 @@ class Editing(RuleBasedStateMachine):
 
         self.change(edit)
 
+    @has("formula", "constant")
     @rule(first=PICK, second=PICK)
     def refer(self, first, second):
         formula, constant = self.pick(first, "formula"), self.pick(second, "constant")
-        if formula is None or constant is None:
-            return
 
         def edit():
             self.handles[formula].SysConst.append(self.handles[constant])
@@ -228,11 +244,10 @@ class Editing(RuleBasedStateMachine):
 
         self.change(edit)
 
+    @has("event", "runnable")
     @rule(first=PICK, second=PICK, isByEvent=st.booleans())
     def start(self, first, second, isByEvent):
         event, runnable = self.pick(first, "event"), self.pick(second, "runnable")
-        if event is None or runnable is None:
-            return
 
         def edit():
             if isByEvent:
@@ -243,11 +258,10 @@ class Editing(RuleBasedStateMachine):
 
         self.change(edit)
 
+    @has("event")
     @rule(number=PICK)
     def unset(self, number):
         event = self.pick(number, "event")
-        if event is None:
-            return
 
         def edit():
             self.handles[event].StartOnEvent = None
@@ -303,12 +317,47 @@ class Editing(RuleBasedStateMachine):
             self.state = self.past.pop()
 
     @precondition(lambda self: not self.open)
+    @rule(times=st.integers(1, 3))
+    def redo(self, times):
+        """Makes again what was taken back and, if that is nothing, what it takes back itself."""
+        for _ in range(0 if self.future else times):
+            self.undo()
+        for _ in range(times):
+            assert self.model.redo() == bool(self.future)
+            if self.future:
+                self.past.append(self.state)
+                self.state = self.future.pop()
+
+    # Files.
+
+    @precondition(lambda self: not self.open)
     @rule()
-    def redo(self):
-        assert self.model.redo() == bool(self.future)
-        if self.future:
-            self.past.append(self.state)
-            self.state = self.future.pop()
+    def saveAndLoad(self):
+        """From then on the loaded model is edited; it has no history, and its objects stand in the order of the file."""
+        with tempfile.TemporaryDirectory() as folder:
+            file = Path(folder) / "model.xmi"
+            self.model.save(file)
+            loaded = K7Q.Model.load(file)
+        assert not Tarvelon.diff(self.model, loaded)
+        handles = {}
+        roots = self.found(self.model.roots())
+        assert sorted(roots) == sorted(key for key, each in self.state.objects.items() if each.owner is None)
+        self.meet(roots, loaded.roots(), handles)
+        assert len(handles) == len(self.state.objects) == len(loaded.objects())
+        self.state.objects = {key: self.state.objects[key] for key in handles}
+        self.model.close()
+        assert not any(each.isvalid() for each in self.handles.values())
+        self.handles.update(handles)
+        self.model, self.past, self.future = loaded, [], []
+        self.model.history = HISTORY
+        self.model.listen(self.note)
+
+    def meet(self, keys, objects, handles):
+        """Enters the loaded objects under the keys of what was saved, depth first."""
+        for key, each in zip(keys, objects, strict=True):
+            handles[key] = each
+            assert type(each) is type(self.handles[key])
+            self.meet(self.state.objects[key].elements, getattr(each, "PackagedElement", ()), handles)
 
     # What must hold.
 
@@ -373,4 +422,4 @@ class Editing(RuleBasedStateMachine):
 
 
 TestEditing = Editing.TestCase
-TestEditing.settings = settings(max_examples=30, stateful_step_count=60, deadline=None)
+TestEditing.settings = settings(max_examples=40, stateful_step_count=60, deadline=None)

@@ -5,7 +5,6 @@ import threading
 import pytest
 
 import K7Q
-from K7Q import _search
 from Tarvelon.metamodel import foundation
 from Tarvelon.metamodel.arplatform import Factory, behavior, common, variant
 
@@ -190,4 +189,4 @@ def test_threads_may_search_while_others_edit(model, package):
 
 
 def test_a_mention_is_a_named_tuple():
-    assert _search.Mention._fields == ("object", "property")
+    assert K7Q.Mention._fields == ("object", "property")

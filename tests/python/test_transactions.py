@@ -1,6 +1,7 @@
 """Transactions: changes that are made together or not at all."""
 
 import gc
+import threading
 
 import pytest
 
@@ -94,6 +95,46 @@ def test_an_outer_transaction_ends_the_ones_in_it(model, package):
     assert package.Name == "Brakes"
     with pytest.raises(K7Q.Exception, match=ENDED):
         inner.commit()
+
+
+def test_a_block_whose_work_another_one_has_taken_back_says_so(model, package):
+    outer = model.transaction()
+    with pytest.raises(K7Q.Exception, match="taken back with one that was begun before it: nothing of the block is"):
+        with model.transaction():
+            package.Name = "x"
+            outer.rollback()
+    with pytest.raises(ZeroDivisionError):
+        outer = model.transaction()
+        with model.transaction():
+            outer.rollback()
+            1 / 0
+    assert package.Name == "Brakes"
+
+
+def test_a_block_says_so_when_its_work_is_lost_to_another_thread(model, package):
+    isBegun, isOver = threading.Event(), threading.Event()
+    errors = []
+
+    def edit():
+        try:
+            with model.transaction():
+                package.category = "y"
+                isBegun.set()
+                isOver.wait(60)
+        except K7Q.Exception as error:
+            errors.append(str(error))
+
+    thread = threading.Thread(target=edit)
+    with pytest.raises(K7Q.Exception, match="a transaction that was begun later is still open"):
+        with model.transaction():
+            package.Name = "x"
+            thread.start()
+            isBegun.wait(60)
+    isOver.set()
+    thread.join()
+    assert (package.Name, package.category) == ("Brakes", "")
+    assert [each.partition(":")[0] for each in errors] == [
+        "the transaction was taken back with one that was begun before it"]
 
 
 def test_a_block_that_leaves_one_open_takes_all_back_and_says_so(model, package):

@@ -24,8 +24,6 @@ using native::Step;
 
 namespace {
 
-constexpr std::size_t kMostBatches = 1000000;
-
 NativeModel& requireWritable(const K7Q::Model& model) {
   NativeModel& native = NativeModel::require(model);
   K7Q::DeviantAssertions::assertWritable(model.getDeviant(), &native);
@@ -158,7 +156,8 @@ void setHistoryLimit(const K7Q::Model& model, std::size_t limit) {
   NativeModel& native = requireWritable(model);
   requireOutside(native, "change the length of the history");
   if (limit > kMostBatches) {
-    throw K7Q::OutOfRange("the length of a history: expected 0 to 1000000, got " + std::to_string(limit));
+    throw K7Q::OutOfRange("the length of a history: expected 0 to " + std::to_string(kMostBatches) +
+                          ", got " + std::to_string(limit));
   }
   if (limit == 0 && !native.journal()) return;
   native.requireJournal().setLimit(limit);

@@ -44,7 +44,10 @@ class TARVELON_API Transaction {
   std::uint64_t mId = 0;
 };
 
-/// How many batches can be taken back; 0, as it is at first, keeps none and forgets those there are.
+/// The longest history.
+inline constexpr std::size_t kMostBatches = 1000000;
+/// How many batches can be taken back; 0, as it is at first, keeps none and forgets those there are. Raises
+/// K7Q::OutOfRange for more than kMostBatches.
 TARVELON_API void setHistoryLimit(const K7Q::Model& model, std::size_t limit);
 TARVELON_API std::size_t historyLimit(const K7Q::Model& model);
 /// How many batches there are to be taken back, and to be made again.
