@@ -70,8 +70,8 @@ EDITED = [
     ("ownership", 'Name="Types"', 'Name="Types" PackagedElement="{PedalTravel}"',
      "Package.PackagedElement: expected objects as elements, got the text '{PedalTravel}'; "
      "an object has one owner: nest it there", set()),
-    ("multiplicity", 'runInsideExclusiveArea="{TorqueAccess}"',
-     'runInsideExclusiveArea="{TorqueAccess} {TorqueAccess}"',
+    ("multiplicity", 'runInsideExclusiveArea="\n                    {TorqueAccess}\n',
+     'runInsideExclusiveArea="{TorqueAccess} {TorqueAccess}\n',
      "Runnable.runInsideExclusiveArea: an object stands once in it, and twice there is the id '{TorqueAccess}'",
      set()),
     ("unknown-literal", 'activation="OnEntry"', 'activation="OnEntri"',
