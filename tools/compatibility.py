@@ -118,7 +118,8 @@ def python_facts(host, texts):
     """What Python sees besides the records: errors, functions, base types, and what it adds to classes."""
     import K7Q
 
-    facts = {("K7Q", name): "" for name in vars(K7Q) if not name.startswith("_")}
+    # What is made when it is first asked for is in dir() alone.
+    facts = {("K7Q", name): "" for name in {*vars(K7Q), *dir(K7Q)} if not name.startswith("_")}
     for base in (host.HostObject, host.Sequence, host.Iterator, host.Enumeration, host.MetaProperties):
         facts |= {(base.__name__, name): "" for name in vars(base).keys() - {"__doc__"}}
     return facts | dict(error_facts(K7Q)) | dict(added_facts(host, texts))
