@@ -1,6 +1,7 @@
 #include "platform/tarvelon/NameIndex.h"
 
 #include <algorithm>
+#include <array>
 #include <bit>
 #include <cstring>
 #include <unordered_map>
@@ -21,14 +22,20 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-constexpr std::uint32_t kFirstCapacity = 64;
-/// How many entries are looked at for one that is there already.
-constexpr unsigned kLooked = 8;
+/// How many names a bucket is meant for.
+constexpr std::uint64_t kMean = 5;
+/// Buckets that many names share beside the first ones, as a part of these.
+constexpr std::uint64_t kFurther = 4;
+constexpr std::uint64_t kLeast = 16;
+constexpr std::size_t kLine = 64;
+/// How many names of a path are looked up before their objects are looked at.
+constexpr std::size_t kAtOnce = 8;
 /// How many holders without a name may stand above one another before the index is rather built anew.
 constexpr unsigned kDeepest = 64;
 
-std::uint32_t hashOf(const Instance* parent, std::u16string_view name) noexcept {
-  std::uint64_t hash = (parent ? parent->number() + 1ULL : 0ULL) * 0x9E3779B97F4A7C15U;
+/// What stands at the top has no number.
+std::uint64_t hashOf(std::uint64_t parentNumber, std::u16string_view name) noexcept {
+  std::uint64_t hash = (parentNumber + 1) * 0x9E3779B97F4A7C15U;
   const char16_t* unit = name.data();
   std::size_t left = name.size();
   for (; left >= 4; left -= 4, unit += 4) {
@@ -37,12 +44,27 @@ std::uint32_t hashOf(const Instance* parent, std::u16string_view name) noexcept 
     hash = (std::rotl(hash, 23) ^ block) * 0xFF51AFD7ED558CCDU;
   }
   for (; left > 0; --left, ++unit) hash = (std::rotl(hash, 23) ^ *unit) * 0xFF51AFD7ED558CCDU;
-  hash ^= hash >> 32;
-  return static_cast<std::uint32_t>(hash) | 1U;  // 0 says that a place is free
+  hash = (hash ^ hash >> 32) * 0xC4CEB9FE1A85EC53U;
+  return hash ^ hash >> 29;
 }
 
-std::uint32_t homeOf(std::uint32_t hash, std::uint32_t capacity) noexcept {
-  return static_cast<std::uint32_t>((hash * 0x9E3779B97F4A7C15U) >> 32) & (capacity - 1);
+std::uint64_t numberOf(const Instance* parent) noexcept {
+  return parent ? parent->number() : ~std::uint64_t{0};
+}
+
+/// Cuts the first name off a path. `isLast` says that none is left.
+std::u16string_view cutName(std::u16string_view& path, bool& isLast) noexcept {
+  const std::size_t end = path.find(u'/');
+  const std::u16string_view name = path.substr(0, end);
+  isLast = end == std::u16string_view::npos;
+  path.remove_prefix(isLast ? path.size() : end + 1);
+  return name;
+}
+
+void prefetch(const void* first, std::size_t size) noexcept {
+  const auto* bytes = static_cast<const char*>(first);
+  __builtin_prefetch(bytes);
+  __builtin_prefetch(bytes + size - 1);
 }
 
 /// The naming holders of many objects. Where very many without a name stand above one another, some of them
@@ -89,43 +111,74 @@ std::vector<std::pair<unsigned, std::uint32_t>> wayTo(const Instance& object) {
 
 bool standsBefore(const Instance& left, const Instance& right) { return wayTo(left) < wayTo(right); }
 
+bool NameIndex::Bucket::contains(const Entry& entry) const noexcept {
+  return std::any_of(entries, entries + used, [&entry](const Entry& each) {
+    return each.tag == entry.tag && each.number == entry.number;
+  });
+}
+
 NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
   // As if all that can have a name had one, which most do: so nobody has to be looked at twice.
   std::uint64_t names = 0;
   for (const InstanceIndex::ClassList& list : mModel.instances().classes()) {
     if (hasName(*list.cls)) names += list.numbers.size() - list.gaps;
   }
-  // An eighth as many may come before another one is built, and each pays for eight of that.
-  const std::uint64_t capacity = std::max<std::uint64_t>(kFirstCapacity, names + names / 8);
-  if (capacity > std::uint64_t{1} << 31) {
-    throw K7Q::OutOfRange("a model finds at most 1908874353 objects by name; make a second model");
+  const std::uint64_t first = names / kMean + kLeast;
+  allocate(first, first / kFurther);
+  enterAll();
+  if (mIsComplete) return;
+  // Very many stand under one name: a full bucket for each seven of them.
+  allocate(first, 2 * first + names / Bucket::kEntries);
+  enterAll();
+}
+
+void NameIndex::allocate(std::uint64_t first, std::uint64_t further) {
+  if (first + further >= kNone) {
+    throw K7Q::OutOfRange("a model finds at most 17179869184 objects by name; make a second model");
   }
-  mCapacity = static_cast<std::uint32_t>(capacity);
-  mHeadCount = std::bit_floor(mCapacity);
-  mEntries.reset(allocateArray<Entry>(mCapacity));
-  mHeads.reset(allocateArray<std::uint32_t>(mHeadCount));
-  std::fill_n(mHeads.get(), mHeadCount, kNone);
+  mFirstCount = static_cast<std::uint32_t>(first);
+  mCapacity = static_cast<std::uint32_t>(first + further);
+  mUsed = mFirstCount;
+  mIsComplete = true;
+  const std::size_t size = mCapacity * sizeof(Bucket);
+  mStorage.reset();
+  mStorage.reset(allocateArray<std::byte>(size + kLine));
+  void* start = mStorage.get();
+  std::size_t room = size + kLine;
+  mBuckets = static_cast<Bucket*>(std::align(kLine, size, start, room));
+  for (std::uint32_t bucket = 0; bucket < mFirstCount; ++bucket) {
+    mBuckets[bucket].used = 0;
+    mBuckets[bucket].next = kNone;
+  }
+}
+
+void NameIndex::enterAll() noexcept {
   Holders holders;
   mModel.instances().forEach([this, &holders](const Instance& object) {
-    if (object.isAlive() && isNamed(object)) enter(object, holders.of(object));
+    if (mIsComplete && object.isAlive() && isNamed(object)) enter(object, holders.of(object));
   });
 }
 
 void NameIndex::enter(const Instance& object, const Instance* holder) noexcept {
-  const std::uint32_t hash = hashOf(holder, ownName(object));
-  const std::uint32_t number = object.number();
-  std::uint32_t& head = mHeads[homeOf(hash, mHeadCount)];
-  // A few are looked at, not all: very many may have the same name.
-  std::uint32_t place = head;
-  for (unsigned met = 0; place != kNone && met < kLooked; ++met, place = mEntries[place].next) {
-    if (mEntries[place].hash == hash && mEntries[place].number == number) return;
+  const std::uint64_t hash = hashOf(numberOf(holder), ownName(object));
+  const Entry entry{static_cast<std::uint32_t>(hash), object.number()};
+  Bucket& first = bucketOf(hash);
+  if (first.contains(entry)) return;
+  Bucket* bucket = &first;
+  if (first.used == Bucket::kEntries && first.next != kNone) {
+    bucket = &mBuckets[first.next];
+    if (bucket->contains(entry)) return;
   }
-  if (mUsed == mCapacity) {
-    mIsComplete = false;
-    return;
+  if (bucket->used == Bucket::kEntries) {
+    if (mUsed == mCapacity) {
+      mIsComplete = false;
+      return;
+    }
+    bucket = &mBuckets[mUsed];
+    bucket->used = 0;
+    bucket->next = std::exchange(first.next, mUsed++);
   }
-  mEntries[mUsed] = {hash, number, head};
-  head = mUsed++;
+  bucket->entries[bucket->used++] = entry;
 }
 
 /// Enters the nearest named ones below. False if some stand deeper than `depth`.
@@ -162,13 +215,73 @@ void NameIndex::noteOwner(const Instance& object) noexcept {
 
 template <class Visit>
 void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit visit) const {
-  const std::uint32_t hash = hashOf(parent, name);
-  for (std::uint32_t place = mHeads[homeOf(hash, mHeadCount)]; place != kNone; place = mEntries[place].next) {
-    if (mEntries[place].hash != hash) continue;
-    Instance* object = mModel.instances().find(mEntries[place].number);
-    if (!object || !object->isAlive() || ownName(*object) != name || !isNamedBelow(*object, parent)) continue;
-    visit(*object);
+  const std::uint64_t hash = hashOf(numberOf(parent), name);
+  const auto tag = static_cast<std::uint32_t>(hash);
+  for (const Bucket* bucket = &bucketOf(hash); bucket; bucket = behind(*bucket)) {
+    for (std::uint32_t place = 0; place < bucket->used; ++place) {
+      if (bucket->entries[place].tag != tag) continue;
+      Instance* object = mModel.instances().find(bucket->entries[place].number);
+      if (object && object->isAlive() && ownName(*object) == name && isNamedBelow(*object, parent))
+        visit(*object);
+    }
   }
+}
+
+std::uint32_t NameIndex::onlyNumber(std::uint64_t hash) const noexcept {
+  const auto tag = static_cast<std::uint32_t>(hash);
+  std::uint32_t number = kNone;
+  for (const Bucket* bucket = &bucketOf(hash); bucket; bucket = behind(*bucket)) {
+    for (std::uint32_t place = 0; place < bucket->used; ++place) {
+      if (bucket->entries[place].tag != tag) continue;
+      if (number != kNone) return kNone;
+      number = bucket->entries[place].number;
+    }
+  }
+  return number;
+}
+
+/// Whether each object is there and has its name, below the one before. Goes from object to object and not
+/// from one to its name at once: each step waits for memory, and so all wait together.
+bool NameIndex::stand(std::span<const std::u16string_view> names, std::span<Instance* const> objects,
+                      const Instance* parent) const noexcept {
+  std::array<const Word*, kAtOnce> words;
+  for (std::size_t level = 0; level < names.size(); ++level) {
+    const Instance& object = *objects[level];
+    words[level] = object.isAlive() && hasName(object.cls()) ? object.find(object.cls().nameSlot) : nullptr;
+    if (!words[level]) return false;
+    __builtin_prefetch(words[level]);
+  }
+  for (std::size_t level = 0; level < names.size(); ++level) {
+    const auto* text = words[level]->text;
+    if (!text) return false;
+    prefetch(text, sizeof(*text) + names[level].size() * sizeof(char16_t));
+  }
+  for (std::size_t level = 0; level < names.size(); ++level) {
+    if (words[level]->text->view() != names[level] || !isNamedBelow(*objects[level], parent)) return false;
+    parent = objects[level];
+  }
+  return true;
+}
+
+Instance* NameIndex::findPath(std::u16string_view path) const noexcept {
+  const InstanceIndex& instances = mModel.instances();
+  std::array<std::u16string_view, kAtOnce> names;
+  std::array<Instance*, kAtOnce> objects;
+  Instance* parent = nullptr;
+  std::uint64_t number = numberOf(nullptr);
+  for (bool isLast = false; !isLast;) {
+    std::size_t levels = 0;
+    for (; levels < kAtOnce && !isLast; ++levels) {
+      names[levels] = cutName(path, isLast);
+      number = onlyNumber(hashOf(number, names[levels]));
+      objects[levels] = number == kNone ? nullptr : instances.find(static_cast<std::uint32_t>(number));
+      if (!objects[levels]) return nullptr;
+      prefetch(objects[levels], sizeof(Instance));
+    }
+    if (!stand({names.data(), levels}, {objects.data(), levels}, parent)) return nullptr;
+    parent = objects[levels - 1];
+  }
+  return parent;
 }
 
 NameIndex::Only NameIndex::findOnly(const Instance* parent, std::u16string_view name) const noexcept {

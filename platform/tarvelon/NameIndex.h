@@ -1,7 +1,9 @@
 #pragma once
 
+#include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <span>
 #include <string_view>
 #include <vector>
 
@@ -18,7 +20,10 @@ class NativeModel;
 /// nothing need be taken out when an object is renamed, moved or destroyed, and one that comes back to where
 /// it stood finds its entry there. Entries that say nothing any more go with the index, of which a new one is
 /// built when it is full.
-/// Cost:    some 18 bytes a name. Constant time to enter and to find one, however many objects there are.
+/// Cost:    some 16 bytes a name. Constant time to enter and to find one, however many objects there are:
+/// what
+///          there is to wait for is memory, so that a bucket is one line of a cache, and the objects on a
+///          path are fetched together.
 /// Failure: the constructor and find() allocate.
 class NameIndex {
  public:
@@ -41,31 +46,56 @@ class NameIndex {
   };
   /// An object of that name below `parent`, as find() means it; null if there is none. Allocates nothing.
   Only findOnly(const Instance* parent, std::u16string_view name) const noexcept;
+  /// What a path of names leads to from the top, where each of them is a name that stands once: null if one
+  /// does not, or perhaps not. Allocates nothing.
+  Instance* findPath(std::u16string_view path) const noexcept;
   /// The objects of that name below `parent`, null for those that nothing named holds, in owner order.
   std::vector<Instance*> find(const Instance* parent, std::u16string_view name) const;
 
  private:
   struct Entry {
-    std::uint32_t hash;
+    std::uint32_t tag;  ///< a part of the hash
     std::uint32_t number;
-    std::uint32_t next;  ///< of those that share a head
   };
+  /// Entries that share a place; where they are more, the fullest ones stand last.
+  struct alignas(64) Bucket {
+    static constexpr std::uint32_t kEntries = 7;
+    Entry entries[kEntries];
+    std::uint32_t used;
+    std::uint32_t next;
+    bool contains(const Entry& entry) const noexcept;
+  };
+  static_assert(sizeof(Bucket) == 64);
   struct Free {
     void operator()(void* storage) const noexcept { utFree(storage); }
   };
   static constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
+  /// Buckets for that many names, and more for those that share one; empties what there is.
+  void allocate(std::uint64_t names, std::uint64_t further);
+  void enterAll() noexcept;
+  Bucket& bucketOf(std::uint64_t hash) const noexcept {
+    return mBuckets[static_cast<std::uint32_t>((hash >> 32) * mFirstCount >> 32)];
+  }
+  /// The next one of those that share a place, null if there is none.
+  const Bucket* behind(const Bucket& bucket) const noexcept {
+    return bucket.next == kNone ? nullptr : &mBuckets[bucket.next];
+  }
   template <class Visit>
   void forEach(const Instance* parent, std::u16string_view name, Visit visit) const;
+  /// The number of the only entry of that hash, kNone if there is none or another.
+  std::uint32_t onlyNumber(std::uint64_t hash) const noexcept;
+  bool stand(std::span<const std::u16string_view> names, std::span<Instance* const> objects,
+             const Instance* parent) const noexcept;
   /// REQUIRES: the object is named, and `holder` is its naming holder.
   void enter(const Instance& object, const Instance* holder) noexcept;
   bool enterBelow(const Instance& object, unsigned depth) noexcept;
 
   const NativeModel& mModel;
-  /// Nearly as many heads as entries; the newest entry comes first.
-  std::unique_ptr<std::uint32_t[], Free> mHeads;
-  std::unique_ptr<Entry[], Free> mEntries;
-  std::uint32_t mHeadCount = 0;
+  std::unique_ptr<std::byte[], Free> mStorage;
+  /// Those that a hash leads to, then the others.
+  Bucket* mBuckets = nullptr;
+  std::uint32_t mFirstCount = 0;
   std::uint32_t mCapacity = 0;
   std::uint32_t mUsed = 0;
   bool mIsComplete = true;

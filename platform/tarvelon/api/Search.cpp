@@ -103,7 +103,12 @@ std::vector<Instance*> walk(const K7Q::Model& model, std::u16string_view path) {
 }  // namespace
 
 K7Q::ClassObject find(const K7Q::Model& model, std::u16string_view qualifiedName) {
-  if (const auto only = walkUnique(native::NativeModel::require(model).names(), qualifiedName)) {
+  const native::NameIndex& names = native::NativeModel::require(model).names();
+  const bool startsAtTop = qualifiedName.starts_with(u'/');
+  if (const Instance* object = names.findPath(qualifiedName.substr(startsAtTop ? 1 : 0))) {
+    return handleOf(*object, model.getDeviant());
+  }
+  if (const auto only = walkUnique(names, qualifiedName)) {
     return *only ? handleOf(**only, model.getDeviant()) : K7Q::ClassObject();
   }
   const auto found = walk(model, qualifiedName);
