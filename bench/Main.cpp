@@ -1,7 +1,7 @@
 // Runs the benchmarks and prints each figure with its ratio to the baseline of its group, measured in the
 // same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct". With
 // --publishing, what publishing everything takes is measured alone, with --curve what models of several sizes
-// take, with --files what files do.
+// take, with --large what is done with a large one, with --files what files do.
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -76,6 +76,7 @@ struct Part {
 };
 constexpr Part kParts[] = {{"--publishing", bench::reportPublishing},
                            {"--curve", bench::reportCurve},
+                           {"--large", bench::reportModel},
                            {"--files", bench::reportFiles}};
 
 /// Runs a part of the whole in a new process: bytes are counted right where none have been freed before.
@@ -110,7 +111,7 @@ int main(int argc, char** argv) {
   });
   if (!isSelection) {
     bench::reportMemory();
-    bench::reportModel();
+    apart("--large");
     apart("--curve");
     bench::reportPublishing();
     bench::reportValidation();

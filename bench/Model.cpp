@@ -1,6 +1,5 @@
 #include "bench/Model.h"
 
-#include <chrono>
 #include <cstdio>
 #include <string>
 #include <vector>
@@ -14,23 +13,17 @@ namespace bench {
 namespace {
 
 using namespace Tarvelon::metamodel::arplatform;
-using Clock = std::chrono::steady_clock;
-
-double since(Clock::time_point start) {
-  return std::chrono::duration<double, std::nano>(Clock::now() - start).count();
-}
 
 void reportSearch(const K7Q::Model& model, int behaviors) {
   const double before = bytesInUse();
-  auto start = Clock::now();
-  Tarvelon::model::find(model, u"/nothing");
-  std::printf("  first search, which builds the index: %.1f ms, %.1f bytes an object\n", since(start) / 1e6,
+  const double index = secondsOf([&] { Tarvelon::model::find(model, u"/nothing"); });
+  std::printf("  first search, which builds the index: %.1f ms, %.1f bytes an object\n", 1e3 * index,
               (bytesInUse() - before) / (behaviors * kObjectsOfABehavior));
-  start = Clock::now();
-  const auto runnables =
-      Tarvelon::model::instances(model, behavior::Runnable::Interface::sIntrospectiveMethods);
-  std::printf("  instances: %.1f ns each of %zu\n", since(start) / static_cast<double>(runnables.size()),
-              runnables.size());
+  std::size_t found = 0;
+  const double all = secondsOf([&] {
+    found = Tarvelon::model::instances(model, behavior::Runnable::Interface::sIntrospectiveMethods).size();
+  });
+  std::printf("  instances: %.1f ns each of %zu\n", 1e9 * all / static_cast<double>(found), found);
 }
 
 void reportRemoval(const K7Q::Model& model) {
@@ -38,11 +31,12 @@ void reportRemoval(const K7Q::Model& model) {
   auto package = common::Package::create(model, u"Elements");
   auto elements = package.get<"PackagedElement">();
   for (int i = 0; i < kElements; ++i) elements.add(variant::SystemConst::create(model, name("Const", i)));
-  const auto start = Clock::now();
-  auto& sequence = elements.get();
-  while (!sequence.generic_empty(elements.getDeviant())) sequence.generic_erase(elements.getDeviant(), 0);
+  const double seconds = secondsOf([&] {
+    auto& sequence = elements.get();
+    while (!sequence.generic_empty(elements.getDeviant())) sequence.generic_erase(elements.getDeviant(), 0);
+  });
   std::printf("  take the first of 100000 elements out, to the last: %.0f ns each\n",
-              since(start) / kElements);
+              1e9 * seconds / kElements);
 }
 
 void reportLarge() {
@@ -63,9 +57,8 @@ void reportLarge() {
   for (const auto& component : components) vehicle.get<"PackagedElement">().add(component);
   components.clear();
   const int objects = kBehaviors * (kObjectsOfABehavior + 1);
-  const auto start = Clock::now();
-  vehicle.destroy();
-  std::printf("  destroy it by its root: %.0f ns an object\n", since(start) / objects);
+  const double seconds = secondsOf([&] { vehicle.destroy(); });
+  std::printf("  destroy it by its root: %.0f ns an object\n", 1e9 * seconds / objects);
 }
 
 }  // namespace
