@@ -31,30 +31,40 @@ std::string_view attributeOf(std::string_view line, std::string_view name) {
   return value.substr(0, value.find('"'));
 }
 
-/// Pieces of files: namespaces, types, properties as attributes and as elements, literals. One for each line
-/// of the Ecore file.
+/// Pieces of files: namespaces, types, properties as attributes and as elements, objects with one property,
+/// literals. What there is stands in the lines of the Ecore file.
 std::vector<std::string> makeWords() {
   std::vector<std::string> words = {" xmi:id=\"e\"",     " xmi:idref=\"e\"",  " href=\"#e\"",
                                     " xsi:nil=\"true\"", " xmi:type=\"a:B\"", "=\"e r\"",
                                     "=\"true\"",         "=\"-1e-9\""};
   std::istringstream ecore(files::ecoreText());
   std::string prefix;
+  std::string type;
   for (std::string line; std::getline(ecore, line);) {
     const std::string name(attributeOf(line, " name=\""));
     if (line.find("<eSubpackages") != std::string::npos) {
       prefix = name;
       words.push_back(" xmlns:" + name + "=\"" + std::string(attributeOf(line, " nsURI=\"")) + "\"");
     } else if (line.find("<eClassifiers") != std::string::npos) {
-      words.push_back(" xsi:type=\"" + prefix + ":" + name + "\"");
-      words.push_back("<" + prefix + ":" + name + " ");
+      type = prefix + ":" + name;
+      words.push_back(" xsi:type=\"" + type + "\"");
     } else if (line.find("<eStructuralFeatures") != std::string::npos) {
       words.push_back(" " + name + "=\"");
       words.push_back("<" + name + "/>");
+      words.push_back("<" + type + " " + name + "=\"e\"/>");
     } else if (line.find("<eLiterals") != std::string::npos) {
       words.push_back("\"" + name + "\"");
     }
   }
   return words;
+}
+
+/// Where a word may stand: elements behind an element, attributes in front of another, all else anywhere.
+std::size_t placeFor(std::string_view word, std::string_view text, std::size_t start) {
+  const char before = word.front() == '<' ? '>' : ' ';
+  const auto found = text.find(before, start);
+  if (found == std::string_view::npos || word.front() == '=' || word.front() == '"') return start;
+  return word.front() == '<' ? found + 1 : found;
 }
 
 }  // namespace
@@ -69,7 +79,8 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
   if (random() % 4 != 0) return LLVMFuzzerMutate(data, size, room);
   const std::string& word = words[random() % words.size()];
   if (size + word.size() > room) return LLVMFuzzerMutate(data, size, room);
-  const std::size_t place = random() % (size + 1);
+  const std::string_view text(reinterpret_cast<const char*>(data), size);
+  const std::size_t place = placeFor(word, text, random() % (size + 1));
   std::memmove(data + place + word.size(), data + place, size - place);
   std::ranges::copy(word, data + place);
   return size + word.size();
