@@ -7,7 +7,6 @@
 #include <unordered_map>
 #include <utility>
 
-#include "boundary/k7q/Exception.h"
 #include "boundary/k7q/Primitives.h"
 #include "platform/tarvelon/ClassData.h"
 #include "platform/tarvelon/Held.h"
@@ -133,9 +132,7 @@ NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
 }
 
 void NameIndex::allocate(std::uint64_t first, std::uint64_t further) {
-  if (first + further >= kNone) {
-    throw K7Q::OutOfRange("a model finds at most 17179869184 objects by name; make a second model");
-  }
+  // All objects that a model can hold, under one name, take fewer than 2^32 buckets.
   mFirstCount = static_cast<std::uint32_t>(first);
   mCapacity = static_cast<std::uint32_t>(first + further);
   mUsed = mFirstCount;
@@ -152,7 +149,7 @@ void NameIndex::allocate(std::uint64_t first, std::uint64_t further) {
   }
 }
 
-void NameIndex::enterAll() noexcept {
+void NameIndex::enterAll() {
   Holders holders;
   mModel.instances().forEach([this, &holders](const Instance& object) {
     if (mIsComplete && object.isAlive() && isNamed(object)) enter(object, holders.of(object));

@@ -57,7 +57,7 @@ class NameIndex {
     std::uint32_t tag;  ///< a part of the hash
     std::uint32_t number;
   };
-  /// Entries that share a place; where they are more, the fullest ones stand last.
+  /// Entries that share a place; where there are more, the bucket that still has room stands second.
   struct alignas(64) Bucket {
     static constexpr std::uint32_t kEntries = 7;
     Entry entries[kEntries];
@@ -71,9 +71,9 @@ class NameIndex {
   };
   static constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
-  /// Buckets for that many names, and more for those that share one; empties what there is.
-  void allocate(std::uint64_t names, std::uint64_t further);
-  void enterAll() noexcept;
+  /// So many empty buckets that a hash leads to, and further ones behind those that are full.
+  void allocate(std::uint64_t first, std::uint64_t further);
+  void enterAll();
   Bucket& bucketOf(std::uint64_t hash) const noexcept {
     return mBuckets[static_cast<std::uint32_t>((hash >> 32) * mFirstCount >> 32)];
   }

@@ -82,7 +82,8 @@ void NativeModel::dropIdleJournal() noexcept {
 }
 
 const NameIndex& NativeModel::names() {
-  if (!mNames || !mNames->isComplete()) mNames = std::make_unique<NameIndex>(*this);
+  if (mNames && !mNames->isComplete()) mNames.reset();
+  if (!mNames) mNames = std::make_unique<NameIndex>(*this);
   return *mNames;
 }
 

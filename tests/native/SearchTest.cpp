@@ -1,5 +1,6 @@
 // Finding objects by name, by class and by who refers to them.
 
+#include <new>
 #include <vector>
 
 #include "boundary/ut/Memory.h"
@@ -7,6 +8,7 @@
 #include "platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
+#include "tests/support/FailingNew.h"
 
 namespace {
 
@@ -78,6 +80,25 @@ TEST_F(Find, PassesOverAnyNumberOfThem) {
   }
   named.set<"Name">(u"B");
   EXPECT_TRUE(finds(u"/B/cx", leaves[1]));
+}
+
+TEST_F(Find, FailsWithoutMemoryAndDoesItsWorkWithIt) {
+  auto above = package(u"A");
+  for (int i = 0; i < 1000; ++i) above = put(above, common::Package::create(mModel));
+  const auto leaf = put(above, constant(u"C"));
+  unsigned long failures = 0;
+  for (bool hasFailed = true; hasFailed; failures += hasFailed ? 1 : 0) {
+    hasFailed = false;
+    failing::gCountdown = failures + 1;
+    try {
+      EXPECT_TRUE(finds(u"/A/C", leaf));
+    } catch (const std::bad_alloc&) {
+      hasFailed = true;
+    }
+    failing::gCountdown = 0;
+  }
+  // The index, and what is remembered of the way up from the leaf.
+  EXPECT_GT(failures, 4U);
 }
 
 TEST_F(Find, FollowsAHolderThatGetsANameOrLosesIt) {
