@@ -20,7 +20,7 @@ constexpr int kBehaviors = 1000;
 constexpr double kObjects = 1.0 * kBehaviors * kObjectsOfABehavior;
 
 K7Q::Model makeBigModel() {
-  const auto model = K7Q::Model::create();
+  auto model = K7Q::Model::create();
   const Shared shared = makeShared(model);
   for (int number = 0; number < kBehaviors; ++number) makeBehavior(model, shared, number);
   return model;

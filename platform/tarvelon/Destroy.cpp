@@ -35,13 +35,13 @@ void chainUp(Instance& root) noexcept {
   }
 }
 
-/// Takes a dying object out of a list of references. One that stands far inside takes all that are dying
-/// along: so a tree is destroyed in one pass over each list, however many of its objects stand in it and in
-/// whatever order.
-void leaveList(Instance& referring, unsigned slot, const Instance& object) noexcept {
+/// Takes a dying object out of a list of references. One of many that stands far inside takes all that are
+/// dying along: so a tree is destroyed in one pass over each list, however many of its objects stand in it
+/// and in whatever order.
+void leaveList(Instance& referring, unsigned slot, const Instance& object, bool isOneOfMany) noexcept {
   constexpr std::uint32_t kNear = 32;
   WordList& list = *listOf(referring, slot);
-  const std::uint32_t place = list.findNearEnds(&object, kNear);
+  const std::uint32_t place = isOneOfMany ? list.findNearEnds(&object, kNear) : list.find(&object);
   if (place != WordList::kNotFound) {
     list.erase(place, 1);
     list.shrink();
@@ -55,13 +55,13 @@ void leaveList(Instance& referring, unsigned slot, const Instance& object) noexc
 }
 
 /// Empties every place that refers to a dying object, all of which are outside by now.
-void leaveReferrers(Instance& object) noexcept {
+void leaveReferrers(Instance& object, bool isOneOfMany) noexcept {
   Word* word = object.find(Instance::kReferrerSlot);
   if (!word) return;
-  Referrers(word->bits).forEach([&object](Referrer referrer) {
+  Referrers(word->bits).forEach([&object, isOneOfMany](Referrer referrer) {
     Instance& referring = object.model().instance(referrer.instance);
     if ((referring.cls().listSlots >> referrer.slot & 1) != 0) {
-      leaveList(referring, referrer.slot, object);
+      leaveList(referring, referrer.slot, object, isOneOfMany);
     } else {
       referring.remove(referrer.slot);
     }
@@ -180,10 +180,11 @@ void destroyTree(Instance& root) {
   }
   leaveOwner(root);
   chainUp(root);
+  const bool areMany = root.nextDying() != nullptr;
   ++K7Q::mi::gDestructions;
   for (Instance* object = &root; object;) {
     Instance* next = object->nextDying();
-    leaveReferrers(*object);
+    leaveReferrers(*object, areMany);
     model.expire(*object);
     object = next;
   }

@@ -288,6 +288,10 @@ void Batch::endDelay() noexcept {
   model->dropIdleJournal();
 }
 
+void Batch::forget(const NativeModel& model) noexcept {
+  if (tDelayed == &model) tDelayed = nullptr;
+}
+
 Batch::Batch(NativeModel& model) : mModel(model), mJournal(model.journal()) {
   if (!mJournal) return;
   mJournal->requireQuiet();

@@ -137,6 +137,8 @@ class Batch {
   /// From now on the outermost batch on this thread that is noted lasts until endDelay().
   static void delay() noexcept;
   static void endDelay() noexcept;
+  /// The model and its journal go: no batch of it is left to end.
+  static void forget(const NativeModel& model) noexcept;
   /// Makes room for that many steps.
   void reserve(std::size_t steps) {
     if (mJournal) mJournal->reserve(steps);

@@ -93,22 +93,52 @@ class Holders {
   std::vector<const Instance*> mPassed;
 };
 
-/// The way from the root: slots and places in them.
-std::vector<std::pair<unsigned, std::uint32_t>> wayTo(const Instance& object) {
-  std::vector<std::pair<unsigned, std::uint32_t>> way;
-  const Instance* each = &object;
-  for (const Instance* owner = each->owner(); owner; each = owner, owner = each->owner()) {
-    const unsigned slot = each->ownerSlot();
-    way.emplace_back(slot, isList(*owner, slot) ? listOf(*owner, slot)->find(each) : 0U);
-  }
-  way.emplace_back(0U, each->number());
-  std::ranges::reverse(way);
-  return way;
+std::size_t depthOf(const Instance& object) noexcept {
+  std::size_t depth = 0;
+  for (const Instance* owner = object.owner(); owner; owner = owner->owner()) ++depth;
+  return depth;
 }
 
-}  // namespace
+/// Compares where objects stand in a walk from the root: by slots, then by places in them. The places in a
+/// long list are looked for once for all that stand in it.
+class OwnerOrder {
+ public:
+  bool isBefore(const Instance& left, const Instance& right) {
+    const Instance* one = &left;
+    const Instance* other = &right;
+    if (one->owner() != other->owner()) {
+      const std::size_t depth = depthOf(left);
+      const std::size_t otherDepth = depthOf(right);
+      for (std::size_t each = otherDepth; each < depth; ++each) one = one->owner();
+      for (std::size_t each = depth; each < otherDepth; ++each) other = other->owner();
+      // What holds the other stands before it.
+      if (one == other) return depth < otherDepth;
+      for (; one->owner() != other->owner(); other = other->owner()) one = one->owner();
+    }
+    return stepTo(*one) < stepTo(*other);
+  }
 
-bool standsBefore(const Instance& left, const Instance& right) { return wayTo(left) < wayTo(right); }
+ private:
+  std::pair<unsigned, std::uint32_t> stepTo(const Instance& object) {
+    const Instance* owner = object.owner();
+    if (!owner) return {0U, object.number()};
+    const unsigned slot = object.ownerSlot();
+    return {slot, isList(*owner, slot) ? placeIn(*listOf(*owner, slot), object) : 0U};
+  }
+
+  std::uint32_t placeIn(const WordList& list, const Instance& object) {
+    constexpr std::uint32_t kShort = 64;
+    if (list.size() <= kShort) return list.find(&object);
+    const auto known = mPlaces.find(&object);
+    if (known != mPlaces.end()) return known->second;
+    for (std::uint32_t place = 0; place < list.size(); ++place) mPlaces.emplace(list.at(place).object, place);
+    return mPlaces.at(&object);
+  }
+
+  std::unordered_map<const Instance*, std::uint32_t> mPlaces;
+};
+
+}  // namespace
 
 bool NameIndex::Bucket::contains(const Entry& entry) const noexcept {
   return std::any_of(entries, entries + used, [&entry](const Entry& each) {
@@ -297,8 +327,9 @@ std::vector<Instance*> NameIndex::find(const Instance* parent, std::u16string_vi
   // One that had the name before stands there twice.
   std::ranges::sort(found);
   found.erase(std::unique(found.begin(), found.end()), found.end());
-  std::ranges::sort(found,
-                    [](const Instance* left, const Instance* right) { return standsBefore(*left, *right); });
+  OwnerOrder order;
+  std::ranges::sort(
+      found, [&order](const Instance* left, const Instance* right) { return order.isBefore(*left, *right); });
   return found;
 }
 

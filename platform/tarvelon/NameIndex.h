@@ -20,10 +20,10 @@ class NativeModel;
 /// nothing need be taken out when an object is renamed, moved or destroyed, and one that comes back to where
 /// it stood finds its entry there. Entries that say nothing any more go with the index, of which a new one is
 /// built when it is full.
-/// Cost:    some 16 bytes a name. Constant time to enter and to find one, however many objects there are:
-/// what
-///          there is to wait for is memory, so that a bucket is one line of a cache, and the objects on a
-///          path are fetched together.
+/// Cost:    some 16 bytes a name. Constant time to enter and to find one, however many objects there are.
+/// What
+///          takes time is to wait for memory: so a bucket is one line of a cache, and the objects on a path
+///          are fetched together.
 /// Failure: the constructor and find() allocate.
 class NameIndex {
  public:
@@ -100,9 +100,5 @@ class NameIndex {
   std::uint32_t mUsed = 0;
   bool mIsComplete = true;
 };
-
-/// Whether one stands before the other in the order of a walk from the root: by slots, then by places in
-/// them.
-bool standsBefore(const Instance& left, const Instance& right);
 
 }  // namespace Tarvelon::metamodel::native

@@ -26,6 +26,7 @@ NativeModel& NativeModel::require(const K7Q::Model& model) {
 
 // Nothing outside holds the model or an object of it any more.
 NativeModel::~NativeModel() {
+  Batch::forget(*this);
   mJournal.reset();
   expireAll();
 }
@@ -61,6 +62,7 @@ void NativeModel::close() {
   const K7Q::Model keep(this, K7Q::Deviant{});
   mIsClosed = true;
   K7Q::ModelCache::instance().unbind(this);
+  Batch::forget(*this);
   // What it has buried goes with it, which the objects must still be there for.
   mJournal.reset();
   expireAll();

@@ -279,3 +279,26 @@ TEST_F(Listeners, MayChangeTheModelWhenTheyAreFreed) {
   mModel.getModelInterface()->close();
   api::unlisten(mModel, id);
 }
+
+TEST_F(Listeners, AreToldLaterWhileThatIsPutOff) {
+  listen();
+  {
+    const api::DelayedTelling delayed;
+    mPackage.set<"category">(u"x");
+    EXPECT_TRUE(mBatches.empty());
+  }
+  EXPECT_EQ(kindsOf(0), std::vector{Kind::Set});
+}
+
+TEST_F(Listeners, OfAModelThatIsClosedWhileThatIsPutOffAreNotTold) {
+  listen();
+  {
+    const api::DelayedTelling delayed;
+    mPackage.set<"category">(u"x");
+    mModel.close();
+  }
+  EXPECT_TRUE(mBatches.empty());
+  const auto other = K7Q::Model::create();
+  common::Package::create(other, u"Q");
+  EXPECT_EQ(api::objects(other).size(), 1U);
+}

@@ -82,6 +82,22 @@ TEST_F(Find, PassesOverAnyNumberOfThem) {
   EXPECT_TRUE(finds(u"/B/cx", leaves[1]));
 }
 
+TEST_F(Find, PutsManyOfOneNameInOrder) {
+  constexpr std::size_t kMany = 50000;
+  const auto left = package(u"L");
+  const auto right = package(u"L");
+  std::vector<K7Q::ClassObject> all;
+  for (std::size_t i = 0; i < kMany; ++i) all.push_back(put(left, constant(u"C")));
+  put(right, constant(u"B"));
+  all.push_back(put(right, constant(u"C")));
+  // Made last and standing first.
+  const auto first = constant(u"C");
+  Access<foundation::Package>(left, "PackagedElement").sequence().get().generic_push_front({}, refOf(first));
+  all.insert(all.begin(), first);
+  EXPECT_TRUE(api::findAll(mModel, u"/L/C") == all);
+  EXPECT_TRUE(finds(u"/L/C", first));
+}
+
 TEST_F(Find, FailsWithoutMemoryAndDoesItsWorkWithIt) {
   auto above = package(u"A");
   for (int i = 0; i < 1000; ++i) above = put(above, common::Package::create(mModel));

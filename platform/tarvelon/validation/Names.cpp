@@ -1,6 +1,7 @@
 // Short names, and namespaces: what one path can mean.
 
 #include <algorithm>
+#include <compare>
 #include <utility>
 #include <vector>
 
@@ -90,7 +91,7 @@ void reportEqual(Findings& findings) {
   sortBy(findings, [](const auto& left, const auto& right) {
     if (left.hash != right.hash) return left.hash < right.hash;
     const auto order = nameOf(*left.object) <=> nameOf(*right.object);
-    return order != 0 ? order < 0 : left.order < right.order;
+    return std::is_eq(order) ? left.order < right.order : std::is_lt(order);
   });
   std::vector<std::pair<Findings::Named, const Instance*>> clashes;
   const Findings::Named* first = nullptr;
