@@ -393,6 +393,7 @@ TEST_F(Instances, StandClassByClassInTheOrderOfTheirMaking) {
 
 TEST_F(Instances, KeepTheirOrderWhenGapsAreClosed) {
   std::vector<variant::SystemConst> all;
+  all.reserve(300);
   for (int i = 0; i < 300; ++i) all.push_back(constant(u"c"));
   std::vector<K7Q::ClassObject> left;
   for (std::size_t i = 0; i < all.size(); ++i) {
