@@ -60,7 +60,7 @@ void leaveReferrers(Instance& object, bool isOneOfMany) noexcept {
   if (!word) return;
   Referrers(word->bits).forEach([&object, isOneOfMany](Referrer referrer) {
     Instance& referring = object.model().instance(referrer.instance);
-    if ((referring.cls().listSlots >> referrer.slot & 1) != 0) {
+    if (isList(referring, referrer.slot)) {
       leaveList(referring, referrer.slot, object, isOneOfMany);
     } else {
       referring.remove(referrer.slot);
@@ -115,7 +115,7 @@ void leavePlace(std::span<const Mention> mentions) noexcept {
   constexpr std::size_t kFew = 32;
   const Mention& first = mentions[0];
   Instance& object = *first.object;
-  if ((object.cls().listSlots >> first.slot & 1) == 0) {
+  if (!isList(object, first.slot)) {
     make(valueStep(object, first.slot, false, {}));
     return;
   }

@@ -311,15 +311,6 @@ Instance* NameIndex::findPath(std::u16string_view path) const noexcept {
   return parent;
 }
 
-NameIndex::Only NameIndex::findOnly(const Instance* parent, std::u16string_view name) const noexcept {
-  Only only{nullptr, true};
-  forEach(parent, name, [&only](Instance& object) {
-    only.isOnly = only.isOnly && (!only.object || only.object == &object);
-    only.object = &object;
-  });
-  return only;
-}
-
 std::vector<Instance*> NameIndex::find(const Instance* parent, std::u16string_view name) const {
   std::vector<Instance*> found;
   forEach(parent, name, [&found](Instance& object) { found.push_back(&object); });

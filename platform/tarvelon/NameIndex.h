@@ -39,13 +39,6 @@ class NameIndex {
   /// False when there was no room for a name, or too much to note: then an index is to be built anew.
   bool isComplete() const noexcept { return mIsComplete; }
 
-  /// One object, and whether there is no other.
-  struct Only {
-    Instance* object;
-    bool isOnly;
-  };
-  /// An object of that name below `parent`, as find() means it; null if there is none. Allocates nothing.
-  Only findOnly(const Instance* parent, std::u16string_view name) const noexcept;
   /// What a path of names leads to from the top, where each of them is a name that stands once: null if one
   /// does not, or perhaps not. Allocates nothing.
   Instance* findPath(std::u16string_view path) const noexcept;

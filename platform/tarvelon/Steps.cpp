@@ -13,7 +13,7 @@ namespace Tarvelon::metamodel::native {
 namespace {
 
 void tie(Instance& object, unsigned slot, Instance& element) noexcept {
-  if ((object.cls().holdingSlots & bitOf(slot)) != 0) {
+  if (holds(object, slot)) {
     element.setOwner(&object, slot);
     object.model().noteOwnership(object);
     object.model().noteNamesOf(element);
@@ -23,7 +23,7 @@ void tie(Instance& object, unsigned slot, Instance& element) noexcept {
 }
 
 void untie(Instance& object, unsigned slot, Instance& element, bool keepsRoom) noexcept {
-  if ((object.cls().holdingSlots & bitOf(slot)) != 0) {
+  if (holds(object, slot)) {
     element.setOwner(nullptr, 0);
     object.model().noteOwnership(object);
     object.model().noteNamesOf(element);

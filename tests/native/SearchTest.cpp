@@ -292,6 +292,7 @@ TEST_F(Find, BringsBackATreeThatWasDestroyed) {
   const auto above = package(u"A");
   const auto leaf = put(above, constant(u"C"));
   above.destroy();
+  // An index that is built while they are gone.
   ASSERT_TRUE(findsNothing(u"/A/C"));
   api::undo(mModel);
   EXPECT_TRUE(finds(u"/A/C", leaf));
@@ -312,16 +313,6 @@ TEST_F(Find, KeepsItsIndexWhenAChangeIsTakenBack) {
   utFailAllocation(1);
   EXPECT_TRUE(finds(u"/A/C", leaf));
   utFailAllocation(0);
-}
-
-TEST_F(Find, KnowsWhatComesBackThoughItsIndexWasBuiltMeanwhile) {
-  api::setHistoryLimit(mModel, 5);
-  const auto above = package(u"A");
-  const auto leaf = put(above, constant(u"C"));
-  above.destroy();
-  ASSERT_TRUE(findsNothing(u"/A/C"));
-  api::undo(mModel);
-  EXPECT_TRUE(finds(u"/A/C", leaf));
 }
 
 TEST_F(Find, GoesDownATreeOfAnyDepth) {

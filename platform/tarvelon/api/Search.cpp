@@ -1,7 +1,6 @@
 #include "platform/tarvelon/api/Search.h"
 
 #include <algorithm>
-#include <optional>
 #include <unordered_map>
 
 #include "platform/tarvelon/ClassData.h"
@@ -50,11 +49,16 @@ const Registration& registration() {
   return all;
 }
 
+/// The path without the slash in front, which may be left out.
+std::u16string_view fromTop(std::u16string_view path) noexcept {
+  return path.substr(path.starts_with(u'/') ? 1 : 0);
+}
+
 /// Walks down the names.
 class Walk {
  public:
   Walk(const native::NameIndex& names, std::u16string_view path) : mNames(names) {
-    if (path.starts_with(u'/')) path.remove_prefix(1);
+    path = fromTop(path);
     while (true) {
       const std::size_t end = path.find(u'/');
       mSegments.push_back(path.substr(0, end));
@@ -82,20 +86,6 @@ class Walk {
   std::vector<std::u16string_view> mSegments;
 };
 
-/// The same where each name stands once, without an allocation; nothing where one stands more often.
-std::optional<Instance*> walkUnique(const native::NameIndex& names, std::u16string_view path) noexcept {
-  if (path.starts_with(u'/')) path.remove_prefix(1);
-  Instance* object = nullptr;
-  while (true) {
-    const std::size_t end = path.find(u'/');
-    const auto only = names.findOnly(object, path.substr(0, end));
-    if (!only.isOnly) return {};
-    object = only.object;
-    if (!object || end == std::u16string_view::npos) return object;
-    path.remove_prefix(end + 1);
-  }
-}
-
 std::vector<Instance*> walk(const K7Q::Model& model, std::u16string_view path) {
   return Walk(native::NativeModel::require(model).names(), path).run();
 }
@@ -103,13 +93,8 @@ std::vector<Instance*> walk(const K7Q::Model& model, std::u16string_view path) {
 }  // namespace
 
 K7Q::ClassObject find(const K7Q::Model& model, std::u16string_view qualifiedName) {
-  const native::NameIndex& names = native::NativeModel::require(model).names();
-  const bool startsAtTop = qualifiedName.starts_with(u'/');
-  if (const Instance* object = names.findPath(qualifiedName.substr(startsAtTop ? 1 : 0))) {
+  if (const Instance* object = native::NativeModel::require(model).names().findPath(fromTop(qualifiedName))) {
     return handleOf(*object, model.getDeviant());
-  }
-  if (const auto only = walkUnique(names, qualifiedName)) {
-    return *only ? handleOf(**only, model.getDeviant()) : K7Q::ClassObject();
   }
   const auto found = walk(model, qualifiedName);
   return found.empty() ? K7Q::ClassObject() : handleOf(*found[0], model.getDeviant());
