@@ -43,6 +43,25 @@ behavior::ApplicationComponentBehavior makeBehavior(const K7Q::Model& model, con
   return result;
 }
 
+std::vector<component::AtomicComponent> makeComponents(const K7Q::Model& model, int count) {
+  const Shared shared = makeShared(model);
+  std::vector<component::AtomicComponent> components;
+  for (int i = 0; i < count; ++i) {
+    auto component = component::AtomicComponent::create(model);
+    component.set<"Name">(name("Component", i));
+    component.set<"Behavior">(makeBehavior(model, shared, i));
+    components.push_back(component);
+  }
+  return components;
+}
+
+double destroyByRoot(const K7Q::Model& model, std::vector<component::AtomicComponent>& components) {
+  auto vehicle = common::Package::create(model, u"Vehicle");
+  for (const auto& component : components) vehicle.get<"PackagedElement">().add(component);
+  components.clear();
+  return secondsOf([&] { vehicle.destroy(); });
+}
+
 double bytesInUse() {
   const auto info = mallinfo2();
   return static_cast<double>(info.uordblks + info.hblkhd);

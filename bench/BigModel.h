@@ -3,6 +3,7 @@
 #include <functional>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include "arplatform/Tables.h"
 #include "foundation/Table.h"
@@ -32,6 +33,14 @@ Shared makeShared(const K7Q::Model& model);
 Tarvelon::metamodel::arplatform::behavior::ApplicationComponentBehavior makeBehavior(const K7Q::Model& model,
                                                                                      const Shared& shared,
                                                                                      int number);
+
+/// So many components without an owner, each with its behavior.
+std::vector<Tarvelon::metamodel::arplatform::component::AtomicComponent> makeComponents(
+    const K7Q::Model& model, int count);
+
+/// Puts the components into one package and destroys that. In seconds.
+double destroyByRoot(const K7Q::Model& model,
+                     std::vector<Tarvelon::metamodel::arplatform::component::AtomicComponent>& components);
 
 /// What the allocator has given out, by its own count.
 double bytesInUse();

@@ -45,19 +45,6 @@ constexpr const char* kNames[kColumns] = {"build", "bytes",   "find", "scattered
 constexpr long kNoNeighbour = 7919;
 using Figures = std::array<double, kColumns>;
 
-/// The components of a model, each with its behavior.
-std::vector<component::AtomicComponent> build(const K7Q::Model& model, int behaviors) {
-  const Shared shared = makeShared(model);
-  std::vector<component::AtomicComponent> components;
-  for (int i = 0; i < behaviors; ++i) {
-    auto component = component::AtomicComponent::create(model);
-    component.set<"Name">(name("Component", i));
-    component.set<"Behavior">(makeBehavior(model, shared, i));
-    components.push_back(component);
-  }
-  return components;
-}
-
 /// A hundred thousand paths of four names, those of each step-th access.
 std::vector<std::u16string> paths(int behaviors, long step) {
   const long accesses = long{behaviors} * kRunnables * kAccesses;
@@ -84,20 +71,13 @@ double findOne(const K7Q::Model& model, int behaviors, long step) {
   return seconds / static_cast<double>(wanted.size());
 }
 
-double destroyByRoot(const K7Q::Model& model, std::vector<component::AtomicComponent>& components) {
-  auto vehicle = common::Package::create(model, u"Vehicle");
-  for (const auto& component : components) vehicle.get<"PackagedElement">().add(component);
-  components.clear();
-  return secondsOf([&] { vehicle.destroy(); });
-}
-
 Figures measure(int behaviors, const std::filesystem::path& file) {
   const double objects = static_cast<double>(behaviors) * kObjectsOfAComponent;
   Figures figures{};
   const double before = bytesInUse();
   auto model = K7Q::Model::create();
   std::vector<component::AtomicComponent> components;
-  figures[kBuild] = secondsOf([&] { components = build(model, behaviors); }) / objects;
+  figures[kBuild] = secondsOf([&] { components = makeComponents(model, behaviors); }) / objects;
   const double text = 2.0 * kUnits * (1 + kTextsOfABehavior) * behaviors;
   figures[kBytes] = (bytesInUse() - before - text) / objects / 1e9;
   figures[kFind] = findOne(model, behaviors, 1);

@@ -42,22 +42,12 @@ void reportRemoval(const K7Q::Model& model) {
 void reportLarge() {
   constexpr int kBehaviors = 1000;
   const auto model = K7Q::Model::create();
-  const Shared shared = makeShared(model);
-  std::vector<component::AtomicComponent> components;
-  for (int i = 0; i < kBehaviors; ++i) {
-    auto component = component::AtomicComponent::create(model);
-    component.set<"Name">(name("Component", i));
-    component.set<"Behavior">(makeBehavior(model, shared, i));
-    components.push_back(component);
-  }
+  auto components = makeComponents(model, kBehaviors);
   std::printf("a model of %d objects\n", kBehaviors * (kObjectsOfABehavior + 1));
   reportSearch(model, kBehaviors);
   reportRemoval(model);
-  auto vehicle = common::Package::create(model, u"Vehicle");
-  for (const auto& component : components) vehicle.get<"PackagedElement">().add(component);
-  components.clear();
   const int objects = kBehaviors * (kObjectsOfABehavior + 1);
-  const double seconds = secondsOf([&] { vehicle.destroy(); });
+  const double seconds = destroyByRoot(model, components);
   std::printf("  destroy it by its root: %.0f ns an object\n", 1e9 * seconds / objects);
 }
 

@@ -19,15 +19,12 @@ TEST(FreeList, GivesStorageOfItsSize) {
 }
 
 TEST(FreeList, ReusesTheLastBlockThatCameBack) {
-#ifdef TARVELON_HAS_ASAN
-  GTEST_SKIP() << "blocks are not reused where every use is watched";
-#else
+  if (hx::kHasAsan) GTEST_SKIP() << "blocks are not reused where every use is watched";
   FreeList list(64);
   void* first = list.take();
   list.give(first);
   EXPECT_EQ(list.take(), first);
   utFree(first);
-#endif
 }
 
 TEST(FreeList, FailsByRequestThoughItHasABlock) {

@@ -16,11 +16,7 @@ TEST(UtMalloc, GivesStorageForNothing) {
 }
 
 /// AddressSanitizer ends a program that asks for more than there can be.
-#ifdef TARVELON_HAS_ASAN
-constexpr bool kMayAskForTooMuch = false;
-#else
-constexpr bool kMayAskForTooMuch = true;
-#endif
+constexpr bool kMayAskForTooMuch = !hx::kHasAsan;
 
 TEST(UtMalloc, GivesNullForMoreThanThereIs) {
   if (!kMayAskForTooMuch) GTEST_SKIP();

@@ -9,30 +9,17 @@
 #include "boundary/bedrock/Except.h"
 #include "boundary/ut/Memory.h"
 #include "examples/brake_model.h"
+#include "platform/hx/Sanitizer.h"
 #include "platform/tarvelon/api/History.h"
 #include "platform/tarvelon/api/Search.h"
 #include "tests/native/Support.h"
-
-#if defined(__SANITIZE_ADDRESS__)
-#define TARVELON_TEST_IS_SANITIZED 1
-#elif defined(__has_feature)
-#if __has_feature(address_sanitizer)
-#define TARVELON_TEST_IS_SANITIZED 1
-#endif
-#endif
 
 namespace {
 
 /// Bytes of all blocks in use, with what the allocator adds to each.
 std::size_t bytesInUse() { return mallinfo2().uordblks; }
 
-bool countsBytes() {
-#ifdef TARVELON_TEST_IS_SANITIZED
-  return false;
-#else
-  return true;
-#endif
-}
+bool countsBytes() { return !hx::kHasAsan; }
 
 constexpr const char16_t* kText = u"abcdefghijklmnopqrstuvwx";
 
@@ -133,7 +120,7 @@ TEST(Memory, OfAnObjectWithTwoTextsIsBelow200Bytes) {
   const std::size_t before = bytesInUse();
   for (int i = 0; i < kObjects; ++i) common::SymbolProps::create(model, kText, kText);
   // Two texts of 24 units, without what their cells and the allocator add.
-  constexpr std::size_t kTexts = 2 * 24 * sizeof(char16_t);
+  constexpr std::size_t kTexts = std::size_t{2} * 24 * sizeof(char16_t);
   EXPECT_LE((bytesInUse() - before) / kObjects - kTexts, 200U);
 }
 
@@ -264,6 +251,7 @@ TEST(Memory, OfTransactionsThatReferDoesNotGrow) {
   const auto package = common::Package::create(model, u"P");
   const auto caption = common::SdgCaption::create(model, u"C");
   std::vector<common::Sdg> referring;
+  referring.reserve(20);
   for (int i = 0; i < 20; ++i) referring.push_back(common::Sdg::create(model));
   const auto round = [&] {
     {
