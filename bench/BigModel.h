@@ -5,8 +5,8 @@
 #include <string_view>
 #include <vector>
 
-#include "arplatform/Tables.h"
-#include "foundation/Table.h"
+#include "tarvelon/arplatform/Tables.h"
+#include "tarvelon/foundation/Table.h"
 
 /// The model that benchmarks are made with: behaviors of a hundred runnables each, every runnable with four
 /// data accesses that hold an instance reference and two timing events, all names of 24 units.

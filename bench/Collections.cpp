@@ -6,9 +6,9 @@
 #include <benchmark/benchmark.h>
 #include <boost/multi_index/identity.hpp>
 
-#include "arplatform/variant/Names.h"
-#include "collections/ListQImpl.h"
-#include "collections/MultiIndexImpl.h"
+#include "tarvelon/arplatform/variant/Names.h"
+#include "tarvelon/collections/ListQImpl.h"
+#include "tarvelon/collections/MultiIndexImpl.h"
 
 namespace {
 

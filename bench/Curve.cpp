@@ -8,9 +8,9 @@
 #include <vector>
 
 #include "bench/BigModel.h"
-#include "platform/files/Files.h"
-#include "platform/tarvelon/Metamodel.h"
-#include "platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/files/Files.h"
+#include "tarvelon/platform/tarvelon/Metamodel.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 
 namespace bench {
 

@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "bench/BigModel.h"
-#include "platform/files/Files.h"
+#include "tarvelon/platform/files/Files.h"
 
 namespace bench {
 

@@ -4,8 +4,8 @@
 #include <malloc.h>
 #include <string>
 
-#include "arplatform/Tables.h"
-#include "foundation/Table.h"
+#include "tarvelon/arplatform/Tables.h"
+#include "tarvelon/foundation/Table.h"
 
 namespace bench {
 

@@ -14,7 +14,7 @@
 
 #include <benchmark/benchmark.h>
 
-#include "platform/ruvo/ObjectSystem.h"
+#include "tarvelon/platform/ruvo/ObjectSystem.h"
 
 namespace bench {
 

@@ -5,8 +5,8 @@
 #include <ctime>
 #include <string>
 
-#include "platform/tarvelon/Metamodel.h"
-#include "platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/tarvelon/Metamodel.h"
+#include "tarvelon/platform/tarvelon/api/Validation.h"
 
 namespace bench {
 

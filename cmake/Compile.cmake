@@ -16,9 +16,11 @@ if(NOT TARVELON_PORTABLE AND CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64" AND EXISTS
     add_compile_options(-march=x86-64-v2)
   endif()
 endif()
-# Error texts name a source file relative to the repository, also when a compiler cache has made its path relative.
+# Error texts name a source file relative to src/tarvelon or the repository, also when a compiler cache has made its path relative.
 file(RELATIVE_PATH root "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}/")
-add_compile_options("-fmacro-prefix-map=${PROJECT_SOURCE_DIR}/=" "-fmacro-prefix-map=${root}=")
+foreach(folder IN ITEMS "${PROJECT_SOURCE_DIR}/" "${root}" "${PROJECT_SOURCE_DIR}/src/tarvelon/" "${root}src/tarvelon/")
+  add_compile_options("-fmacro-prefix-map=${folder}=")
+endforeach()
 add_compile_options(-fno-plt -fno-semantic-interposition -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 if(TARVELON_WERROR)
   add_compile_options(-Werror)

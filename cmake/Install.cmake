@@ -29,14 +29,15 @@ install(TARGETS ${libraries} ${modules} tarvelon_boundary tarvelon_typed tarvelo
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT libraries NAMELINK_COMPONENT development)
 
 # Headers: the boundary, the rows, and of the platform what a program includes.
-install(DIRECTORY boundary arplatform foundation types DESTINATION "${TARVELON_HEADERS}" COMPONENT development
+install(DIRECTORY src/tarvelon/boundary src/tarvelon/arplatform src/tarvelon/foundation src/tarvelon/types
+        DESTINATION "${TARVELON_HEADERS}" COMPONENT development
         FILES_MATCHING PATTERN "*.h")
 foreach(header IN ITEMS ruvo/HostValue.h ruvo/ObjectSystem.h tarvelon/Metamodel.h tarvelon/Reflection.h files/Files.h)
   cmake_path(GET header PARENT_PATH folder)
-  install(FILES "platform/${header}" DESTINATION "${TARVELON_HEADERS}/platform/${folder}" COMPONENT development)
+  install(FILES "src/tarvelon/platform/${header}" DESTINATION "${TARVELON_HEADERS}/platform/${folder}" COMPONENT development)
 endforeach()
 
-install(DIRECTORY platform/tarvelon/api DESTINATION "${TARVELON_HEADERS}/platform/tarvelon" COMPONENT development
+install(DIRECTORY src/tarvelon/platform/tarvelon/api DESTINATION "${TARVELON_HEADERS}/platform/tarvelon" COMPONENT development
         FILES_MATCHING PATTERN "*.h")
 
 install(EXPORT Tarvelon NAMESPACE Tarvelon:: FILE TarvelonTargets.cmake DESTINATION "${TARVELON_CONFIG}"

@@ -1,4 +1,4 @@
-# Sets `result` to every C++ source below the given folders; a new file is found without an edit here.
+# Sets `result` to every C++ source below the given folders of the repository; a new file is found without an edit here.
 function(tarvelon_sources result)
   set(patterns "")
   foreach(folder IN LISTS ARGN)
@@ -18,9 +18,10 @@ function(tarvelon_link target)
 endfunction()
 
 # tarvelon_library(<name> SHARED|STATIC FOLDERS <folder>... [LINKS <target>...])
-# The library of all sources below the folders. A folder without sources makes no target.
+# The library of all sources below the folders of src/tarvelon. A folder without sources makes no target.
 function(tarvelon_library name kind)
   cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "FOLDERS;LINKS")
+  list(TRANSFORM arg_FOLDERS PREPEND src/tarvelon/)
   tarvelon_sources(sources ${arg_FOLDERS})
   if(sources)
     add_library(${name} ${kind} ${sources})

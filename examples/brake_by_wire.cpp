@@ -3,9 +3,9 @@
 #include <iostream>
 #include <set>
 #include <string>
+#include <tarvelon/platform/tarvelon/Reflection.h>
 
 #include "brake_model.h"
-#include "platform/tarvelon/Reflection.h"
 
 using namespace Tarvelon::metamodel::arplatform;
 namespace foundation = Tarvelon::metamodel::foundation;

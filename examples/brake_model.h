@@ -2,10 +2,9 @@
 
 // The model of brake_by_wire.cpp: a braking function from the pedal to the service that tells of it.
 #include <string>
+#include <tarvelon/boundary/k7q/Object.h>
+#include <tarvelon/platform/tarvelon/Metamodel.h>
 #include <vector>
-
-#include "boundary/k7q/Object.h"
-#include "platform/tarvelon/Metamodel.h"
 
 namespace brake {
 

@@ -3,10 +3,9 @@
 #include <dlfcn.h>
 #include <iostream>
 #include <string>
-
-#include "boundary/k7q/Exception.h"
-#include "boundary/k7q/Primitives.h"
-#include "platform/ruvo/ObjectSystem.h"
+#include <tarvelon/boundary/k7q/Exception.h>
+#include <tarvelon/boundary/k7q/Primitives.h>
+#include <tarvelon/platform/ruvo/ObjectSystem.h>
 
 namespace {
 

@@ -2,9 +2,8 @@
 // checked by the compiler against the metamodel's tables.
 #include <iostream>
 #include <string>
-
-#include "boundary/k7q/Object.h"
-#include "platform/tarvelon/Metamodel.h"
+#include <tarvelon/boundary/k7q/Object.h>
+#include <tarvelon/platform/tarvelon/Metamodel.h>
 
 using namespace Tarvelon::metamodel::arplatform;
 namespace foundation = Tarvelon::metamodel::foundation;

@@ -70,7 +70,7 @@ def wanted_sources(files, sources):
 
 
 def one_of_each_folder(sources):
-    return list({source.relative_to(ROOT).parts[:2]: source for source in reversed(sources)}.values())
+    return list({source.relative_to(ROOT).parent: source for source in reversed(sources)}.values())
 
 
 def tidy(source):

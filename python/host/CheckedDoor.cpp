@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "boundary/ruvo/Method.h"
 #include "python/host/IteratorGuard.h"
 #include "python/host/NativeViews.h"
+#include "tarvelon/boundary/ruvo/Method.h"
 
 namespace pyhost {
 

@@ -1,6 +1,6 @@
 #include "python/host/Console.h"
 
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/ut/Memory.h"
 
 namespace pyhost {
 

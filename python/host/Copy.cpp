@@ -1,10 +1,10 @@
-#include "platform/tarvelon/api/Copy.h"
+#include "tarvelon/platform/tarvelon/api/Copy.h"
 
-#include "boundary/k7q/Deviants.h"
-#include "platform/tarvelon/api/Difference.h"
-#include "platform/tarvelon/api/Json.h"
 #include "python/host/NativeObjects.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/platform/tarvelon/api/Difference.h"
+#include "tarvelon/platform/tarvelon/api/Json.h"
 
 namespace pyhost {
 

@@ -1,7 +1,7 @@
 #include "python/host/Describe.h"
 
-#include "boundary/k7q/PropertyRecords.h"
-#include "boundary/ruvo/Method.h"
+#include "tarvelon/boundary/k7q/PropertyRecords.h"
+#include "tarvelon/boundary/ruvo/Method.h"
 
 namespace pyhost {
 

@@ -4,9 +4,9 @@
 #include <array>
 #include <utility>
 
-#include "boundary/k7q/PropertyRecords.h"
-#include "boundary/ruvo/Method.h"
-#include "platform/tarvelon/Documentation.h"
+#include "tarvelon/boundary/k7q/PropertyRecords.h"
+#include "tarvelon/boundary/ruvo/Method.h"
+#include "tarvelon/platform/tarvelon/Documentation.h"
 
 namespace pyhost {
 

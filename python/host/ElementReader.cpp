@@ -2,8 +2,8 @@
 
 #include <array>
 
-#include "boundary/ruvo/Method.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/ruvo/Method.h"
 
 namespace pyhost {
 

@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <array>
 
-#include "boundary/ruvo/Method.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/ruvo/Method.h"
 
 namespace pyhost {
 

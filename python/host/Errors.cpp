@@ -2,7 +2,7 @@
 
 #include <new>
 
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 
 namespace pyhost {
 

@@ -1,4 +1,4 @@
-#include "platform/files/Files.h"
+#include "tarvelon/platform/files/Files.h"
 
 #include <cstring>
 

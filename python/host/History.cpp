@@ -1,11 +1,11 @@
-#include "platform/tarvelon/api/History.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
 
 #include <memory>
 #include <unistd.h>
 
-#include "platform/tarvelon/api/Search.h"
 #include "python/host/NativeObjects.h"
 #include "python/host/Values.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 
 namespace pyhost {
 

@@ -2,10 +2,10 @@
 
 #include <memory>
 
-#include "boundary/k7q/Deviants.h"
-#include "boundary/tarvelon/Names.h"
 #include "python/host/ElementReader.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/tarvelon/Names.h"
 
 namespace pyhost {
 

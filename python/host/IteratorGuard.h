@@ -3,8 +3,8 @@
 #include <span>
 #include <vector>
 
-#include "platform/ruvo/HostValue.h"
 #include "python/host/NativeViews.h"
+#include "tarvelon/platform/ruvo/HostValue.h"
 
 namespace pyhost {
 

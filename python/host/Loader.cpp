@@ -7,8 +7,8 @@
 #include <fstream>
 #include <string>
 
-#include "platform/ruvo/ObjectSystem.h"
 #include "python/host/Errors.h"
+#include "tarvelon/platform/ruvo/ObjectSystem.h"
 
 namespace pyhost {
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <vector>
 
-#include "boundary/k7q/PropertyRecords.h"
-#include "boundary/ruvo/Method.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/k7q/PropertyRecords.h"
+#include "tarvelon/boundary/ruvo/Method.h"
 
 namespace pyhost {
 

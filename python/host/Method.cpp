@@ -1,4 +1,4 @@
-#include "boundary/ruvo/Method.h"
+#include "tarvelon/boundary/ruvo/Method.h"
 
 #include <algorithm>
 

@@ -2,11 +2,11 @@
 
 #include <memory>
 
-#include "binding/Conversion.h"
-#include "boundary/hx/Array.h"
-#include "boundary/k7q/Deviants.h"
-#include "boundary/k7q/Primitives.h"
 #include "python/host/Values.h"
+#include "tarvelon/binding/Conversion.h"
+#include "tarvelon/boundary/hx/Array.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Primitives.h"
 
 namespace pyhost {
 

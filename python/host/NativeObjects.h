@@ -1,7 +1,7 @@
 #pragma once
 
-#include "boundary/k7q/Object.h"
 #include "python/host/Objects.h"
+#include "tarvelon/boundary/k7q/Object.h"
 
 /// Python objects as handles of the model, and back: for what the host adds to models and objects beyond
 /// their records.

@@ -1,7 +1,7 @@
 #include "python/host/NativeViews.h"
 
-#include "boundary/k7q/Deviants.h"
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 
 namespace pyhost {
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "boundary/k7q/Sequence.h"
 #include "python/host/Objects.h"
+#include "tarvelon/boundary/k7q/Sequence.h"
 
 namespace pyhost {
 

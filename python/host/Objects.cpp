@@ -1,11 +1,11 @@
 #include "python/host/Objects.h"
 
-#include "boundary/k7q/Deviants.h"
-#include "boundary/k7q/Object.h"
 #include "python/host/Descriptors.h"
 #include "python/host/IteratorGuard.h"
 #include "python/host/Types.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Object.h"
 
 namespace pyhost {
 

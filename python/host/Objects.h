@@ -3,9 +3,9 @@
 #include <string>
 #include <string_view>
 
-#include "platform/ruvo/ObjectSystem.h"
 #include "python/host/Errors.h"
 #include "python/host/Reference.h"
+#include "tarvelon/platform/ruvo/ObjectSystem.h"
 
 namespace pyhost {
 

@@ -2,9 +2,6 @@
 
 #include <algorithm>
 
-#include "boundary/ruvo/BindingRegistry.h"
-#include "platform/tarvelon/Documentation.h"
-#include "platform/tarvelon/Instance.h"
 #include "python/host/Console.h"
 #include "python/host/Describe.h"
 #include "python/host/Docs.h"
@@ -12,6 +9,9 @@
 #include "python/host/Extensions.h"
 #include "python/host/Types.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/platform/tarvelon/Documentation.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
 
 namespace pyhost {
 

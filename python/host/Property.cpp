@@ -1,9 +1,9 @@
 #include <typeinfo>
 
-#include "boundary/k7q/Exception.h"
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 
 namespace pyhost {
 

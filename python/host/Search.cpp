@@ -1,9 +1,9 @@
-#include "platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 
-#include "boundary/k7q/ModelCache.h"
 #include "python/host/NativeObjects.h"
 #include "python/host/Text.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/k7q/ModelCache.h"
 
 namespace pyhost {
 

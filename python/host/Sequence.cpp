@@ -1,10 +1,10 @@
 #include <algorithm>
 #include <vector>
 
-#include "boundary/k7q/Deviants.h"
-#include "boundary/k7q/Introspection.h"
 #include "python/host/ElementReader.h"
 #include "python/host/Values.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Introspection.h"
 
 namespace pyhost {
 

@@ -4,8 +4,6 @@
 #include <memory>
 #include <vector>
 
-#include "platform/ruvo/PointerMap.h"
-#include "platform/tarvelon/api/History.h"
 #include "python/host/CheckedDoor.h"
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
@@ -13,6 +11,8 @@
 #include "python/host/Extensions.h"
 #include "python/host/MetaProperties.h"
 #include "python/host/Values.h"
+#include "tarvelon/platform/ruvo/PointerMap.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
 
 namespace pyhost {
 

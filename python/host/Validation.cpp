@@ -1,4 +1,4 @@
-#include "platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/tarvelon/api/Validation.h"
 
 #include "python/host/NativeObjects.h"
 

@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "boundary/ruvo/Method.h"
-#include "platform/ruvo/Texts.h"
 #include "python/host/Docs.h"
+#include "tarvelon/boundary/ruvo/Method.h"
+#include "tarvelon/platform/ruvo/Texts.h"
 
 namespace pyhost {
 

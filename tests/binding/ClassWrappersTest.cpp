@@ -5,9 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include "binding/ClassWrappers.h"
-#include "boundary/k7q/Deviants.h"
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/binding/ClassWrappers.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 #include "tests/support/Host.h"
 
 namespace {

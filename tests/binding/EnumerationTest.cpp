@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "arplatform/Names.h"
-#include "binding/Enumeration.h"
-#include "boundary/k7q/Exception.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/arplatform/Names.h"
+#include "tarvelon/binding/Enumeration.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tests/support/Host.h"
 
 namespace {

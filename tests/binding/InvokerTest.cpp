@@ -5,11 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include "binding/Conversion.h"
-#include "boundary/k7q/Deviants.h"
-#include "boundary/k7q/Exception.h"
-#include "boundary/ruvo/BindingRegistry.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/binding/Conversion.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tests/support/Host.h"
 
 namespace {

@@ -5,9 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include "arplatform/Tables.h"
-#include "binding/ClassWrappers.h"
-#include "boundary/tarvelon/Foundation.h"
+#include "tarvelon/arplatform/Tables.h"
+#include "tarvelon/binding/ClassWrappers.h"
+#include "tarvelon/boundary/tarvelon/Foundation.h"
 #include "tests/support/Host.h"
 
 namespace arplatform = Tarvelon::metamodel::arplatform;

@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/ClassMetaData.h"
-#include "boundary/k7q/Exception.h"
-#include "boundary/k7q/PropertyRecords.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/k7q/ClassMetaData.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/PropertyRecords.h"
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tests/support/Host.h"
 
 namespace {

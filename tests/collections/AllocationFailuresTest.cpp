@@ -3,7 +3,7 @@
 #include <functional>
 #include <new>
 
-#include "collections/MakeSequence.h"
+#include "tarvelon/collections/MakeSequence.h"
 #include "tests/collections/Support.h"
 
 using namespace collections;

@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "collections/CopyOnWrite.h"
+#include "tarvelon/collections/CopyOnWrite.h"
 #include "tests/collections/Allocations.h"
 
 namespace {

@@ -1,7 +1,7 @@
 #include <string>
 
-#include "boundary/k7q/Reference.h"
-#include "collections/GenericReferenceCountingSequenceProxy.h"
+#include "tarvelon/boundary/k7q/Reference.h"
+#include "tarvelon/collections/GenericReferenceCountingSequenceProxy.h"
 #include "tests/collections/Support.h"
 
 using namespace collections;

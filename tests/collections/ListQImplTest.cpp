@@ -1,7 +1,7 @@
 #include <type_traits>
 
-#include "arplatform/common/Names.h"
-#include "boundary/k7q/Reference.h"
+#include "tarvelon/arplatform/common/Names.h"
+#include "tarvelon/boundary/k7q/Reference.h"
 #include "tests/collections/Support.h"
 
 using namespace collections;

@@ -1,8 +1,8 @@
 #include <cstddef>
 
-#include "arplatform/common/Names.h"
-#include "collections/GenericReferenceCountingSequenceProxy.h"
-#include "collections/MakeSequence.h"
+#include "tarvelon/arplatform/common/Names.h"
+#include "tarvelon/collections/GenericReferenceCountingSequenceProxy.h"
+#include "tarvelon/collections/MakeSequence.h"
 #include "tests/collections/Support.h"
 
 using namespace collections;

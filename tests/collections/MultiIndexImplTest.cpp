@@ -1,6 +1,6 @@
 #include <type_traits>
 
-#include "boundary/k7q/Reference.h"
+#include "tarvelon/boundary/k7q/Reference.h"
 #include "tests/collections/Support.h"
 
 using namespace collections;

@@ -1,5 +1,5 @@
 // What every container does alike.
-#include "boundary/k7q/Reference.h"
+#include "tarvelon/boundary/k7q/Reference.h"
 #include "tests/collections/Support.h"
 
 using namespace collections;

@@ -8,10 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include "arplatform/variant/Names.h"
-#include "boundary/k7q/Exception.h"
-#include "collections/ListQImpl.h"
-#include "collections/MultiIndexImpl.h"
+#include "tarvelon/arplatform/variant/Names.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/collections/ListQImpl.h"
+#include "tarvelon/collections/MultiIndexImpl.h"
 #include "tests/collections/Allocations.h"
 
 /// What the tests of the containers share.

@@ -1,6 +1,6 @@
 // Each allocation of a call fails in turn: nothing leaks, and the sequence is whole, before or after the
 // change.
-#include "boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
 #include "tests/companions/Support.h"
 #include "tests/support/FailingNew.h"
 

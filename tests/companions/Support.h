@@ -11,10 +11,10 @@
 
 #include <gtest/gtest.h>
 
-#include "arplatform/variant/Names.h"
-#include "binding/Conversion.h"
-#include "boundary/k7q/Deviants.h"
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/arplatform/variant/Names.h"
+#include "tarvelon/binding/Conversion.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 #include "tests/support/Host.h"
 
 /// Sequences of enumeration values and their iterators as a host has them: called by name through the object

@@ -1,5 +1,5 @@
 // Each allocation of an operation fails in turn: nothing leaks, and the operation can be done again.
-#include "boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
 #include "tests/factory/Support.h"
 #include "tests/support/FailingNew.h"
 

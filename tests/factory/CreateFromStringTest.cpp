@@ -1,4 +1,4 @@
-#include "boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
 #include "tests/factory/Support.h"
 #include "tests/support/FailingNew.h"
 

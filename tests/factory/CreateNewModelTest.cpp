@@ -1,8 +1,8 @@
 #include <functional>
 #include <new>
 
-#include "boundary/k7q/Introspection.h"
-#include "platform/k7q/ModelFactory.h"
+#include "tarvelon/boundary/k7q/Introspection.h"
+#include "tarvelon/platform/k7q/ModelFactory.h"
 #include "tests/factory/Support.h"
 
 using namespace factory;

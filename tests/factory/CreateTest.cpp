@@ -1,9 +1,9 @@
 #include <set>
 #include <string>
 
-#include "arplatform/Tables.h"
-#include "boundary/tarvelon/Factory.h"
-#include "foundation/Table.h"
+#include "tarvelon/arplatform/Tables.h"
+#include "tarvelon/boundary/tarvelon/Factory.h"
+#include "tarvelon/foundation/Table.h"
 #include "tests/factory/Support.h"
 
 using namespace factory;

@@ -8,10 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/Deviants.h"
-#include "boundary/k7q/Exception.h"
-#include "boundary/k7q/ModelCache.h"
-#include "module/EntryPoints.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/ModelCache.h"
+#include "tarvelon/module/EntryPoints.h"
 #include "tests/support/Host.h"
 
 /// What the tests of the factories share. The module's objects are part of the program: nothing is opened.

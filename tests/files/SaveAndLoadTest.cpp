@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/tarvelon/api/History.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
 #include "tests/files/Support.h"
 
 namespace {

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/files/Files.h"
+#include "tarvelon/platform/files/Files.h"
 #include "tests/native/Support.h"
 
 // What the tests of files share.

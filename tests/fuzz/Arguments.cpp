@@ -3,7 +3,7 @@
 #include <bit>
 #include <limits>
 
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 #include "tests/fuzz/Catalog.h"
 
 namespace fuzz {

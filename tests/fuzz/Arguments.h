@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/hx/ArrayPtr.h"
+#include "tarvelon/platform/hx/ArrayPtr.h"
 #include "tests/fuzz/World.h"
 
 namespace fuzz {

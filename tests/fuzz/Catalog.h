@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "platform/ruvo/ObjectSystem.h"
+#include "tarvelon/platform/ruvo/ObjectSystem.h"
 
 namespace fuzz {
 

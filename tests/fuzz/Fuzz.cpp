@@ -3,9 +3,9 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "boundary/ruvo/BindingRegistry.h"
-#include "boundary/ut/Memory.h"
-#include "platform/tarvelon/Instance.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/ut/Memory.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
 #include "tests/fuzz/Catalog.h"
 #include "tests/fuzz/Program.h"
 

@@ -11,7 +11,7 @@
 #include <string_view>
 #include <vector>
 
-#include "platform/files/Files.h"
+#include "tarvelon/platform/files/Files.h"
 
 namespace {
 

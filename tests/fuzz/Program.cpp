@@ -6,8 +6,8 @@
 #include <cstdlib>
 #include <string>
 
-#include "boundary/k7q/Exception.h"
-#include "platform/tarvelon/Instance.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
 #include "tests/fuzz/Arguments.h"
 #include "tests/fuzz/Catalog.h"
 #include "tests/fuzz/Undefined.h"

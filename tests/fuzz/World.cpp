@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 #include "tests/fuzz/Catalog.h"
 
 namespace fuzz {

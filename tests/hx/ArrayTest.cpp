@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/hx/Array.h"
-#include "boundary/ut/Memory.h"
-#include "platform/hx/ArrayPtr.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/hx/Array.h"
+#include "tarvelon/boundary/ut/Memory.h"
+#include "tarvelon/platform/hx/ArrayPtr.h"
 
 namespace hx {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 
 namespace {
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/hx/FreeList.h"
+#include "tarvelon/platform/hx/FreeList.h"
 
 namespace hx {
 namespace {

@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/ut/Memory.h"
-#include "platform/hx/FreeList.h"
+#include "tarvelon/boundary/ut/Memory.h"
+#include "tarvelon/platform/hx/FreeList.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/ut/Memory.h"
 
 namespace {
 

@@ -5,11 +5,11 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/hx/Array.h"
-#include "boundary/ut/Memory.h"
-#include "platform/hx/ArrayPtr.h"
-#include "platform/hx/Utf.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/hx/Array.h"
+#include "tarvelon/boundary/ut/Memory.h"
+#include "tarvelon/platform/hx/ArrayPtr.h"
+#include "tarvelon/platform/hx/Utf.h"
 
 namespace hx {
 namespace {

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/Assertion.h"
-#include "boundary/k7q/ClassMetaData.h"
+#include "tarvelon/boundary/k7q/Assertion.h"
+#include "tarvelon/boundary/k7q/ClassMetaData.h"
 #include "tests/support/Host.h"
 
 using host::raised;

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/ClassMetaData.h"
-#include "boundary/k7q/Deviants.h"
-#include "boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/k7q/ClassMetaData.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
 #include "tests/k7q/Fake.h"
 
 using K7Q::mi::RuvoExtensionsRegistry;

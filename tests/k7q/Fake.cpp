@@ -2,10 +2,10 @@
 
 #include <array>
 
-#include "binding/Methods.h"
-#include "boundary/k7q/ClassMetaData.h"
-#include "platform/k7q/Destruction.h"
-#include "platform/k7q/Initialize.h"
+#include "tarvelon/binding/Methods.h"
+#include "tarvelon/boundary/k7q/ClassMetaData.h"
+#include "tarvelon/platform/k7q/Destruction.h"
+#include "tarvelon/platform/k7q/Initialize.h"
 #include "tests/k7q/FakeTables.h"
 
 namespace fake {

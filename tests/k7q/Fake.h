@@ -4,8 +4,8 @@
 #include <string>
 #include <vector>
 
-#include "boundary/k7q/Introspection.h"
-#include "boundary/k7q/PropertyRecords.h"
+#include "tarvelon/boundary/k7q/Introspection.h"
+#include "tarvelon/boundary/k7q/PropertyRecords.h"
 #include "tests/support/Host.h"
 
 /// A metamodel of two classes, just enough to see what the model infrastructure makes of it: `Fake.Base`, and

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "boundary/k7q/Introspection.h"
+#include "tarvelon/boundary/k7q/Introspection.h"
 
 namespace fake {
 

@@ -4,10 +4,10 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/k7q/ClassMetaData.h"
-#include "boundary/ruvo/BindingRegistry.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/k7q/ClassMetaData.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tests/k7q/Fake.h"
 
 using host::integer;

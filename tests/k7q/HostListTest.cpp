@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
 #include "tests/k7q/Fake.h"
 
 using host::integer;

@@ -3,9 +3,9 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/ModelCache.h"
-#include "platform/k7q/Initialize.h"
-#include "platform/k7q/ModelFactory.h"
+#include "tarvelon/boundary/k7q/ModelCache.h"
+#include "tarvelon/platform/k7q/Initialize.h"
+#include "tarvelon/platform/k7q/ModelFactory.h"
 #include "tests/k7q/Fake.h"
 
 using host::object;

@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/Introspection.h"
-#include "boundary/k7q/ModelCache.h"
+#include "tarvelon/boundary/k7q/Introspection.h"
+#include "tarvelon/boundary/k7q/ModelCache.h"
 #include "tests/support/Host.h"
 
 using K7Q::Model;

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Deviants.h"
 #include "tests/k7q/Fake.h"
 #include "tests/k7q/FakeSequence.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/Introspection.h"
+#include "tarvelon/boundary/k7q/Introspection.h"
 #include "tests/support/Host.h"
 
 using host::raised;

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/k7q/Introspection.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/k7q/Introspection.h"
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tests/support/Host.h"
 
 using K7Q::Object;

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/Reference.h"
+#include "tarvelon/boundary/k7q/Reference.h"
 
 namespace {
 

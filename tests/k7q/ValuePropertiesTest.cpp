@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/Primitives.h"
+#include "tarvelon/boundary/k7q/Primitives.h"
 #include "tests/k7q/Fake.h"
 
 using host::raised;

@@ -3,7 +3,8 @@
 usage: check_layers.py ROOT
 
 Layers look down only. What a file may include follows from the folder it lies in; the rules stand in RULES,
-the first that fits a file decides. Names are written from the root of the repository, in quotes.
+the first that fits a file decides. The folders of the rules lie in src/tarvelon; names are written from src, in
+quotes: "tarvelon/boundary/hx/Array.h".
 
 Three things are used from both sides, by the module and by the platform's libraries:
 
@@ -24,6 +25,10 @@ HEADERS = SUFFIXES - {".cpp", ".cc", ".cxx", ".c"}
 
 # Folders whose files may include anything: nothing includes them.
 FREE = {"python", "examples", "bench", "tests"}
+
+# Where the layers lie, and how their files are included.
+SOURCES = "src/"
+PRODUCT = "tarvelon/"
 
 # The rows are headers, wherever below these folders they lie.
 ARPLATFORM_ROWS = "rows of arplatform/"
@@ -97,7 +102,7 @@ def sources(root):
 
 def rule_of(file):
     for rule in RULES:
-        if file.as_posix().startswith(rule.folder) and (not rule.headers_only or file.suffix in HEADERS):
+        if file.as_posix().startswith(SOURCES + PRODUCT + rule.folder) and (not rule.headers_only or file.suffix in HEADERS):
             return rule
     return None
 
@@ -123,14 +128,14 @@ def complaint(root, rule, text):
     if not match:
         return f"includes the macro {text}: write the name itself, so that it can be checked"
     target = match[1] or match[2]
-    if (root / target).is_file():
+    if (root / SOURCES / target).is_file():
         if ".." in Path(target).parts:
-            return f"includes {target}: write the name from the root of the repository, without .."
-        if is_allowed(target, rule):
+            return f"includes {target}: write the name from {SOURCES}, without .."
+        if target.startswith(PRODUCT) and is_allowed(target.removeprefix(PRODUCT), rule):
             return None
         return f"includes {target}: {rule.folder} may include {', '.join(rule.allowed)} of our own"
     if match[1]:
-        return f'includes "{target}", which is no file: write the name from the root of the repository'
+        return f'includes "{target}", which is no file: write the name from {SOURCES}'
     if target.startswith("boost/"):
         return None if rule.boost else f"includes <{target}>: {rule.folder} does without Boost"
     if target in STANDARD or target in SYSTEM or target in rule.others:

@@ -11,70 +11,70 @@ import check_layers
 
 # One file of every layer, each with all it may include.
 GOOD = {
-    "boundary/ruvo/Class.h": ["<string>", "<boost/shared_ptr.hpp>", '"boundary/hx/Array.h"'],
-    "boundary/hx/Array.h": ["<cstddef>"],
-    "binding/Record.h": ['"boundary/ruvo/Class.h"'],
-    "binding/Record.cpp": ['"binding/Record.h"', '"boundary/hx/Array.h"'],
-    "arplatform/common/Rows.h": ['"boundary/ruvo/Class.h"', '"arplatform/variant/Rows.h"'],
-    "arplatform/variant/Rows.h": ["<array>"],
-    "arplatform/common/Package.cpp": [
-        '"arplatform/common/Rows.h"',
-        '"binding/Record.h"',
-        '"module/Wrapper.h"',
+    "src/tarvelon/boundary/ruvo/Class.h": ["<string>", "<boost/shared_ptr.hpp>", '"tarvelon/boundary/hx/Array.h"'],
+    "src/tarvelon/boundary/hx/Array.h": ["<cstddef>"],
+    "src/tarvelon/binding/Record.h": ['"tarvelon/boundary/ruvo/Class.h"'],
+    "src/tarvelon/binding/Record.cpp": ['"tarvelon/binding/Record.h"', '"tarvelon/boundary/hx/Array.h"'],
+    "src/tarvelon/arplatform/common/Rows.h": ['"tarvelon/boundary/ruvo/Class.h"', '"tarvelon/arplatform/variant/Rows.h"'],
+    "src/tarvelon/arplatform/variant/Rows.h": ["<array>"],
+    "src/tarvelon/arplatform/common/Package.cpp": [
+        '"tarvelon/arplatform/common/Rows.h"',
+        '"tarvelon/binding/Record.h"',
+        '"tarvelon/module/Wrapper.h"',
     ],
-    "module/Wrapper.h": ['"boundary/ruvo/Class.h"', '"collections/List.h"', '"factory/Factory.h"'],
-    "collections/List.h": ["<boost/multi_index_container.hpp>", '"binding/Record.h"', '"module/Wrapper.h"'],
-    "factory/Factory.h": ['"arplatform/common/Rows.h"'],
-    "foundation/Rows.h": ['"boundary/ruvo/Class.h"', '"types/Rows.h"'],
-    "foundation/Publish.cpp": ['"foundation/Rows.h"', '"binding/Record.h"'],
-    "types/Rows.h": ['"boundary/hx/Array.h"'],
-    "platform/hx/Array.cpp": ['"boundary/hx/Array.h"', "<dlfcn.h>"],
-    "platform/ruvo/Tree.h": ['"platform/hx/Pool.h"'],
-    "platform/hx/Pool.h": ["<memory>"],
-    "platform/k7q/Model.h": ['"platform/ruvo/Tree.h"', '"platform/hx/Pool.h"', '"binding/Record.h"'],
-    "platform/tarvelon/Engine.cpp": [
-        '"platform/k7q/Model.h"',
-        '"arplatform/common/Rows.h"',
-        '"foundation/Rows.h"',
-        '"types/Rows.h"',
+    "src/tarvelon/module/Wrapper.h": ['"tarvelon/boundary/ruvo/Class.h"', '"tarvelon/collections/List.h"', '"tarvelon/factory/Factory.h"'],
+    "src/tarvelon/collections/List.h": ["<boost/multi_index_container.hpp>", '"tarvelon/binding/Record.h"', '"tarvelon/module/Wrapper.h"'],
+    "src/tarvelon/factory/Factory.h": ['"tarvelon/arplatform/common/Rows.h"'],
+    "src/tarvelon/foundation/Rows.h": ['"tarvelon/boundary/ruvo/Class.h"', '"tarvelon/types/Rows.h"'],
+    "src/tarvelon/foundation/Publish.cpp": ['"tarvelon/foundation/Rows.h"', '"tarvelon/binding/Record.h"'],
+    "src/tarvelon/types/Rows.h": ['"tarvelon/boundary/hx/Array.h"'],
+    "src/tarvelon/platform/hx/Array.cpp": ['"tarvelon/boundary/hx/Array.h"', "<dlfcn.h>"],
+    "src/tarvelon/platform/ruvo/Tree.h": ['"tarvelon/platform/hx/Pool.h"'],
+    "src/tarvelon/platform/hx/Pool.h": ["<memory>"],
+    "src/tarvelon/platform/k7q/Model.h": ['"tarvelon/platform/ruvo/Tree.h"', '"tarvelon/platform/hx/Pool.h"', '"tarvelon/binding/Record.h"'],
+    "src/tarvelon/platform/tarvelon/Engine.cpp": [
+        '"tarvelon/platform/k7q/Model.h"',
+        '"tarvelon/arplatform/common/Rows.h"',
+        '"tarvelon/foundation/Rows.h"',
+        '"tarvelon/types/Rows.h"',
     ],
-    "python/host/Host.cpp": ['"platform/ruvo/Tree.h"', "<Python.h>"],
-    "tests/module/FrameTest.cpp": ['"module/Wrapper.h"', "<gtest/gtest.h>"],
-    "build/release/Generated.h": ['"module/Wrapper.h"'],
+    "python/host/Host.cpp": ['"tarvelon/platform/ruvo/Tree.h"', "<Python.h>"],
+    "tests/module/FrameTest.cpp": ['"tarvelon/module/Wrapper.h"', "<gtest/gtest.h>"],
+    "build/release/Generated.h": ['"tarvelon/module/Wrapper.h"'],
 }
 
 # A file, an include that it may not have, and a word that the complaint must hold.
 VIOLATIONS = [
-    ("boundary/ruvo/Class.h", '"binding/Record.h"', "binding/Record.h"),
-    ("boundary/ruvo/Class.h", '"platform/hx/Pool.h"', "platform/hx/Pool.h"),
-    ("boundary/ruvo/Class.h", '"arplatform/common/Rows.h"', "arplatform/common/Rows.h"),
-    ("boundary/ruvo/Class.h", "<Python.h>", "Python.h"),
-    ("boundary/ruvo/Class.h", "<platform/hx/Pool.h>", "platform/hx/Pool.h"),
-    ("binding/Record.h", '"module/Wrapper.h"', "module/Wrapper.h"),
-    ("binding/Record.cpp", '"platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
-    ("binding/Record.cpp", "<boost/shared_ptr.hpp>", "without Boost"),
-    ("arplatform/common/Rows.h", '"binding/Record.h"', "binding/Record.h"),
-    ("arplatform/common/Rows.h", '"foundation/Rows.h"', "foundation/Rows.h"),
-    ("arplatform/common/Package.cpp", '"platform/tarvelon/Engine.h"', "platform/tarvelon/Engine.h"),
-    ("arplatform/common/Package.cpp", '"foundation/Rows.h"', "foundation/Rows.h"),
-    ("module/Wrapper.h", '"platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
-    ("module/Wrapper.h", '"types/Rows.h"', "types/Rows.h"),
-    ("collections/List.h", '"platform/k7q/Model.h"', "platform/k7q/Model.h"),
-    ("factory/Factory.h", '"foundation/Rows.h"', "foundation/Rows.h"),
-    ("foundation/Publish.cpp", '"arplatform/common/Rows.h"', "arplatform/common/Rows.h"),
-    ("foundation/Publish.cpp", '"platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
-    ("types/Rows.h", '"module/Wrapper.h"', "module/Wrapper.h"),
-    ("platform/hx/Pool.h", '"platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
-    ("platform/ruvo/Tree.h", '"platform/k7q/Model.h"', "platform/k7q/Model.h"),
-    ("platform/k7q/Model.h", '"platform/tarvelon/Engine.h"', "platform/tarvelon/Engine.h"),
-    ("platform/k7q/Model.h", '"arplatform/common/Rows.h"', "arplatform/common/Rows.h"),
-    ("platform/tarvelon/Engine.cpp", '"arplatform/common/Package.cpp"', "arplatform/common/Package.cpp"),
-    ("platform/tarvelon/Engine.cpp", '"module/Wrapper.h"', "module/Wrapper.h"),
-    ("platform/tarvelon/Engine.cpp", '"collections/List.h"', "collections/List.h"),
-    ("platform/tarvelon/Engine.cpp", '"factory/Factory.h"', "factory/Factory.h"),
-    ("platform/tarvelon/Engine.cpp", '"Engine.h"', "is no file"),
-    ("platform/tarvelon/Engine.cpp", '"platform/../module/Wrapper.h"', "without .."),
-    ("platform/tarvelon/Engine.cpp", "HEADER_NAME", "macro"),
+    ("src/tarvelon/boundary/ruvo/Class.h", '"tarvelon/binding/Record.h"', "binding/Record.h"),
+    ("src/tarvelon/boundary/ruvo/Class.h", '"tarvelon/platform/hx/Pool.h"', "platform/hx/Pool.h"),
+    ("src/tarvelon/boundary/ruvo/Class.h", '"tarvelon/arplatform/common/Rows.h"', "arplatform/common/Rows.h"),
+    ("src/tarvelon/boundary/ruvo/Class.h", "<Python.h>", "Python.h"),
+    ("src/tarvelon/boundary/ruvo/Class.h", "<tarvelon/platform/hx/Pool.h>", "platform/hx/Pool.h"),
+    ("src/tarvelon/binding/Record.h", '"tarvelon/module/Wrapper.h"', "module/Wrapper.h"),
+    ("src/tarvelon/binding/Record.cpp", '"tarvelon/platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
+    ("src/tarvelon/binding/Record.cpp", "<boost/shared_ptr.hpp>", "without Boost"),
+    ("src/tarvelon/arplatform/common/Rows.h", '"tarvelon/binding/Record.h"', "binding/Record.h"),
+    ("src/tarvelon/arplatform/common/Rows.h", '"tarvelon/foundation/Rows.h"', "foundation/Rows.h"),
+    ("src/tarvelon/arplatform/common/Package.cpp", '"tarvelon/platform/tarvelon/Engine.h"', "platform/tarvelon/Engine.h"),
+    ("src/tarvelon/arplatform/common/Package.cpp", '"tarvelon/foundation/Rows.h"', "foundation/Rows.h"),
+    ("src/tarvelon/module/Wrapper.h", '"tarvelon/platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
+    ("src/tarvelon/module/Wrapper.h", '"tarvelon/types/Rows.h"', "types/Rows.h"),
+    ("src/tarvelon/collections/List.h", '"tarvelon/platform/k7q/Model.h"', "platform/k7q/Model.h"),
+    ("src/tarvelon/factory/Factory.h", '"tarvelon/foundation/Rows.h"', "foundation/Rows.h"),
+    ("src/tarvelon/foundation/Publish.cpp", '"tarvelon/arplatform/common/Rows.h"', "arplatform/common/Rows.h"),
+    ("src/tarvelon/foundation/Publish.cpp", '"tarvelon/platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
+    ("src/tarvelon/types/Rows.h", '"tarvelon/module/Wrapper.h"', "module/Wrapper.h"),
+    ("src/tarvelon/platform/hx/Pool.h", '"tarvelon/platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
+    ("src/tarvelon/platform/ruvo/Tree.h", '"tarvelon/platform/k7q/Model.h"', "platform/k7q/Model.h"),
+    ("src/tarvelon/platform/k7q/Model.h", '"tarvelon/platform/tarvelon/Engine.h"', "platform/tarvelon/Engine.h"),
+    ("src/tarvelon/platform/k7q/Model.h", '"tarvelon/arplatform/common/Rows.h"', "arplatform/common/Rows.h"),
+    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/arplatform/common/Package.cpp"', "arplatform/common/Package.cpp"),
+    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/module/Wrapper.h"', "module/Wrapper.h"),
+    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/collections/List.h"', "collections/List.h"),
+    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/factory/Factory.h"', "factory/Factory.h"),
+    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"Engine.h"', "is no file"),
+    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/platform/../module/Wrapper.h"', "without .."),
+    ("src/tarvelon/platform/tarvelon/Engine.cpp", "HEADER_NAME", "macro"),
 ]
 
 
@@ -88,7 +88,7 @@ def write(root, tree):
 @pytest.fixture
 def tree(tmp_path):
     write(tmp_path, GOOD)
-    write(tmp_path, {"platform/tarvelon/Engine.h": []})
+    write(tmp_path, {"src/tarvelon/platform/tarvelon/Engine.h": []})
     return tmp_path
 
 
@@ -124,7 +124,7 @@ def test_a_folder_without_a_rule_is_found(tree):
     assert complaints == ["helpers/Helper.h: lies in no layer; its folder must be entered in RULES"]
 
 
-@pytest.mark.parametrize("change, status", [({}, 0), ({"boundary/Bad.h": ['"binding/Record.h"']}, 1)])
+@pytest.mark.parametrize("change, status", [({}, 0), ({"src/tarvelon/boundary/Bad.h": ['"tarvelon/binding/Record.h"']}, 1)])
 def test_the_exit_status_tells(tree, change, status):
     write(tree, change)
 

@@ -3,10 +3,10 @@
 
 #include <gtest/gtest.h>
 
-#include "module/EntryPoints.h"
-#include "module/ModuleRegistration.h"
-#include "module/Packages.h"
-#include "platform/ruvo/ObjectSystem.h"
+#include "tarvelon/module/EntryPoints.h"
+#include "tarvelon/module/ModuleRegistration.h"
+#include "tarvelon/module/Packages.h"
+#include "tarvelon/platform/ruvo/ObjectSystem.h"
 
 namespace arplatform = Tarvelon::metamodel::arplatform;
 

@@ -3,11 +3,11 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/ut/Memory.h"
-#include "module/EntryPoints.h"
-#include "module/Packages.h"
-#include "platform/ruvo/ObjectSystem.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/ut/Memory.h"
+#include "tarvelon/module/EntryPoints.h"
+#include "tarvelon/module/Packages.h"
+#include "tarvelon/platform/ruvo/ObjectSystem.h"
 
 namespace arplatform = Tarvelon::metamodel::arplatform;
 

@@ -2,7 +2,7 @@
 
 #include <vector>
 
-#include "boundary/tarvelon/Packages.h"
+#include "tarvelon/boundary/tarvelon/Packages.h"
 #include "tests/native/Support.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/tarvelon/Documentation.h"
+#include "tarvelon/platform/tarvelon/Documentation.h"
 
 namespace Tarvelon::metamodel::native {
 namespace {

@@ -5,8 +5,8 @@
 #include <memory>
 #include <vector>
 
-#include "platform/tarvelon/api/History.h"
-#include "platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 #include "tests/support/FailingNew.h"

@@ -3,9 +3,9 @@
 #include <malloc.h>
 #include <vector>
 
-#include "platform/hx/Sanitizer.h"
-#include "platform/tarvelon/Instance.h"
-#include "platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/hx/Sanitizer.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Support.h"
 
 namespace {

@@ -3,7 +3,7 @@
 #include <set>
 #include <string>
 
-#include "boundary/tarvelon/Packages.h"
+#include "tarvelon/boundary/tarvelon/Packages.h"
 #include "tests/native/Support.h"
 
 using Tarvelon::metamodel::native::metaPackage;

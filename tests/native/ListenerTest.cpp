@@ -4,8 +4,8 @@
 #include <stdexcept>
 #include <vector>
 
-#include "platform/tarvelon/api/History.h"
-#include "platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 

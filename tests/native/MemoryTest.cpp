@@ -6,12 +6,12 @@
 #include <string>
 #include <vector>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/ut/Memory.h"
 #include "examples/brake_model.h"
-#include "platform/hx/Sanitizer.h"
-#include "platform/tarvelon/api/History.h"
-#include "platform/tarvelon/api/Search.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/ut/Memory.h"
+#include "tarvelon/platform/hx/Sanitizer.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Support.h"
 
 namespace {

@@ -2,9 +2,9 @@
 
 #include <vector>
 
-#include "boundary/tarvelon/Packages.h"
-#include "platform/tarvelon/api/History.h"
-#include "platform/tarvelon/api/Search.h"
+#include "tarvelon/boundary/tarvelon/Packages.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 

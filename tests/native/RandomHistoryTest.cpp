@@ -6,8 +6,8 @@
 #include <random>
 #include <vector>
 
-#include "platform/tarvelon/api/History.h"
-#include "platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 

@@ -3,9 +3,9 @@
 #include <new>
 #include <vector>
 
-#include "boundary/ut/Memory.h"
-#include "platform/tarvelon/api/History.h"
-#include "platform/tarvelon/api/Search.h"
+#include "tarvelon/boundary/ut/Memory.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 #include "tests/support/FailingNew.h"

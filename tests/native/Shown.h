@@ -6,7 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "boundary/k7q/Introspection.h"
+#include "tarvelon/boundary/k7q/Introspection.h"
 
 /// What tests compare models by.
 namespace shown {

@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/k7q/Introspection.h"
-#include "boundary/k7q/ModelCache.h"
-#include "platform/tarvelon/Metamodel.h"
+#include "tarvelon/boundary/k7q/Introspection.h"
+#include "tarvelon/boundary/k7q/ModelCache.h"
+#include "tarvelon/platform/tarvelon/Metamodel.h"
 
 // What the tests of the native model library share.
 

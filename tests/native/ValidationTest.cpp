@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <set>
 
-#include "platform/tarvelon/ClassData.h"
-#include "platform/tarvelon/Instance.h"
-#include "platform/tarvelon/WordList.h"
-#include "platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/tarvelon/ClassData.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/tarvelon/WordList.h"
+#include "tarvelon/platform/tarvelon/api/Validation.h"
 #include "tests/native/Support.h"
 
 namespace {

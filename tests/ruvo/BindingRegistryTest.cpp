@@ -1,7 +1,7 @@
-#include "boundary/bedrock/Except.h"
-#include "boundary/k7q/Exception.h"
-#include "boundary/ruvo/BindingRegistry.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tests/ruvo/Fixture.h"
 
 namespace ruvo::testing {

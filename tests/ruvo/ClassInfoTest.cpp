@@ -1,8 +1,8 @@
 #include <gtest/gtest.h>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/ruvo/Class.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/ruvo/Class.h"
+#include "tarvelon/boundary/ut/Memory.h"
 
 namespace ruvo {
 namespace {

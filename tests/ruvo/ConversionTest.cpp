@@ -3,7 +3,7 @@
 #include <limits>
 #include <optional>
 
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 #include "tests/ruvo/Fixture.h"
 
 namespace ruvo::testing {

@@ -7,13 +7,13 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/ruvo/BindingRegistry.h"
-#include "boundary/ruvo/Class.h"
-#include "boundary/ruvo/Method.h"
-#include "boundary/ruvo/Package.h"
-#include "boundary/ruvo/Property.h"
-#include "platform/hx/ArrayPtr.h"
-#include "platform/ruvo/ObjectSystem.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/ruvo/Class.h"
+#include "tarvelon/boundary/ruvo/Method.h"
+#include "tarvelon/boundary/ruvo/Package.h"
+#include "tarvelon/boundary/ruvo/Property.h"
+#include "tarvelon/platform/hx/ArrayPtr.h"
+#include "tarvelon/platform/ruvo/ObjectSystem.h"
 
 /// Packages, classes, records and native objects made up for a test.
 namespace ruvo::testing {

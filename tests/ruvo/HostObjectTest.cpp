@@ -1,8 +1,8 @@
 #include <stdexcept>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/ruvo/BindingRegistry.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tests/ruvo/Fixture.h"
 
 namespace ruvo::testing {

@@ -3,8 +3,8 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/ruvo/Interned.h"
-#include "boundary/ruvo/Method.h"
+#include "tarvelon/boundary/ruvo/Interned.h"
+#include "tarvelon/boundary/ruvo/Method.h"
 #include "tests/ruvo/Fixture.h"
 
 namespace ruvo {

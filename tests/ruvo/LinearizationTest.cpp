@@ -1,4 +1,4 @@
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 #include "tests/ruvo/Fixture.h"
 
 namespace ruvo::testing {

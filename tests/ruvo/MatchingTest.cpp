@@ -1,6 +1,6 @@
 #include <limits>
 
-#include "boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/Exception.h"
 #include "tests/ruvo/Fixture.h"
 
 namespace ruvo::testing {

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/k7q/Exception.h"
-#include "boundary/ruvo/Package.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/ruvo/Package.h"
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tests/ruvo/Fixture.h"
 
 namespace ruvo {

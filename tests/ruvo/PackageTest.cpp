@@ -1,8 +1,8 @@
 #include <stdexcept>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/k7q/Exception.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tests/ruvo/Fixture.h"
 
 namespace ruvo::testing {

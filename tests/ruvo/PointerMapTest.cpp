@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/ruvo/PointerMap.h"
+#include "tarvelon/platform/ruvo/PointerMap.h"
 
 namespace ruvo {
 namespace {

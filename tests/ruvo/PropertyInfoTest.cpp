@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "boundary/bedrock/Except.h"
-#include "boundary/ruvo/Property.h"
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/ruvo/Property.h"
+#include "tarvelon/boundary/ut/Memory.h"
 
 namespace ruvo {
 namespace {

@@ -5,7 +5,7 @@
 #include <new>
 #include <stdexcept>
 
-#include "boundary/ut/Memory.h"
+#include "tarvelon/boundary/ut/Memory.h"
 
 /// An operator new that counts and that fails by request. A test program that wants it has a source that
 /// includes tests/support/ReplaceNew.h.

@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "boundary/k7q/Primitives.h"
-#include "platform/ruvo/ObjectSystem.h"
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/ruvo/ObjectSystem.h"
 
 /// What tests say in one word: values, objects and calls by name.
 namespace host {

@@ -1,4 +1,0 @@
-#include "arplatform/behavior/Table.h"
-#include "module/PackageFrame.h"
-
-ARPLATFORM_DEFINE_PACKAGE(behavior, ARPLATFORM_BEHAVIOR_NAMES)

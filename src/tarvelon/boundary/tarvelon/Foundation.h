@@ -1,0 +1,67 @@
+#pragma once
+
+#include "tarvelon/boundary/tarvelon/Names.h"
+
+// The metamodels that the platform's own builds on: their classes and enumerations in the order of their
+// registration.
+// clang-format off
+#define TARVELON_KERNEL_NAMES(CLASS, ENUMERATION) \
+  CLASS(ClassObject)                              \
+  CLASS(Model)
+
+#define TARVELON_FOUNDATION_NAMES(CLASS, ENUMERATION)                \
+  CLASS(Element)                                                     \
+  CLASS(Comment)                                                     \
+  CLASS(NamedElement)                                                \
+  CLASS(PackageableElement)                                          \
+  CLASS(Namespace)                                                   \
+  CLASS(Package)                                                     \
+  CLASS(Domain)                                                      \
+  CLASS(DomainRoot)                                                  \
+  CLASS(ValueType)                                                   \
+  CLASS(ValueSpecification)                                          \
+  CLASS(NumericalValueSpecification)                                 \
+  CLASS(TextValueSpecification)                                      \
+  CLASS(ArrayValueSpecification)                                     \
+  CLASS(RecordValueSpecification)                                    \
+  ENUMERATION(VisibilityKind, Public, Private, Protected, Package)   \
+  ENUMERATION(SwCalibrationAccessKind, ReadOnly, ReadWrite, NotAccessible)
+
+#define TARVELON_TYPES_NAMES(CLASS, ENUMERATION) \
+  CLASS(CompuMethod)                             \
+  CLASS(SwBaseType)                              \
+  CLASS(ImplementationDataType)                  \
+  CLASS(ApplicationPrimitiveDataType)
+// clang-format on
+
+/// What every model object is. Published by the model infrastructure; the rows give it its meta properties.
+namespace Tarvelon::metamodel::kernel {
+
+#define KERNEL_CLASS(X) TARVELON_DECLARE_CLASS("K7Q.", X)
+#define KERNEL_ENUMERATION(E, ...) TARVELON_DECLARE_ENUMERATION("K7Q.", E, __VA_ARGS__)
+TARVELON_KERNEL_NAMES(KERNEL_CLASS, KERNEL_ENUMERATION)
+#undef KERNEL_CLASS
+#undef KERNEL_ENUMERATION
+
+}  // namespace Tarvelon::metamodel::kernel
+
+namespace Tarvelon::metamodel::foundation {
+
+#define FOUNDATION_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.foundation.", X)
+#define FOUNDATION_ENUMERATION(E, ...) \
+  TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.foundation.", E, __VA_ARGS__)
+TARVELON_FOUNDATION_NAMES(FOUNDATION_CLASS, FOUNDATION_ENUMERATION)
+#undef FOUNDATION_CLASS
+#undef FOUNDATION_ENUMERATION
+
+}  // namespace Tarvelon::metamodel::foundation
+
+namespace Tarvelon::metamodel::types {
+
+#define TYPES_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.types.", X)
+#define TYPES_ENUMERATION(E, ...) TARVELON_DECLARE_ENUMERATION("Tarvelon.metamodel.types.", E, __VA_ARGS__)
+TARVELON_TYPES_NAMES(TYPES_CLASS, TYPES_ENUMERATION)
+#undef TYPES_CLASS
+#undef TYPES_ENUMERATION
+
+}  // namespace Tarvelon::metamodel::types

@@ -1,0 +1,28 @@
+#include "tarvelon/factory/FactoryWrapper.h"
+#include "tarvelon/module/PackageFrame.h"
+
+namespace Tarvelon::metamodel::arplatform {
+
+static K7Q::ImmutablePackage MetaPackage() { return native::metaPackage("Tarvelon.metamodel.arplatform"); }
+
+namespace mi {
+
+static ::arplatform_module::PackageState gState;
+
+ruvo::RVOPackage* getarplatformRVOPackage() { return gState.package; }
+
+void initarplatformPackageWrapper(ruvo::RVOPackage* /*parent*/) {
+  ::arplatform_module::attachPackage("Tarvelon.metamodel", "arplatform", gState,
+                                     &arplatformStaticInitializePackage);
+}
+
+void arplatformStaticInitializePackage(ruvo::RVOPackage* package) {
+  registerFactories(package);
+#define ARPLATFORM_ATTACH(P, NAMES) P::mi::init##P##PackageWrapper(package);
+  ARPLATFORM_PACKAGES(ARPLATFORM_ATTACH)
+#undef ARPLATFORM_ATTACH
+  ::arplatform_module::finishPackage(package, &MetaPackage);
+}
+
+}  // namespace mi
+}  // namespace Tarvelon::metamodel::arplatform

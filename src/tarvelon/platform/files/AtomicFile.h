@@ -1,0 +1,68 @@
+#pragma once
+
+#include <filesystem>
+#include <functional>
+#include <string>
+
+#include "tarvelon/platform/files/Output.h"
+
+namespace Tarvelon::files {
+
+/// A file that takes the place of another, or none, when it is whole.
+///
+/// Until commit() its bytes lie in a temporary file of the same folder, called `.NAME.XXXXXXXX.tarvelon-new`
+/// with as much of NAME as fits, which its writer keeps locked. One that nobody has locked was left by a
+/// killed save: the next save of the same file removes it.
+class AtomicFile final : public Sink {
+ public:
+  /// Raises FileError.
+  explicit AtomicFile(const std::filesystem::path& path);
+  AtomicFile(const AtomicFile&) = delete;
+  AtomicFile& operator=(const AtomicFile&) = delete;
+  /// Takes the temporary file away unless it was committed.
+  ~AtomicFile() override;
+
+  void write(const char* bytes, std::size_t count) override;
+  void commit(bool isDurable);
+
+ private:
+  void examine();
+  void sweep() const;
+  void open();
+  bool tryOpen();
+  [[noreturn]] void refuse(const char* what, int number) const;
+
+  std::string mShown;
+  /// The file itself, behind all symbolic links, and its folder.
+  std::filesystem::path mTarget;
+  std::filesystem::path mFolder;
+  std::filesystem::path mTemporary;
+  int mFile = -1;
+  /// How temporary files of this one begin: ".NAME."
+  std::string mLead;
+  /// Of the file that is there, -1 if none is.
+  int mMode = -1;
+};
+
+/// A file that is read from its beginning to its end. Raises FileError.
+class InputFile {
+ public:
+  explicit InputFile(const std::filesystem::path& path);
+  InputFile(const InputFile&) = delete;
+  InputFile& operator=(const InputFile&) = delete;
+  ~InputFile();
+  /// How many bytes were read, 0 at the end. Calls `interrupted`, which may raise, when a signal has come
+  /// while it waited for them, as it may with a pipe.
+  std::size_t read(char* buffer, std::size_t room, const std::function<void()>& interrupted);
+  /// In bytes, 0 where the system does not say.
+  std::size_t size() const noexcept { return mSize; }
+
+ private:
+  [[noreturn]] void refuse(int number) const;
+
+  std::string mShown;
+  int mFile;
+  std::size_t mSize = 0;
+};
+
+}  // namespace Tarvelon::files

@@ -1,0 +1,27 @@
+#include "tarvelon/boundary/ut/Memory.h"
+
+#include <cstdlib>
+
+#include "tarvelon/platform/hx/FreeList.h"
+
+unsigned long hx::gAllocationsUntilFailure = 0;
+
+namespace {
+
+bool isToFail() noexcept { return hx::gAllocationsUntilFailure != 0 && --hx::gAllocationsUntilFailure == 0; }
+
+}  // namespace
+
+void* utMalloc(std::size_t size) noexcept {
+  // One byte at least: null means that memory is exhausted, and nothing else.
+  return isToFail() ? nullptr : std::malloc(size ? size : 1);
+}
+
+void* utCalloc(std::size_t count, std::size_t size) noexcept {
+  const bool isNothing = count == 0 || size == 0;
+  return isToFail() ? nullptr : std::calloc(isNothing ? 1 : count, isNothing ? 1 : size);
+}
+
+void utFree(void* storage) noexcept { std::free(storage); }
+
+void utFailAllocation(unsigned long countdown) noexcept { hx::gAllocationsUntilFailure = countdown; }

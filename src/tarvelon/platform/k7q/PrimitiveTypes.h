@@ -1,0 +1,11 @@
+#pragma once
+
+#include "tarvelon/boundary/k7q/Introspection.h"
+
+namespace K7Q::NSInterface {
+
+/// The description of a scalar type or of the text type.
+const DataTypeIntf& primitiveType(ScalarIntf::Type type);
+const DataTypeIntf& stringType();
+
+}  // namespace K7Q::NSInterface

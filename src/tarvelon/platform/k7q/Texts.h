@@ -1,0 +1,58 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "tarvelon/boundary/hx/Array.h"
+#include "tarvelon/boundary/k7q/Object.h"
+#include "tarvelon/boundary/ruvo/Interned.h"
+
+/// The words of the errors that this library raises: each kind has its one format here.
+namespace K7Q::text {
+
+inline constexpr const char* kNoMessage = "Internal assertion without a message detected! Please fix me asap";
+inline constexpr const char* kNullSequence =
+    "Cannot access NULL sequence. Use MakeSequence to create sequences."
+    "See testSequenceCreation in k7q/kernel/unittest/sequence_tests.";
+inline constexpr const char* kSequenceEmpty = "sequence is empty";
+inline constexpr const char* kIndexNotPositive = "sequence index must be positive";
+inline constexpr const char* kIndexOutOfBounds = "sequence index out of bounds";
+inline constexpr const char* kIteratorAtEnd =
+    "the iterator stands behind the last element; compare it with the one from end() before";
+inline constexpr const char* kIteratorAtBegin =
+    "the iterator stands on the first element; compare it with the one from begin() before";
+inline constexpr const char* kIteratorStale =
+    "the sequence has changed since the iterator was taken; take another one from begin() or end(), or use "
+    "the "
+    "one that the change gave";
+inline constexpr const char* kIteratorOfOther =
+    "the iterator belongs to another sequence; take one from this sequence";
+inline constexpr const char* kMultiValued = "You cannot set a multi-valued property";
+inline constexpr const char* kReadOnly = "You cannot set a read-only property";
+inline constexpr const char* kThroughImmutable =
+    "You cannot set a property through an immutable object; use the mutable object, asMutable() gives it";
+inline constexpr const char* kReadOnlyView =
+    "the view is read-only, its deviant refuses writing; asDeviant(model) with the model itself gives a "
+    "writable view";
+inline constexpr const char* kTooManyElements =
+    "too many elements: an optional value is one element, or an empty array to unset it";
+inline constexpr const char* kNoModelFactory =
+    "no library that makes models is loaded; load the native model library, or set one with "
+    "K7Q::setModelFactory()";
+
+/// `where`: expected `expected`, got `given`.
+std::string mismatch(std::string_view where, std::string_view expected, std::string_view given);
+/// A host value and a number as the object system shows them.
+std::string shown(const hx::hxArray* given);
+std::string shown(double number);
+/// What stands behind the last dot of a dotted name.
+std::string_view shortName(const ruvo::InternedName& dotted);
+/// The class of a native object.
+std::string shown(const NSInterface::ObjectIntf& object);
+/// What a URI is told that another open model has.
+std::string uriTaken(std::u16string_view uri);
+
+}  // namespace K7Q::text
+
+/// The same as k7q::getTooManyElementsMessage(), for callers without namespaces.
+extern "C" TARVELON_API const char* k7q_getTooManyElementsMessage();

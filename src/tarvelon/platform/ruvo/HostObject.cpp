@@ -1,0 +1,49 @@
+#include "tarvelon/platform/ruvo/HostObject.h"
+
+#include "tarvelon/boundary/bedrock/Except.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/platform/hx/FreeList.h"
+#include "tarvelon/platform/hx/ObjectScalar.h"
+#include "tarvelon/platform/ruvo/Registry.h"
+
+namespace ruvo {
+
+namespace {
+
+constinit hx::FreeList gFree(sizeof(HostObject));
+
+}  // namespace
+
+RVOClient::~RVOClient() = default;
+RVOInterface::~RVOInterface() = default;
+HostObject::~HostObject() = default;
+
+void* HostObject::operator new(std::size_t /*size*/) {
+  if (void* storage = gFree.take()) return storage;
+  throw bedrock::core::except::bad_alloc();
+}
+void HostObject::operator delete(void* storage) noexcept { gFree.give(storage); }
+
+void HostObject::dispose() {
+  if (mBound) destroyBound();
+  delete this;
+}
+
+void HostObject::destroyBound() noexcept {
+  try {
+    classOf(*this).info().destroyInstance(mClass, ObjectSystem::client(), mBound);
+  } catch (...) {
+    // An object goes wherever its last holder goes, on the way of another error too: there is nobody to tell.
+  }
+  // destroyInstance() has forgotten the binding, unless it failed first.
+  if (mBound) factory::basic::BindingRegistry::remove(mBound);
+}
+
+hx::hxArray* boxInterface(RVOInterface* object, const InternedName& className) {
+  if (!object) return hx::hxCreateObjectMatrix(0, 0, className.c_str());
+  // A new object has no holder yet: without one it would stay when there is no memory for the array.
+  const RVOInterfacePtr holder(object);
+  return hx::createObjectScalar(object, className.c_str());
+}
+
+}  // namespace ruvo

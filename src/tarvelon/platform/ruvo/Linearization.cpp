@@ -1,0 +1,114 @@
+#include <algorithm>
+
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/ruvo/ClassMembers.h"
+
+namespace ruvo {
+
+namespace {
+
+using Order = std::vector<Class*>;
+
+/// Whether a class stands in one of the orders behind its first place.
+bool isWaitedFor(const Class* cls, const std::vector<Order>& orders) {
+  return std::any_of(orders.begin(), orders.end(), [cls](const Order& order) {
+    return !order.empty() && std::find(order.begin() + 1, order.end(), cls) != order.end();
+  });
+}
+
+/// The first class that may come next, null if each waits for another.
+Class* nextOf(const std::vector<Order>& orders) {
+  for (const Order& order : orders) {
+    if (!order.empty() && !isWaitedFor(order.front(), orders)) return order.front();
+  }
+  return nullptr;
+}
+
+bool isExhausted(const std::vector<Order>& orders) {
+  return std::all_of(orders.begin(), orders.end(), [](const Order& order) { return order.empty(); });
+}
+
+[[noreturn]] void throwInconsistent(const Class& cls, const std::vector<Order>& orders) {
+  std::string names;
+  for (const Order& order : orders) {
+    if (order.empty()) continue;
+    const std::string name = std::string("'").append(order.front()->getFullName().view()).append("'");
+    if (names.find(name) == std::string::npos) names.append(names.empty() ? "" : ", ").append(name);
+  }
+  throw K7Q::Exception("class '" + std::string(cls.getFullName().view()) +
+                       "': its superclasses have no common order, each of " + names +
+                       " must come behind another; list a class before its superclasses");
+}
+
+/// The C3 merge: of the orders of the superclasses, and of the superclasses as they are listed, none is
+/// turned round.
+void merge(Order& result, std::vector<Order> orders) {
+  while (!isExhausted(orders)) {
+    Class* next = nextOf(orders);
+    if (!next) throwInconsistent(*result.front(), orders);
+    result.push_back(next);
+    for (Order& order : orders) {
+      if (!order.empty() && order.front() == next) order.erase(order.begin());
+    }
+  }
+}
+
+/// Set for as long as an order is being made.
+class Mark {
+ public:
+  explicit Mark(bool& flag) noexcept : mFlag(flag) { mFlag = true; }
+  ~Mark() { mFlag = false; }
+  Mark(const Mark&) = delete;
+  Mark& operator=(const Mark&) = delete;
+
+ private:
+  bool& mFlag;
+};
+
+}  // namespace
+
+std::span<Class* const> Class::superClasses() {
+  Members& own = members();
+  auto& classes = own.derived().superClasses;
+  if (classes.size() != own.superClassNames.size()) {
+    Order found;
+    for (const InternedName& name : own.superClassNames) {
+      Class* cls = find(name);
+      if (!cls) {
+        throw K7Q::UnknownName("class '" + std::string(mFullName.view()) + "': there is no class '" +
+                               std::string(name.view()) + "', which it names as a superclass");
+      }
+      found.push_back(cls);
+    }
+    classes = std::move(found);
+  }
+  return classes;
+}
+
+std::span<Class* const> Class::linearization() {
+  auto& derived = members().derived();
+  if (!derived.linearization.empty()) return derived.linearization;
+  if (derived.isLinearizing) {
+    throw K7Q::Exception("class '" + std::string(mFullName.view()) + "' is among its own superclasses");
+  }
+  const Mark mark(derived.isLinearizing);
+  const auto supers = superClasses();
+  std::vector<Order> orders;
+  for (Class* super : supers) {
+    const auto order = super->linearization();
+    orders.emplace_back(order.begin(), order.end());
+  }
+  orders.emplace_back(supers.begin(), supers.end());
+  Order result{this};
+  merge(result, std::move(orders));
+  derived.linearization = std::move(result);
+  return derived.linearization;
+}
+
+bool Class::isKindOf(const Class& other) {
+  if (this == &other) return true;
+  const auto order = linearization();
+  return std::find(order.begin(), order.end(), &other) != order.end();
+}
+
+}  // namespace ruvo

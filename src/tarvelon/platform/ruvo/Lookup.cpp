@@ -1,0 +1,88 @@
+#include <algorithm>
+
+#include "tarvelon/boundary/ruvo/Method.h"
+#include "tarvelon/platform/ruvo/ClassMembers.h"
+
+namespace ruvo {
+
+namespace {
+
+/// Adds the class's own records of that name; says whether one of them hides those of the superclasses.
+bool collect(std::span<RVOMethodInfo* const> records, const InternedName& name, OverloadSet& set) {
+  bool hides = false;
+  for (const RVOMethodInfo* record : records) {
+    if (!(record->getName() == name) || record->isConstructor()) continue;
+    set.candidates.push_back(record);
+    hides |= (record->getFlags() & factory::kOverridesAllSignatures) != 0;
+  }
+  return hides;
+}
+
+}  // namespace
+
+const PropertySlot* Class::findProperty(const InternedName& name) {
+  if (name.empty()) return nullptr;
+  auto& derived = members().derived();
+  if (!derived.hasProperties) {
+    for (Class* cls : linearization()) {
+      for (const PropertySlot& slot : cls->properties()) derived.properties.insert(slot.name.entry(), &slot);
+    }
+    derived.hasProperties = true;
+  }
+  return derived.properties.find(name.entry());
+}
+
+// By text: the names of the members are interned once all the classes are defined, which the order sees to.
+
+const PropertySlot* Class::findProperty(std::string_view name) {
+  linearization();
+  return findProperty(InternedName(internal::findInterned(name)));
+}
+
+const OverloadSet* Class::findMethods(const InternedName& name) {
+  if (name.empty()) return nullptr;
+  auto& derived = members().derived();
+  if (const OverloadSet* known = derived.overloads.find(name.entry())) return known;
+  auto set = std::make_unique<OverloadSet>();
+  set->name = name;
+  for (Class* cls : linearization()) {
+    if (collect(cls->methods(), name, *set)) break;
+  }
+  if (set->candidates.empty()) return nullptr;
+  set->candidates.shrink_to_fit();
+  derived.sets.push_back(std::move(set));
+  const OverloadSet* made = derived.sets.back().get();
+  derived.overloads.insert(name.entry(), made);
+  return made;
+}
+
+const OverloadSet* Class::findMethods(std::string_view name) {
+  linearization();
+  return findMethods(InternedName(internal::findInterned(name)));
+}
+
+const OverloadSet* Class::constructors() {
+  Members& own = members();
+  auto& derived = own.derived();
+  if (!derived.hasConstructors) {
+    derived.constructors.name = mFullName;
+    for (const RVOMethodInfo* record : own.methods) {
+      if (record->isConstructor()) derived.constructors.candidates.push_back(record);
+    }
+    derived.hasConstructors = true;
+  }
+  return derived.constructors.candidates.empty() ? nullptr : &derived.constructors;
+}
+
+std::string Class::nearestMember(std::string_view name) {
+  std::vector<std::string_view> names;
+  for (Class* cls : linearization()) {
+    for (const PropertySlot& slot : cls->properties()) names.push_back(slot.name.view());
+    for (const RVOMethodInfo* record : cls->methods()) {
+      if (!record->isConstructor()) names.push_back(record->getName().view());
+    }
+  }
+  return nearestName(name, names);
+}
+
+}  // namespace ruvo

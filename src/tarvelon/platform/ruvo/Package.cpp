@@ -1,0 +1,234 @@
+#include <algorithm>
+#include <cstring>
+#include <utility>
+
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/ruvo/NameEntry.h"
+#include "tarvelon/platform/ruvo/Registry.h"
+#include "tarvelon/platform/ruvo/Texts.h"
+
+namespace ruvo {
+
+namespace {
+
+InternedName joined(const InternedName& package, std::string_view shortName) {
+  std::string name(package.view());
+  if (!name.empty()) name += '.';
+  return InternedName(std::string_view(name += shortName));
+}
+
+std::string described(const Package& package) {
+  return package.parent() ? "package '" + std::string(package.getFullName().view()) + "'"
+                          : "the root package";
+}
+
+/// The short name that an info reports.
+std::string_view requireShortName(const char* name, std::string_view kind, const Package& package) {
+  if (name && *name && !std::strchr(name, '.')) return name;
+  throw K7Q::Exception("a " + std::string(kind) + " added to " + described(package) +
+                       " must report a short name without a dot, got '" + (name ? name : "") + "'");
+}
+
+/// Asks the infos of a package for a name that it has not; true when one of them says that it is there now.
+template <class Infos, class Ask>
+bool isBroughtIn(const Infos& infos, Ask ask) {
+  for (std::size_t i = 0; i < infos.size(); ++i) {
+    if (ask(*infos[i])) return true;
+  }
+  return false;
+}
+
+}  // namespace
+
+Package& ObjectSystem::root() {
+  static Package& root = *new Package(nullptr, InternedName());
+  return root;
+}
+
+Package& ObjectSystem::childOf(Package& parent, std::string_view shortName) {
+  auto& packages = parent.mContent->packages;
+  const auto found = std::find_if(packages.begin(), packages.end(),
+                                  [&](const Package* child) { return child->shortName() == shortName; });
+  if (found != packages.end()) return **found;
+  std::unique_ptr<Package> child(new Package(&parent, joined(parent.mFullName, shortName)));
+  packages.push_back(child.get());
+  return *child.release();
+}
+
+void ObjectSystem::addInitializer(Package& package, std::function<void(RVOPackage*)> initializer) {
+  package.mContent->initializers.push_back(std::move(initializer));
+  if (package.mState == Package::State::Populated) package.mState = Package::State::Attached;
+}
+
+Package::Package(Package* parent, const InternedName& fullName)
+    : mParent(parent), mFullName(fullName), mContent(std::make_unique<Content>()) {}
+
+Package::~Package() {
+  for (Package* child : mContent->packages) delete child;
+  for (Class* cls : mContent->classes) delete cls;
+  for (factory::FunctionInfo* function : mContent->functions) delete function;
+}
+
+Package& Package::root() { return ObjectSystem::root(); }
+
+Package* Package::find(std::string_view fullName) {
+  Package* package = &root();
+  for (std::string_view rest = fullName; package && !rest.empty();) {
+    const std::size_t dot = std::min(rest.find('.'), rest.size());
+    if (dot == 0 || dot + 1 == rest.size()) return nullptr;
+    package = package->findPackage(rest.substr(0, dot));
+    rest.remove_prefix(std::min(dot + 1, rest.size()));
+  }
+  if (package) package->populate();
+  return package;
+}
+
+Package& Package::get(std::string_view fullName) {
+  if (Package* package = find(fullName)) return *package;
+  const std::string_view parent = parentName(fullName);
+  Package& known = get(parent);
+  std::string what = "no package '" + std::string(fullName) + "'";
+  std::string near = nearestName(lastName(fullName), known.packageNames());
+  if (!near.empty()) what += "; did you mean '" + std::string(joined(known.mFullName, near).view()) + "'?";
+  throw K7Q::UnknownName(what);
+}
+
+std::string_view Package::shortName() const noexcept { return lastName(mFullName.view()); }
+
+void Package::populate() {
+  if (mState == State::Populated || mState == State::Populating) return;
+  if (mState == State::Failed) std::rethrow_exception(mContent->failure);
+  // What brings in the parent may attach more to this one.
+  if (mParent) mParent->populate();
+  if (mState != State::Attached) return populate();
+  mState = State::Populating;
+  try {
+    while (!mContent->initializers.empty()) {
+      const auto initializer = std::move(mContent->initializers.front());
+      mContent->initializers.erase(mContent->initializers.begin());
+      initializer(this);
+    }
+  } catch (...) {
+    mContent->failure = std::current_exception();
+    mState = State::Failed;
+    throw;
+  }
+  mState = State::Populated;
+}
+
+std::vector<std::string_view> Package::packageNames() {
+  populate();
+  std::vector<std::string_view> names;
+  for (const Package* child : mContent->packages) names.push_back(child->shortName());
+  return names;
+}
+
+std::vector<std::string_view> Package::classNames() {
+  std::vector<std::string_view> names;
+  for (const Class* cls : classes()) names.push_back(cls->shortName());
+  return names;
+}
+
+std::span<Class* const> Package::classes() {
+  populate();
+  return mContent->classes;
+}
+
+std::span<factory::FunctionInfo* const> Package::functions() {
+  populate();
+  return mContent->functions;
+}
+
+Package* Package::findPackage(std::string_view shortName) {
+  populate();
+  const auto find = [&]() -> Package* {
+    for (Package* child : mContent->packages) {
+      if (child->shortName() == shortName) return child;
+    }
+    return nullptr;
+  };
+  if (Package* child = find()) return child;
+  const std::string name(shortName);
+  const bool isThere = isBroughtIn(
+      mContent->infos, [&](RVOPackageInfo& info) { return info.attemptToLoadSubPackage(name.c_str()); });
+  return isThere ? find() : nullptr;
+}
+
+Class* Package::findClass(std::string_view shortName) {
+  populate();
+  std::string fullName(mFullName.view());
+  if (mParent) fullName += '.';
+  fullName += shortName;
+  const auto find = [&] { return bearerOf(InternedName(internal::findInterned(fullName))); };
+  if (shortName.find('.') != std::string_view::npos) return nullptr;
+  if (Class* cls = find()) return cls;
+  const std::string name(shortName);
+  const bool isThere = isBroughtIn(mContent->infos, [&](RVOPackageInfo& info) {
+    return info.attemptToLoadClass(name.c_str()) || info.attemptToLoadType(name.c_str());
+  });
+  return isThere ? find() : nullptr;
+}
+
+std::vector<const factory::FunctionInfo*> Package::findFunctions(std::string_view name) {
+  populate();
+  std::vector<const factory::FunctionInfo*> found;
+  const auto collect = [&] {
+    std::copy_if(mContent->functions.begin(), mContent->functions.end(), std::back_inserter(found),
+                 [&](const auto* function) { return function->getName().view() == name; });
+  };
+  collect();
+  if (!found.empty()) return found;
+  const std::string text(name);
+  if (isBroughtIn(mContent->infos,
+                  [&](RVOPackageInfo& info) { return info.attemptToLoadFunction(text.c_str()); })) {
+    collect();
+  }
+  return found;
+}
+
+void Package::addPackageInfo(RVOPackageInfo* info) {
+  std::unique_ptr<RVOPackageInfo> owned(info);
+  Package& child = ObjectSystem::childOf(*this, requireShortName(info->getName(), "package", *this));
+  // Room first, then what may fail, then what cannot: no info stands without its initialiser.
+  child.mContent->infos.reserve(child.mContent->infos.size() + 1);
+  ObjectSystem::addInitializer(child, [info](RVOPackage* package) { info->initializePackage(package); });
+  child.mContent->infos.push_back(std::move(owned));
+}
+
+void Package::addClass(RVOClassInfo* info, int access) {
+  std::unique_ptr<RVOClassInfo> owned(info);
+  const std::string_view shortName = requireShortName(info->getName(), "class", *this);
+  const InternedName fullName = joined(mFullName, shortName);
+  if (bearerOf(fullName)) {
+    for (const auto& known : mContent->infos) known->throwErrorForDefinitionOfExistingName(info->getName());
+    throw K7Q::Exception(described(*this) + " has a class '" + std::string(shortName) +
+                         "' already; give the new one another name");
+  }
+  ObjectSystem::addClass(mContent->classes, std::move(owned), fullName, access);
+}
+
+void Package::addFunction(factory::FunctionInfo* function) {
+  std::unique_ptr<factory::FunctionInfo> owned(function);
+  mContent->functions.push_back(function);
+  static_cast<void>(owned.release());
+}
+
+RVOPackage* RVOPackage::getPackage(const InternedName& fullName) { return Package::find(fullName.view()); }
+
+RVOPackage* factory::registerRuvoPackage(const std::string& fullName,
+                                         std::function<void(RVOPackage*)> initializer) {
+  Package* package = &Package::root();
+  std::string_view rest = fullName;
+  do {
+    const std::size_t dot = std::min(rest.find('.'), rest.size());
+    if (dot == 0 || dot + 1 == rest.size()) {
+      throw K7Q::Exception("a package must have a name of parts between dots, got '" + fullName + "'");
+    }
+    package = &ObjectSystem::childOf(*package, rest.substr(0, dot));
+    rest.remove_prefix(std::min(dot + 1, rest.size()));
+  } while (!rest.empty());
+  if (initializer) ObjectSystem::addInitializer(*package, std::move(initializer));
+  return package;
+}
+
+}  // namespace ruvo

@@ -1,0 +1,163 @@
+// What the compiler can check of the rows is not left to a test: a row that breaks one of these rules does
+// not compile. That bases have rows and form no cycle follows from how they are read: each by the row of its
+// class.
+
+#include <algorithm>
+#include <string_view>
+#include <type_traits>
+
+#include "tarvelon/arplatform/Tables.h"
+#include "tarvelon/foundation/Table.h"
+#include "tarvelon/types/Table.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+constexpr char capital(char letter) {
+  return letter >= 'a' && letter <= 'z' ? static_cast<char>(letter - 'a' + 'A') : letter;
+}
+
+constexpr bool isNamed(const PropertyRow& row, std::string_view metaName) {
+  const std::string_view name = row.name;
+  return !metaName.empty() && capital(name[0]) == metaName[0] && name.substr(1) == metaName.substr(1);
+}
+
+/// A copy of a row, if there is one. No pointer: comparing one with null is no constant under every
+/// sanitizer.
+struct Found {
+  bool isFound = false;
+  PropertyRow row{};
+};
+
+/// The property of that meta name that the class's list meets first.
+template <class X>
+constexpr Found find(std::string_view metaName);
+
+template <class... Bases>
+constexpr Found findAbove(const BaseRows<Bases...>& /*bases*/, [[maybe_unused]] std::string_view metaName) {
+  Found found;
+  static_cast<void>(((found = find<Bases>(metaName), found.isFound) || ...));
+  return found;
+}
+
+template <class X>
+constexpr Found find(std::string_view metaName) {
+  for (const PropertyRow& row : kRow<X>.properties.rows) {
+    if (isNamed(row, metaName)) return {true, row};
+  }
+  return findAbove(kRow<X>.bases, metaName);
+}
+
+template <class X>
+constexpr bool haveAscendingIds() {
+  unsigned last = 0;
+  for (const PropertyRow& row : kRow<X>.properties.rows) {
+    if (row.id <= last) return false;
+    last = row.id;
+  }
+  return true;
+}
+
+/// A redefinition shares the storage of what it redefines, so both must be stored alike.
+constexpr bool isStoredAlike(const PropertyRow& narrower, const PropertyRow& wider) {
+  return narrower.type->kind == wider.type->kind && narrower.isMany() == wider.isMany() &&
+         narrower.role == wider.role && narrower.derivation == wider.derivation;
+}
+
+template <class X>
+constexpr bool haveRedefinedProperties() {
+  return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
+    if (!row.redefined) return true;
+    const Found wider = findAbove(kRow<X>.bases, row.redefined);
+    return wider.isFound && isStoredAlike(row, wider.row);
+  });
+}
+
+template <class X>
+constexpr bool haveHiddenProperties() {
+  return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
+    return !row.hidden || findAbove(kRow<X>.bases, row.hidden).isFound;
+  });
+}
+
+/// The engine has lists of objects, of texts and of enumeration values; one of another kind needs a view of
+/// its own (Views.cpp) first.
+template <class X>
+constexpr bool haveStorableLists() {
+  return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
+    return !row.isMany() || row.type->kind == Kind::ClassObject || row.type->kind == Kind::String ||
+           row.type->kind == Kind::DataType;
+  });
+}
+
+/// Each argument fills the property that it is named after, " aSymbol, aName", and is of its type.
+template <class X>
+constexpr bool fillsProperties(const ConstructorRow& constructor) {
+  std::string_view rest = constructor.parameterNames;
+  for (unsigned argument = 0; argument < constructor.count; ++argument) {
+    const std::string_view parameter = rest.substr(0, rest.find(','));
+    const std::string_view filled = filledBy(parameter);
+    if (filled.empty()) return false;
+    const Found found = find<X>(filled);
+    if (!found.isFound || found.row.isMany() || found.row.type != constructor.arguments[argument])
+      return false;
+    rest.remove_prefix(std::min(parameter.size() + 1, rest.size()));
+  }
+  return rest.empty();
+}
+
+template <class X>
+constexpr bool haveFillingConstructors() {
+  return std::ranges::all_of(kRow<X>.constructors.rows, fillsProperties<X>);
+}
+
+template <class X>
+constexpr bool haveSelectingReads() {
+  return std::ranges::all_of(kRow<X>.reads.rows, [](const ReadRow& read) {
+    const Found list = find<X>(read.property);
+    return list.isFound && list.row.isMany() && list.row.type->cls == read.element;
+  });
+}
+
+template <class X>
+constexpr bool check() {
+  if constexpr (HasRow<X>) {
+    static_assert(haveAscendingIds<X>(), "the ids of a class ascend and start from 1");
+    static_assert(haveRedefinedProperties<X>(),
+                  "a redefinition names a property of a base that is stored alike");
+    static_assert(haveHiddenProperties<X>(), "an entry that is left out stands in a base");
+    static_assert(haveStorableLists<X>(),
+                  "a property of many values is of a class, of texts or of an enumeration");
+    static_assert(haveFillingConstructors<X>(), "an argument is named after a property of its type");
+    static_assert(haveSelectingReads<X>(), "a read method selects from a property of its elements");
+  }
+  return true;
+}
+
+}  // namespace
+
+}  // namespace Tarvelon::metamodel::native
+
+// The compiler runs every check; clang's analyser would walk each instantiation of them for minutes and has
+// nothing to find in what the compiler ran.
+#ifndef __clang_analyzer__
+
+#define TARVELON_NOTHING(...)
+#define TARVELON_CHECK(X) static_assert(::Tarvelon::metamodel::native::check<X>());
+#define TARVELON_CHECK_PACKAGE(P, NAMES)  \
+  namespace P {                           \
+  NAMES(TARVELON_CHECK, TARVELON_NOTHING) \
+  }
+
+namespace Tarvelon::metamodel {
+TARVELON_CHECK_PACKAGE(kernel, TARVELON_KERNEL_NAMES)
+TARVELON_CHECK_PACKAGE(foundation, TARVELON_FOUNDATION_NAMES)
+TARVELON_CHECK_PACKAGE(types, TARVELON_TYPES_NAMES)
+}  // namespace Tarvelon::metamodel
+
+namespace Tarvelon::metamodel::arplatform {
+ARPLATFORM_PACKAGES(TARVELON_CHECK_PACKAGE)
+}  // namespace Tarvelon::metamodel::arplatform
+
+#endif  // __clang_analyzer__

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <vector>
+
+#include "tarvelon/boundary/k7q/Sequence.h"
+#include "tarvelon/boundary/tarvelon/Rows.h"
+
+namespace Tarvelon::metamodel::native {
+
+class ClassMethods;
+class Instance;
+class Property;
+
+/// The value of a derived property of one value, null if there is none.
+K7Q::NSInterface::ObjectIntf* derivedValue(const Instance& object, const Property& property) noexcept;
+
+/// A new sequence of what a read row of the class selects, without a reference for the caller.
+K7Q::Generic::SequenceIntf* readKind(const Instance& object, const ClassMethods& cls, const ReadRow& row,
+                                     K7Q::Deviant deviant);
+
+/// The values of a derived property of many values.
+std::vector<Instance*> derivedValues(const Instance& object, const Property& property);
+
+}  // namespace Tarvelon::metamodel::native

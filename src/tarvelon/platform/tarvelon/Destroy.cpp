@@ -1,0 +1,193 @@
+#include <algorithm>
+#include <span>
+#include <utility>
+#include <vector>
+
+#include "tarvelon/platform/k7q/Destruction.h"
+#include "tarvelon/platform/tarvelon/Held.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/tarvelon/Journal.h"
+#include "tarvelon/platform/tarvelon/Links.h"
+#include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/Steps.h"
+#include "tarvelon/platform/tarvelon/WordList.h"
+
+// An object goes with all that it holds, however deep that is: no recursion, and nothing that could fail.
+// What is to go is chained up through the objects themselves, each with what it holds right behind it, as
+// they were most likely made; on the way each lets go of what it refers to. Then they leave who refers to
+// them, which only others still do, and are freed.
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+void chainUp(Instance& root) noexcept {
+  root.markDying();
+  for (Instance* object = &root; object; object = object->nextDying()) {
+    Instance* const rest = object->nextDying();
+    Instance* last = object;
+    forEachObject(*object, object->cls().holdingSlots, [&last](Instance& held, unsigned /*slot*/) {
+      held.markDying();
+      last->setNextDying(&held);
+      last = &held;
+    });
+    last->setNextDying(rest);
+    leaveReferred(*object);
+  }
+}
+
+/// Takes a dying object out of a list of references. One of many that stands far inside takes all that are
+/// dying along: so a tree is destroyed in one pass over each list, however many of its objects stand in it
+/// and in whatever order.
+void leaveList(Instance& referring, unsigned slot, const Instance& object, bool isOneOfMany) noexcept {
+  constexpr std::uint32_t kNear = 32;
+  WordList& list = *listOf(referring, slot);
+  const std::uint32_t place = isOneOfMany ? list.findNearEnds(&object, kNear) : list.find(&object);
+  if (place != WordList::kNotFound) {
+    list.erase(place, 1);
+    list.shrink();
+    return;
+  }
+  const Referrer referrer{referring.number(), static_cast<std::uint8_t>(slot)};
+  list.eraseIf([&](Word word) {
+    if (word.object->isDying() && word.object != &object) word.object->removeReferrer(referrer);
+    return word.object->isDying();
+  });
+}
+
+/// Empties every place that refers to a dying object, all of which are outside by now.
+void leaveReferrers(Instance& object, bool isOneOfMany) noexcept {
+  Word* word = object.find(Instance::kReferrerSlot);
+  if (!word) return;
+  Referrers(word->bits).forEach([&object, isOneOfMany](Referrer referrer) {
+    Instance& referring = object.model().instance(referrer.instance);
+    if (isList(referring, referrer.slot)) {
+      leaveList(referring, referrer.slot, object, isOneOfMany);
+    } else {
+      referring.remove(referrer.slot);
+    }
+  });
+}
+
+/// The object and all that it holds, holders first.
+std::vector<Instance*> treeOf(Instance& root) {
+  std::vector<Instance*> tree{&root};
+  for (std::size_t index = 0; index < tree.size(); ++index) {
+    forEachHeld(*tree[index], [&tree](Instance& held, unsigned /*slot*/) { tree.push_back(&held); });
+  }
+  return tree;
+}
+
+struct Mention {
+  Instance* object;
+  std::uint8_t slot;
+  Instance* element;
+};
+
+/// Where something outside the tree, which is marked as dying, refers into it.
+std::vector<Mention> mentionsOf(const std::vector<Instance*>& tree) {
+  std::vector<Mention> mentions;
+  for (Instance* object : tree) {
+    Word* word = object->find(Instance::kReferrerSlot);
+    if (!word) continue;
+    Referrers(word->bits).forEach([&](Referrer referrer) {
+      Instance& referring = object->model().instance(referrer.instance);
+      if (!referring.isDying() && referring.isAlive())
+        mentions.push_back({&referring, referrer.slot, object});
+    });
+  }
+  return mentions;
+}
+
+void leave(const Mention& mention, std::uint32_t index) noexcept {
+  make({mention.object,
+        Word{.object = mention.element},
+        {},
+        index,
+        mention.slot,
+        Step::Kind::Element,
+        true,
+        false});
+}
+
+/// Takes what is mentioned out of one place. Few are searched for in a list, many are met on one way through
+/// it.
+void leavePlace(std::span<const Mention> mentions) noexcept {
+  constexpr std::size_t kFew = 32;
+  const Mention& first = mentions[0];
+  Instance& object = *first.object;
+  if (!isList(object, first.slot)) {
+    make(valueStep(object, first.slot, false, {}));
+    return;
+  }
+  const WordList& list = *listOf(object, first.slot);
+  if (mentions.size() <= kFew) {
+    for (const Mention& each : mentions) leave(each, list.find(each.element));
+    return;
+  }
+  for (std::uint32_t index = list.size(); index-- > 0;) {
+    Instance& element = *list.at(index).object;
+    if (element.isDying()) leave({&object, first.slot, &element}, index);
+  }
+}
+
+/// Leaves all places, each at once.
+void leaveAll(std::vector<Mention>& mentions) noexcept {
+  const auto place = [](const Mention& each) { return std::pair(each.object->number(), each.slot); };
+  std::ranges::sort(mentions, {}, place);
+  for (auto first = mentions.begin(); first != mentions.end();) {
+    const auto last = std::find_if(first, mentions.end(),
+                                   [&](const Mention& each) { return place(each) != place(*first); });
+    leavePlace({first, last});
+    first = last;
+  }
+}
+
+/// The way of a model with a journal, which can bring back what is destroyed: the tree stays as it is and is
+/// buried, so that nothing but what refers into it has to be put back.
+void buryTree(Instance& root, Journal& journal) {
+  const std::vector<Instance*> tree = treeOf(root);
+  for (Instance* object : tree) object->setDying(true);
+  std::vector<Mention> mentions;
+  try {
+    mentions = mentionsOf(tree);
+    journal.reserve(1 + mentions.size() + tree.size());
+  } catch (...) {
+    for (Instance* object : tree) object->setDying(false);
+    throw;
+  }
+  leaveOwner(root);
+  leaveAll(mentions);
+  for (Instance* object : tree) object->setDying(false);
+  ++K7Q::mi::gDestructions;
+  for (Instance* object : tree) make({object, {}, {}, 0, 0, Step::Kind::Life, true, false});
+}
+
+}  // namespace
+
+void leaveReferred(Instance& object) noexcept {
+  const bool keepsRoom = object.model().journal() != nullptr;
+  forEachObject(object, object.cls().referringSlots, [&object, keepsRoom](Instance& referred, unsigned slot) {
+    referred.removeReferrer({object.number(), static_cast<std::uint8_t>(slot)}, keepsRoom);
+  });
+}
+
+void destroyTree(Instance& root) {
+  NativeModel& model = root.model();
+  if (Journal* journal = model.journal()) {
+    Batch batch(model);
+    buryTree(root, *journal);
+    return;
+  }
+  leaveOwner(root);
+  chainUp(root);
+  const bool areMany = root.nextDying() != nullptr;
+  ++K7Q::mi::gDestructions;
+  for (Instance* object = &root; object;) {
+    Instance* next = object->nextDying();
+    leaveReferrers(*object, areMany);
+    model.expire(*object);
+    object = next;
+  }
+}
+
+}  // namespace Tarvelon::metamodel::native

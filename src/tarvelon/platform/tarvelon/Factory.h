@@ -1,0 +1,44 @@
+#pragma once
+
+#include <string>
+
+#include "tarvelon/boundary/tarvelon/Factory.h"
+
+namespace Tarvelon::metamodel::native {
+
+class ClassMethods;
+
+/// Makes objects for one model, which it holds. Stateless beside that.
+class Factory final : public arplatform::NSInterface::FactoryIntf {
+ public:
+  explicit Factory(const K7Q::Model& model) noexcept
+      : mModel(model.getModelInterface(), writable(model.getDeviant())) {}
+
+  void addRef() const override { ++mReferences; }
+  void release() const override {
+    if (--mReferences == 0) delete this;
+  }
+  int numRef() const override { return mReferences; }
+  void* cast(K7Q::CooperativeVisitor::TagPair tag) override;
+  const ruvo::InternedName& getRuvoName(bool immutable) const override;
+  bool isValid(K7Q::Deviant /*deviant*/) const override { return mModel.isValid(); }
+  K7Q::ImmutableType getMetaType(K7Q::Deviant deviant) const override;
+  K7Q::Model getModel(K7Q::Deviant deviant) const override;
+
+  K7Q::ClassObject create(K7Q::Deviant deviant, const K7Q::IntrospectiveMethods& cls, unsigned constructor,
+                          std::span<const K7Q::Object> arguments) override;
+  K7Q::Object createFromString(K7Q::Deviant deviant, const K7Q::String& cls) override;
+  K7Q::Object createFromString(K7Q::Deviant deviant, const K7Q::String& cls,
+                               const K7Q::String& name) override;
+
+ private:
+  /// Whether the view may be written is asked before this interface is called, where it is asked at all.
+  static K7Q::Deviant writable(K7Q::Deviant deviant) noexcept {
+    return {deviant.word & ~K7Q::Deviant::kReadOnly};
+  }
+
+  mutable std::int32_t mReferences = 0;
+  K7Q::Model mModel;
+};
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,333 @@
+#include "tarvelon/platform/tarvelon/Journal.h"
+
+#include <algorithm>
+#include <atomic>
+#include <exception>
+#include <iterator>
+#include <utility>
+
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/k7q/Destruction.h"
+#include "tarvelon/platform/tarvelon/ClassData.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/tarvelon/Links.h"
+#include "tarvelon/platform/tarvelon/NativeModel.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+bool holdsTexts(const Step& step) noexcept {
+  return (step.kind == Step::Kind::Value || step.kind == Step::Kind::Element) &&
+         (step.object->cls().textSlots >> step.slot & 1) != 0;
+}
+
+void takeTexts(const Step& step) noexcept {
+  if (!holdsTexts(step)) return;
+  if (step.hasBefore && step.before.text) step.before.text->addRef();
+  if (step.hasAfter && step.after.text) step.after.text->addRef();
+}
+
+void dropTexts(const Step& step) noexcept {
+  if (!holdsTexts(step)) return;
+  if (step.hasBefore && step.before.text) step.before.text->release();
+  if (step.hasAfter && step.after.text) step.after.text->release();
+}
+
+/// Whether such a step leaves an object buried that nothing but the step can bring back.
+bool buries(const Step& step, bool isTakenBack) noexcept {
+  return step.kind == Step::Kind::Life && (isTakenBack ? step.hasAfter : step.hasBefore);
+}
+
+/// Listeners and transactions are told apart for good: one that has ended never stands for a later one.
+std::uint64_t nextId() noexcept {
+  static std::atomic<std::uint64_t> last = 0;
+  return ++last;
+}
+
+}  // namespace
+
+Journal::~Journal() {
+  discard(mRedo, 0, true);
+  discard(mUndo, 0, false);
+  discard({&mOpen, 1}, 0, false);
+}
+
+void Journal::reserve(std::size_t steps) {
+  const std::size_t needed = mOpen.size() + steps;
+  if (needed > mOpen.capacity()) mOpen.reserve(std::max(needed, 2 * mOpen.capacity()));
+}
+
+void Journal::note(const Step& step) noexcept {
+  ++mChanges;
+  takeTexts(step);
+  mOpen.push_back(step);
+}
+
+std::size_t Journal::begin() noexcept {
+  ++mDepth;
+  return mOpen.size();
+}
+
+void Journal::end() noexcept {
+  if (--mDepth == 0) finish();
+}
+
+void Journal::rollBack(std::size_t start) noexcept {
+  takeBack(mOpen, start);
+  discard({&mOpen, 1}, start, true);
+  end();
+}
+
+std::uint64_t Journal::beginTransaction() {
+  mTransactions.push_back({nextId(), mOpen.size()});
+  begin();
+  return mTransactions.back().id;
+}
+
+bool Journal::isOpen(std::uint64_t transaction) const noexcept {
+  return std::ranges::find(mTransactions, transaction, &Transaction::id) != mTransactions.end();
+}
+
+bool Journal::isInnermost(std::uint64_t transaction) const noexcept {
+  return !mTransactions.empty() && mTransactions.back().id == transaction;
+}
+
+void Journal::commit() noexcept {
+  mTransactions.pop_back();
+  end();
+}
+
+void Journal::rollBackTransaction(std::uint64_t transaction) noexcept {
+  const auto found = std::ranges::find(mTransactions, transaction, &Transaction::id);
+  const std::size_t start = found->start;
+  mTransactions.erase(found, mTransactions.end());
+  mDepth = static_cast<unsigned>(mTransactions.size()) + 1;
+  rollBack(start);
+}
+
+void Journal::takeBack(Steps& steps, std::size_t start) noexcept {
+  if (start == steps.size()) return;
+  ++mChanges;
+  ++K7Q::mi::gDestructions;
+  for (std::size_t index = steps.size(); index-- > start;) apply(steps[index].turned());
+}
+
+void Journal::finish() noexcept {
+  if (mOpen.empty()) return;
+  discard(mRedo, 0, true);
+  mRedo.clear();
+  Steps done = std::exchange(mOpen, {});
+  tell(done);
+  if (mLimit == 0) {
+    discard({&done, 1}, 0, false);
+  } else {
+    remember(std::move(done));
+  }
+}
+
+void Journal::remember(Steps steps) noexcept {
+  if (undoable() == mLimit) forgetOldest();
+  // setLimit() has made the room for twice as many as there are.
+  mUndo.push_back(std::move(steps));
+}
+
+void Journal::forgetOldest() noexcept {
+  Steps& oldest = mUndo[mForgotten];
+  discard({&oldest, 1}, 0, false);
+  oldest = {};
+  if (++mForgotten < mLimit) return;
+  mUndo.erase(mUndo.begin(), mUndo.begin() + static_cast<std::ptrdiff_t>(mForgotten));
+  mForgotten = 0;
+}
+
+// The listeners are called on a list of their own, since they may come and leave while they are.
+void Journal::tell(const Steps& steps) noexcept {
+  if (mListeners.empty()) return;
+  mIsTelling = true;
+  try {
+    const auto listeners = mListeners;
+    for (const Entry& entry : listeners) {
+      try {
+        if (!entry.subscriber->hasLeft) tellOne(entry, steps);
+      } catch (...) {  // NOLINT(bugprone-empty-catch): the model has changed, whatever a listener makes of it
+      }
+    }
+  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): nobody can be told without memory
+  }
+  mIsTelling = false;
+}
+
+void Journal::discard(std::span<Steps> batches, std::size_t start, bool areTakenBack) noexcept {
+  const auto forEach = [&](auto visit) {
+    std::size_t index = start;
+    for (Steps& steps : batches) {
+      for (; index < steps.size(); ++index) visit(steps[index]);
+      index = 0;
+    }
+  };
+  const auto forEachBuried = [&](auto visit) {
+    forEach([&](const Step& step) {
+      if (buries(step, areTakenBack)) visit(*step.object);
+    });
+  };
+  forEach(dropTexts);
+  // All of them let go first: what goes may refer to what goes with it.
+  forEachBuried(leaveReferred);
+  forEachBuried([this](Instance& object) { mModel.expire(object); });
+  for (Steps& steps : batches) {
+    steps.erase(steps.begin() + static_cast<std::ptrdiff_t>(start), steps.end());
+    start = 0;
+  }
+}
+
+void Journal::setLimit(std::size_t limit) {
+  mUndo.reserve(2 * limit);
+  mRedo.reserve(limit);
+  if (undoable() + redoable() > limit) {
+    discard(mRedo, 0, true);
+    mRedo.clear();
+  }
+  while (undoable() > limit) forgetOldest();
+  mUndo.erase(mUndo.begin(), mUndo.begin() + static_cast<std::ptrdiff_t>(mForgotten));
+  mForgotten = 0;
+  mLimit = limit;
+}
+
+void Journal::undo() noexcept {
+  Steps steps = std::move(mUndo.back());
+  mUndo.pop_back();
+  takeBack(steps, 0);
+  mRedo.push_back(std::move(steps));
+  if (!mListeners.empty()) {
+    // What listeners see of it: the steps turned round, last first.
+    Steps& undone = mRedo.back();
+    std::ranges::reverse(undone);
+    for (Step& step : undone) step = step.turned();
+    tell(undone);
+    std::ranges::reverse(undone);
+    for (Step& step : undone) step = step.turned();
+  }
+}
+
+void Journal::redo() noexcept {
+  Steps steps = std::move(mRedo.back());
+  mRedo.pop_back();
+  ++mChanges;
+  ++K7Q::mi::gDestructions;
+  for (const Step& step : steps) apply(step);
+  mUndo.push_back(std::move(steps));
+  tell(mUndo.back());
+}
+
+void Journal::tellOne(const Entry& entry, const Steps& steps) {
+  if (!entry.object) {
+    entry.subscriber->listener(steps);
+    return;
+  }
+  Steps own;
+  std::ranges::copy_if(steps, std::back_inserter(own),
+                       [&entry](const Step& step) { return step.object == entry.object; });
+  if (!own.empty()) entry.subscriber->listener(own);
+}
+
+template <class Leaves>
+void Journal::dismiss(Leaves leaves) noexcept {
+  for (const Entry& entry : mListeners) {
+    if (leaves(entry)) entry.subscriber->hasLeft = true;
+  }
+}
+
+std::shared_ptr<void> Journal::takeLeft() noexcept {
+  const auto found =
+      std::ranges::find_if(mListeners, [](const Entry& each) { return each.subscriber->hasLeft; });
+  if (found == mListeners.end()) return nullptr;
+  std::shared_ptr<void> left = std::move(found->subscriber);
+  mListeners.erase(found);
+  return left;
+}
+
+void Journal::forget(const Instance& object) noexcept {
+  dismiss([&object](const Entry& entry) { return entry.object == &object; });
+}
+
+std::uint64_t Journal::listen(Listener listener, const Instance* object) {
+  const std::uint64_t id = nextId();
+  mListeners.push_back({id, object, std::make_shared<Subscriber>(Subscriber{std::move(listener)})});
+  return id;
+}
+
+void Journal::unlisten(std::uint64_t id) noexcept {
+  dismiss([id](const Entry& entry) { return entry.id == id; });
+}
+
+void Journal::requireQuiet() const {
+  if (!mIsTelling) return;
+  throw K7Q::Exception(
+      "a listener is told of a change and may not change the model itself: note what is to be done, and do "
+      "it "
+      "when the change has returned");
+}
+
+namespace {
+
+thread_local bool tIsDelayed = false;
+/// Whose batch lasts until the end of the delay.
+thread_local NativeModel* tDelayed = nullptr;
+
+}  // namespace
+
+void Batch::delay() noexcept { tIsDelayed = true; }
+
+void Batch::endDelay() noexcept {
+  tIsDelayed = false;
+  NativeModel* model = std::exchange(tDelayed, nullptr);
+  if (!model) return;
+  model->journal()->end();
+  model->dropIdleJournal();
+}
+
+void Batch::forget(const NativeModel& model) noexcept {
+  if (tDelayed == &model) tDelayed = nullptr;
+}
+
+Batch::Batch(NativeModel& model) : mModel(model), mJournal(model.journal()) {
+  if (!mJournal) return;
+  mJournal->requireQuiet();
+  if (tIsDelayed && !tDelayed) {
+    tDelayed = &model;
+    mJournal->begin();
+  }
+  mStart = mJournal->begin();
+  mExceptions = std::uncaught_exceptions();
+}
+
+Batch::~Batch() {
+  if (!mJournal) return;
+  if (std::uncaught_exceptions() > mExceptions) {
+    mJournal->rollBack(mStart);
+  } else {
+    mJournal->end();
+  }
+  // Its last listener may have left while it was told, or gone with its object.
+  if (mJournal->depth() == 0) mModel.dropIdleJournal();
+}
+
+ChangeWatch::ChangeWatch(NativeModel& model)
+    : mModel(model), mJournal(&model.requireJournal()), mSeen(mJournal->changes()) {
+  ++mJournal->mWatches;
+}
+
+ChangeWatch::~ChangeWatch() {
+  if (mModel.journal() != mJournal) return;
+  --mJournal->mWatches;
+  if (!mJournal->isTelling()) mModel.dropIdleJournal();
+}
+
+// A closed model has no journal.
+bool ChangeWatch::hasChanged() const noexcept {
+  return mModel.journal() != mJournal || mJournal->changes() != mSeen;
+}
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,327 @@
+#include "tarvelon/platform/tarvelon/NameIndex.h"
+
+#include <algorithm>
+#include <array>
+#include <bit>
+#include <cstring>
+#include <unordered_map>
+#include <utility>
+
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/tarvelon/ClassData.h"
+#include "tarvelon/platform/tarvelon/Held.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/tarvelon/Links.h"
+#include "tarvelon/platform/tarvelon/Memory.h"
+#include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/QualifiedName.h"
+#include "tarvelon/platform/tarvelon/WordList.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+/// How many names a bucket is meant for.
+constexpr std::uint64_t kMean = 5;
+/// Buckets that many names share beside the first ones, as a part of these.
+constexpr std::uint64_t kFurther = 4;
+constexpr std::uint64_t kLeast = 16;
+constexpr std::size_t kLine = 64;
+/// How many names of a path are looked up before their objects are looked at.
+constexpr std::size_t kAtOnce = 8;
+/// How many holders without a name may stand above one another before the index is rather built anew.
+constexpr unsigned kDeepest = 64;
+
+/// What stands at the top has no number.
+std::uint64_t hashOf(std::uint64_t parentNumber, std::u16string_view name) noexcept {
+  std::uint64_t hash = (parentNumber + 1) * 0x9E3779B97F4A7C15U;
+  const char16_t* unit = name.data();
+  std::size_t left = name.size();
+  for (; left >= 4; left -= 4, unit += 4) {
+    std::uint64_t block;
+    std::memcpy(&block, unit, sizeof(block));
+    hash = (std::rotl(hash, 23) ^ block) * 0xFF51AFD7ED558CCDU;
+  }
+  for (; left > 0; --left, ++unit) hash = (std::rotl(hash, 23) ^ *unit) * 0xFF51AFD7ED558CCDU;
+  hash = (hash ^ hash >> 32) * 0xC4CEB9FE1A85EC53U;
+  return hash ^ hash >> 29;
+}
+
+std::uint64_t numberOf(const Instance* parent) noexcept {
+  return parent ? parent->number() : ~std::uint64_t{0};
+}
+
+/// Cuts the first name off a path. `isLast` says that none is left.
+std::u16string_view cutName(std::u16string_view& path, bool& isLast) noexcept {
+  const std::size_t end = path.find(u'/');
+  const std::u16string_view name = path.substr(0, end);
+  isLast = end == std::u16string_view::npos;
+  path.remove_prefix(isLast ? path.size() : end + 1);
+  return name;
+}
+
+void prefetch(const void* first, std::size_t size) noexcept {
+  const auto* bytes = static_cast<const char*>(first);
+  __builtin_prefetch(bytes);
+  __builtin_prefetch(bytes + size - 1);
+}
+
+/// The naming holders of many objects. Where very many without a name stand above one another, some of them
+/// are remembered, so that the way up is not gone from each again.
+class Holders {
+ public:
+  const Instance* of(const Instance& object) {
+    const Instance* holder = object.owner();
+    unsigned steps = 0;
+    for (; holder && !isNamed(*holder); holder = holder->owner()) {
+      if (++steps % kDeepest != 0) continue;
+      const auto known = mFar.find(holder);
+      if (known == mFar.end()) {
+        mPassed.push_back(holder);
+        continue;
+      }
+      holder = known->second;
+      break;
+    }
+    for (const Instance* each : mPassed) mFar.emplace(each, holder);
+    mPassed.clear();
+    return holder;
+  }
+
+ private:
+  std::unordered_map<const Instance*, const Instance*> mFar;
+  std::vector<const Instance*> mPassed;
+};
+
+std::size_t depthOf(const Instance& object) noexcept {
+  std::size_t depth = 0;
+  for (const Instance* owner = object.owner(); owner; owner = owner->owner()) ++depth;
+  return depth;
+}
+
+/// Compares where objects stand in a walk from the root: by slots, then by places in them. The places in a
+/// long list are looked for once for all that stand in it.
+class OwnerOrder {
+ public:
+  bool isBefore(const Instance& left, const Instance& right) {
+    const Instance* one = &left;
+    const Instance* other = &right;
+    if (one->owner() != other->owner()) {
+      const std::size_t depth = depthOf(left);
+      const std::size_t otherDepth = depthOf(right);
+      for (std::size_t each = otherDepth; each < depth; ++each) one = one->owner();
+      for (std::size_t each = depth; each < otherDepth; ++each) other = other->owner();
+      // What holds the other stands before it.
+      if (one == other) return depth < otherDepth;
+      for (; one->owner() != other->owner(); other = other->owner()) one = one->owner();
+    }
+    return stepTo(*one) < stepTo(*other);
+  }
+
+ private:
+  std::pair<unsigned, std::uint32_t> stepTo(const Instance& object) {
+    const Instance* owner = object.owner();
+    if (!owner) return {0U, object.number()};
+    const unsigned slot = object.ownerSlot();
+    return {slot, isList(*owner, slot) ? placeIn(*listOf(*owner, slot), object) : 0U};
+  }
+
+  std::uint32_t placeIn(const WordList& list, const Instance& object) {
+    constexpr std::uint32_t kShort = 64;
+    if (list.size() <= kShort) return list.find(&object);
+    const auto known = mPlaces.find(&object);
+    if (known != mPlaces.end()) return known->second;
+    for (std::uint32_t place = 0; place < list.size(); ++place) mPlaces.emplace(list.at(place).object, place);
+    return mPlaces.at(&object);
+  }
+
+  std::unordered_map<const Instance*, std::uint32_t> mPlaces;
+};
+
+}  // namespace
+
+bool NameIndex::Bucket::contains(const Entry& entry) const noexcept {
+  return std::any_of(entries, entries + used, [&entry](const Entry& each) {
+    return each.tag == entry.tag && each.number == entry.number;
+  });
+}
+
+NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
+  // As if all that can have a name had one, which most do: so nobody has to be looked at twice.
+  std::uint64_t names = 0;
+  for (const InstanceIndex::ClassList& list : mModel.instances().classes()) {
+    if (hasName(*list.cls)) names += list.numbers.size() - list.gaps;
+  }
+  const std::uint64_t first = names / kMean + kLeast;
+  allocate(first, first / kFurther);
+  enterAll();
+  if (mIsComplete) return;
+  // Very many stand under one name: a full bucket for each seven of them.
+  allocate(first, 2 * first + names / Bucket::kEntries);
+  enterAll();
+}
+
+void NameIndex::allocate(std::uint64_t first, std::uint64_t further) {
+  // All objects that a model can hold, under one name, take fewer than 2^32 buckets.
+  mFirstCount = static_cast<std::uint32_t>(first);
+  mCapacity = static_cast<std::uint32_t>(first + further);
+  mUsed = mFirstCount;
+  mIsComplete = true;
+  const std::size_t size = mCapacity * sizeof(Bucket);
+  mStorage.reset();
+  mStorage.reset(allocateArray<std::byte>(size + kLine));
+  void* start = mStorage.get();
+  std::size_t room = size + kLine;
+  mBuckets = static_cast<Bucket*>(std::align(kLine, size, start, room));
+  for (std::uint32_t bucket = 0; bucket < mFirstCount; ++bucket) {
+    mBuckets[bucket].used = 0;
+    mBuckets[bucket].next = kNone;
+  }
+}
+
+void NameIndex::enterAll() {
+  Holders holders;
+  mModel.instances().forEach([this, &holders](const Instance& object) {
+    if (mIsComplete && object.isAlive() && isNamed(object)) enter(object, holders.of(object));
+  });
+}
+
+void NameIndex::enter(const Instance& object, const Instance* holder) noexcept {
+  const std::uint64_t hash = hashOf(numberOf(holder), ownName(object));
+  const Entry entry{static_cast<std::uint32_t>(hash), object.number()};
+  Bucket& first = bucketOf(hash);
+  if (first.contains(entry)) return;
+  Bucket* bucket = &first;
+  if (first.used == Bucket::kEntries && first.next != kNone) {
+    bucket = &mBuckets[first.next];
+    if (bucket->contains(entry)) return;
+  }
+  if (bucket->used == Bucket::kEntries) {
+    if (mUsed == mCapacity) {
+      mIsComplete = false;
+      return;
+    }
+    bucket = &mBuckets[mUsed];
+    bucket->used = 0;
+    bucket->next = std::exchange(first.next, mUsed++);
+  }
+  bucket->entries[bucket->used++] = entry;
+}
+
+/// Enters the nearest named ones below. False if some stand deeper than `depth`.
+bool NameIndex::enterBelow(const Instance& object,
+                           unsigned depth) noexcept {  // NOLINT(misc-no-recursion): bounded
+  if ((object.presence() & object.cls().holdingSlots) == 0) return true;
+  if (depth == 0) return false;
+  bool isAll = true;
+  forEachHeld(object, [&](Instance& held, unsigned /*slot*/) {
+    if (isNamed(held)) {
+      enter(held, namingHolder(held));
+    } else {
+      isAll = enterBelow(held, depth - 1) && isAll;
+    }
+  });
+  return isAll;
+}
+
+void NameIndex::noteName(const Instance& object, bool hadName) noexcept {
+  if (!mIsComplete) return;
+  const bool hasOne = isNamed(object);
+  if (hasOne) enter(object, namingHolder(object));
+  if (hasOne != hadName && !enterBelow(object, kDeepest)) mIsComplete = false;
+}
+
+void NameIndex::noteOwner(const Instance& object) noexcept {
+  if (!mIsComplete) return;
+  if (isNamed(object)) {
+    enter(object, namingHolder(object));
+  } else if (!enterBelow(object, kDeepest)) {
+    mIsComplete = false;
+  }
+}
+
+template <class Visit>
+void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit visit) const {
+  const std::uint64_t hash = hashOf(numberOf(parent), name);
+  const auto tag = static_cast<std::uint32_t>(hash);
+  for (const Bucket* bucket = &bucketOf(hash); bucket; bucket = behind(*bucket)) {
+    for (std::uint32_t place = 0; place < bucket->used; ++place) {
+      if (bucket->entries[place].tag != tag) continue;
+      Instance* object = mModel.instances().find(bucket->entries[place].number);
+      if (object && object->isAlive() && ownName(*object) == name && isNamedBelow(*object, parent))
+        visit(*object);
+    }
+  }
+}
+
+std::uint32_t NameIndex::onlyNumber(std::uint64_t hash) const noexcept {
+  const auto tag = static_cast<std::uint32_t>(hash);
+  std::uint32_t number = kNone;
+  for (const Bucket* bucket = &bucketOf(hash); bucket; bucket = behind(*bucket)) {
+    for (std::uint32_t place = 0; place < bucket->used; ++place) {
+      if (bucket->entries[place].tag != tag) continue;
+      if (number != kNone) return kNone;
+      number = bucket->entries[place].number;
+    }
+  }
+  return number;
+}
+
+/// Whether each object is there and has its name, below the one before. Goes from object to object and not
+/// from one to its name at once: each step waits for memory, and so all wait together.
+bool NameIndex::stand(std::span<const std::u16string_view> names, std::span<Instance* const> objects,
+                      const Instance* parent) const noexcept {
+  std::array<const Word*, kAtOnce> words;
+  for (std::size_t level = 0; level < names.size(); ++level) {
+    const Instance& object = *objects[level];
+    words[level] = object.isAlive() && hasName(object.cls()) ? object.find(object.cls().nameSlot) : nullptr;
+    if (!words[level]) return false;
+    __builtin_prefetch(words[level]);
+  }
+  for (std::size_t level = 0; level < names.size(); ++level) {
+    const auto* text = words[level]->text;
+    if (!text) return false;
+    prefetch(text, sizeof(*text) + names[level].size() * sizeof(char16_t));
+  }
+  for (std::size_t level = 0; level < names.size(); ++level) {
+    if (words[level]->text->view() != names[level] || !isNamedBelow(*objects[level], parent)) return false;
+    parent = objects[level];
+  }
+  return true;
+}
+
+Instance* NameIndex::findPath(std::u16string_view path) const noexcept {
+  const InstanceIndex& instances = mModel.instances();
+  std::array<std::u16string_view, kAtOnce> names;
+  std::array<Instance*, kAtOnce> objects;
+  Instance* parent = nullptr;
+  std::uint64_t number = numberOf(nullptr);
+  for (bool isLast = false; !isLast;) {
+    std::size_t levels = 0;
+    for (; levels < kAtOnce && !isLast; ++levels) {
+      names[levels] = cutName(path, isLast);
+      number = onlyNumber(hashOf(number, names[levels]));
+      objects[levels] = number == kNone ? nullptr : instances.find(static_cast<std::uint32_t>(number));
+      if (!objects[levels]) return nullptr;
+      prefetch(objects[levels], sizeof(Instance));
+    }
+    if (!stand({names.data(), levels}, {objects.data(), levels}, parent)) return nullptr;
+    parent = objects[levels - 1];
+  }
+  return parent;
+}
+
+std::vector<Instance*> NameIndex::find(const Instance* parent, std::u16string_view name) const {
+  std::vector<Instance*> found;
+  forEach(parent, name, [&found](Instance& object) { found.push_back(&object); });
+  if (found.size() < 2) return found;
+  // One that had the name before stands there twice.
+  std::ranges::sort(found);
+  found.erase(std::unique(found.begin(), found.end()), found.end());
+  OwnerOrder order;
+  std::ranges::sort(
+      found, [&order](const Instance* left, const Instance* right) { return order.isBefore(*left, *right); });
+  return found;
+}
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,130 @@
+#include "tarvelon/platform/tarvelon/NativeModel.h"
+
+#include <typeinfo>
+
+#include "tarvelon/boundary/k7q/Introspection.h"
+#include "tarvelon/boundary/k7q/ModelCache.h"
+#include "tarvelon/boundary/tarvelon/Packages.h"
+#include "tarvelon/platform/k7q/Destruction.h"
+#include "tarvelon/platform/k7q/ModelFactory.h"
+#include "tarvelon/platform/tarvelon/Described.h"
+#include "tarvelon/platform/tarvelon/Refusal.h"
+
+namespace Tarvelon::metamodel::native {
+
+K7Q::Model NativeModel::make(const std::u16string& uri) { return {new NativeModel(uri), K7Q::Deviant{}}; }
+
+NativeModel& NativeModel::require(const K7Q::Model& model) {
+  auto* interface = model.getModelInterface();
+  if (!interface || !interface->isValid(model.getDeviant())) raiseNullReference();
+  if (typeid(*interface) != typeid(NativeModel)) {
+    throw K7Q::WrongType("expected a model of the native model library, got " + describe(model) +
+                         "; make one with K7Q.Model.create()");
+  }
+  return *static_cast<NativeModel*>(interface);
+}
+
+// Nothing outside holds the model or an object of it any more.
+NativeModel::~NativeModel() {
+  Batch::forget(*this);
+  mJournal.reset();
+  expireAll();
+}
+
+void* NativeModel::cast(K7Q::CooperativeVisitor::TagPair tag) {
+  using namespace K7Q::NSInterface;
+  return castAmong<ModelIntf, ObjectIntf, K7Q::ReferenceCountingIntf>(this, tag);
+}
+
+const ruvo::InternedName& NativeModel::getRuvoName(bool immutable) const {
+  return ruvoNameOf(Described::Model, immutable);
+}
+
+K7Q::ImmutableType NativeModel::getMetaType(K7Q::Deviant deviant) const {
+  if (mIsClosed) raiseNullReference();
+  return metaTypeOf(Described::Model, deviant);
+}
+
+void NativeModel::setUri(K7Q::Deviant /*deviant*/, std::u16string_view uri) {
+  if (mIsClosed) raiseNullReference();
+  mUri = uri;
+}
+
+std::u16string NativeModel::getUri(K7Q::Deviant /*deviant*/) const {
+  if (mIsClosed) raiseNullReference();
+  return mUri;
+}
+
+void NativeModel::close() {
+  if (mIsClosed) return;
+  if (mJournal) mJournal->requireQuiet();
+  // The cache may hold the last reference.
+  const K7Q::Model keep(this, K7Q::Deviant{});
+  mIsClosed = true;
+  K7Q::ModelCache::instance().unbind(this);
+  Batch::forget(*this);
+  // What it has buried goes with it, which the objects must still be there for.
+  mJournal.reset();
+  expireAll();
+}
+
+Journal& NativeModel::requireJournal() {
+  if (!mJournal) mJournal = std::make_unique<Journal>(*this);
+  return *mJournal;
+}
+
+void NativeModel::dropIdleJournal() noexcept {
+  // Whatever happens meanwhile: the journal may have gone as well.
+  while (mJournal && mJournal->takeLeft()) {
+  }
+  if (mJournal && mJournal->depth() == 0 && mJournal->limit() == 0 && !mJournal->hasListeners() &&
+      !mJournal->isWatched()) {
+    mJournal.reset();
+  }
+}
+
+const NameIndex& NativeModel::names() {
+  if (mNames && !mNames->isComplete()) mNames.reset();
+  if (!mNames) mNames = std::make_unique<NameIndex>(*this);
+  return *mNames;
+}
+
+Instance& NativeModel::add(const ClassData& cls, unsigned values) {
+  mInstances.reserve(cls);
+  Instance& instance = mInstances.make(*this, cls);
+  try {
+    instance.reserve(values);
+  } catch (...) {
+    mInstances.leaveClass(instance);
+    instance.expire();
+    throw;
+  }
+  return instance;
+}
+
+void NativeModel::expire(Instance& instance) noexcept {
+  mInstances.leaveClass(instance);
+  if (mJournal) mJournal->forget(instance);
+  instance.expire();
+}
+
+// All at once: no object is taken out of another, since all go.
+void NativeModel::expireAll() noexcept {
+  ++K7Q::mi::gDestructions;
+  mNames.reset();
+  mInstances.forEach([](Instance& instance) { instance.expire(); });
+  mInstances.clear();
+}
+
+void initialize() { K7Q::setModelFactory(&NativeModel::make); }
+
+namespace {
+
+/// Sets the factory when the library is loaded: a program that links it need do nothing.
+struct Registration {
+  Registration() { initialize(); }
+} const kRegistration;
+
+}  // namespace
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,52 @@
+#pragma once
+
+#include <string>
+#include <string_view>
+
+#include "tarvelon/boundary/k7q/Object.h"
+
+/// Every refusal of the engine, with its text, in one place. A text names the thing, what was expected, what
+/// came and the cure.
+namespace Tarvelon::metamodel::native {
+
+class ClassMethods;
+class EnumerationType;
+class Instance;
+class Property;
+struct ClassData;
+
+/// Raises an assertion of that message at the place of the caller, named relative to the repository.
+[[noreturn]] void raiseAssertion(const char* message, const char* file = __builtin_FILE(),
+                                 int line = __builtin_LINE());
+/// The text for an empty handle, a destroyed object and a closed model.
+[[noreturn]] void raiseNullReference(const char* file = __builtin_FILE(), int line = __builtin_LINE());
+
+/// The property of an object of a class, as a text names it: "Package.category".
+std::string nameOf(const ClassData& cls, const Property& property);
+/// A value as a text shows it: `int32 scalar 7`, `char vector "yes"`, a class name, `nothing`.
+std::string describe(const K7Q::Object& value);
+
+/// A value of the wrong kind: K7Q::WrongType.
+[[noreturn]] void refuseKind(const ClassData& cls, const Property& property, const K7Q::Object& given);
+/// A number that does not fit the property's type: K7Q::OutOfRange.
+[[noreturn]] void refuseRange(const ClassData& cls, const Property& property, const K7Q::Object& given);
+/// Any other value that may not stand here: K7Q::WrongValue.
+[[noreturn]] void refuseEmpty(const ClassData& cls, const Property& property);
+[[noreturn]] void refuseForeign(const ClassData& cls, const Property& property, const K7Q::Object& given);
+[[noreturn]] void refuseDead(const ClassData& cls, const Property& property, const K7Q::Object& given);
+[[noreturn]] void refuseCycle(const ClassData& cls, const Property& property, const Instance& given);
+[[noreturn]] void refuseText(const ClassData& cls, const Property& property, char16_t unit,
+                             std::size_t position);
+/// A change that the property does not take whatever the value: K7Q::Exception.
+[[noreturn]] void refuseMany(const ClassData& cls, const Property& property);
+[[noreturn]] void refuseSingle(const ClassData& cls, const Property& property);
+[[noreturn]] void refuseReadOnly(const ClassData& cls, const Property& property);
+[[noreturn]] void refuseUnset(const ClassData& cls, const Property& property);
+[[noreturn]] void refuseImmutableView(const ClassData& cls, const Property& property);
+[[noreturn]] void refuseIterator(const ClassData& cls, const Property& property);
+[[noreturn]] void refuseStaleIterator(const ClassData& cls, const Property& property);
+
+[[noreturn]] void refuseLiteral(const EnumerationType& type, std::string_view literal);
+[[noreturn]] void refuseAsEnumeration(const K7Q::Object& given);
+
+}  // namespace Tarvelon::metamodel::native

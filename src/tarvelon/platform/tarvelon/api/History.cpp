@@ -1,0 +1,219 @@
+#include "tarvelon/platform/tarvelon/api/History.h"
+
+#include <utility>
+#include <vector>
+
+#include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/tarvelon/ClassData.h"
+#include "tarvelon/platform/tarvelon/EnumerationType.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/tarvelon/Journal.h"
+#include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/Refusal.h"
+#include "tarvelon/platform/tarvelon/Values.h"
+
+namespace Tarvelon::model {
+
+namespace native = metamodel::native;
+using native::Instance;
+using native::Journal;
+using native::NativeModel;
+using native::Step;
+
+namespace {
+
+NativeModel& requireWritable(const K7Q::Model& model) {
+  NativeModel& native = NativeModel::require(model);
+  K7Q::DeviantAssertions::assertWritable(model.getDeviant(), &native);
+  return native;
+}
+
+void requireOutside(const NativeModel& model, const char* what) {
+  const Journal* journal = model.journal();
+  if (!journal) return;
+  journal->requireQuiet();
+  if (journal->depth() != 0) {
+    throw K7Q::Exception(std::string("cannot ") + what +
+                         " while a transaction of the model is open; commit it or roll it back first");
+  }
+}
+
+/// The value of a place as an object: of a list's element as well.
+K7Q::Object valueOf(const Step& step, native::Word word, bool isThere) {
+  if (!isThere) return {};
+  const native::Property& property = *step.object->cls().slotProperties[step.slot];
+  switch (property.storage()) {
+    case native::Storage::References:
+      return {word.object, K7Q::Deviant{}};
+    case native::Storage::Texts:
+      return word.text ? K7Q::Object(word.text, K7Q::Deviant{}) : K7Q::Object(K7Q::String());
+    case native::Storage::Enumerations:
+      return property.enumeration()->box(native::integerOf(word));
+    default:
+      return native::toObject(property, &word, K7Q::Deviant{});
+  }
+}
+
+Change::Kind kindOf(const Step& step) noexcept {
+  switch (step.kind) {
+    case Step::Kind::Value:
+      return Change::Kind::Set;
+    case Step::Kind::Move:
+      return Change::Kind::Moved;
+    case Step::Kind::Life:
+      return step.hasAfter ? Change::Kind::Made : Change::Kind::Destroyed;
+    case Step::Kind::Element:
+      break;
+  }
+  if (step.hasBefore && step.hasAfter) return Change::Kind::Replaced;
+  return step.hasAfter ? Change::Kind::Added : Change::Kind::Removed;
+}
+
+Change changeOf(const Step& step) {
+  Change change;
+  change.kind = kindOf(step);
+  change.object = K7Q::ClassObject(step.object, K7Q::Deviant{});
+  if (step.kind == Step::Kind::Life) return change;
+  change.property = step.object->cls().slotProperties[step.slot];
+  if (step.kind == Step::Kind::Move) {
+    change.from = static_cast<std::uint32_t>(step.before.bits);
+    change.index = static_cast<std::uint32_t>(step.after.bits);
+    return change;
+  }
+  change.index = step.index;
+  change.before = valueOf(step, step.before, step.hasBefore);
+  change.after = valueOf(step, step.after, step.hasAfter);
+  return change;
+}
+
+Journal::Listener adapt(Listener listener) {
+  return [listener = std::move(listener)](std::span<const Step> steps) {
+    std::vector<Change> changes;
+    for (const Step& step : steps) changes.push_back(changeOf(step));
+    listener(changes);
+  };
+}
+
+std::uint64_t addListener(NativeModel& model, Listener listener, const Instance* object) {
+  try {
+    return model.requireJournal().listen(adapt(std::move(listener)), object);
+  } catch (...) {
+    model.dropIdleJournal();
+    throw;
+  }
+}
+
+}  // namespace
+
+Transaction::Transaction(const K7Q::Model& model) : mModel(model) {
+  NativeModel& native = requireWritable(model);
+  Journal& journal = native.requireJournal();
+  journal.requireQuiet();
+  try {
+    mId = journal.beginTransaction();
+  } catch (...) {
+    native.dropIdleJournal();
+    throw;
+  }
+}
+
+// A closed model has taken its transactions with it.
+Transaction::~Transaction() {
+  if (isOpen()) rollBack();
+}
+
+bool Transaction::isOpen() const noexcept {
+  if (!mModel.isValid()) return false;
+  const Journal* journal = NativeModel::require(mModel).journal();
+  return journal && journal->isOpen(mId);
+}
+
+void Transaction::requireOpen() const {
+  NativeModel::require(mModel);
+  if (!isOpen()) throw K7Q::Exception("the transaction has ended already; begin a new one");
+}
+
+void Transaction::commit() {
+  requireOpen();
+  NativeModel& model = NativeModel::require(mModel);
+  if (!model.journal()->isInnermost(mId)) {
+    throw K7Q::Exception("a transaction that was begun later is still open; end that one first");
+  }
+  model.journal()->commit();
+  model.dropIdleJournal();
+}
+
+void Transaction::rollBack() {
+  requireOpen();
+  NativeModel& model = NativeModel::require(mModel);
+  model.journal()->rollBackTransaction(mId);
+  model.dropIdleJournal();
+}
+
+void setHistoryLimit(const K7Q::Model& model, std::size_t limit) {
+  NativeModel& native = requireWritable(model);
+  requireOutside(native, "change the length of the history");
+  if (limit > kMostBatches) {
+    throw K7Q::OutOfRange("the length of a history: expected 0 to " + std::to_string(kMostBatches) +
+                          ", got " + std::to_string(limit));
+  }
+  if (limit == 0 && !native.journal()) return;
+  native.requireJournal().setLimit(limit);
+  native.dropIdleJournal();
+}
+
+std::size_t historyLimit(const K7Q::Model& model) {
+  const Journal* journal = NativeModel::require(model).journal();
+  return journal ? journal->limit() : 0;
+}
+
+std::size_t undoable(const K7Q::Model& model) {
+  const Journal* journal = NativeModel::require(model).journal();
+  return journal ? journal->undoable() : 0;
+}
+
+std::size_t redoable(const K7Q::Model& model) {
+  const Journal* journal = NativeModel::require(model).journal();
+  return journal ? journal->redoable() : 0;
+}
+
+bool undo(const K7Q::Model& model) {
+  NativeModel& native = requireWritable(model);
+  requireOutside(native, "undo");
+  if (undoable(model) == 0) return false;
+  native.journal()->undo();
+  return true;
+}
+
+bool redo(const K7Q::Model& model) {
+  NativeModel& native = requireWritable(model);
+  requireOutside(native, "redo");
+  if (redoable(model) == 0) return false;
+  native.journal()->redo();
+  return true;
+}
+
+DelayedTelling::DelayedTelling() noexcept { native::Batch::delay(); }
+DelayedTelling::~DelayedTelling() { native::Batch::endDelay(); }
+
+std::uint64_t listen(const K7Q::Model& model, Listener listener) {
+  return addListener(NativeModel::require(model), std::move(listener), nullptr);
+}
+
+std::uint64_t listen(const K7Q::ClassObject& object, Listener listener) {
+  const Instance* instance = native::asInstance(object.getInterface());
+  if (!instance || !instance->isAlive()) native::raiseNullReference();
+  return addListener(instance->model(), std::move(listener), instance);
+}
+
+void unlisten(const K7Q::Model& model, std::uint64_t listener) {
+  if (!model.isValid()) return;
+  NativeModel& native = NativeModel::require(model);
+  if (!native.journal()) return;
+  native.journal()->unlisten(listener);
+  if (!native.journal()->isTelling()) native.dropIdleJournal();
+}
+
+}  // namespace Tarvelon::model

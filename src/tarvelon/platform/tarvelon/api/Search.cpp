@@ -1,0 +1,179 @@
+#include "tarvelon/platform/tarvelon/api/Search.h"
+
+#include <algorithm>
+#include <unordered_map>
+
+#include "tarvelon/platform/tarvelon/ClassData.h"
+#include "tarvelon/platform/tarvelon/ClassMethods.h"
+#include "tarvelon/platform/tarvelon/NameIndex.h"
+#include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/QualifiedName.h"
+#include "tarvelon/platform/tarvelon/Refusal.h"
+#include "tarvelon/platform/tarvelon/Registry.h"
+
+namespace Tarvelon::model {
+
+namespace native = metamodel::native;
+using native::Instance;
+
+namespace {
+
+const Instance& require(const K7Q::ClassObject& object) {
+  const Instance* instance = native::asInstance(object.getInterface());
+  if (!instance || !instance->isAlive()) native::raiseNullReference();
+  return *instance;
+}
+
+K7Q::ClassObject handleOf(const Instance& instance, K7Q::Deviant deviant) {
+  return {const_cast<Instance*>(&instance), deviant};
+}
+
+/// The places of all classes in the order of registration, and the classes by name.
+struct Registration {
+  std::unordered_map<const native::ClassMethods*, std::size_t> places;
+  std::unordered_map<std::string_view, const native::ClassMethods*> byName;
+
+  Registration() {
+    for (const native::PackageRow& package : native::packageRows()) {
+      for (const native::ClassMethods* cls : package.classes) {
+        places.emplace(cls, places.size());
+        byName.emplace(cls->className().name, cls);
+        byName.emplace(cls->className().immutable, cls);
+      }
+    }
+  }
+};
+
+const Registration& registration() {
+  static const Registration& all = *new Registration;
+  return all;
+}
+
+/// The path without the slash in front, which may be left out.
+std::u16string_view fromTop(std::u16string_view path) noexcept {
+  return path.substr(path.starts_with(u'/') ? 1 : 0);
+}
+
+/// Walks down the names.
+class Walk {
+ public:
+  Walk(const native::NameIndex& names, std::u16string_view path) : mNames(names) {
+    path = fromTop(path);
+    while (true) {
+      const std::size_t end = path.find(u'/');
+      mSegments.push_back(path.substr(0, end));
+      if (end == std::u16string_view::npos) break;
+      path.remove_prefix(end + 1);
+    }
+  }
+
+  // One level at a time. Where names are unique, as they are in a model without faults, it holds one object.
+  std::vector<Instance*> run() const {
+    std::vector<Instance*> level = mNames.find(nullptr, mSegments[0]);
+    for (std::size_t depth = 1; depth < mSegments.size() && !level.empty(); ++depth) {
+      std::vector<Instance*> below;
+      for (const Instance* parent : level) {
+        const auto found = mNames.find(parent, mSegments[depth]);
+        below.insert(below.end(), found.begin(), found.end());
+      }
+      level = std::move(below);
+    }
+    return level;
+  }
+
+ private:
+  const native::NameIndex& mNames;
+  std::vector<std::u16string_view> mSegments;
+};
+
+std::vector<Instance*> walk(const K7Q::Model& model, std::u16string_view path) {
+  return Walk(native::NativeModel::require(model).names(), path).run();
+}
+
+}  // namespace
+
+K7Q::ClassObject find(const K7Q::Model& model, std::u16string_view qualifiedName) {
+  if (const Instance* object = native::NativeModel::require(model).names().findPath(fromTop(qualifiedName))) {
+    return handleOf(*object, model.getDeviant());
+  }
+  const auto found = walk(model, qualifiedName);
+  return found.empty() ? K7Q::ClassObject() : handleOf(*found[0], model.getDeviant());
+}
+
+std::vector<K7Q::ClassObject> findAll(const K7Q::Model& model, std::u16string_view qualifiedName) {
+  std::vector<K7Q::ClassObject> result;
+  for (const Instance* each : walk(model, qualifiedName)) {
+    result.push_back(handleOf(*each, model.getDeviant()));
+  }
+  return result;
+}
+
+std::u16string qualifiedName(const K7Q::ClassObject& object) {
+  const Instance& instance = require(object);
+  if (!native::isNamed(instance)) return {};
+  std::vector<std::u16string_view> names;
+  for (const Instance* each = &instance; each; each = native::namingHolder(*each)) {
+    names.push_back(native::ownName(*each));
+  }
+  std::u16string result;
+  for (auto name = names.rbegin(); name != names.rend(); ++name) (result += u'/').append(*name);
+  return result;
+}
+
+std::vector<K7Q::ClassObject> instances(const K7Q::Model& model, const K7Q::IntrospectiveMethods& cls) {
+  const auto& table = static_cast<const native::ClassMethods&>(cls);
+  const auto& index = native::NativeModel::require(model).instances();
+  std::vector<const native::InstanceIndex::ClassList*> lists;
+  for (const auto& list : index.classes()) {
+    if (list.cls->isKindOf(table.data().ordinal)) lists.push_back(&list);
+  }
+  const auto& places = registration().places;
+  std::ranges::sort(lists, {}, [&places](const auto* list) { return places.at(list->cls->methods); });
+  std::vector<K7Q::ClassObject> result;
+  for (const auto* list : lists) {
+    for (const std::uint32_t number : list->numbers) {
+      if (number == native::InstanceIndex::kNone) continue;
+      const Instance& instance = *index.at(number);
+      if (instance.isAlive()) result.push_back(handleOf(instance, model.getDeviant()));
+    }
+  }
+  return result;
+}
+
+std::vector<K7Q::ClassObject> objects(const K7Q::Model& model) {
+  std::vector<K7Q::ClassObject> result;
+  native::NativeModel::require(model).instances().forEach([&](const Instance& instance) {
+    if (instance.isAlive()) result.push_back(handleOf(instance, model.getDeviant()));
+  });
+  return result;
+}
+
+std::vector<Mention> referrers(const K7Q::ClassObject& object) {
+  const Instance& instance = require(object);
+  const native::Word* word = instance.find(Instance::kReferrerSlot);
+  if (!word) return {};
+  std::vector<native::Referrer> found;
+  std::uint64_t bits = word->bits;
+  native::Referrers(bits).forEach([&found](native::Referrer referrer) { found.push_back(referrer); });
+  std::ranges::sort(found, {}, [](native::Referrer each) { return std::pair(each.instance, each.slot); });
+  std::vector<Mention> result;
+  for (const native::Referrer& each : found) {
+    const Instance& referring = instance.model().instance(each.instance);
+    if (!referring.isAlive()) continue;
+    result.push_back({handleOf(referring, object.getDeviant()), referring.cls().slotProperties[each.slot]});
+  }
+  return result;
+}
+
+const char* hostName(const K7Q::NSInterface::PropertyIntf& property) { return rowOf(property).name; }
+
+const metamodel::PropertyRow& rowOf(const K7Q::NSInterface::PropertyIntf& property) {
+  return static_cast<const native::Property&>(property).row();
+}
+
+const K7Q::IntrospectiveMethods* findClass(std::string_view dottedName) {
+  const auto found = registration().byName.find(dottedName);
+  return found == registration().byName.end() ? nullptr : found->second;
+}
+
+}  // namespace Tarvelon::model
