@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 #include <typeinfo>
 
 #include "tarvelon/boundary/Export.h"
@@ -21,6 +22,30 @@ struct Deviant {
   friend constexpr bool operator==(Deviant, Deviant) noexcept = default;
 };
 
+class ReferenceCountingIntf;
+
+namespace NSInterface {
+class ObjectIntf;
+class ClassObjectIntf;
+class FactoryObjectIntf;
+class FactoryIntf;
+class ModelIntf;
+class TypeIntf;
+class ClassIntf;
+class DataTypeIntf;
+class PropertyIntf;
+class PackageIntf;
+}  // namespace NSInterface
+
+namespace Generic {
+class SequenceIntf;
+class IteratorIntf;
+}  // namespace Generic
+
+/// The domain of the visitor tags; one type under the names that the libraries use.
+struct TARVELON_API VisitationDomain {};
+using RootVisitationDomain = VisitationDomain;
+
 namespace CooperativeVisitor {
 
 /// The two numbers by which an object is asked for an interface.
@@ -32,15 +57,33 @@ struct TagPair {
 namespace internal {
 
 /// The number of (interface, domain): the same for the same types in every library, dense from 0.
-/// Cost: a look-up by type name; keep the result in a function-local static.
+/// Cost: a look-up by type name; keep the result in a function-local static. Throws std::bad_alloc for a pair
+/// that is new.
 TARVELON_API std::size_t GetTag(const std::type_info& interface, const std::type_info& domain);
+
+/// Types whose tags are their places in the list: such a tag is a constant and needs no memory.
+template <class... Types>
+struct FixedTags {
+  static constexpr std::size_t kCount = sizeof...(Types);
+  template <class T>
+  static constexpr bool kHas = (std::is_same_v<T, Types> || ...);
+  template <class T>
+  static constexpr std::size_t placeOf() noexcept {
+    std::size_t place = 0;
+    static_cast<void>(((std::is_same_v<T, Types> || (++place, false)) || ...));
+    return place;
+  }
+};
+
+/// The domain and the interfaces of the kernel: these are asked for where nothing may fail.
+using KernelTags = FixedTags<VisitationDomain, ReferenceCountingIntf, NSInterface::ObjectIntf,
+                             NSInterface::ClassObjectIntf, NSInterface::FactoryObjectIntf,
+                             NSInterface::FactoryIntf, NSInterface::ModelIntf, NSInterface::TypeIntf,
+                             NSInterface::ClassIntf, NSInterface::DataTypeIntf, NSInterface::PropertyIntf,
+                             NSInterface::PackageIntf, Generic::SequenceIntf, Generic::IteratorIntf>;
 
 }  // namespace internal
 }  // namespace CooperativeVisitor
-
-/// The domain of the visitor tags; one type under the names that the libraries use.
-struct TARVELON_API VisitationDomain {};
-using RootVisitationDomain = VisitationDomain;
 
 /// Base of what must be torn down in an orderly way.
 class TARVELON_API Cleanup {
@@ -73,13 +116,20 @@ class TARVELON_API ReferenceCountingIntf : public Cleanup {
   mutable std::uint32_t mFirstVariant = 0;
 };
 
-/// The tags of interface I, found once.
+/// The tags of interface I, found once. Those of the kernel's interfaces are constants; for others the first
+/// call may throw std::bad_alloc, and the next one tries again.
 template <class I>
-const CooperativeVisitor::TagPair& tagsOf() {
-  static const CooperativeVisitor::TagPair tags{
-      CooperativeVisitor::internal::GetTag(typeid(VisitationDomain), typeid(VisitationDomain)),
-      CooperativeVisitor::internal::GetTag(typeid(I), typeid(VisitationDomain))};
-  return tags;
+const CooperativeVisitor::TagPair& tagsOf() noexcept(CooperativeVisitor::internal::KernelTags::kHas<I>) {
+  using CooperativeVisitor::internal::KernelTags;
+  constexpr std::size_t kDomain = KernelTags::placeOf<VisitationDomain>();
+  if constexpr (KernelTags::kHas<I>) {
+    static constexpr CooperativeVisitor::TagPair kTags{kDomain, KernelTags::placeOf<I>()};
+    return kTags;
+  } else {
+    static const CooperativeVisitor::TagPair tags{
+        kDomain, CooperativeVisitor::internal::GetTag(typeid(I), typeid(VisitationDomain))};
+    return tags;
+  }
 }
 
 }  // namespace K7Q

@@ -15,9 +15,9 @@ K7Q::ImmutableType metaTypeOf(Described described, K7Q::Deviant deviant);
 template <class... Interfaces, class T>
 void* castAmong(T* self, K7Q::CooperativeVisitor::TagPair tag) {
   void* result = nullptr;
-  ((K7Q::tagsOf<Interfaces>().interface == tag.interface ? void(result = static_cast<Interfaces*>(self))
-                                                         : void()),
-   ...);
+  static_cast<void>(((K7Q::tagsOf<Interfaces>().interface == tag.interface &&
+                      (result = static_cast<Interfaces*>(self), true)) ||
+                     ...));
   return result;
 }
 

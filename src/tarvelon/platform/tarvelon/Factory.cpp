@@ -78,8 +78,10 @@ constexpr std::string_view kName = "Name";
 
 void* Factory::cast(K7Q::CooperativeVisitor::TagPair tag) {
   using namespace K7Q::NSInterface;
-  return castAmong<arplatform::NSInterface::FactoryIntf, K7Q::NSInterface::FactoryIntf, FactoryObjectIntf,
-                   ObjectIntf, K7Q::ReferenceCountingIntf>(this, tag);
+  if (tag.interface < K7Q::CooperativeVisitor::internal::KernelTags::kCount) {
+    return castAmong<FactoryIntf, FactoryObjectIntf, ObjectIntf, K7Q::ReferenceCountingIntf>(this, tag);
+  }
+  return castAmong<arplatform::NSInterface::FactoryIntf>(this, tag);
 }
 
 const ruvo::InternedName& Factory::getRuvoName(bool immutable) const {
