@@ -1,8 +1,10 @@
+#include <new>
 #include <string_view>
 #include <vector>
 
 #include <gtest/gtest.h>
 
+#include "tarvelon/boundary/ut/Memory.h"
 #include "tarvelon/module/EntryPoints.h"
 #include "tarvelon/module/ModuleRegistration.h"
 #include "tarvelon/module/Packages.h"
@@ -66,6 +68,21 @@ TEST(Initialize, IsNotRetriedAfterAFailure) {
   EXPECT_THROW(ZtInitialize_mm_arplatform_mi(), int);
   EXPECT_NO_THROW(ZtInitialize_mm_arplatform_mi());
   EXPECT_FALSE(isAttached());
+}
+
+TEST(Initialize, DoesWhatIsLeftWhenMemoryRanOut) {
+  int failures = 0;
+  for (unsigned long n = 1; !isAttached(); ++n) {
+    utFailAllocation(n);
+    try {
+      ZtInitialize_mm_arplatform_mi();
+    } catch (const std::bad_alloc&) {
+      ++failures;
+    }
+    utFailAllocation(0);
+  }
+  EXPECT_GT(failures, 0);
+  EXPECT_NE(ruvo::Class::find("Tarvelon.metamodel.arplatform.common.Package"), nullptr);
 }
 
 TEST(Initialize, ReturnsAtOnceWhenItIsReentered) {

@@ -1,3 +1,4 @@
+#include <new>
 #include <string_view>
 #include <vector>
 
@@ -63,6 +64,23 @@ TEST(Initialiser, IsNotRetriedAfterAFailedAllocation) {
   utFailAllocation(0);
   arplatform::common::mi::initcommonPackageWrapper(nullptr);
   EXPECT_EQ(ruvo::Package::find("Tarvelon.metamodel.arplatform.common"), nullptr);
+}
+
+TEST(Initialiser, LeavesThePackageToTheNextRunOfTheRootPackageAfterAFailedAllocation) {
+  ZtInitialize_mm_arplatform_mi();
+  ruvo::Package* package = nullptr;
+  for (unsigned long n = 1; !package; ++n) {
+    utFailAllocation(n);
+    try {
+      package = ruvo::Package::find("Tarvelon.metamodel.arplatform");
+    } catch (const std::bad_alloc&) {
+      EXPECT_LT(n, 1000U);
+    }
+    utFailAllocation(0);
+  }
+  EXPECT_EQ(package->packageNames(), kChildren);
+  EXPECT_EQ(package->classNames().size(), 2U);
+  EXPECT_EQ(package->functions().size(), 1U);
 }
 
 TEST(StaticInitialiser, RegistersNoClassOnANullPackage) {

@@ -121,6 +121,24 @@ TEST_F(ClassTest, AllocationThatFailsInTheDefinitionIsRaisedAgain) {
   EXPECT_THROW(cls.define(), bedrock::core::except::bad_alloc);
 }
 
+TEST_F(ClassTest, DefinitionThatRanOutOfMemoryIsMadeAgainFromTheBeginning) {
+  bool hasMemory = false;
+  Class& cls = addClass("X", [&](Definition& x) {
+    x.base(full("Base"));
+    x.staticMethod("f", {}, {});
+    x.property("Name", "char vector");
+    if (!hasMemory) throw std::bad_alloc();
+    x.staticMethod("g", {}, {});
+  });
+  EXPECT_THROW(cls.define(), std::bad_alloc);
+  EXPECT_FALSE(cls.isDefined());
+  EXPECT_THROW(cls.methods(), std::bad_alloc);
+  hasMemory = true;
+  EXPECT_EQ(cls.methods().size(), 2U);
+  EXPECT_EQ(cls.properties().size(), 1U);
+  EXPECT_EQ(cls.superClassNames().size(), 1U);
+}
+
 TEST_F(ClassTest, FailedDefinitionOfASuperclassFailsItsSubclasses) {
   addClass("Base", [](Definition&) { throw std::runtime_error("failure"); });
   Class& cls = addClass("X", [&](Definition& x) { x.base(full("Base")); });

@@ -1,3 +1,4 @@
+#include <new>
 #include <stdexcept>
 
 #include "tarvelon/boundary/bedrock/Except.h"
@@ -239,6 +240,69 @@ TEST_F(PackageTest, AllocationThatFailsInTheInitializerIsRaisedAgain) {
   EXPECT_THROW(package->classes(), bedrock::core::except::bad_alloc);
   EXPECT_THROW(package->classes(), bedrock::core::except::bad_alloc);
   EXPECT_NE(Class::find(full("a.First")), nullptr);
+}
+
+TEST_F(PackageTest, InitializerThatRanOutOfMemoryIsRunAgainAndAddsNothingTwice) {
+  int runs = 0;
+  auto* package = static_cast<Package*>(registerRuvoPackage(full("a"), [&](RVOPackage* a) {
+    ++runs;
+    a->addClass(new TestClassInfo("First", {}), 2);
+    a->addPackageInfo(new TestPackageInfo("child"));
+    a->addFunction(new factory::FunctionInfo(InternedName("call"), factory::MethodAttributes(8)));
+    if (runs < 3) throw std::bad_alloc();
+    a->addClass(new TestClassInfo("Second", {}), 2);
+  }));
+  EXPECT_THROW(package->classes(), std::bad_alloc);
+  const Class* first = Class::find(full("a.First"));
+  EXPECT_THROW(package->classes(), std::bad_alloc);
+  EXPECT_EQ(package->classNames(), (std::vector<std::string_view>{"First", "Second"}));
+  EXPECT_EQ(package->classes()[0], first);
+  EXPECT_EQ(package->packageNames(), (std::vector<std::string_view>{"child"}));
+  EXPECT_EQ(package->functions().size(), 1U);
+  EXPECT_EQ(runs, 3);
+  EXPECT_TRUE(package->isPopulated());
+}
+
+TEST_F(PackageTest, InitializersBehindTheOneThatRanOutOfMemoryAreNotLost) {
+  std::string ran;
+  int runs = 0;
+  auto* package = static_cast<Package*>(registerRuvoPackage(full("a"), [&](RVOPackage*) {
+    ran += "1";
+    if (++runs == 1) registerRuvoPackage(full("a"), [&](RVOPackage*) { ran += "3"; });
+    if (runs == 1) throw std::bad_alloc();
+  }));
+  registerRuvoPackage(full("a"), [&](RVOPackage*) { ran += "2"; });
+  EXPECT_THROW(package->classes(), std::bad_alloc);
+  package->classes();
+  EXPECT_EQ(ran, "1123");
+}
+
+TEST_F(PackageTest, ClassOfTheSameNameIsRefusedBehindAnInitializerThatRanOutOfMemory) {
+  bool hasMemory = false;
+  auto* package = static_cast<Package*>(registerRuvoPackage(full("a"), [&](RVOPackage* a) {
+    a->addClass(new TestClassInfo("Twice", {}), 2);
+    if (hasMemory) a->addClass(new TestClassInfo("Twice", {}), 2);
+    throw std::bad_alloc();
+  }));
+  EXPECT_THROW(package->classes(), std::bad_alloc);
+  hasMemory = true;
+  EXPECT_NE(errorOf<K7Q::Exception>([&] { package->classes(); }).find("has a class 'Twice' already"),
+            std::string::npos);
+}
+
+TEST_F(PackageTest, LoadedPackageIsRegisteredWhenAPackageIsAskedForAndOnce) {
+  static std::string name = full("loaded");
+  static int runs = 0;
+  static factory::LoadedPackage loaded(name.c_str(), [](RVOPackage* package) {
+    ++runs;
+    package->addClass(new TestClassInfo("Made", {}), 2);
+  });
+  factory::enterAtLoad(loaded);
+  factory::enterAtLoad(loaded);
+  EXPECT_NE(Class::find(name + ".Made"), nullptr);
+  factory::enterAtLoad(loaded);
+  EXPECT_NE(getPackage(name), nullptr);
+  EXPECT_EQ(runs, 1);
 }
 
 }  // namespace

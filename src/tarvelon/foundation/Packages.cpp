@@ -28,11 +28,6 @@ void populateTypes(ruvo::RVOPackage* package) {
   binding::addPackageFunction(*package, "MetaPackage", "K7Q.ImmutablePackage", &typesMetaPackage);
 }
 
-/// The package of that name with what populates it, once.
-ruvo::RVOPackage* publish(const char* name, void (*populate)(ruvo::RVOPackage*)) {
-  return ruvo::factory::registerRuvoPackage(name, populate);
-}
-
 /// `Tarvelon.metamodel` has no content of its own: its children attach themselves.
 class MetamodelPackage final : public ruvo::RVOPackageInfo {
  public:
@@ -50,8 +45,8 @@ namespace foundation {
 TARVELON_FOUNDATION_NAMES(FOUNDATION_SKIP, FOUNDATION_DEFINE_VALIDITY)
 
 void initialize() {
-  [[maybe_unused]] static const auto* const package =
-      publish("Tarvelon.metamodel.foundation", &populateFoundation);
+  static constinit ruvo::factory::LoadedPackage package("Tarvelon.metamodel.foundation", &populateFoundation);
+  ruvo::factory::enterAtLoad(package);
 }
 
 }  // namespace foundation
@@ -61,7 +56,8 @@ namespace types {
 TARVELON_TYPES_NAMES(FOUNDATION_SKIP, FOUNDATION_DEFINE_VALIDITY)
 
 void initialize() {
-  [[maybe_unused]] static const auto* const package = publish("Tarvelon.metamodel.types", &populateTypes);
+  static constinit ruvo::factory::LoadedPackage package("Tarvelon.metamodel.types", &populateTypes);
+  ruvo::factory::enterAtLoad(package);
 }
 
 }  // namespace types
@@ -71,8 +67,8 @@ namespace mi {
 void initmetamodelPackageWrapper(ruvo::RVOPackage* parent) {
   static bool isAttached = false;
   if (isAttached) return;
-  isAttached = true;
   parent->addPackageInfo(new MetamodelPackage());
+  isAttached = true;
 }
 
 ruvo::RVOPackage* getmetamodelRVOPackage() {

@@ -21,4 +21,7 @@ class arplatformModuleRegistration {
 using RegistrationMap = std::map<std::string, void (*)(ruvo::RVOPackage*)>;
 RegistrationMap& registrationMap();
 
+/// Makes the module's own entry in the map if there was no memory for it when the library was loaded.
+void completeRegistration();
+
 }  // namespace Tarvelon::metamodel::arplatform::mi

@@ -7,17 +7,19 @@ static K7Q::ImmutablePackage MetaPackage() { return native::metaPackage("Tarvelo
 
 namespace mi {
 
-static ::arplatform_module::PackageState gState;
+static constinit ::arplatform_module::PackageState gState{"Tarvelon.metamodel", "arplatform",
+                                                          &arplatformStaticInitializePackage};
 
 ruvo::RVOPackage* getarplatformRVOPackage() { return gState.package; }
 
 void initarplatformPackageWrapper(ruvo::RVOPackage* /*parent*/) {
-  ::arplatform_module::attachPackage("Tarvelon.metamodel", "arplatform", gState,
-                                     &arplatformStaticInitializePackage);
+  ::arplatform_module::attachPackage(gState);
 }
 
 void arplatformStaticInitializePackage(ruvo::RVOPackage* package) {
   registerFactories(package);
+  // First those that an earlier run had no memory for: the packages keep their order.
+  ::arplatform_module::attachRemaining();
 #define ARPLATFORM_ATTACH(P, NAMES) P::mi::init##P##PackageWrapper(package);
   ARPLATFORM_PACKAGES(ARPLATFORM_ATTACH)
 #undef ARPLATFORM_ATTACH

@@ -77,5 +77,29 @@ namespace factory {
 TARVELON_API RVOPackage* registerRuvoPackage(const std::string& fullName,
                                              std::function<void(RVOPackage*)> initializer);
 
+/// A package that a library publishes when it is loaded, as a static object.
+///
+/// Nothing can report a failure at load, so that enterAtLoad() takes no memory: the package is registered, as
+/// by registerRuvoPackage(), when the object system is next asked for any package. Without memory for it that
+/// request fails, and the next one tries again.
+class LoadedPackage {
+ public:
+  /// `fullName` outlives the object.
+  constexpr LoadedPackage(const char* fullName, void (*initializer)(RVOPackage*)) noexcept
+      : mFullName(fullName), mInitializer(initializer) {}
+  LoadedPackage(const LoadedPackage&) = delete;
+  LoadedPackage& operator=(const LoadedPackage&) = delete;
+
+ private:
+  friend class LoadedPackages;
+  const char* mFullName;
+  void (*mInitializer)(RVOPackage*);
+  LoadedPackage* mNext = nullptr;
+  bool mIsEntered = false;
+};
+
+/// Once for each package: more calls change nothing. REQUIRES: an object that lives as long as the process.
+TARVELON_API void enterAtLoad(LoadedPackage& package) noexcept;
+
 }  // namespace factory
 }  // namespace ruvo

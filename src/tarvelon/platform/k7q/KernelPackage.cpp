@@ -42,8 +42,8 @@ void populate(ruvo::RVOPackage* package) {
 }  // namespace
 
 void initialize() {
-  static ruvo::RVOPackage* const package = ruvo::factory::registerRuvoPackage(kPackage, &populate);
-  static_cast<void>(package);
+  static constinit ruvo::factory::LoadedPackage package(kPackage, &populate);
+  ruvo::factory::enterAtLoad(package);
 }
 
 namespace {

@@ -112,6 +112,11 @@ void Class::define() {
   mState = State::Defining;
   try {
     mInfo->defineMembers(this, ObjectSystem::client());
+  } catch (const std::bad_alloc&) {
+    // The next use defines it from the beginning.
+    mMembers.reset();
+    mState = State::Known;
+    throw;
   } catch (...) {
     mFailure = std::current_exception();
     mState = State::Failed;

@@ -65,10 +65,11 @@ const OverloadSet* Class::constructors() {
   Members& own = members();
   auto& derived = own.derived();
   if (!derived.hasConstructors) {
-    derived.constructors.name = mFullName;
+    OverloadSet found{mFullName, {}};
     for (const RVOMethodInfo* record : own.methods) {
-      if (record->isConstructor()) derived.constructors.candidates.push_back(record);
+      if (record->isConstructor()) found.candidates.push_back(record);
     }
+    derived.constructors = std::move(found);
     derived.hasConstructors = true;
   }
   return derived.constructors.candidates.empty() ? nullptr : &derived.constructors;

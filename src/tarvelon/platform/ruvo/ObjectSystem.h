@@ -20,11 +20,17 @@
 ///           asked for. Finding a class defines nothing; finding a package brings in its parents and itself.
 /// Errors:   K7Q::UnknownName, K7Q::WrongType, K7Q::OutOfRange and K7Q::WrongValue of the object system;
 ///           whatever an invoker raises passes through. A package whose initialisation or a class whose
-///           definition failed keeps what it has and raises that first error on every later use.
+///           definition failed keeps what it has and raises that first error on every later use. Want of
+///           memory is no failure of theirs: std::bad_alloc passes, and the next use tries again.
 /// Threads:  one at a time.
 namespace ruvo {
 
 class Class;
+
+/// Where a class or a package's info comes from: from an initializer that is at an end (or from none), from
+/// the run of one that is at work, or from a run that was given up for want of memory. The next run of that
+/// one adds it again, and finds it there.
+enum class Origin : std::uint8_t { Settled, ThisRun, EarlierRun };
 
 /// A package with its children, classes and functions in order of registration.
 class TARVELON_API Package final : public RVOPackage {
@@ -62,6 +68,8 @@ class TARVELON_API Package final : public RVOPackage {
   struct Content;
   Package(Package* parent, const InternedName& fullName);
   void populate();
+  void runInitializers();
+  Origin originOfNew() const noexcept;
 
   Package* mParent;
   InternedName mFullName;
@@ -155,6 +163,7 @@ class TARVELON_API Class final : public RVOClass {
   void* mHostData = nullptr;
   int mAccess;
   State mState = State::Known;
+  Origin mOrigin = Origin::Settled;
 };
 
 /// The class of a host object.

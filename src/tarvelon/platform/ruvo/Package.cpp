@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/ruvo/LoadedPackages.h"
 #include "tarvelon/platform/ruvo/NameEntry.h"
 #include "tarvelon/platform/ruvo/Registry.h"
 #include "tarvelon/platform/ruvo/Texts.h"
@@ -33,7 +34,7 @@ std::string_view requireShortName(const char* name, std::string_view kind, const
 template <class Infos, class Ask>
 bool isBroughtIn(const Infos& infos, Ask ask) {
   for (std::size_t i = 0; i < infos.size(); ++i) {
-    if (ask(*infos[i])) return true;
+    if (ask(*infos[i].info)) return true;
   }
   return false;
 }
@@ -42,7 +43,25 @@ bool isBroughtIn(const Infos& infos, Ask ask) {
 
 Package& ObjectSystem::root() {
   static Package& root = *new Package(nullptr, InternedName());
+  factory::LoadedPackages::registerIn(root);
   return root;
+}
+
+Package& ObjectSystem::registerPackage(Package& root, std::string_view fullName,
+                                       std::function<void(RVOPackage*)> initializer) {
+  Package* package = &root;
+  std::string_view rest = fullName;
+  do {
+    const std::size_t dot = std::min(rest.find('.'), rest.size());
+    if (dot == 0 || dot + 1 == rest.size()) {
+      throw K7Q::Exception("a package must have a name of parts between dots, got '" + std::string(fullName) +
+                           "'");
+    }
+    package = &childOf(*package, rest.substr(0, dot));
+    rest.remove_prefix(std::min(dot + 1, rest.size()));
+  } while (!rest.empty());
+  if (initializer) addInitializer(*package, std::move(initializer));
+  return *package;
 }
 
 Package& ObjectSystem::childOf(Package& parent, std::string_view shortName) {
@@ -103,17 +122,54 @@ void Package::populate() {
   if (mState != State::Attached) return populate();
   mState = State::Populating;
   try {
-    while (!mContent->initializers.empty()) {
-      const auto initializer = std::move(mContent->initializers.front());
-      mContent->initializers.erase(mContent->initializers.begin());
-      initializer(this);
-    }
+    runInitializers();
+  } catch (const std::bad_alloc&) {
+    mState = State::Attached;
+    throw;
   } catch (...) {
     mContent->failure = std::current_exception();
     mState = State::Failed;
     throw;
   }
   mState = State::Populated;
+}
+
+void Package::runInitializers() {
+  auto& initializers = mContent->initializers;
+  auto& functions = mContent->functions;
+  while (!initializers.empty()) {
+    // Its place stays for it: others may be added meanwhile, and it goes back there without memory.
+    auto initializer = std::move(initializers.front());
+    const std::size_t functionsBefore = functions.size();
+    try {
+      initializer(this);
+    } catch (const std::bad_alloc&) {
+      // Nobody can have seen a function of a package that is not populated; of classes and packages they may.
+      std::for_each(functions.begin() + static_cast<std::ptrdiff_t>(functionsBefore), functions.end(),
+                    [](const factory::FunctionInfo* function) { delete function; });
+      functions.resize(functionsBefore);
+      mContent->visitOrigins([](Origin& origin) { origin = Origin::EarlierRun; });
+      initializers.front() = std::move(initializer);
+      throw;
+    }
+    initializers.erase(initializers.begin());
+    mContent->visitOrigins([](Origin& origin) { origin = Origin::Settled; });
+  }
+}
+
+Origin Package::originOfNew() const noexcept {
+  return mState == State::Populating ? Origin::ThisRun : Origin::Settled;
+}
+
+template <class Visit>
+void Package::Content::visitOrigins(Visit visit) {
+  const auto visitMarked = [&visit](Origin& origin) {
+    if (origin != Origin::Settled) visit(origin);
+  };
+  for (Class* cls : classes) visitMarked(cls->mOrigin);
+  for (const Package* child : packages) {
+    for (Info& each : child->mContent->infos) visitMarked(each.origin);
+  }
 }
 
 std::vector<std::string_view> Package::packageNames() {
@@ -189,22 +245,33 @@ std::vector<const factory::FunctionInfo*> Package::findFunctions(std::string_vie
 void Package::addPackageInfo(RVOPackageInfo* info) {
   std::unique_ptr<RVOPackageInfo> owned(info);
   Package& child = ObjectSystem::childOf(*this, requireShortName(info->getName(), "package", *this));
+  for (Content::Info& known : child.mContent->infos) {
+    if (known.origin != Origin::EarlierRun) continue;
+    known.origin = Origin::ThisRun;
+    return;
+  }
   // Room first, then what may fail, then what cannot: no info stands without its initialiser.
   child.mContent->infos.reserve(child.mContent->infos.size() + 1);
   ObjectSystem::addInitializer(child, [info](RVOPackage* package) { info->initializePackage(package); });
-  child.mContent->infos.push_back(std::move(owned));
+  child.mContent->infos.push_back({std::move(owned), originOfNew()});
 }
 
 void Package::addClass(RVOClassInfo* info, int access) {
   std::unique_ptr<RVOClassInfo> owned(info);
   const std::string_view shortName = requireShortName(info->getName(), "class", *this);
   const InternedName fullName = joined(mFullName, shortName);
-  if (bearerOf(fullName)) {
-    for (const auto& known : mContent->infos) known->throwErrorForDefinitionOfExistingName(info->getName());
+  if (Class* known = bearerOf(fullName)) {
+    if (known->mOrigin == Origin::EarlierRun) {
+      known->mOrigin = Origin::ThisRun;
+      return;
+    }
+    for (const auto& each : mContent->infos)
+      each.info->throwErrorForDefinitionOfExistingName(info->getName());
     throw K7Q::Exception(described(*this) + " has a class '" + std::string(shortName) +
                          "' already; give the new one another name");
   }
   ObjectSystem::addClass(mContent->classes, std::move(owned), fullName, access);
+  mContent->classes.back()->mOrigin = originOfNew();
 }
 
 void Package::addFunction(factory::FunctionInfo* function) {
@@ -217,18 +284,7 @@ RVOPackage* RVOPackage::getPackage(const InternedName& fullName) { return Packag
 
 RVOPackage* factory::registerRuvoPackage(const std::string& fullName,
                                          std::function<void(RVOPackage*)> initializer) {
-  Package* package = &Package::root();
-  std::string_view rest = fullName;
-  do {
-    const std::size_t dot = std::min(rest.find('.'), rest.size());
-    if (dot == 0 || dot + 1 == rest.size()) {
-      throw K7Q::Exception("a package must have a name of parts between dots, got '" + fullName + "'");
-    }
-    package = &ObjectSystem::childOf(*package, rest.substr(0, dot));
-    rest.remove_prefix(std::min(dot + 1, rest.size()));
-  } while (!rest.empty());
-  if (initializer) ObjectSystem::addInitializer(*package, std::move(initializer));
-  return package;
+  return &ObjectSystem::registerPackage(Package::root(), fullName, std::move(initializer));
 }
 
 }  // namespace ruvo

@@ -29,15 +29,28 @@ class ObjectSystem {
                        const InternedName& fullName, int access);
   /// The child of that short name as it stands, made if there is none.
   static Package& childOf(Package& parent, std::string_view shortName);
+  /// What registerRuvoPackage() does, below `root`.
+  static Package& registerPackage(Package& root, std::string_view fullName,
+                                  std::function<void(RVOPackage*)> initializer);
   /// Lets the package run `initializer` when it is touched next.
   static void addInitializer(Package& package, std::function<void(RVOPackage*)> initializer);
 };
 
 struct Package::Content {
+  /// What brings the package in, and whether its parent's initializer that has added it is at an end.
+  struct Info {
+    std::unique_ptr<RVOPackageInfo> info;
+    Origin origin = Origin::Settled;
+  };
+
+  /// Passes the mark of each class and child's info that an initializer has added.
+  template <class Visit>
+  void visitOrigins(Visit visit);
+
   std::vector<Package*> packages;
   std::vector<Class*> classes;
   std::vector<factory::FunctionInfo*> functions;
-  std::vector<std::unique_ptr<RVOPackageInfo>> infos;
+  std::vector<Info> infos;
   /// What is still to be run when the package is touched.
   std::vector<std::function<void(RVOPackage*)>> initializers;
   std::exception_ptr failure;
