@@ -2,6 +2,8 @@
 
 from __future__ import annotations
 
+from _thread import _local  # threading itself is slow to import
+
 import K7Q
 import _tarvelon_host as _host
 from K7Q._methods import function as _function
@@ -21,7 +23,15 @@ _FAILED = "rule-failed"  #: the rule that is broken by a rule that raises
 
 
 _added: dict[str, Rule] = {}
-_running: list[str] = []  # the rule of a script whose function runs
+
+
+class _Running(_local):
+    """What runs on a thread: other threads validate meanwhile, with all rules."""
+
+    rules = 0  #: functions of rules, one inside another
+
+
+_running = _Running()
 
 
 def _class_name(cls: object) -> str:
@@ -113,7 +123,7 @@ def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bo
             continue
         path = _host.pathOf(element)
         found: list[tuple[str, Rule, str]] = []
-        _running.append(rule.id)
+        _running.rules += 1
         try:
             assert rule.function is not None
             for name, message in _messages(rule.function(element)):
@@ -122,7 +132,7 @@ def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bo
             text = f"the rule '{rule.id}' failed: {type(error).__name__}: {error}; mend its function"
             found.append(("", _failed(), text))
         finally:
-            _running.pop()
+            _running.rules -= 1
         for name, by, message in found:
             yield K7Q.Problem(element, path, name, by.id, by.severity, message)
 
@@ -130,7 +140,7 @@ def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bo
 def _problems(target: ImmutableClassObject | ImmutableModel, is_model: bool) -> list[Problem]:
     problems = [K7Q.Problem(*each) for each in _host.validate(target, is_model)]
     # A rule that asks in turn is answered by the library: its own would ask again without end.
-    for each in () if _running else tuple(_added.values()):
+    for each in () if _running.rules else tuple(_added.values()):
         problems.extend(_run(each, target, is_model))
     return problems
 

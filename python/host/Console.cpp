@@ -14,7 +14,7 @@ void print(const char* text, std::size_t length) {
   if (!stream || stream == Py_None || gFailed) return;
   const Reference shared = Reference::share(stream);
   const Reference shown(PyUnicode_DecodeUTF8(text, static_cast<Py_ssize_t>(length), "replace"));
-  gFailed = !shown || PyFile_WriteObject(shown.get(), stream, Py_PRINT_RAW) < 0;
+  gFailed = !shown || enter(PyFile_WriteObject, shown.get(), stream, Py_PRINT_RAW) < 0;
 }
 
 }  // namespace

@@ -1,5 +1,8 @@
 #include "tarvelon/platform/tarvelon/api/Copy.h"
 
+#include <algorithm>
+
+#include "python/host/Functions.h"
 #include "python/host/NativeObjects.h"
 #include "python/host/Values.h"
 #include "tarvelon/boundary/k7q/Deviants.h"
@@ -19,6 +22,9 @@ bool isModel(PyObject* value) {
       K7Q::DeviantRegistry::getVariantInfo(interfaceOf(value)->getBoundPointer(ruvo::InternedName()));
   return info.object && info.object->cast(K7Q::tagsOf<K7Q::NSInterface::ModelIntf>());
 }
+
+/// More than anybody asks for.
+constexpr long kWidestIndent = 1000;
 
 /// A model or an object of one.
 K7Q::ObjectHandle toModelOrObject(PyObject* value, const char* function) {
@@ -40,8 +46,7 @@ std::string nameOf(PyObject* value) {
   raise(errors().wrongType, "clone: expected the name of a property, got " + describePython(value));
 }
 
-// The Python layer gives the arguments by position and as many as there are.
-PyObject* cloneObject(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t /*count*/) {
+PyObject* cloneObject(Given arguments) {
   return guarded([&] {
     const K7Q::ClassObject object = toModelObject(arguments[0], "clone");
     if (arguments[1] == Py_None) {
@@ -57,19 +62,20 @@ PyObject* cloneObject(PyObject* /*module*/, PyObject* const* arguments, Py_ssize
   });
 }
 
-PyObject* cloneModel(PyObject* /*module*/, PyObject* model) {
+PyObject* cloneModel(Given arguments) {
   return guarded([&] {
-    const K7Q::Model original = toModel(model, "clone");
+    const K7Q::Model original = toModel(arguments[0], "clone");
     return fromModelObject(Tarvelon::metamodel::cloneModel(original)).release();
   });
 }
 
-PyObject* toJson(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t /*count*/) {
+PyObject* toJson(Given arguments) {
   return guarded([&] {
     const K7Q::ObjectHandle shown = toModelOrObject(arguments[0], "to_json");
-    const long indent = PyLong_AsLong(arguments[1]);
+    const long indent = enter(PyLong_AsLong, arguments[1]);
     if (indent == -1 && PyErr_Occurred()) throw PythonError();
-    return toStr(Tarvelon::metamodel::toJson(shown, static_cast<int>(indent))).release();
+    return toStr(Tarvelon::metamodel::toJson(shown, static_cast<int>(std::min(indent, kWidestIndent))))
+        .release();
   });
 }
 
@@ -82,27 +88,27 @@ PyObject* toTuple(const Difference& difference) {
                        difference.objects);
 }
 
-PyObject* differences(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t /*count*/) {
+PyObject* differences(Given arguments) {
   return guarded([&] {
     const auto found = Tarvelon::metamodel::differences(toModelOrObject(arguments[0], "diff"),
                                                         toModelOrObject(arguments[1], "diff"));
-    Reference list = owned(PyList_New(0));
+    Reference list = owned(PyList_New, 0);
     for (const Difference& difference : found) {
-      require(PyList_Append(list.get(), owned(toTuple(difference)).get()));
+      require(PyList_Append, list.get(), owned(toTuple(difference)).get());
     }
     return list.release();
   });
 }
 
-PyMethodDef gFunctions[] = {
-    fastMethod("cloneObject", cloneObject, "cloneObject(object, owner, property, leavesOut)"),
-    {"cloneModel", cloneModel, METH_O, "cloneModel(model)"},
-    fastMethod("toJson", toJson, "toJson(modelOrObject, indent): negative for one line"),
-    fastMethod("differences", differences, "differences(older, newer): a list of tuples"),
-    {nullptr, nullptr, 0, nullptr}};
+constexpr FunctionRow kFunctions[] = {
+    {"cloneObject", 4, cloneObject, "cloneObject(object, owner, property, leavesOut)"},
+    {"cloneModel", 1, cloneModel, "cloneModel(model)"},
+    {"toJson", 2, toJson, "toJson(modelOrObject, indent): negative for one line"},
+    {"differences", 2, differences, "differences(older, newer): a list of tuples"},
+};
 
 }  // namespace
 
-PyMethodDef* copyFunctions() noexcept { return gFunctions; }
+PyMethodDef* copyFunctions() noexcept { return Published<kFunctions>::methods(); }
 
 }  // namespace pyhost

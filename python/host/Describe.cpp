@@ -13,13 +13,13 @@ using K7Q::mi::MetaPropertyEntry;
 /// A dict under construction, with its keys in the order in which they are put.
 class Record {
  public:
-  Record() : mDict(owned(PyDict_New())) {}
+  Record() : mDict(owned(PyDict_New)) {}
   Record& put(const char* key, Reference value) {
-    require(PyDict_SetItemString(mDict.get(), key, value.get()));
+    require(PyDict_SetItemString, mDict.get(), key, value.get());
     return *this;
   }
   Record& put(const char* key, std::string_view text) { return put(key, toStr(text)); }
-  Record& put(const char* key, std::int64_t number) { return put(key, owned(PyLong_FromLongLong(number))); }
+  Record& put(const char* key, std::int64_t number) { return put(key, owned(PyLong_FromLongLong, number)); }
   PyObject* release() { return mDict.release(); }
 
  private:
@@ -28,10 +28,10 @@ class Record {
 
 template <class Range, class Describe>
 Reference listOf(Range&& range, Describe describe) {
-  Reference list = owned(PyList_New(0));
+  Reference list = owned(PyList_New, 0);
   for (auto&& each : range) {
     const Reference item(describe(each));
-    if (item.get() != Py_None) require(PyList_Append(list.get(), item.get()));
+    if (item.get() != Py_None) require(PyList_Append, list.get(), item.get());
   }
   return list;
 }

@@ -42,9 +42,9 @@ struct SequenceWalk {
 SequenceWalk* asWalk(PyObject* object) noexcept { return reinterpret_cast<SequenceWalk*>(object); }
 
 void finish(SequenceWalk* walk) {
-  delete walk->reader;
-  walk->reader = nullptr;
-  Py_CLEAR(walk->sequence);
+  // What goes may run Python code, which must not meet this walk half way.
+  delete std::exchange(walk->reader, nullptr);
+  drop(std::exchange(walk->sequence, nullptr));
 }
 
 PyObject* next(PyObject* object) {
@@ -118,7 +118,7 @@ void readySequenceWalkType() {
   type.tp_dealloc = deallocate;
   type.tp_iter = PyObject_SelfIter;
   type.tp_iternext = next;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace pyhost

@@ -37,7 +37,7 @@ PyObject* represent(PyObject* value) {
 
 Py_hash_t hash(PyObject* value) {
   return guarded(Py_hash_t{-1}, [&] {
-    const Py_hash_t result = PyObject_Hash(textOf(value).get());
+    const Py_hash_t result = enter(PyObject_Hash, textOf(value).get());
     if (result == -1) throw PythonError();
     return result;
   });
@@ -56,7 +56,7 @@ PyObject* compare(PyObject* left, PyObject* right, int operation) {
 }
 
 PyObject* format(PyObject* value, PyObject* specification) {
-  return guarded([&] { return owned(PyObject_Format(textOf(value).get(), specification)).release(); });
+  return guarded([&] { return owned(PyObject_Format, textOf(value).get(), specification).release(); });
 }
 
 PyMethodDef gMethods[] = {{"__format__", format, METH_O, "The literal in the form that a str takes."},
@@ -80,10 +80,10 @@ std::vector<ruvo::InternedName> literalsOf(ruvo::Class& cls) {
 }
 
 PyObject* listLiterals(ruvo::Class& cls) {
-  Reference list = owned(PyList_New(0));
+  Reference list = owned(PyList_New, 0);
   for (const auto& name : literalsOf(cls)) {
     const Reference value(toPython(ruvo::callStatic(cls, name.view(), {})));
-    require(PyList_Append(list.get(), value.get()));
+    require(PyList_Append, list.get(), value.get());
   }
   return list.release();
 }
@@ -111,7 +111,7 @@ void readyEnumerationType() {
   type.tp_hash = hash;
   type.tp_richcompare = compare;
   type.tp_methods = gMethods;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace pyhost

@@ -1,6 +1,7 @@
 #include "python/host/Errors.h"
 
 #include <new>
+#include <unistd.h>
 
 #include "tarvelon/boundary/k7q/Exception.h"
 
@@ -19,11 +20,11 @@ struct ErrorRow {
 
 PyObject* makeErrorClass(const ErrorRow& row) {
   if (row.place == &ErrorClasses::staleIterator) {
-    const Reference bases = owned(PyTuple_Pack(2, sErrors.wrongType, sErrors.outOfBounds));
+    const Reference bases = owned(PyTuple_Pack, 2, sErrors.wrongType, sErrors.outOfBounds);
     return PyErr_NewExceptionWithDoc(row.name, row.doc, bases.get(), nullptr);
   }
   if (!row.builtin) return PyErr_NewExceptionWithDoc(row.name, row.doc, PyExc_Exception, nullptr);
-  const Reference bases = owned(PyTuple_Pack(2, sErrors.exception, *row.builtin));
+  const Reference bases = owned(PyTuple_Pack, 2, sErrors.exception, *row.builtin);
   return PyErr_NewExceptionWithDoc(row.name, row.doc, bases.get(), nullptr);
 }
 
@@ -57,37 +58,47 @@ bool addErrorClasses(PyObject* module) {
     for (const auto& row : rows) {
       if (!(sErrors.*row.place)) sErrors.*row.place = owned(makeErrorClass(row)).release();
       const char* shortName = row.name + sizeof("K7Q.") - 1;
-      require(PyModule_AddObjectRef(module, shortName, sErrors.*row.place));
+      require(PyModule_AddObjectRef, module, shortName, sErrors.*row.place);
     }
     return true;
   });
 }
 
+void Entry::waitForTheEnd() noexcept {
+  while (true) pause();
+}
+
+void dropLast(PyObject* object) {
+  Entry entry;
+  Py_DECREF(object);
+  entry.leave();
+}
+
 void raise(PyObject* errorClass, const std::string& text) {
-  PyErr_SetObject(errorClass, toStr(text).get());
+  enter(PyErr_SetObject, errorClass, toStr(text).get());
   throw PythonError();
 }
 
 namespace {
 
 void setUnknownName(PyObject* name, std::string_view text) {
-  const Reference error = owned(PyObject_CallOneArg(sErrors.unknownName, toStr(text).get()));
+  const Reference error = owned(PyObject_CallOneArg, sErrors.unknownName, toStr(text).get());
   // With the name set and the object not, a traceback does not offer a second guess behind ours.
-  require(PyObject_SetAttrString(error.get(), "name", name));
-  PyErr_SetObject(sErrors.unknownName, error.get());
+  require(PyObject_SetAttrString, error.get(), "name", name);
+  enter(PyErr_SetObject, sErrors.unknownName, error.get());
 }
 
-void setUnknownName(const char* text) noexcept {
+void setUnknownName(const char* text) {
   try {
     setUnknownName(toStr("").get(), text);
   } catch (const PythonError&) {  // out of memory: that error stands instead
   }
 }
 
-void setError(PyObject* errorClass, const char* text) noexcept {
+void setError(PyObject* errorClass, const char* text) {
   const Reference message(
       PyUnicode_DecodeUTF8(text, static_cast<Py_ssize_t>(std::char_traits<char>::length(text)), "replace"));
-  if (message) PyErr_SetObject(errorClass, message.get());
+  if (message) enter(PyErr_SetObject, errorClass, message.get());
 }
 
 }  // namespace
@@ -97,7 +108,7 @@ void raiseUnknownName(PyObject* name, const std::string& text) {
   throw PythonError();
 }
 
-void translateException() noexcept {
+void translateException() {
   try {
     throw;
   } catch (const PythonError&) {
@@ -124,15 +135,15 @@ void raiseWithNote(const std::string& note) {
   PyObject* value = nullptr;
   PyObject* traceback = nullptr;
   PyErr_Fetch(&type, &value, &traceback);
-  PyErr_NormalizeException(&type, &value, &traceback);
-  const Reference added(PyObject_CallMethod(value, "add_note", "O", toStr(note).get()));
-  if (!added) PyErr_Clear();  // out of memory: the text alone will do
+  enter(PyErr_NormalizeException, &type, &value, &traceback);
+  const Reference added(enter(PyObject_CallMethod, value, "add_note", "O", toStr(note).get()));
+  if (!added) enter(PyErr_Clear);  // out of memory: the text alone will do
   PyErr_Restore(type, value, traceback);
   throw PythonError();
 }
 
 std::string toUtf8(PyObject* text) {
-  const Reference bytes = owned(PyUnicode_AsEncodedString(text, "utf-8", "backslashreplace"));
+  const Reference bytes = owned(PyUnicode_AsEncodedString, text, "utf-8", "backslashreplace");
   return {PyBytes_AS_STRING(bytes.get()), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes.get()))};
 }
 

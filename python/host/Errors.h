@@ -32,22 +32,18 @@ bool addErrorClasses(PyObject* module);
 [[noreturn]] void raiseUnknownName(PyObject* name, const std::string& text);
 
 /// Inside a handler: makes a Python error of the exception that is being handled.
-void translateException() noexcept;
+void translateException();
 /// The same, and adds a note, which tracebacks show below the text: what a text that may not change leaves
 /// out.
 [[noreturn]] void raiseWithNote(const std::string& note);
 
 /// Runs `body`; a failure leaves an error with the interpreter and gives `failure`.
-///
-/// Not noexcept: at its end the interpreter takes a daemon thread down wherever that waits for the lock, in
-/// Python code that we call too, and such an unwinding must get through.
 template <class Result, class Body>
 Result guarded(Result failure, Body&& body) {
   try {
     return body();
   } catch (...) {
-    // Such an unwinding has no exception object.
-    if (!std::current_exception()) throw;
+    if (!std::current_exception()) Entry::waitForTheEnd();  // an unwinding that met no Entry
     translateException();
     return failure;
   }

@@ -17,8 +17,8 @@ std::map<std::string, PyObject*, std::less<>>& extensions() {
 // The class itself is not looked up: that would bring in its package at import.
 void addExtension(const std::string& fullName, PyObject* members) {
   PyObject*& entry = extensions()[fullName];
-  if (!entry) entry = owned(PyDict_New()).release();
-  require(PyDict_Update(entry, members));
+  if (!entry) entry = owned(PyDict_New).release();
+  require(PyDict_Update, entry, members);
 }
 
 PyObject* extensionOf(const ruvo::Class& cls) noexcept {

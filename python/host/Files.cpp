@@ -3,6 +3,7 @@
 #include <cstring>
 
 #include "python/host/Errors.h"
+#include "python/host/Functions.h"
 #include "python/host/NativeObjects.h"
 
 namespace pyhost {
@@ -15,26 +16,26 @@ namespace files = Tarvelon::files;
 /// wait for.
 files::Progress progressOf(PyObject* callable) {
   return [callable](double done) {
-    require(PyErr_CheckSignals());
+    require(PyErr_CheckSignals);
     if (callable == Py_None) return;
-    const Reference fraction = owned(PyFloat_FromDouble(done));
-    owned(PyObject_CallOneArg(callable, fraction.get()));
+    const Reference fraction = owned(PyFloat_FromDouble, done);
+    owned(PyObject_CallOneArg, callable, fraction.get());
   };
 }
 
 /// A path as the system has it.
 std::filesystem::path pathOf(PyObject* path) {
   PyObject* bytes = nullptr;
-  if (!PyUnicode_FSConverter(path, &bytes)) throw PythonError();
+  if (enter(PyUnicode_FSConverter, path, &bytes) == 0) throw PythonError();
   const Reference kept(bytes);
   return {std::string(PyBytes_AS_STRING(bytes), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes)))};
 }
 
 Reference toList(const files::Problems& problems) {
-  Reference list = owned(PyList_New(0));
+  Reference list = owned(PyList_New, 0);
   for (const files::Problem& each : problems.kept) {
-    const Reference entry = owned(Py_BuildValue("(IIN)", each.line, each.column, toStr(each.text).release()));
-    require(PyList_Append(list.get(), entry.get()));
+    const Reference entry = owned(Py_BuildValue, "(IIN)", each.line, each.column, toStr(each.text).release());
+    require(PyList_Append, list.get(), entry.get());
   }
   return list;
 }
@@ -42,16 +43,16 @@ Reference toList(const files::Problems& problems) {
 /// Raises an error class of the module K7Q with a text, after `complete` has added to it.
 template <class Complete>
 [[noreturn]] void raiseError(const char* name, const char* text, Complete complete) {
-  const Reference module = owned(PyImport_ImportModule("K7Q"));
-  const Reference cls = owned(PyObject_GetAttrString(module.get(), name));
-  const Reference error = owned(PyObject_CallOneArg(cls.get(), toStr(text).get()));
+  const Reference module = owned(PyImport_ImportModule, "K7Q");
+  const Reference cls = owned(PyObject_GetAttrString, module.get(), name);
+  const Reference error = owned(PyObject_CallOneArg, cls.get(), toStr(text).get());
   complete(error.get());
-  PyErr_SetObject(cls.get(), error.get());
+  enter(PyErr_SetObject, cls.get(), error.get());
   throw PythonError();
 }
 
 void setAttribute(PyObject* object, const char* name, const Reference& value) {
-  require(PyObject_SetAttrString(object, name, value.get()));
+  require(PyObject_SetAttrString, object, name, value.get());
 }
 
 /// What `body` gives; the errors of files become those of Python.
@@ -62,14 +63,14 @@ PyObject* guardedFiles(PyObject* path, Body body) {
       return body();
     } catch (const files::WrongFile& error) {
       raiseError("WrongFile", error.what(), [&error](PyObject* raised) {
-        const Reference convert = owned(PyObject_GetAttrString(raised, "_fill"));
+        const Reference convert = owned(PyObject_GetAttrString, raised, "_fill");
         const Reference problems = toList(error.problems());
-        owned(PyObject_CallFunction(convert.get(), "On", problems.get(),
-                                    static_cast<Py_ssize_t>(error.problems().count)));
+        owned(PyObject_CallFunction, convert.get(), "On", problems.get(),
+              static_cast<Py_ssize_t>(error.problems().count));
       });
     } catch (const files::FileError& error) {
       raiseError("FileError", error.what(), [&](PyObject* raised) {
-        setAttribute(raised, "errno", owned(PyLong_FromLong(error.number())));
+        setAttribute(raised, "errno", owned(PyLong_FromLong, error.number()));
         setAttribute(raised, "strerror", toStr(std::strerror(error.number())));
         setAttribute(raised, "filename", Reference::share(path));
       });
@@ -77,24 +78,19 @@ PyObject* guardedFiles(PyObject* path, Body body) {
   });
 }
 
-PyObject* saveModel(PyObject* /*module*/, PyObject* arguments) {
-  PyObject* model = nullptr;
-  PyObject* path = nullptr;
-  PyObject* progress = nullptr;
-  if (!PyArg_ParseTuple(arguments, "OOO:save", &model, &path, &progress)) return nullptr;
+PyObject* saveModel(Given arguments) {
+  PyObject* path = arguments[1];
   return guardedFiles(path, [&]() -> PyObject* {
-    files::save(toModel(model, "save"), pathOf(path), {progressOf(progress), true});
+    files::save(toModel(arguments[0], "save"), pathOf(path), {progressOf(arguments[2]), true});
     Py_RETURN_NONE;
   });
 }
 
-PyObject* loadModel(PyObject* /*module*/, PyObject* arguments) {
-  PyObject* path = nullptr;
-  int isLenient = 0;
-  PyObject* progress = nullptr;
-  if (!PyArg_ParseTuple(arguments, "OpO:load", &path, &isLenient, &progress)) return nullptr;
+PyObject* loadModel(Given arguments) {
+  PyObject* path = arguments[0];
   return guardedFiles(path, [&]() -> PyObject* {
-    const files::Loaded loaded = files::load(pathOf(path), {progressOf(progress), isLenient != 0});
+    const bool isLenient = isTrue(arguments[1]);
+    const files::Loaded loaded = files::load(pathOf(path), {progressOf(arguments[2]), isLenient});
     Reference model = fromModelObject(loaded.model);
     Reference problems = toList(loaded.problems);
     return Py_BuildValue("(NNn)", model.release(), problems.release(),
@@ -102,35 +98,35 @@ PyObject* loadModel(PyObject* /*module*/, PyObject* arguments) {
   });
 }
 
-PyObject* saveEcore(PyObject* /*module*/, PyObject* path) {
-  return guardedFiles(path, [&]() -> PyObject* {
-    files::saveEcore(pathOf(path));
+PyObject* saveEcore(Given arguments) {
+  return guardedFiles(arguments[0], [&]() -> PyObject* {
+    files::saveEcore(pathOf(arguments[0]));
     Py_RETURN_NONE;
   });
 }
 
-PyObject* rootsOf(PyObject* /*module*/, PyObject* model) {
+PyObject* rootsOf(Given arguments) {
   return guarded([&]() -> PyObject* {
-    const K7Q::Model handle = toModel(model, "roots");
-    const bool isImmutable = isImmutableView(model);
-    Reference list = owned(PyList_New(0));
+    const K7Q::Model handle = toModel(arguments[0], "roots");
+    const bool isImmutable = isImmutableView(arguments[0]);
+    Reference list = owned(PyList_New, 0);
     for (const K7Q::ClassObject& root : files::roots(handle)) {
-      require(PyList_Append(list.get(), fromModelObject(root, isImmutable).get()));
+      require(PyList_Append, list.get(), fromModelObject(root, isImmutable).get());
     }
     return list.release();
   });
 }
 
-PyMethodDef gFunctions[] = {
-    {"saveModel", saveModel, METH_VARARGS, "saveModel(model, path, progress): writes a model."},
-    {"loadModel", loadModel, METH_VARARGS,
+constexpr FunctionRow kFunctions[] = {
+    {"saveModel", 3, saveModel, "saveModel(model, path, progress): writes a model."},
+    {"loadModel", 3, loadModel,
      "loadModel(path, lenient, progress): the model, a list of problems as tuples, how many there are."},
-    {"rootsOf", rootsOf, METH_O, "rootsOf(model): a list of the objects that nothing holds."},
-    {"saveEcore", saveEcore, METH_O, "saveEcore(path): writes the metamodel."},
-    {nullptr, nullptr, 0, nullptr}};
+    {"rootsOf", 1, rootsOf, "rootsOf(model): a list of the objects that nothing holds."},
+    {"saveEcore", 1, saveEcore, "saveEcore(path): writes the metamodel."},
+};
 
 }  // namespace
 
-PyMethodDef* fileFunctions() noexcept { return gFunctions; }
+PyMethodDef* fileFunctions() noexcept { return Published<kFunctions>::methods(); }
 
 }  // namespace pyhost

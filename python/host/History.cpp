@@ -1,8 +1,8 @@
 #include "tarvelon/platform/tarvelon/api/History.h"
 
 #include <memory>
-#include <unistd.h>
 
+#include "python/host/Functions.h"
 #include "python/host/NativeObjects.h"
 #include "python/host/Values.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
@@ -15,59 +15,59 @@ namespace model = Tarvelon::model;
 
 constexpr const char* kTransaction = "_tarvelon_host.Transaction";
 
-PyObject* beginTransaction(PyObject* /*module*/, PyObject* asked) {
+PyObject* beginTransaction(Given arguments) {
   return guarded([&] {
-    auto transaction = std::make_unique<model::Transaction>(toModel(asked, "transaction"));
-    Reference capsule = owned(PyCapsule_New(transaction.get(), kTransaction, [](PyObject* self) {
+    auto transaction = std::make_unique<model::Transaction>(toModel(arguments[0], "transaction"));
+    Reference capsule = owned(PyCapsule_New, transaction.get(), kTransaction, [](PyObject* self) {
       delete static_cast<model::Transaction*>(PyCapsule_GetPointer(self, kTransaction));
-    }));
+    });
     static_cast<void>(transaction.release());
     return capsule.release();
   });
 }
 
 model::Transaction& transactionOf(PyObject* capsule) {
-  auto* transaction = static_cast<model::Transaction*>(PyCapsule_GetPointer(capsule, kTransaction));
-  if (!transaction) throw PythonError();
-  return *transaction;
+  if (!PyCapsule_IsValid(capsule, kTransaction)) {
+    raise(errors().wrongType, "expected a transaction, got " + describePython(capsule));
+  }
+  return *static_cast<model::Transaction*>(PyCapsule_GetPointer(capsule, kTransaction));
 }
 
-PyObject* commit(PyObject* /*module*/, PyObject* capsule) {
+PyObject* commit(Given arguments) {
   return guarded([&] {
-    transactionOf(capsule).commit();
+    transactionOf(arguments[0]).commit();
     return Py_NewRef(Py_None);
   });
 }
 
-PyObject* rollBack(PyObject* /*module*/, PyObject* capsule) {
+PyObject* rollBack(Given arguments) {
   return guarded([&] {
-    transactionOf(capsule).rollBack();
+    transactionOf(arguments[0]).rollBack();
     return Py_NewRef(Py_None);
   });
 }
 
 /// Whether it has neither been ended nor gone with its model.
-PyObject* isOpen(PyObject* /*module*/, PyObject* capsule) {
-  return guarded([&] { return PyBool_FromLong(transactionOf(capsule).isOpen() ? 1 : 0); });
+PyObject* isOpen(Given arguments) {
+  return guarded([&] { return PyBool_FromLong(transactionOf(arguments[0]).isOpen() ? 1 : 0); });
 }
 
-PyObject* undo(PyObject* /*module*/, PyObject* asked) {
-  return guarded([&] { return PyBool_FromLong(model::undo(toModel(asked, "undo")) ? 1 : 0); });
+PyObject* undo(Given arguments) {
+  return guarded([&] { return PyBool_FromLong(model::undo(toModel(arguments[0], "undo")) ? 1 : 0); });
 }
 
-PyObject* redo(PyObject* /*module*/, PyObject* asked) {
-  return guarded([&] { return PyBool_FromLong(model::redo(toModel(asked, "redo")) ? 1 : 0); });
+PyObject* redo(Given arguments) {
+  return guarded([&] { return PyBool_FromLong(model::redo(toModel(arguments[0], "redo")) ? 1 : 0); });
 }
 
-PyObject* setHistory(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* setHistory(Given arguments) {
   return guarded([&] {
-    requireArguments(count, 2, "history");
     const K7Q::Model asked = toModel(arguments[0], "history");
     if (!PyIndex_Check(arguments[1])) {
       raise(errors().wrongType, "history: expected a whole number, got " + describePython(arguments[1]));
     }
     // A number too large for a Py_ssize_t is cut to the largest, which is too long as well.
-    const Py_ssize_t limit = PyNumber_AsSsize_t(arguments[1], nullptr);
+    const Py_ssize_t limit = enter(PyNumber_AsSsize_t, arguments[1], nullptr);
     if (limit == -1 && PyErr_Occurred()) throw PythonError();
     if (limit < 0 || static_cast<std::size_t>(limit) > model::kMostBatches) {
       raise(errors().outOfRange, "history: expected 0 to " + std::to_string(model::kMostBatches) + ", got " +
@@ -78,12 +78,11 @@ PyObject* setHistory(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_
   });
 }
 
-PyObject* history(PyObject* /*module*/, PyObject* asked) {
+PyObject* history(Given arguments) {
   return guarded([&] {
-    const K7Q::Model of = toModel(asked, "history");
-    return owned(Py_BuildValue("(nnn)", static_cast<Py_ssize_t>(model::historyLimit(of)),
-                               static_cast<Py_ssize_t>(model::undoable(of)),
-                               static_cast<Py_ssize_t>(model::redoable(of))))
+    const K7Q::Model of = toModel(arguments[0], "history");
+    return owned(Py_BuildValue, "(nnn)", static_cast<Py_ssize_t>(model::historyLimit(of)),
+                 static_cast<Py_ssize_t>(model::undoable(of)), static_cast<Py_ssize_t>(model::redoable(of)))
         .release();
   });
 }
@@ -114,9 +113,9 @@ Reference fromChange(const model::Change& change, PyObject* record) {
   const Reference object = fromModelObject(change.object);
   const Reference before = fromValue(change.before);
   const Reference after = fromValue(change.after);
-  return owned(PyObject_CallFunction(record, "sOzOOII", nameOf(change.kind), object.get(),
-                                     change.property ? model::hostName(*change.property) : nullptr,
-                                     before.get(), after.get(), change.index, change.from));
+  return owned(PyObject_CallFunction, record, "sOzOOII", nameOf(change.kind), object.get(),
+               change.property ? model::hostName(*change.property) : nullptr, before.get(), after.get(),
+               change.index, change.from);
 }
 
 /// A callable that is called with each batch; it may outlive the interpreter, with a model that is bound.
@@ -128,8 +127,8 @@ class PythonListener {
   PythonListener& operator=(const PythonListener&) = delete;
   ~PythonListener() {
     if (Py_IsInitialized() == 0) return;
-    Py_DECREF(mCallable);
-    Py_DECREF(mRecord);
+    drop(mCallable);
+    drop(mRecord);
   }
 
   void tell(std::span<const model::Change> changes) const {
@@ -137,14 +136,13 @@ class PythonListener {
     PyObject *type = nullptr, *value = nullptr, *traceback = nullptr;
     PyErr_Fetch(&type, &value, &traceback);
     try {
-      Reference list = owned(PyList_New(0));
+      Reference list = owned(PyList_New, 0);
       for (const model::Change& change : changes)
-        require(PyList_Append(list.get(), fromChange(change, mRecord).get()));
-      owned(PyObject_CallOneArg(mCallable, list.get()));
+        require(PyList_Append, list.get(), fromChange(change, mRecord).get());
+      owned(PyObject_CallOneArg, mCallable, list.get());
     } catch (...) {
-      if (!std::current_exception()) waitForTheEnd();
       translateException();
-      if (!putOffInterrupt()) PyErr_WriteUnraisable(mCallable);
+      if (!putOffInterrupt()) enter(PyErr_WriteUnraisable, mCallable);
     }
     PyErr_Restore(type, value, traceback);
   }
@@ -152,20 +150,15 @@ class PythonListener {
  private:
   /// Someone who interrupts the program means the program: what is raised in a listener for it is raised
   /// again where the change has returned.
-  static bool putOffInterrupt() noexcept {
+  static bool putOffInterrupt() {
     if (PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) == 0) return false;
     const auto interrupt = [](void*) {
       PyErr_SetNone(PyExc_KeyboardInterrupt);
       return -1;
     };
     if (Py_AddPendingCall(interrupt, nullptr) < 0) return false;
-    PyErr_Clear();
+    enter(PyErr_Clear);
     return true;
-  }
-  /// The interpreter ends and takes its daemon threads down where they stand. Through the change that is told
-  /// of nothing can unwind, so that this thread waits until the process is gone.
-  [[noreturn]] static void waitForTheEnd() noexcept {
-    while (true) pause();
   }
 
   PyObject* mCallable;
@@ -173,47 +166,45 @@ class PythonListener {
   PyObject* mRecord;
 };
 
-PyObject* listen(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* listen(Given arguments) {
   return guarded([&] {
-    requireArguments(count, 4, "listen");
-    if (PyCallable_Check(arguments[2]) == 0) {
-      raise(errors().wrongType, "listen: expected a function, got " + describePython(arguments[2]));
+    for (PyObject* each : arguments.subspan(2)) {
+      if (PyCallable_Check(each) != 0) continue;
+      raise(errors().wrongType, "listen: expected a function, got " + describePython(each));
     }
     const auto callable = std::make_shared<const PythonListener>(arguments[2], arguments[3]);
     const auto listener = [callable](std::span<const model::Change> changes) { callable->tell(changes); };
     const std::uint64_t id = arguments[1] == Py_None
                                  ? model::listen(toModel(arguments[0], "listen"), listener)
                                  : model::listen(toModelObject(arguments[1], "listen"), listener);
-    return owned(PyLong_FromUnsignedLongLong(id)).release();
+    return owned(PyLong_FromUnsignedLongLong, id).release();
   });
 }
 
-PyObject* unlisten(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* unlisten(Given arguments) {
   return guarded([&] {
-    requireArguments(count, 2, "unlisten");
-    const std::uint64_t id = PyLong_AsUnsignedLongLong(arguments[1]);
+    const std::uint64_t id = enter(PyLong_AsUnsignedLongLong, arguments[1]);
     if (PyErr_Occurred()) throw PythonError();
     model::unlisten(toModel(arguments[0], "unlisten"), id);
     return Py_NewRef(Py_None);
   });
 }
 
-PyMethodDef gFunctions[] = {
-    {"beginTransaction", beginTransaction, METH_O, "A transaction of a model, as a capsule."},
-    {"commit", commit, METH_O, "Ends a transaction and keeps what it did."},
-    {"rollBack", rollBack, METH_O, "Ends a transaction and takes back what it did."},
-    {"isOpen", isOpen, METH_O, "Whether a transaction has not ended yet."},
-    {"undo", undo, METH_O, "Takes the last batch back."},
-    {"redo", redo, METH_O, "Makes the last batch again that was taken back."},
-    fastMethod("setHistory", setHistory, "How many batches a model can take back."),
-    {"history", history, METH_O,
-     "How many it can at most, how many it could now, how many could come again."},
-    fastMethod("listen", listen, "Calls a function with each batch of changes; an id."),
-    fastMethod("unlisten", unlisten, "Ends that."),
-    {nullptr, nullptr, 0, nullptr}};
+constexpr FunctionRow kFunctions[] = {
+    {"beginTransaction", 1, beginTransaction, "A transaction of a model, as a capsule."},
+    {"commit", 1, commit, "Ends a transaction and keeps what it did."},
+    {"rollBack", 1, rollBack, "Ends a transaction and takes back what it did."},
+    {"isOpen", 1, isOpen, "Whether a transaction has not ended yet."},
+    {"undo", 1, undo, "Takes the last batch back."},
+    {"redo", 1, redo, "Makes the last batch again that was taken back."},
+    {"setHistory", 2, setHistory, "How many batches a model can take back."},
+    {"history", 1, history, "How many it can at most, how many it could now, how many could come again."},
+    {"listen", 4, listen, "Calls a function with each batch of changes; an id."},
+    {"unlisten", 2, unlisten, "Ends that."},
+};
 
 }  // namespace
 
-PyMethodDef* historyFunctions() noexcept { return gFunctions; }
+PyMethodDef* historyFunctions() noexcept { return Published<kFunctions>::methods(); }
 
 }  // namespace pyhost

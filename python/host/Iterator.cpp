@@ -61,7 +61,7 @@ void readyIteratorType() {
   type.tp_hash = PyObject_HashNotImplemented;  // it moves
   type.tp_repr = represent;
   type.tp_richcompare = compare;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace pyhost

@@ -67,14 +67,15 @@ std::int32_t numberOf(PyObject* value) {
 /// Collects what stands on elements that go.
 class Collector {
  public:
-  Collector(PyObject* sequence, std::vector<HostIterator*>& found)
+  Collector(PyObject* sequence, std::vector<Reference>& found)
       : mSequence(sequence), mPlaces(sequence), mFound(found) {}
 
   template <class Test>
   void collectIf(Test test) const {
     for (HostIterator* each = reinterpret_cast<HostSequence*>(mSequence)->iterators; each;
          each = each->next) {
-      if (!each->isRetired && test(*nativeIterator(*each))) mFound.push_back(each);
+      if (!each->isRetired && test(*nativeIterator(*each)))
+        mFound.push_back(Reference::share(asPyObject(&each->base)));
     }
   }
   void collectAt(const K7Q::Generic::IteratorIntf& place) const {
@@ -124,7 +125,7 @@ class Collector {
 
   PyObject* mSequence;
   Places mPlaces;
-  std::vector<HostIterator*>& mFound;
+  std::vector<Reference>& mFound;
 };
 
 void collectErased(const Collector& collector, std::span<PyObject* const> arguments,
@@ -161,10 +162,9 @@ void forgetIterator(HostIterator& iterator) noexcept {
 IteratorsToRetire::IteratorsToRetire(PyObject* sequence, std::string_view method,
                                      std::span<PyObject* const> arguments,
                                      std::span<const ruvo::HostValue> converted) {
-  if (!reinterpret_cast<HostSequence*>(sequence)->iterators ||
-      elementsOf(*typeOf(sequence)) != Elements::Values) {
-    return;
-  }
+  const auto& walked = *reinterpret_cast<HostSequence*>(sequence);
+  const bool isProperty = walked.owner != nullptr;
+  if (!walked.iterators || isProperty || elementsOf(*typeOf(sequence)) != Elements::Values) return;
   mSequence = nativeSequence(sequence);
   mSize = mSequence.size();
   const Collector collector(sequence, mIterators);

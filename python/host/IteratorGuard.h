@@ -8,17 +8,19 @@
 
 namespace pyhost {
 
-/// Native iterators over enumeration values are bare places: one whose element has been taken out dangles,
-/// and nothing in the native library tells. Here each sequence knows the Python iterators that walk it, and
-/// those whose element goes are marked before anybody reads through them.
+/// Native iterators over a made sequence of enumeration values are bare places: one whose element has been
+/// taken out dangles, and nothing in the native library tells. Here each sequence knows the Python iterators
+/// that walk it, and those whose element goes are marked before anybody reads through them.
+///
+/// The sequence of a property needs none of this: its native iterators know that they are stale.
 
 /// Makes the sequence know an iterator that walks it, and the iterator hold the sequence.
 void watchIterator(HostIterator& iterator, PyObject* sequence) noexcept;
 /// The sequence forgets the iterator, which is about to go.
 void forgetIterator(HostIterator& iterator) noexcept;
 
-/// The iterators whose elements a call is about to take out of a sequence: found before it, marked behind it,
-/// when it has taken them out.
+/// The iterators whose elements a call is about to take out of a sequence: found and held before it, marked
+/// behind it, when it has taken them out.
 class IteratorsToRetire {
  public:
   /// Nothing for a method that takes no element out. Raises K7Q.WrongValue for iterators that name no
@@ -32,15 +34,13 @@ class IteratorsToRetire {
     if (!mIterators.empty() && mSequence.size() < mSize) mark();
   }
   void mark() const noexcept {
-    for (HostIterator* iterator : mIterators) iterator->isRetired = true;
-    mIterators.clear();
+    for (const Reference& each : mIterators) reinterpret_cast<HostIterator*>(each.get())->isRetired = true;
   }
 
  private:
   NativeSequence mSequence;
   int mSize = 0;
-  /// Held for the length of the call alone: what runs behind it may free them.
-  mutable std::vector<HostIterator*> mIterators;
+  std::vector<Reference> mIterators;
 };
 
 }  // namespace pyhost

@@ -35,7 +35,7 @@ void readyDescriptor(PyTypeObject& type, const char* name, std::size_t size, des
   prepareType(type, name, size, nullptr);
   type.tp_flags |= Py_TPFLAGS_DISALLOW_INSTANTIATION;
   type.tp_descr_get = get;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace

@@ -35,15 +35,15 @@ Reference describe(ruvo::Class& cls, std::string_view name) {
 
 Reference describeAll(PyObject* list) {
   ruvo::Class& cls = classOf(list);
-  Reference all = owned(PyList_New(0));
+  Reference all = owned(PyList_New, 0);
   for (const auto* record : cls.methods()) {
-    if (isEntry(record)) require(PyList_Append(all.get(), describe(cls, record->getName().view()).get()));
+    if (isEntry(record)) require(PyList_Append, all.get(), describe(cls, record->getName().view()).get());
   }
   return all;
 }
 
 PyObject* iterate(PyObject* list) {
-  return guarded([&] { return owned(PyObject_GetIter(describeAll(list).get())).release(); });
+  return guarded([&] { return owned(PyObject_GetIter, describeAll(list).get()).release(); });
 }
 
 bool hasEntry(ruvo::Class& cls, std::string_view name) {
@@ -55,7 +55,7 @@ bool hasEntry(ruvo::Class& cls, std::string_view name) {
 int contains(PyObject* list, PyObject* value) {
   return guarded(-1, [&] {
     if (PyUnicode_Check(value)) return hasEntry(classOf(list), toUtf8(value)) ? 1 : 0;
-    const int found = PySequence_Contains(describeAll(list).get(), value);
+    const int found = enter(PySequence_Contains, describeAll(list).get(), value);
     require(found);
     return found;
   });
@@ -103,7 +103,7 @@ void readyMetaPropertiesType() {
   type.tp_iter = iterate;
   type.tp_as_sequence = &gSequence;
   type.tp_as_mapping = &gMapping;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace pyhost

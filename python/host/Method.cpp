@@ -61,8 +61,8 @@ PyObject* finish(const ruvo::HostResult& result, PyObject* self) {
 
 void deallocateBound(PyObject* object) {
   BoundMethod* bound = asBound(object);
-  Py_DECREF(bound->method);
-  Py_DECREF(bound->self);
+  drop(reinterpret_cast<PyObject*>(bound->method));
+  drop(bound->self);
   if (gKeptCount < kKept) {
     gKept[gKeptCount++] = bound;
   } else {
@@ -138,7 +138,7 @@ PyGetSetDef gMembers[] = {{"__doc__", docOfMethod, nullptr, nullptr, nullptr},
                           {nullptr, nullptr, nullptr, nullptr, nullptr}};
 
 void deallocateMethod(PyObject* method) {
-  Py_DECREF(asMethod(method)->text);
+  drop(asMethod(method)->text);
   PyObject_Free(method);
 }
 
@@ -154,7 +154,7 @@ void readyBoundMethodType() {
   type.tp_repr = representBound;
   type.tp_hash = hashBound;
   type.tp_richcompare = compareBound;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace
@@ -235,7 +235,7 @@ void readyMethodType() {
   type.tp_dealloc = deallocateMethod;
   type.tp_descr_get = get;
   type.tp_getset = gMembers;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
   readyBoundMethodType();
 }
 

@@ -1,7 +1,7 @@
 #include "python/host/Console.h"
 #include "python/host/Descriptors.h"
+#include "python/host/Functions.h"
 #include "python/host/Loader.h"
-#include "python/host/NativeObjects.h"
 #include "python/host/Packages.h"
 
 namespace pyhost {
@@ -36,7 +36,7 @@ void readyTypes() {
 }
 
 void addType(PyObject* module, const char* name, PyTypeObject& type) {
-  require(PyModule_AddObjectRef(module, name, reinterpret_cast<PyObject*>(&type)));
+  require(PyModule_AddObjectRef, module, name, reinterpret_cast<PyObject*>(&type));
 }
 
 int fill(PyObject* module) {
@@ -50,10 +50,10 @@ int fill(PyObject* module) {
     addType(module, "Sequence", sequenceType);
     addType(module, "Iterator", iteratorType);
     addType(module, "MetaProperties", metaPropertiesType);
-    require(PyModule_AddStringConstant(module, "version", TARVELON_VERSION));
+    require(PyModule_AddStringConstant, module, "version", TARVELON_VERSION);
     for (const auto functions :
          {searchFunctions, historyFunctions, fileFunctions, validationFunctions, copyFunctions}) {
-      require(PyModule_AddFunctions(module, functions()));
+      require(PyModule_AddFunctions, module, functions());
     }
     redirectConsole();
     loadMetamodel();

@@ -2,6 +2,7 @@
 
 #include <memory>
 
+#include "python/host/Functions.h"
 #include "python/host/Values.h"
 #include "tarvelon/binding/Conversion.h"
 #include "tarvelon/boundary/hx/Array.h"
@@ -66,21 +67,29 @@ Reference fromValue(const K7Q::Object& value) {
   if (!scalar) return fromModelObject(value);
   switch (scalar->type()) {
     case Scalar::Type::Boolean:
-      return owned(PyBool_FromLong(K7Q::Boolean(value) ? 1 : 0));
+      return owned(PyBool_FromLong, K7Q::Boolean(value) ? 1 : 0);
     case Scalar::Type::Integer:
-      return owned(PyLong_FromLong(K7Q::Integer(value)));
+      return owned(PyLong_FromLong, K7Q::Integer(value));
     case Scalar::Type::Double:
-      return owned(PyFloat_FromDouble(K7Q::Double(value)));
+      return owned(PyFloat_FromDouble, K7Q::Double(value));
     case Scalar::Type::Real:
-      return owned(PyFloat_FromDouble(K7Q::Real(value)));
+      return owned(PyFloat_FromDouble, K7Q::Real(value));
   }
   return Reference::share(Py_None);
 }
 
-void requireArguments(Py_ssize_t given, Py_ssize_t expected, const char* function) {
-  if (given == expected) return;
-  raise(errors().wrongType, std::string(function) + ": expected " + std::to_string(expected) +
-                                " arguments, got " + std::to_string(given));
+bool isTrue(PyObject* value) {
+  const int truth = enter(PyObject_IsTrue, value);
+  require(truth);
+  return truth == 1;
+}
+
+PyObject* refuseCount(const FunctionRow& row, std::size_t given) {
+  return guarded([&]() -> PyObject* {
+    raise(errors().wrongType, std::string(row.name) + ": expected " + std::to_string(row.count) +
+                                  (row.count == 1 ? " argument" : " arguments") + ", got " +
+                                  std::to_string(given));
+  });
 }
 
 }  // namespace pyhost

@@ -20,15 +20,7 @@ Reference fromModelObject(const K7Q::ObjectHandle& object, bool isImmutable = fa
 /// The Python value of a property's value: bool, int, float, str, an object; None for none.
 Reference fromValue(const K7Q::Object& value);
 
-/// Runs native code with the arguments checked: how many there are.
-void requireArguments(Py_ssize_t given, Py_ssize_t expected, const char* function);
-
-/// Functions of `_tarvelon_host` that the Python packages put on models and objects, by feature. Each table
-/// ends with an empty entry.
-PyMethodDef* searchFunctions() noexcept;
-PyMethodDef* historyFunctions() noexcept;
-PyMethodDef* fileFunctions() noexcept;
-PyMethodDef* validationFunctions() noexcept;
-PyMethodDef* copyFunctions() noexcept;
+/// Whether a value counts as true, for Python.
+bool isTrue(PyObject* value);
 
 }  // namespace pyhost

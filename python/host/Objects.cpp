@@ -6,6 +6,7 @@
 #include "python/host/Values.h"
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/Object.h"
+#include "tarvelon/boundary/ruvo/BindingRegistry.h"
 
 namespace pyhost {
 
@@ -37,11 +38,11 @@ void retype(PyObject* object, HostType* type) {
   }
   Py_INCREF(asPyType(type));
   Py_SET_TYPE(object, asPyType(type));
-  Py_DECREF(before);
+  drop(reinterpret_cast<PyObject*>(before));
 }
 
 PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
-  auto* made = reinterpret_cast<HostObject*>(owned(_PyObject_New(asPyType(type))).release());
+  auto* made = reinterpret_cast<HostObject*>(owned(_PyObject_New, asPyType(type)).release());
   made->interface = interface;
   made->weakReferences = nullptr;
   made->sequences = nullptr;
@@ -61,14 +62,14 @@ PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
 void dropInterface(PyObject* self) {
   HostObject* object = asHostObject(self);
   object->interface->setHostData(nullptr);
-  if (object->weakReferences) PyObject_ClearWeakRefs(self);
+  if (object->weakReferences) enter(PyObject_ClearWeakRefs, self);
   object->interface->release();
 }
 
 void freeObject(PyObject* self) noexcept {
   PyTypeObject* type = Py_TYPE(self);
   PyObject_Free(self);
-  Py_DECREF(type);
+  drop(reinterpret_cast<PyObject*>(type));
 }
 
 void deallocateObject(PyObject* self) {
@@ -80,7 +81,7 @@ void deallocateIterator(PyObject* self) {
   PyObject* sequence = reinterpret_cast<HostIterator*>(self)->sequence;
   forgetIterator(*reinterpret_cast<HostIterator*>(self));
   dropInterface(self);
-  Py_XDECREF(sequence);
+  drop(sequence);
   freeObject(self);
 }
 
@@ -93,7 +94,7 @@ void deallocateSequence(PyObject* self) {
     *place = sequence->next;
   }
   dropInterface(self);
-  Py_XDECREF(owner);
+  drop(owner);
   freeObject(self);
 }
 
@@ -141,11 +142,32 @@ HostType* typeOf(PyObject* object) {
   return asHostType(Py_TYPE(object));
 }
 
+namespace {
+
+/// A cast announces what it gives as a bare object. Python sees what that is by itself, as all other calls
+/// give it, whether one of them came before or not.
+void narrow(ruvo::RVOInterface* interface) {
+  static ruvo::Class* const general = &ruvo::Class::get(ruvo::InternedName("K7Q.ImmutableObject"));
+  static ruvo::Class* const changeable = &ruvo::Class::get(ruvo::InternedName("K7Q.Object"));
+  const ruvo::Class* announced = &ruvo::classOf(*interface);
+  if (announced != general && announced != changeable) return;
+  void* id = interface->getBoundPointer(ruvo::InternedName());
+  auto* native = K7Q::DeviantRegistry::getVariantInfo(id).object;
+  using K7Q::NSInterface::ObjectIntf;
+  const auto* object = native ? static_cast<ObjectIntf*>(native->cast(K7Q::tagsOf<ObjectIntf>())) : nullptr;
+  if (!object) return;
+  ruvo::factory::basic::BindingRegistry::announce(id,
+                                                  object->getRuvoName(K7Q::DeviantRegistry::isImmutable(id)));
+}
+
+}  // namespace
+
 PyObject* wrap(ruvo::RVOInterface* interface) {
   if (auto* known = static_cast<PyObject*>(interface->getHostData())) {
     typeOf(known);
     return Py_NewRef(known);
   }
+  narrow(interface);
   return newObject(typeOf(ruvo::classOf(*interface)), interface);
 }
 
@@ -189,7 +211,7 @@ PyObject* getAttribute(PyObject* self, PyObject* name) {
     if (!found) raiseUnknownAttribute(type, name);
     if (Py_TYPE(found) == &propertyType) return readProperty(reinterpret_cast<Property*>(found), self);
     if (Py_TYPE(found) == &methodType) return bindMethod(reinterpret_cast<Method*>(found), self);
-    return owned(PyObject_GenericGetAttr(self, name)).release();
+    return owned(PyObject_GenericGetAttr, self, name).release();
   });
 }
 
@@ -200,8 +222,8 @@ int setAttribute(PyObject* self, PyObject* name, PyObject* value) {
     if (!found) raiseUnknownAttribute(type, name);
     // One that Python code has put on the class.
     if (Py_TYPE(found) == &PyProperty_Type) {
-      const Reference setter = owned(PyObject_GetAttrString(found, "fset"));
-      if (value && setter.get() != Py_None) return PyProperty_Type.tp_descr_set(found, self, value);
+      const Reference setter = owned(PyObject_GetAttrString, found, "fset");
+      if (value && setter.get() != Py_None) return enter(PyProperty_Type.tp_descr_set, found, self, value);
       raiseUnknownName(name, std::string(type->cls->shortName()) + "." + toUtf8(name) + " can only be read" +
                                  (setter.get() == Py_None ? "" : " and set, not deleted"));
     }
@@ -241,7 +263,7 @@ ruvo::HostResult readName(ruvo::RVOInterface* interface, ruvo::Class& cls) {
 std::string nameOf(PyObject* self, ruvo::Class& cls) {
   const Reference name(toPython(readName(interfaceOf(self), cls)));
   const bool isShown = PyUnicode_Check(name.get()) && PyUnicode_GET_LENGTH(name.get()) > 0;
-  return isShown ? " " + toUtf8(owned(PyObject_Repr(name.get())).get()) : std::string();
+  return isShown ? " " + toUtf8(owned(PyObject_Repr, name.get()).get()) : std::string();
 }
 
 PyObject* represent(PyObject* self) {
@@ -306,7 +328,7 @@ void readyHostObjectType() {
   type.tp_hash = hash;
   type.tp_richcompare = compare;
   type.tp_methods = gMethods;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace pyhost

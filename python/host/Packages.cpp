@@ -7,6 +7,7 @@
 #include "python/host/Docs.h"
 #include "python/host/Enumeration.h"
 #include "python/host/Extensions.h"
+#include "python/host/Functions.h"
 #include "python/host/Types.h"
 #include "python/host/Values.h"
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
@@ -95,7 +96,7 @@ PyGetSetDef gMembers[] = {{"__doc__", doc, nullptr, nullptr, nullptr},
                           {nullptr, nullptr, nullptr, nullptr, nullptr}};
 
 void deallocate(PyObject* self) {
-  Py_DECREF(asFunction(self)->name);
+  drop(asFunction(self)->name);
   PyObject_Free(self);
 }
 
@@ -139,14 +140,12 @@ std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
                              (hint.empty() ? "" : "; did you mean '" + hint + "'?"));
 }
 
-PyObject* isPackage(PyObject* /*module*/, PyObject* name) {
-  return guarded([&] { return PyBool_FromLong(ruvo::Package::find(textOf(name)) ? 1 : 0); });
+PyObject* isPackage(Given arguments) {
+  return guarded([&] { return PyBool_FromLong(ruvo::Package::find(textOf(arguments[0])) ? 1 : 0); });
 }
 
-PyObject* member(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* member(Given arguments) {
   return guarded([&] {
-    if (count != 2)
-      raise(errors().wrongType, "member(package, name): got " + std::to_string(count) + " arguments");
     ruvo::Package& package = ruvo::Package::get(textOf(arguments[0]));
     const std::string name = textOf(arguments[1]);
     if (ruvo::Class* cls = package.findClass(name))
@@ -156,12 +155,12 @@ PyObject* member(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t co
   });
 }
 
-PyObject* memberNames(PyObject* /*module*/, PyObject* name) {
+PyObject* memberNames(Given arguments) {
   return guarded([&] {
-    ruvo::Package& package = ruvo::Package::get(textOf(name));
-    Reference list = owned(PyList_New(0));
+    ruvo::Package& package = ruvo::Package::get(textOf(arguments[0]));
+    Reference list = owned(PyList_New, 0);
     const auto append = [&list](std::string_view text) {
-      require(PyList_Append(list.get(), toStr(text).get()));
+      require(PyList_Append, list.get(), toStr(text).get());
     };
     for (const auto& each : package.packageNames()) append(each);
     for (const auto* function : package.functions()) append(function->getName().view());
@@ -170,9 +169,9 @@ PyObject* memberNames(PyObject* /*module*/, PyObject* name) {
   });
 }
 
-PyObject* describe(PyObject* /*module*/, PyObject* name) {
+PyObject* describe(Given arguments) {
   return guarded([&] {
-    const std::string text = textOf(name);
+    const std::string text = textOf(arguments[0]);
     if (ruvo::Package* package = ruvo::Package::find(text)) return describePackage(*package);
     if (ruvo::Class* cls = ruvo::Class::find(text)) return describeClassRecords(*cls);
     const std::size_t dot = text.rfind('.');
@@ -184,47 +183,46 @@ PyObject* describe(PyObject* /*module*/, PyObject* name) {
 }
 
 Reference listOfTexts(const std::vector<std::string>& texts) {
-  Reference list = owned(PyList_New(0));
-  for (const std::string& text : texts) require(PyList_Append(list.get(), toStr(text).get()));
+  Reference list = owned(PyList_New, 0);
+  for (const std::string& text : texts) require(PyList_Append, list.get(), toStr(text).get());
   return list;
 }
 
-PyObject* documentation(PyObject* /*module*/, PyObject* name) {
+PyObject* documentation(Given arguments) {
   return guarded([&] {
-    const std::string fullName = textOf(name);
-    Reference constructors = owned(PyList_New(0));
+    const std::string fullName = textOf(arguments[0]);
+    Reference constructors = owned(PyList_New, 0);
     for (const auto& names : constructorNames(fullName))
-      require(PyList_Append(constructors.get(), listOfTexts(names).get()));
-    Reference dict = owned(PyDict_New());
+      require(PyList_Append, constructors.get(), listOfTexts(names).get());
+    Reference dict = owned(PyDict_New);
     const std::string_view purpose = Tarvelon::metamodel::native::purposeOf(fullName);
-    require(PyDict_SetItemString(dict.get(), "purpose", toStr(purpose).get()));
-    require(PyDict_SetItemString(dict.get(), "constructors", constructors.get()));
+    require(PyDict_SetItemString, dict.get(), "purpose", toStr(purpose).get());
+    require(PyDict_SetItemString, dict.get(), "constructors", constructors.get());
     return dict.release();
   });
 }
 
-PyObject* plainTypeOf(PyObject* /*module*/, PyObject* type) {
-  return guarded([&] { return toStr(plainType(textOf(type))).release(); });
+PyObject* plainTypeOf(Given arguments) {
+  return guarded([&] { return toStr(plainType(textOf(arguments[0]))).release(); });
 }
 
-PyObject* extend(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* extend(Given arguments) {
   return guarded([&] {
-    if (count != 2 || !PyDict_Check(arguments[1]))
-      raise(errors().wrongType, "extend(className, members: dict)");
+    if (!PyDict_Check(arguments[1])) raise(errors().wrongType, "extend(className, members: dict)");
     addExtension(textOf(arguments[0]), arguments[1]);
     return Py_NewRef(Py_None);
   });
 }
 
-PyObject* attributeName(PyObject* /*module*/, PyObject* name) {
-  return guarded([&] { return toStr(pythonName(textOf(name))).release(); });
+PyObject* attributeName(Given arguments) {
+  return guarded([&] { return toStr(pythonName(textOf(arguments[0]))).release(); });
 }
 
-PyObject* statistics(PyObject* /*module*/, PyObject* /*none*/) {
+PyObject* statistics(Given /*none*/) {
   return guarded([] {
-    Reference dict = owned(PyDict_New());
+    Reference dict = owned(PyDict_New);
     const auto put = [&dict](const char* key, std::size_t number) {
-      require(PyDict_SetItemString(dict.get(), key, owned(PyLong_FromSize_t(number)).get()));
+      require(PyDict_SetItemString, dict.get(), key, owned(PyLong_FromSize_t, number).get());
     };
     put("types", typesMade());
     put("bindings", ruvo::factory::basic::BindingRegistry::size());
@@ -235,43 +233,40 @@ PyObject* statistics(PyObject* /*module*/, PyObject* /*none*/) {
 }
 
 /// The candidate that a name may have been meant for.
-PyObject* nearest(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* nearest(Given arguments) {
   return guarded([&] {
-    if (count != 2 || !PyList_Check(arguments[1]))
-      raise(errors().wrongType, "nearest: expected a name and a list");
+    if (!PyList_Check(arguments[1])) raise(errors().wrongType, "nearest: expected a name and a list");
     std::vector<std::string> names;
     for (Py_ssize_t i = 0; i < PyList_GET_SIZE(arguments[1]); ++i) {
-      names.push_back(textOf(PyList_GET_ITEM(arguments[1], i)));
+      names.push_back(textOf(Reference::share(PyList_GET_ITEM(arguments[1], i)).get()));
     }
     const std::vector<std::string_view> candidates(names.begin(), names.end());
     return toStr(ruvo::nearestName(textOf(arguments[0]), candidates)).release();
   });
 }
 
-PyMethodDef gFunctions[] = {
-    {"isPackage", isPackage, METH_O, "Whether there is a package of that dotted name."},
-    fastMethod("member", member, "The class or function of that name in a package."),
-    {"memberNames", memberNames, METH_O, "The names of a package's packages, functions and classes."},
-    {"describe", describe, METH_O, "A package or class with everything registered, as dicts and lists."},
-    {"documentation", documentation, METH_O,
+constexpr FunctionRow kFunctions[] = {
+    {"isPackage", 1, isPackage, "Whether there is a package of that dotted name."},
+    {"member", 2, member, "The class or function of that name in a package."},
+    {"memberNames", 1, memberNames, "The names of a package's packages, functions and classes."},
+    {"describe", 1, describe, "A package or class with everything registered, as dicts and lists."},
+    {"documentation", 1, documentation,
      "What people are told of a package, class or enumeration of that dotted name: a dict with its "
-     "'purpose', one "
-     "or two sentences, and 'constructors', for each constructor in the order of describe() a list of the "
-     "names "
-     "of its arguments, 'model' first. Empty for a name without."},
-    {"plainType", plainTypeOf, METH_O,
+     "'purpose', one or two sentences, and 'constructors', for each constructor in the order of describe() a "
+     "list of the names of its arguments, 'model' first. Empty for a name without."},
+    {"plainType", 1, plainTypeOf,
      "The type of a property's values as people know it: the class's own name for its views and sequences."},
-    fastMethod("nearest", nearest, "The name in a list that comes closest to another, empty if none does."),
-    fastMethod("extend", extend, "Adds members to a class before its type is made."),
-    {"attributeName", attributeName, METH_O,
+    {"nearest", 2, nearest, "The name in a list that comes closest to another, empty if none does."},
+    {"extend", 2, extend, "Adds members to a class before its type is made."},
+    {"attributeName", 1, attributeName,
      "A host's name as an attribute: with an underscore if it is a keyword."},
-    plainMethod("statistics", statistics,
-                "How many types, bound host objects, host arrays and model objects there are."),
-    {nullptr, nullptr, 0, nullptr}};
+    {"statistics", 0, statistics,
+     "How many types, bound host objects, host arrays and model objects there are."},
+};
 
 }  // namespace
 
-PyMethodDef* packageFunctions() noexcept { return gFunctions; }
+PyMethodDef* packageFunctions() noexcept { return Published<kFunctions>::methods(); }
 
 void readyFunctionType() {
   PyTypeObject& type = functionType;
@@ -282,7 +277,7 @@ void readyFunctionType() {
   type.tp_vectorcall_offset = offsetof(Function, vectorcall);
   type.tp_getset = gMembers;
   type.tp_repr = represent;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace pyhost

@@ -4,10 +4,7 @@
 
 namespace pyhost {
 
-/// The functions of the extension module by which its Python side finds packages and classes. Names are
-/// dotted.
-PyMethodDef* packageFunctions() noexcept;
-
+/// The type of a package's functions.
 void readyFunctionType();
 
 }  // namespace pyhost

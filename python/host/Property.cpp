@@ -85,7 +85,7 @@ PyObject* represent(PyObject* descriptor) {
 }
 
 void deallocate(PyObject* descriptor) {
-  Py_DECREF(asProperty(descriptor)->name);
+  drop(asProperty(descriptor)->name);
   PyObject_Free(descriptor);
 }
 
@@ -99,11 +99,11 @@ PyObject* readProperty(Property* property, PyObject* self) {
   if (!property->isMany) return toPython(ruvo::getProperty(interfaceOf(self), *property->slot));
   PyObject* held = heldSequence(self, *property->slot);
   if (held && isValid(interfaceOf(self))) return Py_NewRef(held);
-  PyObject* sequence = toPython(ruvo::getProperty(interfaceOf(self), *property->slot));
-  const bool isNew = isHostObject(sequence) && typeOf(sequence)->kind == TypeKind::Sequence &&
-                     !reinterpret_cast<HostSequence*>(sequence)->owner;
-  if (isNew) holdSequence(sequence, self, *property->slot);
-  return sequence;
+  Reference sequence(toPython(ruvo::getProperty(interfaceOf(self), *property->slot)));
+  const bool isNew = isHostObject(sequence.get()) && typeOf(sequence.get())->kind == TypeKind::Sequence &&
+                     !reinterpret_cast<HostSequence*>(sequence.get())->owner;
+  if (isNew) holdSequence(sequence.get(), self, *property->slot);
+  return sequence.release();
 }
 
 void writeProperty(Property* property, PyObject* self, PyObject* value) {
@@ -135,7 +135,7 @@ void readyPropertyType() {
   type.tp_descr_set = set;
   type.tp_getset = gMembers;
   type.tp_repr = represent;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace pyhost

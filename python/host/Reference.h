@@ -2,6 +2,7 @@
 
 #include <string>
 #include <string_view>
+#include <type_traits>
 #include <utility>
 
 #include <Python.h>
@@ -17,6 +18,55 @@ namespace pyhost {
 /// Thrown where the interpreter holds an error already; unwinds to guarded().
 struct PythonError {};
 
+/// Where a thread ends that the interpreter has given up: it waits until the process is gone.
+///
+/// At its end the interpreter takes a daemon thread down wherever that waits for the lock, in Python code
+/// that we have called too, by an unwinding. Our destructors would then run without the lock, and an
+/// unwinding that meets a noexcept ends the process. So none reaches a function of ours: the first destructor
+/// it meets is this one. Not a catch, since none may catch what is no exception while another one is being
+/// handled.
+class Entry {
+ public:
+  Entry() noexcept = default;
+  Entry(const Entry&) = delete;
+  Entry& operator=(const Entry&) = delete;
+  ~Entry() {
+    if (!mHasReturned) waitForTheEnd();
+  }
+  void leave() noexcept { mHasReturned = true; }
+  [[noreturn]] static void waitForTheEnd() noexcept;
+
+ private:
+  bool mHasReturned = false;
+};
+
+/// Calls a function of the interpreter that may run Python code or let another thread run. These functions
+/// throw nothing. REQUIRES: a caller that is not noexcept.
+template <class Function, class... Arguments>
+auto enter(Function function, Arguments... arguments) {
+  Entry entry;
+  if constexpr (std::is_void_v<std::invoke_result_t<Function, Arguments...>>) {
+    function(arguments...);
+    entry.leave();
+  } else {
+    const auto result = function(arguments...);
+    entry.leave();
+    return result;
+  }
+}
+
+/// Lets go of the last reference, which may run Python code as well. Out of line and without a noexcept,
+/// which would let the compiler leave out the entry.
+void dropLast(PyObject* object);
+inline void drop(PyObject* object) noexcept {
+  if (!object) return;
+  if (Py_REFCNT(object) == 1) {
+    dropLast(object);
+  } else {
+    Py_DECREF(object);
+  }
+}
+
 /// An owning reference.
 class Reference {
  public:
@@ -29,7 +79,7 @@ class Reference {
   }
   Reference(const Reference&) = delete;
   Reference& operator=(const Reference&) = delete;
-  ~Reference() { Py_XDECREF(mObject); }
+  ~Reference() { drop(mObject); }
 
   static Reference share(PyObject* borrowed) noexcept { return Reference(Py_XNewRef(borrowed)); }
   PyObject* get() const noexcept { return mObject; }
@@ -47,6 +97,28 @@ inline Reference owned(PyObject* made) {
 }
 inline void require(int status) {
   if (status < 0) throw PythonError();
+}
+/// The same for a function of the interpreter that is called here with its arguments.
+template <class Function, class... Arguments, class = std::invoke_result_t<Function, Arguments...>>
+Reference owned(Function function, Arguments... arguments) {
+  return owned(enter(function, arguments...));
+}
+template <class Function, class... Arguments, class = std::invoke_result_t<Function, Arguments...>>
+void require(Function function, Arguments... arguments) {
+  require(enter(function, arguments...));
+}
+
+/// A list of as many elements as `make` gives, index by index. The collector, and through it Python code,
+/// sees it when it is full: a list with places that are empty crashes those who read it.
+template <class Make>
+Reference makeList(std::size_t count, Make make) {
+  Reference list = owned(PyList_New, static_cast<Py_ssize_t>(count));
+  PyObject_GC_UnTrack(list.get());
+  for (std::size_t index = 0; index < count; ++index) {
+    PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(index), Reference(make(index)).release());
+  }
+  PyObject_GC_Track(list.get());
+  return list;
 }
 
 /// A str from UTF-8.
@@ -75,9 +147,6 @@ inline void prepareType(PyTypeObject& type, const char* name, std::size_t size, 
 using FastFunction = PyObject* (*)(PyObject*, PyObject* const*, Py_ssize_t);
 inline PyMethodDef fastMethod(const char* name, FastFunction function, const char* doc) noexcept {
   return {name, reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(function)), METH_FASTCALL, doc};
-}
-inline PyMethodDef plainMethod(const char* name, PyCFunction function, const char* doc) noexcept {
-  return {name, function, METH_NOARGS, doc};
 }
 
 }  // namespace pyhost

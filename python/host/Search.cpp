@@ -1,5 +1,6 @@
 #include "tarvelon/platform/tarvelon/api/Search.h"
 
+#include "python/host/Functions.h"
 #include "python/host/NativeObjects.h"
 #include "python/host/Text.h"
 #include "python/host/Values.h"
@@ -24,10 +25,7 @@ std::u16string_view textOf(PyObject* value, TextBuffer& texts, const char* funct
 
 template <class Range, class Convert>
 PyObject* listOf(const Range& range, Convert convert) {
-  Reference list = owned(PyList_New(static_cast<Py_ssize_t>(range.size())));
-  Py_ssize_t index = 0;
-  for (const auto& each : range) PyList_SET_ITEM(list.get(), index++, convert(each).release());
-  return list.release();
+  return makeList(range.size(), [&](std::size_t index) { return convert(range[index]); }).release();
 }
 
 /// What is found in an immutable view is immutable as well.
@@ -37,17 +35,16 @@ PyObject* objectsOf(const std::vector<K7Q::ClassObject>& objects, PyObject* aske
                 [isImmutable](const K7Q::ClassObject& each) { return fromModelObject(each, isImmutable); });
 }
 
-PyObject* boundModel(PyObject* /*module*/, PyObject* uri) {
+PyObject* boundModel(Given arguments) {
   return guarded([&] {
     TextBuffer texts;
-    const std::u16string name(textOf(uri, texts, "K7Q.Model.find"));
+    const std::u16string name(textOf(arguments[0], texts, "K7Q.Model.find"));
     return fromModelObject(K7Q::ModelCache::instance().find(name)).release();
   });
 }
 
-PyObject* find(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* find(Given arguments) {
   return guarded([&] {
-    requireArguments(count, 2, "find");
     TextBuffer texts;
     const K7Q::Model asked = toModel(arguments[0], "find");
     const K7Q::ClassObject found = model::find(asked, textOf(arguments[1], texts, "find"));
@@ -55,18 +52,17 @@ PyObject* find(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t coun
   });
 }
 
-PyObject* findAll(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* findAll(Given arguments) {
   return guarded([&] {
-    requireArguments(count, 2, "find_all");
     TextBuffer texts;
     const K7Q::Model asked = toModel(arguments[0], "find_all");
     return objectsOf(model::findAll(asked, textOf(arguments[1], texts, "find_all")), arguments[0]);
   });
 }
 
-PyObject* qualifiedName(PyObject* /*module*/, PyObject* object) {
+PyObject* qualifiedName(Given arguments) {
   return guarded([&] {
-    const K7Q::ClassObject asked = toModelObject(object, "qualifiedName");
+    const K7Q::ClassObject asked = toModelObject(arguments[0], "qualifiedName");
     return owned(toUnicode(model::qualifiedName(asked))).release();
   });
 }
@@ -80,41 +76,40 @@ const K7Q::IntrospectiveMethods& classOf(PyObject* value) {
   raise(errors().wrongType, "instances: expected a class of the metamodel, got " + describePython(value));
 }
 
-PyObject* instances(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+PyObject* instances(Given arguments) {
   return guarded([&] {
-    requireArguments(count, 2, "instances");
     const K7Q::Model asked = toModel(arguments[0], "instances");
     return objectsOf(model::instances(asked, classOf(arguments[1])), arguments[0]);
   });
 }
 
-PyObject* objects(PyObject* /*module*/, PyObject* asked) {
-  return guarded([&] { return objectsOf(model::objects(toModel(asked, "objects")), asked); });
+PyObject* objects(Given arguments) {
+  return guarded([&] { return objectsOf(model::objects(toModel(arguments[0], "objects")), arguments[0]); });
 }
 
-PyObject* referrers(PyObject* /*module*/, PyObject* asked) {
+PyObject* referrers(Given arguments) {
   return guarded([&] {
-    const K7Q::ClassObject referred = toModelObject(asked, "referrers");
-    const bool isImmutable = isImmutableView(asked);
+    const K7Q::ClassObject referred = toModelObject(arguments[0], "referrers");
+    const bool isImmutable = isImmutableView(arguments[0]);
     return listOf(model::referrers(referred), [isImmutable](const model::Mention& each) {
       const Reference object = fromModelObject(each.object, isImmutable);
-      return owned(Py_BuildValue("(Os)", object.get(), model::hostName(*each.property)));
+      return owned(Py_BuildValue, "(Os)", object.get(), model::hostName(*each.property));
     });
   });
 }
 
-PyMethodDef gFunctions[] = {
-    {"boundModel", boundModel, METH_O, "The open model of a URI, None if there is none."},
-    fastMethod("find", find, "The first object of a qualified name, None if there is none."),
-    fastMethod("findAll", findAll, "All objects of a qualified name."),
-    {"qualifiedName", qualifiedName, METH_O, "The names of an object and of its holders."},
-    fastMethod("instances", instances, "The objects of a class and of those below it."),
-    {"objects", objects, METH_O, "All objects of a model."},
-    {"referrers", referrers, METH_O, "Who refers to an object: pairs of object and property name."},
-    {nullptr, nullptr, 0, nullptr}};
+constexpr FunctionRow kFunctions[] = {
+    {"boundModel", 1, boundModel, "The open model of a URI, None if there is none."},
+    {"find", 2, find, "The first object of a qualified name, None if there is none."},
+    {"findAll", 2, findAll, "All objects of a qualified name."},
+    {"qualifiedName", 1, qualifiedName, "The names of an object and of its holders."},
+    {"instances", 2, instances, "The objects of a class and of those below it."},
+    {"objects", 1, objects, "All objects of a model."},
+    {"referrers", 1, referrers, "Who refers to an object: pairs of object and property name."},
+};
 
 }  // namespace
 
-PyMethodDef* searchFunctions() noexcept { return gFunctions; }
+PyMethodDef* searchFunctions() noexcept { return Published<kFunctions>::methods(); }
 
 }  // namespace pyhost

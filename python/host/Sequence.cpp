@@ -21,11 +21,11 @@ Py_ssize_t length(PyObject* sequence) {
 /// An index from 0, negative ones counted from the end.
 int position(PyObject* sequence, PyObject* index, int size) {
   // A number too large for a Py_ssize_t is cut to the largest, which no sequence has.
-  const Py_ssize_t given = PyNumber_AsSsize_t(index, nullptr);
+  const Py_ssize_t given = enter(PyNumber_AsSsize_t, index, nullptr);
   if (given == -1 && PyErr_Occurred()) throw PythonError();
   const Py_ssize_t found = given < 0 ? given + size : given;
   if (found >= 0 && found < size) return static_cast<int>(found);
-  raise(errors().outOfBounds, shown(sequence) + "[" + toUtf8(owned(PyObject_Repr(index)).get()) +
+  raise(errors().outOfBounds, shown(sequence) + "[" + toUtf8(owned(PyObject_Repr, index).get()) +
                                   "]: the sequence has " + std::to_string(size) + " elements");
 }
 
@@ -46,7 +46,7 @@ std::vector<int> selected(PyObject* slice, int size) {
   Py_ssize_t start = 0;
   Py_ssize_t stop = 0;
   Py_ssize_t step = 0;
-  require(PySlice_Unpack(slice, &start, &stop, &step));
+  require(PySlice_Unpack, slice, &start, &stop, &step);
   const Py_ssize_t count = PySlice_AdjustIndices(size, &start, &stop, step);
   std::vector<int> indices;
   for (Py_ssize_t i = 0; i < count; ++i) indices.push_back(static_cast<int>(start + i * step));
@@ -59,9 +59,9 @@ PyObject* subscript(PyObject* sequence, PyObject* index) {
     const int size = reader.size();
     if (PyIndex_Check(index)) return reader.at(position(sequence, index, size));
     if (!PySlice_Check(index)) raiseNoIndex(sequence, index);
-    Reference list = owned(PyList_New(0));
+    Reference list = owned(PyList_New, 0);
     for (const int at : selected(index, size)) {
-      require(PyList_Append(list.get(), Reference(reader.at(at)).get()));
+      require(PyList_Append, list.get(), Reference(reader.at(at)).get());
     }
     return list.release();
   });
@@ -69,7 +69,7 @@ PyObject* subscript(PyObject* sequence, PyObject* index) {
 
 /// What PySequence_GetItem() and reversed() ask.
 PyObject* item(PyObject* sequence, Py_ssize_t index) {
-  return guarded([&] { return subscript(sequence, owned(PyLong_FromSsize_t(index)).get()); });
+  return guarded([&] { return subscript(sequence, owned(PyLong_FromSsize_t, index).get()); });
 }
 
 /// Calls a method that changes the sequence, which the read-only classes do not have.
@@ -81,11 +81,11 @@ Reference change(PyObject* sequence, const char* method, Arguments... arguments)
           std::string(shownName(*typeOf(sequence)->cls)) +
               " cannot be changed: read the property from the mutable object, if it has one");
   }
-  return owned(PyObject_CallMethodObjArgs(sequence, name.get(), arguments..., nullptr));
+  return owned(PyObject_CallMethodObjArgs, sequence, name.get(), arguments..., nullptr);
 }
 
 void eraseAt(PyObject* sequence, int index) {
-  change(sequence, "erase", owned(PyLong_FromLong(index + 1)).get());
+  change(sequence, "erase", owned(PyLong_FromLong, index + 1).get());
 }
 
 void eraseSlice(PyObject* sequence, PyObject* slice, int size) {
@@ -102,7 +102,7 @@ int assignSubscript(PyObject* sequence, PyObject* index, PyObject* value) {
       if (!value) {
         eraseAt(sequence, at);
       } else {
-        change(sequence, "replace", owned(PyLong_FromLong(at + 1)).get(), value);
+        change(sequence, "replace", owned(PyLong_FromLong, at + 1).get(), value);
       }
       return 0;
     }
@@ -117,7 +117,7 @@ int assignSubscript(PyObject* sequence, PyObject* index, PyObject* value) {
 /// The first index at or after `from` of an element that equals `value`, `size` if there is none.
 int find(const ElementReader& reader, PyObject* value, int from, int size) {
   for (int at = from; at < size; ++at) {
-    const int isEqual = PyObject_RichCompareBool(Reference(reader.at(at)).get(), value, Py_EQ);
+    const int isEqual = enter(PyObject_RichCompareBool, Reference(reader.at(at)).get(), value, Py_EQ);
     require(isEqual);
     if (isEqual == 1) return at;
   }
@@ -164,7 +164,7 @@ void extendBy(PyObject* sequence, PyObject* elements) {
           shown(sequence) + ".extend: expected elements to iterate, got " + describePython(elements));
   }
   // A copy, since the elements may come from this sequence or from one that loses them to it.
-  const Reference list = owned(PySequence_List(elements));
+  const Reference list = owned(PySequence_List, elements);
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
     change(sequence, "push_back", PyList_GET_ITEM(list.get(), i));
   }
@@ -188,13 +188,13 @@ PyObject* extend(PyObject* sequence, PyObject* const* arguments, Py_ssize_t coun
 int foundOrRaise(PyObject* sequence, const char* method, PyObject* value, int found, int end) {
   if (found < end) return found;
   raise(errors().wrongValue, shown(sequence) + "." + method + ": " +
-                                 toUtf8(owned(PyObject_Repr(value)).get()) + " is not in the sequence");
+                                 toUtf8(owned(PyObject_Repr, value).get()) + " is not in the sequence");
 }
 
 /// A bound of index(), as a slice has it.
 int bound(PyObject* sequence, PyObject* value, int size) {
   requireIndex(sequence, "index", value);
-  const Py_ssize_t given = PyNumber_AsSsize_t(value, nullptr);
+  const Py_ssize_t given = enter(PyNumber_AsSsize_t, value, nullptr);
   if (given == -1 && PyErr_Occurred()) throw PythonError();
   return static_cast<int>(std::clamp<Py_ssize_t>(given < 0 ? given + size : given, 0, size));
 }
@@ -207,7 +207,7 @@ PyObject* index(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count
     const int from = count > 1 ? bound(sequence, arguments[1], size) : 0;
     const int end = count > 2 ? bound(sequence, arguments[2], size) : size;
     const int found = from < end ? find(reader, arguments[0], from, end) : end;
-    return owned(PyLong_FromLong(foundOrRaise(sequence, "index", arguments[0], found, end))).release();
+    return owned(PyLong_FromLong, foundOrRaise(sequence, "index", arguments[0], found, end)).release();
   });
 }
 
@@ -219,7 +219,7 @@ PyObject* countOf(PyObject* sequence, PyObject* const* arguments, Py_ssize_t cou
     const int size = reader.size();
     long result = 0;
     for (int at = find(reader, value, 0, size); at < size; at = find(reader, value, at + 1, size)) ++result;
-    return owned(PyLong_FromLong(result)).release();
+    return owned(PyLong_FromLong, result).release();
   });
 }
 
@@ -238,7 +238,7 @@ PyObject* pop(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count) 
   return guarded([&] {
     requireCount(sequence, "pop", count, 0, 1);
     const ElementReader reader(sequence);
-    const Reference last = owned(PyLong_FromLong(-1));
+    const Reference last = owned(PyLong_FromLong, -1);
     if (count == 1) requireIndex(sequence, "pop", arguments[0]);
     const int size = reader.size();
     if (size == 0) raise(errors().outOfBounds, shown(sequence) + ".pop: the sequence is empty");
@@ -308,7 +308,7 @@ void readySequenceType() {
   type.tp_as_sequence = &gSequence;
   type.tp_as_mapping = &gMapping;
   type.tp_methods = gMethods;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
   readySequenceWalkType();
 }
 

@@ -22,8 +22,8 @@ std::string excerpt(PyObject* text, std::size_t position) {
   const auto at = static_cast<Py_ssize_t>(position);
   const Py_ssize_t from = length <= kLongest ? 0 : std::max<Py_ssize_t>(at - kAround, 0);
   const Py_ssize_t to = length <= kLongest ? length : std::min(at + kAround, length);
-  const Reference part = owned(PyUnicode_Substring(text, from, to));
-  const std::string shown = toUtf8(owned(PyObject_Repr(part.get())).get());
+  const Reference part = owned(PyUnicode_Substring, text, from, to);
+  const std::string shown = toUtf8(owned(PyObject_Repr, part.get()).get());
   return (from > 0 ? "..." : "") + shown + (to < length ? "..." : "");
 }
 
@@ -40,7 +40,7 @@ PyObject* toUnicode(std::u16string_view text) {
   for (const char16_t unit : text) all = static_cast<char16_t>(all | unit);
   const auto length = static_cast<Py_ssize_t>(text.size());
   if (all < 0x100) {
-    PyObject* made = owned(PyUnicode_New(length, all < 0x80 ? 0x7F : 0xFF)).release();
+    PyObject* made = owned(PyUnicode_New, length, all < 0x80 ? 0x7F : 0xFF).release();
     if (length > 0) {
       std::transform(text.begin(), text.end(), PyUnicode_1BYTE_DATA(made),
                      [](char16_t unit) { return static_cast<Py_UCS1>(unit); });
@@ -48,7 +48,7 @@ PyObject* toUnicode(std::u16string_view text) {
     return made;
   }
   if (all < 0xD800 || std::none_of(text.begin(), text.end(), isSurrogate)) {
-    return owned(PyUnicode_FromKindAndData(PyUnicode_2BYTE_KIND, text.data(), length)).release();
+    return owned(PyUnicode_FromKindAndData, PyUnicode_2BYTE_KIND, text.data(), length).release();
   }
   int order = -1;  // little endian, as everything here
   return owned(
@@ -105,7 +105,7 @@ std::u16string_view TextBuffer::encode(PyObject* text, std::size_t length) {
 }
 
 std::u16string_view TextBuffer::convert(PyObject* text) {
-  require(PyUnicode_READY(text));
+  require(PyUnicode_READY, text);
   const auto length = static_cast<std::size_t>(PyUnicode_GET_LENGTH(text));
   switch (PyUnicode_KIND(text)) {
     case PyUnicode_1BYTE_KIND:

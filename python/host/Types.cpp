@@ -71,7 +71,7 @@ Reference basesOf(const std::vector<HostType*>& supers, TypeKind kind) {
   const bool hasRoot = std::any_of(supers.begin(), supers.end(), [kind](HostType* super) {
     return PyType_IsSubtype(asPyType(super), rootOf(kind)) != 0;
   });
-  Reference bases = owned(PyTuple_New(static_cast<Py_ssize_t>(supers.size() + (hasRoot ? 0 : 1))));
+  Reference bases = owned(PyTuple_New, static_cast<Py_ssize_t>(supers.size() + (hasRoot ? 0 : 1)));
   Py_ssize_t place = 0;
   const auto put = [&](PyTypeObject* type) {
     PyTuple_SET_ITEM(bases.get(), place++, Py_NewRef(reinterpret_cast<PyObject*>(type)));
@@ -104,10 +104,10 @@ const Key& keyOf(const ruvo::InternedName& name) {
 /// The namespace of a type under construction.
 class Namespace {
  public:
-  explicit Namespace(ruvo::Class& cls) : mClass(cls), mDict(owned(PyDict_New())) {}
+  explicit Namespace(ruvo::Class& cls) : mClass(cls), mDict(owned(PyDict_New)) {}
 
   void fill(bool hasLiterals) {
-    put("__slots__", owned(PyTuple_New(0)));
+    put("__slots__", owned(PyTuple_New, 0));
     put("__doc__", Reference(newClassDoc(mClass)));
     const std::string_view fullName = mClass.getFullName().view();
     put("__module__", toStr(fullName.substr(0, fullName.rfind('.'))));
@@ -134,11 +134,11 @@ class Namespace {
     return found == 1;
   }
   void put(const Key& key, Reference value) {
-    require(PyDict_SetItem(mDict.get(), key.name, value.get()));
-    if (key.usable) require(PyDict_SetItem(mDict.get(), key.usable, value.get()));
+    require(PyDict_SetItem, mDict.get(), key.name, value.get());
+    if (key.usable) require(PyDict_SetItem, mDict.get(), key.usable, value.get());
   }
   void put(const char* name, Reference value) {
-    require(PyDict_SetItemString(mDict.get(), name, value.get()));
+    require(PyDict_SetItemString, mDict.get(), name, value.get());
   }
 
   ruvo::Class& mClass;
@@ -198,7 +198,7 @@ PyTypeObject* largestOf(PyObject* bases) {
 /// What type(name, bases, namespace) makes, without its search of the namespace and of all bases for each
 /// operator there is, which took a third of the time: operators come from the roots, by their slots.
 Reference newType(ruvo::Class& cls, TypeKind kind, PyObject* bases, PyObject* members) {
-  Reference made = owned(PyType_GenericAlloc(&hostMetaType, 0));
+  Reference made = owned(PyType_GenericAlloc, &hostMetaType, 0);
   auto* type = reinterpret_cast<HostType*>(made.get());
   type->cls = &cls;
   type->kind = kind;
@@ -221,7 +221,7 @@ Reference newType(ruvo::Class& cls, TypeKind kind, PyObject* bases, PyObject* me
   shown.tp_basicsize = shown.tp_base->tp_basicsize;
   shown.tp_dealloc = deallocatorOf(kind);
   shown.tp_free = PyObject_Free;
-  require(PyType_Ready(&shown));
+  require(PyType_Ready, &shown);
   shown.tp_vectorcall = construct;
   return made;
 }
@@ -247,6 +247,8 @@ HostType* makeType(ruvo::Class& cls) {
   members.fill(kind == TypeKind::Enumeration);
   Reference made = newType(cls, kind, bases.get(), members.get());
   extend(made.get(), cls);
+  // What the collector has run meanwhile may have asked for the class as well.
+  if (auto* other = static_cast<HostType*>(cls.getHostData())) return other;
   auto* type = reinterpret_cast<HostType*>(made.release());
   asPyType(type)->tp_flags |= Py_TPFLAGS_IMMUTABLETYPE;
   cls.setHostData(type);
@@ -282,7 +284,7 @@ std::string nameOfType(PyObject* type) {
 }
 
 PyObject* getMember(PyObject* type, PyObject* name) {
-  PyObject* found = PyType_Type.tp_getattro(type, name);
+  PyObject* found = enter(PyType_Type.tp_getattro, type, name);
   if (found || !PyErr_ExceptionMatches(PyExc_AttributeError)) return found;
   return guarded([&]() -> PyObject* {
     PyErr_Clear();
@@ -305,7 +307,7 @@ PyObject* iterate(PyObject* type) {
       raise(errors().wrongType, nameOfType(type) + " is no enumeration: there is nothing to iterate");
     }
     const Reference list(listLiterals(*reinterpret_cast<HostType*>(type)->cls));
-    return owned(PyObject_GetIter(list.get())).release();
+    return owned(PyObject_GetIter, list.get()).release();
   });
 }
 
@@ -331,7 +333,7 @@ std::size_t typesMade() noexcept { return gTypesMade; }
 std::string nearestMember(HostType& type, const std::string& name) {
   const std::string nearest = type.cls->nearestMember(name);
   if (!nearest.empty()) return nearest;
-  const Reference list = owned(PyObject_Dir(reinterpret_cast<PyObject*>(&type)));
+  const Reference list = owned(PyObject_Dir, reinterpret_cast<PyObject*>(&type));
   std::vector<std::string> names;
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
     std::string each = toUtf8(PyList_GET_ITEM(list.get(), i));
@@ -358,7 +360,7 @@ void readyHostMetaType() {
   type.tp_iter = iterate;
   type.tp_repr = represent;
   type.tp_getset = gMembers;
-  require(PyType_Ready(&type));
+  require(PyType_Ready, &type);
 }
 
 }  // namespace pyhost

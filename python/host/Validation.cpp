@@ -1,6 +1,8 @@
 #include "tarvelon/platform/tarvelon/api/Validation.h"
 
+#include "python/host/Functions.h"
 #include "python/host/NativeObjects.h"
+#include "python/host/Values.h"
 
 namespace pyhost {
 
@@ -10,6 +12,8 @@ constexpr const char* kFunction = "validate";
 
 /// What to look at: a model with all its objects, or an object with what it holds.
 struct Target {
+  /// The first two arguments: the one or the other, and whether it is the model.
+  explicit Target(Given arguments) : Target(arguments[0], isTrue(arguments[1])) {}
   Target(PyObject* value, bool isModel)
       : model(isModel ? toModel(value, kFunction) : K7Q::Model()),
         object(isModel ? K7Q::ClassObject() : toModelObject(value, kFunction)),
@@ -28,76 +32,70 @@ struct Target {
   bool isImmutable;
 };
 
-Reference toText(bool isError) { return toStr(isError ? "error" : "warning"); }
+const char* nameOf(K7Q::Severity severity) noexcept {
+  return severity == K7Q::Severity::Error ? "error" : "warning";
+}
 
-PyObject* validate(PyObject* /*module*/, PyObject* arguments) {
+Reference toTuple(const K7Q::Problem& problem, bool isImmutable) {
+  const Reference object = fromModelObject(problem.object, isImmutable);
+  const Reference path = toStr(problem.path);
+  const Reference property = toStr(problem.property);
+  const Reference rule = toKey(problem.rule);
+  const Reference message = toStr(problem.message);
+  return owned(Py_BuildValue, "(OOOOsO)", object.get(), path.get(), property.get(), rule.get(),
+               nameOf(problem.severity), message.get());
+}
+
+PyObject* validate(Given arguments) {
   return guarded([&] {
-    PyObject* value = nullptr;
-    int isModel = 0;
-    if (!PyArg_ParseTuple(arguments, "Op:validate", &value, &isModel)) throw PythonError();
-    const Target target(value, isModel != 0);
+    const Target target(arguments);
     const auto problems = target.problems();
-    Reference list = owned(PyList_New(static_cast<Py_ssize_t>(problems.size())));
-    for (std::size_t index = 0; index < problems.size(); ++index) {
-      const K7Q::Problem& each = problems[index];
-      Reference tuple = owned(PyTuple_New(6));
-      PyTuple_SET_ITEM(tuple.get(), 0, fromModelObject(each.object, target.isImmutable).release());
-      PyTuple_SET_ITEM(tuple.get(), 1, toStr(each.path).release());
-      PyTuple_SET_ITEM(tuple.get(), 2, toStr(each.property).release());
-      PyTuple_SET_ITEM(tuple.get(), 3, toKey(each.rule).release());
-      PyTuple_SET_ITEM(tuple.get(), 4, toText(each.severity == K7Q::Severity::Error).release());
-      PyTuple_SET_ITEM(tuple.get(), 5, toStr(each.message).release());
-      PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(index), tuple.release());
-    }
-    return list.release();
+    return makeList(problems.size(),
+                    [&](std::size_t index) { return toTuple(problems[index], target.isImmutable); })
+        .release();
   });
 }
 
-PyObject* validatedObjects(PyObject* /*module*/, PyObject* arguments) {
+PyObject* validatedObjects(Given arguments) {
   return guarded([&] {
-    PyObject* value = nullptr;
-    int isModel = 0;
-    const char* className = nullptr;
-    if (!PyArg_ParseTuple(arguments, "Ops:validatedObjects", &value, &isModel, &className))
-      throw PythonError();
-    const Target target(value, isModel != 0);
-    const auto objects = target.objectsOf(className);
-    Reference list = owned(PyList_New(static_cast<Py_ssize_t>(objects.size())));
-    for (std::size_t index = 0; index < objects.size(); ++index) {
-      PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(index),
-                      fromModelObject(objects[index], target.isImmutable).release());
+    const Target target(arguments);
+    if (!PyUnicode_Check(arguments[2])) {
+      raise(errors().wrongType,
+            "validatedObjects: expected the name of a class, got " + describePython(arguments[2]));
     }
-    return list.release();
+    const auto objects = target.objectsOf(toUtf8(arguments[2]));
+    return makeList(objects.size(),
+                    [&](std::size_t index) { return fromModelObject(objects[index], target.isImmutable); })
+        .release();
   });
 }
 
-PyObject* validationRules(PyObject* /*module*/, PyObject* /*none*/) {
+PyObject* validationRules(Given /*none*/) {
   return guarded([] {
-    Reference list = owned(PyList_New(0));
+    Reference list = owned(PyList_New, 0);
     for (const K7Q::RuleDescription& rule : K7Q::validationRules()) {
       const bool isError = rule.severity == K7Q::Severity::Error;
       const Reference tuple =
-          owned(Py_BuildValue("(sss)", rule.id, isError ? "error" : "warning", rule.title));
-      require(PyList_Append(list.get(), tuple.get()));
+          owned(Py_BuildValue, "(sss)", rule.id, isError ? "error" : "warning", rule.title);
+      require(PyList_Append, list.get(), tuple.get());
     }
     return list.release();
   });
 }
 
-PyObject* pathOf(PyObject* /*module*/, PyObject* value) {
-  return guarded([&] { return toStr(K7Q::pathOf(toModelObject(value, "pathOf"))).release(); });
+PyObject* pathOf(Given arguments) {
+  return guarded([&] { return toStr(K7Q::pathOf(toModelObject(arguments[0], "pathOf"))).release(); });
 }
 
-PyMethodDef gFunctions[] = {
-    {"validate", validate, METH_VARARGS, "The problems of a model (True) or an object (False), as tuples."},
-    {"validatedObjects", validatedObjects, METH_VARARGS,
-     "What validate() looks at, of a class given by its full name."},
-    {"validationRules", validationRules, METH_NOARGS, "The library's rules: id, severity, title."},
-    {"pathOf", pathOf, METH_O, "Where an object stands."},
-    {nullptr, nullptr, 0, nullptr}};
+constexpr FunctionRow kFunctions[] = {
+    {"validate", 2, validate, "The problems of a model (True) or an object (False), as tuples."},
+    {"validatedObjects", 3, validatedObjects, "What validate() looks at, of a class given by its full name."},
+    {"validationRules", 0, validationRules, "The library's rules: id, severity, title."},
+    {"pathOf", 1, pathOf, "Where an object stands."},
+};
 
 }  // namespace
 
-PyMethodDef* validationFunctions() noexcept { return gFunctions; }
+PyMethodDef* validationFunctions() noexcept { return Published<kFunctions>::methods(); }
 
 }  // namespace pyhost

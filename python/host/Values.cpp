@@ -17,12 +17,12 @@ bool isLogical(const ruvo::PropertySlot& slot) {
 
 /// The double that is exactly that whole number. Raises K7Q.OutOfRange if there is none.
 double exactDouble(PyObject* value, const Place& place) {
-  const double number = PyLong_AsDouble(value);
+  const double number = enter(PyLong_AsDouble, value);
   const bool isTooLarge = number == -1 && PyErr_Occurred();
   if (isTooLarge && !PyErr_ExceptionMatches(PyExc_OverflowError)) throw PythonError();
   PyErr_Clear();
   if (!isTooLarge) {
-    const Reference back = owned(PyLong_FromDouble(number));
+    const Reference back = owned(PyLong_FromDouble, number);
     if (owned(PyLong_Type.tp_richcompare(value, back.get(), Py_EQ)).get() == Py_True) return number;
   }
   const std::string expected = place.property ? ruvo::expectedText(place.property->property->getDataType())
@@ -38,7 +38,7 @@ ruvo::HostValue fromLargeInteger(PyObject* value, const Place& place) {
 
 ruvo::HostValue fromInteger(PyObject* value, const Place& place) {
   int overflow = 0;
-  const long long number = PyLong_AsLongLongAndOverflow(value, &overflow);
+  const long long number = enter(PyLong_AsLongLongAndOverflow, value, &overflow);
   if (overflow != 0) return fromLargeInteger(value, place);
   if (number == -1 && PyErr_Occurred()) throw PythonError();
   return ruvo::HostValue::ofInteger(number);
@@ -61,7 +61,7 @@ std::string signatures(const Place& place) {
 ruvo::HostValue fromForeign(PyObject* value, const Place& place) {
   // A weak proxy says that it is everything; what it stands for could go during the call.
   const bool isProxy = PyWeakref_CheckProxy(value) != 0;
-  if (!isProxy && PyIndex_Check(value)) return fromInteger(owned(PyNumber_Index(value)).get(), place);
+  if (!isProxy && PyIndex_Check(value)) return fromInteger(owned(PyNumber_Index, value).get(), place);
   const std::string expected = place.property ? ruvo::expectedText(place.property->property->getDataType())
                                               : "a bool, int, float, str, model object or None";
   raise(errors().wrongType,
@@ -80,10 +80,10 @@ ruvo::HostValue fromText(PyObject* value, TextBuffer& texts, const Place& place)
 std::string shownPython(PyObject* value) {
   constexpr Py_ssize_t kLongest = 60;
   const bool isLong = PyUnicode_Check(value) && PyUnicode_GET_LENGTH(value) > kLongest;
-  const Reference part = isLong ? owned(PyUnicode_Substring(value, 0, kLongest)) : Reference::share(value);
-  const Reference shown = owned(PyObject_Repr(part.get()));
+  const Reference part = isLong ? owned(PyUnicode_Substring, value, 0, kLongest) : Reference::share(value);
+  const Reference shown = owned(PyObject_Repr, part.get());
   if (PyUnicode_GET_LENGTH(shown.get()) <= kLongest) return toUtf8(shown.get());
-  return toUtf8(owned(PyUnicode_Substring(shown.get(), 0, kLongest)).get()) + "...";
+  return toUtf8(owned(PyUnicode_Substring, shown.get(), 0, kLongest).get()) + "...";
 }
 
 std::string nameOfPythonType(PyTypeObject* type) {
@@ -97,19 +97,19 @@ PyObject* scalar(const hx::hxArray* array, std::size_t index) {
     case hx::hxLogical:
       return PyBool_FromLong(hx::hxGetNumber(array, index) != 0 ? 1 : 0);
     case hx::hxInt32:
-      return owned(PyLong_FromDouble(hx::hxGetNumber(array, index))).release();
+      return owned(PyLong_FromDouble, hx::hxGetNumber(array, index)).release();
     case hx::hxObject: {
       auto* element = static_cast<ruvo::RVOInterface*>(hx::hxGetElement(array, index));
       return element ? wrap(element) : Py_NewRef(Py_None);
     }
     default:
-      return owned(PyFloat_FromDouble(hx::hxGetNumber(array, index))).release();
+      return owned(PyFloat_FromDouble, hx::hxGetNumber(array, index)).release();
   }
 }
 
 /// Several elements: no property or method gives them today, but an array may hold them.
 PyObject* toList(const hx::hxArray* array, std::size_t count) {
-  Reference list = owned(PyList_New(static_cast<Py_ssize_t>(count)));
+  Reference list = owned(PyList_New, static_cast<Py_ssize_t>(count));
   for (std::size_t index = 0; index < count; ++index) {
     PyList_SET_ITEM(list.get(), static_cast<Py_ssize_t>(index), scalar(array, index));
   }
@@ -151,9 +151,9 @@ PyObject* toPython(const ruvo::HostResult& result) {
     case TypeKind::Logical:
       return PyBool_FromLong(result.slot().logical() ? 1 : 0);
     case TypeKind::Int32:
-      return owned(PyLong_FromLong(result.slot().int32())).release();
+      return owned(PyLong_FromLong, result.slot().int32()).release();
     case TypeKind::Double:
-      return owned(PyFloat_FromDouble(result.slot().number())).release();
+      return owned(PyFloat_FromDouble, result.slot().number()).release();
     default:
       return result.isArray() ? toPython(result.slot().array()) : Py_NewRef(Py_None);
   }

@@ -128,15 +128,12 @@ def test_a_model_is_met_as_itself(model, package):
     assert package.getModel() is model
 
 
-def test_an_object_shows_the_narrower_class_under_which_it_is_met_again(package):
-    general = common.ImmutablePackage.cast(package)
-    assert type(general) is K7Q.ImmutableObject
+def test_a_cast_gives_an_object_of_its_own_class_at_once(package):
+    cast = common.ImmutableIdentifiable.cast(package)
 
-    narrowed = package.asImmutable()
-
-    assert narrowed is general
-    assert type(general) is common.ImmutablePackage
-    assert general.Name == "Brakes"
+    assert type(cast) is common.ImmutablePackage
+    assert package.asImmutable() is cast
+    assert cast.Name == "Brakes"
 
 
 def test_objects_can_be_referred_to_weakly(model):

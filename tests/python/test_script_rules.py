@@ -1,6 +1,7 @@
 """Rules that a script adds to those of the library."""
 
 import gc
+import threading
 
 import pytest
 from brake_faults import BEHAVIOR, build
@@ -175,3 +176,48 @@ def test_a_rule_gives_no_empty_message(model, add):
 def test_a_rule_is_a_function():
     with pytest.raises(K7Q.WrongType, match="K7Q.rule 'x': expected a function of one object, got 7"):
         K7Q.rule("x", common.Package)(7)
+
+
+def test_a_rule_that_runs_hides_none_from_other_threads(model, add):
+    is_inside, may_leave, found = threading.Event(), threading.Event(), []
+
+    @add("slow", common.Package)
+    def slow(element):
+        if threading.current_thread() is other:
+            is_inside.set()
+            assert may_leave.wait(60)
+        return "wrong"
+
+    def work():
+        found.extend(common.Package(K7Q.Model.create(), "Wheels").validate())
+
+    other = threading.Thread(target=work)
+    other.start()
+    assert is_inside.wait(60)
+    assert [each.message for each in common.Package(model, "Brakes").validate()] == ["wrong"]
+    may_leave.set()
+    other.join()
+    assert [each.message for each in found] == ["wrong"]
+
+
+def test_eight_threads_find_what_is_wrong_with_eight_models(add):
+    all_inside = threading.Barrier(8)
+    found = [None] * 8
+
+    @add("together", common.Package)
+    def together(element):
+        all_inside.wait(60)
+        assert element.getModel().validate() == []
+        return element.Name
+
+    def work(index):
+        model = K7Q.Model.create()
+        common.Package(model, f"P{index}")
+        found[index] = [each.message for each in model.validate()]
+
+    threads = [threading.Thread(target=work, args=(index,)) for index in range(8)]
+    for each in threads:
+        each.start()
+    for each in threads:
+        each.join()
+    assert found == [[f"P{index}"] for index in range(8)]

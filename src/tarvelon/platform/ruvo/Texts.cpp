@@ -68,21 +68,27 @@ char folded(char letter) noexcept {
 }
 
 /// How many letters must be put in, left out, replaced or swapped with their neighbour to turn one name into
-/// the other, whatever their case.
-std::size_t editDistance(std::string_view left, std::string_view right) {
+/// the other, whatever their case; `limit` if there are that many or more.
+///
+/// Cells further than that from the diagonal are never looked at, so that the cost is that of one name's
+/// length.
+std::size_t editDistance(std::string_view left, std::string_view right, std::size_t limit) {
   const std::size_t width = right.size() + 1;
-  std::vector<std::size_t> cells(width * 3);
+  std::vector<std::size_t> cells(width * 3, limit);
   std::size_t* before = cells.data();
   std::size_t* above = before + width;
   std::size_t* row = above + width;
-  for (std::size_t j = 0; j < width; ++j) row[j] = j;
+  for (std::size_t j = 0; j < std::min(width, limit); ++j) row[j] = j;
   for (std::size_t i = 1; i <= left.size(); ++i) {
     std::size_t* const spare = before;
     before = above;
     above = row;
     row = spare;
-    row[0] = i;
-    for (std::size_t j = 1; j < width; ++j) {
+    const std::size_t first = i > limit ? i - limit : 0;
+    const std::size_t last = std::min(width - 1, i + limit);
+    row[first] = first == 0 ? i : limit;
+    if (last < width - 1) row[last + 1] = limit;
+    for (std::size_t j = first + 1; j <= last; ++j) {
       const bool isEqual = folded(left[i - 1]) == folded(right[j - 1]);
       row[j] = std::min({above[j] + 1, row[j - 1] + 1, above[j - 1] + (isEqual ? 0 : 1)});
       const bool isSwap = i > 1 && j > 1 && folded(left[i - 1]) == folded(right[j - 2]) &&
@@ -106,7 +112,7 @@ std::string nearestName(std::string_view name, std::span<const std::string_view>
     const std::size_t longer = std::max(name.size(), candidate.size());
     // Any letter is one slip from any other: of names of one letter none is near.
     if (shorter == 0 || longer < 2 || longer - shorter >= least) continue;
-    const std::size_t distance = editDistance(name, candidate);
+    const std::size_t distance = editDistance(name, candidate, least);
     if (distance >= least) continue;
     least = distance;
     nearest = candidate;
