@@ -15,25 +15,10 @@ import subprocess
 import sys
 from pathlib import Path
 
-ROOT = Path(__file__).resolve().parents[1]
+from changes import ROOT, changed_files, output_of
+
 BUILD = ROOT / "build" / "clang"
 HEADERS = {".h", ".hpp", ".inl"}
-
-
-def output_of(*command):
-    """The output of a command as lines, none when it fails."""
-    result = subprocess.run(command, cwd=ROOT, capture_output=True, text=True)
-    return result.stdout.splitlines() if result.returncode == 0 else []
-
-
-def changed_files():
-    head = output_of("git", "rev-parse", "HEAD")
-    base = output_of("git", "merge-base", "HEAD", "origin/main")
-    if not base or base == head:
-        base = output_of("git", "rev-list", "--max-count=11", "HEAD")[-1:]
-    names = output_of("git", "diff", "--name-only", "--diff-filter=d", *base) if base else []
-    names += output_of("git", "ls-files", "--others", "--exclude-standard")
-    return [ROOT / name for name in names]
 
 
 def compiled_sources():

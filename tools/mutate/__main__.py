@@ -1,0 +1,106 @@
+"""Plants faults in the code, one at a time, and says which of them no test sees.
+
+usage: tools/mutate [--count N] [--seed N] [--base REV | --all] [--keep FILE] [FILE...]
+
+Without files: faults in the lines below src/tarvelon that differ from origin/main or from ten commits ago; with
+--all, or when no line differs, in all lines. Works in a copy of the tree (build/mutate): nothing of this checkout is
+touched. First every test runs once without a fault, and gcov says which lines it reaches. Then each fault is built
+into its one file, and the tests that reach its line are run, quick ones first, until one fails.
+
+A fault that all tests pass survives: a test is missing, or nothing can tell the two apart. The second kind is entered
+in tools/mutate/reasons.txt, with the reason, and not chosen again. The exit status tells whether the tool could do its
+work, not how many have survived.
+"""
+
+import argparse
+import random
+import sys
+import time
+from pathlib import Path
+
+sys.path.insert(0, str(Path(__file__).resolve().parents[1]))
+
+from changes import ROOT, base, changed_lines  # noqa: E402
+from operators import mutants_of  # noqa: E402
+from tree import Tree  # noqa: E402
+
+FOLDERS = [f"src/tarvelon/{name}" for name in ("binding", "collections", "factory", "platform")]
+REASONS = Path(__file__).with_name("reasons.txt")
+SEPARATOR = " => "
+
+
+def known_reasons():
+    """What reasons.txt says cannot be told apart: (file, line's text, what it becomes)."""
+    found = set()
+    for line in REASONS.read_text().splitlines() if REASONS.is_file() else []:
+        if SEPARATOR in line and not line.startswith("#"):
+            file, _, change = line.partition(": ")
+            before, _, after = change.partition(SEPARATOR)
+            found.add((file, before.strip(), after.partition(" : ")[0].strip()))
+    return found
+
+
+def candidates(arguments):
+    """Every fault that may be planted."""
+    lines = None
+    if arguments.files:
+        files = [file.resolve().relative_to(ROOT).as_posix() for file in arguments.files]
+    else:
+        lines = {} if arguments.all else changed_lines(arguments.base or base(), *FOLDERS)
+        files = [name for name in lines if name.endswith(".cpp")]
+        if not files:
+            lines = None
+            files = [each.relative_to(ROOT).as_posix() for folder in FOLDERS for each in sorted((ROOT / folder).rglob("*.cpp"))]
+    known = known_reasons()
+    for file in files:
+        for mutant in mutants_of(file, (ROOT / file).read_text(), lines and lines[file]):
+            if (file, mutant.before.strip(), " ".join(mutant.after.split())) not in known:
+                yield mutant
+
+
+def report(results):
+    by_outcome = {}
+    for mutant, outcome, _ in results:
+        by_outcome.setdefault(outcome, []).append(mutant)
+    for outcome in ("survived", "no test reaches it"):
+        for mutant in by_outcome.get(outcome, []):
+            print(f"\n{outcome}: {mutant}")
+    counts = ", ".join(f"{len(found)} {outcome}" for outcome, found in sorted(by_outcome.items()))
+    print(f"\n{len(results)} faults: {counts}")
+
+
+def main():
+    parser = argparse.ArgumentParser(prog="tools/mutate", usage=__doc__.split("\n\n")[1].removeprefix("usage: "))
+    parser.add_argument("--count", type=int, default=20)
+    parser.add_argument("--seed", type=int, default=None)
+    parser.add_argument("--base")
+    parser.add_argument("--all", action="store_true")
+    parser.add_argument("--keep", type=Path, help="a file to which each result is appended as it comes")
+    parser.add_argument("files", nargs="*", type=Path)
+    arguments = parser.parse_args()
+
+    seed = arguments.seed if arguments.seed is not None else random.randrange(1 << 32)
+    found = list(candidates(arguments))
+    chosen = random.Random(seed).sample(found, min(arguments.count, len(found)))
+    print(f"{len(chosen)} of {len(found)} faults, --seed {seed}", flush=True)
+    if not chosen:
+        sys.exit("there is nothing in which a fault can be planted")
+
+    tree = Tree(ROOT)
+    tree.prepare({mutant.file for mutant in chosen})
+    results = []
+    for mutant in sorted(chosen):
+        started = time.monotonic()
+        outcome, test = tree.try_out(mutant)
+        results.append((mutant, outcome, test))
+        line = f"{outcome:>18}  {mutant.file}:{mutant.line} {mutant.kind} {test} {time.monotonic() - started:.0f} s"
+        print(line, flush=True)
+        if arguments.keep:
+            with arguments.keep.open("a") as out:
+                out.write(f"{line}\n{mutant}\n")
+    report(results)
+    return 0 if any(outcome in ("killed", "survived") for _, outcome, _ in results) else 1
+
+
+if __name__ == "__main__":
+    sys.exit(main())

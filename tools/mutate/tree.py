@@ -1,0 +1,200 @@
+"""A copy of the tree in which faults are planted: built, tested without a fault, then with one at a time."""
+
+import concurrent.futures
+import json
+import os
+import re
+import resource
+import shutil
+import subprocess
+import time
+from pathlib import Path
+from typing import NamedTuple
+
+from operators import planted
+
+PRESET = "mutate"
+# Tests that do not run what is built, or run it no otherwise than the rest does.
+LEFT_OUT = re.compile(r"^(install|docs|stubs|entry|layers|exports|compatibility|tools|examples)\.")
+# A test that takes longer is asked only about lines that no other test reaches.
+LONG_SECONDS = 5
+MEMORY_BYTES = 6 << 30
+
+
+class Test(NamedTuple):
+    """One ctest: how it is run, and how long it took without a fault."""
+
+    name: str
+    command: tuple
+    environment: dict
+    folder: str
+    seconds: float = 0.0
+
+    @property
+    def group(self):
+        """Tests of one suite reach much the same lines: what they reach is asked of them together."""
+        return ".".join(self.name.split(".")[:2])
+
+
+def limit_memory():
+    resource.setrlimit(resource.RLIMIT_AS, (MEMORY_BYTES, MEMORY_BYTES))
+    resource.setrlimit(resource.RLIMIT_CORE, (0, 0))
+
+
+def run(test, profile, timeout):
+    """Whether a test passes, "too slow" when it does not end."""
+    environment = {**os.environ, **test.environment, "GCOV_PREFIX": str(profile), "GCOV_PREFIX_STRIP": "0"}
+    process = subprocess.Popen(test.command, cwd=test.folder, env=environment, stdin=subprocess.DEVNULL,
+                               stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True,
+                               preexec_fn=limit_memory)
+    try:
+        return process.wait(timeout) in (0, 77)
+    except subprocess.TimeoutExpired:
+        return False
+    finally:
+        if process.poll() is None:
+            os.killpg(process.pid, 9)
+            process.wait()
+
+
+class Tree:
+    def __init__(self, root):
+        self.origin = root
+        self.root = root / "build" / PRESET / "tree"
+        self.build = self.root / "build" / PRESET
+        self.reached = {}
+        self.tests = []
+
+    def prepare(self, files):
+        """Brings the copy up to date, builds it, and learns what reaches the lines of the given files."""
+        self.copy()
+        self.call("cmake", "--preset", PRESET, cwd=self.root)
+        if not self.compile():
+            raise SystemExit(f"the tree does not build without a fault: ninja -C {self.build}")
+        self.tests = self.list_tests()
+        profiles = self.build / "profiles"
+        shutil.rmtree(profiles, ignore_errors=True)
+        self.tests = self.run_without_fault(profiles)
+        self.reached = self.read_profiles(profiles, files)
+        shutil.rmtree(profiles)
+
+    def call(self, *command, cwd):
+        result = subprocess.run(command, cwd=cwd, capture_output=True, text=True)
+        if result.returncode != 0:
+            raise SystemExit(f"{' '.join(map(str, command))} failed:\n{result.stdout[-3000:]}{result.stderr[-3000:]}")
+        return result.stdout
+
+    def copy(self):
+        """The files of the checkout as they are; what is the same keeps its time, so that it is not built again."""
+        names = self.call("git", "ls-files", "-z", "--cached", "--others", "--exclude-standard", cwd=self.origin)
+        wanted = {name for name in names.split("\0") if name and (self.origin / name).is_file()}
+        for name in wanted:
+            source, target = self.origin / name, self.root / name
+            if not target.is_file() or target.read_bytes() != source.read_bytes():
+                target.parent.mkdir(parents=True, exist_ok=True)
+                shutil.copy(source, target)
+        for target in [each for each in self.root.rglob("*") if each.is_file()]:
+            name = target.relative_to(self.root).as_posix()
+            if not name.startswith("build/") and name not in wanted:
+                target.unlink()
+
+    def compile(self):
+        command = ["ninja", "-C", str(self.build), "--quiet"]
+        return subprocess.run(command, capture_output=True).returncode == 0
+
+    def list_tests(self):
+        listed = json.loads(self.call("ctest", "--show-only=json-v1", cwd=self.build))["tests"]
+        found = []
+        for each in listed:
+            properties = {one["name"]: one["value"] for one in each["properties"]}
+            environment = dict(pair.split("=", 1) for pair in properties.get("ENVIRONMENT", []))
+            folder = properties.get("WORKING_DIRECTORY", str(self.build))
+            # A program that is not built has no command.
+            if "command" in each and not LEFT_OUT.match(each["name"]):
+                found.append(Test(each["name"], tuple(each["command"]), environment, folder))
+        return found
+
+    def run_without_fault(self, profiles):
+        def timed(test):
+            started = time.monotonic()
+            passes = run(test, profiles / test.group, 600)
+            return test._replace(seconds=time.monotonic() - started), passes
+
+        with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+            results = list(pool.map(timed, self.tests))
+        for test, passes in results:
+            if not passes:
+                print(f"left out: {test.name} fails without a fault", flush=True)
+        kept = [test for test, passes in results if passes]
+        if len(kept) < 0.9 * len(results):
+            raise SystemExit(f"{len(results) - len(kept)} of {len(results)} tests fail without a fault")
+        return sorted(kept, key=lambda test: test.seconds)
+
+    def read_profiles(self, profiles, files):
+        """For each of the files its lines that hold code, each with the groups of tests that reach it."""
+        commands = json.loads((self.build / "compile_commands.json").read_text())
+        objects = {each["file"]: self.build / re.search(r" -o (\S+)", each["command"])[1] for each in commands}
+        jobs = []
+        for file in sorted(files):
+            notes = Path(f"{objects[str(self.root / file)]}".removesuffix(".o") + ".gcno")
+            for group in sorted(each for each in profiles.iterdir()):
+                counts = Path(f"{group}{notes}").with_suffix(".gcda")
+                if counts.is_file():
+                    jobs.append((file, group.name, notes, counts))
+
+        def lines(job):
+            file, group, notes, counts = job
+            shutil.copy(notes, counts.with_suffix(".gcno"))
+            output = self.call("gcov", "--json-format", "--stdout", str(counts), cwd=self.build)
+            found = {}
+            for each in json.loads(output)["files"]:
+                if (self.build / each["file"]).resolve() == self.root / file:
+                    for line in each["lines"]:
+                        found[line["line_number"]] = found.get(line["line_number"], 0) + line["count"]
+            return file, group, found
+
+        reached = {file: {} for file in files}
+        with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+            for file, group, found in pool.map(lines, jobs):
+                for line, count in found.items():
+                    groups = reached[file].setdefault(line, set())
+                    if count:
+                        groups.add(group)
+        return reached
+
+    def tests_of(self, mutant):
+        """The tests that reach the mutant's line, quick ones first. A statement counts where it begins."""
+        lines = self.reached[mutant.file]
+        line = max((each for each in lines if each <= mutant.line), default=None)
+        groups = lines.get(line, set())
+        found = [test for test in self.tests if test.group in groups]
+        quick = [test for test in found if test.seconds <= LONG_SECONDS]
+        return quick or found
+
+    def try_out(self, mutant):
+        """What becomes of a fault, and the test that has seen it."""
+        tests = self.tests_of(mutant)
+        if not tests:
+            return "no test reaches it", ""
+        path = self.root / mutant.file
+        text = path.read_text()
+        path.write_text(planted(text, mutant))
+        try:
+            if not self.compile():
+                return "does not compile", ""
+            return self.first_failure(tests)
+        finally:
+            path.write_text(text)
+
+    def first_failure(self, tests):
+        scratch = self.build / "scratch"
+        failed = []
+
+        def attempt(test):
+            if not failed and not run(test, scratch, 20 + 10 * test.seconds):
+                failed.append(test.name)
+
+        with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
+            list(pool.map(attempt, tests))
+        shutil.rmtree(scratch, ignore_errors=True)
+        return ("killed", failed[0]) if failed else ("survived", "")
