@@ -177,6 +177,18 @@ TEST(SaveAndLoad, RefusesAProgressThatChangesTheModel) {
   EXPECT_EQ(refusalOf([&] { files::saveText(model, {close, true}); }), refusal);
 }
 
+TEST(SaveAndLoad, RefusesAProgressThatTakesBackOrMakesAgain) {
+  const auto model = K7Q::Model::create();
+  for (int count = 0; count < 20000; ++count) common::Package::create(model, u"Package");
+  Tarvelon::model::setHistoryLimit(model, 10);
+  common::Package::create(model, u"New");
+  const auto step = [&](bool (*take)(const K7Q::Model&)) {
+    return refusalOf([&] { files::saveText(model, {[&](double) { take(model); }, true}); });
+  };
+  EXPECT_NE(step(Tarvelon::model::undo).find("was changed"), std::string::npos);
+  EXPECT_NE(step(Tarvelon::model::redo).find("was changed"), std::string::npos);
+}
+
 TEST(SaveAndLoad, RefusesAProgressThatMovesWhatIsBeingWritten) {
   const auto model = K7Q::Model::create();
   const auto owner = common::Package::create(model, u"Owner");

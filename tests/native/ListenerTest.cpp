@@ -6,6 +6,7 @@
 
 #include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/tarvelon/audit/Audit.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 
@@ -62,6 +63,43 @@ TEST_F(Listeners, AreToldOfEachKindOfChange) {
   EXPECT_EQ(kindsOf(5), (std::vector{Kind::Made, Kind::Set}));
   EXPECT_EQ(kindsOf(6), std::vector{Kind::Destroyed});
   EXPECT_FALSE(mBatches[6][0].object.isValid());
+}
+
+// The first holder is left without a value that is required of it.
+TEST_F(Listeners, AreToldOfBothHoldersOfAnObjectThatGoesToAnother) {
+  const auto paragraph = documentation::MultiLanguageOverviewParagraph::create(mModel);
+  const auto first = documentation::Modification::create(mModel, paragraph);
+  const auto second = documentation::Modification::create(mModel);
+  api::setHistoryLimit(mModel, 5);
+  listen();
+  std::vector<Change> ofFirst;
+  std::vector<Change> ofSecond;
+  api::listen(first, [&](Changes changes) { ofFirst.insert(ofFirst.end(), changes.begin(), changes.end()); });
+  api::listen(second,
+              [&](Changes changes) { ofSecond.insert(ofSecond.end(), changes.begin(), changes.end()); });
+  second.set<"change">(paragraph);
+  api::undo(mModel);
+
+  const auto expect = [&](const Change& change, const K7Q::ClassObject& object, bool hadIt) {
+    EXPECT_EQ(change.kind, Kind::Set);
+    EXPECT_TRUE(change.object == object);
+    EXPECT_STREQ(api::hostName(*change.property), "change");
+    EXPECT_TRUE((hadIt ? change.before : change.after) == paragraph);
+    EXPECT_TRUE((hadIt ? change.after : change.before).isNull());
+  };
+  ASSERT_EQ(mBatches.size(), 2U);
+  ASSERT_EQ(kindsOf(0), (std::vector{Kind::Set, Kind::Set}));
+  expect(mBatches[0][0], first, true);
+  expect(mBatches[0][1], second, false);
+  ASSERT_EQ(kindsOf(1), (std::vector{Kind::Set, Kind::Set}));
+  expect(mBatches[1][0], second, true);
+  expect(mBatches[1][1], first, false);
+  ASSERT_EQ(ofFirst.size(), 2U);
+  expect(ofFirst[0], first, true);
+  expect(ofFirst[1], first, false);
+  ASSERT_EQ(ofSecond.size(), 2U);
+  expect(ofSecond[0], second, false);
+  expect(ofSecond[1], second, true);
 }
 
 TEST_F(Listeners, AreToldOfAMoveWithinASequence) {
@@ -288,6 +326,43 @@ TEST_F(Listeners, AreToldLaterWhileThatIsPutOff) {
     EXPECT_TRUE(mBatches.empty());
   }
   EXPECT_EQ(kindsOf(0), std::vector{Kind::Set});
+}
+
+TEST_F(Listeners, AreToldLaterThoughATransactionIsTakenBackMeanwhile) {
+  listen();
+  {
+    const api::DelayedTelling delayed;
+    mPackage.set<"category">(u"x");
+    {
+      const api::Transaction transaction(mModel);
+      mPackage.set<"Name">(u"1");
+      const api::Transaction inner(mModel);
+      mPackage.set<"Name">(u"2");
+    }
+    EXPECT_TRUE(mBatches.empty());
+    mPackage.set<"category">(u"y");
+  }
+  EXPECT_EQ(kindsOf(0), (std::vector{Kind::Set, Kind::Set}));
+  EXPECT_EQ(mBatches.size(), 1U);
+  // Each begin has had its end.
+  api::setHistoryLimit(mModel, 3);
+  mPackage.set<"Name">(u"3");
+  EXPECT_TRUE(api::undo(mModel));
+  EXPECT_EQ(api::audit(mModel), "");
+}
+
+TEST_F(Listeners, AreToldLaterThoughATransactionFromBeforeIsTakenBackMeanwhile) {
+  listen();
+  auto transaction = std::make_unique<api::Transaction>(mModel);
+  {
+    const api::DelayedTelling delayed;
+    mPackage.set<"category">(u"x");
+    transaction.reset();
+    EXPECT_EQ(mPackage.get<"category">(), K7Q::String());
+    mPackage.set<"category">(u"y");
+  }
+  EXPECT_EQ(kindsOf(0), std::vector{Kind::Set});
+  EXPECT_EQ(api::audit(mModel), "");
 }
 
 TEST_F(Listeners, OfAModelThatIsClosedWhileThatIsPutOffAreNotTold) {

@@ -52,7 +52,7 @@ class Assignment {
  public:
   Assignment(const native::NativeModel& model, Schema& schema, std::size_t count)
       : mSchema(schema), mTaken(count) {
-    model.forEachInstance([this](const Instance& object) {
+    model.instances().forEach([this](const Instance& object) {
       if (const Word* id = numberedId(object)) mTaken.insert(id->bits);
     });
   }
@@ -111,23 +111,23 @@ std::optional<std::uint64_t> idNumber(std::string_view text) noexcept {
 }
 
 void setId(Instance& object, std::uint64_t number) {
-  object.reserve(1);
-  object.put(ClassData::kIdSlot, Word{.bits = number});
+  object.put(ClassData::kIdSlot, Word{.bits = number}, object.reserveLasting());
 }
 
 void setForeignId(Instance& object, std::string_view text) {
-  object.reserve(1);
+  native::LastingRoom room = object.reserveLasting();
   const K7Q::String id = K7Q::String::fromUtf8(text);
   auto* cell = K7Q::NSInterface::StringIntf::make(id.view());
-  object.put(ClassData::kForeignIdSlot, Word{.text = cell});
+  object.put(ClassData::kForeignIdSlot, Word{.text = cell}, std::move(room));
 }
 
 void assignIds(const native::NativeModel& model, Schema& schema) {
   std::size_t count = 0;
   std::size_t missing = 0;
-  model.forEachInstance([&](const Instance& object) {
+  // An undo can bring back what was destroyed, with its id: so that is taken.
+  model.instances().forEach([&](const Instance& object) {
     ++count;
-    if (!numberedId(object) && !foreignId(object)) ++missing;
+    if (object.isAlive() && !numberedId(object) && !foreignId(object)) ++missing;
   });
   if (missing == 0) return;
   Assignment assignment(model, schema, count);

@@ -6,6 +6,7 @@
 #include "tarvelon/platform/files/Parser.h"
 #include "tarvelon/platform/files/Reader.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::files {
 
@@ -112,6 +113,7 @@ Loaded loadFrom(Source& source, const LoadOptions& options, std::string_view nam
       if (!reader.hasRoot()) throw NotToBeLoaded();
     }
     reader.finish();
+    native::auditAfter(native::NativeModel::require(loaded.model));
   } catch (const NotToBeLoaded&) {
     refuse(name, std::move(problems));
   }

@@ -8,6 +8,7 @@
 #include "tarvelon/platform/files/ScalarText.h"
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::files {
 
@@ -38,6 +39,7 @@ class Writer {
   void write() {
     mModel.forEachInstance([this](const Instance& /*object*/) { ++mTotal; });
     assignIds(mModel, mSchema);
+    native::auditAfter(mModel);
     begin();
     mModel.forEachInstance([this](const Instance& object) {
       if (object.owner()) return;

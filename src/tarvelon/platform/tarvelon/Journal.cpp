@@ -13,6 +13,7 @@
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -60,6 +61,7 @@ void Journal::reserve(std::size_t steps) {
 }
 
 void Journal::note(const Step& step) noexcept {
+  auditRoom(mOpen.size() < mOpen.capacity(), step);
   ++mChanges;
   takeTexts(step);
   mOpen.push_back(step);
@@ -102,8 +104,9 @@ void Journal::commit() noexcept {
 void Journal::rollBackTransaction(std::uint64_t transaction) noexcept {
   const auto found = std::ranges::find(mTransactions, transaction, &Transaction::id);
   const std::size_t start = found->start;
+  // All of them end, the last one with rollBack(). A batch whose end is delayed goes on.
+  mDepth -= static_cast<unsigned>(mTransactions.end() - found) - 1;
   mTransactions.erase(found, mTransactions.end());
-  mDepth = static_cast<unsigned>(mTransactions.size()) + 1;
   rollBack(start);
 }
 
@@ -270,6 +273,12 @@ void Journal::requireQuiet() const {
       "when the change has returned");
 }
 
+std::span<const Step> Journal::lastSteps(std::size_t most) const noexcept {
+  std::span<const Step> steps(mOpen);
+  if (steps.empty() && undoable() != 0) steps = mUndo.back();
+  return steps.last(std::min(most, steps.size()));
+}
+
 namespace {
 
 thread_local bool tIsDelayed = false;
@@ -286,6 +295,7 @@ void Batch::endDelay() noexcept {
   if (!model) return;
   model->journal()->end();
   model->dropIdleJournal();
+  auditAfter(*model);
 }
 
 void Batch::forget(const NativeModel& model) noexcept {
@@ -293,10 +303,14 @@ void Batch::forget(const NativeModel& model) noexcept {
 }
 
 Batch::Batch(NativeModel& model) : mModel(model), mJournal(model.journal()) {
-  if (!mJournal) return;
+  if (mJournal) begin();
+  beginAuditedChange();
+}
+
+void Batch::begin() {
   mJournal->requireQuiet();
   if (tIsDelayed && !tDelayed) {
-    tDelayed = &model;
+    tDelayed = &mModel;
     mJournal->begin();
   }
   mStart = mJournal->begin();
@@ -304,7 +318,12 @@ Batch::Batch(NativeModel& model) : mModel(model), mJournal(model.journal()) {
 }
 
 Batch::~Batch() {
-  if (!mJournal) return;
+  if (mJournal) end();
+  endAuditedChange();
+  auditAfter(mModel);
+}
+
+void Batch::end() noexcept {
   if (std::uncaught_exceptions() > mExceptions) {
     mJournal->rollBack(mStart);
   } else {
@@ -322,7 +341,7 @@ ChangeWatch::ChangeWatch(NativeModel& model)
 ChangeWatch::~ChangeWatch() {
   if (mModel.journal() != mJournal) return;
   --mJournal->mWatches;
-  if (!mJournal->isTelling()) mModel.dropIdleJournal();
+  mModel.dropIdleJournal();
 }
 
 // A closed model has no journal.

@@ -43,7 +43,8 @@ class Journal {
   /// Takes back all that has happened since a batch began there, and ends it.
   void rollBack(std::size_t start) noexcept;
 
-  /// A batch that may outlive the scope it began in. REQUIRES: no batch of a scope is open.
+  /// A batch that may outlive the scope it began in. REQUIRES: no batch of a scope is open, but perhaps a
+  /// delayed one.
   std::uint64_t beginTransaction();
   bool isOpen(std::uint64_t transaction) const noexcept;
   bool isInnermost(std::uint64_t transaction) const noexcept;
@@ -80,8 +81,11 @@ class Journal {
   bool isWatched() const noexcept { return mWatches != 0; }
   /// Raises K7Q::Exception while listeners are called.
   void requireQuiet() const;
+  /// The newest steps that are open or can be taken back, `most` of them or fewer.
+  std::span<const Step> lastSteps(std::size_t most) const noexcept;
 
  private:
+  friend class Auditor;
   friend class ChangeWatch;
   using Steps = std::vector<Step>;
   struct Subscriber {
@@ -145,6 +149,9 @@ class Batch {
   }
 
  private:
+  void begin();
+  void end() noexcept;
+
   NativeModel& mModel;
   Journal* mJournal;
   std::size_t mStart = 0;

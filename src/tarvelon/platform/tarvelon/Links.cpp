@@ -11,6 +11,7 @@
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Steps.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -52,9 +53,9 @@ WordList& reserveList(Instance& object, unsigned slot) {
   WordList* list = listOf(object, slot);
   if (!list) {
     // The list stays when its first element is taken back.
-    object.reserveLasting();
+    LastingRoom room = object.reserveLasting();
     list = WordList::make();
-    object.put(slot, Word{.list = list});
+    object.put(slot, Word{.list = list}, std::move(room));
   }
   list->reserve(1);
   return *list;
@@ -156,7 +157,7 @@ void clear(Instance& object, unsigned slot) {
 }
 
 /// The road of a model that nobody asks for steps: what a step would do, and nothing else.
-void storeUnnoted(Instance& object, unsigned slot, Word word) {
+void storeUnnoted(Instance& object, unsigned slot, Word word, StepRoom room) {
   const ClassData& cls = object.cls();
   const bool isText = (cls.textSlots & bitOf(slot)) != 0;
   Word* place = object.find(slot);
@@ -167,14 +168,15 @@ void storeUnnoted(Instance& object, unsigned slot, Word word) {
     const Word old = std::exchange(*place, word);
     if (hadText) old.text->release();
   } else {
-    object.put(slot, word);
+    object.put(slot, word, room);
   }
   if (slot == cls.nameSlot) object.model().noteNameOf(object, hadText);
+  auditAfter(object.model());
 }
 
 void storeValue(Instance& object, unsigned slot, Word word) {
-  if (!object.model().journal()) {
-    storeUnnoted(object, slot, word);
+  if (const auto room = object.model().unjournaled()) {
+    storeUnnoted(object, slot, word, *room);
     return;
   }
   Batch batch(object.model());

@@ -254,6 +254,14 @@ void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit 
   }
 }
 
+bool NameIndex::knows(const Instance& object) const noexcept {
+  const std::uint64_t hash = hashOf(numberOf(namingHolder(object)), ownName(object));
+  const Entry entry{static_cast<std::uint32_t>(hash), object.number()};
+  const Bucket* bucket = &bucketOf(hash);
+  while (bucket && !bucket->contains(entry)) bucket = behind(*bucket);
+  return bucket != nullptr;
+}
+
 std::uint32_t NameIndex::onlyNumber(std::uint64_t hash) const noexcept {
   const auto tag = static_cast<std::uint32_t>(hash);
   std::uint32_t number = kNone;

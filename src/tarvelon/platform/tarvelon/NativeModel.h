@@ -3,6 +3,7 @@
 #include <array>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -54,10 +55,16 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
     });
   }
 
+  /// The right to change objects without steps, which holds until a journal is begun; none while there is
+  /// one.
+  std::optional<StepRoom> unjournaled() const noexcept {
+    return mJournal ? std::nullopt : std::optional(StepRoom());
+  }
   /// Null while nobody asks for steps.
   Journal* journal() const noexcept { return mJournal.get(); }
   Journal& requireJournal();
-  /// Lets listeners go that have left, and gives up a journal that nobody asks any more.
+  /// Lets listeners go that have left, and gives up a journal that nobody asks any more. Does nothing while
+  /// listeners are told of a change.
   void dropIdleJournal() noexcept;
 
   /// The index of names, built when it is asked for and not complete.
@@ -69,6 +76,13 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
     if (mNames) mNames->noteOwner(object);
   }
 
+  /// Pays for the next look of an audit at the whole model. True when that is paid.
+  bool payForAudit(std::uint64_t paid) noexcept { return (mAuditPaid += paid) >= mAuditPrice; }
+  void setAuditPrice(std::uint64_t price) noexcept {
+    mAuditPaid = 0;
+    mAuditPrice = price;
+  }
+
   /// Says that what `owner` holds has changed.
   void noteOwnership(const Instance& owner) noexcept { ++mStamps[owner.number() % kStamps]; }
   /// Differs from before when what `owner` holds has changed, and now and then when it has not.
@@ -77,6 +91,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   }
 
  private:
+  friend class Auditor;
   explicit NativeModel(std::u16string uri) : mUri(std::move(uri)) {}
   ~NativeModel() override;
   void expireAll() noexcept;
@@ -90,6 +105,8 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   std::unique_ptr<NameIndex> mNames;
   std::array<std::uint32_t, kStamps> mStamps{};
   std::u16string mUri;
+  std::uint64_t mAuditPaid = 0;
+  std::uint64_t mAuditPrice = 0;
 };
 
 }  // namespace Tarvelon::metamodel::native

@@ -44,11 +44,11 @@ void applyElement(const Step& step, bool keepsRoom) noexcept {
   }
 }
 
-void applyValue(const Step& step) noexcept {
+void applyValue(const Step& step, StepRoom room) noexcept {
   if (step.hasAfter) {
-    step.object->put(step.slot, step.after);
+    step.object->put(step.slot, step.after, room);
   } else {
-    step.object->remove(step.slot);
+    step.object->remove(step.slot, room);
   }
 }
 
@@ -63,7 +63,7 @@ void applyLife(const Step& step) noexcept {
 }
 
 /// What is stored at the place: texts are counted, references tied.
-void applyStored(const Step& step) noexcept {
+void applyStored(const Step& step, StepRoom room) noexcept {
   const ClassData& cls = step.object->cls();
   const bool isText = (cls.textSlots & bitOf(step.slot)) != 0;
   const bool isReference = ((cls.holdingSlots | cls.referringSlots) & bitOf(step.slot)) != 0;
@@ -74,7 +74,7 @@ void applyStored(const Step& step) noexcept {
   if (step.kind == Step::Kind::Element) {
     applyElement(step, keepsRoom);
   } else {
-    applyValue(step);
+    applyValue(step, room);
   }
   if (isReference && step.hasAfter) tie(*step.object, step.slot, *step.after.object);
   if (isText && step.hasBefore && step.before.text) step.before.text->release();
@@ -88,7 +88,7 @@ void apply(const Step& step) noexcept {
   switch (step.kind) {
     case Step::Kind::Value:
     case Step::Kind::Element:
-      applyStored(step);
+      applyStored(step, StepRoom());
       break;
     case Step::Kind::Move:
       step.object->find(step.slot)->list->move(static_cast<std::uint32_t>(step.before.bits),

@@ -34,6 +34,8 @@ class WordList {
   /// Differs from before when elements have come, gone or moved.
   std::uint32_t changes() const noexcept { return mChanges; }
 
+  /// How many more words fit.
+  std::uint32_t room() const noexcept { return mCapacity - mSize; }
   /// Makes room for `count` more words.
   void reserve(std::uint32_t count);
   /// REQUIRES: index <= size(), room for one more word.

@@ -13,6 +13,7 @@
 #include "tarvelon/platform/tarvelon/NativeModel.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Values.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::model {
 
@@ -143,6 +144,7 @@ void Transaction::commit() {
   }
   model.journal()->commit();
   model.dropIdleJournal();
+  native::auditAfter(model);
 }
 
 void Transaction::rollBack() {
@@ -150,6 +152,7 @@ void Transaction::rollBack() {
   NativeModel& model = NativeModel::require(mModel);
   model.journal()->rollBackTransaction(mId);
   model.dropIdleJournal();
+  native::auditAfter(model);
 }
 
 void setHistoryLimit(const K7Q::Model& model, std::size_t limit) {
@@ -162,6 +165,7 @@ void setHistoryLimit(const K7Q::Model& model, std::size_t limit) {
   if (limit == 0 && !native.journal()) return;
   native.requireJournal().setLimit(limit);
   native.dropIdleJournal();
+  native::auditAfter(native);
 }
 
 std::size_t historyLimit(const K7Q::Model& model) {
@@ -184,6 +188,7 @@ bool undo(const K7Q::Model& model) {
   requireOutside(native, "undo");
   if (undoable(model) == 0) return false;
   native.journal()->undo();
+  native::auditAfter(native);
   return true;
 }
 
@@ -192,6 +197,7 @@ bool redo(const K7Q::Model& model) {
   requireOutside(native, "redo");
   if (redoable(model) == 0) return false;
   native.journal()->redo();
+  native::auditAfter(native);
   return true;
 }
 
@@ -213,7 +219,7 @@ void unlisten(const K7Q::Model& model, std::uint64_t listener) {
   NativeModel& native = NativeModel::require(model);
   if (!native.journal()) return;
   native.journal()->unlisten(listener);
-  if (!native.journal()->isTelling()) native.dropIdleJournal();
+  native.dropIdleJournal();
 }
 
 }  // namespace Tarvelon::model
