@@ -73,7 +73,10 @@ class Sequence(HostObject):
     def __getitem__(self: _Holds[_Element], index: SupportsIndex, /) -> _Element: ...
     @overload
     def __getitem__(self: _Holds[_Element], indices: slice, /) -> list[_Element]: ...
+    @overload
     def __setitem__(self: _Takes[_Element], index: SupportsIndex, element: _Element, /) -> None: ...
+    @overload
+    def __setitem__(self: _Takes[_Element], indices: slice, elements: Iterable[_Element], /) -> None: ...
     def __delitem__(self: _Takes[Any], index: SupportsIndex | slice, /) -> None: ...
     def index(self, element: object, start: SupportsIndex = ..., stop: SupportsIndex = ..., /) -> int:
         """The first index from 0 of an equal element; K7Q.WrongValue if there is none."""
@@ -85,6 +88,12 @@ class Sequence(HostObject):
         """Takes the first equal element out; K7Q.WrongValue if there is none."""
     def pop(self: _HoldsAndTakes[_Element], index: SupportsIndex = ..., /) -> _Element:
         """Takes the element at an index from 0, or the last one, out and gives it."""
+    def sort(
+        self: _HoldsAndTakes[_Element], *, key: Callable[[_Element], Any] | None = ..., reverse: bool = ...
+    ) -> None:
+        """Sorts the elements as a list does, as one change."""
+    def reverse(self: _Takes[Any]) -> None:
+        """Puts the elements into the opposite order, as one change."""
 
 class Iterator(HostObject):
     """What every iterator of the host is: a place in a sequence."""

@@ -5,6 +5,7 @@
 #include <memory>
 #include <vector>
 
+#include "tarvelon/platform/k7q/Rewritable.h"
 #include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
@@ -95,6 +96,11 @@ const std::vector<Named> kChanges = {
     {"replace by the opposite of another",
      [](Scene& s) { s.events().generic_replace({}, 0, refOf(s.mEvent)); }},
     {"clear opposites", [](Scene& s) { s.events().generic_clear({}); }},
+    {"change everything",
+     [](Scene& s) {
+       const std::vector refs{refOf(s.mThird), refOf(s.mOther), refOf(s.mConstant)};
+       dynamic_cast<K7Q::RewritableIntf&>(s.constants()).rewrite({}, refs);
+     }},
     {"erase", [](Scene& s) { s.constants().generic_erase({}, 0); }},
     {"clear", [](Scene& s) { s.constants().generic_clear({}); }},
     {"construct", [](Scene& s) { variant::SystemConst::create(s.mModel, u"a name of some length"); }},

@@ -44,9 +44,9 @@ TEST_F(Listeners, AreToldOfEachKindOfChange) {
   listen();
   mPackage.set<"category">(u"c");
   elements().generic_push_back({}, refOf(mConstant));
-  elements().generic_push_back({}, refOf(mOther));
   elements().generic_replace({}, 0, refOf(mOther));
-  elements().generic_clear({});
+  elements().generic_push_back({}, refOf(mConstant));
+  elements().generic_erase({}, 1);
   common::Package::create(mModel, u"Q").destroy();
   ASSERT_EQ(mBatches.size(), 7U);
   const Change& set = mBatches[0][0];
@@ -57,9 +57,11 @@ TEST_F(Listeners, AreToldOfEachKindOfChange) {
   EXPECT_EQ(K7Q::String(set.after), K7Q::String(u"c"));
   EXPECT_EQ(kindsOf(1), std::vector{Kind::Added});
   EXPECT_TRUE(mBatches[1][0].after == mConstant);
-  EXPECT_EQ(mBatches[2][0].index, 1U);
-  EXPECT_EQ(kindsOf(3), std::vector{Kind::Removed});
-  EXPECT_TRUE(mBatches[3][0].before == mConstant);
+  EXPECT_EQ(kindsOf(2), std::vector{Kind::Replaced});
+  EXPECT_TRUE(mBatches[2][0].before == mConstant && mBatches[2][0].after == mOther);
+  EXPECT_EQ(mBatches[3][0].index, 1U);
+  EXPECT_EQ(kindsOf(4), std::vector{Kind::Removed});
+  EXPECT_TRUE(mBatches[4][0].before == mConstant);
   EXPECT_EQ(kindsOf(5), (std::vector{Kind::Made, Kind::Set}));
   EXPECT_EQ(kindsOf(6), std::vector{Kind::Destroyed});
   EXPECT_FALSE(mBatches[6][0].object.isValid());
@@ -110,6 +112,38 @@ TEST_F(Listeners, AreToldOfAMoveWithinASequence) {
   ASSERT_EQ(kindsOf(0), std::vector{Kind::Moved});
   EXPECT_EQ(mBatches[0][0].from, 2U);
   EXPECT_EQ(mBatches[0][0].index, 0U);
+}
+
+TEST_F(Listeners, AreToldOfAnExchangeAsTwoMoves) {
+  for (const char16_t* name : {u"1", u"2", u"3", u"4"})
+    mPackage.get<"PackagedElement">().add(variant::SystemConst::create(mModel, name));
+  api::setHistoryLimit(mModel, 5);
+  listen();
+  elements().generic_replace({}, 3, elements().generic_at({}, 1));
+  api::undo(mModel);
+  elements().generic_replace({}, 0, elements().generic_at({}, 1));
+  for (const std::size_t batch : {0U, 1U}) {
+    ASSERT_EQ(kindsOf(batch), (std::vector{Kind::Moved, Kind::Moved}));
+    EXPECT_EQ(mBatches[batch][0].from, 3U);
+    EXPECT_EQ(mBatches[batch][0].index, 1U);
+    EXPECT_EQ(mBatches[batch][1].from, 2U);
+    EXPECT_EQ(mBatches[batch][1].index, 3U);
+  }
+  ASSERT_EQ(kindsOf(2), std::vector{Kind::Moved});
+  EXPECT_EQ(mBatches[2][0].from, 1U);
+  EXPECT_EQ(mBatches[2][0].index, 0U);
+}
+
+TEST_F(Listeners, SeeTheModelUnderTheViewThatTheyCameWith) {
+  const K7Q::Model frozen(mModel.getModelInterface(), mModel.frozen().getDeviant());
+  std::vector<Change> seen;
+  const auto number = api::listen(
+      frozen, [&seen](std::span<const Change> changes) { seen.assign(changes.begin(), changes.end()); });
+  elements().generic_push_back({}, refOf(mConstant));
+  api::unlisten(mModel, number);
+  ASSERT_EQ(seen.size(), 1U);
+  EXPECT_EQ(seen[0].object.getDeviant().word, K7Q::Deviant::kReadOnly);
+  EXPECT_EQ(seen[0].after.getDeviant().word, K7Q::Deviant::kReadOnly);
 }
 
 TEST_F(Listeners, AreToldOnceOfATransactionAndNotOfOneThatIsTakenBack) {

@@ -8,6 +8,7 @@
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/Order.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Steps.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
@@ -249,32 +250,19 @@ void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instan
   WordList& list = *listOf(object, slot);
   Instance& old = *list.at(index).object;
   if (&old == &element) return;
+  if (containsElement(object, slot, element)) {
+    exchangeElements(object, slot, list.find(&element), index);
+    return;
+  }
   Batch batch(object.model());
   batch.reserve(kMostSteps);
   const Opposite opposite(object, slot, element);
   reserveReference(object, slot, element, opposite);
   const Opposite back(object, slot, old);
-  if (containsElement(object, slot, element)) {
-    // The other one leaves, and the element comes to where that stood.
-    const std::uint32_t from = list.find(&element);
-    make(removal(object, slot, index));
-    if (back.isThere()) back.remove(object);
-    const std::uint32_t now = from < index ? from : from - 1;
-    const std::uint32_t to = from < index ? index - 1 : index;
-    if (now != to) moveElement(object, slot, now, to);
-    return;
-  }
   if (holds(object, slot)) leaveOwner(element);
   make(replacement(object, slot, index, Word{.object = &element}));
   if (back.isThere()) back.remove(object);
   if (opposite.isThere()) opposite.add(object, slot);
-}
-
-void moveElement(Instance& object, unsigned slot, std::uint32_t from, std::uint32_t to) {
-  Batch batch(object.model());
-  batch.reserve(1);
-  make({&object, Word{.bits = from}, Word{.bits = to}, 0, static_cast<std::uint8_t>(slot), Kind::Move, true,
-        true});
 }
 
 void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) {

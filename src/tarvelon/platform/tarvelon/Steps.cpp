@@ -32,6 +32,19 @@ void untie(Instance& object, unsigned slot, Instance& element, bool keepsRoom) n
   }
 }
 
+/// Elements of a list change places. What is computed from those that are held has their order.
+void applyOrder(const Step& step) noexcept {
+  WordList& list = *step.object->find(step.slot)->list;
+  const auto from = static_cast<std::uint32_t>(step.before.bits);
+  const auto to = static_cast<std::uint32_t>(step.after.bits);
+  if (step.kind == Step::Kind::Move) {
+    list.move(from, to);
+  } else {
+    list.exchange(from, to);
+  }
+  if (holds(*step.object, step.slot)) step.object->model().noteOwnership(*step.object);
+}
+
 void applyElement(const Step& step, bool keepsRoom) noexcept {
   WordList& list = *step.object->find(step.slot)->list;
   if (step.hasBefore && step.hasAfter) {
@@ -91,8 +104,8 @@ void apply(const Step& step) noexcept {
       applyStored(step, StepRoom());
       break;
     case Step::Kind::Move:
-      step.object->find(step.slot)->list->move(static_cast<std::uint32_t>(step.before.bits),
-                                               static_cast<std::uint32_t>(step.after.bits));
+    case Step::Kind::Exchange:
+      applyOrder(step);
       break;
     case Step::Kind::Life:
       applyLife(step);

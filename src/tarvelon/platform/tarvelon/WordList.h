@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "tarvelon/platform/tarvelon/Word.h"
 
@@ -46,6 +47,11 @@ class WordList {
   void shrink() noexcept;
   /// Takes the element from one place and puts it where it then stands at index `to`.
   void move(std::uint32_t from, std::uint32_t to) noexcept;
+  /// Lets two elements change places.
+  void exchange(std::uint32_t left, std::uint32_t right) noexcept {
+    std::swap(mWords[mFirst + left], mWords[mFirst + right]);
+    ++mChanges;
+  }
   /// The place of an object, searched from both ends at once; kNotFound if it is not there.
   std::uint32_t find(const Instance* object) const noexcept { return findNearEnds(object, mSize); }
   /// The same, looking at no more than `limit` elements from each end.

@@ -1,5 +1,7 @@
 #include "tarvelon/platform/tarvelon/api/History.h"
 
+#include <algorithm>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -42,18 +44,18 @@ void requireOutside(const NativeModel& model, const char* what) {
 }
 
 /// The value of a place as an object: of a list's element as well.
-K7Q::Object valueOf(const Step& step, native::Word word, bool isThere) {
+K7Q::Object valueOf(const Step& step, native::Word word, bool isThere, K7Q::Deviant deviant) {
   if (!isThere) return {};
   const native::Property& property = *step.object->cls().slotProperties[step.slot];
   switch (property.storage()) {
     case native::Storage::References:
-      return {word.object, K7Q::Deviant{}};
+      return {word.object, deviant};
     case native::Storage::Texts:
       return word.text ? K7Q::Object(word.text, K7Q::Deviant{}) : K7Q::Object(K7Q::String());
     case native::Storage::Enumerations:
       return property.enumeration()->box(native::integerOf(word));
     default:
-      return native::toObject(property, &word, K7Q::Deviant{});
+      return native::toObject(property, &word, deviant);
   }
 }
 
@@ -62,6 +64,7 @@ Change::Kind kindOf(const Step& step) noexcept {
     case Step::Kind::Value:
       return Change::Kind::Set;
     case Step::Kind::Move:
+    case Step::Kind::Exchange:
       return Change::Kind::Moved;
     case Step::Kind::Life:
       return step.hasAfter ? Change::Kind::Made : Change::Kind::Destroyed;
@@ -72,34 +75,49 @@ Change::Kind kindOf(const Step& step) noexcept {
   return step.hasAfter ? Change::Kind::Added : Change::Kind::Removed;
 }
 
-Change changeOf(const Step& step) {
+Change changeOf(const Step& step, K7Q::Deviant deviant) {
   Change change;
   change.kind = kindOf(step);
-  change.object = K7Q::ClassObject(step.object, K7Q::Deviant{});
+  change.object = K7Q::ClassObject(step.object, deviant);
   if (step.kind == Step::Kind::Life) return change;
   change.property = step.object->cls().slotProperties[step.slot];
-  if (step.kind == Step::Kind::Move) {
+  if (change.kind == Change::Kind::Moved) {
     change.from = static_cast<std::uint32_t>(step.before.bits);
     change.index = static_cast<std::uint32_t>(step.after.bits);
     return change;
   }
   change.index = step.index;
-  change.before = valueOf(step, step.before, step.hasBefore);
-  change.after = valueOf(step, step.after, step.hasAfter);
+  change.before = valueOf(step, step.before, step.hasBefore, deviant);
+  change.after = valueOf(step, step.after, step.hasAfter, deviant);
   return change;
 }
 
-Journal::Listener adapt(Listener listener) {
-  return [listener = std::move(listener)](std::span<const Step> steps) {
+void addChanges(std::vector<Change>& changes, const Step& step, K7Q::Deviant deviant) {
+  changes.push_back(changeOf(step, deviant));
+  if (step.kind != Step::Kind::Exchange) return;
+  // An exchange is told as two moves: the later element comes forward, the other one goes back.
+  Change& forward = changes.back();
+  std::tie(forward.index, forward.from) = std::minmax({forward.from, forward.index});
+  if (forward.from - forward.index == 1) return;
+  Change back = forward;
+  back.from = forward.index + 1;
+  back.index = forward.from;
+  changes.push_back(std::move(back));
+}
+
+/// A listener sees the model under the view that it came with.
+Journal::Listener adapt(Listener listener, K7Q::Deviant deviant) {
+  return [listener = std::move(listener), deviant](std::span<const Step> steps) {
     std::vector<Change> changes;
-    for (const Step& step : steps) changes.push_back(changeOf(step));
+    for (const Step& step : steps) addChanges(changes, step, deviant);
     listener(changes);
   };
 }
 
-std::uint64_t addListener(NativeModel& model, Listener listener, const Instance* object) {
+std::uint64_t addListener(NativeModel& model, K7Q::Deviant deviant, Listener listener,
+                          const Instance* object) {
   try {
-    return model.requireJournal().listen(adapt(std::move(listener)), object);
+    return model.requireJournal().listen(adapt(std::move(listener), deviant), object);
   } catch (...) {
     model.dropIdleJournal();
     throw;
@@ -205,13 +223,13 @@ DelayedTelling::DelayedTelling() noexcept { native::Batch::delay(); }
 DelayedTelling::~DelayedTelling() { native::Batch::endDelay(); }
 
 std::uint64_t listen(const K7Q::Model& model, Listener listener) {
-  return addListener(NativeModel::require(model), std::move(listener), nullptr);
+  return addListener(NativeModel::require(model), model.getDeviant(), std::move(listener), nullptr);
 }
 
 std::uint64_t listen(const K7Q::ClassObject& object, Listener listener) {
   const Instance* instance = native::asInstance(object.getInterface());
   if (!instance || !instance->isAlive()) native::raiseNullReference();
-  return addListener(instance->model(), std::move(listener), instance);
+  return addListener(instance->model(), object.getDeviant(), std::move(listener), instance);
 }
 
 void unlisten(const K7Q::Model& model, std::uint64_t listener) {

@@ -64,7 +64,7 @@ struct Change {
     Added,      ///< `after` to a property of many values, at `index`
     Removed,    ///< `before` from one, at `index`
     Replaced,   ///< `before` by `after` in one, at `index`
-    Moved,      ///< within one, from `from` to `index`
+    Moved,      ///< within one, from `from` to `index`; two elements that change places are two moves
     Made,       ///< the object
     Destroyed,  ///< the object, whose handle is invalid
   };
@@ -80,7 +80,7 @@ struct Change {
 };
 
 /// Told of the changes of each batch, in their order, when it has ended. It may not change the model, and
-/// what it raises is lost.
+/// what it raises is lost. The objects are seen as the model or object was that listen() was given.
 using Listener = std::function<void(std::span<const Change>)>;
 
 /// Puts off what listeners are told on this thread until its end: for a host that makes an object, of which a
