@@ -5,6 +5,7 @@
 #include <memory>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tarvelon/boundary/k7q/Object.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
@@ -54,6 +55,11 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
     });
   }
 
+  /// What the library of files has to say of the file that the model came from, which knows its kind. It goes
+  /// with the model. Null for nothing.
+  void keepReport(std::shared_ptr<const void> report) noexcept { mReport = std::move(report); }
+  const void* report() const noexcept { return mReport.get(); }
+
   /// Null while nobody asks for steps.
   Journal* journal() const noexcept { return mJournal.get(); }
   Journal& requireJournal();
@@ -90,6 +96,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   std::unique_ptr<NameIndex> mNames;
   std::array<std::uint32_t, kStamps> mStamps{};
   std::u16string mUri;
+  std::shared_ptr<const void> mReport;
 };
 
 }  // namespace Tarvelon::metamodel::native
