@@ -79,6 +79,12 @@ PyObject* toJson(Given arguments) {
   });
 }
 
+PyObject* toJsonRows(Given arguments) {
+  return guarded([&] {
+    return toStr(Tarvelon::metamodel::toJsonRows(toModelOrObject(arguments[0], "to_dict"))).release();
+  });
+}
+
 PyObject* toTuple(const Difference& difference) {
   const auto text = [](std::string_view utf8) { return toStr(utf8).release(); };
   return Py_BuildValue("(iNNNNNNNNNI)", static_cast<int>(difference.kind), text(difference.path),
@@ -104,6 +110,7 @@ constexpr FunctionRow kFunctions[] = {
     {"cloneObject", 4, cloneObject, "cloneObject(object, owner, property, leavesOut)"},
     {"cloneModel", 1, cloneModel, "cloneModel(model)"},
     {"toJson", 2, toJson, "toJson(modelOrObject, indent): negative for one line"},
+    {"toJsonRows", 1, toJsonRows, "toJsonRows(modelOrObject): a row for each object"},
     {"differences", 2, differences, "differences(older, newer): a list of tuples"},
 };
 

@@ -7,6 +7,7 @@
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/Object.h"
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/platform/ruvo/Texts.h"
 
 namespace pyhost {
 
@@ -201,7 +202,7 @@ std::string hintFor(HostType& type, const std::string& text) {
 [[noreturn]] void raiseUnknownAttribute(HostType* type, PyObject* name) {
   const std::string text = toUtf8(name);
   raiseUnknownName(name, "class '" + std::string(type->cls->getFullName().view()) +
-                             "' has no property or method '" + text + "'" + hintFor(*type, text));
+                             "' has no property or method " + ruvo::quotedName(text) + hintFor(*type, text));
 }
 
 PyObject* getAttribute(PyObject* self, PyObject* name) {

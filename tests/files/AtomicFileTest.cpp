@@ -18,12 +18,10 @@
 #include <unistd.h>
 #include <vector>
 
-#include "tests/files/Support.h"
+#include "tests/files/AtomicFileFixture.h"
 #include "tests/support/FailingNew.h"
 
 namespace {
-
-namespace fs = std::filesystem;
 
 bool gHasLocks = true;
 
@@ -33,46 +31,6 @@ class WithoutLocks {
   WithoutLocks() noexcept { gHasLocks = false; }
   ~WithoutLocks() { gHasLocks = true; }
 };
-
-class AtomicFile : public testing::Test {
- protected:
-  explicit AtomicFile(const fs::path& where = fs::temp_directory_path()) {
-    std::string pattern = (where / "tarvelon-files-XXXXXX").string();
-    mFolder = ::mkdtemp(pattern.data());
-    mFile = mFolder / "brakes.xmi";
-  }
-  ~AtomicFile() override {
-    fs::permissions(mFolder, fs::perms::owner_all);
-    fs::remove_all(mFolder);
-  }
-
-  static K7Q::Model makeModel(const char16_t* name, int objects = 1) {
-    const auto model = K7Q::Model::create();
-    for (int count = 0; count < objects; ++count) common::Package::create(model, name);
-    return model;
-  }
-  static std::string read(const fs::path& path) {
-    std::string text(fs::file_size(path), '\0');
-    std::ifstream(path, std::ios::binary).read(text.data(), static_cast<std::streamsize>(text.size()));
-    return text;
-  }
-  std::vector<std::string> names() const {
-    std::vector<std::string> found;
-    for (const auto& entry : fs::directory_iterator(mFolder))
-      found.push_back(entry.path().filename().string());
-    std::ranges::sort(found);
-    return found;
-  }
-  std::string write(const std::string& name, const std::string& text = "old") const {
-    std::ofstream(mFolder / name) << text;
-    return text;
-  }
-
-  fs::path mFolder;
-  fs::path mFile;
-};
-
-using Names = std::vector<std::string>;
 
 /// In memory where there is such a folder: a kill is a kill, and nobody waits for a disk.
 class KilledSave : public AtomicFile {
@@ -189,17 +147,6 @@ TEST_F(AtomicFile, SavesOfTwoProcessesAtOnceAllEndWell) {
   EXPECT_EQ(names(), Names{"brakes.xmi"});
 }
 
-/// What a save that must fail says; the file and the folder must stay as they are.
-std::string refusalOfSave(const fs::path& path, const K7Q::Model& model) {
-  try {
-    files::save(model, path);
-  } catch (const files::FileError& refusal) {
-    return refusal.what();
-  }
-  ADD_FAILURE() << "it was saved";
-  return {};
-}
-
 TEST_F(AtomicFile, StaysAsItIsWhenTheDiskIsFull) {
   const std::string old = write("brakes.xmi");
   // A limit on the size of files fails as a full disk does.
@@ -229,22 +176,6 @@ TEST_F(AtomicFile, SaysThatThereIsNoSuchFolder) {
   EXPECT_NE(refusalOfSave("", makeModel(u"Brakes")).find("the path names no file"), std::string::npos);
 }
 
-/// Whoever is root may write everywhere: so nobody is who writes in its scope.
-class AsNobody {
- public:
-  AsNobody() {
-    if (mUser == 0) mHasFailed = ::seteuid(65534) != 0;
-  }
-  ~AsNobody() {
-    if (mUser == 0) mHasFailed = ::seteuid(0) != 0;
-  }
-  bool hasFailed() const noexcept { return mHasFailed; }
-
- private:
-  uid_t mUser = ::geteuid();
-  bool mHasFailed = false;
-};
-
 TEST_F(AtomicFile, StaysAsItIsWhereNothingMayBeWritten) {
   const std::string old = write("brakes.xmi");
   ::chmod(mFile.c_str(), 0444);
@@ -262,6 +193,42 @@ TEST_F(AtomicFile, StaysAsItIsWhereNothingMayBeWritten) {
   }
   EXPECT_EQ(read(mFile), old);
   EXPECT_EQ(names(), Names{"brakes.xmi"});
+}
+
+TEST_F(AtomicFile, LiesWhereItsPathLedAtTheBeginning) {
+  fs::create_directory(mFolder / "elsewhere");
+  const fs::path before = fs::current_path();
+  fs::current_path(mFolder);
+  const auto leave = [this](double) { fs::current_path(mFolder / "elsewhere"); };
+  files::save(makeModel(u"Brakes", 20000), "brakes.xmi", {leave, true});
+  EXPECT_EQ(fs::current_path(), mFolder / "elsewhere");
+  fs::current_path(mFolder);
+  const auto leaveAndEnd = [this](double) {
+    fs::current_path(mFolder / "elsewhere");
+    throw std::runtime_error("enough");
+  };
+  EXPECT_THROW(files::save(makeModel(u"Other", 20000), "brakes.xmi", {leaveAndEnd, true}),
+               std::runtime_error);
+  fs::current_path(before);
+  EXPECT_EQ(names(), (Names{"brakes.xmi", "elsewhere"}));
+  EXPECT_TRUE(fs::is_empty(mFolder / "elsewhere"));
+  EXPECT_EQ(read(mFile), files::saveText(makeModel(u"Brakes", 20000)));
+}
+
+TEST_F(AtomicFile, IsNotSavedUnderTheNameOfAnotherFormat) {
+  const auto model = makeModel(u"Brakes");
+  EXPECT_EQ(
+      refusalOf<K7Q::WrongValue>([&] { files::save(model, mFolder / "brakes.arxml"); }),
+      "cannot save '" + (mFolder / "brakes.arxml").string() +
+          "': a model is saved as XMI, the only format that is known today, got the suffix '.arxml'; call "
+          "it '" +
+          mFile.string() + "', or give it no suffix");
+  for (const char* name : {"brakes.xmi.gz", "brakes.xml", "brakes.2"})
+    EXPECT_THROW(files::save(model, mFolder / name), K7Q::WrongValue) << name;
+  EXPECT_THROW(files::saveEcore(mFolder / "tarvelon.xmi"), K7Q::WrongValue);
+  EXPECT_EQ(names(), Names{});
+  for (const char* name : {"BRAKES.XMI", "brakes", ".xmi", "brakes."}) files::save(model, mFolder / name);
+  EXPECT_EQ(names().size(), 4U);
 }
 
 TEST_F(AtomicFile, StaysAsItIsWhenTheSaveIsCancelled) {

@@ -4,6 +4,7 @@
 #include <string>
 
 #include "tests/files/Support.h"
+#include "tests/support/FailingNew.h"
 
 namespace {
 
@@ -33,6 +34,43 @@ TEST(HugeFiles, NameThePlaceOfProblemsBehindALongText) {
       found.ends_with("1002:2 common:Package has no property 'nam998'\n"
                       "1003:2 expected an id without blanks, got ''\n"))
       << found.substr(found.size() - 200);
+}
+
+TEST(HugeFiles, OfOneListWithTheSameIdsTakeMemoryAsTheirText) {
+  constexpr std::size_t kIds = 2000000;
+  std::string ids;
+  for (std::size_t count = 0; count < kIds; ++count) ids += "a ";
+  const std::string text = fileOf("<common:Package ClientDependency=\"" + ids + "\"/>");
+  ids = {};
+  files::Problems problems;
+  const std::size_t bytes = failing::peakOf([&] {
+    try {
+      files::loadText(text);
+    } catch (const files::WrongFile& refusal) {
+      problems = refusal.problems();
+    }
+  });
+  EXPECT_EQ(problems.count, kIds);
+  ASSERT_FALSE(problems.kept.empty());
+  EXPECT_EQ(problems.kept.front().text,
+            "Package.ClientDependency: an object stands once in it, and twice there is the id 'a'");
+  // The parser's copies are most of it: an id takes less than it would as a number.
+  EXPECT_LT(bytes, 6 * text.size());
+}
+
+TEST(HugeFiles, OfOneListOfManyIdsTakeLittleForEach) {
+  constexpr std::size_t kIds = 300000;
+  std::string text = "<common:Package ClientDependency=\"";
+  for (std::size_t count = 0; count < kIds; ++count) {
+    std::string id = "_AAAAAAAAAAB ";
+    std::size_t rest = count;
+    for (std::size_t digit = 10; rest != 0; --digit, rest /= 26)
+      id[digit] = static_cast<char>('A' + rest % 26);
+    text += id;
+  }
+  text = fileOf(text + "\"/>");
+  const std::size_t bytes = failing::peakOf([&] { EXPECT_THROW(files::loadText(text), files::WrongFile); });
+  EXPECT_LT(bytes, 8 * text.size());
 }
 
 TEST(HugeFiles, AreRefusedWithAProblemForEachOfManyNamespaces) {

@@ -7,6 +7,7 @@
 
 #include "tarvelon/platform/tarvelon/api/History.h"
 #include "tests/files/Support.h"
+#include "tests/support/SmallStack.h"
 
 namespace {
 
@@ -249,10 +250,38 @@ TEST(SaveAndLoad, RefusesToNestDeeperThanAFileMay) {
   }
 }
 
+TEST(SaveAndLoad, NeedsNoStackForWhatIsNested) {
+  host::onSmallStack([] {
+    const auto model = K7Q::Model::create();
+    auto above = common::Package::create(model, u"Top");
+    for (int depth = 1; depth < files::kMaxDepth; ++depth) {
+      const auto below = common::Package::create(model, u"Below");
+      above.get<"PackagedElement">().add(below);
+      above = below;
+    }
+    const std::string text = files::saveText(model);
+    EXPECT_EQ(again(text), text);
+    EXPECT_GT(files::ecoreText().size(), 100000U);
+  });
+}
+
 TEST(SaveAndLoad, RefusesAClosedModel) {
   const auto model = K7Q::Model::create();
   model.getModelInterface()->close();
   expectNullReference([&] { files::saveText(model); });
+}
+
+TEST(SaveAndLoad, LeavesTheProblemsOfALenientLoadWithTheModel) {
+  auto loaded = files::loadText(fileOf("<common:Package Nam=\"Brakes\"/>"), {nullptr, true});
+  const K7Q::Model model = loaded.model;
+  loaded = {K7Q::Model::create(), {}};
+  EXPECT_EQ(problemsOf(files::problems(model)),
+            "3:17 common:Package has no property 'Nam'; did you mean 'Name'?\n");
+  EXPECT_EQ(files::problems(model).count, 1U);
+  EXPECT_EQ(files::problems(loaded.model).count, 0U);
+  model.getModelInterface()->close();
+  EXPECT_EQ(files::problems(model).count, 1U);
+  EXPECT_EQ(files::problems({}).count, 0U);
 }
 
 }  // namespace

@@ -85,6 +85,7 @@ std::span<Class* const> Class::superClasses() {
   return classes;
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 std::span<Class* const> Class::linearization() {
   auto& derived = members().derived();
   if (!derived.linearization.empty()) return derived.linearization;

@@ -85,7 +85,8 @@ class NameIndex {
              const Instance* parent) const noexcept;
   /// REQUIRES: the object is named, and `holder` is its naming holder.
   void enter(const Instance& object, const Instance* holder) noexcept;
-  bool enterBelow(const Instance& object, unsigned depth) noexcept;
+  void enterNamed(const Instance& object) noexcept;
+  bool enterBelow(const Instance& object) noexcept;
 
   const NativeModel& mModel;
   std::unique_ptr<std::byte[], Free> mStorage;

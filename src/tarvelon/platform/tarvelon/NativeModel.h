@@ -6,6 +6,7 @@
 #include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tarvelon/boundary/k7q/Object.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
@@ -60,6 +61,12 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   std::optional<StepRoom> unjournaled() const noexcept {
     return mJournal ? std::nullopt : std::optional(StepRoom());
   }
+
+  /// What the library of files has to say of the file that the model came from, which knows its kind. It goes
+  /// with the model. Null for nothing.
+  void keepReport(std::shared_ptr<const void> report) noexcept { mReport = std::move(report); }
+  const void* report() const noexcept { return mReport.get(); }
+
   /// Null while nobody asks for steps.
   Journal* journal() const noexcept { return mJournal.get(); }
   Journal& requireJournal();
@@ -107,6 +114,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   std::u16string mUri;
   std::uint64_t mAuditPaid = 0;
   std::uint64_t mAuditPrice = 0;
+  std::shared_ptr<const void> mReport;
 };
 
 }  // namespace Tarvelon::metamodel::native

@@ -4,6 +4,7 @@
 
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/ruvo/Texts.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
 #include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
@@ -223,8 +224,8 @@ K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle&
   Instance& original = requireObject(object);
   const Destination to = destinationOf(original, object, owner);
   if (!to.owner && !property.empty()) {
-    throw K7Q::WrongValue("clone: the property '" + std::string(property) +
-                          "' is named and no object that holds the copy; give the owner as well");
+    throw K7Q::WrongValue("clone: the property " + ruvo::quotedName(property) +
+                          " is named and no object that holds the copy; give the owner as well");
   }
   const unsigned slot = to.owner ? placeFor(original, *to.owner, property) : 0;
   Tree tree(original);
