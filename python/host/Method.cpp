@@ -7,6 +7,7 @@
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
 #include "python/host/IteratorGuard.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
 
 namespace pyhost {
 
@@ -183,6 +184,11 @@ PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* argument
     const auto result = ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span());
     going.mark();
     return finish(result, self);
+  }
+  if (type->isFactory) {
+    // What cannot be shown is not made.
+    const Tarvelon::model::Undertaking undertaking;
+    return finish(ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span()), self);
   }
   return finish(ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span()), self);
 }

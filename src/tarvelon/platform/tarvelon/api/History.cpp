@@ -1,5 +1,7 @@
 #include "tarvelon/platform/tarvelon/api/History.h"
 
+#include <exception>
+#include <new>
 #include <utility>
 #include <vector>
 
@@ -10,6 +12,7 @@
 #include "tarvelon/platform/tarvelon/EnumerationType.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
+#include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Values.h"
@@ -89,9 +92,15 @@ Change changeOf(const Step& step) {
 }
 
 Journal::Listener adapt(Listener listener) {
-  return [listener = std::move(listener)](std::span<const Step> steps) {
+  return [listener = std::move(listener)](std::span<const Step> steps, const Instance* object) {
     std::vector<Change> changes;
-    for (const Step& step : steps) changes.push_back(changeOf(step));
+    try {
+      for (const Step& step : steps) {
+        if (!object || step.object == object) changes.push_back(changeOf(step));
+      }
+    } catch (const std::bad_alloc&) {
+      changes.clear();
+    }
     listener(changes);
   };
 }
@@ -100,7 +109,7 @@ std::uint64_t addListener(NativeModel& model, Listener listener, const Instance*
   try {
     return model.requireJournal().listen(adapt(std::move(listener)), object);
   } catch (...) {
-    model.dropIdleJournal();
+    if (model.journal() && !model.journal()->isTelling()) model.dropIdleJournal();
     throw;
   }
 }
@@ -197,6 +206,18 @@ bool redo(const K7Q::Model& model) {
 
 DelayedTelling::DelayedTelling() noexcept { native::Batch::delay(); }
 DelayedTelling::~DelayedTelling() { native::Batch::endDelay(); }
+
+Undertaking::Undertaking() noexcept : mExceptions(std::uncaught_exceptions()) {
+  native::Batch::delay(&mMade);
+}
+
+Undertaking::~Undertaking() {
+  const bool hasFailed = std::uncaught_exceptions() > mExceptions;
+  if (native::Batch::endDelay(hasFailed) || !hasFailed) return;
+  // Nothing was noted: what was made goes, which needs no memory.
+  Instance* made = native::asInstance(mMade.getInterface());
+  if (made && made->isAlive()) native::destroyTree(*made);
+}
 
 std::uint64_t listen(const K7Q::Model& model, Listener listener) {
   return addListener(NativeModel::require(model), std::move(listener), nullptr);
