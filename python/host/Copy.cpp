@@ -7,6 +7,7 @@
 #include "python/host/Values.h"
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/platform/tarvelon/api/Difference.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Json.h"
 
 namespace pyhost {
@@ -58,6 +59,7 @@ PyObject* cloneObject(Given arguments) {
         arguments[1] == Py_None ? K7Q::ObjectHandle() : toModelOrObject(arguments[1], "clone");
     const std::string property = nameOf(arguments[2]);
     const Outside outside = arguments[3] == Py_True ? Outside::LeftOut : Outside::Refused;
+    const Tarvelon::model::Undertaking undertaking;
     return fromModelObject(Tarvelon::metamodel::clone(object, owner, property, outside)).release();
   });
 }

@@ -8,6 +8,7 @@
 #include "python/host/Docs.h"
 #include "python/host/IteratorGuard.h"
 #include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
 
 namespace pyhost {
 
@@ -207,6 +208,11 @@ PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* argument
   }
   if (type->kind == TypeKind::Sequence) {
     return finish(callOnSequence(*method, overloads, self, {arguments, count}, converted), self);
+  }
+  if (type->isFactory) {
+    // What cannot be shown is not made.
+    const Tarvelon::model::Undertaking undertaking;
+    return finish(ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span()), self);
   }
   return finish(ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span()), self);
 }

@@ -60,6 +60,12 @@ PyTypeObject* rootOf(TypeKind kind) noexcept {
   }
 }
 
+bool isFactory(const ruvo::Class& cls, const std::vector<HostType*>& supers) {
+  static const ruvo::LiteralName root("K7Q.FactoryObject");
+  return cls.getFullName() == root.get() ||
+         std::any_of(supers.begin(), supers.end(), [](const HostType* super) { return super->isFactory; });
+}
+
 /// The types of the superclasses in their order.
 // NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 std::vector<HostType*> supersOf(ruvo::Class& cls) {
@@ -181,9 +187,10 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
     if (constructors && converted.hasEmpty()) {
       requireMeaningful(type, *constructors, nullptr, converted, {arguments, count});
     }
-    // The Python object must be there before a listener asks for it.
-    const Tarvelon::model::DelayedTelling delay;
-    return wrap(ruvo::construct(*type.cls, converted.span()));
+    // The Python object must be there before a listener asks for it, and without it the model is as it was.
+    const Tarvelon::model::Undertaking undertaking;
+    Room room(reinterpret_cast<HostType*>(self));
+    return room.fill(ruvo::construct(*type.cls, converted.span()));
   });
 }
 
@@ -252,7 +259,9 @@ HostType* makeType(ruvo::Class& cls) {
   extend(made.get(), cls);
   // What the collector has run meanwhile may have asked for the class as well.
   if (auto* other = static_cast<HostType*>(cls.getHostData())) return other;
-  auto* type = reinterpret_cast<HostType*>(made.release());
+  auto* type = reinterpret_cast<HostType*>(made.get());
+  type->isFactory = isFactory(cls, supers);
+  static_cast<void>(made.release());
   asPyType(type)->tp_flags |= Py_TPFLAGS_IMMUTABLETYPE;
   cls.setHostData(type);
   ++gTypesMade;

@@ -1,6 +1,7 @@
 // Each allocation of a change fails in turn, in a model whose changes are noted: afterwards the model is as
 // it was before or as it is after the change, and goes on working.
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <vector>
@@ -298,6 +299,26 @@ TEST_F(HistoryFailures, InListeningLeaveNoListener) {
         scene.mPackage.set<"Name">(u"1");
         ASSERT_EQ(*told - before, failed ? 0 : 1);
       });
+}
+
+TEST_F(HistoryFailures, InTellingAreToldAsNoChangesAtAll) {
+  for (const auto arm : kArms) {
+    int lost = 0;
+    for (std::size_t n = 1; n <= kMost; ++n) {
+      Scene scene(Journal::Transaction);
+      scene.mTransaction.reset();
+      std::vector<std::size_t> told;
+      told.reserve(2);
+      api::listen(scene.mModel,
+                  [&told](std::span<const api::Change> changes) { told.push_back(changes.size()); });
+      api::listen(scene.mConstant,
+                  [&told](std::span<const api::Change> changes) { told.push_back(changes.size()); });
+      const bool failed = hasFailed(arm, n, [&] { scene.mConstant.set<"category">(u"1"); });
+      ASSERT_EQ(told.size(), failed ? 0U : 2U) << n;
+      lost += static_cast<int>(std::ranges::count(told, 0U));
+    }
+    EXPECT_EQ(lost > 0, arm == *kArms.begin()) << "what is told comes from operator new";
+  }
 }
 
 TEST_F(HistoryFailures, InASearchLeaveItToTheNext) {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <atomic>
 #include <exception>
-#include <iterator>
 #include <utility>
 
 #include "tarvelon/boundary/k7q/Exception.h"
@@ -145,19 +144,18 @@ void Journal::forgetOldest() noexcept {
   mForgotten = 0;
 }
 
-// The listeners are called on a list of their own, since they may come and leave while they are.
+// Listeners are called by their places, which takes no memory: none goes from the list while they are, and
+// those that come are not told of this batch.
 void Journal::tell(const Steps& steps) noexcept {
   if (mListeners.empty()) return;
   mIsTelling = true;
-  try {
-    const auto listeners = mListeners;
-    for (const Entry& entry : listeners) {
-      try {
-        if (!entry.subscriber->hasLeft) tellOne(entry, steps);
-      } catch (...) {  // NOLINT(bugprone-empty-catch): the model has changed, whatever a listener makes of it
-      }
+  const std::size_t count = mListeners.size();
+  for (std::size_t index = 0; index < count; ++index) {
+    const Entry entry = mListeners[index];
+    try {
+      if (!entry.subscriber->hasLeft) tellOne(entry, steps);
+    } catch (...) {  // NOLINT(bugprone-empty-catch): the model has changed, whatever a listener makes of it
     }
-  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): nobody can be told without memory
   }
   mIsTelling = false;
 }
@@ -225,14 +223,9 @@ void Journal::redo() noexcept {
 }
 
 void Journal::tellOne(const Entry& entry, const Steps& steps) {
-  if (!entry.object) {
-    entry.subscriber->listener(steps);
-    return;
-  }
-  Steps own;
-  std::ranges::copy_if(steps, std::back_inserter(own),
-                       [&entry](const Step& step) { return step.object == entry.object; });
-  if (!own.empty()) entry.subscriber->listener(own);
+  const auto isItsOwn = [&entry](const Step& step) { return step.object == entry.object; };
+  if (entry.object && std::ranges::none_of(steps, isItsOwn)) return;
+  entry.subscriber->listener(steps, entry.object);
 }
 
 template <class Leaves>
@@ -284,18 +277,35 @@ namespace {
 thread_local bool tIsDelayed = false;
 /// Whose batch lasts until the end of the delay.
 thread_local NativeModel* tDelayed = nullptr;
+/// Where that batch begins.
+thread_local std::size_t tDelayedStart = 0;
+/// Who wants to know what is made.
+thread_local K7Q::ClassObject* tMade = nullptr;
 
 }  // namespace
 
-void Batch::delay() noexcept { tIsDelayed = true; }
+void Batch::delay(K7Q::ClassObject* made) noexcept {
+  tIsDelayed = true;
+  tMade = made;
+}
 
-void Batch::endDelay() noexcept {
+bool Batch::endDelay(bool isToTakeBack) noexcept {
   tIsDelayed = false;
+  tMade = nullptr;
   NativeModel* model = std::exchange(tDelayed, nullptr);
-  if (!model) return;
-  model->journal()->end();
+  if (!model) return false;
+  if (isToTakeBack) {
+    model->journal()->rollBack(tDelayedStart);
+  } else {
+    model->journal()->end();
+  }
   model->dropIdleJournal();
   auditAfter(*model);
+  return true;
+}
+
+void Batch::noteMade(Instance& object) noexcept {
+  if (tMade) *tMade = K7Q::ClassObject(&object, K7Q::Deviant{});
 }
 
 void Batch::forget(const NativeModel& model) noexcept {
@@ -311,7 +321,7 @@ void Batch::begin() {
   mJournal->requireQuiet();
   if (tIsDelayed && !tDelayed) {
     tDelayed = &mModel;
-    mJournal->begin();
+    tDelayedStart = mJournal->begin();
   }
   mStart = mJournal->begin();
   mExceptions = std::uncaught_exceptions();

@@ -9,6 +9,10 @@
 
 #include "tarvelon/platform/tarvelon/Steps.h"
 
+namespace K7Q {
+class ClassObject;
+}
+
 namespace Tarvelon::metamodel::native {
 
 class Instance;
@@ -24,7 +28,8 @@ class NativeModel;
 /// Failure: reserve() and setLimit() allocate; what takes steps back does not.
 class Journal {
  public:
-  using Listener = std::function<void(std::span<const Step>)>;
+  /// With the object that it was put on, null for the whole model: steps at others are not for it.
+  using Listener = std::function<void(std::span<const Step>, const Instance*)>;
 
   explicit Journal(NativeModel& model) noexcept : mModel(model) {}
   Journal(const Journal&) = delete;
@@ -139,8 +144,13 @@ class Batch {
   Batch& operator=(const Batch&) = delete;
   ~Batch();
   /// From now on the outermost batch on this thread that is noted lasts until endDelay().
-  static void delay() noexcept;
-  static void endDelay() noexcept;
+  /// What is made meanwhile is put into `made`, if there is one: the last object or the root of the last
+  /// copy.
+  static void delay(K7Q::ClassObject* made = nullptr) noexcept;
+  /// Ends that batch, or takes back what happened in it. Says whether one was noted.
+  static bool endDelay(bool isToTakeBack = false) noexcept;
+  /// Tells delay() of a new object.
+  static void noteMade(Instance& object) noexcept;
   /// The model and its journal go: no batch of it is left to end.
   static void forget(const NativeModel& model) noexcept;
   /// Makes room for that many steps.

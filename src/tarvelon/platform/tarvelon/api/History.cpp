@@ -1,6 +1,8 @@
 #include "tarvelon/platform/tarvelon/api/History.h"
 
 #include <algorithm>
+#include <exception>
+#include <new>
 #include <tuple>
 #include <utility>
 #include <vector>
@@ -12,6 +14,7 @@
 #include "tarvelon/platform/tarvelon/EnumerationType.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
+#include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Values.h"
@@ -107,9 +110,15 @@ void addChanges(std::vector<Change>& changes, const Step& step, K7Q::Deviant dev
 
 /// A listener sees the model under the view that it came with.
 Journal::Listener adapt(Listener listener, K7Q::Deviant deviant) {
-  return [listener = std::move(listener), deviant](std::span<const Step> steps) {
+  return [listener = std::move(listener), deviant](std::span<const Step> steps, const Instance* object) {
     std::vector<Change> changes;
-    for (const Step& step : steps) addChanges(changes, step, deviant);
+    try {
+      for (const Step& step : steps) {
+        if (!object || step.object == object) addChanges(changes, step, deviant);
+      }
+    } catch (const std::bad_alloc&) {
+      changes.clear();
+    }
     listener(changes);
   };
 }
@@ -119,7 +128,7 @@ std::uint64_t addListener(NativeModel& model, K7Q::Deviant deviant, Listener lis
   try {
     return model.requireJournal().listen(adapt(std::move(listener), deviant), object);
   } catch (...) {
-    model.dropIdleJournal();
+    if (model.journal() && !model.journal()->isTelling()) model.dropIdleJournal();
     throw;
   }
 }
@@ -221,6 +230,18 @@ bool redo(const K7Q::Model& model) {
 
 DelayedTelling::DelayedTelling() noexcept { native::Batch::delay(); }
 DelayedTelling::~DelayedTelling() { native::Batch::endDelay(); }
+
+Undertaking::Undertaking() noexcept : mExceptions(std::uncaught_exceptions()) {
+  native::Batch::delay(&mMade);
+}
+
+Undertaking::~Undertaking() {
+  const bool hasFailed = std::uncaught_exceptions() > mExceptions;
+  if (native::Batch::endDelay(hasFailed) || !hasFailed) return;
+  // Nothing was noted: what was made goes, which needs no memory.
+  Instance* made = native::asInstance(mMade.getInterface());
+  if (made && made->isAlive()) native::destroyTree(*made);
+}
 
 std::uint64_t listen(const K7Q::Model& model, Listener listener) {
   return addListener(NativeModel::require(model), model.getDeviant(), std::move(listener), nullptr);

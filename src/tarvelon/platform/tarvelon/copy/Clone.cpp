@@ -236,6 +236,7 @@ K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle&
   Instance& copy = copier.root();
   if (to.owner) place(copy, *to.owner, slot);
   copier.keep();
+  Batch::noteMade(copy);
   return {&copy, to.deviant};
 }
 
