@@ -49,6 +49,7 @@ Package& ObjectSystem::root() {
 
 Package& ObjectSystem::registerPackage(Package& root, std::string_view fullName,
                                        std::function<void(RVOPackage*)> initializer) {
+  const std::scoped_lock lock(guard());
   Package* package = &root;
   std::string_view rest = fullName;
   do {
@@ -76,7 +77,7 @@ Package& ObjectSystem::childOf(Package& parent, std::string_view shortName) {
 
 void ObjectSystem::addInitializer(Package& package, std::function<void(RVOPackage*)> initializer) {
   package.mContent->initializers.push_back(std::move(initializer));
-  if (package.mState == Package::State::Populated) package.mState = Package::State::Attached;
+  if (package.isPopulated()) package.mState = Package::State::Attached;
 }
 
 Package::Package(Package* parent, const InternedName& fullName)
@@ -115,6 +116,9 @@ Package& Package::get(std::string_view fullName) {
 std::string_view Package::shortName() const noexcept { return lastName(mFullName.view()); }
 
 void Package::populate() {
+  if (isPopulated()) return;
+  // Another thread that populates it is waited for; this one may come back while it does.
+  const std::scoped_lock lock(ObjectSystem::guard());
   if (mState == State::Populated || mState == State::Populating) return;
   if (mState == State::Failed) std::rethrow_exception(mContent->failure);
   // What brings in the parent may attach more to this one.
@@ -131,7 +135,7 @@ void Package::populate() {
     mState = State::Failed;
     throw;
   }
-  mState = State::Populated;
+  mState.store(State::Populated, std::memory_order_release);
 }
 
 void Package::runInitializers() {
@@ -174,6 +178,7 @@ void Package::Content::visitOrigins(Visit visit) {
 
 std::vector<std::string_view> Package::packageNames() {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   std::vector<std::string_view> names;
   for (const Package* child : mContent->packages) names.push_back(child->shortName());
   return names;
@@ -185,18 +190,21 @@ std::vector<std::string_view> Package::classNames() {
   return names;
 }
 
-std::span<Class* const> Package::classes() {
+std::vector<Class*> Package::classes() {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   return mContent->classes;
 }
 
-std::span<factory::FunctionInfo* const> Package::functions() {
+std::vector<factory::FunctionInfo*> Package::functions() {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   return mContent->functions;
 }
 
 Package* Package::findPackage(std::string_view shortName) {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   const auto find = [&]() -> Package* {
     for (Package* child : mContent->packages) {
       if (child->shortName() == shortName) return child;
@@ -218,6 +226,7 @@ Class* Package::findClass(std::string_view shortName) {
   const auto find = [&] { return bearerOf(InternedName(internal::findInterned(fullName))); };
   if (shortName.find('.') != std::string_view::npos) return nullptr;
   if (Class* cls = find()) return cls;
+  const std::scoped_lock lock(ObjectSystem::guard());
   const std::string name(shortName);
   const bool isThere = isBroughtIn(mContent->infos, [&](RVOPackageInfo& info) {
     return info.attemptToLoadClass(name.c_str()) || info.attemptToLoadType(name.c_str());
@@ -227,6 +236,7 @@ Class* Package::findClass(std::string_view shortName) {
 
 std::vector<const factory::FunctionInfo*> Package::findFunctions(std::string_view name) {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   std::vector<const factory::FunctionInfo*> found;
   const auto collect = [&] {
     std::copy_if(mContent->functions.begin(), mContent->functions.end(), std::back_inserter(found),
@@ -244,6 +254,7 @@ std::vector<const factory::FunctionInfo*> Package::findFunctions(std::string_vie
 
 void Package::addPackageInfo(RVOPackageInfo* info) {
   std::unique_ptr<RVOPackageInfo> owned(info);
+  const std::scoped_lock lock(ObjectSystem::guard());
   Package& child = ObjectSystem::childOf(*this, requireShortName(info->getName(), "package", *this));
   for (Content::Info& known : child.mContent->infos) {
     if (known.origin != Origin::EarlierRun) continue;
@@ -260,6 +271,7 @@ void Package::addClass(RVOClassInfo* info, int access) {
   std::unique_ptr<RVOClassInfo> owned(info);
   const std::string_view shortName = requireShortName(info->getName(), "class", *this);
   const InternedName fullName = joined(mFullName, shortName);
+  const std::scoped_lock lock(ObjectSystem::guard());
   if (Class* known = bearerOf(fullName)) {
     if (known->mOrigin == Origin::EarlierRun) {
       known->mOrigin = Origin::ThisRun;
@@ -276,6 +288,7 @@ void Package::addClass(RVOClassInfo* info, int access) {
 
 void Package::addFunction(factory::FunctionInfo* function) {
   std::unique_ptr<factory::FunctionInfo> owned(function);
+  const std::scoped_lock lock(ObjectSystem::guard());
   mContent->functions.push_back(function);
   static_cast<void>(owned.release());
 }

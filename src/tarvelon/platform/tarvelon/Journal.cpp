@@ -8,7 +8,6 @@
 
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/boundary/k7q/Primitives.h"
-#include "tarvelon/platform/k7q/Destruction.h"
 #include "tarvelon/platform/tarvelon/ClassData.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Links.h"
@@ -110,7 +109,7 @@ void Journal::rollBackTransaction(std::uint64_t transaction) noexcept {
 void Journal::takeBack(Steps& steps, std::size_t start) noexcept {
   if (start == steps.size()) return;
   ++mChanges;
-  ++K7Q::mi::gDestructions;
+  mModel.noteDestruction();
   for (std::size_t index = steps.size(); index-- > start;) apply(steps[index].turned());
 }
 
@@ -215,7 +214,7 @@ void Journal::redo() noexcept {
   Steps steps = std::move(mRedo.back());
   mRedo.pop_back();
   ++mChanges;
-  ++K7Q::mi::gDestructions;
+  mModel.noteDestruction();
   for (const Step& step : steps) apply(step);
   mUndo.push_back(std::move(steps));
   tell(mUndo.back());
@@ -272,9 +271,9 @@ void Journal::requireQuiet() const {
 
 namespace {
 
-thread_local bool tIsDelayed = false;
+TARVELON_THREAD_LOCAL bool tIsDelayed = false;
 /// Whose batch lasts until the end of the delay.
-thread_local NativeModel* tDelayed = nullptr;
+TARVELON_THREAD_LOCAL NativeModel* tDelayed = nullptr;
 
 }  // namespace
 
