@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "tarvelon/boundary/ut/Memory.h"
-#include "tarvelon/platform/hx/FreeList.h"
+#include "tarvelon/platform/hx/Sanitizer.h"
 
 namespace {
 

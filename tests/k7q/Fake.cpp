@@ -4,7 +4,6 @@
 
 #include "tarvelon/binding/Methods.h"
 #include "tarvelon/boundary/k7q/ClassMetaData.h"
-#include "tarvelon/platform/k7q/Destruction.h"
 #include "tarvelon/platform/k7q/Initialize.h"
 #include "tests/k7q/FakeTables.h"
 
@@ -174,7 +173,7 @@ K7Q::ImmutableType Object::getMetaType(Deviant) const {
 
 void Object::destroy(Deviant) {
   mIsAlive = false;
-  ++K7Q::mi::gDestructions;
+  model().getModelInterface()->noteDestruction();
 }
 
 K7Q::Model Object::getModel(Deviant deviant) const { return {model().getModelInterface(), deviant}; }

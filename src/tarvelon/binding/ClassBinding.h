@@ -85,7 +85,7 @@ struct NativeFunctions {
   template <int Constructor, class... Arguments>
   static K7Q::ClassObject create(K7Q::Model model, Arguments... arguments) {
     const std::array<K7Q::Object, sizeof...(Arguments)> objects{
-        metamodel::typed::toObject<Arguments>(arguments)...};
+        metamodel::typed::toObject<Arguments>(std::move(arguments))...};
     return methods().create(model, Constructor, objects);
   }
   static K7Q::ClassObject createEmpty(const K7Q::Model& model) { return methods().create(model, 0, {}); }

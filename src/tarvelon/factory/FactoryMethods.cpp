@@ -37,13 +37,19 @@ K7Q::Model createNewModel() {
   const K7Q::Model model = K7Q::NSInterface::FactoryIntf::createNewModel(name);
   const AssertionsOff whileItIsSetUp;
   auto& cache = K7Q::ModelCache::instance();
-  const std::u16string uri = cache.getNextAvailableModelUri(name);
-  if (model.isNull()) {
-    K7Q::LocalAsserter(kModelHeader, kModelLine) = K7Q::Asserter::MakeAlways(K7Q::kNullReference);
+  for (;;) {
+    const std::u16string uri = cache.getNextAvailableModelUri(name);
+    if (model.isNull()) {
+      K7Q::LocalAsserter(kModelHeader, kModelLine) = K7Q::Asserter::MakeAlways(K7Q::kNullReference);
+    }
+    model.getModelInterface()->setUri(model.getDeviant(), uri);
+    try {
+      cache.bindModel(uri, model);
+      return model;
+    } catch (const K7Q::WrongValue&) {
+      // Another thread was faster, and there is a next one.
+    }
   }
-  model.getModelInterface()->setUri(model.getDeviant(), uri);
-  cache.bindModel(uri, model);
-  return model;
 }
 
 binding::Literal<Factory> createNewFactory(const K7Q::Model& model) {

@@ -13,7 +13,8 @@
 /// UTF-16 units.
 ///
 /// Ownership: who creates an array destroys it, unless it is handed over as the result of a call.
-/// Threads:   one at a time.
+/// Threads:   an array, and what it holds, belongs to one thread at a time. It may be destroyed on another
+///            than the one that made it.
 /// Cost:      an array of one scalar, one object or up to some dozens of characters is one block from a free
 ///            list.
 namespace hx {
@@ -26,19 +27,27 @@ enum hxClassId : int { hxLogical = 3, hxChar = 4, hxDouble = 6, hxInt32 = 12, hx
 enum hxComplexity : int { hxReal = 0 };
 
 /// What an object array holds: something counted, which goes when the last holder drops it.
+/// Threads: one at a time, unless it is shared.
 class TARVELON_API Element {
  public:
   Element(const Element&) = delete;
   Element& operator=(const Element&) = delete;
-  void addRef() noexcept { ++mReferences; }
-  void release() noexcept {
-    if (--mReferences == 0) dispose();
+  void addRef() noexcept {
+    if (mReferences != kShared) ++mReferences;
   }
+  void release() noexcept {
+    if (mReferences != kShared && --mReferences == 0) dispose();
+  }
+  /// kShared for one that all threads share.
   std::int32_t references() const noexcept { return mReferences; }
+
+  static constexpr std::int32_t kShared = -1;
 
  protected:
   Element() = default;
   virtual ~Element();
+  /// From now on all threads may hold it, and it never goes. REQUIRES: no holder.
+  void share() noexcept { mReferences = kShared; }
 
  private:
   /// Must not throw.
@@ -94,7 +103,8 @@ TARVELON_API std::u16string_view hxGetText(const hxArray* array) noexcept;
 /// The array's characters.
 TARVELON_API std::u16string get_ustring(const hxArray* array);
 
-/// How many arrays exist: leak tests compare it before and after.
+/// How many arrays exist in all threads: leak tests compare it before and after. Exact while no thread makes
+/// or destroys one.
 TARVELON_API std::size_t hxLiveArrays() noexcept;
 
 }  // namespace hx

@@ -2,6 +2,7 @@
 
 #include <cstddef>
 #include <string>
+#include <utility>
 
 #include "tarvelon/boundary/Export.h"
 #include "tarvelon/boundary/k7q/Exception.h"
@@ -14,15 +15,24 @@ namespace K7Q {
 ///
 /// raises "Assertion failed: sequence index must be positive at kernel/sequence:131: ", or without a message
 /// the bare text "Internal assertion without a message detected! Please fix me asap". Cost: nothing but the
-/// test when it passes.
+/// test when it passes. Threads: any.
 class TARVELON_API Asserter {
  public:
   explicit Asserter(bool passed) noexcept : mPassed(passed) {}
+  Asserter(Asserter&& other) noexcept
+      : mPassed(other.mPassed),
+        mMessage(std::exchange(other.mMessage, "")),
+        mOwned(std::exchange(other.mOwned, nullptr)) {}
+  Asserter(const Asserter&) = delete;
+  Asserter& operator=(const Asserter&) = delete;
+  ~Asserter() {
+    if (mOwned) drop();
+  }
 
   bool passed() const noexcept { return mPassed; }
   const char* message() const noexcept { return mMessage; }
 
-  /// Formats the message into the shared buffer when the test failed.
+  /// Formats the message into the shared buffer when the test failed, and keeps a copy of it.
   Asserter& Make(const char* message) noexcept {
     if (!mPassed) format("%s", message);
     return *this;
@@ -44,13 +54,15 @@ class TARVELON_API Asserter {
   static std::string text(const char* message, const char* file, int line, const char* detail);
 
   static constexpr std::size_t kBufferSize = 4097;
-  /// What the last failed assertion said.
+  /// What the last failed assertion said, of whatever thread: to be read while no other one fails.
   static char fLogBuf[kBufferSize];
 
  private:
   void format(const char* messageFormat, ...) noexcept __attribute__((format(printf, 2, 3)));
+  void drop() noexcept;
   bool mPassed;
   const char* mMessage = "";
+  char* mOwned = nullptr;
 };
 
 /// Raises E for a failed asserter, does nothing for one that passed.

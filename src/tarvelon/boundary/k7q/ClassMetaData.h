@@ -39,7 +39,8 @@ void MetaPropertyMetaData<T>::destroyInstance(ruvo::RVOClass* /*cls*/, const ruv
   destroyMetaPropertyInstance(instance);
 }
 
-/// What other modules add to a class after its members are defined.
+/// What other modules add to a class after its members are defined. Threads: any; a callback runs on the
+/// thread that asks for the class first, while others that ask for any class wait.
 class TARVELON_API RuvoExtensionsRegistryImpl {
  public:
   using Callback = std::function<void(ruvo::RVOClass* cls, const ruvo::RVOClient* client)>;

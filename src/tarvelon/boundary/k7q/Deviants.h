@@ -19,7 +19,7 @@ struct VariantInfo {
 ///
 /// Lifetime: an id stays valid until its object is retracted; getVariantInfo() of a retired id is
 ///           {nullptr, 0} for as long as a host object is bound to it.
-/// Threads:  one thread at a time, like the model it serves.
+/// Threads:  the ids of an object belong to the thread that uses the object; those of a shared one to all.
 /// Cost:     getId() and getVariantInfo() are constant time and do not allocate after the first call for an
 ///           object.
 class TARVELON_API DeviantRegistry {
@@ -39,15 +39,16 @@ class TARVELON_API DeviantRegistry {
 
 class TARVELON_API DeviantAssertions {
  public:
-  /// Sets the switch and returns the old value.
+  /// Sets the calling thread's switch and returns the old value.
   static bool enableAssertions(bool enable) noexcept;
   /// True when the view may be written; raises otherwise. Does nothing while assertions are off.
   static bool assertWritable(Deviant deviant, const ReferenceCountingIntf* object) {
-    return !sAssertionsEnabled || internal_assertWritable(deviant, object);
+    return (deviant.word & Deviant::kReadOnly) == 0 || !sAssertionsEnabled ||
+           internal_assertWritable(deviant, object);
   }
   static bool internal_assertWritable(Deviant deviant, const ReferenceCountingIntf* object);
 
-  static bool sAssertionsEnabled;
+  static TARVELON_THREAD_LOCAL bool sAssertionsEnabled;
 };
 
 }  // namespace K7Q

@@ -82,7 +82,7 @@ class TARVELON_API PackageIntf : public ObjectIntf {
 
 }  // namespace NSInterface
 
-/// Handles on descriptions. Descriptions live as long as the process and belong to no model.
+/// Handles on descriptions. Descriptions live as long as the process and belong to no model. Threads: any.
 class TARVELON_API ImmutableProperty : public ImmutableObject {
  public:
   constexpr ImmutableProperty() noexcept = default;
@@ -136,6 +136,8 @@ class TARVELON_API ImmutablePackage : public ImmutableObject {
 /// Every write checks the value (class, model, range), and refuses it with an error that names class,
 /// property, expected and given, before anything changes; whether the view may be written is the caller's
 /// question (DeviantRegistry::isImmutable, DeviantAssertions::assertWritable).
+/// Threads: any, also for the first use of a class; an object belongs to the thread that uses its model. A
+///          text that only the given handle holds becomes the model's own, any other is copied.
 class TARVELON_API IntrospectiveMethods {
  public:
   IntrospectiveMethods(const IntrospectiveMethods&) = delete;

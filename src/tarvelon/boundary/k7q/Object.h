@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string_view>
 #include <utility>
 
@@ -50,12 +51,23 @@ class TARVELON_API ModelIntf : public ObjectIntf {
   virtual std::u16string getUri(Deviant deviant) const = 0;
   /// Ends the model: every object of it turns invalid at once. Closing twice is no error.
   virtual void close() = 0;
+
+  /// Differs from before when objects of the model have turned invalid, or valid again: a list that outlives
+  /// its elements looks whether it has moved, and then drops those that went.
+  std::uint64_t destructions() const noexcept { return mDestructions; }
+  /// Counts it up, once for all that go together.
+  void noteDestruction() noexcept { ++mDestructions; }
+
+ private:
+  std::uint64_t mDestructions = 0;
 };
 
 }  // namespace NSInterface
 
 /// The two-word value of every model handle. Passes by value; copying takes a reference, destruction drops
 /// it.
+/// Threads: the handles on a model and on its objects belong to one thread at a time, with the model. Different
+///          models may be used by different threads without locks.
 class TARVELON_API ObjectHandle {
  public:
   constexpr ObjectHandle() noexcept = default;
@@ -164,6 +176,8 @@ class TARVELON_API ImmutableModel : public ImmutableObject {
 };
 
 /// A handle on a model. Holding it, or any object of it, keeps the model alive.
+/// Threads: a model with all that belongs to it is used by one thread at a time; it may pass from one to
+///          another. Models are independent of each other.
 class TARVELON_API Model : public Object {
  public:
   constexpr Model() noexcept = default;

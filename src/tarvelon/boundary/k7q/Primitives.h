@@ -16,7 +16,7 @@ namespace NSInterface {
 class TARVELON_API ScalarIntf final : public ObjectIntf {
  public:
   enum class Type : std::uint8_t { Boolean, Integer, Double, Real };
-  explicit constexpr ScalarIntf(Type scalarType) noexcept : mType(scalarType) {}
+  explicit constexpr ScalarIntf(Type scalarType) noexcept : mType(scalarType) { share(); }
   ~ScalarIntf() override;
   Type type() const noexcept { return mType; }
   const ruvo::InternedName& getRuvoName(bool immutable) const override;
@@ -32,13 +32,18 @@ class TARVELON_API ScalarIntf final : public ObjectIntf {
 };
 
 /// The object form of a text: counted, immutable, the characters behind the object in the same block.
+/// Threads: one at a time, with all who hold it; that of the empty text, which is not counted, any.
 class TARVELON_API StringIntf final : public ObjectIntf {
  public:
   /// A cell with one reference for the caller.
   static StringIntf* make(std::u16string_view text);
-  void addRef() const override { ++mReferences; }
+  /// The one of the empty text.
+  static StringIntf* empty();
+  void addRef() const override {
+    if (mReferences != kUncounted) ++mReferences;
+  }
   void release() const override {
-    if (--mReferences == 0) dispose();
+    if (mReferences != kUncounted && --mReferences == 0) dispose();
   }
   int numRef() const override { return mReferences; }
   const ruvo::InternedName& getRuvoName(bool immutable) const override;
@@ -52,6 +57,7 @@ class TARVELON_API StringIntf final : public ObjectIntf {
   explicit StringIntf(std::uint32_t length) noexcept : mLength(length) {}
   ~StringIntf() override;
   void dispose() const noexcept;
+  static constexpr std::int32_t kUncounted = -1;
   mutable std::int32_t mReferences = 1;
   std::uint32_t mLength;
 };
@@ -112,6 +118,9 @@ class TARVELON_API Real {
 };
 
 /// A UTF-16 text. Copies share one cell; the empty text has none and costs nothing.
+/// Threads: a text and its copies belong to one thread at a time, one that was read from a model to that of the
+///          model. A model that is given a text keeps one of its own: the same text may be given to models that
+///          go to different threads.
 class TARVELON_API String {
  public:
   constexpr String() noexcept = default;
@@ -133,7 +142,9 @@ class TARVELON_API String {
     if (mCell) mCell->release();
   }
 
-  operator Object() const;                                            // NOLINT(google-explicit-constructor)
+  operator Object() const&;                                           // NOLINT(google-explicit-constructor)
+  /// Hands its cell over.
+  operator Object() &&;                                               // NOLINT(google-explicit-constructor)
   operator std::u16string() const { return std::u16string(view()); }  // NOLINT(google-explicit-constructor)
   std::u16string_view view() const noexcept { return mCell ? mCell->view() : std::u16string_view(u""); }
   /// NUL-terminated.

@@ -11,7 +11,7 @@
 namespace K7Q::mi {
 
 /// Base of all property records of a model class: id and introspective table, through which every read and
-/// write goes. Stateless after construction.
+/// write goes. Stateless after construction, so that any thread may use it, on objects of its own models.
 class TARVELON_API K7qmiProperty : public ruvo::factory::impl::PropertyImplBase, public ruvo::PropertyGuard {
  public:
   /// Bits of the state mask.

@@ -98,6 +98,7 @@ class TARVELON_API Cleanup {
 ///
 /// addRef() and release() do nothing here: who counts overrides them. An object that DeviantRegistry knows is
 /// retracted by its destructor. The slot order is fixed.
+/// Threads: one at a time, unless it is shared.
 class TARVELON_API ReferenceCountingIntf : public Cleanup {
  public:
   ~ReferenceCountingIntf() override;
@@ -109,9 +110,15 @@ class TARVELON_API ReferenceCountingIntf : public Cleanup {
   /// The object as the interface of that tag, or null if it has no such interface.
   virtual void* cast(CooperativeVisitor::TagPair tag);
 
+ protected:
+  /// Says that all threads may meet in this object: it stays as it is until the process ends, and counts no
+  /// references. So do its host objects.
+  constexpr void share() noexcept { mIsShared = true; }
+
  private:
   friend class mi::VariantTable;
   mutable bool mIsRegistered = false;
+  bool mIsShared = false;
   /// The first of the object's ids in the registry's table; meaningful while mIsRegistered.
   mutable std::uint32_t mFirstVariant = 0;
 };

@@ -62,6 +62,7 @@ class Ref {
 class IteratorIntf;
 
 /// The generic sequence interface. Indices are 0-based; the slot order is fixed.
+/// Threads: a sequence, its iterators and the Refs that it gives belong to the thread that uses their model.
 class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
  public:
   ~SequenceIntf() override;

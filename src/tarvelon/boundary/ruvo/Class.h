@@ -43,6 +43,7 @@ class TARVELON_API RVOClass {
 };
 
 /// What a class is, told by whoever publishes it. The slot order is fixed.
+/// Threads: what it says is asked for by any; members are defined by one, while others wait.
 class TARVELON_API RVOClassInfo {
  public:
   RVOClassInfo() = default;

@@ -24,6 +24,8 @@ class TARVELON_API RVOClient {
 ///
 /// Ownership: counted; it goes when the last array or RVOInterfacePtr that holds it goes, and then its
 /// class's destroyInstance() is called with the bound pointer.
+/// Threads:   it belongs to the thread that uses the model of the native object. Of what belongs to no model,
+///            classes, properties and types of the metamodel, all threads have the same host object.
 class TARVELON_API RVOInterface : public hx::Element {
  public:
   /// The native pointer bound to this instance, null while none is. There is one, whatever class is asked

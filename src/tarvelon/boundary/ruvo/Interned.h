@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <cstdint>
 #include <functional>
 #include <string_view>
@@ -23,7 +24,8 @@ struct InternedEntry {
 };
 
 /// The one entry of a text, which lives as long as the process; null for null or empty text.
-/// Cost: a hash of the text and one look-up. Throws bedrock::core::except::bad_alloc.
+/// Cost: a hash of the text and one look-up; a lock for a text that is new. Throws
+/// bedrock::core::except::bad_alloc. Threads: any, as for all of this file.
 TARVELON_API const InternedEntry* makeInterned(std::string_view text);
 TARVELON_API const InternedEntry* makeInterned(const char* text);
 
@@ -66,16 +68,25 @@ using InternedName = RVOInternedBase<internal::IdEmptyPolicy>;
 
 /// A name of fixed text that is interned at first use and then costs one load.
 /// `text` must outlive the object; constant-initialised, so a static one costs nothing at load.
+/// Threads: any.
 class LiteralName {
  public:
   explicit constexpr LiteralName(const char* text) noexcept : mText(text) {}
   const InternedName& get() const {
-    if (mName.empty()) mName = InternedName(internal::makeInterned(mText));
+    const std::atomic_ref<InternedName> name(mName);
+    // Written once: who reads the result later reads it without a fence.
+    if (name.load(std::memory_order_acquire).empty()) setOnce(name);
     return mName;
   }
   constexpr const char* text() const noexcept { return mText; }
 
  private:
+  void setOnce(const std::atomic_ref<InternedName>& name) const {
+    InternedName none;
+    name.compare_exchange_strong(none, InternedName(internal::makeInterned(mText)),
+                                 std::memory_order_acq_rel, std::memory_order_acquire);
+  }
+
   const char* mText;
   mutable InternedName mName;
 };

@@ -14,7 +14,8 @@
 
 namespace ruvo {
 
-/// The signature of a record as type names. Immutable; shared by pointer.
+/// The signature of a record as type names. Immutable; shared by pointer. Threads: any may read it; its
+/// RVOMethodSignaturePtr are copied and dropped where classes are defined, not in calls.
 class TARVELON_API RVOMethodSignature {
  public:
   RVOMethodSignature(const RVOMethodSignature&) = delete;
@@ -67,6 +68,7 @@ class TARVELON_API RVOMethodSignaturePtr {
 };
 
 /// What the object system asks of every method, constructor and package function.
+/// Threads: any, each on objects of its own.
 class TARVELON_API RVOMethodInfo {
  public:
   RVOMethodInfo() = default;

@@ -13,6 +13,8 @@ class RVOClassInfo;
 class RVOPackage;
 
 /// What a package is, told by whoever publishes it. The object system asks; the slot order is fixed.
+/// Threads: the object system calls it on one at a time, whichever asks first, while others wait: it may not
+///          wait for another thread itself.
 class TARVELON_API RVOPackageInfo {
  public:
   RVOPackageInfo() = default;
@@ -45,7 +47,7 @@ class TARVELON_API RVOPackageInfo {
   static void operator delete(void*, void*) noexcept {}
 };
 
-/// A package of the object system.
+/// A package of the object system. Threads: any.
 class TARVELON_API RVOPackage {
  public:
   RVOPackage(const RVOPackage&) = delete;
@@ -73,7 +75,7 @@ namespace factory {
 
 /// Creates the package of that dotted name, with the parents it lacks, and returns it. `initializer` runs
 /// when the package is first touched. A name that exists keeps its package and runs the initializer on it
-/// besides.
+/// besides. Threads: any.
 TARVELON_API RVOPackage* registerRuvoPackage(const std::string& fullName,
                                              std::function<void(RVOPackage*)> initializer);
 

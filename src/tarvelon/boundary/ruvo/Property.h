@@ -12,6 +12,7 @@
 namespace ruvo {
 
 /// What the object system asks of a property. The slot order is fixed.
+/// Threads: any, each on objects of its own.
 class TARVELON_API RVOPropInfo {
  public:
   RVOPropInfo() = default;

@@ -13,7 +13,7 @@ namespace Tarvelon::metamodel::arplatform {
 
 namespace NSInterface {
 
-/// Ownership: counts its references, and holds its model.
+/// Ownership: counts its references, and holds its model. Threads: one at a time, with the model.
 class TARVELON_API FactoryIntf : public K7Q::NSInterface::FactoryIntf {
  public:
   ~FactoryIntf() override;

@@ -22,6 +22,9 @@
 ///
 /// Constructors and properties are those of the class's row; a wrong name, value type or argument list does
 /// not compile.
+///
+/// Threads: handles belong to one thread at a time, the one that uses their model; each model may be used by
+///          another. First uses of classes may meet.
 namespace Tarvelon::metamodel {
 
 /// A text as a template argument.

@@ -7,6 +7,7 @@
 #include <span>
 #include <string_view>
 #include <type_traits>
+#include <utility>
 
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/ElementCarrier.h"
@@ -62,7 +63,7 @@ constexpr bool isElement() {
 }
 
 template <class P, class A>
-K7Q::Object toObject(const A& argument) {
+K7Q::Object toObject(A argument) {
   if constexpr (kIsReference<P>) {
     return K7Q::Object(argument.getInterface(), argument.getDeviant());
   } else if constexpr (std::is_arithmetic_v<A>) {
@@ -71,7 +72,7 @@ K7Q::Object toObject(const A& argument) {
                                        std::conditional_t<std::is_same_v<P, K7Q::Integer>, int, double>>>(
             argument));
   } else {
-    return static_cast<P>(argument);
+    return P(std::move(argument));
   }
 }
 

@@ -21,7 +21,7 @@
 /// lives; a loaded object keeps the id of the file. So saving what was loaded gives the same bytes, and a
 /// change in the model changes its own lines alone. The model's URI is no part of it.
 ///
-/// Threads: one thread at a time, like the models.
+/// Threads: any, each with a model of its own; several may write one file, of which the last one stands.
 namespace Tarvelon::files {
 
 /// The format that is written. Older ones are read, newer ones are refused.

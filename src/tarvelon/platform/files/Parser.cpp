@@ -6,6 +6,8 @@
 #include <new>
 #include <utility>
 
+#include "tarvelon/boundary/Export.h"
+
 namespace Tarvelon::files {
 
 namespace {
@@ -13,7 +15,7 @@ namespace {
 constexpr char kSeparator = '\n';
 
 // The parser does not look at each of its allocations, and would go on with a wrong name.
-thread_local bool gHasFailed = false;
+TARVELON_THREAD_LOCAL bool tHasFailed = false;
 
 /// The block of an allocation has its size in front, so that it can be moved to a bigger one.
 constexpr std::size_t kHeader = alignof(std::max_align_t);
@@ -24,7 +26,7 @@ void* allocate(std::size_t size) {
     std::memcpy(block, &size, sizeof(size));
     return block + kHeader;
   } catch (const std::bad_alloc&) {
-    gHasFailed = true;
+    tHasFailed = true;
     return nullptr;
   }
 }
@@ -88,7 +90,7 @@ Place moved(Place place, std::string_view text) noexcept {
 // Nothing may be raised through the parser, which is C.
 template <class Action>
 void Parser::guarded(Action action) noexcept {
-  if (mRaised || gHasFailed) return;
+  if (mRaised || tHasFailed) return;
   try {
     action();
   } catch (...) {
@@ -143,10 +145,10 @@ char* Parser::buffer(std::size_t room) {
 }
 
 bool Parser::parse(std::size_t count, bool isLast) {
-  gHasFailed = false;
+  tHasFailed = false;
   const XML_Status status = XML_ParseBuffer(mParser, static_cast<int>(count), isLast ? XML_TRUE : XML_FALSE);
   if (mRaised) std::rethrow_exception(std::exchange(mRaised, nullptr));
-  if (gHasFailed || XML_GetErrorCode(mParser) == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
+  if (tHasFailed || XML_GetErrorCode(mParser) == XML_ERROR_NO_MEMORY) throw std::bad_alloc();
   return status == XML_STATUS_OK;
 }
 

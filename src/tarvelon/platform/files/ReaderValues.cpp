@@ -6,6 +6,7 @@
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/EnumerationType.h"
 #include "tarvelon/platform/tarvelon/Links.h"
+#include "tarvelon/platform/tarvelon/TextCell.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
 
 // The values and references of a file.
@@ -55,19 +56,6 @@ std::string whatFits(const native::Property& property) {
       return "; write a number";
   }
 }
-
-/// A text with the reference that making it gave.
-class Cell {
- public:
-  explicit Cell(std::u16string_view text) : mCell(K7Q::NSInterface::StringIntf::make(text)) {}
-  Cell(const Cell&) = delete;
-  Cell& operator=(const Cell&) = delete;
-  ~Cell() { mCell->release(); }
-  K7Q::NSInterface::StringIntf* get() const noexcept { return mCell; }
-
- private:
-  K7Q::NSInterface::StringIntf* mCell;
-};
 
 std::uint32_t sizeOf(const Instance& object, const Feature& feature) noexcept {
   const native::WordList* list = native::listOf(object, feature.slot);
@@ -143,11 +131,11 @@ void Reader::readText(Instance& object, const Feature& feature, std::string_view
     return report(placeOfValue(attribute), refusal.what());
   }
   if (feature.declared->isMany()) {
-    native::insertText(object, feature.slot, sizeOf(object, feature), Cell(mUnits).get());
+    native::insertText(object, feature.slot, sizeOf(object, feature), native::TextCell(mUnits).get());
   } else if (mUnits.empty()) {
     native::store(object, feature.slot, {Word{.text = nullptr}, !property.isRequired()});
   } else {
-    native::store(object, feature.slot, {Word{.text = Cell(mUnits).get()}, false});
+    native::store(object, feature.slot, {Word{.text = native::TextCell(mUnits).get()}, false});
   }
 }
 

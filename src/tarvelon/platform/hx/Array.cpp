@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "tarvelon/boundary/bedrock/Except.h"
-#include "tarvelon/platform/hx/FreeList.h"
+#include "tarvelon/platform/hx/Blocks.h"
 #include "tarvelon/platform/hx/ObjectScalar.h"
 
 namespace hx {
@@ -34,20 +34,11 @@ static_assert(sizeof(hxArray) == 32, "the elements are aligned like the block");
 
 namespace {
 
-// What malloc() can hand out without a rest: the first holds a scalar, the others a text of up to 12, 28, 44,
-// 76 and 108 units with its NUL. Larger arrays are not kept.
-constexpr std::size_t kSizes[] = {40, 56, 88, 120, 184, 248};
-static_assert(kSizes[0] == sizeof(hxArray) + sizeof(double));
-constexpr std::uint32_t kLarge = std::size(kSizes);
-constinit FreeList gFree[] = {FreeList(kSizes[0]), FreeList(kSizes[1]), FreeList(kSizes[2]),
-                              FreeList(kSizes[3]), FreeList(kSizes[4]), FreeList(kSizes[5])};
-std::size_t gLive = 0;
-
-std::uint32_t sizeClassOf(std::size_t bytes) noexcept {
-  std::uint32_t sizeClass = 0;
-  while (sizeClass < kLarge && bytes > kSizes[sizeClass]) ++sizeClass;
-  return sizeClass;
-}
+// A scalar goes into the smallest block, a text of up to 107 units with its NUL into the largest. Larger arrays
+// are not kept.
+constexpr std::size_t kScalar = Blocks::sizeFor(sizeof(hxArray) + sizeof(double));
+static_assert(kScalar == 0);
+constexpr std::uint32_t kLarge = Blocks::kSizes;
 
 std::size_t elementSize(hxClassId classId) noexcept {
   switch (classId) {
@@ -78,15 +69,15 @@ std::size_t blockSize(std::size_t rows, std::size_t columns, std::size_t element
 
 hxArray* place(void* block, hxArray head) {
   if (!block) throw bedrock::core::except::bad_alloc();
-  ++gLive;
+  addTo(Counted::Arrays, 1);
   return ::new (block) hxArray(head);
 }
 
 /// An array whose elements are not written yet. There is room for a NUL behind them.
 hxArray* allocate(std::size_t rows, std::size_t columns, hxClassId classId, const char* className = nullptr) {
   const std::size_t bytes = blockSize(rows, columns, elementSize(classId));
-  const std::uint32_t sizeClass = sizeClassOf(bytes);
-  void* block = sizeClass < kLarge ? gFree[sizeClass].take() : utMalloc(bytes);
+  const auto sizeClass = static_cast<std::uint32_t>(std::min<std::size_t>(Blocks::sizeFor(bytes), kLarge));
+  void* block = sizeClass < kLarge ? Blocks::take(sizeClass) : utMalloc(bytes);
   return place(block, {rows, columns, className, classId, sizeClass});
 }
 
@@ -98,7 +89,7 @@ hxArray* allocateZeroed(std::size_t rows, std::size_t columns, hxClassId classId
 
 template <class T>
 hxArray* createScalar(hxClassId classId, T value, const char* className = nullptr) {
-  hxArray* array = place(gFree[0].take(), {1, 1, className, classId, 0});
+  hxArray* array = place(Blocks::take(kScalar), {1, 1, className, classId, 0});
   ::new (array->data()) T(value);
   return array;
 }
@@ -160,9 +151,9 @@ void hxDestroyArray(hxArray* array) noexcept {
       if (element) element->release();
     });
   }
-  --gLive;
+  addTo(Counted::Arrays, -1);
   if (array->sizeClass < kLarge) {
-    gFree[array->sizeClass].give(array);
+    Blocks::give(array->sizeClass, array);
   } else {
     utFree(array);
   }
@@ -210,6 +201,6 @@ std::u16string_view hxGetText(const hxArray* array) noexcept {
 
 std::u16string get_ustring(const hxArray* array) { return std::u16string(hxGetText(array)); }
 
-std::size_t hxLiveArrays() noexcept { return gLive; }
+std::size_t hxLiveArrays() noexcept { return sumOf(Counted::Arrays); }
 
 }  // namespace hx

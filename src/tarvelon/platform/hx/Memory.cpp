@@ -2,13 +2,14 @@
 
 #include <cstdlib>
 
-#include "tarvelon/platform/hx/FreeList.h"
-
-unsigned long hx::gAllocationsUntilFailure = 0;
+#include "tarvelon/platform/hx/Blocks.h"
 
 namespace {
 
-bool isToFail() noexcept { return hx::gAllocationsUntilFailure != 0 && --hx::gAllocationsUntilFailure == 0; }
+bool isToFail() noexcept {
+  auto& countdown = hx::tThread.allocationsUntilFailure;
+  return countdown != 0 && --countdown == 0;
+}
 
 }  // namespace
 
@@ -24,4 +25,4 @@ void* utCalloc(std::size_t count, std::size_t size) noexcept {
 
 void utFree(void* storage) noexcept { std::free(storage); }
 
-void utFailAllocation(unsigned long countdown) noexcept { hx::gAllocationsUntilFailure = countdown; }
+void utFailAllocation(unsigned long countdown) noexcept { hx::tThread.allocationsUntilFailure = countdown; }

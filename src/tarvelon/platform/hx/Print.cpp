@@ -1,6 +1,6 @@
+#include <atomic>
 #include <cstdio>
 #include <string>
-#include <utility>
 
 #include "tarvelon/boundary/ut/Memory.h"
 
@@ -8,13 +8,16 @@ namespace {
 
 void printToStandardOutput(const char* text, std::size_t length) { std::fwrite(text, 1, length, stdout); }
 
-utPrintSink gSink = nullptr;
+constinit std::atomic<utPrintSink> gSink = nullptr;
 
-void print(const char* text, std::size_t length) { (gSink ? gSink : printToStandardOutput)(text, length); }
+void print(const char* text, std::size_t length) {
+  const utPrintSink sink = gSink.load(std::memory_order_acquire);
+  (sink ? sink : printToStandardOutput)(text, length);
+}
 
 }  // namespace
 
-utPrintSink utSetPrintSink(utPrintSink sink) noexcept { return std::exchange(gSink, sink); }
+utPrintSink utSetPrintSink(utPrintSink sink) noexcept { return gSink.exchange(sink, std::memory_order_acq_rel); }
 
 int utVSNprintf(char* buffer, std::size_t size, const char* format, std::va_list arguments) {
   const int length = std::vsnprintf(buffer, size, format, arguments);

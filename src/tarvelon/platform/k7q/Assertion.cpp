@@ -1,7 +1,10 @@
 #include "tarvelon/boundary/k7q/Assertion.h"
 
 #include <cstdarg>
+#include <cstdlib>
 #include <cstring>
+#include <mutex>
+#include <utility>
 
 #include "tarvelon/boundary/ut/Memory.h"
 #include "tarvelon/platform/k7q/Texts.h"
@@ -11,13 +14,21 @@ namespace K7Q {
 char Asserter::fLogBuf[Asserter::kBufferSize] = {};
 
 void Asserter::format(const char* messageFormat, ...) noexcept {
+  static constinit std::mutex guard;
+  const std::scoped_lock lock(guard);
   std::va_list arguments;
   va_start(arguments, messageFormat);
   const int length = utVSNprintf(fLogBuf, kBufferSize, messageFormat, arguments);
   va_end(arguments);
   if (length < 0) std::memset(fLogBuf, 0, kBufferSize);
-  mMessage = fLogBuf;
+  drop();
+  const std::size_t size = std::strlen(fLogBuf) + 1;
+  mOwned = static_cast<char*>(std::malloc(size));
+  // What is raised without memory for its text says less, but says where.
+  mMessage = mOwned ? static_cast<const char*>(std::memcpy(mOwned, fLogBuf, size)) : messageFormat;
 }
+
+void Asserter::drop() noexcept { std::free(std::exchange(mOwned, nullptr)); }
 
 std::string Asserter::text(const char* message, const char* file, int line, const char* detail) {
   if (*message == '\0') return text::kNoMessage;

@@ -1,17 +1,14 @@
 #include "tarvelon/boundary/k7q/Deviants.h"
+
+#include <utility>
+
 #include "tarvelon/platform/k7q/Texts.h"
 #include "tarvelon/platform/k7q/VariantTable.h"
 
 namespace K7Q {
 
-namespace {
-
-constinit mi::VariantTable gVariants;
-
-}  // namespace
-
 void* DeviantRegistry::getId(const ReferenceCountingIntf* object, Deviant deviant, bool immutable) {
-  return object ? gVariants.idOf(*object, deviant, immutable) : nullptr;
+  return object ? mi::VariantTable::instance().idOf(*object, deviant, immutable) : nullptr;
 }
 
 VariantInfo DeviantRegistry::getVariantInfo(const void* id) noexcept { return mi::VariantTable::infoOf(id); }
@@ -27,10 +24,10 @@ ImmutableObject DeviantRegistry::setIsImmutable(const ImmutableObject& handle, b
 }
 
 void DeviantRegistry::retract(const ReferenceCountingIntf* object) noexcept {
-  if (object) gVariants.retract(*object);
+  if (object) mi::VariantTable::instance().retract(*object);
 }
 
-bool DeviantAssertions::sAssertionsEnabled = true;
+TARVELON_THREAD_LOCAL bool DeviantAssertions::sAssertionsEnabled = true;
 
 bool DeviantAssertions::enableAssertions(bool enable) noexcept {
   return std::exchange(sAssertionsEnabled, enable);

@@ -83,12 +83,11 @@ bool isSameText(const void* left, const void* right) noexcept { return textOf(le
 bool isAliveObject(const Ref& ref) {
   return static_cast<const ObjectIntf*>(ref.value())->isValid(Deviant{ref.second()});
 }
-bool isAliveText(const Ref& /*ref*/) { return true; }
 
 }  // namespace
 
 constinit const ElementKind kObjectElements{&requireObject, &hashPointer, &isSamePointer, &isAliveObject};
-constinit const ElementKind kTextElements{&requireText, &hashText, &isSameText, &isAliveText};
-constinit const ElementKind kAnyElements{&requireAny, &hashPointer, &isSamePointer, &isAliveObject};
+constinit const ElementKind kTextElements{&requireText, &hashText, &isSameText, nullptr};
+constinit const ElementKind kAnyElements{&requireAny, &hashPointer, &isSamePointer, nullptr};
 
 }  // namespace K7Q

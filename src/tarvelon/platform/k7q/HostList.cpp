@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "tarvelon/platform/k7q/Destruction.h"
 #include "tarvelon/platform/k7q/HostListIterator.h"
 #include "tarvelon/platform/k7q/Texts.h"
 
@@ -34,14 +33,21 @@ HostList::HostList(const ElementKind& kind, const ruvo::InternedName& elementCla
     : mKind(kind),
       mElementClass(elementClass),
       mModel(model),
-      mDestructionsSeen(mi::gDestructions),
+      mDestructionsSeen(model.isNull() ? 0 : model.getModelInterface()->destructions()),
       mIndex(isUnique ? std::make_unique<Index>(0, Hash{&kind}, Same{&kind}) : nullptr) {}
 
 HostList::~HostList() = default;
 
 HostList::Elements& HostList::elements() const {
   if (!mModel.isNull()) mModel.requireValid(__FILE__, __LINE__);
-  if (mDestructionsSeen != mi::gDestructions) dropDead();
+  if (!mKind.isAlive) return mElements;
+  // The elements of a list without a model may be of several.
+  if (mModel.isNull()) {
+    dropDead();
+  } else if (const auto now = mModel.getModelInterface()->destructions(); now != mDestructionsSeen) {
+    dropDead();
+    mDestructionsSeen = now;
+  }
   return mElements;
 }
 
@@ -71,7 +77,6 @@ void HostList::dropDead() const {
   const std::size_t before = mElements.size();
   mElements.erase(std::remove_if(mElements.begin(), mElements.end(), isDead), mElements.end());
   if (mElements.size() != before) ++mChanges;
-  mDestructionsSeen = mi::gDestructions;
 }
 
 std::size_t HostList::find(const Ref& ref) const {

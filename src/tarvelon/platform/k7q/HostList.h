@@ -24,7 +24,7 @@ struct ElementKind {
                   const ImmutableModel& model);
   std::size_t (*hash)(const void* value) noexcept;
   bool (*isSame)(const void* left, const void* right) noexcept;
-  /// Whether the element still stands in its model.
+  /// Whether the element still stands in its model; null where none ever leaves.
   bool (*isAlive)(const Generic::Ref& ref);
 };
 
@@ -32,7 +32,7 @@ struct ElementKind {
 TARVELON_API extern const ElementKind kObjectElements;
 /// Texts, compared by their characters.
 extern const ElementKind kTextElements;
-/// Any objects: for lists that a host only reads.
+/// Any objects that stay until the process ends: for lists of descriptions, which a host only reads.
 extern const ElementKind kAnyElements;
 
 /// A sequence that a host makes: objects or texts, in a vector.
@@ -45,7 +45,7 @@ extern const ElementKind kAnyElements;
 /// Elements: an object that is destroyed leaves the list, as it leaves the sequences of its model.
 /// Failure:  indices and elements are tested before anything changes, and a failed allocation leaves the list
 ///           as it was.
-/// Threads:  one at a time.
+/// Threads:  one at a time, with the model.
 class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf {
  public:
   /// With an empty model the elements may be of any.
@@ -125,7 +125,7 @@ class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf 
   const ElementKind& mKind;
   ruvo::InternedName mElementClass;
   ImmutableModel mModel;
-  mutable std::uint64_t mDestructionsSeen;
+  mutable std::uint64_t mDestructionsSeen = 0;
   mutable std::uint64_t mChanges = 0;
   mutable Elements mElements;
   /// The values of a unique list.

@@ -103,8 +103,7 @@ Model findModel(const String& uri) { return ModelCache::instance().find(std::u16
 
 ImmutableSequence<String> boundUris() {
   ImmutableSequence<String> uris{new HostList(kTextElements, ruvo::InternedName(), false), Deviant{}};
-  for (const Model& model : ModelCache::instance().models()) {
-    const String uri(model.getModelInterface()->getUri(model.getDeviant()));
+  for (const std::u16string& uri : ModelCache::instance().uris()) {
     uris.get().generic_push_back(uris.getDeviant(), makeStringRef(uri));
   }
   return uris;
@@ -125,7 +124,7 @@ void setUri(const Model& self, const String& uri) {
   DeviantAssertions::assertWritable(self.getDeviant(), self.getInterface());
   auto& cache = ModelCache::instance();
   const std::u16string bound = self.getModelInterface()->getUri(self.getDeviant());
-  const bool isBound = cache.find(bound) == self;
+  const bool isBound = cache.isBound(bound, self);
   if (isBound) cache.bindModel(uri, self);
   try {
     self.getModelInterface()->setUri(self.getDeviant(), uri.view());
@@ -135,9 +134,6 @@ void setUri(const Model& self, const String& uri) {
   }
 }
 
-void close(const Model& self) {
-  self.close();
-  ModelCache::instance().unbind(self.getModelInterface());
-}
+void close(const Model& self) { self.close(); }
 
 }  // namespace K7Q::mi

@@ -1,7 +1,10 @@
 #include "tarvelon/boundary/k7q/ModelCache.h"
 
 #include <algorithm>
+#include <atomic>
+#include <mutex>
 #include <string_view>
+#include <utility>
 
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/Primitives.h"
@@ -10,18 +13,24 @@
 
 namespace K7Q {
 
+// A model that belongs to another thread is asked for nothing but whether it is open, and no handle on it is
+// copied or dropped: one that was closed stays until its own thread unbinds it.
 struct ModelCache::State {
   struct Entry {
     std::u16string uri;
     Model model;
   };
-  std::vector<Entry> entries;
+  using Entries = std::vector<Entry>;
+  std::mutex guard;
+  Entries entries;
 
-  const Entry* find(std::u16string_view uri) const noexcept {
-    const auto found = std::find_if(entries.begin(), entries.end(), [uri](const Entry& entry) {
-      return entry.uri == uri && entry.model.isValid();
-    });
-    return found == entries.end() ? nullptr : &*found;
+  Entries::iterator find(std::u16string_view uri) noexcept {
+    return std::find_if(entries.begin(), entries.end(),
+                        [uri](const Entry& entry) { return entry.uri == uri && entry.model.isValid(); });
+  }
+  Entries::iterator find(const NSInterface::ModelIntf* model) noexcept {
+    return std::find_if(entries.begin(), entries.end(),
+                        [model](const Entry& entry) { return entry.model.getModelInterface() == model; });
   }
 };
 
@@ -36,21 +45,28 @@ ModelCache& ModelCache::instance() {
 
 void ModelCache::bindModel(const std::u16string& uri, const Model& model) {
   model.requireValid();
-  const auto* known = mState->find(uri);
-  if (known && known->model == model) return;
-  if (known) throw WrongValue(text::uriTaken(uri));
-  mState->entries.push_back({uri, model});
-  // A model has one URI, and one that was closed keeps none.
+  State::Entry entry{uri, model};
+  const std::scoped_lock lock(mState->guard);
   auto& entries = mState->entries;
-  entries.erase(
-      std::remove_if(entries.begin(), entries.end() - 1,
-                     [&model](const auto& entry) { return entry.model == model || !entry.model.isValid(); }),
-      entries.end() - 1);
+  const auto taken = mState->find(uri);
+  const auto known = mState->find(model.getModelInterface());
+  if (taken != entries.end()) {
+    if (taken == known) return;
+    throw WrongValue(text::uriTaken(uri));
+  }
+  // A model has one URI.
+  if (known != entries.end()) {
+    std::swap(*known, entry);
+    std::rotate(known, known + 1, entries.end());
+  } else {
+    entries.push_back(std::move(entry));
+  }
 }
 
 std::u16string ModelCache::getNextAvailableModelUri(const std::u16string& name) const {
+  const std::scoped_lock lock(mState->guard);
   std::u16string uri = name;
-  for (unsigned number = 1; mState->find(uri); ++number) {
+  for (unsigned number = 1; mState->find(uri) != mState->entries.end(); ++number) {
     const std::string digits = std::to_string(number);
     uri = name + std::u16string(digits.begin(), digits.end());
   }
@@ -58,11 +74,13 @@ std::u16string ModelCache::getNextAvailableModelUri(const std::u16string& name) 
 }
 
 Model ModelCache::find(const std::u16string& uri) const {
-  const auto* known = mState->find(uri);
-  return known ? known->model : Model();
+  const std::scoped_lock lock(mState->guard);
+  const auto found = mState->find(uri);
+  return found == mState->entries.end() ? Model() : found->model;
 }
 
 std::vector<Model> ModelCache::models() const {
+  const std::scoped_lock lock(mState->guard);
   std::vector<Model> models;
   for (const auto& entry : mState->entries) {
     if (entry.model.isValid()) models.push_back(entry.model);
@@ -70,34 +88,53 @@ std::vector<Model> ModelCache::models() const {
   return models;
 }
 
+std::vector<std::u16string> ModelCache::uris() const {
+  const std::scoped_lock lock(mState->guard);
+  std::vector<std::u16string> uris;
+  for (const auto& entry : mState->entries) {
+    if (entry.model.isValid()) uris.push_back(entry.uri);
+  }
+  return uris;
+}
+
+bool ModelCache::isBound(const std::u16string& uri, const Model& model) const {
+  const std::scoped_lock lock(mState->guard);
+  const auto found = mState->find(model.getModelInterface());
+  return found != mState->entries.end() && found->uri == uri;
+}
+
 void ModelCache::unbind(const NSInterface::ModelIntf* model) noexcept {
-  auto& entries = mState->entries;
-  const auto found = std::find_if(entries.begin(), entries.end(),
-                                  [model](const auto& entry) { return entry.model.getInterface() == model; });
-  if (found == entries.end()) return;
-  // Out of the list first: the last handle on a model may come back here.
-  const State::Entry unbound = std::move(*found);
-  entries.erase(found);
+  // Goes behind the lock: the last handle on a model may come back here.
+  State::Entry unbound;
+  const std::scoped_lock lock(mState->guard);
+  const auto found = mState->find(model);
+  if (found == mState->entries.end()) return;
+  std::swap(*found, unbound);
+  mState->entries.erase(found);
 }
 
 namespace {
 
-constinit ModelFactory gModelFactory = nullptr;
+constinit std::atomic<ModelFactory> gModelFactory = nullptr;
 
 Model makeModel(const std::u16string& name) {
-  if (!gModelFactory) throw Exception(text::kNoModelFactory);
-  return gModelFactory(name);
+  const ModelFactory make = gModelFactory.load(std::memory_order_acquire);
+  if (!make) throw Exception(text::kNoModelFactory);
+  return make(name);
 }
 
 }  // namespace
 
-void setModelFactory(ModelFactory factory) { gModelFactory = factory; }
+void setModelFactory(ModelFactory factory) {
+  gModelFactory.store(factory, std::memory_order_release);
+}
 Model Model::create() { return makeModel({}); }
 void Model::close() const {
   // One that is closed already may be closed again, so only a null handle is refused.
   if (isNull()) requireValid();
   DeviantAssertions::assertWritable(getDeviant(), getInterface());
   getModelInterface()->close();
+  ModelCache::instance().unbind(getModelInterface());
 }
 Model NSInterface::FactoryIntf::createNewModel(const std::u16string& name) { return makeModel(name); }
 

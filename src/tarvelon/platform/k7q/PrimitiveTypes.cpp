@@ -9,7 +9,9 @@ namespace {
 
 class PrimitiveType final : public DataTypeIntf {
  public:
-  PrimitiveType(const char16_t* name, const char* fullName) noexcept : mName(name), mFullName(fullName) {}
+  PrimitiveType(const char16_t* name, const char* fullName) noexcept : mName(name), mFullName(fullName) {
+    share();
+  }
   std::u16string name() const override { return mName; }
   const ruvo::InternedName& fullName() const override { return mFullName.get(); }
   std::span<const std::string_view> literals() const override { return {}; }

@@ -1,6 +1,9 @@
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
 
+#include <mutex>
+
 #include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/hx/Blocks.h"
 #include "tarvelon/platform/ruvo/HostObject.h"
 #include "tarvelon/platform/ruvo/Immortal.h"
 #include "tarvelon/platform/ruvo/PointerMap.h"
@@ -9,28 +12,64 @@ namespace ruvo::factory::basic {
 
 namespace {
 
-std::size_t gBound = 0;
+/// The host objects of ids without a slot, which all threads keep in one place.
+class Others {
+ public:
+  RVOInterface* find(const void* pointer) noexcept {
+    const std::scoped_lock lock(mGuard);
+    return mMap.find(pointer);
+  }
+  void insert(const void* pointer, RVOInterface* object) {
+    const std::scoped_lock lock(mGuard);
+    mMap.insert(pointer, object);
+  }
+  void erase(const void* pointer) noexcept {
+    const std::scoped_lock lock(mGuard);
+    mMap.erase(pointer);
+  }
 
-/// The host objects of ids without a slot.
-PointerMap<RVOInterface>& others() noexcept {
-  static Immortal<PointerMap<RVOInterface>> map;
-  return *map;
+ private:
+  std::mutex mGuard;
+  PointerMap<RVOInterface> mMap;
+};
+
+Others& others() noexcept {
+  static Immortal<Others> others;
+  return *others;
 }
 
 void bind(void* pointer, HostObject* object) {
   if (BindingSlot::isSlotted(pointer)) {
-    BindingSlot::of(pointer)->hostObject = object;
+    // Who looks for a record whose host object has gone may do so on another thread.
+    BindingSlot::of(pointer)->hostObject.store(object, std::memory_order_release);
   } else {
     others().insert(pointer, object);
   }
   object->setBound(pointer);
-  ++gBound;
+  hx::addTo(hx::Counted::Bindings, 1);
 }
 
-/// A known object becomes what it is now known to be; an object is never made less than it is.
+/// The one host object of a shared native object, which stays.
+RVOInterface* announceShared(void* pointer, const InternedName& className, bool& wasNew) {
+  static constinit std::mutex guard;
+  Class& cls = Class::get(className);
+  auto& slot = BindingSlot::of(pointer)->hostObject;
+  const std::scoped_lock lock(guard);
+  // Another thread may have been faster.
+  if (RVOInterface* known = slot.load(std::memory_order_acquire)) return known;
+  auto* object = HostObject::create(cls);
+  object->share();
+  object->setBound(pointer);
+  slot.store(object, std::memory_order_release);
+  wasNew = true;
+  return object;
+}
+
+/// A known object becomes what it is now known to be; an object is never made less than it is. A shared one
+/// was announced as what it is.
 void narrow(HostObject& object, const InternedName& className) {
   Class& known = classOf(object);
-  if (known.getFullName() == className) return;
+  if (known.getFullName() == className || BindingSlot::isShared(object.bound())) return;
   Class& named = Class::get(className);
   if (named.isKindOf(known)) object.narrow(named);
 }
@@ -44,6 +83,7 @@ RVOInterface* BindingRegistry::announce(void* pointer, const InternedName& class
     narrow(static_cast<HostObject&>(*known), className);
     return known;
   }
+  if (BindingSlot::isShared(pointer)) return announceShared(pointer, className, wasNew);
   auto* object = HostObject::create(Class::get(className));
   try {
     bind(pointer, object);
@@ -85,19 +125,20 @@ void BindingRegistry::remove(const void* pointer) noexcept {
   RVOInterface* object = find(pointer);
   if (!object) return;
   if (BindingSlot::isSlotted(pointer)) {
-    BindingSlot::of(pointer)->hostObject = nullptr;
+    BindingSlot::of(pointer)->hostObject.store(nullptr, std::memory_order_release);
   } else {
     others().erase(pointer);
   }
   static_cast<HostObject*>(object)->setBound(nullptr);
-  --gBound;
+  hx::addTo(hx::Counted::Bindings, -1);
 }
 
 RVOInterface* BindingRegistry::find(const void* pointer) noexcept {
   if (!pointer) return nullptr;
-  return BindingSlot::isSlotted(pointer) ? BindingSlot::of(pointer)->hostObject : others().find(pointer);
+  if (!BindingSlot::isSlotted(pointer)) return others().find(pointer);
+  return BindingSlot::of(pointer)->hostObject.load(std::memory_order_acquire);
 }
 
-std::size_t BindingRegistry::size() noexcept { return gBound; }
+std::size_t BindingRegistry::size() noexcept { return hx::sumOf(hx::Counted::Bindings); }
 
 }  // namespace ruvo::factory::basic

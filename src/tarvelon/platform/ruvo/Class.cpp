@@ -18,6 +18,11 @@ std::string quoted(const Class& cls) { return "class '" + std::string(cls.getFul
 
 }  // namespace
 
+std::recursive_mutex& ObjectSystem::guard() noexcept {
+  static constinit std::recursive_mutex guard;
+  return guard;
+}
+
 std::vector<Class*>& ObjectSystem::globals() noexcept {
   static Immortal<std::vector<Class*>> classes;
   return *classes;
@@ -28,7 +33,8 @@ void ObjectSystem::addClass(std::vector<Class*>& classes, std::unique_ptr<RVOCla
   std::unique_ptr<Class> cls(new Class(info.get(), fullName, access));
   static_cast<void>(info.release());
   classes.push_back(cls.get());
-  entryOf(fullName).bearer = cls.release();
+  // From now on other threads find it.
+  entryOf(fullName).bearer.store(cls.release(), std::memory_order_release);
 }
 
 void RVOClass::addGlobalClass(RVOClassInfo* info) {
@@ -39,6 +45,7 @@ void RVOClass::addGlobalClass(RVOClassInfo* info) {
                          std::string(name ? name : "") + "'");
   }
   const InternedName fullName{std::string_view(name)};
+  const std::scoped_lock lock(ObjectSystem::guard());
   if (bearerOf(fullName)) {
     throw K7Q::Exception("there is a class '" + std::string(name) +
                          "' already; give the new one another name");
@@ -50,7 +57,7 @@ Class::Class(RVOClassInfo* info, const InternedName& fullName, int access)
     : mFullName(fullName), mInfo(info), mAccess(access) {}
 
 Class::~Class() {
-  entryOf(mFullName).bearer = nullptr;
+  entryOf(mFullName).bearer.store(nullptr, std::memory_order_release);
   mMembers.reset();
   delete mInfo;
 }
@@ -58,6 +65,17 @@ Class::~Class() {
 Class::Members::~Members() {
   for (RVOMethodInfo* record : methods) delete record;
   for (const PropertySlot& slot : properties) delete slot.property;
+  delete mDerived.load(std::memory_order_relaxed);
+}
+
+Class::Members::Derived& Class::Members::makeDerived() {
+  const std::scoped_lock lock(ObjectSystem::guard());
+  Derived* made = mDerived.load(std::memory_order_relaxed);
+  if (!made) {
+    made = new Derived;
+    mDerived.store(made, std::memory_order_release);
+  }
+  return *made;
 }
 
 void Class::Members::shrink() {
@@ -97,11 +115,17 @@ Class& Class::get(const InternedName& fullName) {
   return known ? *known : get(fullName.view());
 }
 
-std::span<Class* const> Class::globals() noexcept { return ObjectSystem::globals(); }
+std::vector<Class*> Class::globals() {
+  const std::scoped_lock lock(ObjectSystem::guard());
+  return ObjectSystem::globals();
+}
 
 std::string_view Class::shortName() const noexcept { return lastName(mFullName.view()); }
 
 void Class::define() {
+  if (isDefined()) return;
+  // Another thread that defines it is waited for.
+  const std::scoped_lock lock(ObjectSystem::guard());
   if (mState == State::Defined) return;
   if (mState == State::Failed) std::rethrow_exception(mFailure);
   if (mState == State::Defining) {
@@ -123,7 +147,7 @@ void Class::define() {
     throw;
   }
   mMembers->shrink();
-  mState = State::Defined;
+  mState.store(State::Defined, std::memory_order_release);
 }
 
 void Class::requireDefining(const char* member) const {

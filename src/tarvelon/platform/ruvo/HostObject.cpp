@@ -2,7 +2,7 @@
 
 #include "tarvelon/boundary/bedrock/Except.h"
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
-#include "tarvelon/platform/hx/FreeList.h"
+#include "tarvelon/platform/hx/Blocks.h"
 #include "tarvelon/platform/hx/ObjectScalar.h"
 #include "tarvelon/platform/ruvo/Registry.h"
 
@@ -10,7 +10,8 @@ namespace ruvo {
 
 namespace {
 
-constinit hx::FreeList gFree(sizeof(HostObject));
+constexpr std::size_t kSize = hx::Blocks::sizeFor(sizeof(HostObject));
+static_assert(kSize < hx::Blocks::kSizes);
 
 }  // namespace
 
@@ -19,10 +20,10 @@ RVOInterface::~RVOInterface() = default;
 HostObject::~HostObject() = default;
 
 void* HostObject::operator new(std::size_t /*size*/) {
-  if (void* storage = gFree.take()) return storage;
+  if (void* storage = hx::Blocks::take(kSize)) return storage;
   throw bedrock::core::except::bad_alloc();
 }
-void HostObject::operator delete(void* storage) noexcept { gFree.give(storage); }
+void HostObject::operator delete(void* storage) noexcept { hx::Blocks::give(kSize, storage); }
 
 void HostObject::dispose() {
   if (mBound) destroyBound();

@@ -13,6 +13,8 @@ class HostObject final : public RVOInterface {
   void* bound() const noexcept { return mBound; }
   void setBound(void* pointer) noexcept { mBound = pointer; }
   void narrow(Class& cls) noexcept { mClass = &cls; }
+  /// For a native object that all threads share. REQUIRES: no holder.
+  using RVOInterface::share;
 
   static void* operator new(std::size_t size);
   static void operator delete(void* storage) noexcept;

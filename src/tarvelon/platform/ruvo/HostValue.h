@@ -10,7 +10,7 @@
 namespace ruvo {
 
 /// A value as a host holds it, before the object system makes a slot of it.
-/// What it refers to must outlive the call.
+/// What it refers to must outlive the call. Threads: one at a time.
 class HostValue {
  public:
   enum class Kind : std::uint8_t { Empty, Logical, Integer, Double, Text, Object, Array };

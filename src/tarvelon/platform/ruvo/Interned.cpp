@@ -1,15 +1,16 @@
 #include "tarvelon/boundary/ruvo/Interned.h"
 
+#include <atomic>
 #include <cstring>
 #include <functional>
+#include <mutex>
 #include <new>
+#include <type_traits>
 #include <utility>
-#include <vector>
 
 #include "tarvelon/boundary/bedrock/Except.h"
 #include "tarvelon/boundary/ruvo/Method.h"
 #include "tarvelon/boundary/ut/Memory.h"
-#include "tarvelon/platform/ruvo/Immortal.h"
 #include "tarvelon/platform/ruvo/NameEntry.h"
 
 namespace ruvo::internal {
@@ -36,7 +37,7 @@ class Arena {
     bytes = (bytes + alignof(NameEntry) - 1) / alignof(NameEntry) * alignof(NameEntry);
     if (bytes > kBlock / 4) return newBlock(bytes);
     if (bytes > mLeft) {
-      mNext = static_cast<char*>(newBlock(kBlock));
+      mNext = newBlock(kBlock);
       mLeft = kBlock;
     }
     mLeft -= bytes;
@@ -44,57 +45,109 @@ class Arena {
   }
 
  private:
-  static constexpr std::size_t kBlock = 16384;
+  /// Stands at the front of each, so that none is lost.
+  struct alignas(NameEntry) Block {
+    Block* former;
+  };
+  static constexpr std::size_t kBlock = 16384 - sizeof(Block);
 
-  void* newBlock(std::size_t bytes) {
-    // The place first: a block that is not in the list is lost.
-    mBlocks.push_back(nullptr);
-    mBlocks.back() = utMalloc(bytes);
-    if (!mBlocks.back()) throw bedrock::core::except::bad_alloc();
-    return mBlocks.back();
+  char* newBlock(std::size_t bytes) {
+    void* storage = utMalloc(sizeof(Block) + bytes);
+    if (!storage) throw bedrock::core::except::bad_alloc();
+    mLast = ::new (storage) Block{mLast};
+    return reinterpret_cast<char*>(mLast + 1);
   }
 
-  std::vector<void*> mBlocks;
+  Block* mLast = nullptr;
   char* mNext = nullptr;
   std::size_t mLeft = 0;
 };
 
-/// All names: a table of entries with open addressing, and beside it their hashes, which a probe compares
-/// first.
-class NameTable {
- public:
-  std::size_t size() const noexcept { return mSize; }
+std::uint32_t hashOf(std::string_view text) noexcept {
+  return static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
+}
 
-  const InternedEntry* find(std::string_view text) const noexcept {
-    return mEntries.empty() ? nullptr : mEntries[indexOf(text, hashOf(text))];
+/// The places of the names: open addressing, and beside it the hashes, which a probe compares first. What
+/// stands in a place never leaves it, so that any thread may look without a lock while another one adds.
+class Places {
+ public:
+  /// With a copy of what stands in the former ones, which stay for those who look into them just now.
+  static const Places* make(std::size_t capacity, const Places* former) {
+    auto* storage = utCalloc(1, sizeof(Places) + capacity * (sizeof(Entry) + sizeof(Hash)));
+    if (!storage) throw bedrock::core::except::bad_alloc();
+    auto* made = ::new (storage) Places(capacity, former);
+    for (std::size_t old = 0; former && old < former->mCapacity; ++old) {
+      NameEntry* entry = former->entries()[old].load(std::memory_order_relaxed);
+      if (entry) made->put(entry, former->hashes()[old].load(std::memory_order_relaxed));
+    }
+    return made;
   }
 
-  const InternedEntry* make(std::string_view text) {
-    if ((mSize + 1) * 4 > mEntries.size() * 3) grow();
-    const std::uint32_t hash = hashOf(text);
-    const std::size_t index = indexOf(text, hash);
-    if (!mEntries[index]) {
-      mEntries[index] = newEntry(text);
-      mHashes[index] = hash;
-      ++mSize;
+  std::size_t capacity() const noexcept { return mCapacity; }
+
+  NameEntry* find(std::string_view text, std::uint32_t hash) const noexcept {
+    for (std::size_t i = hash & (mCapacity - 1);; i = (i + 1) & (mCapacity - 1)) {
+      NameEntry* entry = entries()[i].load(std::memory_order_acquire);
+      if (!entry) return nullptr;
+      if (hashes()[i].load(std::memory_order_relaxed) != hash) continue;
+      if (std::string_view(entry->text, entry->length) == text) return entry;
     }
-    return mEntries[index];
+  }
+
+  /// REQUIRES: the lock, a free place, a text that is not there.
+  void put(NameEntry* entry, std::uint32_t hash) const noexcept {
+    std::size_t i = hash & (mCapacity - 1);
+    while (entries()[i].load(std::memory_order_relaxed)) i = (i + 1) & (mCapacity - 1);
+    hashes()[i].store(hash, std::memory_order_relaxed);
+    entries()[i].store(entry, std::memory_order_release);
   }
 
  private:
-  static std::uint32_t hashOf(std::string_view text) noexcept {
-    return static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
+  using Entry = std::atomic<NameEntry*>;
+  using Hash = std::atomic<std::uint32_t>;
+
+  Places(std::size_t capacity, const Places* former) noexcept : mCapacity(capacity), mFormer(former) {}
+  Entry* entries() const noexcept { return reinterpret_cast<Entry*>(const_cast<Places*>(this) + 1); }
+  Hash* hashes() const noexcept { return reinterpret_cast<Hash*>(entries() + mCapacity); }
+
+  std::size_t mCapacity;
+  const Places* mFormer;
+};
+
+/// All names.
+class NameTable {
+ public:
+  constexpr NameTable() noexcept = default;
+
+  std::size_t size() const noexcept { return mSize.load(std::memory_order_relaxed); }
+
+  const InternedEntry* find(std::string_view text) const noexcept { return find(text, hashOf(text)); }
+
+  const InternedEntry* make(std::string_view text) {
+    const std::uint32_t hash = hashOf(text);
+    if (const InternedEntry* known = find(text, hash)) return known;
+    const std::scoped_lock lock(mGuard);
+    if (const InternedEntry* known = find(text, hash)) return known;
+    reserve();
+    NameEntry* entry = newEntry(text);
+    mPlaces.load(std::memory_order_relaxed)->put(entry, hash);
+    mSize.fetch_add(1, std::memory_order_relaxed);
+    return entry;
   }
 
-  /// Where the text stands, or the free place where it would.
-  std::size_t indexOf(std::string_view text, std::uint32_t hash) const noexcept {
-    const std::size_t mask = mEntries.size() - 1;
-    std::size_t i = hash & mask;
-    while (mEntries[i] &&
-           (mHashes[i] != hash || std::string_view(mEntries[i]->text, mEntries[i]->length) != text)) {
-      i = (i + 1) & mask;
-    }
-    return i;
+ private:
+  /// Room for what the packages register: zeroed storage that nobody touches costs nothing.
+  static constexpr std::size_t kFirst = 16384;
+
+  NameEntry* find(std::string_view text, std::uint32_t hash) const noexcept {
+    const Places* places = mPlaces.load(std::memory_order_acquire);
+    return places ? places->find(text, hash) : nullptr;
+  }
+
+  void reserve() {
+    const Places* places = mPlaces.load(std::memory_order_relaxed);
+    if (places && (size() + 1) * 4 <= places->capacity() * 3) return;
+    mPlaces.store(Places::make(places ? 2 * places->capacity() : kFirst, places), std::memory_order_release);
   }
 
   NameEntry* newEntry(std::string_view text) {
@@ -105,36 +158,20 @@ class NameTable {
     return ::new (storage) NameEntry{{copy, static_cast<std::uint32_t>(text.size()), kindOf(text)}, nullptr};
   }
 
-  void grow() {
-    const std::size_t capacity = mEntries.empty() ? 1024 : mEntries.size() * 2;
-    std::vector<NameEntry*> entries(capacity);
-    std::vector<std::uint32_t> hashes(capacity);
-    for (std::size_t old = 0; old < mEntries.size(); ++old) {
-      if (!mEntries[old]) continue;
-      std::size_t i = mHashes[old] & (capacity - 1);
-      while (entries[i]) i = (i + 1) & (capacity - 1);
-      entries[i] = mEntries[old];
-      hashes[i] = mHashes[old];
-    }
-    mEntries.swap(entries);
-    mHashes.swap(hashes);
-  }
-
-  std::vector<NameEntry*> mEntries;
-  std::vector<std::uint32_t> mHashes;
-  std::size_t mSize = 0;
+  std::atomic<const Places*> mPlaces = nullptr;
+  std::atomic<std::size_t> mSize = 0;
+  std::mutex mGuard;
   Arena mArena;
 };
 
-NameTable& table() noexcept {
-  static Immortal<NameTable> names;
-  return *names;
-}
+// Never destroyed: hosts and modules use names until the process has ended.
+constinit NameTable gNames;
+static_assert(std::is_trivially_destructible_v<NameTable>);
 
 }  // namespace
 
 const InternedEntry* makeInterned(std::string_view text) {
-  return text.empty() ? nullptr : table().make(text);
+  return text.empty() ? nullptr : gNames.make(text);
 }
 
 const InternedEntry* makeInterned(const char* text) {
@@ -142,10 +179,10 @@ const InternedEntry* makeInterned(const char* text) {
 }
 
 const InternedEntry* findInterned(std::string_view text) noexcept {
-  return text.empty() ? nullptr : table().find(text);
+  return text.empty() ? nullptr : gNames.find(text);
 }
 
-std::size_t internedCount() noexcept { return table().size(); }
+std::size_t internedCount() noexcept { return gNames.size(); }
 
 }  // namespace ruvo::internal
 

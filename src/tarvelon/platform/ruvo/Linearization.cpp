@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <mutex>
 
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/platform/ruvo/ClassMembers.h"
+#include "tarvelon/platform/ruvo/Registry.h"
 
 namespace ruvo {
 
@@ -69,26 +71,29 @@ class Mark {
 
 std::span<Class* const> Class::superClasses() {
   Members& own = members();
-  auto& classes = own.derived().superClasses;
-  if (classes.size() != own.superClassNames.size()) {
-    Order found;
-    for (const InternedName& name : own.superClassNames) {
-      Class* cls = find(name);
-      if (!cls) {
-        throw K7Q::UnknownName("class '" + std::string(mFullName.view()) + "': there is no class '" +
-                               std::string(name.view()) + "', which it names as a superclass");
-      }
-      found.push_back(cls);
+  auto& derived = own.derived();
+  if (derived.hasSuperClasses.load(std::memory_order_acquire)) return derived.superClasses;
+  const std::scoped_lock lock(ObjectSystem::guard());
+  Order found;
+  for (const InternedName& name : own.superClassNames) {
+    Class* cls = find(name);
+    if (!cls) {
+      throw K7Q::UnknownName("class '" + std::string(mFullName.view()) + "': there is no class '" +
+                             std::string(name.view()) + "', which it names as a superclass");
     }
-    classes = std::move(found);
+    found.push_back(cls);
   }
-  return classes;
+  if (!derived.hasSuperClasses) derived.superClasses = std::move(found);
+  derived.hasSuperClasses.store(true, std::memory_order_release);
+  return derived.superClasses;
 }
 
 // NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 std::span<Class* const> Class::linearization() {
   auto& derived = members().derived();
-  if (!derived.linearization.empty()) return derived.linearization;
+  if (derived.hasLinearization.load(std::memory_order_acquire)) return derived.linearization;
+  const std::scoped_lock lock(ObjectSystem::guard());
+  if (derived.hasLinearization) return derived.linearization;
   if (derived.isLinearizing) {
     throw K7Q::Exception("class '" + std::string(mFullName.view()) + "' is among its own superclasses");
   }
@@ -103,6 +108,7 @@ std::span<Class* const> Class::linearization() {
   Order result{this};
   merge(result, std::move(orders));
   derived.linearization = std::move(result);
+  derived.hasLinearization.store(true, std::memory_order_release);
   return derived.linearization;
 }
 

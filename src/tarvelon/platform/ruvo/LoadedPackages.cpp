@@ -22,6 +22,8 @@ void LoadedPackages::enter(LoadedPackage& package) noexcept {
 }
 
 void LoadedPackages::registerAll(Package& root) {
+  // In this order: who comes here may have the first already.
+  const std::scoped_lock registering(ObjectSystem::guard());
   const std::scoped_lock lock(sGuard);
   while (const LoadedPackage* package = sFirst.load(std::memory_order_relaxed)) {
     ObjectSystem::registerPackage(root, package->mFullName, package->mInitializer);

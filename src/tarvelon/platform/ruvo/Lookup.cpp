@@ -1,7 +1,9 @@
 #include <algorithm>
+#include <mutex>
 
 #include "tarvelon/boundary/ruvo/Method.h"
 #include "tarvelon/platform/ruvo/ClassMembers.h"
+#include "tarvelon/platform/ruvo/Registry.h"
 
 namespace ruvo {
 
@@ -23,13 +25,18 @@ bool collect(std::span<RVOMethodInfo* const> records, const InternedName& name, 
 const PropertySlot* Class::findProperty(const InternedName& name) {
   if (name.empty()) return nullptr;
   auto& derived = members().derived();
-  if (!derived.hasProperties) {
-    for (Class* cls : linearization()) {
-      for (const PropertySlot& slot : cls->properties()) derived.properties.insert(slot.name.entry(), &slot);
-    }
-    derived.hasProperties = true;
-  }
+  if (!derived.hasProperties.load(std::memory_order_acquire)) collectProperties();
   return derived.properties.find(name.entry());
+}
+
+void Class::collectProperties() {
+  const std::scoped_lock lock(ObjectSystem::guard());
+  auto& derived = members().derived();
+  if (derived.hasProperties) return;
+  for (Class* cls : linearization()) {
+    for (const PropertySlot& slot : cls->properties()) derived.properties.insert(slot.name.entry(), &slot);
+  }
+  derived.hasProperties.store(true, std::memory_order_release);
 }
 
 // By text: the names of the members are interned once all the classes are defined, which the order sees to.
@@ -50,10 +57,13 @@ const OverloadSet* Class::findMethods(const InternedName& name) {
   }
   if (set->candidates.empty()) return nullptr;
   set->candidates.shrink_to_fit();
+  const std::scoped_lock lock(ObjectSystem::guard());
+  // Another thread may have been faster.
+  if (const OverloadSet* known = derived.overloads.find(name.entry())) return known;
+  derived.sets.reserve(derived.sets.size() + 1);
+  derived.overloads.insert(name.entry(), set.get());
   derived.sets.push_back(std::move(set));
-  const OverloadSet* made = derived.sets.back().get();
-  derived.overloads.insert(name.entry(), made);
-  return made;
+  return derived.sets.back().get();
 }
 
 const OverloadSet* Class::findMethods(std::string_view name) {
@@ -62,17 +72,22 @@ const OverloadSet* Class::findMethods(std::string_view name) {
 }
 
 const OverloadSet* Class::constructors() {
+  auto& derived = members().derived();
+  if (!derived.hasConstructors.load(std::memory_order_acquire)) collectConstructors();
+  return derived.constructors.candidates.empty() ? nullptr : &derived.constructors;
+}
+
+void Class::collectConstructors() {
+  const std::scoped_lock lock(ObjectSystem::guard());
   Members& own = members();
   auto& derived = own.derived();
-  if (!derived.hasConstructors) {
-    OverloadSet found{mFullName, {}};
-    for (const RVOMethodInfo* record : own.methods) {
-      if (record->isConstructor()) found.candidates.push_back(record);
-    }
-    derived.constructors = std::move(found);
-    derived.hasConstructors = true;
+  if (derived.hasConstructors) return;
+  OverloadSet found{mFullName, {}};
+  for (const RVOMethodInfo* record : own.methods) {
+    if (record->isConstructor()) found.candidates.push_back(record);
   }
-  return derived.constructors.candidates.empty() ? nullptr : &derived.constructors;
+  derived.constructors = std::move(found);
+  derived.hasConstructors.store(true, std::memory_order_release);
 }
 
 std::string Class::nearestMember(std::string_view name) {

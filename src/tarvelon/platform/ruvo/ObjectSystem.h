@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <exception>
 #include <memory>
 #include <span>
@@ -22,7 +23,9 @@
 ///           whatever an invoker raises passes through. A package whose initialisation or a class whose
 ///           definition failed keeps what it has and raises that first error on every later use. Want of
 ///           memory is no failure of theirs: std::bad_alloc passes, and the next use tries again.
-/// Threads:  one at a time.
+/// Threads:  any, for packages, classes and their members: what is brought in or defined first by several
+///           threads at once is brought in by one of them while the others wait. Objects, and values read or
+///           written through them, belong to the thread that uses their model.
 namespace ruvo {
 
 class Class;
@@ -44,13 +47,13 @@ class TARVELON_API Package final : public RVOPackage {
   const InternedName& getFullName() const override { return mFullName; }
   std::string_view shortName() const noexcept;
   Package* parent() const noexcept { return mParent; }
-  bool isPopulated() const noexcept { return mState == State::Populated; }
+  bool isPopulated() const noexcept { return mState.load(std::memory_order_acquire) == State::Populated; }
   /// Each of these populates the package; the names are in order of registration. A child that is found
   /// stays as it is until it is asked for something itself. The package's infos are asked for a missing name.
   std::vector<std::string_view> packageNames();
   std::vector<std::string_view> classNames();
-  std::span<Class* const> classes();
-  std::span<factory::FunctionInfo* const> functions();
+  std::vector<Class*> classes();
+  std::vector<factory::FunctionInfo*> functions();
   Package* findPackage(std::string_view shortName);
   Class* findClass(std::string_view shortName);
   /// All functions of that name.
@@ -75,7 +78,7 @@ class TARVELON_API Package final : public RVOPackage {
 
   Package* mParent;
   InternedName mFullName;
-  State mState = State::Attached;
+  std::atomic<State> mState = State::Attached;
   std::unique_ptr<Content> mContent;
 };
 
@@ -106,7 +109,7 @@ class TARVELON_API Class final : public RVOClass {
   static Class& get(std::string_view fullName);
   static Class& get(const InternedName& fullName);
   /// Classes that stand in no package.
-  static std::span<Class* const> globals() noexcept;
+  static std::vector<Class*> globals();
 
   const char* getClassName() const override { return mFullName.c_str(); }
   const InternedName& getFullName() const override { return mFullName; }
@@ -115,7 +118,7 @@ class TARVELON_API Class final : public RVOClass {
   RVOClassInfo& info() noexcept { return *mInfo; }
   /// The integer given to addClass().
   int access() const noexcept { return mAccess; }
-  bool isDefined() const noexcept { return mState == State::Defined; }
+  bool isDefined() const noexcept { return mState.load(std::memory_order_acquire) == State::Defined; }
 
   /// Defines the class if need be. Each of the following does that first.
   void define();
@@ -143,6 +146,7 @@ class TARVELON_API Class final : public RVOClass {
   void addProperty(RVOPropInfo* property, RVOPropInfo* same) override;
 
   /// A word for the host's own object that shows the class; the object system only keeps it, null at first.
+  /// The host sees to it that one thread at a time uses it.
   void* getHostData() const noexcept { return mHostData; }
   void setHostData(void* data) noexcept { mHostData = data; }
 
@@ -156,6 +160,8 @@ class TARVELON_API Class final : public RVOClass {
   struct Members;
   Class(RVOClassInfo* info, const InternedName& fullName, int access);
   Members& members();
+  void collectProperties();
+  void collectConstructors();
   void requireDefining(const char* member) const;
 
   InternedName mFullName;
@@ -164,7 +170,7 @@ class TARVELON_API Class final : public RVOClass {
   std::exception_ptr mFailure;
   void* mHostData = nullptr;
   int mAccess;
-  State mState = State::Known;
+  std::atomic<State> mState = State::Known;
   Origin mOrigin = Origin::Settled;
 };
 

@@ -71,6 +71,7 @@ Package& ObjectSystem::root() {
 
 Package& ObjectSystem::registerPackage(Package& root, std::string_view fullName,
                                        std::function<void(RVOPackage*)> initializer) {
+  const std::scoped_lock lock(guard());
   Package* package = &root;
   std::string_view rest = fullName;
   do {
@@ -98,7 +99,7 @@ Package& ObjectSystem::childOf(Package& parent, std::string_view shortName) {
 
 void ObjectSystem::addInitializer(Package& package, std::function<void(RVOPackage*)> initializer) {
   package.mContent->initializers.push_back(std::move(initializer));
-  if (package.mState == Package::State::Populated) package.mState = Package::State::Attached;
+  if (package.isPopulated()) package.mState = Package::State::Attached;
 }
 
 Package::Package(Package* parent, const InternedName& fullName)
@@ -134,6 +135,9 @@ std::string_view Package::shortName() const noexcept { return lastName(mFullName
 
 // What brings in a package may attach more to those below it: from the top down.
 void Package::populate() {
+  if (isPopulated()) return;
+  // Another thread that populates it is waited for; this one may come back while it does.
+  const std::scoped_lock lock(ObjectSystem::guard());
   if (mState == State::Populated || mState == State::Populating) return;
   std::vector<Package*> line{this};
   while (line.back()->mState == State::Attached && line.back()->mParent) {
@@ -156,7 +160,7 @@ void Package::populateAlone() {
     mState = State::Failed;
     throw;
   }
-  mState = State::Populated;
+  mState.store(State::Populated, std::memory_order_release);
 }
 
 void Package::runInitializers() {
@@ -199,6 +203,7 @@ void Package::Content::visitOrigins(Visit visit) {
 
 std::vector<std::string_view> Package::packageNames() {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   std::vector<std::string_view> names;
   for (const Package* child : mContent->packages) names.push_back(child->shortName());
   return names;
@@ -210,18 +215,21 @@ std::vector<std::string_view> Package::classNames() {
   return names;
 }
 
-std::span<Class* const> Package::classes() {
+std::vector<Class*> Package::classes() {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   return mContent->classes;
 }
 
-std::span<factory::FunctionInfo* const> Package::functions() {
+std::vector<factory::FunctionInfo*> Package::functions() {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   return mContent->functions;
 }
 
 Package* Package::findPackage(std::string_view shortName) {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   const auto find = [&]() -> Package* {
     for (Package* child : mContent->packages) {
       if (child->shortName() == shortName) return child;
@@ -243,6 +251,7 @@ Class* Package::findClass(std::string_view shortName) {
   const auto find = [&] { return bearerOf(InternedName(internal::findInterned(fullName))); };
   if (shortName.find('.') != std::string_view::npos) return nullptr;
   if (Class* cls = find()) return cls;
+  const std::scoped_lock lock(ObjectSystem::guard());
   const std::string name(shortName);
   const bool isThere = isBroughtIn(mContent->infos, [&](RVOPackageInfo& info) {
     return info.attemptToLoadClass(name.c_str()) || info.attemptToLoadType(name.c_str());
@@ -252,6 +261,7 @@ Class* Package::findClass(std::string_view shortName) {
 
 std::vector<const factory::FunctionInfo*> Package::findFunctions(std::string_view name) {
   populate();
+  const std::scoped_lock lock(ObjectSystem::guard());
   std::vector<const factory::FunctionInfo*> found;
   const auto collect = [&] {
     std::copy_if(mContent->functions.begin(), mContent->functions.end(), std::back_inserter(found),
@@ -269,6 +279,7 @@ std::vector<const factory::FunctionInfo*> Package::findFunctions(std::string_vie
 
 void Package::addPackageInfo(RVOPackageInfo* info) {
   std::unique_ptr<RVOPackageInfo> owned(info);
+  const std::scoped_lock lock(ObjectSystem::guard());
   Package& child = ObjectSystem::childOf(*this, requireShortName(info->getName(), "package", *this));
   for (Content::Info& known : child.mContent->infos) {
     if (known.origin != Origin::EarlierRun) continue;
@@ -285,6 +296,7 @@ void Package::addClass(RVOClassInfo* info, int access) {
   std::unique_ptr<RVOClassInfo> owned(info);
   const std::string_view shortName = requireShortName(info->getName(), "class", *this);
   const InternedName fullName = joined(mFullName, shortName);
+  const std::scoped_lock lock(ObjectSystem::guard());
   if (Class* known = bearerOf(fullName)) {
     if (known->mOrigin == Origin::EarlierRun) {
       known->mOrigin = Origin::ThisRun;
@@ -301,6 +313,7 @@ void Package::addClass(RVOClassInfo* info, int access) {
 
 void Package::addFunction(factory::FunctionInfo* function) {
   std::unique_ptr<factory::FunctionInfo> owned(function);
+  const std::scoped_lock lock(ObjectSystem::guard());
   mContent->functions.push_back(function);
   static_cast<void>(owned.release());
 }

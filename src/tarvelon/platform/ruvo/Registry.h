@@ -3,6 +3,7 @@
 #include <exception>
 #include <functional>
 #include <memory>
+#include <mutex>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -15,6 +16,9 @@ namespace ruvo {
 /// Everything registered, which lives as long as the process: nothing is ever taken back.
 class ObjectSystem {
  public:
+  /// Held while something is registered, a package populated or a class defined, all of which may come back
+  /// for more. Nothing that waits for another thread may be called under it.
+  static std::recursive_mutex& guard() noexcept;
   static Package& root();
   static std::vector<Class*>& globals() noexcept;
   /// On whose behalf classes are defined and methods called.
@@ -24,15 +28,15 @@ class ObjectSystem {
   }
 
   /// Makes a class of the info, which it owns, puts it into the list and lets its full name lead to it.
-  /// REQUIRES: a name that no class has.
+  /// REQUIRES: guard(), a name that no class has.
   static void addClass(std::vector<Class*>& classes, std::unique_ptr<RVOClassInfo> info,
                        const InternedName& fullName, int access);
-  /// The child of that short name as it stands, made if there is none.
+  /// The child of that short name as it stands, made if there is none. REQUIRES: guard().
   static Package& childOf(Package& parent, std::string_view shortName);
   /// What registerRuvoPackage() does, below `root`.
   static Package& registerPackage(Package& root, std::string_view fullName,
                                   std::function<void(RVOPackage*)> initializer);
-  /// Lets the package run `initializer` when it is touched next.
+  /// Lets the package run `initializer` when it is touched next. REQUIRES: guard().
   static void addInitializer(Package& package, std::function<void(RVOPackage*)> initializer);
 };
 

@@ -18,7 +18,7 @@ class ClassMethods;
 /// What `K7Q.ImmutableClass` answers.
 class ClassDescription final : public K7Q::NSInterface::ClassIntf {
  public:
-  explicit ClassDescription(const ClassMethods& methods) noexcept : mMethods(&methods) {}
+  explicit ClassDescription(const ClassMethods& methods) noexcept : mMethods(&methods) { share(); }
   std::u16string name() const override;
   const ruvo::InternedName& fullName() const override;
   const K7Q::IntrospectiveMethods& methods() const override;

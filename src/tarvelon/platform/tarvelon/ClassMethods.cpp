@@ -158,14 +158,12 @@ K7Q::ClassObject ClassMethods::create(const K7Q::Model& model, unsigned construc
 
 const ruvo::InternedName& ClassMethods::sequenceName(bool isSequenceImmutable,
                                                      bool isElementImmutable) const {
-  ruvo::InternedName& name = mSequenceNames[(isSequenceImmutable ? 2U : 0U) + (isElementImmutable ? 1U : 0U)];
-  if (name.empty()) {
+  const std::size_t index = (isSequenceImmutable ? 2U : 0U) + (isElementImmutable ? 1U : 0U);
+  return mSequenceNames[index].get([&] {
     std::string text(mClassName->name, mClassName->prefix);
     text.append(isSequenceImmutable ? "ImmutableSequenceOf" : "SequenceOf");
-    text.append(isElementImmutable ? "Immutable" : "").append(mClassName->shortName());
-    name = ruvo::InternedName(text);
-  }
-  return name;
+    return text.append(isElementImmutable ? "Immutable" : "").append(mClassName->shortName());
+  });
 }
 
 }  // namespace Tarvelon::metamodel::native

@@ -9,7 +9,9 @@ namespace {
 class DescribedType final : public K7Q::NSInterface::TypeIntf {
  public:
   constexpr DescribedType(const char16_t* name, const char* fullName, const char* immutableName) noexcept
-      : mName(name), mNames{ruvo::LiteralName(fullName), ruvo::LiteralName(immutableName)} {}
+      : mName(name), mNames{ruvo::LiteralName(fullName), ruvo::LiteralName(immutableName)} {
+    share();
+  }
   std::u16string name() const override { return mName; }
   const ruvo::InternedName& fullName() const override { return mNames[0].get(); }
   const ruvo::InternedName& instanceName(bool immutable) const { return mNames[immutable ? 1 : 0].get(); }

@@ -3,7 +3,6 @@
 #include <utility>
 #include <vector>
 
-#include "tarvelon/platform/k7q/Destruction.h"
 #include "tarvelon/platform/tarvelon/Held.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
@@ -159,7 +158,7 @@ void buryTree(Instance& root, Journal& journal) {
   leaveOwner(root);
   leaveAll(mentions);
   for (Instance* object : tree) object->setDying(false);
-  ++K7Q::mi::gDestructions;
+  root.model().noteDestruction();
   for (Instance* object : tree) make({object, {}, {}, 0, 0, Step::Kind::Life, true, false});
 }
 
@@ -169,7 +168,7 @@ void freeTree(Instance& root, StepRoom room) noexcept {
   leaveOwner(root);
   chainUp(root);
   const bool areMany = root.nextDying() != nullptr;
-  ++K7Q::mi::gDestructions;
+  model.noteDestruction();
   for (Instance* object = &root; object;) {
     Instance* next = object->nextDying();
     leaveReferrers(*object, areMany, room);

@@ -27,6 +27,7 @@ const EnumerationType& EnumerationType::of(const EnumerationName& enumeration) {
 
 EnumerationType::EnumerationType(const EnumerationName& enumeration)
     : mFullName(enumeration.name), mPrefix(enumeration.prefix), mLiteralText(enumeration.literals) {
+  share();
   constexpr std::string_view kSeparator = ", ";
   std::string_view rest = mLiteralText;
   while (!rest.empty()) {
@@ -37,13 +38,10 @@ EnumerationType::EnumerationType(const EnumerationName& enumeration)
 }
 
 const ruvo::InternedName& EnumerationType::sequenceName(bool isImmutable) const {
-  ruvo::InternedName& name = mSequenceNames[isImmutable ? 1 : 0];
-  if (name.empty()) {
+  return mSequenceNames[isImmutable ? 1 : 0].get([&] {
     std::string text(mFullName.view().substr(0, mPrefix));
-    text.append(isImmutable ? "ImmutableSequenceOf" : "SequenceOf").append(mFullName.view().substr(mPrefix));
-    name = ruvo::InternedName(text);
-  }
-  return name;
+    return text.append(isImmutable ? "ImmutableSequenceOf" : "SequenceOf").append(mFullName.view().substr(mPrefix));
+  });
 }
 
 std::u16string EnumerationType::name() const {

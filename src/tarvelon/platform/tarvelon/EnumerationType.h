@@ -9,6 +9,7 @@
 
 #include "tarvelon/boundary/k7q/Introspection.h"
 #include "tarvelon/boundary/tarvelon/Names.h"
+#include "tarvelon/platform/tarvelon/LazyName.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -44,7 +45,7 @@ class EnumerationType final : public K7Q::NSInterface::DataTypeIntf {
   std::size_t mPrefix;
   std::string mLiteralText;
   std::vector<std::string_view> mLiterals;
-  mutable std::array<ruvo::InternedName, 2> mSequenceNames;
+  std::array<LazyName, 2> mSequenceNames;
 };
 
 /// The object form of one enumeration value, counted.

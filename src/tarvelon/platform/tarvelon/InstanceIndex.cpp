@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "tarvelon/boundary/k7q/Exception.h"
-#include "tarvelon/platform/hx/FreeList.h"
+#include "tarvelon/platform/hx/Blocks.h"
 #include "tarvelon/platform/tarvelon/ClassData.h"
 #include "tarvelon/platform/tarvelon/Memory.h"
 
@@ -16,8 +16,6 @@ namespace Tarvelon::metamodel::native {
 namespace {
 
 constexpr std::uint16_t kNoList = std::numeric_limits<std::uint16_t>::max();
-
-constinit std::size_t gLive = 0;
 
 /// Room for one more, in steps that keep the cost of an element constant.
 template <class T>
@@ -28,7 +26,7 @@ void reserveOne(std::vector<T>& vector) {
 
 }  // namespace
 
-std::size_t liveObjects() noexcept { return gLive; }
+std::size_t liveObjects() noexcept { return hx::sumOf(hx::Counted::ModelObjects); }
 
 void InstanceIndex::reserve(const ClassData& cls) {
   if (cls.ordinal >= mLists.size()) mLists.resize(cls.ordinal + 1, kNoList);
@@ -39,7 +37,7 @@ void InstanceIndex::reserve(const ClassData& cls) {
   }
   reserveOne(listOf(cls).numbers);
   // Where an allocation is to fail by request, an object counts as one whether a chunk has room or not.
-  if (hx::gAllocationsUntilFailure != 0) utFree(allocate(1));
+  if (hx::tThread.allocationsUntilFailure != 0) utFree(allocate(1));
   if (mFirstWithRoom == kNone) {
     // The last number of all is none.
     if (mSlabs.size() == kNone / kChunk) {
@@ -78,7 +76,7 @@ Instance& InstanceIndex::make(NativeModel& model, const ClassData& cls) noexcept
   auto& numbers = listOf(cls).numbers;
   chunk.places[offset] = static_cast<std::uint32_t>(numbers.size());
   numbers.push_back(number);
-  ++gLive;
+  hx::addTo(hx::Counted::ModelObjects, 1);
   return *::new (&chunk.storage[offset]) Instance(model, cls, number);
 }
 
@@ -101,7 +99,7 @@ void InstanceIndex::free(Instance& instance) noexcept {
   const std::uint32_t offset = instance.number() % kChunk;
   Slab& slab = mSlabs[slabNumber];
   instance.~Instance();
-  --gLive;
+  hx::addTo(hx::Counted::ModelObjects, -1);
   if (slab.chunk->used == kFull) {
     slab.nextWithRoom = mFirstWithRoom;
     mFirstWithRoom = slabNumber;

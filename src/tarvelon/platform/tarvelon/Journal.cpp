@@ -7,7 +7,6 @@
 
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/boundary/k7q/Primitives.h"
-#include "tarvelon/platform/k7q/Destruction.h"
 #include "tarvelon/platform/tarvelon/ClassData.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Links.h"
@@ -112,7 +111,7 @@ void Journal::rollBackTransaction(std::uint64_t transaction) noexcept {
 void Journal::takeBack(Steps& steps, std::size_t start) noexcept {
   if (start == steps.size()) return;
   ++mChanges;
-  ++K7Q::mi::gDestructions;
+  mModel.noteDestruction();
   for (std::size_t index = steps.size(); index-- > start;) apply(steps[index].turned());
 }
 
@@ -216,7 +215,7 @@ void Journal::redo() noexcept {
   Steps steps = std::move(mRedo.back());
   mRedo.pop_back();
   ++mChanges;
-  ++K7Q::mi::gDestructions;
+  mModel.noteDestruction();
   for (const Step& step : steps) apply(step);
   mUndo.push_back(std::move(steps));
   tell(mUndo.back());
@@ -274,13 +273,13 @@ std::span<const Step> Journal::lastSteps(std::size_t most) const noexcept {
 
 namespace {
 
-thread_local bool tIsDelayed = false;
+TARVELON_THREAD_LOCAL bool tIsDelayed = false;
 /// Whose batch lasts until the end of the delay.
-thread_local NativeModel* tDelayed = nullptr;
+TARVELON_THREAD_LOCAL NativeModel* tDelayed = nullptr;
 /// Where that batch begins.
-thread_local std::size_t tDelayedStart = 0;
+TARVELON_THREAD_LOCAL std::size_t tDelayedStart = 0;
 /// Who wants to know what is made.
-thread_local K7Q::ClassObject* tMade = nullptr;
+TARVELON_THREAD_LOCAL K7Q::ClassObject* tMade = nullptr;
 
 }  // namespace
 

@@ -11,6 +11,7 @@
 #include "tarvelon/platform/tarvelon/Order.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Steps.h"
+#include "tarvelon/platform/tarvelon/TextCell.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
 #include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
@@ -163,7 +164,7 @@ void storeUnnoted(Instance& object, unsigned slot, Word word, StepRoom room) {
   const bool isText = (cls.textSlots & bitOf(slot)) != 0;
   Word* place = object.find(slot);
   if (!place) object.reserve(1);
-  if (isText && word.text) word.text->addRef();
+  if (isText) word.text = TextCell::keptOf(word.text).release();
   const bool hadText = isText && place && place->text;
   if (place) {
     const Word old = std::exchange(*place, word);
@@ -183,7 +184,12 @@ void storeValue(Instance& object, unsigned slot, Word word) {
   Batch batch(object.model());
   batch.reserve(1);
   if (!object.has(slot)) object.reserve(1);
-  make(valueStep(object, slot, true, word));
+  if ((object.cls().textSlots & bitOf(slot)) == 0) {
+    make(valueStep(object, slot, true, word));
+  } else {
+    const TextCell kept = TextCell::keptOf(word.text);
+    make(valueStep(object, slot, true, Word{.text = kept.get()}));
+  }
 }
 
 /// The steps that put a value into a list, in a batch.
@@ -280,11 +286,13 @@ void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::ui
 }
 
 void insertText(Instance& object, unsigned slot, std::uint32_t index, K7Q::NSInterface::StringIntf* text) {
-  makeInsertion(object, slot, index, Word{.text = text});
+  const TextCell kept = TextCell::keptOf(text);
+  makeInsertion(object, slot, index, Word{.text = kept.get()});
 }
 
 void replaceText(Instance& object, unsigned slot, std::uint32_t index, K7Q::NSInterface::StringIntf* text) {
-  makeReplacement(object, slot, index, Word{.text = text});
+  const TextCell kept = TextCell::keptOf(text);
+  makeReplacement(object, slot, index, Word{.text = kept.get()});
 }
 
 void insertNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number) {

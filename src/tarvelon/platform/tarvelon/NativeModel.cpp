@@ -5,7 +5,6 @@
 #include "tarvelon/boundary/k7q/Introspection.h"
 #include "tarvelon/boundary/k7q/ModelCache.h"
 #include "tarvelon/boundary/tarvelon/Packages.h"
-#include "tarvelon/platform/k7q/Destruction.h"
 #include "tarvelon/platform/k7q/ModelFactory.h"
 #include "tarvelon/platform/tarvelon/Described.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
@@ -112,7 +111,7 @@ void NativeModel::expire(Instance& instance) noexcept {
 
 // All at once: no object is taken out of another, since all go.
 void NativeModel::expireAll() noexcept {
-  ++K7Q::mi::gDestructions;
+  noteDestruction();
   mNames.reset();
   mInstances.forEach([](Instance& instance) { instance.expire(); });
   mInstances.clear();

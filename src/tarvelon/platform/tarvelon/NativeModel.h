@@ -1,6 +1,7 @@
 #pragma once
 
 #include <array>
+#include <atomic>
 #include <cstdint>
 #include <memory>
 #include <optional>
@@ -33,7 +34,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   int numRef() const override { return mReferences; }
   void* cast(K7Q::CooperativeVisitor::TagPair tag) override;
   const ruvo::InternedName& getRuvoName(bool immutable) const override;
-  bool isValid(K7Q::Deviant) const override { return !mIsClosed; }
+  bool isValid(K7Q::Deviant) const override { return !mIsClosed.load(std::memory_order_relaxed); }
   K7Q::ImmutableType getMetaType(K7Q::Deviant deviant) const override;
   void setUri(K7Q::Deviant deviant, std::u16string_view uri) override;
   std::u16string getUri(K7Q::Deviant deviant) const override;
@@ -106,7 +107,8 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   static constexpr std::uint32_t kStamps = 64;
 
   mutable std::int32_t mReferences = 0;
-  bool mIsClosed = false;
+  /// Any thread may ask whether the model is open.
+  std::atomic<bool> mIsClosed = false;
   InstanceIndex mInstances;
   std::unique_ptr<Journal> mJournal;
   std::unique_ptr<NameIndex> mNames;

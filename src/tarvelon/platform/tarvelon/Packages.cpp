@@ -22,7 +22,9 @@ constexpr std::string_view kPlatform = "Tarvelon.metamodel.arplatform";
 class PackageDescription final : public K7Q::NSInterface::PackageIntf {
  public:
   /// The root of the platform's packages has no row.
-  PackageDescription(std::string_view fullName, const PackageRow* row) : mFullName(fullName), mRow(row) {}
+  PackageDescription(std::string_view fullName, const PackageRow* row) : mFullName(fullName), mRow(row) {
+    share();
+  }
 
   std::u16string name() const override {
     const std::string_view text = mFullName.view().substr(mFullName.view().rfind('.') + 1);

@@ -68,6 +68,7 @@ Property::Property(const ClassMethods& owner, const PropertyRow& row)
       mMetaName(metaNameOf(row)),
       mTypeName(typeNameOf(*row.type)),
       mStorage(storageOf(row)) {
+  share();
   if (row.type->cls) {
     mType = &tableOf(*row.type->cls);
   } else if (row.type->enumeration) {

@@ -54,6 +54,7 @@ struct Difference {
 ///
 /// Order: what was removed, added, moved and renamed, changed; each in the order of the models.
 /// K7Q::WrongType if the two are not of one kind. Cost: near linear in the objects and references of both.
+/// Threads: one at a time, which uses both models.
 TARVELON_API std::vector<Difference> differences(const K7Q::ObjectHandle& older,
                                                  const K7Q::ObjectHandle& newer);
 

@@ -16,7 +16,7 @@
 /// Failure: K7Q::Exception for a closed model, a frozen one and a call at the wrong time, std::bad_alloc.
 ///          Taking back does not fail for want of memory.
 /// Cost:    a model without transaction, history and listeners pays one branch for a change.
-/// Threads: one at a time.
+/// Threads: one at a time for each model. Listeners are called on the thread that makes the change.
 namespace Tarvelon::model {
 
 /// All changes of a model between its making and its end. One that is destroyed without commit() takes them

@@ -26,7 +26,7 @@ namespace Tarvelon::metamodel {
 /// `indent` is how many blanks a level is indented by, up to 128 levels, behind which the lines stand one
 /// below the other; negative puts everything on one line. Raises
 /// K7Q::WrongType for what is neither a model nor an object of one.
-/// Cost: linear, apart from one path for each reference.
+/// Cost: linear, apart from one path for each reference. Threads: one at a time for each model.
 TARVELON_API std::string toJson(const K7Q::ObjectHandle& modelOrObject, int indent = -1);
 
 /// The same on one line for programs whose reader of JSON calls itself for what is nested: instead of an

@@ -15,7 +15,7 @@
 ///          "/Brakes/BrakeController/Behavior/Step10ms". Holders without a name are passed over.
 /// Results: handles with the view of the handle that was asked.
 /// Failure: K7Q::Exception for a closed model and an object that is gone, std::bad_alloc. Nothing changes.
-/// Threads: one at a time, as everywhere in a model.
+/// Threads: one at a time for each model, also for a search, which builds an index. findClass(): any.
 namespace Tarvelon::model {
 
 /// The first object of that qualified name in owner order, an empty handle if there is none. The slash in

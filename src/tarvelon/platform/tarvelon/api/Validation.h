@@ -13,6 +13,7 @@
 ///
 /// Nothing is refused while a model is edited that only becomes right with a later step: a port without an
 /// interface, two runnables of one name. Validation finds what is left of that, all in one pass.
+/// Threads: one at a time for each model.
 namespace K7Q {
 
 /// An error makes the model wrong: what reads it cannot know what was meant. A warning is what AUTOSAR

@@ -11,6 +11,7 @@
 #include "tarvelon/platform/tarvelon/QualifiedName.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Steps.h"
+#include "tarvelon/platform/tarvelon/TextCell.h"
 #include "tarvelon/platform/tarvelon/api/Copy.h"
 #include "tarvelon/platform/tarvelon/copy/Paths.h"
 #include "tarvelon/platform/tarvelon/copy/Placement.h"
@@ -80,16 +81,24 @@ void Copier::copyAll() {
   }
 }
 
+/// Models share no texts: they may be used by different threads.
+TextCell copyOf(K7Q::NSInterface::StringIntf* text) {
+  return text ? TextCell(text->view()) : TextCell::keptOf(nullptr);
+}
+
 void Copier::copyValues(const Instance& original, Instance& copy) const {
   const ClassData& cls = original.cls();
   forEachSlot(valueSlots(original) & ~(cls.holdingSlots | cls.referringSlots), [&](unsigned slot) {
+    const bool isText = (cls.textSlots >> slot & 1) != 0;
+    const bool isOther = isText && &original.model() != &mModel;
     if (!isList(cls, slot)) {
-      store(copy, slot, Prepared{*original.find(slot), false});
+      const Word word = *original.find(slot);
+      store(copy, slot, Prepared{isOther ? Word{.text = copyOf(word.text).get()} : word, false});
       return;
     }
     forEachWord(original, slot, [&](Word word, std::uint32_t position) {
-      if ((cls.textSlots >> slot & 1) != 0) {
-        insertText(copy, slot, position, word.text);
+      if (isText) {
+        insertText(copy, slot, position, isOther ? copyOf(word.text).get() : word.text);
       } else {
         insertNumber(copy, slot, position, integerOf(word));
       }

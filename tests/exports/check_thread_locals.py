@@ -1,0 +1,53 @@
+"""Looks at what shared libraries keep for each thread.
+
+usage: check_thread_locals.py READELF LIBRARY...
+
+A thread_local of the usual kind is found through a function that may allocate at a thread's first use, and ends the
+process where it cannot. Ours stand at a fixed place instead, in room that all libraries of a process share.
+"""
+
+import subprocess
+import sys
+
+MOST_BYTES = 512
+CURE = "Declare it TARVELON_THREAD_LOCAL, constant-initialised and without a destructor, or make it smaller."
+
+
+def output_of(*command):
+    return subprocess.run(command, check=True, capture_output=True, text=True).stdout
+
+
+def asks_at_run_time(readelf, library):
+    """Whether the library finds a variable of a thread through the function."""
+    return "__tls_get_addr" in output_of(readelf, "--wide", "--dyn-syms", library)
+
+
+def bytes_for_each_thread(readelf, library):
+    """How much room each thread gives the library."""
+    for line in output_of(readelf, "--wide", "--program-headers", library).splitlines():
+        words = line.split()
+        if words and words[0] == "TLS":
+            return int(words[5], 16)
+    return 0
+
+
+def faults(readelf, libraries):
+    """One line for each library that asks at run time, and one when all together want too much."""
+    lines = [f"{library} asks for a thread_local at run time" for library in libraries if asks_at_run_time(readelf, library)]
+    total = sum(bytes_for_each_thread(readelf, library) for library in libraries)
+    if total > MOST_BYTES:
+        lines.append(f"the libraries keep {total} bytes for each thread, {MOST_BYTES} at most")
+    return lines
+
+
+def main(arguments):
+    if len(arguments) < 2:
+        sys.exit(__doc__)
+    readelf, *libraries = arguments
+    lines = faults(readelf, libraries)
+    print("\n".join(lines + [CURE] if lines else [f"{len(libraries)} libraries"]))
+    return 1 if lines else 0
+
+
+if __name__ == "__main__":
+    sys.exit(main(sys.argv[1:]))
