@@ -11,7 +11,7 @@
 
 #include <gtest/gtest.h>
 
-#include "tarvelon/platform/hx/FreeList.h"
+#include "tarvelon/platform/hx/Blocks.h"
 #include "tarvelon/platform/hx/Sanitizer.h"
 #include "tests/support/FailingNew.h"
 
@@ -33,7 +33,7 @@ struct Kind {
 const Kind kKinds[] = {
     {"operator new", [](std::size_t n) { failing::gCountdown = n; }, [] { return failing::gCountdown != 0; }},
     {"utMalloc", [](std::size_t n) { utFailAllocation(n); },
-     [] { return hx::gAllocationsUntilFailure != 0; }},
+     [] { return hx::tThread.allocationsUntilFailure != 0; }},
 };
 
 /// What a child has seen, in the order of these.

@@ -349,5 +349,26 @@ TEST_F(PackageTest, LoadedPackageIsRegisteredWhenAPackageIsAskedForAndOnce) {
   EXPECT_EQ(runs, 1);
 }
 
+TEST_F(PackageTest, LoadedPackagesForWhichThereIsNoMemoryWaitInTheirOrder) {
+  // Names so long that each takes a block of its own.
+  static const std::string shortNames[] = {std::string(5000, 'b'), std::string(5000, 'a'), "c"};
+  static const std::string names[] = {full(shortNames[0]), full(shortNames[1]), full(shortNames[2])};
+  static factory::LoadedPackage packages[] = {{names[0].c_str(), [](RVOPackage*) {}},
+                                              {names[1].c_str(), [](RVOPackage*) {}},
+                                              {names[2].c_str(), [](RVOPackage*) {}}};
+  factory::enterAtLoad(packages[0]);
+  factory::enterAtLoad(packages[1]);
+  for (const unsigned long n : {1UL, 2UL}) {
+    utFailAllocation(n);
+    EXPECT_THROW(Package::root(), std::bad_alloc);
+    utFailAllocation(0);
+    EXPECT_EQ(mPackage.packageNames().size(), n - 1);
+  }
+  factory::enterAtLoad(packages[2]);
+  Package::root();
+  EXPECT_EQ(mPackage.packageNames(),
+            (std::vector<std::string_view>(std::begin(shortNames), std::end(shortNames))));
+}
+
 }  // namespace
 }  // namespace ruvo::testing

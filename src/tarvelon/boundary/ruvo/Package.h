@@ -1,5 +1,6 @@
 #pragma once
 
+#include <atomic>
 #include <functional>
 #include <string>
 
@@ -97,7 +98,7 @@ class LoadedPackage {
   const char* mFullName;
   void (*mInitializer)(RVOPackage*);
   LoadedPackage* mNext = nullptr;
-  bool mIsEntered = false;
+  std::atomic<bool> mIsEntered = false;
 };
 
 /// Once for each package: more calls change nothing. REQUIRES: an object that lives as long as the process.

@@ -6,29 +6,39 @@
 
 namespace ruvo::factory {
 
-constinit std::mutex LoadedPackages::sGuard;
-constinit std::atomic<LoadedPackage*> LoadedPackages::sFirst = nullptr;
-constinit LoadedPackage* LoadedPackages::sLast = nullptr;
+constinit std::atomic<LoadedPackage*> LoadedPackages::sEntered = nullptr;
+constinit std::atomic<LoadedPackage*> LoadedPackages::sWaiting = nullptr;
 
 void LoadedPackages::enter(LoadedPackage& package) noexcept {
-  const std::scoped_lock lock(sGuard);
-  if (std::exchange(package.mIsEntered, true)) return;
-  LoadedPackage* last = std::exchange(sLast, &package);
-  if (last && sFirst.load(std::memory_order_relaxed)) {
-    last->mNext = &package;
+  if (package.mIsEntered.exchange(true)) return;
+  package.mNext = sEntered.load(std::memory_order_relaxed);
+  while (!sEntered.compare_exchange_weak(package.mNext, &package, std::memory_order_release)) {
+  }
+}
+
+void LoadedPackages::queueEntered() noexcept {
+  LoadedPackage* entered = sEntered.exchange(nullptr, std::memory_order_acquire);
+  LoadedPackage* inOrder = nullptr;
+  while (entered) {
+    LoadedPackage* const earlier = std::exchange(entered->mNext, inOrder);
+    inOrder = std::exchange(entered, earlier);
+  }
+  LoadedPackage* last = sWaiting.load(std::memory_order_relaxed);
+  while (last && last->mNext) last = last->mNext;
+  if (last) {
+    last->mNext = inOrder;
   } else {
-    sFirst.store(&package, std::memory_order_release);
+    sWaiting.store(inOrder, std::memory_order_relaxed);
   }
 }
 
 void LoadedPackages::registerAll(Package& root) {
-  // In this order: who comes here may have the first already.
-  const std::scoped_lock registering(ObjectSystem::guard());
-  const std::scoped_lock lock(sGuard);
-  while (const LoadedPackage* package = sFirst.load(std::memory_order_relaxed)) {
+  const std::scoped_lock lock(ObjectSystem::guard());
+  queueEntered();
+  while (const LoadedPackage* package = sWaiting.load(std::memory_order_relaxed)) {
     ObjectSystem::registerPackage(root, package->mFullName, package->mInitializer);
     // Behind what may fail: one for which there is no memory stays the first.
-    sFirst.store(package->mNext, std::memory_order_release);
+    sWaiting.store(package->mNext, std::memory_order_relaxed);
   }
 }
 
