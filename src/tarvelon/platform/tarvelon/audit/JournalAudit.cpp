@@ -56,6 +56,7 @@ class Rehearsal {
         playElement(step);
         break;
       case Step::Kind::Move:
+      case Step::Kind::Exchange:
       case Step::Kind::Life:
         break;
     }
