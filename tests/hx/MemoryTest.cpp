@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "tarvelon/boundary/ut/Memory.h"
-#include "tarvelon/platform/hx/Sanitizer.h"
+#include "tests/support/Uninstrumented.h"
 
 namespace {
 
@@ -15,11 +15,8 @@ TEST(UtMalloc, GivesStorageForNothing) {
   utFree(storage);
 }
 
-/// AddressSanitizer ends a program that asks for more than there can be.
-constexpr bool kMayAskForTooMuch = !hx::kHasAsan;
-
-TEST(UtMalloc, GivesNullForMoreThanThereIs) {
-  if (!kMayAskForTooMuch) GTEST_SKIP();
+// AddressSanitizer ends a program that asks for more than there can be.
+UNINSTRUMENTED_TEST(UtMalloc, GivesNullForMoreThanThereIs) {
   EXPECT_EQ(utMalloc(std::numeric_limits<std::size_t>::max() / 2), nullptr);
 }
 
@@ -35,8 +32,7 @@ TEST(UtCalloc, GivesStorageForNothing) {
   utFree(storage);
 }
 
-TEST(UtCalloc, GivesNullWhereTheProductOverflows) {
-  if (!kMayAskForTooMuch) GTEST_SKIP();
+UNINSTRUMENTED_TEST(UtCalloc, GivesNullWhereTheProductOverflows) {
   EXPECT_EQ(utCalloc(std::numeric_limits<std::size_t>::max(), 2), nullptr);
 }
 

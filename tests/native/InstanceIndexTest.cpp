@@ -7,6 +7,7 @@
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Support.h"
+#include "tests/support/Uninstrumented.h"
 
 namespace {
 
@@ -87,8 +88,7 @@ TEST_F(Objects, OutliveTheCloseOfTheirModelWhileTheyAreHeld) {
   EXPECT_EQ(liveObjects(), mBefore);
 }
 
-TEST_F(Objects, GiveBackTheirMemory) {
-  if (hx::kHasAsan) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+UNINSTRUMENTED_TEST_F(Objects, GiveBackTheirMemory) {
   constexpr std::size_t kObjects = 100000;
   auto made = make(kObjects);
   const std::size_t full = mallinfo2().uordblks;

@@ -9,17 +9,15 @@
 #include "examples/brake_model.h"
 #include "tarvelon/boundary/bedrock/Except.h"
 #include "tarvelon/boundary/ut/Memory.h"
-#include "tarvelon/platform/hx/Sanitizer.h"
 #include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Support.h"
+#include "tests/support/Uninstrumented.h"
 
 namespace {
 
 /// Bytes of all blocks in use, with what the allocator adds to each.
 std::size_t bytesInUse() { return mallinfo2().uordblks; }
-
-bool countsBytes() { return !hx::kHasAsan; }
 
 constexpr const char16_t* kText = u"abcdefghijklmnopqrstuvwx";
 
@@ -112,8 +110,7 @@ void failAtEveryAllocation(const std::function<void(Tangle&)>& change) {
 
 }  // namespace
 
-TEST(Memory, OfAnObjectWithTwoTextsIsBelow200Bytes) {
-  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+UNINSTRUMENTED_TEST(Memory, OfAnObjectWithTwoTextsIsBelow200Bytes) {
   constexpr int kObjects = 100000;
   const auto model = K7Q::Model::create();
   common::SymbolProps::create(model, kText, kText).destroy();
@@ -124,8 +121,7 @@ TEST(Memory, OfAnObjectWithTwoTextsIsBelow200Bytes) {
   EXPECT_LE((bytesInUse() - before) / kObjects - kTexts, 200U);
 }
 
-TEST(Memory, OfAnObjectInASequenceIsBelow120BytesBesidesItsText) {
-  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+UNINSTRUMENTED_TEST(Memory, OfAnObjectInASequenceIsBelow120BytesBesidesItsText) {
   constexpr int kObjects = 100000;
   const auto model = K7Q::Model::create();
   const auto package = common::Package::create(model);
@@ -137,8 +133,7 @@ TEST(Memory, OfAnObjectInASequenceIsBelow120BytesBesidesItsText) {
   EXPECT_LE((bytesInUse() - before) / kObjects, 120U);
 }
 
-TEST(Memory, IsGivenBackByDestroyAndClose) {
-  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+UNINSTRUMENTED_TEST(Memory, IsGivenBackByDestroyAndClose) {
   const auto round = [] {
     const auto model = K7Q::Model::create();
     const auto package = common::Package::create(model);
@@ -158,8 +153,7 @@ TEST(Memory, IsGivenBackByDestroyAndClose) {
   EXPECT_LE(bytesInUse(), before + before / 100);
 }
 
-TEST(Memory, OfAModelThatIsFilledAndEmptiedDoesNotGrow) {
-  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+UNINSTRUMENTED_TEST(Memory, OfAModelThatIsFilledAndEmptiedDoesNotGrow) {
   const auto model = K7Q::Model::create();
   const auto package = common::Package::create(model);
   const auto round = [&] {
@@ -175,8 +169,7 @@ TEST(Memory, OfAModelThatIsFilledAndEmptiedDoesNotGrow) {
   EXPECT_LE(bytesInUse(), before + before / 100);
 }
 
-TEST(Memory, OfAVehicleBuiltAndClosedAThousandTimesStaysAsItIsAfterTen) {
-  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+UNINSTRUMENTED_TEST(Memory, OfAVehicleBuiltAndClosedAThousandTimesStaysAsItIsAfterTen) {
   const auto round = [] {
     const auto model = K7Q::Model::create();
     brake::build(model);
@@ -226,14 +219,12 @@ void expectNoGrowth(const K7Q::Model& model, Round round) {
 
 }  // namespace
 
-TEST(Memory, OfAHundredRoundsDoesNotGrow) {
-  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+UNINSTRUMENTED_TEST(Memory, OfAHundredRoundsDoesNotGrow) {
   const auto model = K7Q::Model::create();
   expectNoGrowth(model, [&] { buildAndDestroy(model); });
 }
 
-TEST(Memory, OfAHundredRoundsWithAHistoryDoesNotGrow) {
-  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+UNINSTRUMENTED_TEST(Memory, OfAHundredRoundsWithAHistoryDoesNotGrow) {
   const auto model = K7Q::Model::create();
   Tarvelon::model::setHistoryLimit(model, 3);
   expectNoGrowth(model, [&] {
@@ -245,8 +236,7 @@ TEST(Memory, OfAHundredRoundsWithAHistoryDoesNotGrow) {
   });
 }
 
-TEST(Memory, OfTransactionsThatReferDoesNotGrow) {
-  if (!countsBytes()) GTEST_SKIP() << "the sanitizer has an allocator of its own";
+UNINSTRUMENTED_TEST(Memory, OfTransactionsThatReferDoesNotGrow) {
   const auto model = K7Q::Model::create();
   const auto package = common::Package::create(model, u"P");
   const auto caption = common::SdgCaption::create(model, u"C");
