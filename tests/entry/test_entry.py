@@ -190,6 +190,13 @@ def test_fuzz_takes_seconds_or_a_file(given):
     assert result.stderr == (f"tarvelon: fuzz takes a number of seconds or a file to run again, got '{given}'\n")
 
 
+def test_the_coverage_of_the_fuzzer_takes_no_seconds():
+    result = call("fuzz", "--coverage", "5", cwd=ROOT)
+
+    assert (result.returncode, result.stdout) == (2, "")
+    assert "fuzz --coverage takes no more arguments" in result.stderr
+
+
 @pytest.mark.parametrize("arguments", [["tset"], ["run"], ["test", "--preset", "relase"], ["install", "all"],
                                        ["docs", "README.md"]])
 def test_misuse_has_exit_status_2_and_prints_nothing_to_stdout(arguments):
