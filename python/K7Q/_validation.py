@@ -2,7 +2,7 @@
 
 from __future__ import annotations
 
-from _thread import _local  # threading itself is slow to import
+from _thread import _local  # type: ignore[attr-defined]  # threading itself is slow to import
 
 import K7Q
 import _tarvelon_host as _host
@@ -25,7 +25,7 @@ _FAILED = "rule-failed"  #: the rule that is broken by a rule that raises
 _added: dict[str, Rule] = {}
 
 
-class _Running(_local):
+class _Running(_local):  # type: ignore[misc]
     """What runs on a thread: other threads validate meanwhile, with all rules."""
 
     rules = 0  #: functions of rules, one inside another

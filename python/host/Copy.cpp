@@ -48,43 +48,35 @@ std::string nameOf(PyObject* value) {
 }
 
 PyObject* cloneObject(Given arguments) {
-  return guarded([&] {
-    const K7Q::ClassObject object = toModelObject(arguments[0], "clone");
-    if (arguments[1] == Py_None) {
-      requireChangeable(arguments[0], "name the model, clone(model), or an owner, or take asMutable()");
-    } else if (isHostObject(arguments[1])) {
-      requireChangeable(arguments[1], "take its asMutable()");
-    }
-    const K7Q::ObjectHandle owner =
-        arguments[1] == Py_None ? K7Q::ObjectHandle() : toModelOrObject(arguments[1], "clone");
-    const std::string property = nameOf(arguments[2]);
-    const Outside outside = arguments[3] == Py_True ? Outside::LeftOut : Outside::Refused;
-    const Tarvelon::model::Undertaking undertaking;
-    return fromModelObject(Tarvelon::metamodel::clone(object, owner, property, outside)).release();
-  });
+  const K7Q::ClassObject object = toModelObject(arguments[0], "clone");
+  if (arguments[1] == Py_None) {
+    requireChangeable(arguments[0], "name the model, clone(model), or an owner, or take asMutable()");
+  } else if (isHostObject(arguments[1])) {
+    requireChangeable(arguments[1], "take its asMutable()");
+  }
+  const K7Q::ObjectHandle owner =
+      arguments[1] == Py_None ? K7Q::ObjectHandle() : toModelOrObject(arguments[1], "clone");
+  const std::string property = nameOf(arguments[2]);
+  const Outside outside = arguments[3] == Py_True ? Outside::LeftOut : Outside::Refused;
+  const Tarvelon::model::Undertaking undertaking;
+  return fromModelObject(Tarvelon::metamodel::clone(object, owner, property, outside)).release();
 }
 
 PyObject* cloneModel(Given arguments) {
-  return guarded([&] {
-    const K7Q::Model original = toModel(arguments[0], "clone");
-    return fromModelObject(Tarvelon::metamodel::cloneModel(original)).release();
-  });
+  const K7Q::Model original = toModel(arguments[0], "clone");
+  return fromModelObject(Tarvelon::metamodel::cloneModel(original)).release();
 }
 
 PyObject* toJson(Given arguments) {
-  return guarded([&] {
-    const K7Q::ObjectHandle shown = toModelOrObject(arguments[0], "to_json");
-    const long indent = enter(PyLong_AsLong, arguments[1]);
-    if (indent == -1 && PyErr_Occurred()) throw PythonError();
-    return toStr(Tarvelon::metamodel::toJson(shown, static_cast<int>(std::min(indent, kWidestIndent))))
-        .release();
-  });
+  const K7Q::ObjectHandle shown = toModelOrObject(arguments[0], "to_json");
+  const long indent = enter(PyLong_AsLong, arguments[1]);
+  if (indent == -1 && PyErr_Occurred()) throw PythonError();
+  return toStr(Tarvelon::metamodel::toJson(shown, static_cast<int>(std::min(indent, kWidestIndent))))
+      .release();
 }
 
 PyObject* toJsonRows(Given arguments) {
-  return guarded([&] {
-    return toStr(Tarvelon::metamodel::toJsonRows(toModelOrObject(arguments[0], "to_dict"))).release();
-  });
+  return toStr(Tarvelon::metamodel::toJsonRows(toModelOrObject(arguments[0], "to_dict"))).release();
 }
 
 PyObject* toTuple(const Difference& difference) {
@@ -97,15 +89,13 @@ PyObject* toTuple(const Difference& difference) {
 }
 
 PyObject* differences(Given arguments) {
-  return guarded([&] {
-    const auto found = Tarvelon::metamodel::differences(toModelOrObject(arguments[0], "diff"),
-                                                        toModelOrObject(arguments[1], "diff"));
-    Reference list = owned(PyList_New, 0);
-    for (const Difference& difference : found) {
-      require(PyList_Append, list.get(), owned(toTuple(difference)).get());
-    }
-    return list.release();
-  });
+  const auto found = Tarvelon::metamodel::differences(toModelOrObject(arguments[0], "diff"),
+                                                      toModelOrObject(arguments[1], "diff"));
+  Reference list = owned(PyList_New, 0);
+  for (const Difference& difference : found) {
+    require(PyList_Append, list.get(), owned(toTuple(difference)).get());
+  }
+  return list.release();
 }
 
 constexpr FunctionRow kFunctions[] = {

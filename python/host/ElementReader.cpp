@@ -2,6 +2,7 @@
 
 #include <array>
 
+#include "python/host/InHand.h"
 #include "python/host/Values.h"
 #include "tarvelon/boundary/ruvo/Method.h"
 
@@ -80,7 +81,7 @@ Elements elementsOf(HostType& type) {
 }
 
 ElementReader::ElementReader(PyObject* sequence)
-    : mInterface(interfaceOf(sequence)), mNative(nativeSequence(sequence)) {
+    : mSequence(sequence), mInterface(interfaceOf(sequence)), mNative(nativeSequence(sequence)) {
   HostType* type = typeOf(sequence);
   mElements = elementsOf(*type);
   mRecord = type->at;
@@ -88,14 +89,18 @@ ElementReader::ElementReader(PyObject* sequence)
 }
 
 int ElementReader::size() const {
-  return mNative ? mNative.size() : ruvo::call(mInterface, "size", {}).slot().int32();
+  return noting([&] { return noteOf(typeOf(mSequence)->cls->shortName(), mSequence); },
+                [&] { return mNative ? mNative.size() : ruvo::call(mInterface, "size", {}).slot().int32(); });
 }
 
 PyObject* ElementReader::at(int index) const {
   const std::array arguments{ruvo::RVOValue(mSelf), ruvo::RVOValue::ofInt32(index + 1)};
   ruvo::RVOValue result;
   std::uint32_t count = 0;
-  mRecord->invoke(&gClient, count, &result, static_cast<int>(arguments.size()), arguments.data());
+  noting([&] { return noteOf(typeOf(mSequence)->cls->shortName(), mSequence); },
+         [&] {
+           mRecord->invoke(&gClient, count, &result, static_cast<int>(arguments.size()), arguments.data());
+         });
   return toPython(ruvo::HostResult(result, mRecord->getSignature()->result()));
 }
 

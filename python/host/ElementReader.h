@@ -23,6 +23,7 @@ class ElementReader {
   bool holdsObjects() const noexcept { return mElements == Elements::Objects; }
 
  private:
+  PyObject* mSequence;
   ruvo::RVOInterface* mInterface;
   const ruvo::RVOMethodInfo* mRecord;
   NativeSequence mNative;

@@ -131,6 +131,7 @@ void translateException() {
 
 void raiseWithNote(const std::string& note) {
   translateException();
+  if (note.empty()) throw PythonError();
   PyObject* type = nullptr;
   PyObject* value = nullptr;
   PyObject* traceback = nullptr;

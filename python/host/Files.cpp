@@ -57,30 +57,28 @@ void setAttribute(PyObject* object, const char* name, const Reference& value) {
 
 /// What `body` gives; the errors of files become those of Python.
 template <class Body>
-PyObject* guardedFiles(PyObject* path, Body body) {
-  return guarded([&]() -> PyObject* {
-    try {
-      return body();
-    } catch (const files::WrongFile& error) {
-      raiseError("WrongFile", error.what(), [&error](PyObject* raised) {
-        const Reference convert = owned(PyObject_GetAttrString, raised, "_fill");
-        const Reference problems = toList(error.problems());
-        owned(PyObject_CallFunction, convert.get(), "On", problems.get(),
-              static_cast<Py_ssize_t>(error.problems().count));
-      });
-    } catch (const files::FileError& error) {
-      raiseError("FileError", error.what(), [&](PyObject* raised) {
-        setAttribute(raised, "errno", owned(PyLong_FromLong, error.number()));
-        setAttribute(raised, "strerror", toStr(std::strerror(error.number())));
-        setAttribute(raised, "filename", Reference::share(path));
-      });
-    }
-  });
+PyObject* withFileErrors(PyObject* path, Body body) {
+  try {
+    return body();
+  } catch (const files::WrongFile& error) {
+    raiseError("WrongFile", error.what(), [&error](PyObject* raised) {
+      const Reference convert = owned(PyObject_GetAttrString, raised, "_fill");
+      const Reference problems = toList(error.problems());
+      owned(PyObject_CallFunction, convert.get(), "On", problems.get(),
+            static_cast<Py_ssize_t>(error.problems().count));
+    });
+  } catch (const files::FileError& error) {
+    raiseError("FileError", error.what(), [&](PyObject* raised) {
+      setAttribute(raised, "errno", owned(PyLong_FromLong, error.number()));
+      setAttribute(raised, "strerror", toStr(std::strerror(error.number())));
+      setAttribute(raised, "filename", Reference::share(path));
+    });
+  }
 }
 
 PyObject* saveModel(Given arguments) {
   PyObject* path = arguments[1];
-  return guardedFiles(path, [&]() -> PyObject* {
+  return withFileErrors(path, [&]() -> PyObject* {
     files::save(toModel(arguments[0], "save"), pathOf(path), {progressOf(arguments[2]), true});
     Py_RETURN_NONE;
   });
@@ -88,7 +86,7 @@ PyObject* saveModel(Given arguments) {
 
 PyObject* loadModel(Given arguments) {
   PyObject* path = arguments[0];
-  return guardedFiles(path, [&]() -> PyObject* {
+  return withFileErrors(path, [&]() -> PyObject* {
     const bool isLenient = isTrue(arguments[1]);
     const files::Loaded loaded = files::load(pathOf(path), {progressOf(arguments[2]), isLenient});
     return fromModelObject(loaded.model).release();
@@ -103,22 +101,20 @@ PyObject* problemsOf(Given arguments) {
 }
 
 PyObject* saveEcore(Given arguments) {
-  return guardedFiles(arguments[0], [&]() -> PyObject* {
+  return withFileErrors(arguments[0], [&]() -> PyObject* {
     files::saveEcore(pathOf(arguments[0]));
     Py_RETURN_NONE;
   });
 }
 
 PyObject* rootsOf(Given arguments) {
-  return guarded([&]() -> PyObject* {
-    const K7Q::Model handle = toModel(arguments[0], "roots");
-    const bool isImmutable = isImmutableView(arguments[0]);
-    Reference list = owned(PyList_New, 0);
-    for (const K7Q::ClassObject& root : files::roots(handle)) {
-      require(PyList_Append, list.get(), fromModelObject(root, isImmutable).get());
-    }
-    return list.release();
-  });
+  const K7Q::Model handle = toModel(arguments[0], "roots");
+  const bool isImmutable = isImmutableView(arguments[0]);
+  Reference list = owned(PyList_New, 0);
+  for (const K7Q::ClassObject& root : files::roots(handle)) {
+    require(PyList_Append, list.get(), fromModelObject(root, isImmutable).get());
+  }
+  return list.release();
 }
 
 constexpr FunctionRow kFunctions[] = {

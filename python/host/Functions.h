@@ -1,16 +1,13 @@
 #pragma once
 
-#include <span>
 #include <utility>
 
-#include "python/host/Reference.h"
+#include "python/host/InHand.h"
 
 /// The functions of the module `_tarvelon_host`, which the Python packages put on models and objects. They
 /// are called by position, and anybody can call them: how many arguments there are is checked here, for all
 /// of them, and what each argument is by the function.
 namespace pyhost {
-
-using Given = std::span<PyObject* const>;
 
 /// A function: its name, how many arguments it takes, and what it does with so many.
 struct FunctionRow {
@@ -20,8 +17,7 @@ struct FunctionRow {
   const char* doc;
 };
 
-/// Leaves a K7Q.WrongType with the interpreter.
-PyObject* refuseCount(const FunctionRow& row, std::size_t given);
+[[noreturn]] void refuseCount(const FunctionRow& row, std::size_t given);
 
 /// The functions of a table in the form that a module wants.
 template <const auto& Rows>
@@ -31,10 +27,13 @@ class Published {
 
  private:
   template <std::size_t Index>
-  static PyObject* call(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t given) {
-    constexpr const FunctionRow& row = Rows[Index];
-    const auto count = static_cast<std::size_t>(given);
-    return count == row.count ? row.body({arguments, count}) : refuseCount(row, count);
+  static PyObject* call(PyObject* /*module*/, PyObject* const* arguments, Py_ssize_t count) {
+    return guarded([&] {
+      constexpr const FunctionRow& row = Rows[Index];
+      const Given given(arguments, static_cast<std::size_t>(count));
+      if (given.size() != row.count) refuseCount(row, given.size());
+      return noting([&] { return noteOf("", nullptr, given); }, [&] { return row.body(given); });
+    });
   }
   template <std::size_t... Indices>
   static PyMethodDef* make(std::index_sequence<Indices...> /*all*/) noexcept {

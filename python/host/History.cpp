@@ -17,14 +17,12 @@ namespace model = Tarvelon::model;
 constexpr const char* kTransaction = "_tarvelon_host.Transaction";
 
 PyObject* beginTransaction(Given arguments) {
-  return guarded([&] {
-    auto transaction = std::make_unique<model::Transaction>(toModel(arguments[0], "transaction"));
-    Reference capsule = owned(PyCapsule_New, transaction.get(), kTransaction, [](PyObject* self) {
-      delete static_cast<model::Transaction*>(PyCapsule_GetPointer(self, kTransaction));
-    });
-    static_cast<void>(transaction.release());
-    return capsule.release();
+  auto transaction = std::make_unique<model::Transaction>(toModel(arguments[0], "transaction"));
+  Reference capsule = owned(PyCapsule_New, transaction.get(), kTransaction, [](PyObject* self) {
+    delete static_cast<model::Transaction*>(PyCapsule_GetPointer(self, kTransaction));
   });
+  static_cast<void>(transaction.release());
+  return capsule.release();
 }
 
 model::Transaction& transactionOf(PyObject* capsule) {
@@ -35,57 +33,47 @@ model::Transaction& transactionOf(PyObject* capsule) {
 }
 
 PyObject* commit(Given arguments) {
-  return guarded([&] {
-    transactionOf(arguments[0]).commit();
-    return Py_NewRef(Py_None);
-  });
+  transactionOf(arguments[0]).commit();
+  return Py_NewRef(Py_None);
 }
 
 PyObject* rollBack(Given arguments) {
-  return guarded([&] {
-    transactionOf(arguments[0]).rollBack();
-    return Py_NewRef(Py_None);
-  });
+  transactionOf(arguments[0]).rollBack();
+  return Py_NewRef(Py_None);
 }
 
 /// Whether it has neither been ended nor gone with its model.
-PyObject* isOpen(Given arguments) {
-  return guarded([&] { return PyBool_FromLong(transactionOf(arguments[0]).isOpen() ? 1 : 0); });
-}
+PyObject* isOpen(Given arguments) { return PyBool_FromLong(transactionOf(arguments[0]).isOpen() ? 1 : 0); }
 
 PyObject* undo(Given arguments) {
-  return guarded([&] { return PyBool_FromLong(model::undo(toModel(arguments[0], "undo")) ? 1 : 0); });
+  return PyBool_FromLong(model::undo(toModel(arguments[0], "undo")) ? 1 : 0);
 }
 
 PyObject* redo(Given arguments) {
-  return guarded([&] { return PyBool_FromLong(model::redo(toModel(arguments[0], "redo")) ? 1 : 0); });
+  return PyBool_FromLong(model::redo(toModel(arguments[0], "redo")) ? 1 : 0);
 }
 
 PyObject* setHistory(Given arguments) {
-  return guarded([&] {
-    const K7Q::Model asked = toModel(arguments[0], "history");
-    if (!PyIndex_Check(arguments[1])) {
-      raise(errors().wrongType, "history: expected a whole number, got " + describePython(arguments[1]));
-    }
-    // A number too large for a Py_ssize_t is cut to the largest, which is too long as well.
-    const Py_ssize_t limit = enter(PyNumber_AsSsize_t, arguments[1], nullptr);
-    if (limit == -1 && PyErr_Occurred()) throw PythonError();
-    if (limit < 0 || static_cast<std::size_t>(limit) > model::kMostBatches) {
-      raise(errors().outOfRange, "history: expected 0 to " + std::to_string(model::kMostBatches) + ", got " +
-                                     describePython(arguments[1]));
-    }
-    model::setHistoryLimit(asked, static_cast<std::size_t>(limit));
-    return Py_NewRef(Py_None);
-  });
+  const K7Q::Model asked = toModel(arguments[0], "history");
+  if (!PyIndex_Check(arguments[1])) {
+    raise(errors().wrongType, "history: expected a whole number, got " + describePython(arguments[1]));
+  }
+  // A number too large for a Py_ssize_t is cut to the largest, which is too long as well.
+  const Py_ssize_t limit = enter(PyNumber_AsSsize_t, arguments[1], nullptr);
+  if (limit == -1 && PyErr_Occurred()) throw PythonError();
+  if (limit < 0 || static_cast<std::size_t>(limit) > model::kMostBatches) {
+    raise(errors().outOfRange, "history: expected 0 to " + std::to_string(model::kMostBatches) + ", got " +
+                                   describePython(arguments[1]));
+  }
+  model::setHistoryLimit(asked, static_cast<std::size_t>(limit));
+  return Py_NewRef(Py_None);
 }
 
 PyObject* history(Given arguments) {
-  return guarded([&] {
-    const K7Q::Model of = toModel(arguments[0], "history");
-    return owned(Py_BuildValue, "(nnn)", static_cast<Py_ssize_t>(model::historyLimit(of)),
-                 static_cast<Py_ssize_t>(model::undoable(of)), static_cast<Py_ssize_t>(model::redoable(of)))
-        .release();
-  });
+  const K7Q::Model of = toModel(arguments[0], "history");
+  return owned(Py_BuildValue, "(nnn)", static_cast<Py_ssize_t>(model::historyLimit(of)),
+               static_cast<Py_ssize_t>(model::undoable(of)), static_cast<Py_ssize_t>(model::redoable(of)))
+      .release();
 }
 
 const char* nameOf(model::Change::Kind kind) noexcept {
@@ -169,30 +157,26 @@ class PythonListener {
 };
 
 PyObject* listen(Given arguments) {
-  return guarded([&] {
-    for (PyObject* each : arguments.subspan(2)) {
-      if (PyCallable_Check(each) != 0) continue;
-      raise(errors().wrongType, "listen: expected a function, got " + describePython(each));
-    }
-    const auto callable = std::make_shared<const PythonListener>(arguments[2], arguments[3]);
-    const auto listener = [callable](std::span<const model::Change> changes) { callable->tell(changes); };
-    const K7Q::Model of = toModel(arguments[0], "listen");
-    const std::uint64_t id = arguments[1] == Py_None
-                                 ? model::listen(of, listener)
-                                 : model::listen(toModelObject(arguments[1], "listen"), listener);
-    PyObject* shown = enter(PyLong_FromUnsignedLongLong, id);
-    if (!shown) model::unlisten(of, id);
-    return shown;
-  });
+  for (PyObject* each : arguments.subspan(2)) {
+    if (PyCallable_Check(each) != 0) continue;
+    raise(errors().wrongType, "listen: expected a function, got " + describePython(each));
+  }
+  const auto callable = std::make_shared<const PythonListener>(arguments[2], arguments[3]);
+  const auto listener = [callable](std::span<const model::Change> changes) { callable->tell(changes); };
+  const K7Q::Model of = toModel(arguments[0], "listen");
+  const std::uint64_t id = arguments[1] == Py_None
+                               ? model::listen(of, listener)
+                               : model::listen(toModelObject(arguments[1], "listen"), listener);
+  PyObject* shown = enter(PyLong_FromUnsignedLongLong, id);
+  if (!shown) model::unlisten(of, id);
+  return shown;
 }
 
 PyObject* unlisten(Given arguments) {
-  return guarded([&] {
-    const std::uint64_t id = enter(PyLong_AsUnsignedLongLong, arguments[1]);
-    if (PyErr_Occurred()) throw PythonError();
-    model::unlisten(toModel(arguments[0], "unlisten"), id);
-    return Py_NewRef(Py_None);
-  });
+  const std::uint64_t id = enter(PyLong_AsUnsignedLongLong, arguments[1]);
+  if (PyErr_Occurred()) throw PythonError();
+  model::unlisten(toModel(arguments[0], "unlisten"), id);
+  return Py_NewRef(Py_None);
 }
 
 constexpr FunctionRow kFunctions[] = {

@@ -6,6 +6,7 @@
 #include "python/host/Console.h"
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
+#include "python/host/InHand.h"
 #include "python/host/IteratorGuard.h"
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/platform/tarvelon/api/History.h"
@@ -54,32 +55,6 @@ PyObject* call(PyObject* callable, PyObject* const* arguments, std::size_t flagg
   });
 }
 
-/// The metamodel's own sequences raise prescribed texts, which say neither the index nor how many elements
-/// there are; those of the platform have it behind the text.
-std::string noteOf(std::string_view refusal, const Method& method, PyObject* self,
-                   std::span<PyObject* const> given) {
-  if (!refusal.starts_with("Assertion failed: sequence ") || !refusal.ends_with(": ")) return {};
-  const std::string index = given.empty() ? "" : toUtf8(owned(PyObject_Repr(given[0])).get());
-  const int size = nativeSequence(self).size();
-  return std::string(typeOf(self)->cls->shortName()) + "." + std::string(method.name.view()) + "(" + index +
-         "): the sequence has " + std::to_string(size) + (size == 1 ? " element" : " elements") +
-         ", counted from 1";
-}
-
-ruvo::HostResult callOnSequence(const Method& method, const ruvo::OverloadSet& overloads, PyObject* self,
-                                std::span<PyObject* const> given, const Arguments& converted) {
-  const IteratorsToRetire going(self, method.name.view(), given, converted.span());
-  try {
-    auto result = ruvo::callOverloads(*typeOf(self)->cls, overloads, interfaceOf(self), converted.span());
-    going.mark();
-    return result;
-  } catch (const K7Q::Exception& refusal) {
-    const std::string note = noteOf(refusal.what(), method, self, given);
-    if (note.empty()) throw;
-    raiseWithNote(note);
-  }
-}
-
 PyObject* finish(const ruvo::HostResult& result, PyObject* self) {
   Reference value(toPython(result));
   requirePrinted();
@@ -96,6 +71,11 @@ void deallocateBound(PyObject* object) {
   } else {
     PyObject_Free(object);
   }
+}
+
+/// "Package.destroy", of the class of the object in hand.
+std::string placeOf(const Method& method, const HostType& type) {
+  return std::string(type.cls->shortName()) + "." + std::string(method.name.view());
 }
 
 PyObject* itself(PyObject* bound, PyObject* /*self*/, PyObject* /*type*/) { return Py_NewRef(bound); }
@@ -206,15 +186,24 @@ PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* argument
   if (converted.hasEmpty() || type->kind != TypeKind::Object) {
     requireMeaningful(*type, overloads, self, converted, {arguments, count});
   }
+  const auto inHand = [&] { return noteOf(placeOf(*method, *type), self, {arguments, count}); };
+  const auto call = [&] {
+    return noting(inHand, [&] {
+      return ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span());
+    });
+  };
   if (type->kind == TypeKind::Sequence) {
-    return finish(callOnSequence(*method, overloads, self, {arguments, count}, converted), self);
+    const IteratorsToRetire going(self, method->name.view(), {arguments, count}, converted.span());
+    const auto result = call();
+    going.mark();
+    return finish(result, self);
   }
   if (type->isFactory) {
     // What cannot be shown is not made.
     const Tarvelon::model::Undertaking undertaking;
-    return finish(ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span()), self);
+    return finish(call(), self);
   }
-  return finish(ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span()), self);
+  return finish(call(), self);
 }
 
 PyObject* callOnClass(Method* method, HostType* type, PyObject* const* arguments, std::size_t count) {
@@ -229,7 +218,10 @@ PyObject* callOnClass(Method* method, HostType* type, PyObject* const* arguments
   }
   const Arguments converted(arguments, count, *type->cls, method->name.view(), &overloads);
   if (converted.hasEmpty()) requireMeaningful(*type, overloads, nullptr, converted, {arguments, count});
-  return finish(ruvo::callOverloads(*type->cls, overloads, nullptr, converted.span()), nullptr);
+  const auto inHand = [&] { return noteOf(placeOf(*method, *type), nullptr, {arguments, count}); };
+  return noting(inHand, [&] {
+    return finish(ruvo::callOverloads(*type->cls, overloads, nullptr, converted.span()), nullptr);
+  });
 }
 
 PyObject* bindMethod(Method* method, PyObject* self) {

@@ -84,12 +84,10 @@ bool isTrue(PyObject* value) {
   return truth == 1;
 }
 
-PyObject* refuseCount(const FunctionRow& row, std::size_t given) {
-  return guarded([&]() -> PyObject* {
-    raise(errors().wrongType, std::string(row.name) + ": expected " + std::to_string(row.count) +
-                                  (row.count == 1 ? " argument" : " arguments") + ", got " +
-                                  std::to_string(given));
-  });
+void refuseCount(const FunctionRow& row, std::size_t given) {
+  raise(errors().wrongType, std::string(row.name) + ": expected " + std::to_string(row.count) +
+                                (row.count == 1 ? " argument" : " arguments") + ", got " +
+                                std::to_string(given));
 }
 
 }  // namespace pyhost

@@ -262,8 +262,7 @@ std::string_view stateOf(const ruvo::RVOInterface* interface) {
   if (object && !object->isValid(info.deviant)) {
     return info.object->cast(K7Q::tagsOf<K7Q::NSInterface::ModelIntf>()) ? " closed" : " destroyed";
   }
-  const bool isReadOnly = (info.deviant.word & K7Q::Deviant::kReadOnly) != 0;
-  return isReadOnly || (object && K7Q::DeviantRegistry::isImmutable(id)) ? " immutable" : "";
+  return !info.deviant.isWritable() || (object && K7Q::DeviantRegistry::isImmutable(id)) ? " immutable" : "";
 }
 
 /// What the class tells an object by: its name, or the URI of a model. Nothing for a class without either.

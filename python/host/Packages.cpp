@@ -142,45 +142,38 @@ std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
 }
 
 PyObject* isPackage(Given arguments) {
-  return guarded([&] { return PyBool_FromLong(ruvo::Package::find(textOf(arguments[0])) ? 1 : 0); });
+  return PyBool_FromLong(ruvo::Package::find(textOf(arguments[0])) ? 1 : 0);
 }
 
 PyObject* member(Given arguments) {
-  return guarded([&] {
-    ruvo::Package& package = ruvo::Package::get(textOf(arguments[0]));
-    const std::string name = textOf(arguments[1]);
-    if (ruvo::Class* cls = package.findClass(name))
-      return Py_NewRef(reinterpret_cast<PyObject*>(typeOf(*cls)));
-    if (!package.findFunctions(name).empty()) return newFunction(package, arguments[1]);
-    raiseUnknownMember(package, arguments[1]);
-  });
+  ruvo::Package& package = ruvo::Package::get(textOf(arguments[0]));
+  const std::string name = textOf(arguments[1]);
+  if (ruvo::Class* cls = package.findClass(name)) return Py_NewRef(reinterpret_cast<PyObject*>(typeOf(*cls)));
+  if (!package.findFunctions(name).empty()) return newFunction(package, arguments[1]);
+  raiseUnknownMember(package, arguments[1]);
 }
 
 PyObject* memberNames(Given arguments) {
-  return guarded([&] {
-    ruvo::Package& package = ruvo::Package::get(textOf(arguments[0]));
-    Reference list = owned(PyList_New, 0);
-    const auto append = [&list](std::string_view text) {
-      require(PyList_Append, list.get(), toStr(text).get());
-    };
-    for (const auto& each : package.packageNames()) append(each);
-    for (const auto* function : package.functions()) append(function->getName().view());
-    for (const auto& each : package.classNames()) append(each);
-    return list.release();
-  });
+  ruvo::Package& package = ruvo::Package::get(textOf(arguments[0]));
+  Reference list = owned(PyList_New, 0);
+  const auto append = [&list](std::string_view text) {
+    require(PyList_Append, list.get(), toStr(text).get());
+  };
+  for (const auto& each : package.packageNames()) append(each);
+  for (const auto* function : package.functions()) append(function->getName().view());
+  for (const auto& each : package.classNames()) append(each);
+  return list.release();
 }
 
 PyObject* describe(Given arguments) {
-  return guarded([&] {
-    const std::string text = textOf(arguments[0]);
-    if (ruvo::Package* package = ruvo::Package::find(text)) return describePackage(*package);
-    if (ruvo::Class* cls = ruvo::Class::find(text)) return describeClassRecords(*cls);
-    const std::size_t dot = text.rfind('.');
-    ruvo::Package* parent = dot == std::string::npos ? nullptr : ruvo::Package::find(text.substr(0, dot));
-    if (parent) raiseUnknownMember(*parent, toStr(text.substr(dot + 1)).get());
-    ruvo::Package::get(text);
-    return Py_NewRef(Py_None);
-  });
+  const std::string text = textOf(arguments[0]);
+  if (ruvo::Package* package = ruvo::Package::find(text)) return describePackage(*package);
+  if (ruvo::Class* cls = ruvo::Class::find(text)) return describeClassRecords(*cls);
+  const std::size_t dot = text.rfind('.');
+  ruvo::Package* parent = dot == std::string::npos ? nullptr : ruvo::Package::find(text.substr(0, dot));
+  if (parent) raiseUnknownMember(*parent, toStr(text.substr(dot + 1)).get());
+  ruvo::Package::get(text);
+  return Py_NewRef(Py_None);
 }
 
 Reference listOfTexts(const std::vector<std::string>& texts) {
@@ -190,60 +183,48 @@ Reference listOfTexts(const std::vector<std::string>& texts) {
 }
 
 PyObject* documentation(Given arguments) {
-  return guarded([&] {
-    const std::string fullName = textOf(arguments[0]);
-    Reference constructors = owned(PyList_New, 0);
-    for (const auto& names : constructorNames(fullName))
-      require(PyList_Append, constructors.get(), listOfTexts(names).get());
-    Reference dict = owned(PyDict_New);
-    const std::string_view purpose = Tarvelon::metamodel::native::purposeOf(fullName);
-    require(PyDict_SetItemString, dict.get(), "purpose", toStr(purpose).get());
-    require(PyDict_SetItemString, dict.get(), "constructors", constructors.get());
-    return dict.release();
-  });
+  const std::string fullName = textOf(arguments[0]);
+  Reference constructors = owned(PyList_New, 0);
+  for (const auto& names : constructorNames(fullName))
+    require(PyList_Append, constructors.get(), listOfTexts(names).get());
+  Reference dict = owned(PyDict_New);
+  const std::string_view purpose = Tarvelon::metamodel::native::purposeOf(fullName);
+  require(PyDict_SetItemString, dict.get(), "purpose", toStr(purpose).get());
+  require(PyDict_SetItemString, dict.get(), "constructors", constructors.get());
+  return dict.release();
 }
 
-PyObject* plainTypeOf(Given arguments) {
-  return guarded([&] { return toStr(plainType(textOf(arguments[0]))).release(); });
-}
+PyObject* plainTypeOf(Given arguments) { return toStr(plainType(textOf(arguments[0]))).release(); }
 
 PyObject* extend(Given arguments) {
-  return guarded([&] {
-    if (!PyDict_Check(arguments[1])) raise(errors().wrongType, "extend(className, members: dict)");
-    addExtension(textOf(arguments[0]), arguments[1]);
-    return Py_NewRef(Py_None);
-  });
+  if (!PyDict_Check(arguments[1])) raise(errors().wrongType, "extend(className, members: dict)");
+  addExtension(textOf(arguments[0]), arguments[1]);
+  return Py_NewRef(Py_None);
 }
 
-PyObject* attributeName(Given arguments) {
-  return guarded([&] { return toStr(pythonName(textOf(arguments[0]))).release(); });
-}
+PyObject* attributeName(Given arguments) { return toStr(pythonName(textOf(arguments[0]))).release(); }
 
 PyObject* statistics(Given /*none*/) {
-  return guarded([] {
-    Reference dict = owned(PyDict_New);
-    const auto put = [&dict](const char* key, std::size_t number) {
-      require(PyDict_SetItemString, dict.get(), key, owned(PyLong_FromSize_t, number).get());
-    };
-    put("types", typesMade());
-    put("bindings", ruvo::factory::basic::BindingRegistry::size());
-    put("arrays", hx::hxLiveArrays());
-    put("objects", Tarvelon::metamodel::native::liveObjects());
-    return dict.release();
-  });
+  Reference dict = owned(PyDict_New);
+  const auto put = [&dict](const char* key, std::size_t number) {
+    require(PyDict_SetItemString, dict.get(), key, owned(PyLong_FromSize_t, number).get());
+  };
+  put("types", typesMade());
+  put("bindings", ruvo::factory::basic::BindingRegistry::size());
+  put("arrays", hx::hxLiveArrays());
+  put("objects", Tarvelon::metamodel::native::liveObjects());
+  return dict.release();
 }
 
 /// The candidate that a name may have been meant for.
 PyObject* nearest(Given arguments) {
-  return guarded([&] {
-    if (!PyList_Check(arguments[1])) raise(errors().wrongType, "nearest: expected a name and a list");
-    std::vector<std::string> names;
-    for (Py_ssize_t i = 0; i < PyList_GET_SIZE(arguments[1]); ++i) {
-      names.push_back(textOf(Reference::share(PyList_GET_ITEM(arguments[1], i)).get()));
-    }
-    const std::vector<std::string_view> candidates(names.begin(), names.end());
-    return toStr(ruvo::nearestName(textOf(arguments[0]), candidates)).release();
-  });
+  if (!PyList_Check(arguments[1])) raise(errors().wrongType, "nearest: expected a name and a list");
+  std::vector<std::string> names;
+  for (Py_ssize_t i = 0; i < PyList_GET_SIZE(arguments[1]); ++i) {
+    names.push_back(textOf(Reference::share(PyList_GET_ITEM(arguments[1], i)).get()));
+  }
+  const std::vector<std::string_view> candidates(names.begin(), names.end());
+  return toStr(ruvo::nearestName(textOf(arguments[0]), candidates)).release();
 }
 
 PyObject* quoted(Given arguments) {

@@ -1,9 +1,9 @@
-#include <typeinfo>
+#include <array>
 
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
+#include "python/host/InHand.h"
 #include "python/host/Values.h"
-#include "tarvelon/boundary/k7q/Exception.h"
 
 namespace pyhost {
 
@@ -27,16 +27,23 @@ void requireOwner(const Property& property, PyObject* self) {
                                 describePython(self));
 }
 
+/// "Package.Name", of the class of the object in hand.
+std::string placeOf(const ruvo::PropertySlot& slot, PyObject* self) {
+  return std::string(typeOf(self)->cls->shortName()) + "." + std::string(slot.name.view());
+}
+
 /// What a refusal leaves out that speaks of no property: which one it was, and what to do instead.
-std::string noteOf(const ruvo::PropertySlot& slot, PyObject* self) {
+std::string noteOfWrite(const ruvo::PropertySlot& slot, PyObject* self, PyObject* value) {
   const std::string property(slot.name.view());
-  const std::string name = std::string(typeOf(self)->cls->shortName()) + "." + property;
+  const std::string name = placeOf(slot, self);
+  const std::array given{value};
+  if (!lossAmong(self, given).empty()) return noteOf(name, self, given);
   if (slot.guard && slot.guard->isReadOnly()) return name + " is computed: change what it is computed from";
   if (slot.guard && slot.guard->isMany()) {
     return name + " holds many values: change the sequence that it gives, as in object." + property +
            ".append(value)";
   }
-  return name + " was not set";
+  return noteOf(name + " was not set", self);
 }
 
 void write(const Property& property, PyObject* self, PyObject* value) {
@@ -96,10 +103,14 @@ PyGetSetDef gMembers[] = {{"__doc__", doc, nullptr, nullptr, nullptr},
 }  // namespace
 
 PyObject* readProperty(Property* property, PyObject* self) {
-  if (!property->isMany) return toPython(ruvo::getProperty(interfaceOf(self), *property->slot));
+  const auto read = [&] {
+    return noting([&] { return noteOf(placeOf(*property->slot, self), self); },
+                  [&] { return toPython(ruvo::getProperty(interfaceOf(self), *property->slot)); });
+  };
+  if (!property->isMany) return read();
   PyObject* held = heldSequence(self, *property->slot);
   if (held && isValid(interfaceOf(self))) return Py_NewRef(held);
-  Reference sequence(toPython(ruvo::getProperty(interfaceOf(self), *property->slot)));
+  Reference sequence(read());
   const bool isNew = isHostObject(sequence.get()) && typeOf(sequence.get())->kind == TypeKind::Sequence &&
                      !reinterpret_cast<HostSequence*>(sequence.get())->owner;
   if (isNew) holdSequence(sequence.get(), self, *property->slot);
@@ -108,13 +119,7 @@ PyObject* readProperty(Property* property, PyObject* self) {
 
 void writeProperty(Property* property, PyObject* self, PyObject* value) {
   if (isOwnSequence(*property, self, value)) return;
-  try {
-    write(*property, self, value);
-  } catch (const K7Q::Exception& refusal) {
-    // The kinds of refusal that derive from it name the property themselves.
-    if (typeid(refusal) != typeid(K7Q::Exception)) throw;
-    raiseWithNote(noteOf(*property->slot, self));
-  }
+  noting([&] { return noteOfWrite(*property->slot, self, value); }, [&] { write(*property, self, value); });
 }
 
 PyObject* newProperty(const ruvo::PropertySlot& slot, PyObject* name) {

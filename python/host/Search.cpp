@@ -36,35 +36,27 @@ PyObject* objectsOf(const std::vector<K7Q::ClassObject>& objects, PyObject* aske
 }
 
 PyObject* boundModel(Given arguments) {
-  return guarded([&] {
-    TextBuffer texts;
-    const std::u16string name(textOf(arguments[0], texts, "K7Q.Model.find"));
-    return fromModelObject(K7Q::ModelCache::instance().find(name)).release();
-  });
+  TextBuffer texts;
+  const std::u16string name(textOf(arguments[0], texts, "K7Q.Model.find"));
+  return fromModelObject(K7Q::ModelCache::instance().find(name)).release();
 }
 
 PyObject* find(Given arguments) {
-  return guarded([&] {
-    TextBuffer texts;
-    const K7Q::Model asked = toModel(arguments[0], "find");
-    const K7Q::ClassObject found = model::find(asked, textOf(arguments[1], texts, "find"));
-    return fromModelObject(found, isImmutableView(arguments[0])).release();
-  });
+  TextBuffer texts;
+  const K7Q::Model asked = toModel(arguments[0], "find");
+  const K7Q::ClassObject found = model::find(asked, textOf(arguments[1], texts, "find"));
+  return fromModelObject(found, isImmutableView(arguments[0])).release();
 }
 
 PyObject* findAll(Given arguments) {
-  return guarded([&] {
-    TextBuffer texts;
-    const K7Q::Model asked = toModel(arguments[0], "find_all");
-    return objectsOf(model::findAll(asked, textOf(arguments[1], texts, "find_all")), arguments[0]);
-  });
+  TextBuffer texts;
+  const K7Q::Model asked = toModel(arguments[0], "find_all");
+  return objectsOf(model::findAll(asked, textOf(arguments[1], texts, "find_all")), arguments[0]);
 }
 
 PyObject* qualifiedName(Given arguments) {
-  return guarded([&] {
-    const K7Q::ClassObject asked = toModelObject(arguments[0], "qualifiedName");
-    return owned(toUnicode(model::qualifiedName(asked))).release();
-  });
+  const K7Q::ClassObject asked = toModelObject(arguments[0], "qualifiedName");
+  return owned(toUnicode(model::qualifiedName(asked))).release();
 }
 
 /// The table of a class that is given as a Python type.
@@ -77,24 +69,20 @@ const K7Q::IntrospectiveMethods& classOf(PyObject* value) {
 }
 
 PyObject* instances(Given arguments) {
-  return guarded([&] {
-    const K7Q::Model asked = toModel(arguments[0], "instances");
-    return objectsOf(model::instances(asked, classOf(arguments[1])), arguments[0]);
-  });
+  const K7Q::Model asked = toModel(arguments[0], "instances");
+  return objectsOf(model::instances(asked, classOf(arguments[1])), arguments[0]);
 }
 
 PyObject* objects(Given arguments) {
-  return guarded([&] { return objectsOf(model::objects(toModel(arguments[0], "objects")), arguments[0]); });
+  return objectsOf(model::objects(toModel(arguments[0], "objects")), arguments[0]);
 }
 
 PyObject* referrers(Given arguments) {
-  return guarded([&] {
-    const K7Q::ClassObject referred = toModelObject(arguments[0], "referrers");
-    const bool isImmutable = isImmutableView(arguments[0]);
-    return listOf(model::referrers(referred), [isImmutable](const model::Mention& each) {
-      const Reference object = fromModelObject(each.object, isImmutable);
-      return owned(Py_BuildValue, "(Os)", object.get(), model::hostName(*each.property));
-    });
+  const K7Q::ClassObject referred = toModelObject(arguments[0], "referrers");
+  const bool isImmutable = isImmutableView(arguments[0]);
+  return listOf(model::referrers(referred), [isImmutable](const model::Mention& each) {
+    const Reference object = fromModelObject(each.object, isImmutable);
+    return owned(Py_BuildValue, "(Os)", object.get(), model::hostName(*each.property));
   });
 }
 

@@ -249,8 +249,7 @@ PyObject* reverse(PyObject* sequence, PyObject* const* /*arguments*/, Py_ssize_t
 /// sequence never does.
 bool isReadOnly(PyObject* sequence) {
   const bool isProperty = reinterpret_cast<HostSequence*>(sequence)->owner != nullptr;
-  const bool isRefusing =
-      isProperty && (nativeSequence(sequence).deviant.word & K7Q::Deviant::kReadOnly) != 0;
+  const bool isRefusing = isProperty && !nativeSequence(sequence).deviant.isWritable();
   return isRefusing || !typeOf(sequence)->cls->findMethods("push_back");
 }
 
@@ -260,7 +259,8 @@ PyObject* represent(PyObject* sequence) {
     try {
       const std::string count = std::to_string(ElementReader(sequence).size());
       return toStr("<" + name + " of " + count + (isReadOnly(sequence) ? " immutable>" : ">")).release();
-    } catch (const std::exception&) {
+    } catch (const PythonError&) {
+      enter(PyErr_Clear);
       return toStr("<" + name + " destroyed>").release();
     }
   });

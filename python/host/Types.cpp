@@ -9,6 +9,7 @@
 #include "python/host/Docs.h"
 #include "python/host/Enumeration.h"
 #include "python/host/Extensions.h"
+#include "python/host/InHand.h"
 #include "python/host/MetaProperties.h"
 #include "python/host/Values.h"
 #include "tarvelon/platform/ruvo/PointerMap.h"
@@ -190,7 +191,8 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
     // The Python object must be there before a listener asks for it, and without it the model is as it was.
     const Tarvelon::model::Undertaking undertaking;
     Room room(reinterpret_cast<HostType*>(self));
-    return room.fill(ruvo::construct(*type.cls, converted.span()));
+    const auto inHand = [&] { return noteOf(type.cls->shortName(), nullptr, {arguments, count}); };
+    return room.fill(noting(inHand, [&] { return ruvo::construct(*type.cls, converted.span()); }));
   });
 }
 

@@ -47,44 +47,37 @@ Reference toTuple(const K7Q::Problem& problem, bool isImmutable) {
 }
 
 PyObject* validate(Given arguments) {
-  return guarded([&] {
-    const Target target(arguments);
-    const auto problems = target.problems();
-    return makeList(problems.size(),
-                    [&](std::size_t index) { return toTuple(problems[index], target.isImmutable); })
-        .release();
-  });
+  const Target target(arguments);
+  const auto problems = target.problems();
+  return makeList(problems.size(),
+                  [&](std::size_t index) { return toTuple(problems[index], target.isImmutable); })
+      .release();
 }
 
 PyObject* validatedObjects(Given arguments) {
-  return guarded([&] {
-    const Target target(arguments);
-    if (!PyUnicode_Check(arguments[2])) {
-      raise(errors().wrongType,
-            "validatedObjects: expected the name of a class, got " + describePython(arguments[2]));
-    }
-    const auto objects = target.objectsOf(toUtf8(arguments[2]));
-    return makeList(objects.size(),
-                    [&](std::size_t index) { return fromModelObject(objects[index], target.isImmutable); })
-        .release();
-  });
+  const Target target(arguments);
+  if (!PyUnicode_Check(arguments[2])) {
+    raise(errors().wrongType,
+          "validatedObjects: expected the name of a class, got " + describePython(arguments[2]));
+  }
+  const auto objects = target.objectsOf(toUtf8(arguments[2]));
+  return makeList(objects.size(),
+                  [&](std::size_t index) { return fromModelObject(objects[index], target.isImmutable); })
+      .release();
 }
 
 PyObject* validationRules(Given /*none*/) {
-  return guarded([] {
-    Reference list = owned(PyList_New, 0);
-    for (const K7Q::RuleDescription& rule : K7Q::validationRules()) {
-      const bool isError = rule.severity == K7Q::Severity::Error;
-      const Reference tuple =
-          owned(Py_BuildValue, "(sss)", rule.id, isError ? "error" : "warning", rule.title);
-      require(PyList_Append, list.get(), tuple.get());
-    }
-    return list.release();
-  });
+  Reference list = owned(PyList_New, 0);
+  for (const K7Q::RuleDescription& rule : K7Q::validationRules()) {
+    const bool isError = rule.severity == K7Q::Severity::Error;
+    const Reference tuple = owned(Py_BuildValue, "(sss)", rule.id, isError ? "error" : "warning", rule.title);
+    require(PyList_Append, list.get(), tuple.get());
+  }
+  return list.release();
 }
 
 PyObject* pathOf(Given arguments) {
-  return guarded([&] { return toStr(K7Q::pathOf(toModelObject(arguments[0], "pathOf"))).release(); });
+  return toStr(K7Q::pathOf(toModelObject(arguments[0], "pathOf"))).release();
 }
 
 constexpr FunctionRow kFunctions[] = {

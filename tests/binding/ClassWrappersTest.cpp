@@ -1,4 +1,6 @@
 #include <algorithm>
+#include <functional>
+#include <random>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -177,6 +179,28 @@ TEST_F(ClassWrappers, AFrozenViewIsMutableAndRefusesWriting) {
   EXPECT_THROW(host::set(view, "Name", host::text(u"X")), K7Q::Exception);
   EXPECT_THROW(host::call(view, "destroy"), K7Q::Exception);
   EXPECT_EQ(host::getText(package, "Name"), "");
+}
+
+TEST_F(ClassWrappers, NoChainOfViewsThawsAFrozenOne) {
+  const auto package = make("common.Package");
+  const auto frozen = host::callObject(mModel, "frozen");
+  const std::vector<std::function<RVOInterfacePtr(const RVOInterfacePtr&)>> steps{
+      [](const auto& view) { return host::callObject(view, "asImmutable"); },
+      [](const auto& view) { return host::callObject(host::callObject(view, "asImmutable"), "asMutable"); },
+      [](const auto& view) { return host::callObject(view, "asDeviant", {host::nothing()}); },
+      [&](const auto& view) { return host::callObject(view, "asDeviant", {host::object(frozen)}); },
+      [](const auto& view) {
+        const auto model = host::callObject(view, "getModel");
+        return host::callObject(view, "asDeviant", {host::object(model)});
+      },
+  };
+  std::mt19937 random(20);
+  auto view = host::callObject(package, "asDeviant", {host::object(frozen)});
+  for (int step = 0; step < 1000; ++step) {
+    view = steps[random() % steps.size()](view);
+    const auto word = K7Q::DeviantRegistry::getVariantInfo(view->getBoundPointer({})).deviant.word;
+    ASSERT_NE(word & K7Q::Deviant::kFrozen, 0U) << "after " << step + 1 << " steps";
+  }
 }
 
 TEST_F(ClassWrappers, AssertionsThatAreOffLetAFrozenViewWrite) {

@@ -192,8 +192,8 @@ TEST_P(Iterators, TakeTheSequencesDeviant) {
   const RVOInterfacePtr sequence(host::callStatic(kSequence, GetParam(), {host::object(frozen)}).object());
   host::call(sequence, "push_back", {host::object(element(1))});
   const auto at = host::callObject(sequence, "begin");
-  EXPECT_EQ(nativeOf(at).deviant.word, K7Q::Deviant::kReadOnly);
-  EXPECT_EQ(nativeOf(host::callObject(at, "clone")).deviant.word, K7Q::Deviant::kReadOnly);
+  EXPECT_EQ(nativeOf(at).deviant.word, K7Q::Deviant::kFrozen);
+  EXPECT_EQ(nativeOf(host::callObject(at, "clone")).deviant.word, K7Q::Deviant::kFrozen);
   EXPECT_EQ(itemOf(at), 1);
 }
 

@@ -21,7 +21,7 @@ TEST_P(Companions, AreMadeWithEitherModel) {
   const auto frozen = host::callObject(mModel, "frozen");
   const RVOInterfacePtr sequence(host::callStatic(kSequence, GetParam(), {host::object(frozen)}).object());
   EXPECT_EQ(sizeOf(sequence), 0);
-  EXPECT_EQ(nativeOf(sequence).deviant.word, K7Q::Deviant::kReadOnly);
+  EXPECT_EQ(nativeOf(sequence).deviant.word, K7Q::Deviant::kFrozen);
   EXPECT_EQ(nativeOf(newSequence()).deviant, K7Q::Deviant());
 }
 

@@ -184,7 +184,7 @@ TEST_F(Conversions, FactoryAnswersWhatFactoryObjectsDo) {
   EXPECT_EQ(host::className(frozen), kFactory);
   EXPECT_NE(frozen, mFactory);
   EXPECT_EQ(nativeOf(frozen).object, nativeOf(mFactory).object);
-  EXPECT_EQ(nativeOf(frozen).deviant.word, K7Q::Deviant::kReadOnly);
+  EXPECT_EQ(nativeOf(frozen).deviant.word, K7Q::Deviant::kFrozen);
 }
 
 }  // namespace

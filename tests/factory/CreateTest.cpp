@@ -245,7 +245,7 @@ TEST_F(Create, RefusesAReadOnlyDeviant) {
 TEST_F(Create, LooksAtNoDeviantWhenCreatingFromAString) {
   const auto made = host::callObject(readOnlyFactory(), "createFromString", {host::text(u"common.Package")});
   ASSERT_TRUE(made);
-  EXPECT_EQ(nativeOf(made).deviant.word, K7Q::Deviant::kReadOnly);
+  EXPECT_EQ(nativeOf(made).deviant.word, K7Q::Deviant::kFrozen);
   const auto named = host::callObject(readOnlyFactory(), "createFromString",
                                       {host::text(u"common.Package"), host::text(u"Brakes")});
   EXPECT_EQ(host::getText(named, "Name"), "Brakes");
@@ -259,7 +259,7 @@ TEST_F(Create, LetsAReadOnlyDeviantThroughWhileAssertionsAreOff) {
     return host::callObject(factory, "createmetamodelarplatformcommonPackage", {host::text(u"P")});
   }();
   EXPECT_EQ(host::getText(made, "Name"), "P");
-  EXPECT_EQ(nativeOf(made).deviant.word, K7Q::Deviant::kReadOnly);
+  EXPECT_EQ(nativeOf(made).deviant.word, K7Q::Deviant::kFrozen);
   EXPECT_THROW(host::set(made, "Name", host::text(u"Q")), K7Q::Exception);
 }
 

@@ -125,11 +125,19 @@ TEST(DeviantRegistry, MarksAndUnmarksTheDeviantWordOfAHandle) {
   EXPECT_EQ(DeviantRegistry::setIsImmutable(plain, false).getInterface(), thing.getInterface());
 }
 
+TEST(DeviantRegistry, LeavesAFrozenHandleFrozen) {
+  const auto thing = fake::newThing();
+  const K7Q::ImmutableObject frozen(thing.getInterface(), Deviant{4 | Deviant::kFrozen});
+  const auto readOnly = DeviantRegistry::setIsImmutable(frozen, true);
+  EXPECT_EQ(DeviantRegistry::setIsImmutable(readOnly, false).getDeviant(), frozen.getDeviant());
+}
+
 TEST(DeviantAssertions, RefuseAReadOnlyViewWhileTheyAreOn) {
   using K7Q::DeviantAssertions;
   EXPECT_TRUE(DeviantAssertions::assertWritable(Deviant{4}, nullptr));
   const std::string text =
       host::raised([] { DeviantAssertions::assertWritable(Deviant{Deviant::kReadOnly}, nullptr); });
+  EXPECT_THROW(DeviantAssertions::assertWritable(Deviant{Deviant::kFrozen}, nullptr), K7Q::Exception);
   EXPECT_EQ(
       text.find(
           "Assertion failed: the view is read-only, its deviant refuses writing; asDeviant(model) with the "

@@ -77,10 +77,18 @@ TEST(ClassObject, SeenUnderAFrozenModelRefusesWriting) {
   EXPECT_TRUE(says(raised([&] { host::set(view, "number", host::integer(1)); }), "the view is read-only"));
   EXPECT_EQ(static_cast<RVOInterface*>(host::callObject(view, "asDeviant", {object(model)})),
             static_cast<RVOInterface*>(thing));
+}
+
+TEST(ClassObject, SeenUnderAFrozenModelIsThawedByThatModelAlone) {
+  const auto thing = fake::thing();
+  const auto model = fake::hostOf(fake::model());
+  const auto view = host::callObject(thing, "asDeviant", {object(host::callObject(model, "frozen"))});
   EXPECT_EQ(static_cast<RVOInterface*>(host::callObject(view, "asDeviant", {host::nothing()})),
+            static_cast<RVOInterface*>(view));
+  const auto back = host::callObject(host::callObject(view, "asImmutable"), "asMutable");
+  EXPECT_EQ(static_cast<RVOInterface*>(back), static_cast<RVOInterface*>(view));
+  EXPECT_EQ(static_cast<RVOInterface*>(host::callObject(view, "asDeviant", {object(model)})),
             static_cast<RVOInterface*>(thing));
-  const auto immutable = host::callObject(host::callObject(view, "asImmutable"), "asMutable");
-  EXPECT_EQ(static_cast<RVOInterface*>(immutable), static_cast<RVOInterface*>(thing));
 }
 
 TEST(ClassObject, NamesItsModelAndNoContainerWhereThereIsNone) {

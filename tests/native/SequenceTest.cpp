@@ -30,7 +30,7 @@ TEST_F(Sequence, ShowsElementsInOrder) {
 
 TEST_F(Sequence, CarriesTheDeviantOfTheReader) {
   fill();
-  EXPECT_EQ(sequence().generic_at(mModel.frozen().getDeviant(), 0).second(), K7Q::Deviant::kReadOnly);
+  EXPECT_EQ(sequence().generic_at(mModel.frozen().getDeviant(), 0).second(), K7Q::Deviant::kFrozen);
 }
 
 TEST_F(Sequence, TestsEveryIndex) {

@@ -49,7 +49,8 @@ def test_a_frozen_view_equals_the_object(model, package):
 
     assert frozen is not package
     assert frozen == package and hash(frozen) == hash(package)
-    assert frozen.asDeviant(None) is package
+    assert frozen.asDeviant(model) is package
+    assert package.asDeviant(None) is package
 
 
 def test_two_objects_differ_even_with_equal_values(model):

@@ -129,11 +129,11 @@ struct NativeFunctions {
   static void destroy(const X& self) { self.destroy(); }
   static ImmutableX asDeviantImmutable(const ImmutableX& self, const K7Q::ImmutableModel& deviant) {
     self.requireValid();
-    return ImmutableX(self.getClassObject(), deviant.getDeviant());
+    return ImmutableX(self.getClassObject(), deviant.deviantFor(self));
   }
   static X asDeviantMutable(const X& self, const K7Q::ImmutableModel& deviant) {
     self.requireValid();
-    return X(self.getClassObject(), deviant.getDeviant());
+    return X(self.getClassObject(), deviant.deviantFor(self));
   }
   static ImmutableX asImmutable(const ImmutableX& self) {
     self.requireValid();

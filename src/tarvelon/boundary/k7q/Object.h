@@ -66,7 +66,8 @@ class TARVELON_API ModelIntf : public ObjectIntf {
 
 /// The two-word value of every model handle. Passes by value; copying takes a reference, destruction drops
 /// it.
-/// Threads: the handles on a model and on its objects belong to one thread at a time, with the model. Different
+/// Threads: the handles on a model and on its objects belong to one thread at a time, with the model.
+/// Different
 ///          models may be used by different threads without locks.
 class TARVELON_API ObjectHandle {
  public:
@@ -173,6 +174,11 @@ class TARVELON_API ImmutableModel : public ImmutableObject {
   NSInterface::ModelIntf* getModelInterface() const noexcept {
     return static_cast<NSInterface::ModelIntf*>(getInterface());
   }
+  /// The deviant of a view of `object` by this model. A null handle is no model that could thaw what is
+  /// frozen.
+  Deviant deviantFor(const ObjectHandle& object) const noexcept {
+    return isNull() ? Deviant{object.getDeviant().word & Deviant::kFrozen} : getDeviant();
+  }
 };
 
 /// A handle on a model. Holding it, or any object of it, keeps the model alive.
@@ -190,9 +196,9 @@ class TARVELON_API Model : public Object {
   /// Ends the model: every object of it turns invalid at once, and what they took is free again. Closing
   /// twice is no error. Raises kNullReference for a null handle, and when the view refuses writing.
   void close() const;
-  /// The same model on a deviant that refuses writing.
+  /// The same model on a deviant that refuses writing, and so do all handles that are made of it.
   ImmutableModel frozen() const {
-    return {getModelInterface(), Deviant{getDeviant().word | Deviant::kReadOnly}};
+    return {getModelInterface(), Deviant{getDeviant().word | Deviant::kFrozen}};
   }
   operator ImmutableModel() const {  // NOLINT(google-explicit-constructor)
     return {getModelInterface(), getDeviant()};

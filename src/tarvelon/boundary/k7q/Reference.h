@@ -15,10 +15,15 @@ class VariantTable;
 
 /// Which version of the model a handle sees: one machine word.
 ///
-/// 0 is the model as it stands, writable. A word with kReadOnly refuses writing (DeviantAssertions).
+/// 0 is the model as it stands, writable. A word with kReadOnly or kFrozen refuses writing
+/// (DeviantAssertions).
 struct Deviant {
+  /// The state of one view, which asMutable() takes away (DeviantRegistry::setIsImmutable).
   static constexpr std::uintptr_t kReadOnly = 1;
+  /// The version that Model::frozen() shows: every handle that comes of it has the mark, and none loses it.
+  static constexpr std::uintptr_t kFrozen = 2;
   std::uintptr_t word = 0;
+  constexpr bool isWritable() const noexcept { return (word & (kReadOnly | kFrozen)) == 0; }
   friend constexpr bool operator==(Deviant, Deviant) noexcept = default;
 };
 

@@ -107,7 +107,7 @@ class MutableNative : public K7Q::ClassObject {
   }
   /// The same object seen under the model handle's deviant: under Model::frozen() it refuses writing.
   Mutable asView(const K7Q::ImmutableModel& model) const {
-    return Mutable(getClassObject(), model.getDeviant());
+    return Mutable(getClassObject(), model.deviantFor(*this));
   }
   /// Takes the object out of its model. Raises kNullReference when it is not valid, and when the view refuses
   /// writing.

@@ -1,7 +1,6 @@
-#include "tarvelon/boundary/k7q/Deviants.h"
-
 #include <utility>
 
+#include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/platform/k7q/Texts.h"
 #include "tarvelon/platform/k7q/VariantTable.h"
 
@@ -34,8 +33,7 @@ bool DeviantAssertions::enableAssertions(bool enable) noexcept {
 }
 
 bool DeviantAssertions::internal_assertWritable(Deviant deviant, const ReferenceCountingIntf* /*object*/) {
-  const bool isWritable = (deviant.word & Deviant::kReadOnly) == 0;
-  LocalAsserter(__FILE__, __LINE__) = Asserter(isWritable).Make(text::kReadOnlyView);
+  LocalAsserter(__FILE__, __LINE__) = Asserter(deviant.isWritable()).Make(text::kReadOnlyView);
   return true;
 }
 

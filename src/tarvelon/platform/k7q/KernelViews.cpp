@@ -53,12 +53,12 @@ void destroy(const ClassObject& self) {
 
 ImmutableObject asDeviantImmutable(const ImmutableObject& self, const ImmutableModel& deviant) {
   self.requireValid();
-  return {self.getInterface(), deviant.getDeviant()};
+  return {self.getInterface(), deviant.deviantFor(self)};
 }
 
 Object asDeviant(const Object& self, const ImmutableModel& deviant) {
   self.requireValid();
-  return {self.getInterface(), deviant.getDeviant()};
+  return {self.getInterface(), deviant.deviantFor(self)};
 }
 
 ImmutableObject asImmutable(const ImmutableObject& self) {

@@ -62,7 +62,7 @@ ClassObject K7qmiProperty::classObject(ruvo::RVOInterface* object) const {
   const auto info = DeviantRegistry::getVariantInfo(object ? object->getBoundPointer(mOwnerName) : nullptr);
   auto* native = info.object ? info.object->cast(tagsOf<NSInterface::ClassObjectIntf>()) : nullptr;
   ClassObject handle(static_cast<NSInterface::ClassObjectIntf*>(native), info.deviant);
-  if (!handle.isValid()) throwNullReference();
+  if (!handle.isValid()) throwNullReference(*this, object);
   return handle;
 }
 
@@ -78,8 +78,11 @@ void K7qmiProperty::throwWrongValue(ruvo::RVOInterface* object, const hx::hxArra
   throw WrongType(text::mismatch(memberName(*this, object), expectedType(*this), text::shown(given)));
 }
 
-void throwNullReference() {
-  LocalAsserter(__FILE__, __LINE__) = Asserter::MakeAlways(kNullReference);
+void throwNullReference(const K7qmiProperty& property, const ruvo::RVOInterface* object) {
+  const Asserter failed = Asserter::MakeAlways(kNullReference);
+  const std::string detail =
+      memberName(property, object) + ": the object was destroyed, or its model is closed";
+  AsserterEx<Exception>(failed).handle(__FILE__, __LINE__, detail.c_str());
   __builtin_unreachable();
 }
 

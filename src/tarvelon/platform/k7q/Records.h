@@ -15,7 +15,7 @@ struct Target {
   Deviant deviant;
 };
 
-[[noreturn]] void throwNullReference();
+[[noreturn]] void throwNullReference(const K7qmiProperty& property, const ruvo::RVOInterface* object);
 
 /// Whether the host object stands for an immutable view.
 inline bool isSeenImmutable(const ruvo::RVOInterface* object) noexcept {
@@ -37,7 +37,7 @@ class Record : public K7qmiProperty {
     const auto info = VariantTable::infoOf(object ? object->getBoundPointer(mOwnerName) : nullptr);
     auto* native = info.object ? info.object->cast(tagsOf<NSInterface::ClassObjectIntf>()) : nullptr;
     auto* target = static_cast<NSInterface::ClassObjectIntf*>(native);
-    if (!target || !target->isValid(info.deviant)) throwNullReference();
+    if (!target || !target->isValid(info.deviant)) throwNullReference(*this, object);
     return {target, info.deviant};
   }
   /// The object to be written to. Refuses in this order: many-valued, read-only, immutable, destroyed, view
@@ -45,9 +45,7 @@ class Record : public K7qmiProperty {
   Target writable(ruvo::RVOInterface* object) const {
     if ((mState & (kMultiValued | kReadOnly)) != 0 || isSeenImmutable(object)) requireSettable(object);
     const Target target = readable(object);
-    if ((target.deviant.word & Deviant::kReadOnly) != 0) {
-      DeviantAssertions::assertWritable(target.deviant, target.object);
-    }
+    if (!target.deviant.isWritable()) DeviantAssertions::assertWritable(target.deviant, target.object);
     return target;
   }
   static Target targetOf(const K7Q::ClassObject& object) {

@@ -41,7 +41,7 @@ const ClassData& ClassMethods::makeData() const {
     K7Q::NSInterface::ClassObjectIntf* object, unsigned id) const {
   Instance* instance = asInstance(object);
   if (!instance || !isInstance(*instance)) refuseObject(object);
-  if (!instance->isAlive()) raiseNullReference();
+  if (!instance->isAlive()) raiseLost(*instance);
   const ClassData& own = *mData.load(std::memory_order_relaxed);
   if (id >= own.properties.size()) refuseId(id);
   const PropertyPlace& place = instance->cls().placeOf(own, id);
@@ -120,7 +120,7 @@ K7Q::Generic::SequenceIntf* ClassMethods::read(K7Q::NSInterface::ClassObjectIntf
                                                K7Q::Deviant deviant, unsigned index) const {
   Instance* instance = asInstance(object);
   if (!instance || !isInstance(*instance)) refuseObject(object);
-  if (!instance->isAlive()) raiseNullReference();
+  if (!instance->isAlive()) raiseLost(*instance);
   if (!mRows || index >= mRows->reads.size()) {
     throw K7Q::Exception("class '" + std::string(mClassName->name) + "' has no read method " +
                          std::to_string(index));

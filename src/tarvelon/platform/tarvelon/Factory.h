@@ -34,7 +34,7 @@ class Factory final : public arplatform::NSInterface::FactoryIntf {
  private:
   /// Whether the view may be written is asked before this interface is called, where it is asked at all.
   static K7Q::Deviant writable(K7Q::Deviant deviant) noexcept {
-    return {deviant.word & ~K7Q::Deviant::kReadOnly};
+    return {deviant.word & ~(K7Q::Deviant::kReadOnly | K7Q::Deviant::kFrozen)};
   }
 
   mutable std::int32_t mReferences = 0;

@@ -45,17 +45,17 @@ const ruvo::InternedName& Instance::getRuvoName(bool immutable) const {
 }
 
 K7Q::ImmutableType Instance::getMetaType(K7Q::Deviant deviant) const {
-  if (!isAlive()) raiseNullReference();
+  if (!isAlive()) raiseLost(*this);
   return {&mClass->description, deviant};
 }
 
 void Instance::destroy(K7Q::Deviant /*deviant*/) {
-  if (!isAlive()) raiseNullReference();
+  if (!isAlive()) raiseLost(*this);
   destroyTree(*this);
 }
 
 K7Q::Model Instance::getModel(K7Q::Deviant deviant) const {
-  if (!isAlive()) raiseNullReference();
+  if (!isAlive()) raiseLost(*this);
   return {mModel, deviant};
 }
 

@@ -21,14 +21,6 @@ bool holdsSameKind(const Property& left, const Property& right) noexcept {
   return left.storage() == right.storage();
 }
 
-/// The message is prescribed; what it leaves out stands behind the place.
-[[noreturn]] void refuseAsAssertion(const char* message, const std::string& detail,
-                                    int line = __builtin_LINE()) {
-  const auto asserter = K7Q::Asserter::MakeAlways(message);
-  K7Q::AsserterEx<K7Q::Exception>(asserter).handle(__FILE__, line, detail.c_str());
-  __builtin_unreachable();
-}
-
 }  // namespace
 
 ListView::ListView(Instance& object, const Property& property, bool immutable)
@@ -41,7 +33,9 @@ ListView::~ListView() { mObject->release(); }
 bool ListView::isThere() const noexcept { return mObject->isAlive(); }
 
 Instance& ListView::object() const {
-  if (!mObject->isAlive()) raiseNullReference();
+  if (!mObject->isAlive()) {
+    raiseAssertion(K7Q::kNullReference, nameOf(mObject->cls(), *mProperty) + ": " + lossOf(*mObject));
+  }
   return *mObject;
 }
 
@@ -52,14 +46,14 @@ void ListView::requireWritable(const K7Q::Deviant& deviant) const {
 }
 
 void ListView::requireElement() const {
-  if (count() == 0) refuseAsAssertion("sequence is empty", nameOf(object().cls(), *mProperty));
+  if (count() == 0) raiseAssertion("sequence is empty", nameOf(object().cls(), *mProperty));
 }
 
 /// Up to and without `limit`.
 std::uint32_t ListView::requireIndex(std::int64_t index, std::uint32_t limit) const {
   if (index >= 0 && index < std::int64_t{limit}) return static_cast<std::uint32_t>(index);
-  refuseAsAssertion(index < 0 ? "sequence index must be positive" : "sequence index out of bounds",
-                    K7Q::text::indexDetail(nameOf(object().cls(), *mProperty), index, count()));
+  raiseAssertion(index < 0 ? "sequence index must be positive" : "sequence index out of bounds",
+                 K7Q::text::indexDetail(nameOf(object().cls(), *mProperty), index, count()));
 }
 
 std::uint32_t ListView::positionOf(const K7Q::Generic::IteratorIntf* iterator) const {

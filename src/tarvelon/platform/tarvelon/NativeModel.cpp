@@ -15,12 +15,14 @@ K7Q::Model NativeModel::make(const std::u16string& uri) { return {new NativeMode
 
 NativeModel& NativeModel::require(const K7Q::Model& model) {
   auto* interface = model.getModelInterface();
-  if (!interface || !interface->isValid(model.getDeviant())) raiseNullReference();
+  if (!interface) raiseNullReference();
   if (typeid(*interface) != typeid(NativeModel)) {
     throw K7Q::WrongType("expected a model of the native model library, got " + describe(model) +
                          "; make one with K7Q.Model.create()");
   }
-  return *static_cast<NativeModel*>(interface);
+  auto& native = *static_cast<NativeModel*>(interface);
+  if (native.mIsClosed) raiseLost(native);
+  return native;
 }
 
 // Nothing outside holds the model or an object of it any more.
@@ -40,17 +42,17 @@ const ruvo::InternedName& NativeModel::getRuvoName(bool immutable) const {
 }
 
 K7Q::ImmutableType NativeModel::getMetaType(K7Q::Deviant deviant) const {
-  if (mIsClosed) raiseNullReference();
+  if (mIsClosed) raiseLost(*this);
   return metaTypeOf(Described::Model, deviant);
 }
 
 void NativeModel::setUri(K7Q::Deviant /*deviant*/, std::u16string_view uri) {
-  if (mIsClosed) raiseNullReference();
+  if (mIsClosed) raiseLost(*this);
   mUri = uri;
 }
 
 std::u16string NativeModel::getUri(K7Q::Deviant /*deviant*/) const {
-  if (mIsClosed) raiseNullReference();
+  if (mIsClosed) raiseLost(*this);
   return mUri;
 }
 

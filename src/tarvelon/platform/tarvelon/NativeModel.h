@@ -39,6 +39,9 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   void setUri(K7Q::Deviant deviant, std::u16string_view uri) override;
   std::u16string getUri(K7Q::Deviant deviant) const override;
   void close() override;
+  bool isClosed() const noexcept { return mIsClosed; }
+  /// Of a closed model, too.
+  std::u16string_view uri() const noexcept { return mUri; }
 
   /// A new object of the class, with room for that many values, owned by nobody.
   Instance& add(const ClassData& cls, unsigned values);

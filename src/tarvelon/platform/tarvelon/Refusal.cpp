@@ -9,6 +9,9 @@
 #include "tarvelon/platform/tarvelon/ClassData.h"
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/EnumerationType.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/QualifiedName.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -67,13 +70,33 @@ std::string whatFits(const Property& property) {
 
 }  // namespace
 
-void raiseAssertion(const char* message, const char* file, int line) {
+void raiseAssertion(const char* message, const std::string& detail, const char* file, int line) {
   const auto asserter = K7Q::Asserter::MakeAlways(message);
-  K7Q::AsserterEx<K7Q::Exception>(asserter).handle(file, line);
+  K7Q::AsserterEx<K7Q::Exception>(asserter).handle(file, line, detail.c_str());
   __builtin_unreachable();
 }
 
-void raiseNullReference(const char* file, int line) { raiseAssertion(K7Q::kNullReference, file, line); }
+void raiseNullReference(const char* file, int line) { raiseAssertion(K7Q::kNullReference, {}, file, line); }
+
+void raiseLost(const Instance& object, const char* file, int line) {
+  raiseAssertion(K7Q::kNullReference, lossOf(object), file, line);
+}
+
+void raiseLost(const NativeModel& model, const char* file, int line) {
+  raiseAssertion(K7Q::kNullReference, lossOf(model), file, line);
+}
+
+std::string lossOf(const Instance& object) {
+  std::string shown(shortName(object.cls()));
+  if (isNamed(object)) shown += " '" + K7Q::String::to_string(ownName(object)) + "'";
+  const NativeModel& model = object.model();
+  return model.isClosed() ? shown + ": " + lossOf(model) : shown + " was destroyed";
+}
+
+std::string lossOf(const NativeModel& model) {
+  const std::string uri = K7Q::String::to_string(model.uri());
+  return uri.empty() ? "the model is closed" : "the model '" + uri + "' is closed";
+}
 
 std::string nameOf(const ClassData& cls, const Property& property) {
   return std::string(cls.methods->className().shortName()) + "." + property.row().name;

@@ -12,14 +12,26 @@ namespace Tarvelon::metamodel::native {
 class ClassMethods;
 class EnumerationType;
 class Instance;
+class NativeModel;
 class Property;
 struct ClassData;
 
-/// Raises an assertion of that message at the place of the caller, named relative to the repository.
-[[noreturn]] void raiseAssertion(const char* message, const char* file = __builtin_FILE(),
-                                 int line = __builtin_LINE());
-/// The text for an empty handle, a destroyed object and a closed model.
+/// Raises an assertion of that message at the place of the caller, named relative to the repository. The
+/// detail stands behind all that.
+[[noreturn]] void raiseAssertion(const char* message, const std::string& detail = {},
+                                 const char* file = __builtin_FILE(), int line = __builtin_LINE());
+/// The text for an empty handle.
 [[noreturn]] void raiseNullReference(const char* file = __builtin_FILE(), int line = __builtin_LINE());
+/// The same text for an object or a model that cannot be used any more, with what it was and what became of
+/// it.
+[[noreturn]] void raiseLost(const Instance& object, const char* file = __builtin_FILE(),
+                            int line = __builtin_LINE());
+[[noreturn]] void raiseLost(const NativeModel& model, const char* file = __builtin_FILE(),
+                            int line = __builtin_LINE());
+/// "common.Package 'Brakes' was destroyed", by its name for as long as the object may come back.
+std::string lossOf(const Instance& object);
+/// "the model 'brakes' is closed".
+std::string lossOf(const NativeModel& model);
 
 /// The property of an object of a class, as a text names it: "Package.category".
 std::string nameOf(const ClassData& cls, const Property& property);

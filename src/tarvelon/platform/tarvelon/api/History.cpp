@@ -249,7 +249,8 @@ std::uint64_t listen(const K7Q::Model& model, Listener listener) {
 
 std::uint64_t listen(const K7Q::ClassObject& object, Listener listener) {
   const Instance* instance = native::asInstance(object.getInterface());
-  if (!instance || !instance->isAlive()) native::raiseNullReference();
+  if (!instance) native::raiseNullReference();
+  if (!instance->isAlive()) native::raiseLost(*instance);
   return addListener(instance->model(), object.getDeviant(), std::move(listener), instance);
 }
 

@@ -80,8 +80,9 @@ struct Change {
 };
 
 /// Told of the changes of each batch, in their order, when it has ended. It may not change the model, and
-/// what it raises is lost. The objects are seen as the model or object was that listen() was given. Told of no
-/// changes at all, it knows that there was no memory to tell it which: it reads anew what it has kept of the model.
+/// what it raises is lost. The objects are seen as the model or object was that listen() was given. Told of
+/// no changes at all, it knows that there was no memory to tell it which: it reads anew what it has kept of
+/// the model.
 using Listener = std::function<void(std::span<const Change>)>;
 
 /// Puts off what listeners are told on this thread until its end: for a host that makes an object, of which a

@@ -20,7 +20,8 @@ namespace {
 
 const Instance& require(const K7Q::ClassObject& object) {
   const Instance* instance = native::asInstance(object.getInterface());
-  if (!instance || !instance->isAlive()) native::raiseNullReference();
+  if (!instance) native::raiseNullReference();
+  if (!instance->isAlive()) native::raiseLost(*instance);
   return *instance;
 }
 
@@ -163,6 +164,16 @@ std::vector<Mention> referrers(const K7Q::ClassObject& object) {
     result.push_back({handleOf(referring, object.getDeviant()), referring.cls().slotProperties[each.slot]});
   }
   return result;
+}
+
+std::string lossOf(const K7Q::ObjectHandle& handle) {
+  if (handle.isValid()) return {};
+  if (const Instance* instance = native::asInstance(handle.getInterface())) return native::lossOf(*instance);
+  const auto* factory = dynamic_cast<const K7Q::NSInterface::FactoryObjectIntf*>(handle.getInterface());
+  const K7Q::Model of = factory ? factory->getModel(handle.getDeviant()) : K7Q::Model();
+  const auto* interface = factory ? of.getInterface() : handle.getInterface();
+  const auto* model = dynamic_cast<const native::NativeModel*>(interface);
+  return model ? native::lossOf(*model) : std::string();
 }
 
 const char* hostName(const K7Q::NSInterface::PropertyIntf& property) { return rowOf(property).name; }

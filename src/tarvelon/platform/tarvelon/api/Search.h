@@ -45,6 +45,11 @@ struct Mention {
 /// found.
 TARVELON_API std::vector<Mention> referrers(const K7Q::ClassObject& object);
 
+/// What has become of an object or model that cannot be used any more, and what it was: "common.Package
+/// 'Brakes' was destroyed", by its name for as long as it may come back, or "the model 'brakes' is closed".
+/// Empty for one that is valid.
+TARVELON_API std::string lossOf(const K7Q::ObjectHandle& handle);
+
 /// The name of a property as hosts show it, "category"; its own, "Category", is that of the metamodel.
 TARVELON_API const char* hostName(const K7Q::NSInterface::PropertyIntf& property);
 

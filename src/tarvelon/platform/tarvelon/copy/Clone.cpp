@@ -183,7 +183,7 @@ Instance& requireObject(const K7Q::ObjectHandle& handle) {
                          describe(K7Q::Object(handle.getInterface(), handle.getDeviant())) +
                          "; a whole model is copied by itself");
   }
-  if (!object->isAlive()) raiseNullReference();
+  if (!object->isAlive()) raiseLost(*object);
   return *object;
 }
 
@@ -199,7 +199,7 @@ Destination destinationOf(const Instance& object, const K7Q::ObjectHandle& handl
   const K7Q::Deviant deviant = owner.isNull() ? handle.getDeviant() : owner.getDeviant();
   auto* model = owner.isNull() ? &object.model() : dynamic_cast<NativeModel*>(owner.getInterface());
   if (model) {
-    if (!model->isValid(deviant)) raiseNullReference();
+    if (!model->isValid(deviant)) raiseLost(*model);
     K7Q::DeviantAssertions::assertWritable(deviant, model);
     return {*model, nullptr, deviant};
   }
