@@ -16,8 +16,8 @@ using Generic::IteratorIntf;
 using Generic::Ref;
 
 void require(bool condition, const char* message, const std::string& detail, int line) {
-  const auto asserter = Asserter(condition).Make(message);
-  AsserterEx<Exception>(asserter).handle(__FILE__, line, detail.c_str());
+  Asserter asserter(condition);
+  AsserterEx<Exception>(asserter.Make(message)).handle(__FILE__, line, detail.c_str());
 }
 
 void require(bool condition, const char* message, int line = __builtin_LINE()) {
