@@ -17,8 +17,7 @@ using Generic::Ref;
 
 void require(bool condition, const char* message, const std::string& detail, int line) {
   Asserter asserter(condition);
-  asserter.Make(message);
-  AsserterEx<Exception>(asserter).handle(__FILE__, line, detail.c_str());
+  AsserterEx<Exception>(asserter.Make(message)).handle(__FILE__, line, detail.c_str());
 }
 
 void require(bool condition, const char* message, int line = __builtin_LINE()) {
