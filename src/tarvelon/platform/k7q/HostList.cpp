@@ -16,7 +16,8 @@ using Generic::IteratorIntf;
 using Generic::Ref;
 
 void require(bool condition, const char* message, const std::string& detail, int line) {
-  const auto asserter = Asserter(condition).Make(message);
+  Asserter asserter(condition);
+  asserter.Make(message);
   AsserterEx<Exception>(asserter).handle(__FILE__, line, detail.c_str());
 }
 
