@@ -17,12 +17,7 @@ using Generic::Ref;
 
 void require(bool condition, const char* message, const std::string& detail, int line) {
   Asserter asserter(condition);
-<<<<<<< HEAD
   AsserterEx<Exception>(asserter.Make(message)).handle(__FILE__, line, detail.c_str());
-=======
-  asserter.Make(message);
-  AsserterEx<Exception>(asserter).handle(__FILE__, line, detail.c_str());
->>>>>>> in/world
 }
 
 void require(bool condition, const char* message, int line = __builtin_LINE()) {
