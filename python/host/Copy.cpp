@@ -28,7 +28,7 @@ bool isModel(PyObject* value) {
 constexpr long kWidestIndent = 1000;
 
 /// A model or an object of one.
-K7Q::ObjectHandle toModelOrObject(PyObject* value, const char* function) {
+K7Q::Object toModelOrObject(PyObject* value, const char* function) {
   if (isModel(value)) return toModel(value, function);
   return toModelObject(value, function);
 }
@@ -54,8 +54,8 @@ PyObject* cloneObject(Given arguments) {
   } else if (isHostObject(arguments[1])) {
     requireChangeable(arguments[1], "take its asMutable()");
   }
-  const K7Q::ObjectHandle owner =
-      arguments[1] == Py_None ? K7Q::ObjectHandle() : toModelOrObject(arguments[1], "clone");
+  const K7Q::Object owner =
+      arguments[1] == Py_None ? K7Q::Object() : toModelOrObject(arguments[1], "clone");
   const std::string property = nameOf(arguments[2]);
   const Outside outside = arguments[3] == Py_True ? Outside::LeftOut : Outside::Refused;
   const Tarvelon::model::Undertaking undertaking;

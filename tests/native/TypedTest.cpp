@@ -1,5 +1,8 @@
 // What the native handles take, which the compiler decides, and the sequences that they give.
 
+#include <type_traits>
+
+#include "tarvelon/platform/tarvelon/api/Copy.h"
 #include "tests/native/Support.h"
 
 namespace {
@@ -36,6 +39,86 @@ static_assert(!CanCreate<variant::SystemConstValue, long, variant::SystemConst>)
 static_assert(!CanCreate<variant::SystemConstValue, long double, variant::SystemConst>);
 static_assert(!CanCreate<variant::SystemConstValue, char, variant::SystemConst>);
 static_assert(!CanCreate<variant::SystemConstValue, double, common::Package>);
+
+// A handle that only reads gives no handle that writes: not by its constructors, not by what it is asked for.
+using common::ImmutablePackage;
+using common::Package;
+static_assert(std::is_constructible_v<ImmutablePackage, Package>);
+static_assert(!std::is_constructible_v<Package, ImmutablePackage>);
+static_assert(!std::is_assignable_v<Package&, ImmutablePackage>);
+static_assert(!std::is_constructible_v<K7Q::Object, ImmutablePackage>);
+static_assert(!std::is_constructible_v<K7Q::Object, K7Q::ObjectHandle>);
+static_assert(!std::is_constructible_v<K7Q::ClassObject, ImmutablePackage>);
+static_assert(!std::is_constructible_v<K7Q::Model, K7Q::ImmutableModel>);
+static_assert(
+    !std::is_constructible_v<K7Q::Sequence<K7Q::Object>, const K7Q::ImmutableSequence<K7Q::Object>&>);
+static_assert(
+    !std::is_constructible_v<K7Q::Iterator<K7Q::Object>, const K7Q::ImmutableIterator<K7Q::Object>&>);
+static_assert(std::is_same_v<decltype(ImmutablePackage::cast(ImmutablePackage())), ImmutablePackage>);
+
+template <class Handle>
+concept CanAdd = requires(const Handle& handle, const common::ReferenceBase& base) {
+  handle.template get<"ReferenceBase">().add(base);
+};
+template <class Handle>
+concept CanEmpty = requires(const Handle& handle) {
+  handle.template get<"ReferenceBase">().clear();
+};
+template <class Handle>
+concept CanDestroyElements = requires(const Handle& handle) {
+  (*handle.template get<"ReferenceBase">().begin()).destroy();
+  handle.template get<"ReferenceBase">().at(0).destroy();
+};
+static_assert(CanAdd<Package> && CanEmpty<Package> && CanDestroyElements<Package>);
+static_assert(!CanAdd<ImmutablePackage> && !CanEmpty<ImmutablePackage>);
+static_assert(!CanDestroyElements<ImmutablePackage>);
+
+template <class... Arguments>
+concept CanClone = requires(const Arguments&... arguments) {
+  Tarvelon::metamodel::clone(arguments...);
+};
+static_assert(CanClone<Package> && CanClone<ImmutablePackage, Package> && CanClone<Package, Model>);
+static_assert(!CanClone<ImmutablePackage> && !CanClone<Package, ImmutablePackage>);
+static_assert(!CanClone<Package, K7Q::ImmutableModel>);
+
+TEST(NativeSequence, OfAnImmutableHandleIsReadThroughImmutableHandles) {
+  const Model model = Model::create();
+  const auto package = Package::create(model, u"P");
+  package.get<"PackagedElement">().add(variant::SystemConst::create(model, u"C"));
+
+  const auto elements = ImmutablePackage(package).get<"PackagedElement">();
+
+  static_assert(std::is_same_v<decltype(elements[0]), foundation::ImmutablePackageableElement>);
+  EXPECT_EQ(elements.size(), 1);
+  EXPECT_TRUE(elements.contains(elements[0]));
+  for (const auto& element : elements)
+    EXPECT_EQ(foundation::ImmutableNamedElement::cast(element).get<"Name">().view(), u"C");
+}
+
+TEST(NativeSequence, HoldsAReferenceOnceWhateverPutsItThere) {
+  const Model model = Model::create();
+  const auto formula = variant::SystemConstDependentFormula::create(model, u"f");
+  std::vector<variant::SystemConst> made;
+  for (const char16_t* name : {u"a", u"b", u"c"}) made.push_back(variant::SystemConst::create(model, name));
+  const auto constants = formula.get<"SysConst">();
+  const auto names = [&constants] {
+    std::u16string all;
+    for (const auto& each : constants) all += each.get<"Name">().view();
+    return all;
+  };
+  for (const auto& each : made) constants.add(each);
+  constants.add(made[0]);
+  EXPECT_EQ(names(), u"abc");
+  constants.insert(2, made[0]);
+  EXPECT_EQ(names(), u"bac");
+  constants.replace(0, made[2]);
+  EXPECT_EQ(names(), u"cab");
+  EXPECT_TRUE(constants.contains(made[1]));
+  constants.erase(1);
+  EXPECT_EQ(names(), u"cb");
+  constants.clear();
+  EXPECT_TRUE(constants.empty());
+}
 
 TEST(NativeSequence, OfTextsIsReadAndChanged) {
   const Model model = Model::create();

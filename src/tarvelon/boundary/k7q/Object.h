@@ -127,6 +127,9 @@ class TARVELON_API ImmutableObject : public ObjectHandle {
 class TARVELON_API Object : public ImmutableObject {
  public:
   using ImmutableObject::ImmutableObject;
+  constexpr Object() noexcept = default;
+  /// What writes comes of what writes alone.
+  explicit Object(const ObjectHandle& handle) = delete;
 };
 
 class TARVELON_API ImmutableClassObject : public ImmutableObject {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <algorithm>
+#include <concepts>
 #include <cstddef>
 #include <type_traits>
 #include <utility>
@@ -70,7 +71,8 @@ class ImmutableNative : public K7Q::ImmutableClassObject {
     setDeviantWord(deviant);
     return static_cast<Immutable&>(*this);
   }
-  /// The value of a property by the host's name for it. A reference comes as an immutable handle.
+  /// The value of a property by the host's name for it. A reference comes as an immutable handle, and so do
+  /// the elements of a sequence.
   template <FixedString Name>
   auto get() const {
     return PropertyAccess<Mutable, Name>::get(static_cast<const Immutable&>(*this));
@@ -95,8 +97,11 @@ class MutableNative : public K7Q::ClassObject {
       : ClassObject(object.getClassObject(), object.getDeviant()) {}
 
   static K7Q::ImmutableClass MetaClass() { return Intf::sIntrospectiveMethods.metaClass(); }
-  /// The object as this class, empty if it is none.
-  static Mutable cast(const K7Q::ObjectHandle& object) {
+  /// The object as this class, empty if it is none. A handle that only reads does not compile.
+  template <std::derived_from<K7Q::ObjectHandle> Handle>
+  static Mutable cast(const Handle& object) {
+    static_assert(std::derived_from<Handle, K7Q::Object>,
+                  "X::cast() gives a handle that writes, and this one only reads: use ImmutableX::cast()");
     if (!Intf::sIntrospectiveMethods.isInstance(object.getInterface())) return Mutable();
     return Mutable(static_cast<K7Q::NSInterface::ClassObjectIntf*>(object.getInterface()),
                    object.getDeviant());

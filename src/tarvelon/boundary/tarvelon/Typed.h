@@ -52,10 +52,27 @@ constexpr bool fits() {
   }
 }
 
+template <class Handle>
+inline constexpr bool kOnlyReads = requires {
+  typename Handle::MutableHandle;
+};
+
+/// Whether a sequence of P takes a value of type A. One that an immutable handle gave takes none.
+template <class P, class A>
+constexpr bool isTaken() {
+  if constexpr (kOnlyReads<P>) {
+    return false;
+  } else {
+    return fits<P, A>();
+  }
+}
+
 /// Whether a value of type A can stand in a sequence of P: any object may be asked for.
 template <class P, class A>
 constexpr bool isElement() {
-  if constexpr (kIsReference<P>) {
+  if constexpr (kOnlyReads<P>) {
+    return std::derived_from<A, K7Q::ObjectHandle>;
+  } else if constexpr (kIsReference<P>) {
     return std::derived_from<A, K7Q::ObjectHandle>;
   } else {
     return fits<P, A>();
@@ -154,6 +171,7 @@ struct ConstructorMatch {
 };
 
 /// A many-valued property of a native object as a C++ range, of handles or of texts. Indices count from 0.
+/// One that an immutable handle gave has immutable handles, and nothing that changes it compiles.
 /// Lifetime: keeps the object's model alive. An element that is taken out during iteration ends the
 ///           iteration's validity.
 template <class Element>
@@ -164,16 +182,40 @@ class NativeSequence : public K7Q::SequenceHandle {
   bool empty() const { return get().generic_empty(getDeviant()); }
   Element at(int index) const { return Carrier::fromRef(get().generic_at(getDeviant(), index)); }
   Element operator[](int index) const { return at(index); }
-  /// Appends an element. Raises what the property's checks raise; an immutable view raises as well.
+  /// Whether it holds the element.
   template <class Given>
-  requires(typed::fits<Element, Given>()) void add(const Given& element) const {
+  requires(typed::isElement<Element, Given>()) bool contains(const Given& element) const {
+    return get().generic_contains(getDeviant(), refOf(element));
+  }
+  /// What changes it raises what the property's checks raise, and for an immutable view. A list of references
+  /// holds an element once.
+  ///
+  /// Appends an element. A reference that is there stays where it is.
+  template <class Given>
+  requires(typed::isTaken<Element, Given>()) void add(const Given& element) const {
     get().generic_push_back(getDeviant(), refOf(element));
+  }
+  /// Puts an element directly before the one at the index, or behind all with size(). A reference that is
+  /// there moves.
+  template <class Given>
+  requires(typed::isTaken<Element, Given>()) void insert(int index, const Given& element) const {
+    get().generic_insert(getDeviant(), index, refOf(element));
+  }
+  /// Puts an element in the place of another. A reference that is there changes places with it.
+  template <class Given>
+  requires(typed::isTaken<Element, Given>()) void replace(int index, const Given& element) const {
+    get().generic_replace(getDeviant(), index, refOf(element));
   }
   /// Takes an element out; false when it was not there.
   template <class Given>
-  requires(typed::isElement<Element, Given>()) bool remove(const Given& element) const {
+  requires(typed::isElement<Element, Given>() &&
+           !typed::kOnlyReads<Element>) bool remove(const Given& element) const {
     return get().generic_removeAll(getDeviant(), refOf(element)) > 0;
   }
+  void erase(int index) const requires(!typed::kOnlyReads<Element>) {
+    get().generic_erase(getDeviant(), index);
+  }
+  void clear() const requires(!typed::kOnlyReads<Element>) { get().generic_clear(getDeviant()); }
 
   class Position {
    public:
@@ -197,7 +239,7 @@ class NativeSequence : public K7Q::SequenceHandle {
 
   template <class Given>
   static K7Q::Generic::Ref refOf(const Given& element) {
-    if constexpr (kIsReference<Element>) {
+    if constexpr (std::derived_from<Given, K7Q::ObjectHandle> && !std::is_same_v<Element, K7Q::String>) {
       return K7Q::ElementCarrier<Given>::toRef(element);
     } else {
       return Carrier::toRef(Element(element));
@@ -272,15 +314,14 @@ struct PropertyAccess {
     const auto deviant = handle.getDeviant();
     if constexpr (Row::kMultiplicity == K7Q::mi::Multiplicity::Many) {
       constexpr bool kFixed = kImmutable || kProperty.mutability == K7Q::mi::Mutability::ReadOnly;
-      return NativeSequence<Type>(methods().getSequence(object, deviant, kProperty.id, kFixed), deviant);
+      return NativeSequence<typename ElementOf<Type, kImmutable && kIsReference<Type>>::type>(
+          methods().getSequence(object, deviant, kProperty.id, kFixed), deviant);
     } else {
       K7Q::Object value;
       methods().get(value, object, deviant, kProperty.id);
       if constexpr (kIsReference<Type>) {
-        using Result =
-            typename std::conditional_t<kImmutable, ImmutableOf<Type>, std::type_identity<Type>>::type;
-        return Result(static_cast<K7Q::NSInterface::ClassObjectIntf*>(value.getInterface()),
-                      value.getDeviant());
+        return typename ElementOf<Type, kImmutable>::type(
+            static_cast<K7Q::NSInterface::ClassObjectIntf*>(value.getInterface()), value.getDeviant());
       } else if constexpr (Row::kMultiplicity == K7Q::mi::Multiplicity::One ||
                            std::is_same_v<Type, K7Q::String>) {
         return Type(value);
@@ -311,8 +352,13 @@ struct PropertyAccess {
   }
 
  private:
+  /// What a handle gives: through one that only reads, others that only read.
+  template <class T, bool OnlyReads>
+  struct ElementOf {
+    using type = T;
+  };
   template <class T>
-  struct ImmutableOf {
+  struct ElementOf<T, true> {
     using type = typename T::ImmutableHandle;
   };
   template <class Handle>

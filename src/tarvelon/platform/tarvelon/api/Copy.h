@@ -33,14 +33,16 @@ enum class Outside : std::uint8_t {
 /// one more, otherwise in the only property of the owner that can take it.
 ///
 /// `object` is any object of a model. `owner` is an object of the same or another model, or a model, or
-/// nothing: for a model, and for nothing, which means the object's own model, nothing holds the copy.
+/// empty: for a model, and for an empty one, which means the object's own model, nothing holds the copy.
 /// K7Q::WrongValue if no property can take it, or several can: these stand in the text.
-TARVELON_API K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle& owner = {},
+TARVELON_API K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::Object& owner,
                                     Outside outside = Outside::Refused);
+/// A copy in the object's own model, which nothing holds. A handle that only reads does not compile.
+TARVELON_API K7Q::ClassObject clone(const K7Q::Object& object);
 /// The same in the property of that name, as the host shows it or as the metamodel has it. K7Q::UnknownName
 /// if the owner holds nothing by that name, K7Q::WrongType if that is of another class, K7Q::WrongValue if it
 /// is one object and there, or if there is no owner to hold the copy.
-TARVELON_API K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle& owner,
+TARVELON_API K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::Object& owner,
                                     std::string_view property, Outside outside = Outside::Refused);
 
 /// A new model with a copy of every object of another one. It is bound to no URI and has none.

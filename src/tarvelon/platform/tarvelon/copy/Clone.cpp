@@ -223,12 +223,14 @@ void place(Instance& copy, Instance& owner, unsigned slot) {
 
 namespace Tarvelon::metamodel {
 
-K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle& owner, Outside outside) {
+K7Q::ClassObject clone(const K7Q::Object& object) { return clone(object, {}, Outside::Refused); }
+
+K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::Object& owner, Outside outside) {
   return clone(object, owner, {}, outside);
 }
 
-K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle& owner,
-                       std::string_view property, Outside outside) {
+K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::Object& owner, std::string_view property,
+                       Outside outside) {
   using namespace native;  // NOLINT(google-build-using-namespace)
   Instance& original = requireObject(object);
   const Destination to = destinationOf(original, object, owner);
