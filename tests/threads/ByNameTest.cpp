@@ -1,5 +1,5 @@
-// Four threads, each with models of its own, through the object system: what is looked up first is defined for
-// all of them.
+// Four threads, each with models of its own, through the object system: what is looked up first is defined
+// for all of them.
 #include <algorithm>
 #include <set>
 #include <string>
@@ -18,8 +18,8 @@ class ByName : public testing::Test {
   ByName() { host::openModule(); }
 };
 
-const char* const kPackages[] = {"behavior", "common",    "component", "composition",   "documentation",
-                                 "ecuc",     "instance",  "interface", "manifest",      "port",
+const char* const kPackages[] = {"behavior", "common",          "component", "composition", "documentation",
+                                 "ecuc",     "instance",        "interface", "manifest",    "port",
                                  "system",   "timingExtension", "variant"};
 
 /// The members of every class of a package and of those below it, counted.
@@ -33,7 +33,8 @@ std::size_t countMembers(ruvo::Package& package) {
   }
   for (const auto* function : package.functions()) count += function->getName().view().size();
   for (const std::string_view child : package.packageNames()) {
-    count += countMembers(ruvo::Package::get(std::string(package.getFullName().view()) + "." + std::string(child)));
+    count += countMembers(
+        ruvo::Package::get(std::string(package.getFullName().view()) + "." + std::string(child)));
   }
   return count;
 }
@@ -111,9 +112,10 @@ TEST_F(ByName, SequencesOfValuesAndTheirIteratorsAreIndependent) {
     const auto model = host::newModel();
     for (int round = 0; round < 50; ++round) {
       const auto values = host::RVOInterfacePtr(
-          host::callStatic("common.SequenceOfArxmlFilePackagingKind", "make", {host::object(model)}).object());
-      const auto literal = host::RVOInterfacePtr(
-          host::callStatic("common.ArxmlFilePackagingKind", "Modular").object());
+          host::callStatic("common.SequenceOfArxmlFilePackagingKind", "make", {host::object(model)})
+              .object());
+      const auto literal =
+          host::RVOInterfacePtr(host::callStatic("common.ArxmlFilePackagingKind", "Modular").object());
       for (int number = 0; number < 5; ++number) host::call(values, "append", {host::object(literal)});
       const auto at = host::callObject(values, "begin");
       int count = 0;
@@ -140,7 +142,8 @@ TEST_F(ByName, NewModelsOfAFactoryGetUrisOfTheirOwn) {
                   .int32(),
               kModels);
     for (const auto& model : models) {
-      host::call(model, "setUri", {host::text(u"own" + std::u16string(1, u'0' + thread))});
+      host::call(model, "setUri",
+                 {host::text(u"own" + std::u16string(1, static_cast<char16_t>(u'0' + thread)))});
       host::call(model, "close");
     }
   });

@@ -13,8 +13,8 @@ namespace threads {
 
 inline constexpr int kThreads = 4;
 
-/// Calls action(number) on four threads, which all begin at once, and waits for them. What an action raises is
-/// a failure of the test.
+/// Calls action(number) on four threads, which all begin at once, and waits for them. What an action raises
+/// is a failure of the test.
 template <class Action>
 void onEach(Action action) {
   std::latch start(kThreads);

@@ -53,8 +53,8 @@ void edit(const K7Q::Model& model) {
   const auto package = packageOf(model);
   auto elements = package.get<"PackagedElement">();
   for (int number = 0; number < kElements; ++number) {
-    const auto constant = variant::SystemConst::cast(
-        Tarvelon::model::find(model, u"/Constants/" + named(u"Constant", number)));
+    const auto constant =
+        variant::SystemConst::cast(Tarvelon::model::find(model, u"/Constants/" + named(u"Constant", number)));
     ASSERT_TRUE(constant.isValid());
     constant.set<"category">(named(u"category", number));
     if (number % 3 == 0) elements.remove(constant);

@@ -20,8 +20,8 @@ struct COWWrapperTypedData {
   explicit COWWrapperTypedData(const C& value) : mRefCount(0), mValue(value) {
     mRefCount.store(1, std::memory_order_relaxed);
 #ifndef __SANITIZE_THREAD__
-    // The value must be there for every thread that learns of the payload. ThreadSanitizer, which sees no fences,
-    // is content with the counts.
+    // The value must be there for every thread that learns of the payload. ThreadSanitizer, which sees no
+    // fences, is content with the counts.
     std::atomic_thread_fence(std::memory_order_seq_cst);
 #endif
   }

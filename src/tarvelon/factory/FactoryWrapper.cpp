@@ -40,7 +40,8 @@ template <class X>
 struct CreateFunctions {
   template <unsigned Constructor, class... Arguments>
   static K7Q::ClassObject create(const Factory& self, Arguments... arguments) {
-    const std::array<K7Q::Object, sizeof...(Arguments)> objects{typed::toObject<Arguments>(std::move(arguments))...};
+    const std::array<K7Q::Object, sizeof...(Arguments)> objects{
+        typed::toObject<Arguments>(std::move(arguments))...};
     return self.create(X::Interface::sIntrospectiveMethods, Constructor, objects);
   }
 

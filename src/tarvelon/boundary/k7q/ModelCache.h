@@ -21,8 +21,8 @@ class TARVELON_API ModelCache {
 
   /// Raises K7Q::WrongValue for a URI that is taken by another open model.
   void bindModel(const std::u16string& uri, const Model& model);
-  /// `name`, or the first of name1, name2, ... that no bound model has. Another thread may bind one of that URI
-  /// before bindModel(), which then refuses it.
+  /// `name`, or the first of name1, name2, ... that no bound model has. Another thread may bind one of that
+  /// URI before bindModel(), which then refuses it.
   std::u16string getNextAvailableModelUri(const std::u16string& name) const;
   /// The model of that URI, empty if there is none.
   Model find(const std::u16string& uri) const;

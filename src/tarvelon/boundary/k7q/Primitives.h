@@ -118,9 +118,10 @@ class TARVELON_API Real {
 };
 
 /// A UTF-16 text. Copies share one cell; the empty text has none and costs nothing.
-/// Threads: a text and its copies belong to one thread at a time, one that was read from a model to that of the
-///          model. A model that is given a text keeps one of its own: the same text may be given to models that
-///          go to different threads.
+/// Threads: a text and its copies belong to one thread at a time, one that was read from a model to that of
+/// the
+///          model. A model that is given a text keeps one of its own: the same text may be given to models
+///          that go to different threads.
 class TARVELON_API String {
  public:
   constexpr String() noexcept = default;
@@ -142,7 +143,7 @@ class TARVELON_API String {
     if (mCell) mCell->release();
   }
 
-  operator Object() const&;                                           // NOLINT(google-explicit-constructor)
+  operator Object() const&;  // NOLINT(google-explicit-constructor)
   /// Hands its cell over.
   operator Object() &&;                                               // NOLINT(google-explicit-constructor)
   operator std::u16string() const { return std::u16string(view()); }  // NOLINT(google-explicit-constructor)

@@ -81,8 +81,8 @@ class LiteralName {
  private:
   void setOnce(const std::atomic_ref<InternedName>& name) const {
     InternedName none;
-    name.compare_exchange_strong(none, InternedName(internal::makeInterned(mText)),
-                                 std::memory_order_acq_rel, std::memory_order_acquire);
+    name.compare_exchange_strong(none, InternedName(internal::makeInterned(mText)), std::memory_order_acq_rel,
+                                 std::memory_order_acquire);
   }
 
   const char* mText;

@@ -22,7 +22,8 @@ TARVELON_API void utFree(void* storage) noexcept;
 /// Receives what utPrintf() prints: NUL-terminated UTF-8 text and its length in bytes.
 using utPrintSink = void (*)(const char* text, std::size_t length);
 
-/// Redirects utPrintf(), for all threads; null goes back to the process's standard output. Returns the sink that was in force.
+/// Redirects utPrintf(), for all threads; null goes back to the process's standard output. Returns the sink
+/// that was in force.
 TARVELON_API utPrintSink utSetPrintSink(utPrintSink sink) noexcept;
 
 /// Formatted output to the host's console. Returns the number of bytes printed, negative on failure.
@@ -32,6 +33,6 @@ TARVELON_API int utPrintf(const char* format, ...) __attribute__((format(printf,
 TARVELON_API int utVSNprintf(char* buffer, std::size_t size, const char* format, std::va_list arguments)
     __attribute__((format(printf, 3, 0)));
 
-/// Test hook: the n-th allocation from now (1 is the next one) of utMalloc() or utCalloc() on the calling thread
-/// fails; 0 disarms.
+/// Test hook: the n-th allocation from now (1 is the next one) of utMalloc() or utCalloc() on the calling
+/// thread fails; 0 disarms.
 TARVELON_API void utFailAllocation(unsigned long countdown) noexcept;

@@ -34,8 +34,8 @@ static_assert(sizeof(hxArray) == 32, "the elements are aligned like the block");
 
 namespace {
 
-// A scalar goes into the smallest block, a text of up to 107 units with its NUL into the largest. Larger arrays
-// are not kept.
+// A scalar goes into the smallest block, a text of up to 107 units with its NUL into the largest. Larger
+// arrays are not kept.
 constexpr std::size_t kScalar = Blocks::sizeFor(sizeof(hxArray) + sizeof(double));
 static_assert(kScalar == 0);
 constexpr std::uint32_t kLarge = Blocks::kSizes;

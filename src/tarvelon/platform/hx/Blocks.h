@@ -17,10 +17,9 @@ namespace hx {
 ///
 /// Each thread keeps its own, so that no two meet; a block may come back on another thread than the one that
 /// took it. Every block is one of utMalloc(), so that more than a list keeps go back at once, and those of a
-/// thread when it ends. While an allocation is to fail by request no block is reused, so that a test can count
-/// on the n-th one; in a build with AddressSanitizer none ever is, so that a use after the end and a leak are
-/// seen.
-/// Threads: any.
+/// thread when it ends. While an allocation is to fail by request no block is reused, so that a test can
+/// count on the n-th one; in a build with AddressSanitizer none ever is, so that a use after the end and a
+/// leak are seen. Threads: any.
 class Blocks {
  public:
   /// What malloc() can hand out without a rest: 40, 56, 72 bytes and so on.
@@ -84,7 +83,8 @@ TARVELON_API void listThread() noexcept;
 inline void addTo(Counted what, std::ptrdiff_t by) noexcept {
   auto& counted = tThread.counts[static_cast<std::size_t>(what)];
   counted.store(counted.load(std::memory_order_relaxed) + by, std::memory_order_relaxed);
-  if (!tThread.isListed) [[unlikely]] listThread();
+  if (!tThread.isListed) [[unlikely]]
+    listThread();
 }
 
 /// The sum of all threads, those that have ended among them. Exact when no thread counts meanwhile.
@@ -101,7 +101,8 @@ inline void* Blocks::take(std::size_t size) noexcept {
 
 inline void Blocks::give(std::size_t size, void* storage) noexcept {
   List& list = tThread.blocks[size];
-  if (list.room == 0) [[unlikely]] return giveFirst(size, storage);
+  if (list.room == 0) [[unlikely]]
+    return giveFirst(size, storage);
   list.first = ::new (storage) Block{list.first};
   --list.room;
 }

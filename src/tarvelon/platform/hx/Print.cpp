@@ -17,7 +17,9 @@ void print(const char* text, std::size_t length) {
 
 }  // namespace
 
-utPrintSink utSetPrintSink(utPrintSink sink) noexcept { return gSink.exchange(sink, std::memory_order_acq_rel); }
+utPrintSink utSetPrintSink(utPrintSink sink) noexcept {
+  return gSink.exchange(sink, std::memory_order_acq_rel);
+}
 
 int utVSNprintf(char* buffer, std::size_t size, const char* format, std::va_list arguments) {
   const int length = std::vsnprintf(buffer, size, format, arguments);

@@ -1,7 +1,6 @@
-#include "tarvelon/boundary/k7q/Deviants.h"
-
 #include <utility>
 
+#include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/platform/k7q/Texts.h"
 #include "tarvelon/platform/k7q/VariantTable.h"
 

@@ -125,9 +125,7 @@ Model makeModel(const std::u16string& name) {
 
 }  // namespace
 
-void setModelFactory(ModelFactory factory) {
-  gModelFactory.store(factory, std::memory_order_release);
-}
+void setModelFactory(ModelFactory factory) { gModelFactory.store(factory, std::memory_order_release); }
 Model Model::create() { return makeModel({}); }
 void Model::close() const {
   // One that is closed already may be closed again, so only a null handle is refused.

@@ -72,7 +72,8 @@ void VariantTable::retract(const ReferenceCountingIntf& object) noexcept {
     put(isBound ? stock.retired : stock.free, index);
     index = next;
   }
-  if (!stock.isListed) [[unlikely]] list(stock);
+  if (!stock.isListed) [[unlikely]]
+    list(stock);
 }
 
 std::uint32_t VariantTable::take() {

@@ -40,7 +40,8 @@ EnumerationType::EnumerationType(const EnumerationName& enumeration)
 const ruvo::InternedName& EnumerationType::sequenceName(bool isImmutable) const {
   return mSequenceNames[isImmutable ? 1 : 0].get([&] {
     std::string text(mFullName.view().substr(0, mPrefix));
-    return text.append(isImmutable ? "ImmutableSequenceOf" : "SequenceOf").append(mFullName.view().substr(mPrefix));
+    return text.append(isImmutable ? "ImmutableSequenceOf" : "SequenceOf")
+        .append(mFullName.view().substr(mPrefix));
   });
 }
 

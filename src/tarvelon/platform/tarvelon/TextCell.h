@@ -13,8 +13,9 @@ class TextCell {
   using Text = K7Q::NSInterface::StringIntf;
 
   explicit TextCell(std::u16string_view text) : mText(Text::make(text)) {}
-  /// What a model keeps of a text that it is given: a copy of its own, since who else holds the text may count
-  /// it on another thread. Where only the caller holds it, who lets go of it then, it is the text itself.
+  /// What a model keeps of a text that it is given: a copy of its own, since who else holds the text may
+  /// count it on another thread. Where only the caller holds it, who lets go of it then, it is the text
+  /// itself.
   static TextCell keptOf(Text* given) {
     if (!given) return TextCell(given);
     if (given->numRef() != 1) return TextCell(given->view());
