@@ -72,9 +72,34 @@ void loading(const std::filesystem::path& path) {
   print("loading", fastest, most, size);
 }
 
+/// What a file takes that is refused for so many problems, in one element or each behind a namespace.
+void refusing(int problems, bool haveNamespaces) {
+  std::string text =
+      "<?xml version=\"1.0\"?><xmi:XMI xmi:version=\"2.0\" xmlns:xmi=\"http://www.omg.org/XMI\""
+      " xmlns:tarvelon=\"urn:tarvelon:file\" tarvelon:format=\"1\"";
+  for (int each = 0; each < problems; ++each) {
+    text += (haveNamespaces ? " xmlns:n" : " name") + std::to_string(each) + "=\"u\"";
+  }
+  text += '>';
+  for (int each = 0; haveNamespaces && each < problems; ++each) text += "<n" + std::to_string(each) + ":A/>";
+  text += "</xmi:XMI>";
+  const double seconds = secondsOf([&] {
+    try {
+      files::loadText(text);
+      std::puts("  a file that should be refused was loaded");
+    } catch (const files::WrongFile&) {  // NOLINT(bugprone-empty-catch): that is what is measured
+    }
+  });
+  std::printf("  refusing %7d %-12s %9.0f ns a problem\n", problems,
+              haveNamespaces ? "namespaces" : "attributes", 1e9 * seconds / problems);
+}
+
 }  // namespace
 
 void reportFiles() {
+  for (const bool haveNamespaces : {false, true}) {
+    for (const int problems : {10000, 200000}) inProcess([=] { refusing(problems, haveNamespaces); });
+  }
   const auto path = std::filesystem::temp_directory_path() / ("tarvelon-bench-" + std::to_string(::getpid()));
   std::printf("files, %.0f objects, without waiting for the disk\n", kObjects);
   inProcess([&] { saving(path); });

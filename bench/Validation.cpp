@@ -68,9 +68,24 @@ int build(const K7Q::Model& model) {
   return 4 + kBehaviors * (4 + kRunnables * (1 + 2 * kAccesses + kEvents));
 }
 
+/// A list whose elements are all faulty: each is told with its place in the list.
+void reportFaultsInOneList(int count) {
+  const auto model = K7Q::Model::create();
+  const auto values = variant::SystemConstValueSet::create(model, u"Values");
+  for (int each = 0; each < count; ++each) {
+    values.get<"SysConstValue">().add(variant::SystemConstValue::create(model));
+  }
+  const std::clock_t started = std::clock();
+  const std::size_t problems = K7Q::validate(values).size();
+  const double seconds = static_cast<double>(std::clock() - started) / CLOCKS_PER_SEC;
+  std::printf("validating a list of %d faults: %.0f ns of CPU time a fault, %zu problems\n", count,
+              1e9 * seconds / count, problems);
+}
+
 }  // namespace
 
 void reportValidation() {
+  for (const int count : {10000, 100000}) reportFaultsInOneList(count);
   const auto model = K7Q::Model::create();
   const int objects = build(model);
   double best = 0;

@@ -2,7 +2,9 @@
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
-set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+if(PROJECT_IS_TOP_LEVEL)
+  set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+endif()
 
 # Hidden unless marked: what crosses a library carries TARVELON_API (boundary/Export.h).
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
@@ -17,13 +19,17 @@ if(NOT TARVELON_PORTABLE AND CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64" AND EXISTS
   endif()
 endif()
 # Error texts name a source file relative to src/tarvelon or the repository, also when a compiler cache has made its path relative.
-file(RELATIVE_PATH root "${PROJECT_BINARY_DIR}" "${PROJECT_SOURCE_DIR}/")
-foreach(folder IN ITEMS "${PROJECT_SOURCE_DIR}/" "${root}" "${PROJECT_SOURCE_DIR}/src/tarvelon/" "${root}src/tarvelon/")
-  add_compile_options("-fmacro-prefix-map=${folder}=")
+file(RELATIVE_PATH way "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}/src")
+cmake_path(GET way PARENT_PATH way)
+foreach(folder IN ITEMS "${PROJECT_SOURCE_DIR}" "${way}" "${PROJECT_SOURCE_DIR}/src/tarvelon" "${way}/src/tarvelon")
+  add_compile_options("-fmacro-prefix-map=${folder}/=")
 endforeach()
 add_compile_options(-fno-plt -fno-semantic-interposition -Wall -Wextra -Wpedantic -Wshadow -Wconversion)
 if(TARVELON_WERROR)
   add_compile_options(-Werror)
+elseif(NOT PROJECT_IS_TOP_LEVEL)
+  # A parent's -Werror is meant for the warnings that the parent asks for.
+  add_compile_options(-Wno-error)
 endif()
 
 # Tables of constant data are full of addresses: packed, what relocates them is a fortieth of its size.
@@ -39,9 +45,11 @@ set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 
-find_program(CCACHE ccache)
-if(CCACHE AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
-  set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
+  find_program(CCACHE ccache)
+  if(CCACHE)
+    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+  endif()
 endif()
 
 if(TARVELON_SANITIZE)
@@ -61,6 +69,13 @@ endif()
 if(TARVELON_COVERAGE)
   add_compile_options(--coverage -fprofile-update=atomic)
   add_link_options(--coverage)
+endif()
+
+if(NOT TARVELON_PYTHON)
+  if(TARVELON_TESTS OR TARVELON_BENCH)
+    message(FATAL_ERROR "TARVELON_TESTS and TARVELON_BENCH run the Python host: set TARVELON_PYTHON to ON as well")
+  endif()
+  return()
 endif()
 
 # Debian's own interpreter, whatever else stands on PATH: the packages that the tests need belong to it.

@@ -34,10 +34,10 @@ function(tarvelon_library name kind)
   endif()
 endfunction()
 
-# Makes `runtime` build those of the given targets that exist.
+# Makes `runtime`, if there is one, build those of the given targets that exist.
 function(tarvelon_runtime)
   foreach(target IN LISTS ARGN)
-    if(TARGET ${target})
+    if(TARGET runtime AND TARGET ${target})
       add_dependencies(runtime ${target})
     endif()
   endforeach()

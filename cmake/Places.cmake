@@ -6,6 +6,11 @@ set(TARVELON_CONFIG "${CMAKE_INSTALL_LIBDIR}/cmake/Tarvelon")
 set(TARVELON_PKGCONFIG "${CMAKE_INSTALL_LIBDIR}/pkgconfig")
 # Debian's own place for packages of /usr/bin/python3, whatever its minor version.
 set(TARVELON_PYTHON_DIR "lib/python3/dist-packages" CACHE STRING "Folder of the Python packages, below the prefix")
+set(TARVELON_DOCUMENTS "${CMAKE_INSTALL_DOCDIR}")
+if(NOT PROJECT_IS_TOP_LEVEL)
+  # There the folder of documents has the name of the parent.
+  set(TARVELON_DOCUMENTS "${CMAKE_INSTALL_DATAROOTDIR}/doc/tarvelon")
+endif()
 set(TARVELON_EXAMPLES "${CMAKE_INSTALL_DATADIR}/tarvelon/examples")
 
 # Until 1.0 a minor version may break what was there before, from then on a major one: the libraries of two such

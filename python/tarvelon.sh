@@ -35,6 +35,7 @@ nearest() {
   printf '%s\n' "${@:2}" | awk -v name="$1" '
     function least(a, b) { return a < b ? a : b }
     { n = length(name); m = length($0)
+      if (n > m + 3 || m > n + 3) next
       for (i = 0; i <= n; i++) for (j = 0; j <= m; j++) {
         if (!i || !j) { d[i, j] = i + j; continue }
         same = substr(name, i, 1) == substr($0, j, 1)

@@ -84,13 +84,34 @@ def _to_json(self: ImmutableClassObject | ImmutableModel, indent: int | None = 1
     return _host.toJson(self, -1 if indent is None else indent)
 
 
+def _nested(rows: list[tuple[int | None, str, dict[str, Any]]]) -> list[dict[str, Any]]:
+    """What nothing holds of a list of (holder, property, object), with each object where it is held.
+
+    JSON that is nested itself is read level by level by calls, which end after some hundred.
+    """
+    roots = []
+    for holder, name, each in rows:
+        if holder is None:
+            roots.append(each)
+            continue
+        above = rows[holder][2]
+        if above[name] is None:
+            above[name] = each
+        else:
+            above[name].append(each)
+    return roots
+
+
 @_method
 def _to_dict(self: ImmutableClassObject | ImmutableModel) -> dict[str, Any]:
     """What to_json() prints, as dicts, lists and plain values."""
     import json  # slow to import, and seldom needed
 
-    read: dict[str, Any] = json.loads(_host.toJson(self, -1))
-    return read
+    read: Any = json.loads(_host.toJsonRows(self))
+    if isinstance(read, list):
+        return _nested(read)[0]
+    shown: dict[str, Any] = {**read, "objects": _nested(read["objects"])}
+    return shown
 
 
 _both = {"to_json": _to_json, "to_dict": _to_dict, "__copy__": _refuse_copy}

@@ -12,8 +12,6 @@ from K7Q._methods import method as _method
 
 TYPE_CHECKING = False  # an import of typing would take longer than all of this
 if TYPE_CHECKING:
-    from weakref import WeakKeyDictionary
-
     from K7Q import FileProblem, ImmutableClassObject, ImmutableModel, Model, _Path, _Progress
 del TYPE_CHECKING
 
@@ -128,18 +126,15 @@ def _path(path: _Path, function: str) -> str | bytes:
 def _save(self: ImmutableModel, path: _Path, *, progress: _Progress | None = None) -> None:
     """Writes the model to a file, as XMI.
 
-    At every instant the file is the old or the new one; it keeps its mode, and a symbolic link keeps pointing
-    at it. `progress` is called with how much is done, from 0 to 1; what it raises cancels. Without it, a
+    At every instant the file is the old or the new one; it keeps its mode, owner and attributes as far as the
+    system lets, and a symbolic link keeps pointing at it. K7Q.WrongValue for a suffix other than `.xmi`.
+    `progress` is called with how much is done, from 0 to 1; what it raises cancels. Without it, a
     terminal shows a bar when saving takes over a second.
     K7Q.FileError, also an OSError, for what cannot be written.
     """
     name = _path(path, "save")
     with _watched(progress, "saving", name) as watch:
         _host.saveModel(self, name, watch)
-
-
-# Of models that were loaded in spite of problems. A model's host object lives while something of it is held.
-_problems: WeakKeyDictionary[Model, tuple[FileProblem, ...]] | None = None
 
 
 def _load(path: _Path, *, lenient: bool = False, progress: _Progress | None = None) -> Model:
@@ -151,22 +146,7 @@ def _load(path: _Path, *, lenient: bool = False, progress: _Progress | None = No
     """
     name = _path(path, "load")
     with _watched(progress, "loading", name) as watch:
-        model, problems, count = _host.loadModel(name, bool(lenient), watch)
-    if problems:
-        _keep(model, problems, count)
-    return model
-
-
-def _keep(model: Model, problems: list[tuple[int, int, str]], count: int) -> None:
-    global _problems
-    if _problems is None:
-        import weakref  # slow to import, and seldom needed
-
-        _problems = weakref.WeakKeyDictionary()
-    more = count - len(problems)
-    if more > 0:
-        problems = [*problems, (*problems[-1][:2], f"and {more} more problems, which are not shown")]
-    _problems[model] = tuple(K7Q.FileProblem(*each) for each in problems)
+        return _host.loadModel(name, bool(lenient), watch)
 
 
 def _problems_of(self: Model) -> tuple[FileProblem, ...]:
@@ -174,7 +154,11 @@ def _problems_of(self: Model) -> tuple[FileProblem, ...]:
 
     Behind the first thousand stands how many more there are.
     """
-    return _problems.get(self, ()) if _problems else ()
+    problems, count = _host.problemsOf(self)
+    more = count - len(problems)
+    if more > 0:
+        problems.append((*problems[-1][:2], f"and {more} more problems, which are not shown"))
+    return tuple(K7Q.FileProblem(*each) for each in problems)
 
 
 @_method

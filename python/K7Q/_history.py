@@ -65,6 +65,7 @@ class Subscription:
 
     def __init__(self, model: Model, of: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
         self._model = model
+        self._id = 0  # the place for it: without one a listener might be left that nobody can end
         self._id = _host.listen(model, of, listener, K7Q.Change)
 
     def close(self) -> None:

@@ -46,7 +46,7 @@ def _refusal(factory: _host.HostObject, name: str) -> _host.UnknownName:
         rest = f"; it makes what the platform has. Construct it: {short}(model, ...)"
     else:
         rest = f"; did you mean '{near}'?" if near else "; help(Factory) lists what it makes"
-    return _host.UnknownName(f"Factory.create: the factory makes no '{name}'{rest}")
+    return _host.UnknownName(f"Factory.create: the factory makes no {_host.quoted(name)}{rest}")
 
 
 def _unmakeable(cls: type) -> _host.WrongType:

@@ -6,12 +6,42 @@ import io
 import json
 import os
 import sys
+from collections.abc import Callable, Iterator
+from itertools import repeat
 
 
 def to_json(record: object) -> str:
     """A text of JSON, with escapes for what the terminal's encoding may not have."""
     encoding = getattr(sys.stdout, "encoding", None) or "utf-8"
-    return json.dumps(record, indent=1, ensure_ascii=not encoding.lower().replace("-", "").startswith("utf8"))
+    is_utf8 = encoding.lower().replace("-", "").startswith("utf8")
+    return "".join(_pieces(record, json.JSONEncoder(ensure_ascii=not is_utf8).encode))
+
+
+_DEEPEST = 128  #: how many levels are indented one more than the next outer one, as in to_json() of a model
+
+
+def _pieces(value: object, encode: Callable[[object], str]) -> Iterator[str]:
+    """What json.dumps(value, indent=1) puts together, which calls itself for each level and so gives up."""
+    opened: list[tuple[Iterator[tuple[str, object]], str]] = []  # what comes next on each level, and its end
+    while True:
+        if isinstance(value, dict) and value:
+            opened.append((((f"{encode(key)}: ", each) for key, each in value.items()), "}"))
+            yield "{"
+        elif isinstance(value, list) and value:
+            opened.append((zip(repeat(""), value), "]"))
+            yield "["
+        else:
+            yield encode(value)
+        separator = "" if isinstance(value, (dict, list)) and value else ","
+        member = None
+        while opened and (member := next(opened[-1][0], None)) is None:
+            _, end = opened.pop()
+            yield f"\n{' ' * min(len(opened), _DEEPEST)}{end}"
+            separator = ","
+        if member is None:
+            return
+        yield f"{separator}\n{' ' * min(len(opened), _DEEPEST)}{member[0]}"
+        value = member[1]
 
 
 def print_text(text: str) -> bool:

@@ -15,7 +15,7 @@ def main(arguments: list[str] | None = None) -> int:
     options = parser.parse_args(arguments)
     try:
         _host.saveEcore(options.file)
-    except K7Q.FileError as error:
+    except (K7Q.FileError, K7Q.WrongValue) as error:
         print(f"tarvelon: {error}", file=sys.stderr)
         return 1
     return 0

@@ -7,6 +7,7 @@
 #include "python/host/Values.h"
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/platform/tarvelon/api/Difference.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Json.h"
 
 namespace pyhost {
@@ -58,6 +59,7 @@ PyObject* cloneObject(Given arguments) {
         arguments[1] == Py_None ? K7Q::ObjectHandle() : toModelOrObject(arguments[1], "clone");
     const std::string property = nameOf(arguments[2]);
     const Outside outside = arguments[3] == Py_True ? Outside::LeftOut : Outside::Refused;
+    const Tarvelon::model::Undertaking undertaking;
     return fromModelObject(Tarvelon::metamodel::clone(object, owner, property, outside)).release();
   });
 }
@@ -76,6 +78,12 @@ PyObject* toJson(Given arguments) {
     if (indent == -1 && PyErr_Occurred()) throw PythonError();
     return toStr(Tarvelon::metamodel::toJson(shown, static_cast<int>(std::min(indent, kWidestIndent))))
         .release();
+  });
+}
+
+PyObject* toJsonRows(Given arguments) {
+  return guarded([&] {
+    return toStr(Tarvelon::metamodel::toJsonRows(toModelOrObject(arguments[0], "to_dict"))).release();
   });
 }
 
@@ -104,6 +112,7 @@ constexpr FunctionRow kFunctions[] = {
     {"cloneObject", 4, cloneObject, "cloneObject(object, owner, property, leavesOut)"},
     {"cloneModel", 1, cloneModel, "cloneModel(model)"},
     {"toJson", 2, toJson, "toJson(modelOrObject, indent): negative for one line"},
+    {"toJsonRows", 1, toJsonRows, "toJsonRows(modelOrObject): a row for each object"},
     {"differences", 2, differences, "differences(older, newer): a list of tuples"},
 };
 

@@ -27,6 +27,7 @@ class Record {
 };
 
 template <class Range, class Describe>
+// NOLINTNEXTLINE(misc-no-recursion): as deep as packages are registered
 Reference listOf(Range&& range, Describe describe) {
   Reference list = owned(PyList_New, 0);
   for (auto&& each : range) {
@@ -98,6 +99,7 @@ PyObject* describeClassRecords(ruvo::Class& cls) {
       .release();
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as packages are registered
 PyObject* describePackage(ruvo::Package& package) {
   return Record()
       .put("name", package.getFullName().view())
@@ -105,6 +107,7 @@ PyObject* describePackage(ruvo::Package& package) {
       .put("classes", listOf(package.classes(), [](ruvo::Class* cls) { return describeClassRecords(*cls); }))
       .put("packages",
            listOf(package.packageNames(),
+                  // NOLINTNEXTLINE(misc-no-recursion): as deep as packages are registered
                   [&package](std::string_view name) { return describePackage(*package.findPackage(name)); }))
       .release();
 }

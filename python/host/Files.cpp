@@ -91,10 +91,14 @@ PyObject* loadModel(Given arguments) {
   return guardedFiles(path, [&]() -> PyObject* {
     const bool isLenient = isTrue(arguments[1]);
     const files::Loaded loaded = files::load(pathOf(path), {progressOf(arguments[2]), isLenient});
-    Reference model = fromModelObject(loaded.model);
-    Reference problems = toList(loaded.problems);
-    return Py_BuildValue("(NNn)", model.release(), problems.release(),
-                         static_cast<Py_ssize_t>(loaded.problems.count));
+    return fromModelObject(loaded.model).release();
+  });
+}
+
+PyObject* problemsOf(Given arguments) {
+  return guarded([&] {
+    const files::Problems& problems = files::problems(toModel(arguments[0], "problems"));
+    return Py_BuildValue("(Nn)", toList(problems).release(), static_cast<Py_ssize_t>(problems.count));
   });
 }
 
@@ -119,8 +123,9 @@ PyObject* rootsOf(Given arguments) {
 
 constexpr FunctionRow kFunctions[] = {
     {"saveModel", 3, saveModel, "saveModel(model, path, progress): writes a model."},
-    {"loadModel", 3, loadModel,
-     "loadModel(path, lenient, progress): the model, a list of problems as tuples, how many there are."},
+    {"loadModel", 3, loadModel, "loadModel(path, lenient, progress): the model."},
+    {"problemsOf", 1, problemsOf,
+     "problemsOf(model): a list of what its file had wrong, as tuples, and how many there are."},
     {"rootsOf", 1, rootsOf, "rootsOf(model): a list of the objects that nothing holds."},
     {"saveEcore", 1, saveEcore, "saveEcore(path): writes the metamodel."},
 };

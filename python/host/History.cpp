@@ -1,6 +1,7 @@
 #include "tarvelon/platform/tarvelon/api/History.h"
 
 #include <memory>
+#include <new>
 
 #include "python/host/Functions.h"
 #include "python/host/NativeObjects.h"
@@ -136,6 +137,7 @@ class PythonListener {
     PyObject *type = nullptr, *value = nullptr, *traceback = nullptr;
     PyErr_Fetch(&type, &value, &traceback);
     try {
+      if (changes.empty()) throw std::bad_alloc();
       Reference list = owned(PyList_New, 0);
       for (const model::Change& change : changes)
         require(PyList_Append, list.get(), fromChange(change, mRecord).get());
@@ -174,10 +176,13 @@ PyObject* listen(Given arguments) {
     }
     const auto callable = std::make_shared<const PythonListener>(arguments[2], arguments[3]);
     const auto listener = [callable](std::span<const model::Change> changes) { callable->tell(changes); };
+    const K7Q::Model of = toModel(arguments[0], "listen");
     const std::uint64_t id = arguments[1] == Py_None
-                                 ? model::listen(toModel(arguments[0], "listen"), listener)
+                                 ? model::listen(of, listener)
                                  : model::listen(toModelObject(arguments[1], "listen"), listener);
-    return owned(PyLong_FromUnsignedLongLong, id).release();
+    PyObject* shown = enter(PyLong_FromUnsignedLongLong, id);
+    if (!shown) model::unlisten(of, id);
+    return shown;
   });
 }
 

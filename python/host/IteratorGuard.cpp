@@ -4,8 +4,6 @@
 
 #include "python/host/ElementReader.h"
 #include "python/host/Values.h"
-#include "tarvelon/boundary/k7q/Deviants.h"
-#include "tarvelon/boundary/tarvelon/Names.h"
 
 namespace pyhost {
 
@@ -55,15 +53,6 @@ bool isIterator(PyObject* object) noexcept {
   return isHostObject(object) && typeOf(object)->kind == TypeKind::Iterator;
 }
 
-std::int32_t numberOf(PyObject* value) {
-  const auto info =
-      K7Q::DeviantRegistry::getVariantInfo(interfaceOf(value)->getBoundPointer(ruvo::InternedName()));
-  using K7Q::NSInterface::ObjectIntf;
-  auto* object =
-      info.object ? static_cast<ObjectIntf*>(info.object->cast(K7Q::tagsOf<ObjectIntf>())) : nullptr;
-  return Tarvelon::metamodel::native::enumerationFromObject(K7Q::Object(object, info.deviant));
-}
-
 /// Collects what stands on elements that go.
 class Collector {
  public:
@@ -104,6 +93,11 @@ class Collector {
     const double at = index.isNumber() ? index.real() : 0;
     if (at >= 1 && at <= mPlaces.size()) collectAt(*mPlaces.at(static_cast<int>(at) - 1));
   }
+  void collectPlaces(int first, int last) const {
+    if (first == last) return;
+    const Place place = mPlaces.at(first);
+    for (int index = first; index < last; ++index, mPlaces.next(*place)) collectAt(*place);
+  }
   void collectEdge(bool isLast) const {
     if (mPlaces.size() > 0) collectAt(isLast ? *mPlaces.last() : *mPlaces.begin());
   }
@@ -114,7 +108,7 @@ class Collector {
   void collectValue(PyObject* value) const {
     if (!isHostObject(value) || typeOf(value)->kind != TypeKind::Enumeration) return;
     const Place end = mPlaces.end();
-    const std::int32_t number = numberOf(value);
+    const std::int32_t number = enumerationNumber(value);
     collectIf([&](const auto& each) { return !each.equal(end.get()) && mPlaces.valueAt(each) == number; });
   }
 
@@ -177,6 +171,13 @@ IteratorsToRetire::IteratorsToRetire(PyObject* sequence, std::string_view method
   } else if (method == "removeAll" && arguments.size() == 1) {
     collector.collectValue(arguments[0]);
   }
+}
+
+IteratorsToRetire::IteratorsToRetire(PyObject* sequence, int first, int last) {
+  if (!reinterpret_cast<HostSequence*>(sequence)->iterators) return;
+  mSequence = nativeSequence(sequence);
+  mSize = mSequence.size();
+  Collector(sequence, mIterators).collectPlaces(first, last);
 }
 
 }  // namespace pyhost

@@ -27,6 +27,8 @@ class IteratorsToRetire {
   /// elements. `converted` is what the call takes for `arguments`.
   IteratorsToRetire(PyObject* sequence, std::string_view method, std::span<PyObject* const> arguments,
                     std::span<const ruvo::HostValue> converted);
+  /// The same for what stands from one index up to another. REQUIRES: a sequence of enumeration values.
+  IteratorsToRetire(PyObject* sequence, int first, int last);
   IteratorsToRetire(const IteratorsToRetire&) = delete;
   IteratorsToRetire& operator=(const IteratorsToRetire&) = delete;
   /// A call may fail behind its change, when there is no memory for the result: the size tells.

@@ -6,6 +6,7 @@
 #include "python/host/Values.h"
 #include "tarvelon/boundary/k7q/PropertyRecords.h"
 #include "tarvelon/boundary/ruvo/Method.h"
+#include "tarvelon/platform/ruvo/Texts.h"
 
 namespace pyhost {
 
@@ -72,7 +73,7 @@ PyObject* subscript(PyObject* list, PyObject* name) {
     const std::string text = toUtf8(name);
     if (hasEntry(cls, text)) return describe(cls, text).release();
     const std::string nearest = cls.nearestMember(text);
-    raiseUnknownName(name, shown + " has no property '" + text + "'" +
+    raiseUnknownName(name, shown + " has no property " + ruvo::quotedName(text) +
                                (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
   });
 }

@@ -7,6 +7,8 @@
 #include "python/host/Descriptors.h"
 #include "python/host/Docs.h"
 #include "python/host/IteratorGuard.h"
+#include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
 
 namespace pyhost {
 
@@ -50,6 +52,32 @@ PyObject* call(PyObject* callable, PyObject* const* arguments, std::size_t flagg
     if (!PyType_Check(bound.self)) return callOnObject(bound.method, bound.self, arguments, count);
     return callOnClass(bound.method, reinterpret_cast<HostType*>(bound.self), arguments, count);
   });
+}
+
+/// The metamodel's own sequences raise prescribed texts, which say neither the index nor how many elements
+/// there are; those of the platform have it behind the text.
+std::string noteOf(std::string_view refusal, const Method& method, PyObject* self,
+                   std::span<PyObject* const> given) {
+  if (!refusal.starts_with("Assertion failed: sequence ") || !refusal.ends_with(": ")) return {};
+  const std::string index = given.empty() ? "" : toUtf8(owned(PyObject_Repr(given[0])).get());
+  const int size = nativeSequence(self).size();
+  return std::string(typeOf(self)->cls->shortName()) + "." + std::string(method.name.view()) + "(" + index +
+         "): the sequence has " + std::to_string(size) + (size == 1 ? " element" : " elements") +
+         ", counted from 1";
+}
+
+ruvo::HostResult callOnSequence(const Method& method, const ruvo::OverloadSet& overloads, PyObject* self,
+                                std::span<PyObject* const> given, const Arguments& converted) {
+  const IteratorsToRetire going(self, method.name.view(), given, converted.span());
+  try {
+    auto result = ruvo::callOverloads(*typeOf(self)->cls, overloads, interfaceOf(self), converted.span());
+    going.mark();
+    return result;
+  } catch (const K7Q::Exception& refusal) {
+    const std::string note = noteOf(refusal.what(), method, self, given);
+    if (note.empty()) throw;
+    raiseWithNote(note);
+  }
 }
 
 PyObject* finish(const ruvo::HostResult& result, PyObject* self) {
@@ -179,10 +207,12 @@ PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* argument
     requireMeaningful(*type, overloads, self, converted, {arguments, count});
   }
   if (type->kind == TypeKind::Sequence) {
-    const IteratorsToRetire going(self, method->name.view(), {arguments, count}, converted.span());
-    const auto result = ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span());
-    going.mark();
-    return finish(result, self);
+    return finish(callOnSequence(*method, overloads, self, {arguments, count}, converted), self);
+  }
+  if (type->isFactory) {
+    // What cannot be shown is not made.
+    const Tarvelon::model::Undertaking undertaking;
+    return finish(ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span()), self);
   }
   return finish(ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span()), self);
 }

@@ -2,17 +2,18 @@
 
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/boundary/tarvelon/Names.h"
 
 namespace pyhost {
 
 namespace {
 
 template <class Interface>
-const Interface* interfaceAs(PyObject* object, K7Q::Deviant& deviant) noexcept {
+Interface* interfaceAs(PyObject* object, K7Q::Deviant& deviant) noexcept {
   const auto info =
       K7Q::DeviantRegistry::getVariantInfo(interfaceOf(object)->getBoundPointer(ruvo::InternedName()));
   deviant = info.deviant;
-  return info.object ? static_cast<const Interface*>(info.object->cast(K7Q::tagsOf<Interface>())) : nullptr;
+  return info.object ? static_cast<Interface*>(info.object->cast(K7Q::tagsOf<Interface>())) : nullptr;
 }
 
 template <class Edge>
@@ -29,6 +30,16 @@ NativeSequence nativeSequence(PyObject* sequence) noexcept {
   NativeSequence result;
   result.interface = interfaceAs<K7Q::Generic::SequenceIntf>(sequence, result.deviant);
   return result;
+}
+
+K7Q::RewritableIntf* asRewritable(const NativeSequence& sequence) noexcept {
+  return dynamic_cast<K7Q::RewritableIntf*>(sequence.interface);
+}
+
+std::int32_t enumerationNumber(PyObject* value) {
+  K7Q::Deviant deviant;
+  auto* object = interfaceAs<K7Q::NSInterface::ObjectIntf>(value, deviant);
+  return Tarvelon::metamodel::native::enumerationFromObject(K7Q::Object(object, deviant));
 }
 
 const K7Q::Generic::IteratorIntf* nativeIterator(const HostIterator& iterator) noexcept {

@@ -2,13 +2,14 @@
 
 #include "python/host/Objects.h"
 #include "tarvelon/boundary/k7q/Sequence.h"
+#include "tarvelon/platform/k7q/Rewritable.h"
 
 namespace pyhost {
 
 /// A sequence or an iterator behind a host object, for questions that are asked with every step of a loop.
 /// The host object must be held meanwhile.
 struct NativeSequence {
-  const K7Q::Generic::SequenceIntf* interface = nullptr;
+  K7Q::Generic::SequenceIntf* interface = nullptr;
   K7Q::Deviant deviant;
 
   explicit operator bool() const noexcept { return interface != nullptr; }
@@ -17,6 +18,13 @@ struct NativeSequence {
 
 /// Null for an object that is no sequence.
 NativeSequence nativeSequence(PyObject* sequence) noexcept;
+
+/// The sequence as one of the platform: it tests its iterators itself, and can be rewritten as a whole. Null
+/// for the metamodel's own sequences of enumeration values, which a script makes.
+K7Q::RewritableIntf* asRewritable(const NativeSequence& sequence) noexcept;
+
+/// The number of an enumeration's value. REQUIRES: a value of an enumeration.
+std::int32_t enumerationNumber(PyObject* value);
 
 /// The place that an iterator is; null for one that is gone.
 const K7Q::Generic::IteratorIntf* nativeIterator(const HostIterator& iterator) noexcept;

@@ -1,5 +1,7 @@
 #include "python/host/Objects.h"
 
+#include <utility>
+
 #include "python/host/Descriptors.h"
 #include "python/host/IteratorGuard.h"
 #include "python/host/Types.h"
@@ -7,6 +9,7 @@
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/Object.h"
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/platform/ruvo/Texts.h"
 
 namespace pyhost {
 
@@ -42,20 +45,8 @@ void retype(PyObject* object, HostType* type) {
 }
 
 PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
-  auto* made = reinterpret_cast<HostObject*>(owned(_PyObject_New, asPyType(type)).release());
-  made->interface = interface;
-  made->weakReferences = nullptr;
-  made->sequences = nullptr;
-  if (type->kind == TypeKind::Iterator) {
-    reinterpret_cast<HostIterator*>(made)->sequence = nullptr;
-    reinterpret_cast<HostIterator*>(made)->isRetired = false;
-  } else if (type->kind == TypeKind::Sequence) {
-    reinterpret_cast<HostSequence*>(made)->owner = nullptr;
-    reinterpret_cast<HostSequence*>(made)->iterators = nullptr;
-  }
-  interface->addRef();
-  interface->setHostData(made);
-  return asPyObject(made);
+  Room room(type);
+  return room.fill(interface);
 }
 
 // From here on the host object has no Python object: a callback of a weak reference may make it a new one.
@@ -99,6 +90,31 @@ void deallocateSequence(PyObject* self) {
 }
 
 }  // namespace
+
+Room::Room(HostType* type) : mObject(owned(_PyObject_New, asPyType(type)).release()) {}
+
+Room::~Room() {
+  if (mObject) freeObject(mObject);
+}
+
+PyObject* Room::fill(ruvo::RVOInterface* interface) noexcept {
+  PyObject* object = std::exchange(mObject, nullptr);
+  auto* made = reinterpret_cast<HostObject*>(object);
+  made->interface = interface;
+  made->weakReferences = nullptr;
+  made->sequences = nullptr;
+  const TypeKind kind = asHostType(Py_TYPE(object))->kind;
+  if (kind == TypeKind::Iterator) {
+    reinterpret_cast<HostIterator*>(made)->sequence = nullptr;
+    reinterpret_cast<HostIterator*>(made)->isRetired = false;
+  } else if (kind == TypeKind::Sequence) {
+    reinterpret_cast<HostSequence*>(made)->owner = nullptr;
+    reinterpret_cast<HostSequence*>(made)->iterators = nullptr;
+  }
+  interface->addRef();
+  interface->setHostData(made);
+  return object;
+}
 
 destructor deallocatorOf(TypeKind kind) noexcept {
   switch (kind) {
@@ -201,7 +217,7 @@ std::string hintFor(HostType& type, const std::string& text) {
 [[noreturn]] void raiseUnknownAttribute(HostType* type, PyObject* name) {
   const std::string text = toUtf8(name);
   raiseUnknownName(name, "class '" + std::string(type->cls->getFullName().view()) +
-                             "' has no property or method '" + text + "'" + hintFor(*type, text));
+                             "' has no property or method " + ruvo::quotedName(text) + hintFor(*type, text));
 }
 
 PyObject* getAttribute(PyObject* self, PyObject* name) {

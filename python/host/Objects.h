@@ -53,6 +53,8 @@ struct HostType {
   PyHeapTypeObject heap;
   ruvo::Class* cls;
   TypeKind kind;
+  /// Whether its methods make objects of a model.
+  bool isFactory;
   /// Of a sequence: the record that gives the element at an index; null until it is looked for.
   const ruvo::RVOMethodInfo* at;
   /// Of a sequence, once `at` is known.
@@ -105,6 +107,21 @@ bool isValid(const ruvo::RVOInterface* interface);
 
 /// The Python object of a host object, which must not be null.
 PyObject* wrap(ruvo::RVOInterface* interface);
+
+/// Room for the Python object of a host object that is still to be made: made first, so that nothing can fail
+/// behind the change.
+class Room {
+ public:
+  explicit Room(HostType* type);
+  Room(const Room&) = delete;
+  Room& operator=(const Room&) = delete;
+  ~Room();
+  /// The Python object of a host object that has none. REQUIRES: a host object of the type's class; once.
+  PyObject* fill(ruvo::RVOInterface* interface) noexcept;
+
+ private:
+  PyObject* mObject;
+};
 
 /// Names as people write them: the last two parts of a dotted name, "common.Package".
 std::string_view shownName(std::string_view fullName) noexcept;

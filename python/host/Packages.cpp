@@ -11,6 +11,7 @@
 #include "python/host/Types.h"
 #include "python/host/Values.h"
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/platform/ruvo/Texts.h"
 #include "tarvelon/platform/tarvelon/Documentation.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
 
@@ -136,7 +137,7 @@ std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
     if (hint.empty()) hint = nameNextDoor(package, text);
   }
   raiseUnknownName(name, "package '" + std::string(package.getFullName().view()) +
-                             "' has no package or class '" + text + "'" +
+                             "' has no package or class " + ruvo::quotedName(text) +
                              (hint.empty() ? "" : "; did you mean '" + hint + "'?"));
 }
 
@@ -245,6 +246,10 @@ PyObject* nearest(Given arguments) {
   });
 }
 
+PyObject* quoted(Given arguments) {
+  return guarded([&] { return toStr(ruvo::quotedName(textOf(arguments[0]))).release(); });
+}
+
 constexpr FunctionRow kFunctions[] = {
     {"isPackage", 1, isPackage, "Whether there is a package of that dotted name."},
     {"member", 2, member, "The class or function of that name in a package."},
@@ -256,6 +261,7 @@ constexpr FunctionRow kFunctions[] = {
      "list of the names of its arguments, 'model' first. Empty for a name without."},
     {"plainType", 1, plainTypeOf,
      "The type of a property's values as people know it: the class's own name for its views and sequences."},
+    {"quoted", 1, quoted, "A name between quotes, as errors show it: one that is very long is cut."},
     {"nearest", 2, nearest, "The name in a list that comes closest to another, empty if none does."},
     {"extend", 2, extend, "Adds members to a class before its type is made."},
     {"attributeName", 1, attributeName,

@@ -2,6 +2,7 @@
 #include <vector>
 
 #include "python/host/ElementReader.h"
+#include "python/host/SequenceEdits.h"
 #include "python/host/Values.h"
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/Introspection.h"
@@ -72,26 +73,8 @@ PyObject* item(PyObject* sequence, Py_ssize_t index) {
   return guarded([&] { return subscript(sequence, owned(PyLong_FromSsize_t, index).get()); });
 }
 
-/// Calls a method that changes the sequence, which the read-only classes do not have.
-template <class... Arguments>
-Reference change(PyObject* sequence, const char* method, Arguments... arguments) {
-  const Reference name = toKey(method);
-  if (!_PyType_Lookup(Py_TYPE(sequence), name.get())) {
-    raise(errors().wrongType,
-          std::string(shownName(*typeOf(sequence)->cls)) +
-              " cannot be changed: read the property from the mutable object, if it has one");
-  }
-  return owned(PyObject_CallMethodObjArgs, sequence, name.get(), arguments..., nullptr);
-}
-
 void eraseAt(PyObject* sequence, int index) {
-  change(sequence, "erase", owned(PyLong_FromLong, index + 1).get());
-}
-
-void eraseSlice(PyObject* sequence, PyObject* slice, int size) {
-  auto indices = selected(slice, size);
-  std::sort(indices.rbegin(), indices.rend());
-  for (const int index : indices) eraseAt(sequence, index);
+  changeSequence(sequence, "erase", owned(PyLong_FromLong, index + 1).get());
 }
 
 int assignSubscript(PyObject* sequence, PyObject* index, PyObject* value) {
@@ -102,14 +85,12 @@ int assignSubscript(PyObject* sequence, PyObject* index, PyObject* value) {
       if (!value) {
         eraseAt(sequence, at);
       } else {
-        change(sequence, "replace", owned(PyLong_FromLong, at + 1).get(), value);
+        assignItem(sequence, at, value);
       }
       return 0;
     }
     if (!PySlice_Check(index)) raiseNoIndex(sequence, index);
-    if (value)
-      raise(errors().wrongType, shown(sequence) + ": a slice cannot be assigned; use del, insert and extend");
-    eraseSlice(sequence, index, size);
+    assignSlice(sequence, index, value);
     return 0;
   });
 }
@@ -166,7 +147,7 @@ void extendBy(PyObject* sequence, PyObject* elements) {
   // A copy, since the elements may come from this sequence or from one that loses them to it.
   const Reference list = owned(PySequence_List, elements);
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
-    change(sequence, "push_back", PyList_GET_ITEM(list.get(), i));
+    changeSequence(sequence, "push_back", PyList_GET_ITEM(list.get(), i));
   }
 }
 
@@ -249,6 +230,21 @@ PyObject* pop(PyObject* sequence, PyObject* const* arguments, Py_ssize_t count) 
   });
 }
 
+PyObject* sort(PyObject* sequence, PyObject* arguments, PyObject* keywords) {
+  return guarded([&] {
+    sortSequence(sequence, arguments, keywords);
+    return Py_NewRef(Py_None);
+  });
+}
+
+PyObject* reverse(PyObject* sequence, PyObject* const* /*arguments*/, Py_ssize_t count) {
+  return guarded([&] {
+    requireCount(sequence, "reverse", count, 0, 0);
+    reverseSequence(sequence);
+    return Py_NewRef(Py_None);
+  });
+}
+
 /// Whether it refuses every change, by its class or as the property of a view that only reads. A made
 /// sequence never does.
 bool isReadOnly(PyObject* sequence) {
@@ -280,12 +276,22 @@ PyMethodDef gMethods[] = {
     fastMethod("remove", removeFirst,
                "remove(value): takes the first equal element out; K7Q.WrongValue if there is none"),
     fastMethod("extend", extend, "extend(elements): adds one after another, in their order"),
+    {"sort", reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(sort)), METH_VARARGS | METH_KEYWORDS,
+     "sort(*, key=None, reverse=False): sorts the elements as a list does, as one change"},
+    fastMethod("reverse", reverse, "reverse(): puts the elements into the opposite order, as one change"),
     {nullptr, nullptr, 0, nullptr}};
 
 PySequenceMethods gSequence{};
 PyMappingMethods gMapping{};
 
 }  // namespace
+
+void requireChangeable(PyObject* sequence) {
+  if (_PyType_Lookup(Py_TYPE(sequence), toKey("push_back").get())) return;
+  raise(errors().wrongType,
+        std::string(shownName(*typeOf(sequence)->cls)) +
+            " cannot be changed: read the property from the mutable object, if it has one");
+}
 
 void readySequenceType() {
   gSequence.sq_length = length;

@@ -12,6 +12,7 @@
 #include "python/host/MetaProperties.h"
 #include "python/host/Values.h"
 #include "tarvelon/platform/ruvo/PointerMap.h"
+#include "tarvelon/platform/ruvo/Texts.h"
 #include "tarvelon/platform/tarvelon/api/History.h"
 
 namespace pyhost {
@@ -59,7 +60,14 @@ PyTypeObject* rootOf(TypeKind kind) noexcept {
   }
 }
 
+bool isFactory(const ruvo::Class& cls, const std::vector<HostType*>& supers) {
+  static const ruvo::LiteralName root("K7Q.FactoryObject");
+  return cls.getFullName() == root.get() ||
+         std::any_of(supers.begin(), supers.end(), [](const HostType* super) { return super->isFactory; });
+}
+
 /// The types of the superclasses in their order.
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 std::vector<HostType*> supersOf(ruvo::Class& cls) {
   std::vector<HostType*> types;
   for (ruvo::Class* super : cls.superClasses()) types.push_back(typeOf(*super));
@@ -179,9 +187,10 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
     if (constructors && converted.hasEmpty()) {
       requireMeaningful(type, *constructors, nullptr, converted, {arguments, count});
     }
-    // The Python object must be there before a listener asks for it.
-    const Tarvelon::model::DelayedTelling delay;
-    return wrap(ruvo::construct(*type.cls, converted.span()));
+    // The Python object must be there before a listener asks for it, and without it the model is as it was.
+    const Tarvelon::model::Undertaking undertaking;
+    Room room(reinterpret_cast<HostType*>(self));
+    return room.fill(ruvo::construct(*type.cls, converted.span()));
   });
 }
 
@@ -237,6 +246,7 @@ void extend(PyObject* type, ruvo::Class& cls) {
   }
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 HostType* makeType(ruvo::Class& cls) {
   const auto supers = supersOf(cls);
   // A class made its own type while it made those of its superclasses.
@@ -249,7 +259,9 @@ HostType* makeType(ruvo::Class& cls) {
   extend(made.get(), cls);
   // What the collector has run meanwhile may have asked for the class as well.
   if (auto* other = static_cast<HostType*>(cls.getHostData())) return other;
-  auto* type = reinterpret_cast<HostType*>(made.release());
+  auto* type = reinterpret_cast<HostType*>(made.get());
+  type->isFactory = isFactory(cls, supers);
+  static_cast<void>(made.release());
   asPyType(type)->tp_flags |= Py_TPFLAGS_IMMUTABLETYPE;
   cls.setHostData(type);
   ++gTypesMade;
@@ -279,8 +291,9 @@ std::string nameOfType(PyObject* type) {
   const bool isHost = isMade(type) && !text.starts_with("_");
   const std::string nearest =
       isHost ? nearestMember(*reinterpret_cast<HostType*>(type), text) : std::string();
-  raiseUnknownName(name, "class '" + nameOfType(type) + "' has no property, method or literal '" + text +
-                             "'" + (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
+  raiseUnknownName(name, "class '" + nameOfType(type) + "' has no property, method or literal " +
+                             ruvo::quotedName(text) +
+                             (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
 }
 
 PyObject* getMember(PyObject* type, PyObject* name) {
@@ -294,10 +307,12 @@ PyObject* getMember(PyObject* type, PyObject* name) {
 
 int setMember(PyObject* type, PyObject* name, PyObject* /*value*/) {
   return guarded(-1, [&]() -> int {
-    raiseUnknownName(name,
-                     nameOfType(type) + "." + toUtf8(name) +
-                         ": a class of the host cannot be changed from Python; write a function, or set the "
-                         "property of an object");
+    const std::string text = toUtf8(name);
+    const std::string quoted = ruvo::quotedName(text);
+    const bool isWhole = quoted.size() == text.size() + 2;
+    raiseUnknownName(name, nameOfType(type) + "." + (isWhole ? text : quoted) +
+                               ": a class of the host cannot be changed from Python; write a function, or "
+                               "set the property of an object");
   });
 }
 
@@ -343,6 +358,7 @@ std::string nearestMember(HostType& type, const std::string& name) {
   return ruvo::nearestName(name, candidates);
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 HostType* typeOf(ruvo::Class& cls) {
   if (auto* made = static_cast<HostType*>(cls.getHostData())) return made;
   return makeType(cls);

@@ -1,6 +1,7 @@
 """The comparison with a kept release, on a small package and a library made for the purpose."""
 
 import copy
+import os
 import subprocess
 import sys
 from pathlib import Path
@@ -163,7 +164,7 @@ def test_a_library_promises_the_names_it_defines_but_no_copies(tmp_path):
         static void hidden() {}
         auto* used = &hidden;
     """)
-    subprocess.run(["g++", "-shared", "-fPIC", "-o", tmp_path / "lib.so", tmp_path / "lib.cpp"], check=True)
+    subprocess.run([os.environ.get("CXX", "g++"), "-shared", "-fPIC", "-o", tmp_path / "lib.so", tmp_path / "lib.cpp"], check=True)
 
     names = {name for _, name in compatibility.exported(tmp_path / "lib.so")}
     assert names == {"Shown::here()", "data", "used"}

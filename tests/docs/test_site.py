@@ -8,7 +8,7 @@ from urllib.parse import unquote, urlsplit
 
 import pytest
 
-pytest.importorskip("sphinx", reason="install it with ./tarvelon install docs")
+pytest.importorskip("sphinx", reason="python3-sphinx is missing: './tarvelon install docs' installs it")
 
 ROOT = Path(__file__).resolve().parents[2]
 BUILD = [sys.executable, "-P", str(ROOT / "tools" / "docs" / "build.py")]

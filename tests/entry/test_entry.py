@@ -2,6 +2,7 @@
 
 import json
 import os
+import re
 import shutil
 import subprocess
 from pathlib import Path
@@ -16,7 +17,7 @@ PROJECT = """
 cmake_minimum_required(VERSION 3.25)
 project(small LANGUAGES NONE)
 set(copy "${PROJECT_BINARY_DIR}/python/small.py")
-set(source "${PROJECT_SOURCE_DIR}/binding/small.py")
+set(source "${PROJECT_SOURCE_DIR}/src/small.py")
 add_custom_command(OUTPUT "${copy}" DEPENDS "${source}" VERBATIM
                    COMMAND "${CMAKE_COMMAND}" -E copy "${source}" "${copy}")
 add_custom_target(runtime ALL DEPENDS "${copy}")
@@ -32,7 +33,7 @@ CURE = f"apt-get install --no-install-recommends {MISSING}\n"
 def call(*arguments, entry=ENTRY, cwd=None, path=None, stdin=""):
     environment = dict(os.environ)
     if path:
-        environment["PATH"] = f"{path}:{environment['PATH']}"
+        environment["PATH"] = f"{path}:{environment.get('PATH', os.defpath)}"
     command = [str(entry)] + [str(argument) for argument in arguments]
     return subprocess.run(command, cwd=cwd, env=environment, input=stdin, capture_output=True, text=True)
 
@@ -54,13 +55,13 @@ def script(folder, text):
 def small(tmp_path):
     """A tree of its own, below a folder with a space in its name."""
     root = tmp_path / "a tree"
-    (root / "binding").mkdir(parents=True)
+    (root / "src").mkdir(parents=True)
     shutil.copy(ENTRY, root)
     (root / "python").mkdir()
     shutil.copy(ROOT / "python" / "tarvelon.sh", root / "python")
     (root / "CMakeLists.txt").write_text(PROJECT)
     (root / "CMakePresets.json").write_text(PRESETS)
-    (root / "binding" / "small.py").write_text("value = 1\n")
+    (root / "src" / "small.py").write_text("value = 1\n")
     script(root, "import small; print(small.value)")
     return root
 
@@ -217,7 +218,7 @@ def test_a_run_without_a_change_builds_nothing_and_says_nothing(small, tmp_path)
 
 def test_a_changed_source_is_built_before_the_script_runs(small):
     call("run", small / "a script.py", entry=small / "tarvelon")
-    (small / "binding" / "small.py").write_text("value = 22\n")
+    (small / "src" / "small.py").write_text("value = 22\n")
 
     result = call("run", small / "a script.py", entry=small / "tarvelon")
 
@@ -227,7 +228,7 @@ def test_a_changed_source_is_built_before_the_script_runs(small):
 def test_a_moved_tree_builds_anew(small, tmp_path):
     call("run", small / "a script.py", entry=small / "tarvelon")
     moved = small.rename(tmp_path / "another place")
-    (moved / "binding" / "small.py").write_text("value = 22\n")
+    (moved / "src" / "small.py").write_text("value = 22\n")
 
     result = call("run", moved / "a script.py", entry=moved / "tarvelon")
 
@@ -236,7 +237,7 @@ def test_a_moved_tree_builds_anew(small, tmp_path):
 
 
 def test_a_failed_build_is_shown_and_nothing_runs(small):
-    (small / "binding" / "small.py").unlink()
+    (small / "src" / "small.py").unlink()
 
     result = call("run", small / "a script.py", entry=small / "tarvelon")
 
@@ -281,6 +282,81 @@ def test_without_a_network_the_cure_is_named(bare):
     assert f"could not install: {MISSING}\n" in result.stderr
     assert CURE in result.stderr
     assert [line.split()[-1] for line in apt_calls(bare)] == ["python3-dev", "update"]
+
+
+@pytest.fixture
+def compilers(bare):
+    """A machine on which everything is installed, and whose PATH has clang++-14 and no g++."""
+    for name in ["bash", "cat", "cmake", "dirname", "find", "flock", "grep", "mkdir", "mv", "ninja", "nproc", "python3",
+                 "readlink", "rm", "sed"]:
+        (bare / name).symlink_to(shutil.which(name))
+    fake(bare, "dpkg-query", 'shift 3; printf "installed %s\\n" "$@"\n')
+    fake(bare, "clang++-14", "exit 1\n")
+    return bare
+
+
+def run_small(small, path, **environment):
+    command = [small / "tarvelon", "run", small / "a script.py"]
+    result = subprocess.run(command, env={"PATH": str(path), **environment}, capture_output=True, text=True)
+    assert result.returncode == 0, result.stderr
+    cache = (small / "build" / "release" / "CMakeCache.txt").read_text()
+    return re.search(r"^CMAKE_CXX_COMPILER:\w+=(.*)$", cache, re.MULTILINE)[1], result.stderr
+
+
+def test_clang_compiles_where_there_is_no_gxx_and_that_is_said(small, compilers):
+    compiler, said = run_small(small, compilers)
+
+    assert compiler == str(compilers / "clang++-14")
+    assert "there is no g++ here: clang++-14 compiles build/release\n" in said
+
+
+def test_gxx_compiles_where_both_are(small, compilers):
+    fake(compilers, "g++", "exit 1\n")
+
+    compiler, said = run_small(small, compilers)
+
+    assert compiler == str(compilers / "g++")
+    assert "clang" not in said
+
+
+def test_the_compiler_that_cxx_names_stays_with_the_folder(small, compilers):
+    fake(compilers, "g++", "exit 1\n")
+    run_small(small, compilers, CXX="clang++-14")
+    (small / "src" / "small.py").write_text("value = 2\n")
+
+    assert run_small(small, compilers)[0] == str(compilers / "clang++-14")
+
+
+def test_another_compiler_starts_the_folder_over(small, compilers):
+    fake(compilers, "g++", "exit 1\n")
+    run_small(small, compilers)
+    (small / "src" / "small.py").write_text("value = 2\n")
+
+    compiler, said = run_small(small, compilers, CXX="clang++-14")
+
+    assert compiler == str(compilers / "clang++-14")
+    assert f"build/release was made with another compiler, {compilers}/g++: starting over\n" in said
+
+
+def test_a_compiler_that_there_is_not_is_named(small, compilers):
+    command = [small / "tarvelon", "run", small / "a script.py"]
+    result = subprocess.run(command, env={"PATH": str(compilers), "CXX": "icpc"}, capture_output=True, text=True)
+
+    assert (result.returncode, result.stderr) == (
+        1, "tarvelon: there is no compiler 'icpc': CXX takes the name of one program\n")
+
+
+@pytest.mark.parametrize("arguments, asked", [("install run", "g++"), ("test --sanitize", "g++"),
+                                              ("build --preset clang", "clang-14")])
+def test_a_compiler_is_asked_for_where_it_compiles(compilers, arguments, asked):
+    (compilers / "clang++-14").unlink()
+    fake(compilers, "dpkg-query", "")
+
+    result = subprocess.run([ENTRY, "--no-install", *arguments.split()], env={"PATH": str(compilers)},
+                            capture_output=True, text=True)
+
+    missing = re.search(r"missing: (.*)\n", result.stderr)[1].split()
+    assert [name for name in missing if name in ("g++", "clang-14")] == [asked]
 
 
 def test_running_asks_for_no_test_packages(bare):

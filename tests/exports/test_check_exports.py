@@ -1,5 +1,6 @@
 """The export check itself, on a library made for the purpose."""
 
+import os
 import shutil
 import subprocess
 import sys
@@ -23,7 +24,7 @@ NAMES = ["kind::Kind::isValid() const", "start"]
 def library(tmp_path_factory):
     folder = tmp_path_factory.mktemp("exports")
     (folder / "lib.cpp").write_text(SOURCE)
-    command = ["g++", "-shared", "-fPIC", "-fvisibility=hidden", "-o", folder / "lib.so", folder / "lib.cpp"]
+    command = [os.environ.get("CXX", "g++"), "-shared", "-fPIC", "-fvisibility=hidden", "-o", folder / "lib.so", folder / "lib.cpp"]
     subprocess.run(command, check=True)
     return folder / "lib.so"
 

@@ -314,4 +314,24 @@ TEST(OtherFiles, MayBeOneObjectWithOtherPrefixesAndElementsForValues) {
   EXPECT_NE(saved.find("ElementImport=\"\n          w\n      \""), std::string::npos) << saved;
 }
 
+TEST(BrokenFiles, OfAnotherFormatOfOursAreCalledByIt) {
+  const std::string text =
+      "<?xml version=\"1.0\"?>\n<AUTOSAR xmlns=\"http://autosar.org/schema/r4.0\"><AR-PACKAGES/></AUTOSAR>";
+  const std::string refusal =
+      "2:1 this is ARXML, AUTOSAR's own format, which cannot be read yet; load a model that was saved as "
+      "XMI\n";
+  EXPECT_EQ(refusalOfText(text), refusal);
+  EXPECT_EQ(refusalOfText(text, true), refusal);
+  EXPECT_EQ(refusalOfText("<?xml version=\"1.0\"?>\n<AUTOSAR/>"), refusal);
+  // One of our objects that is called so may stand alone at the top.
+  const auto model = K7Q::Model::create();
+  common::AUTOSAR::create(model);
+  std::string alone = objectsOf(files::saveText(model));
+  alone.replace(
+      alone.find(" xmi:id"), 1,
+      " xmlns:common=\"urn:tarvelon:metamodel:arplatform.common\" xmlns:xmi=\"http://www.omg.org/XMI\""
+      " xmlns:tarvelon=\"urn:tarvelon:file\" xmi:version=\"2.0\" tarvelon:format=\"1\" ");
+  EXPECT_EQ(files::roots(files::loadText(alone).model).size(), 1U);
+}
+
 }  // namespace

@@ -3,6 +3,7 @@
 #include <set>
 #include <string>
 
+#include "tarvelon/platform/tarvelon/api/History.h"
 #include "tests/files/Support.h"
 
 namespace {
@@ -60,6 +61,38 @@ TEST(Ids, StayApartWhenAnObjectTakesTheNameOfAnother) {
   EXPECT_EQ(idOf(text, "Wheels"), id);
   EXPECT_NE(idOf(text, "Brakes"), id);
   EXPECT_EQ(files::saveText(files::loadText(text).model), text);
+}
+
+// The first one keeps its id, with which an undo brings it back.
+TEST(Ids, StayApartFromThoseThatAnUndoBringsBack) {
+  const auto model = K7Q::Model::create();
+  const auto package = common::Package::create(model, u"Brakes");
+  Tarvelon::model::setHistoryLimit(model, 100);
+  const auto first = variant::SystemConst::create(model, u"Wheels");
+  package.get<"PackagedElement">().add(first);
+  const std::string id = idOf(files::saveText(model), "Wheels");
+  first.destroy();
+  const auto second = variant::SystemConst::create(model, u"Wheels");
+  package.get<"PackagedElement">().add(second);
+  EXPECT_NE(idOf(files::saveText(model), "Wheels"), id);
+  second.set<"Name">(u"Axles");
+  for (int batch = 0; batch < 4; ++batch) Tarvelon::model::undo(model);
+  common::Package::create(model, u"Behind");
+  const std::string text = files::saveText(model);
+  EXPECT_EQ(idOf(text, "Wheels"), id);
+  EXPECT_EQ(files::saveText(files::loadText(text).model), text);
+}
+
+TEST(Ids, OfHeldObjectsAreTaken) {
+  const auto model = K7Q::Model::create();
+  const auto package = common::Package::create(model, u"Brakes");
+  const auto elements = Access<foundation::Package>(package, "PackagedElement").sequence();
+  for (int count = 0; count < 2; ++count) {
+    // The next one comes in front, so that it is given an id first: by the same name in the same list.
+    elements.get().generic_insert({}, 0, refOf(variant::SystemConst::create(model, u"Wheels")));
+    const std::string text = files::saveText(model);
+    EXPECT_EQ(files::saveText(files::loadText(text).model), text);
+  }
 }
 
 TEST(Ids, OfOtherProgramsAreKept) {

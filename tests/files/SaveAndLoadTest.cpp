@@ -7,6 +7,7 @@
 
 #include "tarvelon/platform/tarvelon/api/History.h"
 #include "tests/files/Support.h"
+#include "tests/support/SmallStack.h"
 
 namespace {
 
@@ -177,6 +178,18 @@ TEST(SaveAndLoad, RefusesAProgressThatChangesTheModel) {
   EXPECT_EQ(refusalOf([&] { files::saveText(model, {close, true}); }), refusal);
 }
 
+TEST(SaveAndLoad, RefusesAProgressThatTakesBackOrMakesAgain) {
+  const auto model = K7Q::Model::create();
+  for (int count = 0; count < 20000; ++count) common::Package::create(model, u"Package");
+  Tarvelon::model::setHistoryLimit(model, 10);
+  common::Package::create(model, u"New");
+  const auto step = [&](bool (*take)(const K7Q::Model&)) {
+    return refusalOf([&] { files::saveText(model, {[&](double) { take(model); }, true}); });
+  };
+  EXPECT_NE(step(Tarvelon::model::undo).find("was changed"), std::string::npos);
+  EXPECT_NE(step(Tarvelon::model::redo).find("was changed"), std::string::npos);
+}
+
 TEST(SaveAndLoad, RefusesAProgressThatMovesWhatIsBeingWritten) {
   const auto model = K7Q::Model::create();
   const auto owner = common::Package::create(model, u"Owner");
@@ -237,10 +250,38 @@ TEST(SaveAndLoad, RefusesToNestDeeperThanAFileMay) {
   }
 }
 
+TEST(SaveAndLoad, NeedsNoStackForWhatIsNested) {
+  host::onSmallStack([] {
+    const auto model = K7Q::Model::create();
+    auto above = common::Package::create(model, u"Top");
+    for (int depth = 1; depth < files::kMaxDepth; ++depth) {
+      const auto below = common::Package::create(model, u"Below");
+      above.get<"PackagedElement">().add(below);
+      above = below;
+    }
+    const std::string text = files::saveText(model);
+    EXPECT_EQ(again(text), text);
+    EXPECT_GT(files::ecoreText().size(), 100000U);
+  });
+}
+
 TEST(SaveAndLoad, RefusesAClosedModel) {
   const auto model = K7Q::Model::create();
   model.getModelInterface()->close();
   expectNullReference([&] { files::saveText(model); });
+}
+
+TEST(SaveAndLoad, LeavesTheProblemsOfALenientLoadWithTheModel) {
+  auto loaded = files::loadText(fileOf("<common:Package Nam=\"Brakes\"/>"), {nullptr, true});
+  const K7Q::Model model = loaded.model;
+  loaded = {K7Q::Model::create(), {}};
+  EXPECT_EQ(problemsOf(files::problems(model)),
+            "3:17 common:Package has no property 'Nam'; did you mean 'Name'?\n");
+  EXPECT_EQ(files::problems(model).count, 1U);
+  EXPECT_EQ(files::problems(loaded.model).count, 0U);
+  model.getModelInterface()->close();
+  EXPECT_EQ(files::problems(model).count, 1U);
+  EXPECT_EQ(files::problems({}).count, 0U);
 }
 
 }  // namespace

@@ -3,6 +3,7 @@
 import os
 import re
 import subprocess
+from functools import partial
 from pathlib import Path
 
 import pytest
@@ -10,6 +11,7 @@ import pytest
 SOURCE = Path(__file__).resolve().parents[2]
 BUILD = Path(os.environ["TARVELON_BUILD"])
 CMAKE = os.environ["TARVELON_CMAKE"]
+CXX = os.environ["CXX"]
 PYTHON = "/usr/bin/python3"
 VERSION = re.search(r"project\(tarvelon VERSION (\S+)", (SOURCE / "CMakeLists.txt").read_text())[1]
 
@@ -40,15 +42,21 @@ def moved(tmp_path_factory):
     return before.rename(tmp_path_factory.mktemp("after") / "another prefix")
 
 
+def run_clean(folder, *command, status=0, stdin="", **environment):
+    """Runs a program in a folder, as someone would who has never seen this tree; gives what it printed."""
+    clean = {"PATH": "/usr/bin:/bin", "HOME": str(folder), "LANG": "C.UTF-8", **environment}
+    command = [str(each) for each in command]
+    done = subprocess.run(command, cwd=folder, env=clean, input=stdin, capture_output=True, text=True)
+    assert done.returncode == status, done.stdout + done.stderr
+    return done.stdout if status == 0 else done.stderr
+
+
 @pytest.fixture
 def call(tmp_path):
-    """Runs a program as someone would who has never seen this tree; gives what it printed."""
+    return partial(run_clean, tmp_path)
 
-    def run(*command, status=0, stdin="", **environment):
-        clean = {"PATH": "/usr/bin:/bin", "HOME": str(tmp_path), "LANG": "C.UTF-8", **environment}
-        command = [str(each) for each in command]
-        done = subprocess.run(command, cwd=tmp_path, env=clean, input=stdin, capture_output=True, text=True)
-        assert done.returncode == status, done.stdout + done.stderr
-        return done.stdout if status == 0 else done.stderr
 
-    return run
+@pytest.fixture(scope="session")
+def clean_call(tmp_path_factory):
+    """The same, for what several tests share."""
+    return partial(run_clean, tmp_path_factory.mktemp("home"))

@@ -4,7 +4,7 @@ import re
 import subprocess
 
 import pytest
-from conftest import BUILD, SOURCE, VERSION, files_below, install
+from conftest import BUILD, CXX, SOURCE, VERSION, files_below, install
 
 MAJOR, MINOR, _ = VERSION.split(".")
 SERIES = f"0.{MINOR}" if MAJOR == "0" else MAJOR
@@ -65,7 +65,7 @@ def test_every_header_finds_what_it_includes(prefix, call, tmp_path):
     assert all(name.startswith("tarvelon/") for name in names)
     (tmp_path / "all.cpp").write_text("".join(f'#include "{name}"\n' for name in names))
 
-    call("g++", "-std=c++20", "-fsyntax-only", "-Wall", "-Wextra", "-Werror", "-I", headers, "all.cpp")
+    call(CXX, "-std=c++20", "-fsyntax-only", "-Wall", "-Wextra", "-Werror", "-I", headers, "all.cpp")
 
     assert {"tarvelon/boundary/k7q/Object.h", "tarvelon/platform/tarvelon/Metamodel.h",
             "tarvelon/arplatform/common/Table.h"} <= {*names}

@@ -1,14 +1,12 @@
 """C++ programs outside this tree, built with an installed copy where it was put and where it was moved to."""
 
-import os
 import shutil
 import subprocess
 from pathlib import Path
 
 import pytest
-from conftest import BUILD, CMAKE, VERSION
+from conftest import BUILD, CMAKE, CXX, VERSION
 
-CXX = os.environ["CXX"]
 NAMES = ["first_model", "by_name"]
 MAJOR, MINOR, PATCH = map(int, VERSION.split("."))
 
@@ -49,7 +47,7 @@ def test_another_series_or_a_later_version_is_refused(prefix, call, tmp_path, ve
     (tmp_path / "CMakeLists.txt").write_text(
         f"cmake_minimum_required(VERSION 3.25)\nproject(p LANGUAGES NONE)\nfind_package(Tarvelon {version} REQUIRED)\n")
 
-    error = call(CMAKE, "-S", tmp_path, "-B", tmp_path / "build", f"-DCMAKE_PREFIX_PATH={prefix}", status=1)
+    error = call(CMAKE, "-G", "Ninja", "-S", tmp_path, "-B", tmp_path / "build", f"-DCMAKE_PREFIX_PATH={prefix}", status=1)
 
     assert f'compatible with requested version "{version}"' in " ".join(error.split())
     assert f"TarvelonConfig.cmake, version: {VERSION}\n" in error

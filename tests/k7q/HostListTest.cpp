@@ -220,25 +220,41 @@ TEST(UniqueHostList, KeepsEachTextOnce) {
   EXPECT_EQ(textsOf(list), (Texts{"5", "3"}));
 }
 
-TEST(UniqueHostList, ReplacesUnlessTheTextStandsElsewhere) {
-  const auto list = textList({"5", "3"}, "makeUnique");
-  host::call(list, "replace", {integer(1), text(u"3")});
-  EXPECT_EQ(textsOf(list), (Texts{"5", "3"}));
-  host::call(list, "replace", {integer(1), text(u"5")});
-  EXPECT_EQ(textsOf(list), (Texts{"5", "3"}));
+TEST(UniqueHostList, ExchangesTextsWhenOneReplacesAnother) {
+  const auto list = textList({"5", "3", "9"}, "makeUnique");
+  host::call(list, "replace", {integer(1), text(u"9")});
+  EXPECT_EQ(textsOf(list), (Texts{"9", "3", "5"}));
+  host::call(list, "replace", {integer(1), text(u"9")});
+  EXPECT_EQ(textsOf(list), (Texts{"9", "3", "5"}));
   host::call(list, "replace", {integer(1), text(u"7")});
-  EXPECT_EQ(textsOf(list), (Texts{"7", "3"}));
-  host::call(list, "push_back", {text(u"5")});
   EXPECT_EQ(textsOf(list), (Texts{"7", "3", "5"}));
+  host::call(list, "push_back", {text(u"9")});
+  EXPECT_EQ(textsOf(list), (Texts{"7", "3", "5", "9"}));
   EXPECT_EQ(host::call(list, "removeAll", {text(u"7")}).slot().int32(), 1);
 }
 
-TEST(UniqueHostList, InsertAtAnIteratorGivesTheElementThatIsThere) {
+TEST(UniqueHostList, MovesWhatIsInsertedAgainBeforeWhatStandsThere) {
+  const auto list = textList({"a", "b", "c", "d"}, "makeUnique");
+  host::call(list, "insert", {integer(4), text(u"a")});
+  EXPECT_EQ(textsOf(list), (Texts{"b", "c", "a", "d"}));
+  host::call(list, "insert", {integer(1), text(u"a")});
+  EXPECT_EQ(textsOf(list), (Texts{"a", "b", "c", "d"}));
+  host::call(list, "insert", {integer(5), text(u"b")});
+  EXPECT_EQ(textsOf(list), (Texts{"a", "c", "d", "b"}));
+  host::call(list, "insert", {integer(2), text(u"c")});
+  host::call(list, "insert", {integer(3), text(u"c")});
+  EXPECT_EQ(textsOf(list), (Texts{"a", "c", "d", "b"}));
+}
+
+TEST(UniqueHostList, InsertAtAnIteratorGivesWhereTheElementStands) {
   const auto list = textList({"a", "b", "c"}, "makeUnique");
-  const auto begin = host::callObject(list, "begin");
-  const auto found = host::callObject(list, "insert", {object(begin), text(u"c")});
-  EXPECT_EQ(host::textOf(host::call(found, "item")), "c");
+  const auto moved = host::callObject(list, "insert", {object(host::callObject(list, "begin")), text(u"c")});
+  EXPECT_EQ(host::textOf(host::call(moved, "item")), "c");
+  EXPECT_EQ(textsOf(list), (Texts{"c", "a", "b"}));
+  const auto last = host::callObject(list, "insert", {object(host::callObject(list, "end")), text(u"c")});
+  EXPECT_EQ(host::textOf(host::call(last, "item")), "c");
   EXPECT_EQ(textsOf(list), (Texts{"a", "b", "c"}));
+  const auto begin = host::callObject(list, "begin");
   const auto added = host::callObject(list, "insert", {object(begin), text(u"x")});
   EXPECT_EQ(host::textOf(host::call(added, "item")), "x");
   EXPECT_EQ(textsOf(list), (Texts{"x", "a", "b", "c"}));

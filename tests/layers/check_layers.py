@@ -36,7 +36,7 @@ FOUNDATION_ROWS = "rows of foundation/ and types/"
 
 MODULE = ("boundary/", "binding/", "module/", "collections/", "factory/", "arplatform/")
 # What replaces a file at once, and the XML parser.
-FILES_NEEDS = frozenset({"dirent.h", "expat.h", "fcntl.h", "sys/file.h", "sys/random.h", "sys/stat.h"})
+FILES_NEEDS = frozenset({"dirent.h", "expat.h", "fcntl.h", "sys/file.h", "sys/random.h", "sys/stat.h", "sys/xattr.h"})
 # What runs at a thread's end without an allocation.
 HX_NEEDS = frozenset({"pthread.h"})
 PLATFORM = ("hx", "ruvo", "k7q", "tarvelon", "files")  # from the bottom up

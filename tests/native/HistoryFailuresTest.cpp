@@ -1,10 +1,12 @@
 // Each allocation of a change fails in turn, in a model whose changes are noted: afterwards the model is as
 // it was before or as it is after the change, and goes on working.
 
+#include <algorithm>
 #include <functional>
 #include <memory>
 #include <vector>
 
+#include "tarvelon/platform/k7q/Rewritable.h"
 #include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
@@ -29,6 +31,8 @@ class Scene {
     mFormula.get<"SysConst">().add(mOther);
     Access<behavior::Event>(mEvent, "StartOnEvent").set(mRunnable);
     mData.set<"sdgCaptionRef">(mCaption);
+    for (int count = 0; count < 3; ++count)
+      mEvents.get().generic_push_back({}, refOf(behavior::InitEvent::create(mModel)));
     switch (why) {
       case Journal::Transaction:
         mTransaction = std::make_unique<api::Transaction>(mModel);
@@ -90,6 +94,14 @@ const std::vector<Named> kChanges = {
     {"take from another owner", [](Scene& s) { s.mSecond.get<"PackagedElement">().add(s.mConstant); }},
     {"replace", [](Scene& s) { s.constants().generic_replace({}, 0, refOf(s.mThird)); }},
     {"replace by one that is there", [](Scene& s) { s.constants().generic_replace({}, 0, refOf(s.mOther)); }},
+    {"replace by the opposite of another",
+     [](Scene& s) { s.events().generic_replace({}, 0, refOf(s.mEvent)); }},
+    {"clear opposites", [](Scene& s) { s.events().generic_clear({}); }},
+    {"change everything",
+     [](Scene& s) {
+       const std::vector refs{refOf(s.mThird), refOf(s.mOther), refOf(s.mConstant)};
+       dynamic_cast<K7Q::RewritableIntf&>(s.constants()).rewrite({}, refs);
+     }},
     {"erase", [](Scene& s) { s.constants().generic_erase({}, 0); }},
     {"clear", [](Scene& s) { s.constants().generic_clear({}); }},
     {"construct", [](Scene& s) { variant::SystemConst::create(s.mModel, u"a name of some length"); }},
@@ -252,6 +264,31 @@ TEST_F(HistoryFailures, InABoundLeaveTheHistoryAsItWas) {
       });
 }
 
+// A history that is full and goes on: what it keeps found its room when it was bounded.
+TEST_F(HistoryFailures, DoNotTouchWhatAFullHistoryKeeps) {
+  constexpr std::size_t kLimit = 9;
+  for (const auto arm : kArms) {
+    for (std::size_t n = 1; n <= 4; ++n) {
+      Scene scene(Journal::Transaction);
+      scene.mTransaction.reset();
+      api::setHistoryLimit(scene.mModel, kLimit);
+      for (std::size_t turn = 0; turn < 3 * kLimit; ++turn) {
+        const K7Q::String name(std::u16string(1 + turn, u'n'));
+        const auto change = [&] { scene.mPackage.set<"Name">(name); };
+        if (hasFailed(arm, n, change)) change();
+        ASSERT_EQ(scene.mPackage.get<"Name">(), name);
+      }
+      ASSERT_EQ(api::undoable(scene.mModel), kLimit);
+      for (std::size_t turn = 0; turn < kLimit; ++turn)
+        ASSERT_FALSE(hasFailed(arm, n, [&] { api::undo(scene.mModel); }));
+      ASSERT_EQ(api::redoable(scene.mModel), kLimit);
+      for (std::size_t turn = 0; turn < kLimit; ++turn)
+        ASSERT_FALSE(hasFailed(arm, n, [&] { api::redo(scene.mModel); }));
+      ASSERT_EQ(api::undoable(scene.mModel), kLimit);
+    }
+  }
+}
+
 TEST_F(HistoryFailures, InListeningLeaveNoListener) {
   const auto told = std::make_shared<int>();
   eachFailure(
@@ -264,13 +301,33 @@ TEST_F(HistoryFailures, InListeningLeaveNoListener) {
       });
 }
 
+TEST_F(HistoryFailures, InTellingAreToldAsNoChangesAtAll) {
+  for (const auto arm : kArms) {
+    int lost = 0;
+    for (std::size_t n = 1; n <= kMost; ++n) {
+      Scene scene(Journal::Transaction);
+      scene.mTransaction.reset();
+      std::vector<std::size_t> told;
+      told.reserve(2);
+      api::listen(scene.mModel,
+                  [&told](std::span<const api::Change> changes) { told.push_back(changes.size()); });
+      api::listen(scene.mConstant,
+                  [&told](std::span<const api::Change> changes) { told.push_back(changes.size()); });
+      const bool failed = hasFailed(arm, n, [&] { scene.mConstant.set<"category">(u"1"); });
+      ASSERT_EQ(told.size(), failed ? 0U : 2U) << n;
+      lost += static_cast<int>(std::ranges::count(told, 0U));
+    }
+    EXPECT_EQ(lost > 0, arm == *kArms.begin()) << "what is told comes from operator new";
+  }
+}
+
 TEST_F(HistoryFailures, InASearchLeaveItToTheNext) {
   const std::vector<Named> searches = {
       {"find", [](Scene& s) { ASSERT_TRUE(api::find(s.mModel, u"/R/P/C") == s.mConstant); }},
       {"find all", [](Scene& s) { ASSERT_EQ(api::findAll(s.mModel, u"/R/P").size(), 1U); }},
       {"instances",
        [](Scene& s) { ASSERT_EQ(api::instances(s.mModel, table<variant::SystemConst>()).size(), 3U); }},
-      {"objects", [](Scene& s) { ASSERT_EQ(api::objects(s.mModel).size(), 15U); }},
+      {"objects", [](Scene& s) { ASSERT_EQ(api::objects(s.mModel).size(), 18U); }},
       {"referrers", [](Scene& s) { ASSERT_EQ(api::referrers(s.mConstant).size(), 2U); }},
       {"qualified name", [](Scene& s) { ASSERT_EQ(api::qualifiedName(s.mConstant), u"/R/P/C"); }},
   };

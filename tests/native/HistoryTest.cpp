@@ -45,6 +45,7 @@ class History : public Transactions {
 TEST_F(History, TakesBackEachKindOfChange) {
   const auto first = constant(u"a");
   const auto second = constant(u"b");
+  const auto third = constant(u"c");
   takeBack([&] { mPackage.set<"Name">(u"Q"); });
   takeBack([&] { mPackage.set<"category">(u"c"); });
   takeBack([&] { mPackage.unset<"category">(); });
@@ -52,8 +53,8 @@ TEST_F(History, TakesBackEachKindOfChange) {
   takeBack([&] { elements().generic_push_front({}, refOf(second)); });
   takeBack([&] { elements().generic_insert({}, 0, refOf(first)); });
   takeBack([&] { elements().generic_replace({}, 0, refOf(second)); });
-  takeBack([&] { elements().generic_push_back({}, refOf(first)); });
   takeBack([&] { elements().generic_erase({}, 0); });
+  takeBack([&] { elements().generic_replace({}, 0, refOf(third)); });
   takeBack([&] { elements().generic_clear({}); });
   takeBack([&] { referTo(first); });
   takeBack([&] { first.destroy(); });

@@ -47,6 +47,24 @@ TEST_F(Objects, TakeThePlacesOfThoseThatHaveGone) {
   EXPECT_TRUE(all[998] == made[998]);
 }
 
+// Its list closes up when more than half of it has gone.
+TEST_F(Objects, StandInTheListOfTheirClassAsThoseBeforeThemGo) {
+  auto made = make(100);
+  const auto first = made.begin() + 60;
+  for (auto each = made.begin(); each != first; ++each) each->destroy();
+  const auto expectLeft = [&](auto begin) {
+    const auto left = api::instances(mModel, table<common::Package>());
+    ASSERT_EQ(left.size(), static_cast<std::size_t>(made.end() - begin));
+    for (std::size_t i = 0; i < left.size(); ++i)
+      EXPECT_TRUE(left[i] == begin[static_cast<std::ptrdiff_t>(i)]);
+  };
+  expectLeft(first);
+  for (auto each = first; each != made.end(); ++each) {
+    each->destroy();
+    expectLeft(each + 1);
+  }
+}
+
 TEST_F(Objects, KeepTheirPlacesWhileTheyAreHeldThoughTheyAreGone) {
   auto held = make(200);
   for (const auto& each : held) each.destroy();

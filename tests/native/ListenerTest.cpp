@@ -6,6 +6,7 @@
 
 #include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/tarvelon/audit/Audit.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 
@@ -43,9 +44,9 @@ TEST_F(Listeners, AreToldOfEachKindOfChange) {
   listen();
   mPackage.set<"category">(u"c");
   elements().generic_push_back({}, refOf(mConstant));
-  elements().generic_push_back({}, refOf(mOther));
   elements().generic_replace({}, 0, refOf(mOther));
-  elements().generic_clear({});
+  elements().generic_push_back({}, refOf(mConstant));
+  elements().generic_erase({}, 1);
   common::Package::create(mModel, u"Q").destroy();
   ASSERT_EQ(mBatches.size(), 7U);
   const Change& set = mBatches[0][0];
@@ -56,12 +57,51 @@ TEST_F(Listeners, AreToldOfEachKindOfChange) {
   EXPECT_EQ(K7Q::String(set.after), K7Q::String(u"c"));
   EXPECT_EQ(kindsOf(1), std::vector{Kind::Added});
   EXPECT_TRUE(mBatches[1][0].after == mConstant);
-  EXPECT_EQ(mBatches[2][0].index, 1U);
-  EXPECT_EQ(kindsOf(3), std::vector{Kind::Removed});
-  EXPECT_TRUE(mBatches[3][0].before == mConstant);
+  EXPECT_EQ(kindsOf(2), std::vector{Kind::Replaced});
+  EXPECT_TRUE(mBatches[2][0].before == mConstant && mBatches[2][0].after == mOther);
+  EXPECT_EQ(mBatches[3][0].index, 1U);
+  EXPECT_EQ(kindsOf(4), std::vector{Kind::Removed});
+  EXPECT_TRUE(mBatches[4][0].before == mConstant);
   EXPECT_EQ(kindsOf(5), (std::vector{Kind::Made, Kind::Set}));
   EXPECT_EQ(kindsOf(6), std::vector{Kind::Destroyed});
   EXPECT_FALSE(mBatches[6][0].object.isValid());
+}
+
+// The first holder is left without a value that is required of it.
+TEST_F(Listeners, AreToldOfBothHoldersOfAnObjectThatGoesToAnother) {
+  const auto paragraph = documentation::MultiLanguageOverviewParagraph::create(mModel);
+  const auto first = documentation::Modification::create(mModel, paragraph);
+  const auto second = documentation::Modification::create(mModel);
+  api::setHistoryLimit(mModel, 5);
+  listen();
+  std::vector<Change> ofFirst;
+  std::vector<Change> ofSecond;
+  api::listen(first, [&](Changes changes) { ofFirst.insert(ofFirst.end(), changes.begin(), changes.end()); });
+  api::listen(second,
+              [&](Changes changes) { ofSecond.insert(ofSecond.end(), changes.begin(), changes.end()); });
+  second.set<"change">(paragraph);
+  api::undo(mModel);
+
+  const auto expect = [&](const Change& change, const K7Q::ClassObject& object, bool hadIt) {
+    EXPECT_EQ(change.kind, Kind::Set);
+    EXPECT_TRUE(change.object == object);
+    EXPECT_STREQ(api::hostName(*change.property), "change");
+    EXPECT_TRUE((hadIt ? change.before : change.after) == paragraph);
+    EXPECT_TRUE((hadIt ? change.after : change.before).isNull());
+  };
+  ASSERT_EQ(mBatches.size(), 2U);
+  ASSERT_EQ(kindsOf(0), (std::vector{Kind::Set, Kind::Set}));
+  expect(mBatches[0][0], first, true);
+  expect(mBatches[0][1], second, false);
+  ASSERT_EQ(kindsOf(1), (std::vector{Kind::Set, Kind::Set}));
+  expect(mBatches[1][0], second, true);
+  expect(mBatches[1][1], first, false);
+  ASSERT_EQ(ofFirst.size(), 2U);
+  expect(ofFirst[0], first, true);
+  expect(ofFirst[1], first, false);
+  ASSERT_EQ(ofSecond.size(), 2U);
+  expect(ofSecond[0], second, false);
+  expect(ofSecond[1], second, true);
 }
 
 TEST_F(Listeners, AreToldOfAMoveWithinASequence) {
@@ -72,6 +112,38 @@ TEST_F(Listeners, AreToldOfAMoveWithinASequence) {
   ASSERT_EQ(kindsOf(0), std::vector{Kind::Moved});
   EXPECT_EQ(mBatches[0][0].from, 2U);
   EXPECT_EQ(mBatches[0][0].index, 0U);
+}
+
+TEST_F(Listeners, AreToldOfAnExchangeAsTwoMoves) {
+  for (const char16_t* name : {u"1", u"2", u"3", u"4"})
+    mPackage.get<"PackagedElement">().add(variant::SystemConst::create(mModel, name));
+  api::setHistoryLimit(mModel, 5);
+  listen();
+  elements().generic_replace({}, 3, elements().generic_at({}, 1));
+  api::undo(mModel);
+  elements().generic_replace({}, 0, elements().generic_at({}, 1));
+  for (const std::size_t batch : {0U, 1U}) {
+    ASSERT_EQ(kindsOf(batch), (std::vector{Kind::Moved, Kind::Moved}));
+    EXPECT_EQ(mBatches[batch][0].from, 3U);
+    EXPECT_EQ(mBatches[batch][0].index, 1U);
+    EXPECT_EQ(mBatches[batch][1].from, 2U);
+    EXPECT_EQ(mBatches[batch][1].index, 3U);
+  }
+  ASSERT_EQ(kindsOf(2), std::vector{Kind::Moved});
+  EXPECT_EQ(mBatches[2][0].from, 1U);
+  EXPECT_EQ(mBatches[2][0].index, 0U);
+}
+
+TEST_F(Listeners, SeeTheModelUnderTheViewThatTheyCameWith) {
+  const K7Q::Model frozen(mModel.getModelInterface(), mModel.frozen().getDeviant());
+  std::vector<Change> seen;
+  const auto number = api::listen(
+      frozen, [&seen](std::span<const Change> changes) { seen.assign(changes.begin(), changes.end()); });
+  elements().generic_push_back({}, refOf(mConstant));
+  api::unlisten(mModel, number);
+  ASSERT_EQ(seen.size(), 1U);
+  EXPECT_EQ(seen[0].object.getDeviant().word, K7Q::Deviant::kReadOnly);
+  EXPECT_EQ(seen[0].after.getDeviant().word, K7Q::Deviant::kReadOnly);
 }
 
 TEST_F(Listeners, AreToldOnceOfATransactionAndNotOfOneThatIsTakenBack) {
@@ -288,6 +360,43 @@ TEST_F(Listeners, AreToldLaterWhileThatIsPutOff) {
     EXPECT_TRUE(mBatches.empty());
   }
   EXPECT_EQ(kindsOf(0), std::vector{Kind::Set});
+}
+
+TEST_F(Listeners, AreToldLaterThoughATransactionIsTakenBackMeanwhile) {
+  listen();
+  {
+    const api::DelayedTelling delayed;
+    mPackage.set<"category">(u"x");
+    {
+      const api::Transaction transaction(mModel);
+      mPackage.set<"Name">(u"1");
+      const api::Transaction inner(mModel);
+      mPackage.set<"Name">(u"2");
+    }
+    EXPECT_TRUE(mBatches.empty());
+    mPackage.set<"category">(u"y");
+  }
+  EXPECT_EQ(kindsOf(0), (std::vector{Kind::Set, Kind::Set}));
+  EXPECT_EQ(mBatches.size(), 1U);
+  // Each begin has had its end.
+  api::setHistoryLimit(mModel, 3);
+  mPackage.set<"Name">(u"3");
+  EXPECT_TRUE(api::undo(mModel));
+  EXPECT_EQ(api::audit(mModel), "");
+}
+
+TEST_F(Listeners, AreToldLaterThoughATransactionFromBeforeIsTakenBackMeanwhile) {
+  listen();
+  auto transaction = std::make_unique<api::Transaction>(mModel);
+  {
+    const api::DelayedTelling delayed;
+    mPackage.set<"category">(u"x");
+    transaction.reset();
+    EXPECT_EQ(mPackage.get<"category">(), K7Q::String());
+    mPackage.set<"category">(u"y");
+  }
+  EXPECT_EQ(kindsOf(0), std::vector{Kind::Set});
+  EXPECT_EQ(api::audit(mModel), "");
 }
 
 TEST_F(Listeners, OfAModelThatIsClosedWhileThatIsPutOffAreNotTold) {

@@ -1,11 +1,13 @@
-// Random editing with transactions, undo and redo: every state that is taken back or made again must look as
-// it did when it was left. TARVELON_RANDOM_STEPS makes it longer.
+// Random editing with transactions, undo, redo and saves: every state that is taken back or made again must
+// look as it did when it was left, and every saved state can be loaded. TARVELON_RANDOM_STEPS makes it
+// longer.
 
 #include <cstdlib>
 #include <memory>
 #include <random>
 #include <vector>
 
+#include "tarvelon/platform/files/Files.h"
 #include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/native/Shown.h"
@@ -177,6 +179,12 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
     }
   }
 
+  /// Gives ids to the objects that have none.
+  void save() {
+    const std::string text = Tarvelon::files::saveText(mModel);
+    ASSERT_EQ(Tarvelon::files::saveText(Tarvelon::files::loadText(text).model), text);
+  }
+
   void editInTransaction() {
     api::Transaction transaction(mModel);
     for (std::size_t i = pick(6); i-- > 0;) {
@@ -189,6 +197,9 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
         ASSERT_EQ(shown::everything(mModel), before);
       } else {
         edit();
+      }
+      if (isOneIn(6)) {
+        ASSERT_NO_FATAL_FAILURE(save());
       }
     }
     if (isOneIn(2)) transaction.commit();
@@ -217,6 +228,9 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
 
   void step() {
     if (isOneIn(8)) api::find(mModel, u"/a");
+    if (isOneIn(12)) {
+      ASSERT_NO_FATAL_FAILURE(save());
+    }
     switch (pick(8)) {
       case 0:
         undo();

@@ -88,8 +88,8 @@ class RandomEditing : public testing::TestWithParam<unsigned> {
     const int place = pick(included.size());
     includedOf(at(from)).get().generic_replace({}, place, refOf(at(to).object));
     const auto old = std::ranges::find(included, to);
+    if (old != included.end()) std::iter_swap(old, included.begin() + place);
     included[static_cast<std::size_t>(place)] = to;
-    if (old != included.end() && old - included.begin() != place) included.erase(old);
   }
 
   void erase(int index) {

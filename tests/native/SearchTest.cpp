@@ -334,6 +334,22 @@ TEST_F(Find, GoesDownATreeOfAnyDepth) {
   EXPECT_TRUE(api::objects(mModel).empty());
 }
 
+TEST_F(Find, BuildsItsIndexAnewRatherThanGoUpAgainAndAgain) {
+  std::vector<common::Package> packages{package(u"p")};
+  for (int level = 1; level < 3000; ++level) packages.push_back(put(packages.back(), package(u"p")));
+  ASSERT_TRUE(finds(u"/p", packages[0]));
+  for (int level = 0; level < 100; ++level) packages[static_cast<std::size_t>(level)].set<"Name">(u"");
+  // Building an index would need memory.
+  utFailAllocation(1);
+  EXPECT_TRUE(finds(u"/p", packages[100]));
+  utFailAllocation(0);
+  for (int level = 0; level < 2000; ++level) packages[static_cast<std::size_t>(level)].set<"Name">(u"");
+  utFailAllocation(1);
+  EXPECT_THROW(finds(u"/p", packages[2000]), std::bad_alloc);
+  utFailAllocation(0);
+  EXPECT_TRUE(finds(u"/p", packages[2000]));
+}
+
 TEST_F(Find, RefusesAClosedModelAndAnObjectThatIsGone) {
   const auto above = package(u"A");
   const auto gone = package(u"B");

@@ -3,6 +3,7 @@
 #include <string>
 #include <vector>
 
+#include "tarvelon/platform/k7q/Rewritable.h"
 #include "tests/native/Support.h"
 
 // What the tests of many-valued properties and of their iterators share.
@@ -31,6 +32,15 @@ class Sequence : public testing::Test {
   }
   K7Q::IteratorHandle begin() const { return {sequence().generic_begin({}), {}}; }
   K7Q::IteratorHandle end() const { return {sequence().generic_end({}), {}}; }
+  static K7Q::RewritableIntf& rewritable(K7Q::Generic::SequenceIntf& sequence) {
+    return dynamic_cast<K7Q::RewritableIntf&>(sequence);
+  }
+  /// Lets the sequence hold these of the constants.
+  void rewrite(const std::vector<std::size_t>& indices) const {
+    std::vector<K7Q::Generic::Ref> refs;
+    for (const std::size_t index : indices) refs.push_back(ref(index));
+    rewritable(sequence()).rewrite({}, refs);
+  }
   std::string names() const {
     std::string all;
     for (const auto& constant : mFormula.get<"SysConst">())

@@ -83,14 +83,61 @@ TEST_F(Sequence, ReplacesAnElement) {
   EXPECT_EQ(names(), "adc");
   sequence().generic_replace({}, 1, ref(3));
   EXPECT_EQ(names(), "adc");
-  sequence().generic_replace({}, 0, ref(2));
-  EXPECT_EQ(names(), "cd");
-  sequence().generic_replace({}, 1, ref(2));
-  EXPECT_EQ(names(), "c");
   // What was taken out can go, and what came in is known to be referred to.
-  mConstants[0].destroy();
-  mConstants[2].destroy();
+  mConstants[1].destroy();
+  mConstants[3].destroy();
+  EXPECT_EQ(names(), "ac");
+}
+
+TEST_F(Sequence, ExchangesElementsWhenOneReplacesAnother) {
+  fill();
+  sequence().generic_replace({}, 0, ref(2));
+  EXPECT_EQ(names(), "cba");
+  sequence().generic_replace({}, 1, ref(0));
+  EXPECT_EQ(names(), "cab");
+  sequence().generic_replace({}, 1, ref(0));
+  EXPECT_EQ(names(), "cab");
+  for (const auto& constant : mConstants) EXPECT_TRUE(sequence().generic_contains({}, refOf(constant)));
+}
+
+TEST_F(Sequence, TakesAnotherOrderAsAWhole) {
+  fill();
+  rewrite({2, 0, 1});
+  EXPECT_EQ(names(), "cab");
+  rewrite({2, 1, 0});
+  EXPECT_EQ(names(), "cba");
+  rewrite({2, 1, 0});
+  EXPECT_EQ(names(), "cba");
+}
+
+TEST_F(Sequence, TakesOtherContentsAsAWhole) {
+  fill();
+  for (const char16_t* name : {u"d", u"e"}) mConstants.push_back(variant::SystemConst::create(mModel, name));
+  rewrite({3, 2, 4, 0, 3});
+  EXPECT_EQ(names(), "dcea");
+  EXPECT_FALSE(sequence().generic_contains({}, ref(1)));
+  rewrite({});
   EXPECT_EQ(names(), "");
+}
+
+TEST_F(Sequence, StaysAsItIsWhenOneOfItsNewElementsIsRefused) {
+  fill();
+  const auto foreign = variant::SystemConst::create(K7Q::Model::create(), u"x");
+  const std::vector refs{ref(2), refOf(foreign)};
+  refusalOf<K7Q::WrongValue>([&] { rewritable(sequence()).rewrite({}, refs); });
+  EXPECT_EQ(names(), "abc");
+}
+
+TEST_F(Sequence, ThatHoldsIsSeenInItsOrderByWhatIsComputedOfIt) {
+  const auto package = common::Package::create(mModel, u"P");
+  const auto elements = Access<foundation::Package>(package, "PackagedElement").sequence();
+  const auto owned = Access<foundation::Element>(package, "OwnedElement").sequence();
+  for (const auto& constant : mConstants) elements.get().generic_push_back({}, refOf(constant));
+  EXPECT_TRUE(owned.get().generic_at({}, 0).equals(ref(0)));
+  elements.get().generic_insert({}, 0, ref(2));
+  EXPECT_TRUE(owned.get().generic_at({}, 0).equals(ref(2)));
+  elements.get().generic_replace({}, 0, ref(1));
+  EXPECT_TRUE(owned.get().generic_at({}, 0).equals(ref(1)));
 }
 
 TEST_F(Sequence, TakesElementsOut) {
@@ -267,6 +314,25 @@ TEST_F(TextSequence, KeepsTextsAndDuplicates) {
   EXPECT_TRUE(texts.generic_back({}).equals(text(u"z")));
   EXPECT_STREQ(texts.generic_getRuvoName(false, false, ""), "K7Q.SequenceOfString");
   EXPECT_STREQ(texts.generic_getRuvoName(true, true, ""), "K7Q.ImmutableSequenceOfString");
+}
+
+TEST_F(TextSequence, IsChangedAsAWholeWhereItDiffers) {
+  const auto value = variant::SystemConstValue::create(mModel);
+  const auto handle = Access<variant::SystemConstValue>(value, "ValueVariationPoint").sequence();
+  const auto expectAfter = [&](const std::vector<const char16_t*>& texts) {
+    std::vector<K7Q::Generic::Ref> refs;
+    for (const char16_t* text : texts) refs.push_back(K7Q::makeStringRef(K7Q::String(text)));
+    rewritable(handle.get()).rewrite({}, refs);
+    ASSERT_EQ(handle.get().generic_size({}), static_cast<int>(refs.size()));
+    for (std::size_t i = 0; i < refs.size(); ++i)
+      EXPECT_TRUE(handle.get().generic_at({}, static_cast<int>(i)).equals(refs[i])) << i;
+  };
+  expectAfter({u"a", u"b", u"c", u"b"});
+  expectAfter({u"a", u"b"});
+  expectAfter({u"a", u"x", u"y", u"b"});
+  expectAfter({u"b", u"y", u"x", u"a"});
+  expectAfter({u"y"});
+  expectAfter({});
 }
 
 TEST_F(TextSequence, RefusesTextThatNoFileCouldHold) {

@@ -20,7 +20,7 @@ JARS = [Path("/usr/share/java") / f"eclipse-emf-{name}.jar" for name in ("common
 
 pytestmark = pytest.mark.skipif(
     not shutil.which("javac") or not all(jar.exists() for jar in JARS),
-    reason="EMF is not installed: './tarvelon install emf' does that")
+    reason="javac or libeclipse-emf-ecore-xmi-java is missing: './tarvelon install emf' installs them")
 
 
 def java(*command):

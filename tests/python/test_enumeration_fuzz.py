@@ -133,7 +133,10 @@ class Sequences(RuleBasedStateMachine):
     def assign(self, index, value):
         if -len(self.nodes) <= index < len(self.nodes):
             self.sequence[index] = value
-            self.replace_node(index % len(self.nodes), value)
+            node = self.nodes[index]
+            if self.is_unique() and self.found(value) is not None:
+                self.found(value).value = node.value
+            node.value = value
         else:
             self.refuses(IndexError, lambda: self.sequence.__setitem__(index, value))
 

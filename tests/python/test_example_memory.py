@@ -41,7 +41,7 @@ print(rounds(10), rounds(90))
 """
 
 
-@pytest.mark.skipif("asan" in os.environ.get("LD_PRELOAD", ""), reason="the sanitizer has an allocator of its own")
+@pytest.mark.uninstrumented("the sanitizer has an allocator of its own")
 def test_a_hundred_vehicles_leave_as_much_as_ten():
     run = subprocess.run([sys.executable, "-c", ROUNDS, str(EXAMPLES)], env={**os.environ, "PYTHONMALLOC": "malloc"},
                          check=True, capture_output=True, text=True)

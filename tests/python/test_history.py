@@ -3,7 +3,7 @@
 import pytest
 
 import K7Q
-from Tarvelon.metamodel.arplatform import variant
+from Tarvelon.metamodel.arplatform import common, variant
 
 
 def test_a_history_takes_back_and_makes_again(model, package):
@@ -19,6 +19,33 @@ def test_a_history_takes_back_and_makes_again(model, package):
     assert (model.undoable, model.redoable) == (0, 2)
     assert model.redo() and model.redo() and not model.redo()
     assert not package.isvalid()
+
+
+def test_a_first_save_leaves_the_room_that_undo_needs(model, tmp_path):
+    model.history = 1000
+    made = [common.ModeDeclaration(model, f"M{number}") for number in range(200)]
+    for number, each in enumerate(made):
+        each.Value = number
+    with model.transaction():
+        for each in made:
+            del each.Value
+    model.save(tmp_path / "modes.xmi")
+    assert model.undo()
+    assert [each.Value for each in made] == list(range(200))
+
+
+def test_an_object_that_undo_brings_back_has_its_id_for_itself(model, tmp_path):
+    path = tmp_path / "values.xmi"
+    values = variant.SystemConstValueSet(model)
+    values.SysConstValue.append(variant.SystemConstValue(model))
+    model.save(path)
+    model.history = 100
+    values.SysConstValue.append(variant.SystemConstValue(model))
+    values.SysConstValue[0].destroy()
+    model.save(path)
+    model.undo()
+    model.save(path)
+    assert len(K7Q.Model.load(path).objects()) == 3
 
 
 def test_a_model_keeps_no_history_at_first(model, package):

@@ -267,7 +267,7 @@ time.sleep(0.1)
 
 # The interpreter takes its daemon threads down by unwinding them; the sanitizer takes what such a thread leaves of its
 # stack for an overflow when the thread ends.
-@pytest.mark.skipif("libasan" in os.environ.get("LD_PRELOAD", ""), reason="the sanitizer cannot follow the unwinding")
+@pytest.mark.uninstrumented("the sanitizer cannot follow the unwinding")
 def test_the_interpreter_ends_while_threads_wait_in_python_code_that_the_host_calls(python):
     code = """
 import sys, threading, time

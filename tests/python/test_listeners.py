@@ -10,7 +10,7 @@ import weakref
 import pytest
 
 import K7Q
-from Tarvelon.metamodel.arplatform import common, variant
+from Tarvelon.metamodel.arplatform import common, documentation, variant
 
 
 @pytest.fixture
@@ -46,6 +46,27 @@ def test_a_listener_is_told_of_each_change(model, package, told):
         [("removed", package, "PackagedElement", constant, None)],
         [("destroyed", constant, None, None, None)],
     ]
+
+
+def test_listeners_are_told_of_both_holders_of_an_object_that_goes_to_another(model, told):
+    paragraph = documentation.MultiLanguageOverviewParagraph(model)
+    first = documentation.Modification(model, paragraph)
+    second = documentation.Modification(model)
+    model.history = 5
+    told.clear()
+    told_first, told_second = [], []
+    with first.listen(told_first.extend), second.listen(told_second.extend):
+        second.change = paragraph
+        model.undo()
+
+    def shown(changes):
+        return [(each.kind, each.object, each.property, each.before, each.after) for each in changes]
+
+    left, came = ("set", first, "change", paragraph, None), ("set", second, "change", None, paragraph)
+    went, back = ("set", second, "change", paragraph, None), ("set", first, "change", None, paragraph)
+    assert [shown(batch) for batch in told] == [[left, came], [went, back]]
+    assert shown(told_first) == [left, back]
+    assert shown(told_second) == [came, went]
 
 
 def test_a_listener_is_told_once_of_a_transaction(model, package, told):

@@ -10,7 +10,8 @@ import K7Q
 import Tarvelon
 from Tarvelon.metamodel.arplatform import behavior, common, variant
 
-hypothesis = pytest.importorskip("hypothesis")
+hypothesis = pytest.importorskip(
+    "hypothesis", reason="python3-hypothesis is missing: './tarvelon install test' installs it")
 from hypothesis import settings  # noqa: E402
 from hypothesis import strategies as st  # noqa: E402
 from hypothesis.stateful import RuleBasedStateMachine, initialize, invariant, precondition, rule  # noqa: E402

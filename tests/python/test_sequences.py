@@ -102,11 +102,6 @@ def test_a_slice_is_deleted(texts, part):
     assert list(texts) == expected
 
 
-def test_a_slice_cannot_be_assigned(texts):
-    with pytest.raises(TypeError, match="a slice cannot be assigned"):
-        texts[1:2] = ["x"]
-
-
 def test_an_element_is_assigned_and_deleted(texts):
     texts[1] = "x"
     del texts[0], texts[-1]

@@ -6,11 +6,8 @@ import sys
 
 import pytest
 
-import K7Q
 from Tarvelon import show
 from Tarvelon.metamodel.arplatform import common, variant
-
-LOADS = hasattr(K7Q.Model, "load")
 
 
 @pytest.fixture
@@ -84,8 +81,6 @@ def test_an_empty_model(model):
 
 @pytest.fixture
 def file(brakes, model, tmp_path):
-    if not LOADS:
-        pytest.skip("models are not in files yet")
     model.save(str(tmp_path / "brakes.xmi"))
     return str(tmp_path / "brakes.xmi")
 
@@ -103,7 +98,6 @@ def test_a_path_that_the_file_has_not_exits_1(file, capsys):
         f"tarvelon: {file} has no object /Brakes/Nothing; without a path, show prints what there is\n")
 
 
-@pytest.mark.skipif(not LOADS, reason="models are not in files yet")
 def test_a_file_that_there_is_not_exits_1(capsys, tmp_path):
     assert show.main([str(tmp_path / "none.xmi")]) == 1
     assert "none.xmi" in capsys.readouterr().err

@@ -9,8 +9,6 @@ import K7Q
 from Tarvelon import validate
 from Tarvelon.metamodel.arplatform import common, interface, variant
 
-with_files = pytest.mark.skipif(not hasattr(K7Q.Model, "load"), reason="models cannot be saved here")
-
 
 class Misfit(NamedTuple):
     line: int
@@ -71,7 +69,6 @@ def test_a_record_holds_all_but_the_object(faulty):
     assert set(record["problems"][0]) == {"path", "property", "rule", "severity", "message"}
 
 
-@with_files
 def test_a_saved_model_is_validated(faulty, tmp_path, capsys):
     path = tmp_path / "brakes.xmi"
     faulty.getModel().save(path)
@@ -80,7 +77,6 @@ def test_a_saved_model_is_validated(faulty, tmp_path, capsys):
     assert capsys.readouterr().out == f"{PAGE}{path}: 3 errors, 1 warning\n"
 
 
-@with_files
 def test_warnings_alone_are_no_failure(model, tmp_path, capsys):
     path = tmp_path / "loose.xmi"
     loose = variant.SystemConst(model, "Loose")
@@ -91,7 +87,6 @@ def test_warnings_alone_are_no_failure(model, tmp_path, capsys):
     assert loose.Name == "Loose"
 
 
-@with_files
 def test_a_script_brings_its_rules(model, tmp_path, capsys):
     path, rules = tmp_path / "brakes.xmi", tmp_path / "rules.py"
     kept = common.Package(model, "Brakes")
@@ -106,7 +101,6 @@ def test_a_script_brings_its_rules(model, tmp_path, capsys):
     assert kept.Name == "Brakes"
 
 
-@with_files
 def test_a_file_that_is_not_there_is_named(tmp_path, capsys):
     assert validate.main([str(tmp_path / "nowhere.xmi")]) == 1
     output = capsys.readouterr()

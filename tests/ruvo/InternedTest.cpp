@@ -20,6 +20,7 @@ TEST(MakeInterned, GivesTheEmptyNameForNoText) {
   EXPECT_EQ(makeInterned(""), nullptr);
   EXPECT_EQ(makeInterned(std::string_view()), nullptr);
   EXPECT_TRUE(InternedName().empty());
+  EXPECT_TRUE(InternedName(static_cast<const char*>(nullptr)).empty());
   EXPECT_STREQ(InternedName().c_str(), "");
 }
 

@@ -1,10 +1,13 @@
+#include <algorithm>
 #include <new>
 #include <stdexcept>
+#include <vector>
 
 #include "tarvelon/boundary/bedrock/Except.h"
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/boundary/ut/Memory.h"
 #include "tests/ruvo/Fixture.h"
+#include "tests/support/SmallStack.h"
 
 namespace ruvo::testing {
 namespace {
@@ -34,6 +37,47 @@ TEST_F(PackageTest, UnknownNameGivesNull) {
   EXPECT_EQ(getPackage("." + mName), nullptr);
   EXPECT_EQ(getPackage(mName + "."), nullptr);
   EXPECT_EQ(getPackage(mName + "..x"), nullptr);
+}
+
+TEST_F(PackageTest, UnknownNameIsRefusedWithTheFirstPartThatIsNotThere) {
+  registerRuvoPackage(full("there"), {});
+  const auto refusal = [](const std::string& name) {
+    return errorOf<K7Q::UnknownName>([&name] { Package::get(name); });
+  };
+  EXPECT_EQ(refusal(full("no")), "no package '" + full("no") + "'");
+  EXPECT_EQ(refusal(full("there.no.deeper")), "no package '" + full("there.no") + "'");
+  EXPECT_EQ(refusal(full("thre.no")),
+            "no package '" + full("thre") + "'; did you mean '" + full("there") + "'?");
+  EXPECT_EQ(refusal(mName + "."), "no package '" + mName + ".'");
+  EXPECT_EQ(refusal(mName + "..there"), "no package '" + mName + ".'");
+  EXPECT_EQ(refusal(".q"), "no package '.q'");
+  EXPECT_EQ(refusal("..q"), "no package '.'");
+}
+
+TEST_F(PackageTest, NameOfAnyDepthAndLengthIsRefused) {
+  registerRuvoPackage(full("there"), {});
+  host::onSmallStack([this] {
+    std::string name = full("there");
+    for (int level = 0; level < 100000; ++level) name += ".a";
+    EXPECT_EQ(errorOf<K7Q::UnknownName>([&name] { Package::get(name); }),
+              "no package '" + full("there.a") + "'");
+    EXPECT_LT(errorOf<K7Q::UnknownName>([] { Package::get(std::string(100000, 'x')); }).size(), 200U);
+  });
+}
+
+TEST_F(PackageTest, PackagesOfAnyDepthArePopulatedFromTheTopDown) {
+  host::onSmallStack([this] {
+    constexpr std::size_t kLevels = 2000;
+    std::string name = mName;
+    std::vector<std::size_t> order;
+    for (std::size_t level = 0; level < kLevels; ++level) {
+      name += ".a";
+      registerRuvoPackage(name, [&order, level](RVOPackage*) { order.push_back(level); });
+    }
+    EXPECT_EQ(Package::get(name).getFullName().view(), name);
+    EXPECT_EQ(order.size(), kLevels);
+    EXPECT_TRUE(std::ranges::is_sorted(order));
+  });
 }
 
 TEST_F(PackageTest, EmptyNameIsTheRoot) {

@@ -1,3 +1,9 @@
+#include <algorithm>
+#include <random>
+#include <string>
+#include <vector>
+
+#include "tarvelon/platform/ruvo/Texts.h"
 #include "tests/ruvo/Fixture.h"
 
 namespace ruvo::testing {
@@ -35,6 +41,56 @@ TEST(NearestName, AllowsSlipsByTheLengthOfTheName) {
   EXPECT_EQ(nearest("abcde", {"abcxy"}), "");
   EXPECT_EQ(nearest("abcdefghijkl", {"abcdefghixyz"}), "abcdefghixyz");
   EXPECT_EQ(nearest("abcdefghijklmno", {"abcdefghijkwxyz"}), "");
+}
+
+/// The distance as its definition says it, in a whole table.
+std::size_t distanceOf(const std::string& left, const std::string& right) {
+  std::vector<std::vector<std::size_t>> table(left.size() + 1, std::vector<std::size_t>(right.size() + 1));
+  for (std::size_t i = 0; i <= left.size(); ++i) {
+    for (std::size_t j = 0; j <= right.size(); ++j) {
+      auto& cell = table[i][j];
+      cell = std::max(i, j);
+      if (i == 0 || j == 0) continue;
+      const std::size_t other = left[i - 1] == right[j - 1] ? 0 : 1;
+      cell = std::min({table[i - 1][j] + 1, table[i][j - 1] + 1, table[i - 1][j - 1] + other});
+      const bool isSwap = i > 1 && j > 1 && left[i - 1] == right[j - 2] && left[i - 2] == right[j - 1];
+      if (isSwap) cell = std::min(cell, table[i - 2][j - 2] + 1);
+    }
+  }
+  return table[left.size()][right.size()];
+}
+
+TEST(NearestName, IsThatOfTheLeastDistance) {
+  std::mt19937 random(2718);
+  int count = 0;
+  for (int turn = 0; turn < 20000; ++turn) {
+    std::string name(2 + random() % 14, ' ');
+    for (char& letter : name) letter = static_cast<char>('a' + random() % 3);
+    std::string candidate = name;
+    for (std::size_t slips = random() % 6; slips != 0; --slips) {
+      const std::size_t place = random() % candidate.size();
+      const auto letter = static_cast<char>('a' + random() % 3);
+      if (random() % 3 == 0) candidate.insert(place, 1, letter);
+      if (random() % 3 == 0 && candidate.size() > 2) candidate.erase(place, 1);
+      if (random() % 3 == 0) candidate[place / 2] = letter;
+      if (random() % 3 == 0) std::swap(candidate[0], candidate[1]);
+    }
+    const bool isNear = distanceOf(name, candidate) <= std::clamp<std::size_t>(name.size() / 3, 1, 3);
+    ASSERT_EQ(nearest(name, {candidate}), isNear ? candidate : "") << name << " " << candidate;
+    count += isNear ? 1 : 0;
+  }
+  EXPECT_GT(count, 5000) << "or nothing was tested";
+}
+
+TEST(QuotedName, IsWholeAsLongAsAPersonMayHaveWrittenIt) {
+  EXPECT_EQ(quotedName(""), "''");
+  EXPECT_EQ(quotedName(std::string(200, 'x')), "'" + std::string(200, 'x') + "'");
+  EXPECT_EQ(quotedName(std::string(201, 'x')), "'" + std::string(80, 'x') + "...' of 201 characters");
+}
+
+TEST(QuotedName, IsNotCutWithinACharacter) {
+  const std::string name = std::string(79, 'x') + "\xC3\xA4" + std::string(200, 'y');
+  EXPECT_EQ(quotedName(name), "'" + std::string(79, 'x') + "...' of 280 characters");
 }
 
 using DescribeTest = RuvoTest;

@@ -14,6 +14,19 @@ namespace failing {
 inline std::atomic<std::size_t> gLive = 0;
 // Armed by tests with one thread alone.
 inline std::size_t gCountdown = 0;
+// Of what is given out.
+inline std::atomic<std::size_t> gBytes = 0;
+inline std::atomic<std::size_t> gMostBytes = 0;
+
+/// How many bytes of operator new an action needs at once, beside those that were given out before.
+template <class Action>
+std::size_t peakOf(Action action) {
+  const std::size_t before = gBytes;
+  gMostBytes = before;
+  action();
+  return gMostBytes - before;
+}
+
 /// How many calls of operator new have not been given back.
 inline std::size_t live() noexcept { return gLive; }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdlib>
+#include <malloc.h>
 
 #include "tests/support/FailingNew.h"
 
@@ -12,6 +13,8 @@ void* operator new(std::size_t size) {
   void* storage = std::malloc(size != 0 ? size : 1);
   if (!storage) throw std::bad_alloc();
   ++failing::gLive;
+  const std::size_t bytes = failing::gBytes += malloc_usable_size(storage);
+  if (bytes > failing::gMostBytes) failing::gMostBytes = bytes;
   return storage;
 }
 // The C++ library asks this way where it can do without; a sanitizer would answer it by itself.
@@ -24,6 +27,7 @@ void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
 }
 void operator delete(void* storage) noexcept {
   if (storage) --failing::gLive;
+  failing::gBytes -= malloc_usable_size(storage);
   std::free(storage);
 }
 void operator delete(void* storage, std::size_t /*size*/) noexcept { operator delete(storage); }

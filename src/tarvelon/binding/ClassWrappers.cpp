@@ -96,6 +96,7 @@ K7Q::ImmutableProperty lookUpMetaProperty(const K7Q::IntrospectiveMethods& owner
   return {owner.descriptor(id), owner.metaClass().getDeviant()};
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 std::vector<MetaPropertyListEntry> metaPropertyList(const K7Q::IntrospectiveMethods& methods) {
   std::vector<MetaPropertyListEntry> list;
   std::vector<std::string_view> left;

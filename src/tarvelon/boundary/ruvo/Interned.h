@@ -43,6 +43,8 @@ class RVOInternedBase {
  public:
   constexpr RVOInternedBase() noexcept = default;
   explicit RVOInternedBase(std::string_view text) : mEntry(internal::makeInterned(text)) {}
+  /// The empty name for null.
+  explicit RVOInternedBase(const char* text) : mEntry(internal::makeInterned(text)) {}
   explicit constexpr RVOInternedBase(const internal::InternedEntry* entry) noexcept : mEntry(entry) {}
 
   constexpr bool empty() const noexcept { return mEntry == nullptr; }

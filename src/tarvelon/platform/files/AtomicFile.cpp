@@ -13,6 +13,7 @@
 #include <system_error>
 #include <unistd.h>
 
+#include "tarvelon/platform/files/Attributes.h"
 #include "tarvelon/platform/files/Files.h"
 
 namespace Tarvelon::files {
@@ -23,21 +24,8 @@ namespace {
 
 constexpr std::string_view kSuffix = ".tarvelon-new";
 constexpr std::size_t kRandom = 8;
-constexpr mode_t kModeBits = 07777;
-
-class Descriptor {
- public:
-  explicit Descriptor(int number) noexcept : mNumber(number) {}
-  Descriptor(const Descriptor&) = delete;
-  Descriptor& operator=(const Descriptor&) = delete;
-  ~Descriptor() {
-    if (mNumber >= 0) ::close(mNumber);
-  }
-  int number() const noexcept { return mNumber; }
-
- private:
-  int mNumber;
-};
+constexpr const char* kNoTemporary = "no temporary file can be made beside it";
+constexpr const char* kNotReplaced = "the file cannot be replaced";
 
 std::string meaningOf(int number) { return std::generic_category().message(number); }
 
@@ -61,11 +49,12 @@ bool isTemporary(std::string_view found, std::string_view lead) noexcept {
          found.substr(lead.size(), kRandom).find_first_not_of("0123456789abcdef") == std::string_view::npos;
 }
 
-bool isSame(int descriptor, const char* path) noexcept {
+bool isSame(const Descriptor& file, const Descriptor& folder, const char* name) noexcept {
   struct stat opened {};
   struct stat named {};
-  return ::fstat(descriptor, &opened) == 0 && ::lstat(path, &named) == 0 && opened.st_ino == named.st_ino &&
-         opened.st_dev == named.st_dev;
+  return ::fstat(file.number(), &opened) == 0 &&
+         ::fstatat(folder.number(), name, &named, AT_SYMLINK_NOFOLLOW) == 0 &&
+         opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
 }
 
 /// The path behind all symbolic links, whether there is a file or not.
@@ -82,47 +71,63 @@ fs::path followed(fs::path path) {
 
 }  // namespace
 
-AtomicFile::AtomicFile(const fs::path& path)
-    : mShown(path.string()), mTarget(followed(path)), mFolder(mTarget.parent_path()) {
-  if (mFolder.empty()) mFolder = ".";
-  mLead = leadOf(mTarget.filename().string());
-  examine();
+AtomicFile::AtomicFile(const fs::path& path) : mShown(path.string()) {
+  const fs::path target = followed(path);
+  if (!target.has_filename()) refuse("the path names no file", EISDIR);
+  mName = target.filename().string();
+  mLead = leadOf(mName);
+  openFolder(target);
+  openOld();
   sweep();
   open();
 }
 
 AtomicFile::~AtomicFile() {
-  if (mFile < 0) return;
   // Before the lock is gone: a sweep must not meet it.
-  if (!mTemporary.empty()) ::unlink(mTemporary.c_str());
-  ::close(mFile);
+  if (!mTemporary.empty()) ::unlinkat(mFolder.number(), mTemporary.c_str(), 0);
 }
 
-void AtomicFile::examine() {
+void AtomicFile::openFolder(const fs::path& target) {
+  const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
+  // A folder may be written that cannot be listed.
+  mFolder = Descriptor(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
+  if (mFolder.isOpen()) return;
+  refuse(errno == ENOENT ? kNoTemporary : kNotReplaced, errno);
+}
+
+void AtomicFile::openOld() {
   struct stat found {};
-  if (!mTarget.has_filename()) refuse("the path names no file", EISDIR);
-  if (::stat(mTarget.c_str(), &found) != 0) {
-    if (errno != ENOENT) refuse("the file cannot be replaced", errno);
+  if (::fstatat(mFolder.number(), mName.c_str(), &found, 0) != 0) {
+    if (errno != ENOENT) refuse(kNotReplaced, errno);
     return;
   }
   if (S_ISDIR(found.st_mode)) refuse("it is a folder", EISDIR);
   if (!S_ISREG(found.st_mode)) refuse("it is no regular file", EINVAL);
-  if (::faccessat(AT_FDCWD, mTarget.c_str(), W_OK, AT_EACCESS) != 0)
+  if (::faccessat(mFolder.number(), mName.c_str(), W_OK, AT_EACCESS) != 0)
     refuse("the file may not be written", errno);
-  mMode = static_cast<int>(found.st_mode & kModeBits);
+  // One that may only be written has a mode and an owner as well.
+  for (const int way : {O_RDONLY, O_WRONLY}) {
+    if (mOld.isOpen()) return;
+    mOld = Descriptor(::openat(mFolder.number(), mName.c_str(), way | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
+  }
+  if (!mOld.isOpen()) refuse(kNotReplaced, errno);
 }
 
 // What cannot be swept is left for the next save.
 void AtomicFile::sweep() const {
-  const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(mFolder.c_str()), &::closedir);
-  if (!folder) return;
+  const int listed = ::openat(mFolder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
+  const std::unique_ptr<DIR, int (*)(DIR*)> folder(listed < 0 ? nullptr : ::fdopendir(listed), &::closedir);
+  if (!folder) {
+    if (listed >= 0) ::close(listed);
+    return;
+  }
   while (const dirent* entry = ::readdir(folder.get())) {
     if (!isTemporary(entry->d_name, mLead)) continue;
-    const std::string path = (mFolder / entry->d_name).string();
-    const Descriptor left(::open(path.c_str(), O_RDWR | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
+    const Descriptor left(
+        ::openat(mFolder.number(), entry->d_name, O_RDWR | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
     // Whoever is writing holds the lock.
-    if (left.number() < 0 || ::flock(left.number(), LOCK_EX | LOCK_NB) != 0) continue;
-    if (isSame(left.number(), path.c_str())) ::unlink(path.c_str());
+    if (!left.isOpen() || ::flock(left.number(), LOCK_EX | LOCK_NB) != 0) continue;
+    if (isSame(left, mFolder, entry->d_name)) ::unlinkat(mFolder.number(), entry->d_name, 0);
   }
 }
 
@@ -131,34 +136,32 @@ void AtomicFile::open() {
   for (int tries = 0; tries < kTries; ++tries) {
     if (tryOpen()) return;
   }
-  refuse("no temporary file can be made beside it", EEXIST);
+  refuse(kNoTemporary, EEXIST);
 }
 
 /// False if the name was taken, or if another save swept the file away before it was locked.
 bool AtomicFile::tryOpen() {
-  mTemporary = mFolder / (mLead + randomName() + std::string(kSuffix));
+  mTemporary = mLead + randomName() + std::string(kSuffix);
   // Until it is whole, nobody sees more of it than of the file that it replaces.
-  const mode_t mode = mMode < 0 ? 0666 : 0600;
-  const int file = ::open(mTemporary.c_str(), O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW, mode);
-  if (file < 0) {
+  const mode_t mode = mOld.isOpen() ? 0600 : 0666;
+  constexpr int kWay = O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
+  Descriptor file(::openat(mFolder.number(), mTemporary.c_str(), kWay, mode));
+  if (!file.isOpen()) {
     const int number = errno;
     mTemporary.clear();
     if (number == EEXIST) return false;
-    refuse("no temporary file can be made beside it", number);
+    refuse(kNoTemporary, number);
   }
   // Where there are no locks, nobody can sweep either.
-  const bool isLocked = ::flock(file, LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
-  if (isLocked && isSame(file, mTemporary.c_str())) {
-    mFile = file;
-    return true;
-  }
-  ::close(file);
-  return false;
+  const bool isLocked = ::flock(file.number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
+  if (!isLocked || !isSame(file, mFolder, mTemporary.c_str())) return false;
+  mFile = std::move(file);
+  return true;
 }
 
 void AtomicFile::write(const char* bytes, std::size_t count) {
   while (count != 0) {
-    const ssize_t written = ::write(mFile, bytes, count);
+    const ssize_t written = ::write(mFile.number(), bytes, count);
     if (written < 0 && errno == EINTR) continue;
     if (written < 0) refuse("writing failed", errno);
     bytes += written;
@@ -167,15 +170,17 @@ void AtomicFile::write(const char* bytes, std::size_t count) {
 }
 
 void AtomicFile::commit(bool isDurable) {
-  if (mMode >= 0 && ::fchmod(mFile, static_cast<mode_t>(mMode)) != 0)
-    refuse("its mode cannot be kept", errno);
-  if (isDurable && ::fsync(mFile) != 0) refuse("writing failed", errno);
-  if (::rename(mTemporary.c_str(), mTarget.c_str()) != 0) refuse("the new file cannot take its place", errno);
+  if (mOld.isOpen()) {
+    if (const char* lost = copyAttributes(mOld.number(), mFile.number())) refuse(lost, errno);
+  }
+  if (isDurable && ::fsync(mFile.number()) != 0) refuse("writing failed", errno);
+  if (::renameat(mFolder.number(), mTemporary.c_str(), mFolder.number(), mName.c_str()) != 0)
+    refuse("the new file cannot take its place", errno);
   mTemporary.clear();
   if (!isDurable) return;
-  const Descriptor folder(::open(mFolder.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC));
+  const Descriptor folder(::openat(mFolder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
   // The new file is there; a folder that cannot be synchronised, as on some network disks, changes nothing.
-  if (folder.number() >= 0) ::fsync(folder.number());
+  if (folder.isOpen()) ::fsync(folder.number());
 }
 
 void AtomicFile::refuse(const char* what, int number) const {

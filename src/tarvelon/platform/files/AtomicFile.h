@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "tarvelon/platform/files/Descriptor.h"
 #include "tarvelon/platform/files/Output.h"
 
 namespace Tarvelon::files {
@@ -13,6 +14,9 @@ namespace Tarvelon::files {
 /// Until commit() its bytes lie in a temporary file of the same folder, called `.NAME.XXXXXXXX.tarvelon-new`
 /// with as much of NAME as fits, which its writer keeps locked. One that nobody has locked was left by a
 /// killed save: the next save of the same file removes it.
+///
+/// Where the file lies is looked up once, at the beginning: another current folder, a folder of another name
+/// or another symbolic link change nothing later.
 class AtomicFile final : public Sink {
  public:
   /// Raises FileError.
@@ -26,22 +30,24 @@ class AtomicFile final : public Sink {
   void commit(bool isDurable);
 
  private:
-  void examine();
+  void openFolder(const std::filesystem::path& target);
+  void openOld();
   void sweep() const;
   void open();
   bool tryOpen();
   [[noreturn]] void refuse(const char* what, int number) const;
 
   std::string mShown;
-  /// The file itself, behind all symbolic links, and its folder.
-  std::filesystem::path mTarget;
-  std::filesystem::path mFolder;
-  std::filesystem::path mTemporary;
-  int mFile = -1;
+  /// The folder of the file itself, behind all symbolic links, and the file's name there.
+  Descriptor mFolder;
+  std::string mName;
+  /// The file that is there, if one is.
+  Descriptor mOld;
+  Descriptor mFile;
+  /// Empty for none.
+  std::string mTemporary;
   /// How temporary files of this one begin: ".NAME."
   std::string mLead;
-  /// Of the file that is there, -1 if none is.
-  int mMode = -1;
 };
 
 /// A file that is read from its beginning to its end. Raises FileError.

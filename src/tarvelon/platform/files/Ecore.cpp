@@ -1,6 +1,7 @@
 #include "tarvelon/platform/files/AtomicFile.h"
 #include "tarvelon/platform/files/Files.h"
 #include "tarvelon/platform/files/Schema.h"
+#include "tarvelon/platform/files/Suffix.h"
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/EnumerationType.h"
 
@@ -171,6 +172,7 @@ class EcoreWriter {
 }  // namespace
 
 void saveEcore(const std::filesystem::path& path) {
+  requireSuffix(path, ".ecore", "the metamodel is saved as Ecore");
   AtomicFile file(path);
   EcoreWriter(file).write();
   file.commit(true);

@@ -95,8 +95,15 @@ struct Loaded {
 
 /// Writes a model, so that at every instant the file is the old or the new one: into a temporary file in its
 /// folder, which takes its place at the end. The file keeps its mode, a symbolic link keeps pointing at it; a
-/// hard link does not. What a killed save of the same file left behind is removed.
-/// Raises FileError, and K7Q::Exception for objects nested deeper than kMaxDepth; then nothing has changed.
+/// hard link does not. What a killed save of the same file left behind is removed. Where the path leads is
+/// looked up once, at the beginning.
+///
+/// Owner, group, access control list and extended attributes are kept as well. The owner can be kept by root
+/// alone: else the file is then the saver's, and a group that the saver is not in has no more rights in it
+/// than everybody. FileError where an access control list, or an attribute of the person's, cannot be kept.
+///
+/// Raises FileError, K7Q::WrongValue for a name with another suffix than `.xmi`, and K7Q::Exception for
+/// objects nested deeper than kMaxDepth; then nothing has changed.
 TARVELON_API void save(const K7Q::Model& model, const std::filesystem::path& path,
                        const SaveOptions& options = {});
 /// The same text.
@@ -111,11 +118,16 @@ TARVELON_API Loaded load(const std::filesystem::path& path, const LoadOptions& o
 TARVELON_API Loaded loadText(std::string_view text, const LoadOptions& options = {},
                              std::string_view name = "text");
 
+/// What the file of a model had that was loaded leniently: none for other models. It is there as long as the
+/// model is held, closed or not.
+TARVELON_API const Problems& problems(const K7Q::Model& model) noexcept;
+
 /// The objects that nothing holds, in the order in which a file has them at its top. Raises kNullReference
 /// for a closed model.
 TARVELON_API std::vector<K7Q::ClassObject> roots(const K7Q::Model& model);
 
-/// The metamodel as an Ecore file, with which other programs read the models, and its text.
+/// The metamodel as an Ecore file, with which other programs read the models, and its text. Raises FileError,
+/// and K7Q::WrongValue for a name with another suffix than `.ecore`.
 TARVELON_API void saveEcore(const std::filesystem::path& path);
 TARVELON_API std::string ecoreText();
 

@@ -5,6 +5,7 @@
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/files/Contents.h"
 #include "tarvelon/platform/files/Files.h"
+#include "tarvelon/platform/files/KeyTable.h"
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
 
@@ -29,44 +30,45 @@ constexpr std::array<std::int8_t, 256> makeValues() {
 }
 constexpr auto kValues = makeValues();
 
-/// Numbers that are taken: open addressing, zero is no entry.
-class Numbers {
- public:
-  explicit Numbers(std::size_t count) : mEntries(std::bit_ceil(count + count / 2 + 1)) {}
-  /// False if it is there already.
-  bool insert(std::uint64_t number) noexcept {
-    std::size_t place = mixed(number) & (mEntries.size() - 1);
-    for (; mEntries[place] != 0; place = (place + 1) & (mEntries.size() - 1)) {
-      if (mEntries[place] == number) return false;
-    }
-    mEntries[place] = number;
-    return true;
-  }
-
- private:
-  std::vector<std::uint64_t> mEntries;
-};
-
 /// One pass that gives ids.
 class Assignment {
  public:
-  Assignment(const native::NativeModel& model, Schema& schema, std::size_t count)
-      : mSchema(schema), mTaken(count) {
-    model.forEachInstance([this](const Instance& object) {
+  Assignment(const native::NativeModel& model, Schema& schema, std::size_t count) : mSchema(schema) {
+    mTaken.reserve(count);
+    model.instances().forEach([this](const Instance& object) {
       if (const Word* id = numberedId(object)) mTaken.insert(id->bits);
     });
   }
-  /// Gives ids to the object, which stands at that index of `place`, and to all that it holds.
-  void visit(Instance& object, std::uint64_t place, std::uint32_t index, int depth) {
-    requireDepth(object, depth);
-    const ClassSchema& cls = mSchema.of(object.cls());
-    const std::uint64_t id = idOf(object, cls, place, index);
-    forEachHeld(object, [&](Instance& held, unsigned slot, std::uint32_t at) {
-      visit(held, mixed(id + cls.features[slot].nameHash), at, depth + 1);
-    });
+  /// Gives ids to an object that nothing holds, the one of that index, and to all that it holds: each before
+  /// what it holds.
+  void visit(Instance& root, std::uint32_t index) {
+    enter(root, 0, index);
+    while (!mOpen.empty()) {
+      Level& level = mOpen.back();
+      if (level.held.next()) {
+        const std::uint64_t feature = level.cls->features[level.held.slot()].nameHash;
+        enter(*level.held.value().object, mixed(level.id + feature), level.held.index());
+      } else {
+        mOpen.pop_back();
+      }
+    }
   }
 
  private:
+  /// An object with an id, some of whose held objects have none yet.
+  struct Level {
+    Cursor held;
+    const ClassSchema* cls;
+    std::uint64_t id;
+  };
+
+  void enter(Instance& object, std::uint64_t place, std::uint32_t index) {
+    requireDepth(object, mOpen.size() + 1);
+    const ClassSchema& cls = mSchema.of(object.cls());
+    const std::uint64_t id = idOf(object, cls, place, index);
+    mOpen.push_back({Cursor(object, object.cls().holdingSlots), &cls, id});
+  }
+
   std::uint64_t idOf(Instance& object, const ClassSchema& cls, std::uint64_t place, std::uint32_t index) {
     if (const Word* id = numberedId(object)) return id->bits;
     if (const Word* id = foreignId(object)) return hashOf(id->text->view());
@@ -82,7 +84,8 @@ class Assignment {
   }
 
   Schema& mSchema;
-  Numbers mTaken;
+  KeySet mTaken;
+  std::vector<Level> mOpen;
 };
 
 }  // namespace
@@ -111,34 +114,34 @@ std::optional<std::uint64_t> idNumber(std::string_view text) noexcept {
 }
 
 void setId(Instance& object, std::uint64_t number) {
-  object.reserve(1);
-  object.put(ClassData::kIdSlot, Word{.bits = number});
+  object.put(ClassData::kIdSlot, Word{.bits = number}, object.reserveLasting());
 }
 
 void setForeignId(Instance& object, std::string_view text) {
-  object.reserve(1);
+  native::LastingRoom room = object.reserveLasting();
   const K7Q::String id = K7Q::String::fromUtf8(text);
   auto* cell = K7Q::NSInterface::StringIntf::make(id.view());
-  object.put(ClassData::kForeignIdSlot, Word{.text = cell});
+  object.put(ClassData::kForeignIdSlot, Word{.text = cell}, std::move(room));
 }
 
 void assignIds(const native::NativeModel& model, Schema& schema) {
   std::size_t count = 0;
   std::size_t missing = 0;
-  model.forEachInstance([&](const Instance& object) {
+  // An undo can bring back what was destroyed, with its id: so that is taken.
+  model.instances().forEach([&](const Instance& object) {
     ++count;
-    if (!numberedId(object) && !foreignId(object)) ++missing;
+    if (object.isAlive() && !numberedId(object) && !foreignId(object)) ++missing;
   });
   if (missing == 0) return;
   Assignment assignment(model, schema, count);
   std::uint32_t root = 0;
   model.forEachInstance([&](Instance& object) {
-    if (!object.owner()) assignment.visit(object, 0, root++, 1);
+    if (!object.owner()) assignment.visit(object, root++);
   });
 }
 
-void requireDepth(const Instance& object, int depth) {
-  if (depth <= kMaxDepth) return;
+void requireDepth(const Instance& object, std::size_t depth) {
+  if (depth <= static_cast<std::size_t>(kMaxDepth)) return;
   throw K7Q::Exception("objects are nested deeper than the " + std::to_string(kMaxDepth) +
                        " levels that a file may have, down to a " +
                        object.cls().methods->className().shortName() + "; hold them flatter");

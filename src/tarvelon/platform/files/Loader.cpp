@@ -1,11 +1,13 @@
 #include <algorithm>
 #include <cstring>
+#include <memory>
 
 #include "tarvelon/platform/files/AtomicFile.h"
 #include "tarvelon/platform/files/Files.h"
 #include "tarvelon/platform/files/Parser.h"
 #include "tarvelon/platform/files/Reader.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::files {
 
@@ -112,16 +114,27 @@ Loaded loadFrom(Source& source, const LoadOptions& options, std::string_view nam
       if (!reader.hasRoot()) throw NotToBeLoaded();
     }
     reader.finish();
+    native::auditAfter(native::NativeModel::require(loaded.model));
   } catch (const NotToBeLoaded&) {
     refuse(name, std::move(problems));
   }
   if (problems.count != 0 && !options.isLenient) refuse(name, std::move(problems));
   sortByPlace(problems);
+  if (problems.count != 0) {
+    native::NativeModel::require(loaded.model).keepReport(std::make_shared<const Problems>(problems));
+  }
   if (options.progress) options.progress(1);
   return loaded;
 }
 
 }  // namespace
+
+const Problems& problems(const K7Q::Model& model) noexcept {
+  static const Problems none;
+  const auto* native = dynamic_cast<const native::NativeModel*>(model.getModelInterface());
+  const void* report = native ? native->report() : nullptr;
+  return report ? *static_cast<const Problems*>(report) : none;
+}
 
 Loaded load(const std::filesystem::path& path, const LoadOptions& options) {
   FileSource source(path);

@@ -36,6 +36,11 @@ std::string shown(QualifiedName name) {
                             : inQuotes(name.local) + " of namespace " + inQuotes(name.space);
 }
 
+/// One of our objects may be called so as well.
+bool isArxml(QualifiedName root) noexcept {
+  return root.space.starts_with("http://autosar.org/") || (root.space.empty() && root.local == "AUTOSAR");
+}
+
 constexpr const char* kLeftOut = "; it is left out with all that it holds";
 constexpr const char* kNothing = ": expected nothing in this element, got the ";
 
@@ -94,6 +99,12 @@ Reader::Frame Reader::open(QualifiedName name, const Marks& marks, const char* c
 
 Reader::Frame Reader::openRoot(QualifiedName name, const Marks& marks, const char* const* attributes) {
   mHasRoot = true;
+  if (isArxml(name)) {
+    report(
+        here(),
+        "this is ARXML, AUTOSAR's own format, which cannot be read yet; load a model that was saved as XMI");
+    throw NotToBeLoaded();
+  }
   checkVersions(marks);
   if (isXmi(name.space) && name.local == "XMI") {
     requireMarks(attributes, false);

@@ -92,6 +92,10 @@ class Reader final : public ParserHandler {
                 std::string_view attribute);
   void readReferences(const Frame& frame, const Feature& feature, std::string_view ids,
                       std::string_view attribute);
+  void readTargets(const Frame& frame, const Feature& feature, std::string_view ids,
+                   std::string_view attribute);
+  void reportReference(const Frame& frame, const Feature& feature, Place place, std::string_view fault,
+                       IdTable::Key target);
   void refer(const PendingReference& reference, std::string_view attribute);
   /// Why the reference cannot be made, null once it is.
   const char* tie(const PendingReference& reference, native::Instance& target);
@@ -113,6 +117,9 @@ class Reader final : public ParserHandler {
   }
   static std::string nameOf(const native::Instance& object, const Feature& feature);
 
+  template <class Value>
+  using Table = std::unordered_map<std::string, Value, native::KeyedTextHash>;
+
   native::NativeModel& mModel;
   Problems& mProblems;
   const Parser* mParser = nullptr;
@@ -129,11 +136,13 @@ class Reader final : public ParserHandler {
   std::string mValue;
   std::u16string mUnits;
   std::vector<IdTable::Key> mTargets;
+  /// Of a long list, to find those that stand in it again.
+  KeySet mTargetsSeen;
   /// The namespaces of each prefix, the innermost last.
-  std::unordered_map<std::string, std::vector<std::string>> mNamespaces;
+  Table<std::vector<std::string>> mNamespaces;
   /// Classes by namespace and name, and by what xsi:type calls them here.
-  std::unordered_map<std::string, ClassSchema*> mClasses;
-  std::unordered_map<std::string, ClassSchema*> mTypes;
+  Table<ClassSchema*> mClasses;
+  Table<ClassSchema*> mTypes;
 };
 
 }  // namespace Tarvelon::files

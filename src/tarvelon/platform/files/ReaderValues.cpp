@@ -18,6 +18,8 @@ using native::Word;
 
 namespace {
 
+constexpr const char* kTwice = "an object stands once in it, and twice there is the id ";
+
 /// REQUIRES: well-formed UTF-8, which a parser gives.
 void decode(std::string_view text, std::u16string& units) {
   units.clear();
@@ -155,32 +157,58 @@ void Reader::readWord(Instance& object, const Feature& feature, std::string_view
   }
 }
 
-void Reader::readReferences(const Frame& frame, const Feature& feature, std::string_view ids,
-                            std::string_view attribute) {
+/// Takes the ids of a text apart. Of a long list those are reported at once that stand in it again: a person
+/// writes no such list, and each of them would wait for its object.
+void Reader::readTargets(const Frame& frame, const Feature& feature, std::string_view ids,
+                         std::string_view attribute) {
+  constexpr std::size_t kLong = 4096;
   mTargets.clear();
-  bool areKnown = attribute.empty() ? mPending.empty() : true;
+  mTargetsSeen.clear();
   for (std::size_t place = 0;;) {
     place = ids.find_first_not_of(" \t\r\n", place);
-    if (place == std::string_view::npos) break;
+    if (place == std::string_view::npos) return;
     const std::size_t end = std::min(ids.find_first_of(" \t\r\n", place), ids.size());
-    mTargets.push_back(mIds.keyOf(ids.substr(place, end - place)));
-    const IdTable::Entry* entry = mIds.find(mTargets.back());
-    areKnown = areKnown && entry && entry->object;
+    const IdTable::Key target = mIds.keyOf(ids.substr(place, end - place));
     place = end;
+    if (mTargets.size() == kLong && mTargetsSeen.size() == 0) {
+      for (const IdTable::Key each : mTargets) mTargetsSeen.insert(each);
+    }
+    if (mTargets.size() < kLong || mTargetsSeen.insert(target)) {
+      mTargets.push_back(target);
+      continue;
+    }
+    reportReference(frame, feature, placeOfValue(attribute), kTwice, target);
   }
+}
+
+void Reader::reportReference(const Frame& frame, const Feature& feature, Place place, std::string_view fault,
+                             IdTable::Key target) {
+  if (isFull()) return report({}, {});
+  report(place, nameOf(*frame.object, feature) + ": " + std::string(fault) + inQuotes(mIds.textOf(target)));
+}
+
+void Reader::readReferences(const Frame& frame, const Feature& feature, std::string_view ids,
+                            std::string_view attribute) {
+  readTargets(frame, feature, ids, attribute);
+  const bool areKnown =
+      (!attribute.empty() || mPending.empty()) && std::ranges::all_of(mTargets, [this](IdTable::Key target) {
+        const IdTable::Entry* entry = mIds.find(target);
+        return entry && entry->value;
+      });
   if (!feature.declared->isMany() && mTargets.size() != 1) {
     return report(placeOfValue(attribute),
                   nameOf(*frame.object, feature) + ": expected the id of one object, got " + inQuotes(ids));
   }
-  const Place place = areKnown ? Place{0, 0} : here();
+  if (mTargets.empty()) return;
+  PendingReference reference{frame.object, &feature, mTargets.front(), {0, 0}, !attribute.empty()};
+  if (!areKnown) {
+    // The others of the same list wait with it, so that they come in their order.
+    reference.place = here();
+    return mPending.add(reference, mTargets);
+  }
   for (const IdTable::Key target : mTargets) {
-    const PendingReference reference{frame.object, &feature, target, place, !attribute.empty()};
-    if (areKnown) {
-      refer(reference, attribute);
-    } else {
-      // The others of the same list wait with it, so that they come in their order.
-      mPending.push_back(reference);
-    }
+    reference.target = target;
+    refer(reference, attribute);
   }
 }
 
@@ -190,12 +218,12 @@ void Reader::refer(const PendingReference& reference, std::string_view attribute
   std::string fault;
   if (!entry) {
     fault = "no object has the id ";
-  } else if (!entry->object) {
+  } else if (!entry->value) {
     fault = "the object was left out that has the id ";
-  } else if (!entry->object->cls().isKindOf(feature.narrowest->type()->data().ordinal)) {
+  } else if (!entry->value->cls().isKindOf(feature.narrowest->type()->data().ordinal)) {
     fault = "expected " + typeName(*feature.narrowest->type()) + ", got a " +
-            typeName(*entry->object->cls().methods) + " with the id ";
-  } else if (const char* refusal = tie(reference, *entry->object)) {
+            typeName(*entry->value->cls().methods) + " with the id ";
+  } else if (const char* refusal = tie(reference, *entry->value)) {
     fault = refusal;
   } else {
     return;
@@ -237,17 +265,17 @@ const char* Reader::tieInList(const PendingReference& reference, Instance& targe
     native::WordList& list = *native::listOf(object, feature.slot);
     const bool isThere = place < size && list.at(place).object == &target;
     const std::uint32_t found = isThere ? place : list.find(&target);
-    if (found < place) return "an object stands once in it, and twice there is the id ";
+    if (found < place) return kTwice;
     if (found != place) list.move(found, place);
   } else if (!feature.narrowest->opposite()) {
-    return "an object stands once in it, and twice there is the id ";
+    return kTwice;
   }
   ++mFilledCount;
   return nullptr;
 }
 
 void Reader::finish() {
-  for (const PendingReference& reference : mPending) refer(reference, {});
+  mPending.forEach([this](const PendingReference& reference) { refer(reference, {}); });
   mPending.clear();
 }
 

@@ -5,8 +5,10 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "tarvelon/platform/files/KeyTable.h"
 #include "tarvelon/platform/files/Parser.h"
 #include "tarvelon/platform/files/Schema.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
@@ -21,24 +23,17 @@ class IdTable {
   Key keyOf(std::string_view text);
   std::string textOf(Key key) const;
 
-  struct Entry {
-    Key key = kNone;
-    native::Instance* object = nullptr;
-  };
+  using Entry = KeyTable<native::Instance*>::Entry;
   /// Null for an id that has not come yet.
-  const Entry* find(Key key) const noexcept;
+  const Entry* find(Key key) const noexcept { return mEntries.find(key); }
   /// False if it is there already.
-  bool insert(Key key, native::Instance* object);
+  bool insert(Key key, native::Instance* object) { return mEntries.insert(key, object); }
 
  private:
-  static constexpr Key kNone = ~Key{0};
   static constexpr Key kForeign = Key{1} << 63;
-  std::size_t placeOf(Key key) const noexcept;
-  void grow();
 
-  std::vector<Entry> mEntries;
-  std::size_t mCount = 0;
-  std::unordered_map<std::string, Key> mForeign;
+  KeyTable<native::Instance*> mEntries;
+  std::unordered_map<std::string, Key, native::KeyedTextHash> mForeign;
   std::vector<const std::string*> mForeignTexts;
 };
 
@@ -53,7 +48,32 @@ struct PendingReference {
   bool isListed;
 };
 
-/// References in the order in which they are to be made.
-using PendingReferences = std::deque<PendingReference>;
+/// References in the order in which they are to be made. Those of one list share all but the target.
+class PendingReferences {
+ public:
+  bool empty() const noexcept { return mLists.empty(); }
+  /// REQUIRES: there are targets.
+  void add(const PendingReference& first, const std::vector<IdTable::Key>& targets);
+  template <class Visit>
+  void forEach(Visit visit) const {
+    auto target = mTargets.begin();
+    for (const List& list : mLists) {
+      PendingReference reference = list.first;
+      for (std::size_t count = list.count; count != 0; --count) {
+        reference.target = *target++;
+        visit(std::as_const(reference));
+      }
+    }
+  }
+  void clear() noexcept;
+
+ private:
+  struct List {
+    PendingReference first;
+    std::size_t count;
+  };
+  std::deque<List> mLists;
+  std::deque<IdTable::Key> mTargets;
+};
 
 }  // namespace Tarvelon::files

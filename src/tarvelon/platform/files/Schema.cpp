@@ -48,6 +48,11 @@ std::string typeName(const native::ClassMethods& cls) {
   return std::string(prefixOf(packageOf(cls))) + ":" + cls.className().shortName();
 }
 
+bool Feature::isElement() const noexcept {
+  const native::Storage storage = declared->storage();
+  return declared->holds() || storage == native::Storage::Texts || storage == native::Storage::Enumerations;
+}
+
 ClassSchema::ClassSchema(const ClassData& cls)
     : data(&cls), type(typeName(*cls.methods)), typeHash(hashOf(type)), features(cls.slotProperties.size()) {
   for (const ClassData* ancestor : cls.ancestors) {
@@ -59,6 +64,7 @@ ClassSchema::ClassSchema(const ClassData& cls)
   }
   mBuckets.resize(std::bit_ceil(2 * features.size() + 2), kNone);
   for (const Feature& feature : features) {
+    if (feature.isElement()) elementSlots |= std::uint64_t{1} << feature.slot;
     std::size_t bucket = bucketOf(feature.nameHash);
     while (mBuckets[bucket] != kNone) bucket = bucketOf(bucket + 1);
     mBuckets[bucket] = feature.slot;

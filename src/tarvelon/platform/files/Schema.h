@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tarvelon/platform/tarvelon/ClassData.h"
+#include "tarvelon/platform/tarvelon/KeyedHash.h"
 #include "tarvelon/platform/tarvelon/Registry.h"
 
 /// How the metamodel is called in files. One rule for each kind of thing:
@@ -41,6 +42,8 @@ struct Feature {
   std::uint8_t slot = 0;
   std::uint64_t nameHash = 0;
   std::string_view name() const noexcept { return declared->row().name; }
+  /// Whether its values stand as elements in a file, else in an attribute.
+  bool isElement() const noexcept;
 };
 
 /// A class as files know it.
@@ -58,6 +61,8 @@ struct ClassSchema {
   std::uint64_t typeHash;
   /// By slot.
   std::vector<Feature> features;
+  /// Those whose features are elements.
+  std::uint64_t elementSlots = 0;
   /// The feature that names an object, null for a class without one.
   const Feature* name = nullptr;
   /// How many values the last object of the class had: a guess of the reader for the next.
@@ -86,10 +91,6 @@ class Schema {
 /// A hash that is the same in every process and on every machine.
 std::uint64_t hashOf(std::string_view text) noexcept;
 std::uint64_t hashOf(std::u16string_view text) noexcept;
-constexpr std::uint64_t mixed(std::uint64_t value) noexcept {
-  value = (value ^ value >> 30) * 0xBF58476D1CE4E5B9;
-  value = (value ^ value >> 27) * 0x94D049BB133111EB;
-  return value ^ value >> 31;
-}
+using native::mixed;
 
 }  // namespace Tarvelon::files

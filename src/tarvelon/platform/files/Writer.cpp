@@ -1,4 +1,5 @@
 #include <optional>
+#include <vector>
 
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/files/AtomicFile.h"
@@ -6,8 +7,10 @@
 #include "tarvelon/platform/files/Files.h"
 #include "tarvelon/platform/files/Ids.h"
 #include "tarvelon/platform/files/ScalarText.h"
+#include "tarvelon/platform/files/Suffix.h"
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::files {
 
@@ -23,11 +26,6 @@ namespace {
 constexpr unsigned kAttributeIndent = 4;
 constexpr unsigned kElementIndent = 2;
 
-bool isElement(const Feature& feature) noexcept {
-  const Storage storage = feature.declared->storage();
-  return feature.declared->holds() || storage == Storage::Texts || storage == Storage::Enumerations;
-}
-
 class Writer {
  public:
   Writer(NativeModel& model, Sink& sink, const Progress& progress)
@@ -38,11 +36,11 @@ class Writer {
   void write() {
     mModel.forEachInstance([this](const Instance& /*object*/) { ++mTotal; });
     assignIds(mModel, mSchema);
+    native::auditAfter(mModel);
     begin();
     mModel.forEachInstance([this](const Instance& object) {
       if (object.owner()) return;
-      const ClassSchema& cls = mSchema.of(object.cls());
-      writeObject(object, cls, cls.type, false, 1);
+      writeTree(object);
     });
     mOut.raw("\n</xmi:XMI>\n");
     mOut.flush();
@@ -70,11 +68,32 @@ class Writer {
     mOut.put('"');
   }
 
-  void writeObject(const Instance& object, const ClassSchema& cls, std::string_view tag, bool isTyped,
-                   int depth) {
-    requireDepth(object, depth);
-    const unsigned indent = static_cast<unsigned>(depth) * kElementIndent;
-    mOut.line(indent);
+  /// An object whose tag is open, and which of its elements come next.
+  struct Level {
+    Cursor elements;
+    const ClassSchema* cls;
+    std::string_view tag;
+  };
+
+  void writeTree(const Instance& root) {
+    const ClassSchema& cls = mSchema.of(root.cls());
+    open(root, cls, cls.type, false);
+    while (!mOpen.empty()) {
+      Level& level = mOpen.back();
+      if (level.elements.next()) {
+        writeElement(level.cls->features[level.elements.slot()], level.elements.value());
+      } else {
+        close(level.tag);
+      }
+    }
+  }
+
+  unsigned indent() const noexcept { return static_cast<unsigned>(mOpen.size()) * kElementIndent; }
+
+  void open(const Instance& object, const ClassSchema& cls, std::string_view tag, bool isTyped) {
+    requireDepth(object, mOpen.size() + 1);
+    mOpen.push_back({Cursor(object, cls.elementSlots), &cls, tag});
+    mOut.line(indent());
     mOut.put('<');
     mOut.raw(tag);
     if (isTyped) {
@@ -85,19 +104,27 @@ class Writer {
     mOut.raw(" xmi:id=\"");
     writeId(object);
     mOut.put('"');
-    const Extent extent = writeAttributes(object, cls, indent);
+    const Extent extent = writeAttributes(object, cls, indent());
     // On a line of its own, the end of the tag stays as it is when the last attribute comes or goes.
-    if (extent.hasAttributes) mOut.line(indent);
+    if (extent.hasAttributes) mOut.line(indent());
     if (extent.hasElements) {
-      mOut.put('>');
-      writeElements(object, cls, indent, depth);
-      mOut.line(indent);
-      mOut.raw("</");
-      mOut.raw(tag);
       mOut.put('>');
     } else {
       mOut.raw("/>");
+      leave();
     }
+  }
+
+  void close(std::string_view tag) {
+    mOut.line(indent());
+    mOut.raw("</");
+    mOut.raw(tag);
+    mOut.put('>');
+    leave();
+  }
+
+  void leave() {
+    mOpen.pop_back();
     report();
   }
 
@@ -143,7 +170,7 @@ class Writer {
     Extent extent;
     forEachValue(object, cls, [&](const Feature& feature, Word word) {
       if (feature.declared->isMany() && word.list->empty()) return;
-      if (isElement(feature)) {
+      if (feature.isElement()) {
         extent.hasElements = true;
         return;
       }
@@ -179,27 +206,15 @@ class Writer {
     mOut.line(indent + kAttributeIndent);
   }
 
-  void writeElements(const Instance& object, const ClassSchema& cls, unsigned indent, int depth) {
-    forEachValue(object, cls, [&](const Feature& feature, Word word) {
-      if (!isElement(feature)) return;
-      if (!feature.declared->isMany()) return writeHeld(feature, *word.object, depth);
-      for (std::uint32_t index = 0; index < word.list->size(); ++index) {
-        if (feature.declared->holds()) {
-          writeHeld(feature, *word.list->at(index).object, depth);
-        } else {
-          writeValue(feature, word.list->at(index), indent);
-        }
-      }
-    });
-  }
-
-  void writeHeld(const Feature& feature, const Instance& held, int depth) {
+  void writeElement(const Feature& feature, Word word) {
+    if (!feature.declared->holds()) return writeValue(feature, word);
+    const Instance& held = *word.object;
     const bool isTyped = &held.cls() != &feature.declared->type()->data();
-    writeObject(held, mSchema.of(held.cls()), feature.name(), isTyped, depth + 1);
+    open(held, mSchema.of(held.cls()), feature.name(), isTyped);
   }
 
-  void writeValue(const Feature& feature, Word word, unsigned indent) {
-    mOut.line(indent + kElementIndent);
+  void writeValue(const Feature& feature, Word word) {
+    mOut.line(indent() + kElementIndent);
     mOut.put('<');
     mOut.raw(feature.name());
     mOut.put('>');
@@ -217,6 +232,7 @@ class Writer {
   Output mOut;
   const Progress& mProgress;
   Schema mSchema;
+  std::vector<Level> mOpen;
   std::size_t mTotal = 0;
   std::size_t mDone = 0;
   std::optional<native::ChangeWatch> mWatch;
@@ -226,6 +242,7 @@ class Writer {
 
 void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
   NativeModel& native = NativeModel::require(model);
+  requireSuffix(path, ".xmi", "a model is saved as XMI, the only format that is known today");
   AtomicFile file(path);
   Writer(native, file, options.progress).write();
   file.commit(options.isDurable);

@@ -16,6 +16,7 @@ using ruvo::InternedName;
 
 constexpr const char* kWhere = "sequence element";
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 bool isKindOf(const IntrospectiveMethods& methods, const InternedName& name) {
   if (methods.name(false) == name || methods.name(true) == name) return true;
   for (const auto* base : methods.bases()) {

@@ -8,20 +8,20 @@
 
 namespace K7Q {
 
+RewritableIntf::~RewritableIntf() = default;
+
 namespace {
 
 using Generic::IteratorIntf;
 using Generic::Ref;
 
-void require(bool condition, const char* message, int line = __builtin_LINE()) {
-  LocalAsserter(__FILE__, line) = Asserter(condition).Make(message);
+void require(bool condition, const char* message, const std::string& detail, int line) {
+  const auto asserter = Asserter(condition).Make(message);
+  AsserterEx<Exception>(asserter).handle(__FILE__, line, detail.c_str());
 }
 
-/// The tested index; `end` is the first that is too much.
-std::size_t checkedIndex(int index, std::size_t end, int line = __builtin_LINE()) {
-  require(index >= 0, text::kIndexNotPositive, line);
-  require(static_cast<std::size_t>(index) < end, text::kIndexOutOfBounds, line);
-  return static_cast<std::size_t>(index);
+void require(bool condition, const char* message, int line = __builtin_LINE()) {
+  LocalAsserter(__FILE__, line) = Asserter(condition).Make(message);
 }
 
 auto offset(std::size_t position) { return static_cast<std::ptrdiff_t>(position); }
@@ -49,6 +49,22 @@ HostList::Elements& HostList::elements() const {
     mDestructionsSeen = now;
   }
   return mElements;
+}
+
+std::string HostList::shown() const {
+  if (&mKind == &kTextElements) return "the sequence of texts";
+  return "the sequence of " + std::string(mElementClass.empty() ? "objects" : mElementClass.view());
+}
+
+std::size_t HostList::checkedIndex(int index, std::size_t end, int line) const {
+  if (index >= 0 && static_cast<std::size_t>(index) < end) return static_cast<std::size_t>(index);
+  require(false, index < 0 ? text::kIndexNotPositive : text::kIndexOutOfBounds,
+          text::indexDetail(shown(), index, mElements.size()), line);
+  __builtin_unreachable();
+}
+
+void HostList::requireNotEmpty(int line) const {
+  if (elements().empty()) require(false, text::kSequenceEmpty, shown(), line);
 }
 
 void HostList::dropDead() const {
@@ -84,7 +100,7 @@ std::unique_ptr<HostListIterator> HostList::iteratorAt(std::size_t position) con
   return std::make_unique<HostListIterator>(*this, position);
 }
 
-void HostList::insertAt(std::size_t position, Ref ref) {
+void HostList::addAt(std::size_t position, Ref ref) {
   const void* value = ref.value();
   if (mIndex && !mIndex->insert(value).second) return;
   try {
@@ -92,6 +108,31 @@ void HostList::insertAt(std::size_t position, Ref ref) {
   } catch (...) {
     if (mIndex) mIndex->erase(value);
     throw;
+  }
+  ++mChanges;
+}
+
+std::size_t HostList::placeOf(std::size_t position, const Ref& ref) const {
+  if (!mIndex || !holds(ref)) return position;
+  // Taking it out lets what stands behind it move up.
+  return find(ref) < position ? position - 1 : position;
+}
+
+void HostList::insertAt(std::size_t position, Ref ref) {
+  if (mIndex && holds(ref)) {
+    moveTo(find(ref), placeOf(position, ref));
+  } else {
+    addAt(position, std::move(ref));
+  }
+}
+
+void HostList::moveTo(std::size_t from, std::size_t to) noexcept {
+  if (from == to) return;
+  const auto begin = mElements.begin();
+  if (from < to) {
+    std::rotate(begin + offset(from), begin + offset(from) + 1, begin + offset(to) + 1);
+  } else {
+    std::rotate(begin + offset(to), begin + offset(from), begin + offset(from) + 1);
   }
   ++mChanges;
 }
@@ -109,12 +150,12 @@ Ref HostList::generic_at(const Deviant& /*aDeviant*/, int index) const {
 }
 
 Ref HostList::generic_front(const Deviant& /*aDeviant*/) const {
-  require(!elements().empty(), text::kSequenceEmpty);
+  requireNotEmpty();
   return mElements.front();
 }
 
 Ref HostList::generic_back(const Deviant& /*aDeviant*/) const {
-  require(!elements().empty(), text::kSequenceEmpty);
+  requireNotEmpty();
   return mElements.back();
 }
 
@@ -149,8 +190,7 @@ std::unique_ptr<IteratorIntf> HostList::generic_insert(const Deviant& /*aDeviant
   elements();
   const std::size_t position = positionOf(iterator);
   requireElement(ref);
-  const bool isThere = mIndex && holds(ref);
-  auto result = iteratorAt(isThere ? find(ref) : position);
+  auto result = iteratorAt(placeOf(position, ref));
   insertAt(position, std::move(ref));
   result->refresh();
   return result;
@@ -185,25 +225,25 @@ void HostList::generic_erase(const Deviant& /*aDeviant*/, int index) {
 }
 
 void HostList::generic_pop_back(const Deviant& /*aDeviant*/) {
-  require(!elements().empty(), text::kSequenceEmpty);
+  requireNotEmpty();
   eraseRange(mElements.size() - 1, mElements.size());
 }
 
 void HostList::generic_pop_front(const Deviant& /*aDeviant*/) {
-  require(!elements().empty(), text::kSequenceEmpty);
+  requireNotEmpty();
   eraseRange(0, 1);
 }
 
 void HostList::generic_push_back(const Deviant& /*aDeviant*/, Ref ref) {
   const std::size_t end = elements().size();
   requireElement(ref);
-  insertAt(end, std::move(ref));
+  addAt(end, std::move(ref));
 }
 
 void HostList::generic_push_front(const Deviant& /*aDeviant*/, Ref ref) {
   elements();
   requireElement(ref);
-  insertAt(0, std::move(ref));
+  addAt(0, std::move(ref));
 }
 
 void HostList::generic_replace(const Deviant& /*aDeviant*/, int index, Ref ref) {
@@ -211,12 +251,15 @@ void HostList::generic_replace(const Deviant& /*aDeviant*/, int index, Ref ref) 
   requireElement(ref);
   Ref& element = mElements[position];
   if (element.equals(ref)) return;
-  if (mIndex && element.value() != ref.value()) {
-    // What stands here or elsewhere already stays where it is.
-    if (!mIndex->insert(ref.value()).second) return;
-    mIndex->erase(element.value());
+  if (mIndex && holds(ref)) {
+    std::swap(element, mElements[find(ref)]);
+  } else {
+    if (mIndex) {
+      mIndex->insert(ref.value());
+      mIndex->erase(element.value());
+    }
+    element = std::move(ref);
   }
-  element = std::move(ref);
   ++mChanges;
 }
 
@@ -238,6 +281,22 @@ int HostList::generic_removeAll(const Deviant& /*aDeviant*/, Ref ref) {
                   mElements.end());
   if (mElements.size() != before) ++mChanges;
   return static_cast<int>(before - mElements.size());
+}
+
+void HostList::rewrite(const Deviant& /*aDeviant*/, std::span<const Ref> given) {
+  elements();
+  for (const Ref& ref : given) requireElement(ref);
+  auto index = mIndex ? std::make_unique<Index>(0, mIndex->hash_function(), mIndex->key_eq()) : nullptr;
+  Elements taken;
+  taken.reserve(given.size());
+  for (const Ref& ref : given) {
+    if (!index || index->insert(ref.value()).second) taken.push_back(ref);
+  }
+  const auto isSame = [](const Ref& left, const Ref& right) { return left.equals(right); };
+  if (std::equal(taken.begin(), taken.end(), mElements.begin(), mElements.end(), isSame)) return;
+  mElements.swap(taken);
+  mIndex.swap(index);
+  ++mChanges;
 }
 
 }  // namespace K7Q

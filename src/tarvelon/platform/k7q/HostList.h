@@ -3,12 +3,14 @@
 #include <cstddef>
 #include <cstdint>
 #include <memory>
+#include <string>
 #include <unordered_set>
 #include <vector>
 
 #include "tarvelon/boundary/k7q/Object.h"
 #include "tarvelon/boundary/k7q/Sequence.h"
 #include "tarvelon/boundary/ruvo/Interned.h"
+#include "tarvelon/platform/k7q/Rewritable.h"
 
 namespace K7Q {
 
@@ -33,16 +35,18 @@ extern const ElementKind kTextElements;
 /// Any objects that stay until the process ends: for lists of descriptions, which a host only reads.
 extern const ElementKind kAnyElements;
 
-/// A sequence that a host makes: objects or texts, in a vector. A unique one holds an element once, and
-/// adding it again changes nothing.
+/// A sequence that a host makes: objects or texts, in a vector.
 ///
+/// Unique:   holds an element once, as a property's references do: appending one that is there changes
+///           nothing, inserting it at an index moves it directly before the element that stood there, and
+///           replacing another by it exchanges the two.
 /// Model:    objects of a list that was made for a model are valid objects of that model, and the list ends
 ///           with it: then every operation raises kNullReference. It keeps the model alive.
 /// Elements: an object that is destroyed leaves the list, as it leaves the sequences of its model.
 /// Failure:  indices and elements are tested before anything changes, and a failed allocation leaves the list
 ///           as it was.
 /// Threads:  one at a time, with the model.
-class TARVELON_API HostList final : public SequenceProxy {
+class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf {
  public:
   /// With an empty model the elements may be of any.
   HostList(const ElementKind& kind, const ruvo::InternedName& elementClass, bool isUnique,
@@ -76,6 +80,8 @@ class TARVELON_API HostList final : public SequenceProxy {
   const char* generic_getRuvoName(bool isSequenceImmutable, bool isElementImmutable,
                                   const char* name) const override;
   int generic_removeAll(const Deviant& aDeviant, Generic::Ref ref) override;
+  bool isUnique() const noexcept override { return mIndex != nullptr; }
+  void rewrite(const Deviant& aDeviant, std::span<const Generic::Ref> elements) override;
 
   /// Differs from before when elements have come, gone or been replaced. Raises like every other question.
   std::uint64_t changes() const {
@@ -97,13 +103,23 @@ class TARVELON_API HostList final : public SequenceProxy {
 
   /// The living elements. Raises kNullReference when the model is closed.
   Elements& elements() const;
+  /// The sequence as an error names it.
+  std::string shown() const;
+  /// The tested index; `end` is the first that is too much.
+  std::size_t checkedIndex(int index, std::size_t end, int line = __builtin_LINE()) const;
+  void requireNotEmpty(int line = __builtin_LINE()) const;
   void requireElement(const Generic::Ref& ref) const { mKind.require(ref, mElementClass, mModel); }
   void dropDead() const;
   bool holds(const Generic::Ref& ref) const;
   std::size_t find(const Generic::Ref& ref) const;
   std::size_t positionOf(const Generic::IteratorIntf* iterator) const;
   std::unique_ptr<HostListIterator> iteratorAt(std::size_t position) const;
+  /// Behind or before all others. A unique list that has it stays as it is.
+  void addAt(std::size_t position, Generic::Ref ref);
+  /// Where an element then stands that is put at `position`.
+  std::size_t placeOf(std::size_t position, const Generic::Ref& ref) const;
   void insertAt(std::size_t position, Generic::Ref ref);
+  void moveTo(std::size_t from, std::size_t to) noexcept;
   void eraseRange(std::size_t first, std::size_t last);
 
   const ElementKind& mKind;

@@ -13,6 +13,7 @@ constexpr std::string_view kClassObject = "K7Q.ClassObject";
 constexpr std::string_view kContainer = "ContainerK7Q";
 
 /// The table of K7Q.ClassObject above a class, null if the class does not derive from it.
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 const IntrospectiveMethods* kernelMethods(const IntrospectiveMethods& methods) {
   if (methods.name(false).view() == kClassObject) return &methods;
   for (const auto* base : methods.bases()) {

@@ -25,6 +25,12 @@ std::string_view shortName(const ruvo::InternedName& dotted) {
   return dotted.view().substr(dotted.view().rfind('.') + 1);
 }
 
+std::string indexDetail(std::string_view sequence, std::int64_t index, std::size_t size) {
+  return std::string(sequence) + " has " + std::to_string(size) + (size == 1 ? " element" : " elements") +
+         "; the index was " + std::to_string(index) + " counted from 0, " + std::to_string(index + 1) +
+         " counted from 1";
+}
+
 std::string uriTaken(std::u16string_view uri) {
   const std::string name = String::to_string(uri);
   return "the URI \"" + name + "\" is taken by another open model; getNextAvailableModelUri(\"" + name +

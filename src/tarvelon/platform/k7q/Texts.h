@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 #include <string_view>
 
@@ -49,6 +50,9 @@ std::string shown(double number);
 std::string_view shortName(const ruvo::InternedName& dotted);
 /// The class of a native object.
 std::string shown(const NSInterface::ObjectIntf& object);
+/// What the text of a wrong index leaves out: the index as C++ and as hosts count it, and how many elements
+/// the sequence has.
+TARVELON_API std::string indexDetail(std::string_view sequence, std::int64_t index, std::size_t size);
 /// What a URI is told that another open model has.
 std::string uriTaken(std::u16string_view uri);
 

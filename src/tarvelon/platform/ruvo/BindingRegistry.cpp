@@ -110,14 +110,14 @@ void BindingRegistry::announceForConstructor(void* pointer, const InternedName& 
   RVOInterface* held = hx::hxGetNumberOfElements(array) != 0 && hx::hxGetClassId(array) == hx::hxObject
                            ? static_cast<RVOInterface*>(hx::hxGetElement(array, 0))
                            : nullptr;
-  const std::string name(className.view());
-  if (!held)
-    throw K7Q::Exception(name +
-                         ": there is no object under construction; call a constructor through its class");
+  // A text only where one is needed: behind a constructor nothing is to fail for want of memory.
+  const auto refuse = [&className](const char* reason) {
+    throw K7Q::Exception(std::string(className.view()) + reason);
+  };
+  if (!held) refuse(": there is no object under construction; call a constructor through its class");
   auto* object = static_cast<HostObject*>(held);
-  if (object->bound()) throw K7Q::Exception(name + ": the object under construction is constructed already");
-  if (find(pointer))
-    throw K7Q::Exception(name + ": the native object has a host object already; construct a new one");
+  if (object->bound()) refuse(": the object under construction is constructed already");
+  if (find(pointer)) refuse(": the native object has a host object already; construct a new one");
   bind(pointer, object);
 }
 

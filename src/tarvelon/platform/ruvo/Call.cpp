@@ -44,8 +44,8 @@ HostResult callFunction(Package& package, std::string_view function, std::span<c
   if (functions.empty()) {
     std::vector<std::string_view> names;
     for (const auto* known : package.functions()) names.push_back(known->getName().view());
-    throw K7Q::UnknownName("package '" + std::string(package.getFullName().view()) + "' has no function '" +
-                           std::string(function) + "'" + didYouMean(function, names));
+    throw K7Q::UnknownName("package '" + std::string(package.getFullName().view()) + "' has no function " +
+                           quotedName(function) + didYouMean(function, names));
   }
   const std::vector<const RVOMethodInfo*> candidates(functions.begin(), functions.end());
   const CallSite site{package.getFullName().view(), function, false};

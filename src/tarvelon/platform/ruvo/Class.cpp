@@ -102,12 +102,12 @@ Class& Class::get(std::string_view fullName) {
   if (fullName.find('.') == std::string_view::npos) {
     std::vector<std::string_view> names;
     for (const Class* cls : globals()) names.push_back(cls->getFullName().view());
-    throw K7Q::UnknownName("no class '" + std::string(fullName) + "'" + didYouMean(fullName, names));
+    throw K7Q::UnknownName("no class " + quotedName(fullName) + didYouMean(fullName, names));
   }
   Package& package = Package::get(parentName(fullName));
   const std::string_view name = lastName(fullName);
-  throw K7Q::UnknownName("package '" + std::string(package.getFullName().view()) + "' has no class '" +
-                         std::string(name) + "'" + didYouMean(name, package.classNames()));
+  throw K7Q::UnknownName("package '" + std::string(package.getFullName().view()) + "' has no class " +
+                         quotedName(name) + didYouMean(name, package.classNames()));
 }
 
 Class& Class::get(const InternedName& fullName) {

@@ -88,6 +88,7 @@ std::span<Class* const> Class::superClasses() {
   return derived.superClasses;
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 std::span<Class* const> Class::linearization() {
   auto& derived = members().derived();
   if (derived.hasLinearization.load(std::memory_order_acquire)) return derived.linearization;

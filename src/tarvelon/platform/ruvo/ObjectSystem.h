@@ -71,6 +71,8 @@ class TARVELON_API Package final : public RVOPackage {
   struct Content;
   Package(Package* parent, const InternedName& fullName);
   void populate();
+  /// REQUIRES: those above are populated, or being it.
+  void populateAlone();
   void runInitializers();
   Origin originOfNew() const noexcept;
 

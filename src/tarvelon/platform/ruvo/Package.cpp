@@ -30,6 +30,28 @@ std::string_view requireShortName(const char* name, std::string_view kind, const
                        " must report a short name without a dot, got '" + (name ? name : "") + "'");
 }
 
+/// How far a full name leads down the packages.
+struct Descent {
+  Package* last;             ///< the last of its packages that is there
+  std::string_view missing;  ///< the name of the first that is not, empty if all are there
+};
+
+Descent descend(std::string_view fullName) {
+  Package* package = &Package::root();
+  for (std::size_t start = 0; start < fullName.size();) {
+    // A dot at the very beginning is part of the name that is missing.
+    const std::size_t end = std::min(fullName.find('.', std::max<std::size_t>(start, 1)), fullName.size());
+    const std::string_view part = fullName.substr(start, end - start);
+    const bool isName = !part.empty() && part.front() != '.';
+    Package* child = isName ? package->findPackage(part) : nullptr;
+    if (!child) return {package, fullName.substr(0, end)};
+    package = child;
+    start = end + 1;
+    if (start == fullName.size()) return {package, fullName};
+  }
+  return {package, {}};
+}
+
 /// Asks the infos of a package for a name that it has not; true when one of them says that it is there now.
 template <class Infos, class Ask>
 bool isBroughtIn(const Infos& infos, Ask ask) {
@@ -92,38 +114,41 @@ Package::~Package() {
 Package& Package::root() { return ObjectSystem::root(); }
 
 Package* Package::find(std::string_view fullName) {
-  Package* package = &root();
-  for (std::string_view rest = fullName; package && !rest.empty();) {
-    const std::size_t dot = std::min(rest.find('.'), rest.size());
-    if (dot == 0 || dot + 1 == rest.size()) return nullptr;
-    package = package->findPackage(rest.substr(0, dot));
-    rest.remove_prefix(std::min(dot + 1, rest.size()));
-  }
-  if (package) package->populate();
-  return package;
+  const Descent descent = descend(fullName);
+  if (!descent.missing.empty()) return nullptr;
+  descent.last->populate();
+  return descent.last;
 }
 
 Package& Package::get(std::string_view fullName) {
-  if (Package* package = find(fullName)) return *package;
-  const std::string_view parent = parentName(fullName);
-  Package& known = get(parent);
-  std::string what = "no package '" + std::string(fullName) + "'";
-  std::string near = nearestName(lastName(fullName), known.packageNames());
+  const auto [last, missing] = descend(fullName);
+  last->populate();
+  if (missing.empty()) return *last;
+  Package& known = *last;
+  std::string what = "no package " + quotedName(missing);
+  std::string near = nearestName(lastName(missing), known.packageNames());
   if (!near.empty()) what += "; did you mean '" + std::string(joined(known.mFullName, near).view()) + "'?";
   throw K7Q::UnknownName(what);
 }
 
 std::string_view Package::shortName() const noexcept { return lastName(mFullName.view()); }
 
+// What brings in a package may attach more to those below it: from the top down.
 void Package::populate() {
   if (isPopulated()) return;
   // Another thread that populates it is waited for; this one may come back while it does.
   const std::scoped_lock lock(ObjectSystem::guard());
   if (mState == State::Populated || mState == State::Populating) return;
+  std::vector<Package*> line{this};
+  while (line.back()->mState == State::Attached && line.back()->mParent) {
+    line.push_back(line.back()->mParent);
+  }
+  for (auto package = line.rbegin(); package != line.rend(); ++package) (*package)->populateAlone();
+}
+
+void Package::populateAlone() {
+  if (mState == State::Populated || mState == State::Populating) return;
   if (mState == State::Failed) std::rethrow_exception(mContent->failure);
-  // What brings in the parent may attach more to this one.
-  if (mParent) mParent->populate();
-  if (mState != State::Attached) return populate();
   mState = State::Populating;
   try {
     runInitializers();

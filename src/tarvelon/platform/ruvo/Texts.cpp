@@ -104,6 +104,18 @@ std::size_t slipsAllowed(std::size_t length) noexcept { return std::clamp<std::s
 
 }  // namespace
 
+std::string quotedName(std::string_view name) {
+  constexpr std::size_t kWhole = 200;
+  constexpr std::size_t kBeginning = 80;
+  if (name.size() <= kWhole) return "'" + std::string(name) + "'";
+  const auto isInside = [](char unit) { return (unit & 0xC0) == 0x80; };
+  std::size_t shown = kBeginning;
+  while (shown != 0 && isInside(name[shown])) --shown;  // not within a character
+  const auto inside = static_cast<std::size_t>(std::ranges::count_if(name, isInside));
+  return "'" + std::string(name.substr(0, shown)) + "...' of " + std::to_string(name.size() - inside) +
+         " characters";
+}
+
 std::string nearestName(std::string_view name, std::span<const std::string_view> candidates) {
   std::string_view nearest;
   std::size_t least = slipsAllowed(name.size()) + 1;
@@ -215,14 +227,22 @@ bool isConstructibleBelow(Class& each, Class& cls) {
   }
 }
 
-/// Collects the classes below `cls` that can be constructed, from a package and all below it.
-void collectConstructible(Package& package, Class& cls, std::vector<std::string_view>& names) {
-  for (Class* each : package.classes()) {
-    if (isConstructibleBelow(*each, cls)) names.push_back(each->getFullName().view());
+/// The classes below `cls` that can be constructed, of a package and all below it, each package before those.
+std::vector<std::string_view> constructibleIn(Package& top, Class& cls) {
+  std::vector<std::string_view> names;
+  std::vector<Package*> pending{&top};
+  while (!pending.empty()) {
+    Package& package = *pending.back();
+    pending.pop_back();
+    for (Class* each : package.classes()) {
+      if (isConstructibleBelow(*each, cls)) names.push_back(each->getFullName().view());
+    }
+    const auto children = package.packageNames();
+    for (auto child = children.rbegin(); child != children.rend(); ++child) {
+      if (Package* below = package.findPackage(*child)) pending.push_back(below);
+    }
   }
-  for (const std::string_view child : package.packageNames()) {
-    if (Package* below = package.findPackage(child)) collectConstructible(*below, cls, names);
-  }
+  return names;
 }
 
 }  // namespace
@@ -241,15 +261,14 @@ std::string abstractText(std::string_view className, std::span<const std::string
 
 void throwAbstract(Class& cls) {
   const std::string_view name = cls.getFullName().view();
-  std::vector<std::string_view> below;
-  collectConstructible(Package::get(name.substr(0, name.find('.'))), cls, below);
-  throw K7Q::WrongType(abstractText(name, below));
+  throw K7Q::WrongType(
+      abstractText(name, constructibleIn(Package::get(name.substr(0, name.find('.'))), cls)));
 }
 
 void throwUnknownMember(Class& cls, std::string_view kind, std::string_view name) {
   const std::string nearest = cls.nearestMember(name);
   throw K7Q::UnknownName("class '" + std::string(cls.getFullName().view()) + "' has no " + std::string(kind) +
-                         " '" + std::string(name) + "'" +
+                         " " + quotedName(name) +
                          (nearest.empty() ? "" : "; did you mean '" + nearest + "'?"));
 }
 

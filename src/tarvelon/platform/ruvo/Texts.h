@@ -11,6 +11,9 @@
 /// The words of the object system's errors: each kind has its format here.
 namespace ruvo {
 
+/// A name between quotes: one that no person writes is cut, and its length said.
+TARVELON_API std::string quotedName(std::string_view name);
+
 /// "; did you mean 'symbol'?", empty if no candidate is close.
 TARVELON_API std::string didYouMean(std::string_view name, std::span<const std::string_view> candidates);
 

@@ -123,6 +123,7 @@ void ClassData::addSlot(const Property& property) {
   slotProperties.push_back(&property);
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 const Property* ClassData::findProperty(std::string_view metaName) const noexcept {
   for (const auto& property : properties) {
     if (property && property->metaName() == metaName) return property.get();

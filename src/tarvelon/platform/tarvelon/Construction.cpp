@@ -76,14 +76,15 @@ Instance& construct(NativeModel& model, const ClassData& cls, unsigned construct
   if (model.journal()) {
     make({&object, {}, {}, 0, 0, Step::Kind::Life, false, true});
     fill(object, plan, values);
-    return object;
+  } else {
+    try {
+      fill(object, plan, values);
+    } catch (...) {
+      destroyTree(object);
+      throw;
+    }
   }
-  try {
-    fill(object, plan, values);
-  } catch (...) {
-    destroyTree(object);
-    throw;
-  }
+  Batch::noteMade(object);
   return object;
 }
 

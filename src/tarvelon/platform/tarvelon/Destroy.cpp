@@ -10,6 +10,7 @@
 #include "tarvelon/platform/tarvelon/NativeModel.h"
 #include "tarvelon/platform/tarvelon/Steps.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 // An object goes with all that it holds, however deep that is: no recursion, and nothing that could fail.
 // What is to go is chained up through the objects themselves, each with what it holds right behind it, as
@@ -54,15 +55,15 @@ void leaveList(Instance& referring, unsigned slot, const Instance& object, bool 
 }
 
 /// Empties every place that refers to a dying object, all of which are outside by now.
-void leaveReferrers(Instance& object, bool isOneOfMany) noexcept {
+void leaveReferrers(Instance& object, bool isOneOfMany, StepRoom room) noexcept {
   Word* word = object.find(Instance::kReferrerSlot);
   if (!word) return;
-  Referrers(word->bits).forEach([&object, isOneOfMany](Referrer referrer) {
+  Referrers(word->bits).forEach([&object, isOneOfMany, room](Referrer referrer) {
     Instance& referring = object.model().instance(referrer.instance);
     if (isList(referring, referrer.slot)) {
       leaveList(referring, referrer.slot, object, isOneOfMany);
     } else {
-      referring.remove(referrer.slot);
+      referring.remove(referrer.slot, room);
     }
   });
 }
@@ -161,6 +162,21 @@ void buryTree(Instance& root, Journal& journal) {
   for (Instance* object : tree) make({object, {}, {}, 0, 0, Step::Kind::Life, true, false});
 }
 
+/// The way of a model without a journal: nothing is kept.
+void freeTree(Instance& root, StepRoom room) noexcept {
+  NativeModel& model = root.model();
+  leaveOwner(root);
+  chainUp(root);
+  const bool areMany = root.nextDying() != nullptr;
+  model.noteDestruction();
+  for (Instance* object = &root; object;) {
+    Instance* next = object->nextDying();
+    leaveReferrers(*object, areMany, room);
+    model.expire(*object);
+    object = next;
+  }
+}
+
 }  // namespace
 
 void leaveReferred(Instance& object) noexcept {
@@ -172,21 +188,13 @@ void leaveReferred(Instance& object) noexcept {
 
 void destroyTree(Instance& root) {
   NativeModel& model = root.model();
-  if (Journal* journal = model.journal()) {
-    Batch batch(model);
-    buryTree(root, *journal);
+  if (const auto room = model.unjournaled()) {
+    freeTree(root, *room);
+    auditAfter(model);
     return;
   }
-  leaveOwner(root);
-  chainUp(root);
-  const bool areMany = root.nextDying() != nullptr;
-  model.noteDestruction();
-  for (Instance* object = &root; object;) {
-    Instance* next = object->nextDying();
-    leaveReferrers(*object, areMany);
-    model.expire(*object);
-    object = next;
-  }
+  Batch batch(model);
+  buryTree(root, *model.journal());
 }
 
 }  // namespace Tarvelon::metamodel::native

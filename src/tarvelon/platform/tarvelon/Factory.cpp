@@ -57,7 +57,7 @@ std::string nearestTo(std::string_view name) {
 
 [[noreturn]] void refuseName(std::string_view name) {
   const std::string nearest = nearestTo(name);
-  throw K7Q::UnknownName("Factory.createFromString: there is no class '" + std::string(name) + "'" +
+  throw K7Q::UnknownName("Factory.createFromString: there is no class " + ruvo::quotedName(name) +
                          (nearest.empty() ? "" : "; did you mean '" + nearest + "'?") +
                          " (a name is dotted, as in 'common.Package')");
 }

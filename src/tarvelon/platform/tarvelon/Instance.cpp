@@ -64,12 +64,13 @@ void Instance::reserve(unsigned more) {
   if (needed > capacity()) grow(needed);
 }
 
-void Instance::reserveLasting() {
+LastingRoom Instance::reserveLasting() {
   if (mModel->journal()) {
     grow(capacity() + 1);
   } else {
     reserve(1);
   }
+  return {};
 }
 
 void Instance::grow(unsigned needed) {
@@ -83,7 +84,7 @@ void Instance::grow(unsigned needed) {
   mState |= kExternal;
 }
 
-void Instance::put(unsigned slot, Word word) noexcept {
+void Instance::putWord(unsigned slot, Word word) noexcept {
   const std::uint64_t bit = std::uint64_t{1} << slot;
   Word* place = words() + std::popcount(mState & (bit - 1));
   if ((mState & bit) == 0) {
@@ -94,7 +95,7 @@ void Instance::put(unsigned slot, Word word) noexcept {
   *place = word;
 }
 
-void Instance::remove(unsigned slot) noexcept {
+void Instance::remove(unsigned slot, StepRoom /*room*/) noexcept {
   Word* place = find(slot);
   const auto behind = static_cast<std::size_t>(words() + count() - place - 1);
   std::memmove(place, place + 1, behind * sizeof(Word));
@@ -105,8 +106,7 @@ void Instance::reserveReferrer() {
   if (Word* word = find(kReferrerSlot)) {
     Referrers(word->bits).reserve();
   } else {
-    reserveLasting();
-    put(kReferrerSlot, Word{.bits = 0});
+    put(kReferrerSlot, Word{.bits = 0}, reserveLasting());
   }
 }
 

@@ -8,6 +8,7 @@
 #include "tarvelon/boundary/Export.h"
 #include "tarvelon/boundary/k7q/Object.h"
 #include "tarvelon/platform/tarvelon/Referrers.h"
+#include "tarvelon/platform/tarvelon/Room.h"
 #include "tarvelon/platform/tarvelon/Word.h"
 
 namespace Tarvelon::metamodel::native {
@@ -75,15 +76,21 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
     return (mState & bit) != 0 ? words() + std::popcount(mState & (bit - 1)) : nullptr;
   }
   Word* find(unsigned slot) noexcept { return const_cast<Word*>(std::as_const(*this).find(slot)); }
-  /// Makes room for `count` more values: the first of the two of these functions that can fail.
+  /// Makes room for `count` more values that steps put. This and reserveLasting() can fail, the others
+  /// cannot.
   void reserve(unsigned count);
-  /// Makes room for a word that is put without a step and stays. While a journal may take steps back, that is
-  /// room of its own: what there is, they may need.
-  void reserveLasting();
-  /// REQUIRES: the slot has a value, or there is room for one more.
-  void put(unsigned slot, Word word) noexcept;
+  /// Makes room for a word that is put without a step and stays. While the model keeps a journal, that is
+  /// room in addition to what there is, which the journal may need.
+  [[nodiscard]] LastingRoom reserveLasting();
+  /// Puts a word without a step. REQUIRES: the slot has no value; the room was reserved for this object.
+  void put(unsigned slot, Word word, LastingRoom /*room*/) noexcept { putWord(slot, word); }
+  /// Puts the word of a step. REQUIRES: the slot has a value, or there is room for one more.
+  void put(unsigned slot, Word word, StepRoom /*room*/) noexcept { putWord(slot, word); }
   /// REQUIRES: the slot has a value.
-  void remove(unsigned slot) noexcept;
+  void remove(unsigned slot, StepRoom room) noexcept;
+
+  /// How many more values fit.
+  unsigned room() const noexcept { return capacity() - count(); }
 
   /// From the first referrer on, the object keeps the word for them.
   void reserveReferrer();
@@ -124,6 +131,7 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
     return isExternal() ? static_cast<unsigned>(mWords[1].bits) : kInline;
   }
   void grow(unsigned capacity);
+  void putWord(unsigned slot, Word word) noexcept;
   void dropValues() noexcept;
 
   mutable std::int32_t mReferences = 0;

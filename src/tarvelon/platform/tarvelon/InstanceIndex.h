@@ -71,6 +71,7 @@ class InstanceIndex {
   void clear() noexcept;
 
  private:
+  friend class Auditor;
   static constexpr std::uint32_t kChunk = hx::kHasAsan ? 1 : 64;
   static constexpr std::uint64_t kFull = ~std::uint64_t{0} >> (64 - kChunk);
   struct Chunk {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <atomic>
 #include <exception>
-#include <iterator>
 #include <utility>
 
 #include "tarvelon/boundary/k7q/Exception.h"
@@ -12,6 +11,7 @@
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -59,6 +59,7 @@ void Journal::reserve(std::size_t steps) {
 }
 
 void Journal::note(const Step& step) noexcept {
+  auditRoom(mOpen.size() < mOpen.capacity(), step);
   ++mChanges;
   takeTexts(step);
   mOpen.push_back(step);
@@ -101,8 +102,9 @@ void Journal::commit() noexcept {
 void Journal::rollBackTransaction(std::uint64_t transaction) noexcept {
   const auto found = std::ranges::find(mTransactions, transaction, &Transaction::id);
   const std::size_t start = found->start;
+  // All of them end, the last one with rollBack(). A batch whose end is delayed goes on.
+  mDepth -= static_cast<unsigned>(mTransactions.end() - found) - 1;
   mTransactions.erase(found, mTransactions.end());
-  mDepth = static_cast<unsigned>(mTransactions.size()) + 1;
   rollBack(start);
 }
 
@@ -141,19 +143,18 @@ void Journal::forgetOldest() noexcept {
   mForgotten = 0;
 }
 
-// The listeners are called on a list of their own, since they may come and leave while they are.
+// Listeners are called by their places, which takes no memory: none goes from the list while they are, and
+// those that come are not told of this batch.
 void Journal::tell(const Steps& steps) noexcept {
   if (mListeners.empty()) return;
   mIsTelling = true;
-  try {
-    const auto listeners = mListeners;
-    for (const Entry& entry : listeners) {
-      try {
-        if (!entry.subscriber->hasLeft) tellOne(entry, steps);
-      } catch (...) {  // NOLINT(bugprone-empty-catch): the model has changed, whatever a listener makes of it
-      }
+  const std::size_t count = mListeners.size();
+  for (std::size_t index = 0; index < count; ++index) {
+    const Entry entry = mListeners[index];
+    try {
+      if (!entry.subscriber->hasLeft) tellOne(entry, steps);
+    } catch (...) {  // NOLINT(bugprone-empty-catch): the model has changed, whatever a listener makes of it
     }
-  } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): nobody can be told without memory
   }
   mIsTelling = false;
 }
@@ -221,14 +222,9 @@ void Journal::redo() noexcept {
 }
 
 void Journal::tellOne(const Entry& entry, const Steps& steps) {
-  if (!entry.object) {
-    entry.subscriber->listener(steps);
-    return;
-  }
-  Steps own;
-  std::ranges::copy_if(steps, std::back_inserter(own),
-                       [&entry](const Step& step) { return step.object == entry.object; });
-  if (!own.empty()) entry.subscriber->listener(own);
+  const auto isItsOwn = [&entry](const Step& step) { return step.object == entry.object; };
+  if (entry.object && std::ranges::none_of(steps, isItsOwn)) return;
+  entry.subscriber->listener(steps, entry.object);
 }
 
 template <class Leaves>
@@ -269,22 +265,46 @@ void Journal::requireQuiet() const {
       "when the change has returned");
 }
 
+std::span<const Step> Journal::lastSteps(std::size_t most) const noexcept {
+  std::span<const Step> steps(mOpen);
+  if (steps.empty() && undoable() != 0) steps = mUndo.back();
+  return steps.last(std::min(most, steps.size()));
+}
+
 namespace {
 
 TARVELON_THREAD_LOCAL bool tIsDelayed = false;
 /// Whose batch lasts until the end of the delay.
 TARVELON_THREAD_LOCAL NativeModel* tDelayed = nullptr;
+/// Where that batch begins.
+TARVELON_THREAD_LOCAL std::size_t tDelayedStart = 0;
+/// Who wants to know what is made.
+TARVELON_THREAD_LOCAL K7Q::ClassObject* tMade = nullptr;
 
 }  // namespace
 
-void Batch::delay() noexcept { tIsDelayed = true; }
+void Batch::delay(K7Q::ClassObject* made) noexcept {
+  tIsDelayed = true;
+  tMade = made;
+}
 
-void Batch::endDelay() noexcept {
+bool Batch::endDelay(bool isToTakeBack) noexcept {
   tIsDelayed = false;
+  tMade = nullptr;
   NativeModel* model = std::exchange(tDelayed, nullptr);
-  if (!model) return;
-  model->journal()->end();
+  if (!model) return false;
+  if (isToTakeBack) {
+    model->journal()->rollBack(tDelayedStart);
+  } else {
+    model->journal()->end();
+  }
   model->dropIdleJournal();
+  auditAfter(*model);
+  return true;
+}
+
+void Batch::noteMade(Instance& object) noexcept {
+  if (tMade) *tMade = K7Q::ClassObject(&object, K7Q::Deviant{});
 }
 
 void Batch::forget(const NativeModel& model) noexcept {
@@ -292,18 +312,27 @@ void Batch::forget(const NativeModel& model) noexcept {
 }
 
 Batch::Batch(NativeModel& model) : mModel(model), mJournal(model.journal()) {
-  if (!mJournal) return;
+  if (mJournal) begin();
+  beginAuditedChange();
+}
+
+void Batch::begin() {
   mJournal->requireQuiet();
   if (tIsDelayed && !tDelayed) {
-    tDelayed = &model;
-    mJournal->begin();
+    tDelayed = &mModel;
+    tDelayedStart = mJournal->begin();
   }
   mStart = mJournal->begin();
   mExceptions = std::uncaught_exceptions();
 }
 
 Batch::~Batch() {
-  if (!mJournal) return;
+  if (mJournal) end();
+  endAuditedChange();
+  auditAfter(mModel);
+}
+
+void Batch::end() noexcept {
   if (std::uncaught_exceptions() > mExceptions) {
     mJournal->rollBack(mStart);
   } else {
@@ -321,7 +350,7 @@ ChangeWatch::ChangeWatch(NativeModel& model)
 ChangeWatch::~ChangeWatch() {
   if (mModel.journal() != mJournal) return;
   --mJournal->mWatches;
-  if (!mJournal->isTelling()) mModel.dropIdleJournal();
+  mModel.dropIdleJournal();
 }
 
 // A closed model has no journal.

@@ -9,6 +9,10 @@
 
 #include "tarvelon/platform/tarvelon/Steps.h"
 
+namespace K7Q {
+class ClassObject;
+}
+
 namespace Tarvelon::metamodel::native {
 
 class Instance;
@@ -24,7 +28,8 @@ class NativeModel;
 /// Failure: reserve() and setLimit() allocate; what takes steps back does not.
 class Journal {
  public:
-  using Listener = std::function<void(std::span<const Step>)>;
+  /// With the object that it was put on, null for the whole model: steps at others are not for it.
+  using Listener = std::function<void(std::span<const Step>, const Instance*)>;
 
   explicit Journal(NativeModel& model) noexcept : mModel(model) {}
   Journal(const Journal&) = delete;
@@ -43,7 +48,8 @@ class Journal {
   /// Takes back all that has happened since a batch began there, and ends it.
   void rollBack(std::size_t start) noexcept;
 
-  /// A batch that may outlive the scope it began in. REQUIRES: no batch of a scope is open.
+  /// A batch that may outlive the scope it began in. REQUIRES: no batch of a scope is open, but perhaps a
+  /// delayed one.
   std::uint64_t beginTransaction();
   bool isOpen(std::uint64_t transaction) const noexcept;
   bool isInnermost(std::uint64_t transaction) const noexcept;
@@ -80,8 +86,11 @@ class Journal {
   bool isWatched() const noexcept { return mWatches != 0; }
   /// Raises K7Q::Exception while listeners are called.
   void requireQuiet() const;
+  /// The newest steps that are open or can be taken back, `most` of them or fewer.
+  std::span<const Step> lastSteps(std::size_t most) const noexcept;
 
  private:
+  friend class Auditor;
   friend class ChangeWatch;
   using Steps = std::vector<Step>;
   struct Subscriber {
@@ -135,8 +144,13 @@ class Batch {
   Batch& operator=(const Batch&) = delete;
   ~Batch();
   /// From now on the outermost batch on this thread that is noted lasts until endDelay().
-  static void delay() noexcept;
-  static void endDelay() noexcept;
+  /// What is made meanwhile is put into `made`, if there is one: the last object or the root of the last
+  /// copy.
+  static void delay(K7Q::ClassObject* made = nullptr) noexcept;
+  /// Ends that batch, or takes back what happened in it. Says whether one was noted.
+  static bool endDelay(bool isToTakeBack = false) noexcept;
+  /// Tells delay() of a new object.
+  static void noteMade(Instance& object) noexcept;
   /// The model and its journal go: no batch of it is left to end.
   static void forget(const NativeModel& model) noexcept;
   /// Makes room for that many steps.
@@ -145,6 +159,9 @@ class Batch {
   }
 
  private:
+  void begin();
+  void end() noexcept;
+
   NativeModel& mModel;
   Journal* mJournal;
   std::size_t mStart = 0;

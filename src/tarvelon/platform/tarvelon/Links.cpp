@@ -8,10 +8,12 @@
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/Order.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Steps.h"
 #include "tarvelon/platform/tarvelon/TextCell.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -53,9 +55,9 @@ WordList& reserveList(Instance& object, unsigned slot) {
   WordList* list = listOf(object, slot);
   if (!list) {
     // The list stays when its first element is taken back.
-    object.reserveLasting();
+    LastingRoom room = object.reserveLasting();
     list = WordList::make();
-    object.put(slot, Word{.list = list});
+    object.put(slot, Word{.list = list}, std::move(room));
   }
   list->reserve(1);
   return *list;
@@ -157,7 +159,7 @@ void clear(Instance& object, unsigned slot) {
 }
 
 /// The road of a model that nobody asks for steps: what a step would do, and nothing else.
-void storeUnnoted(Instance& object, unsigned slot, Word word) {
+void storeUnnoted(Instance& object, unsigned slot, Word word, StepRoom room) {
   const ClassData& cls = object.cls();
   const bool isText = (cls.textSlots & bitOf(slot)) != 0;
   Word* place = object.find(slot);
@@ -168,14 +170,15 @@ void storeUnnoted(Instance& object, unsigned slot, Word word) {
     const Word old = std::exchange(*place, word);
     if (hadText) old.text->release();
   } else {
-    object.put(slot, word);
+    object.put(slot, word, room);
   }
   if (slot == cls.nameSlot) object.model().noteNameOf(object, hadText);
+  auditAfter(object.model());
 }
 
 void storeValue(Instance& object, unsigned slot, Word word) {
-  if (!object.model().journal()) {
-    storeUnnoted(object, slot, word);
+  if (const auto room = object.model().unjournaled()) {
+    storeUnnoted(object, slot, word, *room);
     return;
   }
   Batch batch(object.model());
@@ -253,32 +256,19 @@ void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instan
   WordList& list = *listOf(object, slot);
   Instance& old = *list.at(index).object;
   if (&old == &element) return;
+  if (containsElement(object, slot, element)) {
+    exchangeElements(object, slot, list.find(&element), index);
+    return;
+  }
   Batch batch(object.model());
   batch.reserve(kMostSteps);
   const Opposite opposite(object, slot, element);
   reserveReference(object, slot, element, opposite);
   const Opposite back(object, slot, old);
-  if (containsElement(object, slot, element)) {
-    // The other one leaves, and the element comes to where that stood.
-    const std::uint32_t from = list.find(&element);
-    make(removal(object, slot, index));
-    if (back.isThere()) back.remove(object);
-    const std::uint32_t now = from < index ? from : from - 1;
-    const std::uint32_t to = from < index ? index - 1 : index;
-    if (now != to) moveElement(object, slot, now, to);
-    return;
-  }
   if (holds(object, slot)) leaveOwner(element);
   make(replacement(object, slot, index, Word{.object = &element}));
   if (back.isThere()) back.remove(object);
   if (opposite.isThere()) opposite.add(object, slot);
-}
-
-void moveElement(Instance& object, unsigned slot, std::uint32_t from, std::uint32_t to) {
-  Batch batch(object.model());
-  batch.reserve(1);
-  make({&object, Word{.bits = from}, Word{.bits = to}, 0, static_cast<std::uint8_t>(slot), Kind::Move, true,
-        true});
 }
 
 void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) {

@@ -24,10 +24,8 @@ void requireNoCycle(const Instance& object, const Property& property, const Inst
 bool containsElement(const Instance& object, unsigned slot, const Instance& element) noexcept;
 /// Puts an element that is not there yet into a list of references. REQUIRES: index <= size.
 void insertElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element);
-/// Puts an element in the place of another. One that stands elsewhere in the list leaves that place.
+/// Puts an element in the place of another. One that stands elsewhere in the list changes places with it.
 void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element);
-/// Moves an element to where it then stands.
-void moveElement(Instance& object, unsigned slot, std::uint32_t from, std::uint32_t to);
 /// Takes elements out of a list of anything; what was held stays in the model without an owner.
 void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count);
 

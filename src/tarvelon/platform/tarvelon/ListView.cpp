@@ -1,8 +1,10 @@
 #include "tarvelon/platform/tarvelon/ListView.h"
 
+#include <string>
 #include <vector>
 
 #include "tarvelon/boundary/k7q/Deviants.h"
+#include "tarvelon/platform/k7q/Texts.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
 #include "tarvelon/platform/tarvelon/ListIterator.h"
@@ -10,6 +12,24 @@
 #include "tarvelon/platform/tarvelon/Refusal.h"
 
 namespace Tarvelon::metamodel::native {
+
+namespace {
+
+/// Objects, texts or enumeration values, which are read in different ways.
+bool holdsSameKind(const Property& left, const Property& right) noexcept {
+  if (left.type() || right.type()) return left.type() && right.type();
+  return left.storage() == right.storage();
+}
+
+/// The message is prescribed; what it leaves out stands behind the place.
+[[noreturn]] void refuseAsAssertion(const char* message, const std::string& detail,
+                                    int line = __builtin_LINE()) {
+  const auto asserter = K7Q::Asserter::MakeAlways(message);
+  K7Q::AsserterEx<K7Q::Exception>(asserter).handle(__FILE__, line, detail.c_str());
+  __builtin_unreachable();
+}
+
+}  // namespace
 
 ListView::ListView(Instance& object, const Property& property, bool immutable)
     : mObject(&object), mProperty(&property), mIsImmutable(immutable || property.isReadOnly()) {
@@ -32,14 +52,14 @@ void ListView::requireWritable(const K7Q::Deviant& deviant) const {
 }
 
 void ListView::requireElement() const {
-  if (count() == 0) raiseAssertion("sequence is empty");
+  if (count() == 0) refuseAsAssertion("sequence is empty", nameOf(object().cls(), *mProperty));
 }
 
 /// Up to and without `limit`.
 std::uint32_t ListView::requireIndex(std::int64_t index, std::uint32_t limit) const {
-  if (index < 0) raiseAssertion("sequence index must be positive");
-  if (index >= std::int64_t{limit}) raiseAssertion("sequence index out of bounds");
-  return static_cast<std::uint32_t>(index);
+  if (index >= 0 && index < std::int64_t{limit}) return static_cast<std::uint32_t>(index);
+  refuseAsAssertion(index < 0 ? "sequence index must be positive" : "sequence index out of bounds",
+                    K7Q::text::indexDetail(nameOf(object().cls(), *mProperty), index, count()));
 }
 
 std::uint32_t ListView::positionOf(const K7Q::Generic::IteratorIntf* iterator) const {
@@ -182,6 +202,16 @@ int ListView::generic_removeAll(const K7Q::Deviant& aDeviant, Ref ref) {
   return removed;
 }
 
+void ListView::rewrite(const K7Q::Deviant& aDeviant, std::span<const Ref> elements) {
+  requireWritable(aDeviant);
+  for (const Ref& element : elements) check(element);
+  // Many changes that are one: the journal takes them back should a later one find no memory.
+  NativeModel& model = object().model();
+  model.requireJournal();
+  Batch batch(model);
+  rewriteAs(elements);
+}
+
 bool ListView::specialized_equal(const SequenceIntf* other) const {
   const K7Q::Deviant deviant;
   if (!other || other->generic_size(deviant) != generic_size(deviant)) return false;
@@ -195,19 +225,13 @@ bool ListView::specialized_assign(const SequenceIntf* other) {
   const K7Q::Deviant deviant;
   requireWritable(deviant);
   const auto* source = dynamic_cast<const ListView*>(other);
-  if (!source || (source->mProperty->type() == nullptr) != (mProperty->type() == nullptr)) return false;
+  if (!source || !holdsSameKind(*source->mProperty, *mProperty)) return false;
   // The other one may be this one, or lose elements to it.
   std::vector<Ref> elements;
   for (std::uint32_t index = 0; index < source->count(); ++index) {
     elements.push_back(source->refAt(index, deviant));
-    check(elements.back());
   }
-  // Many changes that are one: the journal takes them back should a later one find no memory.
-  NativeModel& model = object().model();
-  model.requireJournal();
-  Batch batch(model);
-  generic_clear(deviant);
-  for (const Ref& element : elements) append(element);
+  rewrite(deviant, elements);
   return true;
 }
 

@@ -4,6 +4,7 @@
 #include <memory>
 
 #include "tarvelon/boundary/k7q/Sequence.h"
+#include "tarvelon/platform/k7q/Rewritable.h"
 #include "tarvelon/platform/tarvelon/Values.h"
 
 namespace Tarvelon::metamodel::native {
@@ -16,15 +17,16 @@ class ListIterator;
 /// Lifetime:  keeps the object's model alive. When the object is destroyed or the model closed, everything
 ///            raises the text for an empty handle.
 /// Adding:    is checked like the value of a set. In a list of references an object stands once: appending
-///            one that is there changes nothing, inserting it at a place moves it there, and replacing
-///            another by it takes it from where it stood. A list of texts takes duplicates.
+///            one that is there changes nothing, inserting it at an index moves it directly before the
+///            element that stood there, and replacing another by it exchanges the two. A list of texts takes
+///            duplicates.
 /// Positions: an iterator is an index into the list as it was. Once elements have come, gone or moved it is
 ///            stale and raises; what a change by iterator gives is not. Behind the end an iterator raises
 ///            "sequence index out of bounds".
 /// REQUIRES:  a Ref that is given carries what the sequence holds, an object or a text.
 /// Refusals:  of an immutable view first, then of a deviant that may not be written, then of the place, then
 ///            of the element. Nothing changes.
-class ListView : public K7Q::SequenceProxy {
+class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
  public:
   using Ref = K7Q::Generic::Ref;
   using Iterator = std::unique_ptr<K7Q::Generic::IteratorIntf>;
@@ -52,10 +54,11 @@ class ListView : public K7Q::SequenceProxy {
   void generic_replace(const K7Q::Deviant& aDeviant, int index, Ref ref) final;
   bool generic_contains(const K7Q::Deviant& aDeviant, Ref ref) const final;
   int generic_removeAll(const K7Q::Deviant& aDeviant, Ref ref) final;
+  void rewrite(const K7Q::Deviant& aDeviant, std::span<const Ref> elements) final;
   /// Whether both hold equal elements in the same order.
   bool specialized_equal(const SequenceIntf* other) const final;
-  /// Takes over the elements of another view; all are checked before the first is taken. False, and nothing
-  /// done, for a sequence of another kind.
+  /// Takes over the elements of another view, as rewrite() does. False, and nothing done, for a sequence of
+  /// another kind.
   bool specialized_assign(const SequenceIntf* other) final;
 
   /// Differs from before when elements have come, gone or moved.
@@ -90,6 +93,8 @@ class ListView : public K7Q::SequenceProxy {
   virtual std::uint32_t insertAt(std::uint32_t index, const Ref& ref) = 0;
   virtual void replaceAt(std::uint32_t index, const Ref& ref) = 0;
   virtual void eraseAt(std::uint32_t first, std::uint32_t last) = 0;
+  /// REQUIRES: check() of each; a batch that takes a part of it back.
+  virtual void rewriteAs(std::span<const Ref> elements) = 0;
 
  private:
   void requireWritable(const K7Q::Deviant& deviant) const;

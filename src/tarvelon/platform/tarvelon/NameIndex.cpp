@@ -4,16 +4,20 @@
 #include <array>
 #include <bit>
 #include <cstring>
+#include <optional>
 #include <unordered_map>
 #include <utility>
 
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/tarvelon/ClassData.h"
+#include "tarvelon/platform/tarvelon/Cursor.h"
 #include "tarvelon/platform/tarvelon/Held.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/tarvelon/KeyedHash.h"
 #include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/Memory.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/NearestHolders.h"
 #include "tarvelon/platform/tarvelon/QualifiedName.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
 
@@ -30,11 +34,23 @@ constexpr std::size_t kLine = 64;
 /// How many names of a path are looked up before their objects are looked at.
 constexpr std::size_t kAtOnce = 8;
 /// How many holders without a name may stand above one another before the index is rather built anew.
-constexpr unsigned kDeepest = 64;
+constexpr std::size_t kDeepest = 64;
+/// How many holders without a name are passed on the way up from an object before the same holds.
+constexpr unsigned kFarthest = 1024;
+
+/// The naming holder, if it is found within kFarthest steps.
+std::optional<const Instance*> nearHolder(const Instance& object) noexcept {
+  const Instance* holder = object.owner();
+  for (unsigned steps = 0; holder && !isNamed(*holder); holder = holder->owner()) {
+    if (++steps == kFarthest) return std::nullopt;
+  }
+  return holder;
+}
 
 /// What stands at the top has no number.
 std::uint64_t hashOf(std::uint64_t parentNumber, std::u16string_view name) noexcept {
-  std::uint64_t hash = (parentNumber + 1) * 0x9E3779B97F4A7C15U;
+  // Names come from files: see keyedHash(), which would take longer.
+  std::uint64_t hash = (parentNumber + kHashKey.first) * 0x9E3779B97F4A7C15U;
   const char16_t* unit = name.data();
   std::size_t left = name.size();
   for (; left >= 4; left -= 4, unit += 4) {
@@ -65,33 +81,6 @@ void prefetch(const void* first, std::size_t size) noexcept {
   __builtin_prefetch(bytes);
   __builtin_prefetch(bytes + size - 1);
 }
-
-/// The naming holders of many objects. Where very many without a name stand above one another, some of them
-/// are remembered, so that the way up is not gone from each again.
-class Holders {
- public:
-  const Instance* of(const Instance& object) {
-    const Instance* holder = object.owner();
-    unsigned steps = 0;
-    for (; holder && !isNamed(*holder); holder = holder->owner()) {
-      if (++steps % kDeepest != 0) continue;
-      const auto known = mFar.find(holder);
-      if (known == mFar.end()) {
-        mPassed.push_back(holder);
-        continue;
-      }
-      holder = known->second;
-      break;
-    }
-    for (const Instance* each : mPassed) mFar.emplace(each, holder);
-    mPassed.clear();
-    return holder;
-  }
-
- private:
-  std::unordered_map<const Instance*, const Instance*> mFar;
-  std::vector<const Instance*> mPassed;
-};
 
 std::size_t depthOf(const Instance& object) noexcept {
   std::size_t depth = 0;
@@ -180,7 +169,7 @@ void NameIndex::allocate(std::uint64_t first, std::uint64_t further) {
 }
 
 void NameIndex::enterAll() {
-  Holders holders;
+  NearestHolders<&isNamed> holders;
   mModel.instances().forEach([this, &holders](const Instance& object) {
     if (mIsComplete && object.isAlive() && isNamed(object)) enter(object, holders.of(object));
   });
@@ -208,34 +197,50 @@ void NameIndex::enter(const Instance& object, const Instance* holder) noexcept {
   bucket->entries[bucket->used++] = entry;
 }
 
-/// Enters the nearest named ones below. False if some stand deeper than `depth`.
-bool NameIndex::enterBelow(const Instance& object,
-                           unsigned depth) noexcept {  // NOLINT(misc-no-recursion): bounded
-  if ((object.presence() & object.cls().holdingSlots) == 0) return true;
-  if (depth == 0) return false;
-  bool isAll = true;
-  forEachHeld(object, [&](Instance& held, unsigned /*slot*/) {
-    if (isNamed(held)) {
-      enter(held, namingHolder(held));
-    } else {
-      isAll = enterBelow(held, depth - 1) && isAll;
+/// Enters an object that has a name.
+void NameIndex::enterNamed(const Instance& object) noexcept {
+  const auto holder = nearHolder(object);
+  if (holder) {
+    enter(object, *holder);
+  } else {
+    mIsComplete = false;
+  }
+}
+
+/// Enters the nearest named ones below. False if some stand deeper than kDeepest.
+bool NameIndex::enterBelow(const Instance& object) noexcept {
+  std::array<Cursor, kDeepest> open;
+  std::size_t depth = 0;
+  open[depth++] = Cursor(object, object.cls().holdingSlots);
+  while (depth != 0) {
+    Cursor& held = open[depth - 1];
+    if (!held.next()) {
+      --depth;
+      continue;
     }
-  });
-  return isAll;
+    const Instance& each = *held.value().object;
+    if (isNamed(each)) {
+      enterNamed(each);
+    } else if ((each.presence() & each.cls().holdingSlots) != 0) {
+      if (depth == kDeepest) return false;
+      open[depth++] = Cursor(each, each.cls().holdingSlots);
+    }
+  }
+  return true;
 }
 
 void NameIndex::noteName(const Instance& object, bool hadName) noexcept {
   if (!mIsComplete) return;
   const bool hasOne = isNamed(object);
-  if (hasOne) enter(object, namingHolder(object));
-  if (hasOne != hadName && !enterBelow(object, kDeepest)) mIsComplete = false;
+  if (hasOne) enterNamed(object);
+  if (hasOne != hadName && !enterBelow(object)) mIsComplete = false;
 }
 
 void NameIndex::noteOwner(const Instance& object) noexcept {
   if (!mIsComplete) return;
   if (isNamed(object)) {
-    enter(object, namingHolder(object));
-  } else if (!enterBelow(object, kDeepest)) {
+    enterNamed(object);
+  } else if (!enterBelow(object)) {
     mIsComplete = false;
   }
 }
@@ -252,6 +257,14 @@ void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit 
         visit(*object);
     }
   }
+}
+
+bool NameIndex::knows(const Instance& object) const noexcept {
+  const std::uint64_t hash = hashOf(numberOf(namingHolder(object)), ownName(object));
+  const Entry entry{static_cast<std::uint32_t>(hash), object.number()};
+  const Bucket* bucket = &bucketOf(hash);
+  while (bucket && !bucket->contains(entry)) bucket = behind(*bucket);
+  return bucket != nullptr;
 }
 
 std::uint32_t NameIndex::onlyNumber(std::uint64_t hash) const noexcept {

@@ -39,6 +39,9 @@ class NameIndex {
   /// False when there was no room for a name, or too much to note: then an index is to be built anew.
   bool isComplete() const noexcept { return mIsComplete; }
 
+  /// Whether it has an entry that says where the object stands, which is named.
+  bool knows(const Instance& object) const noexcept;
+
   /// What a path of names leads to from the top, where each of them is a name that stands once: null if one
   /// does not, or perhaps not. Allocates nothing.
   Instance* findPath(std::u16string_view path) const noexcept;
@@ -82,7 +85,8 @@ class NameIndex {
              const Instance* parent) const noexcept;
   /// REQUIRES: the object is named, and `holder` is its naming holder.
   void enter(const Instance& object, const Instance* holder) noexcept;
-  bool enterBelow(const Instance& object, unsigned depth) noexcept;
+  void enterNamed(const Instance& object) noexcept;
+  bool enterBelow(const Instance& object) noexcept;
 
   const NativeModel& mModel;
   std::unique_ptr<std::byte[], Free> mStorage;

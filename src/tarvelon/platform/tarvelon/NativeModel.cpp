@@ -73,6 +73,8 @@ Journal& NativeModel::requireJournal() {
 }
 
 void NativeModel::dropIdleJournal() noexcept {
+  // Who is told of a change stands in the journal, and comes back to it.
+  if (mJournal && mJournal->isTelling()) return;
   // Whatever happens meanwhile: the journal may have gone as well.
   while (mJournal && mJournal->takeLeft()) {
   }

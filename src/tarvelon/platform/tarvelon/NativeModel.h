@@ -4,8 +4,10 @@
 #include <atomic>
 #include <cstdint>
 #include <memory>
+#include <optional>
 #include <string>
 #include <string_view>
+#include <utility>
 
 #include "tarvelon/boundary/k7q/Object.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
@@ -55,10 +57,22 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
     });
   }
 
+  /// The right to change objects without steps, which holds until a journal is begun; none while there is
+  /// one.
+  std::optional<StepRoom> unjournaled() const noexcept {
+    return mJournal ? std::nullopt : std::optional(StepRoom());
+  }
+
+  /// What the library of files has to say of the file that the model came from, which knows its kind. It goes
+  /// with the model. Null for nothing.
+  void keepReport(std::shared_ptr<const void> report) noexcept { mReport = std::move(report); }
+  const void* report() const noexcept { return mReport.get(); }
+
   /// Null while nobody asks for steps.
   Journal* journal() const noexcept { return mJournal.get(); }
   Journal& requireJournal();
-  /// Lets listeners go that have left, and gives up a journal that nobody asks any more.
+  /// Lets listeners go that have left, and gives up a journal that nobody asks any more. Does nothing while
+  /// listeners are told of a change.
   void dropIdleJournal() noexcept;
 
   /// The index of names, built when it is asked for and not complete.
@@ -70,6 +84,13 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
     if (mNames) mNames->noteOwner(object);
   }
 
+  /// Pays for the next look of an audit at the whole model. True when that is paid.
+  bool payForAudit(std::uint64_t paid) noexcept { return (mAuditPaid += paid) >= mAuditPrice; }
+  void setAuditPrice(std::uint64_t price) noexcept {
+    mAuditPaid = 0;
+    mAuditPrice = price;
+  }
+
   /// Says that what `owner` holds has changed.
   void noteOwnership(const Instance& owner) noexcept { ++mStamps[owner.number() % kStamps]; }
   /// Differs from before when what `owner` holds has changed, and now and then when it has not.
@@ -78,6 +99,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   }
 
  private:
+  friend class Auditor;
   explicit NativeModel(std::u16string uri) : mUri(std::move(uri)) {}
   ~NativeModel() override;
   void expireAll() noexcept;
@@ -92,6 +114,9 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   std::unique_ptr<NameIndex> mNames;
   std::array<std::uint32_t, kStamps> mStamps{};
   std::u16string mUri;
+  std::uint64_t mAuditPaid = 0;
+  std::uint64_t mAuditPrice = 0;
+  std::shared_ptr<const void> mReport;
 };
 
 }  // namespace Tarvelon::metamodel::native

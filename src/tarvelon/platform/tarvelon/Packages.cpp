@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "tarvelon/platform/ruvo/Texts.h"
 #include "tarvelon/platform/tarvelon/ClassData.h"
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/Described.h"
@@ -97,8 +98,8 @@ K7Q::ImmutablePackage metaPackage(std::string_view dottedName) {
   if (found != all.end()) return {found->get(), K7Q::Deviant{}};
   std::string known;
   for (const auto& package : all) known.append(known.empty() ? "" : ", ").append(package->fullName().view());
-  throw K7Q::UnknownName("there is no package '" + std::string(dottedName) +
-                         "' in the metamodel; there are " + known);
+  throw K7Q::UnknownName("there is no package " + ruvo::quotedName(dottedName) +
+                         " in the metamodel; there are " + known);
 }
 
 }  // namespace Tarvelon::metamodel::native

@@ -67,9 +67,12 @@ void Referrers::reserve() {
     return;
   }
   const Block& set = block();
-  // A table that is three quarters full makes long searches.
-  const std::uint32_t limit = set.isHashed() ? set.capacity / 4 * 3 : set.capacity;
-  if (set.size >= limit) grow(set.capacity * 2);
+  if (set.size >= set.limit()) grow(set.capacity * 2);
+}
+
+std::uint32_t Referrers::room() const noexcept {
+  if (mWord == 0) return 1;
+  return isSingle() ? 0 : block().limit() - block().size;
 }
 
 void Referrers::insert(Referrer referrer) noexcept {

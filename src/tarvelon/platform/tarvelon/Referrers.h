@@ -28,6 +28,8 @@ class Referrers {
   /// One that is not there is no error. With `keepsRoom` as many can come back without a reserve().
   void erase(Referrer referrer, bool keepsRoom = false) noexcept;
   bool empty() const noexcept { return mWord == 0 || (!isSingle() && block().size == 0); }
+  /// How many more fit.
+  std::uint32_t room() const noexcept;
   /// Calls visit(Referrer) for each, in no order. The set must not change meanwhile.
   template <class Visit>
   void forEach(Visit visit) const {
@@ -53,6 +55,8 @@ class Referrers {
     std::uint64_t* keys() noexcept { return reinterpret_cast<std::uint64_t*>(this + 1); }
     const std::uint64_t* keys() const noexcept { return reinterpret_cast<const std::uint64_t*>(this + 1); }
     bool isHashed() const noexcept { return capacity > kLinear; }
+    /// A table that is three quarters full makes long searches.
+    std::uint32_t limit() const noexcept { return isHashed() ? capacity / 4 * 3 : capacity; }
     std::uint32_t home(std::uint64_t key) const noexcept;
   };
   static constexpr std::uint32_t kLinear = 8;

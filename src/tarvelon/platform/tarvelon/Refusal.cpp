@@ -170,8 +170,8 @@ void refuseStaleIterator(const ClassData& cls, const Property& property) {
 }
 
 void refuseLiteral(const EnumerationType& type, std::string_view literal) {
-  throw K7Q::Exception("enumeration '" + std::string(type.fullName().view()) + "' has no literal '" +
-                       std::string(literal) + "'" + ruvo::didYouMean(literal, type.literals()) +
+  throw K7Q::Exception("enumeration '" + std::string(type.fullName().view()) + "' has no literal " +
+                       ruvo::quotedName(literal) + ruvo::didYouMean(literal, type.literals()) +
                        "; there are " + type.literalList());
 }
 

@@ -32,6 +32,19 @@ void untie(Instance& object, unsigned slot, Instance& element, bool keepsRoom) n
   }
 }
 
+/// Elements of a list change places. What is computed from those that are held has their order.
+void applyOrder(const Step& step) noexcept {
+  WordList& list = *step.object->find(step.slot)->list;
+  const auto from = static_cast<std::uint32_t>(step.before.bits);
+  const auto to = static_cast<std::uint32_t>(step.after.bits);
+  if (step.kind == Step::Kind::Move) {
+    list.move(from, to);
+  } else {
+    list.exchange(from, to);
+  }
+  if (holds(*step.object, step.slot)) step.object->model().noteOwnership(*step.object);
+}
+
 void applyElement(const Step& step, bool keepsRoom) noexcept {
   WordList& list = *step.object->find(step.slot)->list;
   if (step.hasBefore && step.hasAfter) {
@@ -44,11 +57,11 @@ void applyElement(const Step& step, bool keepsRoom) noexcept {
   }
 }
 
-void applyValue(const Step& step) noexcept {
+void applyValue(const Step& step, StepRoom room) noexcept {
   if (step.hasAfter) {
-    step.object->put(step.slot, step.after);
+    step.object->put(step.slot, step.after, room);
   } else {
-    step.object->remove(step.slot);
+    step.object->remove(step.slot, room);
   }
 }
 
@@ -63,7 +76,7 @@ void applyLife(const Step& step) noexcept {
 }
 
 /// What is stored at the place: texts are counted, references tied.
-void applyStored(const Step& step) noexcept {
+void applyStored(const Step& step, StepRoom room) noexcept {
   const ClassData& cls = step.object->cls();
   const bool isText = (cls.textSlots & bitOf(step.slot)) != 0;
   const bool isReference = ((cls.holdingSlots | cls.referringSlots) & bitOf(step.slot)) != 0;
@@ -74,7 +87,7 @@ void applyStored(const Step& step) noexcept {
   if (step.kind == Step::Kind::Element) {
     applyElement(step, keepsRoom);
   } else {
-    applyValue(step);
+    applyValue(step, room);
   }
   if (isReference && step.hasAfter) tie(*step.object, step.slot, *step.after.object);
   if (isText && step.hasBefore && step.before.text) step.before.text->release();
@@ -88,11 +101,11 @@ void apply(const Step& step) noexcept {
   switch (step.kind) {
     case Step::Kind::Value:
     case Step::Kind::Element:
-      applyStored(step);
+      applyStored(step, StepRoom());
       break;
     case Step::Kind::Move:
-      step.object->find(step.slot)->list->move(static_cast<std::uint32_t>(step.before.bits),
-                                               static_cast<std::uint32_t>(step.after.bits));
+    case Step::Kind::Exchange:
+      applyOrder(step);
       break;
     case Step::Kind::Life:
       applyLife(step);

@@ -12,10 +12,11 @@ namespace Tarvelon::metamodel::native {
 /// them all. A step that is turned round undoes itself.
 struct Step {
   enum class Kind : std::uint8_t {
-    Value,    ///< of a slot of one value; of a list's slot never
-    Element,  ///< of a list at `index`: put in, taken out or replaced
-    Move,     ///< within a list, from the index in `before` to the one in `after`
-    Life,     ///< of the object: with an `after` it has come, with a `before` it has gone
+    Value,     ///< of a slot of one value; of a list's slot never
+    Element,   ///< of a list at `index`: put in, taken out or replaced
+    Move,      ///< within a list, from the index in `before` to the one in `after`
+    Exchange,  ///< within a list, of the elements at the indices in `before` and `after`
+    Life,      ///< of the object: with an `after` it has come, with a `before` it has gone
   };
 
   Instance* object;

@@ -1,4 +1,9 @@
+#include <algorithm>
+#include <ranges>
+#include <span>
 #include <string>
+#include <unordered_map>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -12,6 +17,7 @@
 #include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/ListView.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
+#include "tarvelon/platform/tarvelon/Order.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
 
@@ -98,6 +104,36 @@ class ReferencesView final : public ObjectView {
   void eraseAt(std::uint32_t first, std::uint32_t last) override {
     eraseElements(object(), mSlot, first, last - first);
   }
+  bool isUnique() const noexcept override { return true; }
+  void rewriteAs(std::span<const Ref> elements) override {
+    std::unordered_set<const Instance*> wanted;
+    std::vector<Instance*> target;
+    for (const Ref& ref : elements) {
+      if (wanted.insert(&elementOf(ref)).second) target.push_back(&elementOf(ref));
+    }
+    eraseAllBut(wanted);
+    // In their order, so that each comes to its place behind those that are there.
+    for (std::uint32_t place = 0; place < target.size(); ++place) {
+      if (!containsElement(object(), mSlot, *target[place]))
+        insertElement(object(), mSlot, place, *target[place]);
+    }
+    arrangeAs(target);
+  }
+  void eraseAllBut(const std::unordered_set<const Instance*>& wanted) {
+    for (std::uint32_t end = count(); end > 0;) {
+      std::uint32_t first = end;
+      while (first > 0 && !wanted.contains(&elementAt(first - 1))) --first;
+      if (first != end) eraseAt(first, end);
+      end = first == 0 ? 0 : first - 1;
+    }
+  }
+  void arrangeAs(const std::vector<Instance*>& target) {
+    std::unordered_map<const Instance*, std::uint32_t> places;
+    for (std::uint32_t place = 0; place < count(); ++place) places.emplace(&elementAt(place), place);
+    std::vector<std::uint32_t> order;
+    for (const Instance* element : target) order.push_back(places.at(element));
+    arrangeElements(object(), mSlot, order);
+  }
 
   unsigned mSlot;
   mutable const WordList* mList = nullptr;
@@ -132,6 +168,40 @@ class ValuesView : public ListView {
   }
   void append(const Ref& ref) final { insertAt(count(), ref); }
   void prepend(const Ref& ref) final { insertAt(0, ref); }
+  bool isUnique() const noexcept final { return false; }
+  void rewriteAs(std::span<const Ref> elements) final {
+    if (!eraseOthers(elements)) replaceBetween(elements);
+  }
+  /// Takes out what stands between the elements; false if they do not stand there in this order.
+  bool eraseOthers(std::span<const Ref> elements) {
+    std::vector<std::uint32_t> others;
+    std::size_t found = 0;
+    for (std::uint32_t place = 0; place < count(); ++place) {
+      if (found < elements.size() && isAt(place, elements[found])) {
+        ++found;
+      } else {
+        others.push_back(place);
+      }
+    }
+    if (found < elements.size()) return false;
+    std::ranges::for_each(others | std::views::reverse, [this](auto place) { eraseAt(place, place + 1); });
+    return true;
+  }
+  /// What is equal at both ends stays untouched.
+  void replaceBetween(std::span<const Ref> elements) {
+    const std::uint32_t before = count();
+    const auto after = static_cast<std::uint32_t>(elements.size());
+    const std::uint32_t least = std::min(before, after);
+    std::uint32_t head = 0;
+    while (head < least && isAt(head, elements[head])) ++head;
+    std::uint32_t tail = 0;
+    while (tail < least - head && isAt(before - tail - 1, elements[after - tail - 1])) ++tail;
+    for (std::uint32_t place = head; place < least - tail; ++place) {
+      if (!isAt(place, elements[place])) replaceAt(place, elements[place]);
+    }
+    if (after < before) eraseAt(after - tail, before - tail);
+    for (std::uint32_t place = before - tail; place < after - tail; ++place) insertAt(place, elements[place]);
+  }
 
   unsigned mSlot;
 };
@@ -248,6 +318,8 @@ class DerivedView final : public ObjectView {
   std::uint32_t insertAt(std::uint32_t /*index*/, const Ref& /*ref*/) override { refuse(); }
   void replaceAt(std::uint32_t /*index*/, const Ref& /*ref*/) override { refuse(); }
   void eraseAt(std::uint32_t /*first*/, std::uint32_t /*last*/) override { refuse(); }
+  bool isUnique() const noexcept override { return true; }
+  void rewriteAs(std::span<const Ref> /*elements*/) override { refuse(); }
 
   mutable std::vector<Instance*> mValues;
   mutable std::uint32_t mStamp = 0;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <limits>
+#include <utility>
 
 #include "tarvelon/platform/tarvelon/Word.h"
 
@@ -34,6 +35,8 @@ class WordList {
   /// Differs from before when elements have come, gone or moved.
   std::uint32_t changes() const noexcept { return mChanges; }
 
+  /// How many more words fit.
+  std::uint32_t room() const noexcept { return mCapacity - mSize; }
   /// Makes room for `count` more words.
   void reserve(std::uint32_t count);
   /// REQUIRES: index <= size(), room for one more word.
@@ -44,6 +47,11 @@ class WordList {
   void shrink() noexcept;
   /// Takes the element from one place and puts it where it then stands at index `to`.
   void move(std::uint32_t from, std::uint32_t to) noexcept;
+  /// Lets two elements change places.
+  void exchange(std::uint32_t left, std::uint32_t right) noexcept {
+    std::swap(mWords[mFirst + left], mWords[mFirst + right]);
+    ++mChanges;
+  }
   /// The place of an object, searched from both ends at once; kNotFound if it is not there.
   std::uint32_t find(const Instance* object) const noexcept { return findNearEnds(object, mSize); }
   /// The same, looking at no more than `limit` elements from each end.

@@ -12,8 +12,8 @@ namespace Tarvelon::metamodel {
 
 /// One way in which a newer model or object differs from an older one.
 ///
-/// Paths are those of toJson(): qualified names, and steps by property and index for what has no name. All
-/// texts are UTF-8.
+/// Paths are those of toJson(): qualified names, and steps by property and index for what has no name. Of
+/// more than 1000 levels or 4096 bytes there is the end alone, behind "...". All texts are UTF-8.
 struct Difference {
   enum class Kind : std::uint8_t {
     Added,    ///< an object with what it holds

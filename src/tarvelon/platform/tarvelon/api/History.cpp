@@ -1,5 +1,9 @@
 #include "tarvelon/platform/tarvelon/api/History.h"
 
+#include <algorithm>
+#include <exception>
+#include <new>
+#include <tuple>
 #include <utility>
 #include <vector>
 
@@ -10,9 +14,11 @@
 #include "tarvelon/platform/tarvelon/EnumerationType.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
+#include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Values.h"
+#include "tarvelon/platform/tarvelon/audit/Hooks.h"
 
 namespace Tarvelon::model {
 
@@ -41,18 +47,18 @@ void requireOutside(const NativeModel& model, const char* what) {
 }
 
 /// The value of a place as an object: of a list's element as well.
-K7Q::Object valueOf(const Step& step, native::Word word, bool isThere) {
+K7Q::Object valueOf(const Step& step, native::Word word, bool isThere, K7Q::Deviant deviant) {
   if (!isThere) return {};
   const native::Property& property = *step.object->cls().slotProperties[step.slot];
   switch (property.storage()) {
     case native::Storage::References:
-      return {word.object, K7Q::Deviant{}};
+      return {word.object, deviant};
     case native::Storage::Texts:
       return word.text ? K7Q::Object(word.text, K7Q::Deviant{}) : K7Q::Object(K7Q::String());
     case native::Storage::Enumerations:
       return property.enumeration()->box(native::integerOf(word));
     default:
-      return native::toObject(property, &word, K7Q::Deviant{});
+      return native::toObject(property, &word, deviant);
   }
 }
 
@@ -61,6 +67,7 @@ Change::Kind kindOf(const Step& step) noexcept {
     case Step::Kind::Value:
       return Change::Kind::Set;
     case Step::Kind::Move:
+    case Step::Kind::Exchange:
       return Change::Kind::Moved;
     case Step::Kind::Life:
       return step.hasAfter ? Change::Kind::Made : Change::Kind::Destroyed;
@@ -71,36 +78,57 @@ Change::Kind kindOf(const Step& step) noexcept {
   return step.hasAfter ? Change::Kind::Added : Change::Kind::Removed;
 }
 
-Change changeOf(const Step& step) {
+Change changeOf(const Step& step, K7Q::Deviant deviant) {
   Change change;
   change.kind = kindOf(step);
-  change.object = K7Q::ClassObject(step.object, K7Q::Deviant{});
+  change.object = K7Q::ClassObject(step.object, deviant);
   if (step.kind == Step::Kind::Life) return change;
   change.property = step.object->cls().slotProperties[step.slot];
-  if (step.kind == Step::Kind::Move) {
+  if (change.kind == Change::Kind::Moved) {
     change.from = static_cast<std::uint32_t>(step.before.bits);
     change.index = static_cast<std::uint32_t>(step.after.bits);
     return change;
   }
   change.index = step.index;
-  change.before = valueOf(step, step.before, step.hasBefore);
-  change.after = valueOf(step, step.after, step.hasAfter);
+  change.before = valueOf(step, step.before, step.hasBefore, deviant);
+  change.after = valueOf(step, step.after, step.hasAfter, deviant);
   return change;
 }
 
-Journal::Listener adapt(Listener listener) {
-  return [listener = std::move(listener)](std::span<const Step> steps) {
+void addChanges(std::vector<Change>& changes, const Step& step, K7Q::Deviant deviant) {
+  changes.push_back(changeOf(step, deviant));
+  if (step.kind != Step::Kind::Exchange) return;
+  // An exchange is told as two moves: the later element comes forward, the other one goes back.
+  Change& forward = changes.back();
+  std::tie(forward.index, forward.from) = std::minmax({forward.from, forward.index});
+  if (forward.from - forward.index == 1) return;
+  Change back = forward;
+  back.from = forward.index + 1;
+  back.index = forward.from;
+  changes.push_back(std::move(back));
+}
+
+/// A listener sees the model under the view that it came with.
+Journal::Listener adapt(Listener listener, K7Q::Deviant deviant) {
+  return [listener = std::move(listener), deviant](std::span<const Step> steps, const Instance* object) {
     std::vector<Change> changes;
-    for (const Step& step : steps) changes.push_back(changeOf(step));
+    try {
+      for (const Step& step : steps) {
+        if (!object || step.object == object) addChanges(changes, step, deviant);
+      }
+    } catch (const std::bad_alloc&) {
+      changes.clear();
+    }
     listener(changes);
   };
 }
 
-std::uint64_t addListener(NativeModel& model, Listener listener, const Instance* object) {
+std::uint64_t addListener(NativeModel& model, K7Q::Deviant deviant, Listener listener,
+                          const Instance* object) {
   try {
-    return model.requireJournal().listen(adapt(std::move(listener)), object);
+    return model.requireJournal().listen(adapt(std::move(listener), deviant), object);
   } catch (...) {
-    model.dropIdleJournal();
+    if (model.journal() && !model.journal()->isTelling()) model.dropIdleJournal();
     throw;
   }
 }
@@ -143,6 +171,7 @@ void Transaction::commit() {
   }
   model.journal()->commit();
   model.dropIdleJournal();
+  native::auditAfter(model);
 }
 
 void Transaction::rollBack() {
@@ -150,6 +179,7 @@ void Transaction::rollBack() {
   NativeModel& model = NativeModel::require(mModel);
   model.journal()->rollBackTransaction(mId);
   model.dropIdleJournal();
+  native::auditAfter(model);
 }
 
 void setHistoryLimit(const K7Q::Model& model, std::size_t limit) {
@@ -162,6 +192,7 @@ void setHistoryLimit(const K7Q::Model& model, std::size_t limit) {
   if (limit == 0 && !native.journal()) return;
   native.requireJournal().setLimit(limit);
   native.dropIdleJournal();
+  native::auditAfter(native);
 }
 
 std::size_t historyLimit(const K7Q::Model& model) {
@@ -184,6 +215,7 @@ bool undo(const K7Q::Model& model) {
   requireOutside(native, "undo");
   if (undoable(model) == 0) return false;
   native.journal()->undo();
+  native::auditAfter(native);
   return true;
 }
 
@@ -192,20 +224,33 @@ bool redo(const K7Q::Model& model) {
   requireOutside(native, "redo");
   if (redoable(model) == 0) return false;
   native.journal()->redo();
+  native::auditAfter(native);
   return true;
 }
 
 DelayedTelling::DelayedTelling() noexcept { native::Batch::delay(); }
 DelayedTelling::~DelayedTelling() { native::Batch::endDelay(); }
 
+Undertaking::Undertaking() noexcept : mExceptions(std::uncaught_exceptions()) {
+  native::Batch::delay(&mMade);
+}
+
+Undertaking::~Undertaking() {
+  const bool hasFailed = std::uncaught_exceptions() > mExceptions;
+  if (native::Batch::endDelay(hasFailed) || !hasFailed) return;
+  // Nothing was noted: what was made goes, which needs no memory.
+  Instance* made = native::asInstance(mMade.getInterface());
+  if (made && made->isAlive()) native::destroyTree(*made);
+}
+
 std::uint64_t listen(const K7Q::Model& model, Listener listener) {
-  return addListener(NativeModel::require(model), std::move(listener), nullptr);
+  return addListener(NativeModel::require(model), model.getDeviant(), std::move(listener), nullptr);
 }
 
 std::uint64_t listen(const K7Q::ClassObject& object, Listener listener) {
   const Instance* instance = native::asInstance(object.getInterface());
   if (!instance || !instance->isAlive()) native::raiseNullReference();
-  return addListener(instance->model(), std::move(listener), instance);
+  return addListener(instance->model(), object.getDeviant(), std::move(listener), instance);
 }
 
 void unlisten(const K7Q::Model& model, std::uint64_t listener) {
@@ -213,7 +258,7 @@ void unlisten(const K7Q::Model& model, std::uint64_t listener) {
   NativeModel& native = NativeModel::require(model);
   if (!native.journal()) return;
   native.journal()->unlisten(listener);
-  if (!native.journal()->isTelling()) native.dropIdleJournal();
+  native.dropIdleJournal();
 }
 
 }  // namespace Tarvelon::model

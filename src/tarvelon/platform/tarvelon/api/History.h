@@ -64,7 +64,7 @@ struct Change {
     Added,      ///< `after` to a property of many values, at `index`
     Removed,    ///< `before` from one, at `index`
     Replaced,   ///< `before` by `after` in one, at `index`
-    Moved,      ///< within one, from `from` to `index`
+    Moved,      ///< within one, from `from` to `index`; two elements that change places are two moves
     Made,       ///< the object
     Destroyed,  ///< the object, whose handle is invalid
   };
@@ -80,7 +80,8 @@ struct Change {
 };
 
 /// Told of the changes of each batch, in their order, when it has ended. It may not change the model, and
-/// what it raises is lost.
+/// what it raises is lost. The objects are seen as the model or object was that listen() was given. Told of no
+/// changes at all, it knows that there was no memory to tell it which: it reads anew what it has kept of the model.
 using Listener = std::function<void(std::span<const Change>)>;
 
 /// Puts off what listeners are told on this thread until its end: for a host that makes an object, of which a
@@ -91,6 +92,21 @@ class TARVELON_API DelayedTelling {
   DelayedTelling(const DelayedTelling&) = delete;
   DelayedTelling& operator=(const DelayedTelling&) = delete;
   ~DelayedTelling();
+};
+
+/// The same for a host that makes an object, or a copy, and then has to show it: an exception that leaves the
+/// scope takes back what was made. In a model that notes its changes all other changes are taken back as
+/// well, and what could be made again still can.
+class TARVELON_API Undertaking {
+ public:
+  Undertaking() noexcept;
+  Undertaking(const Undertaking&) = delete;
+  Undertaking& operator=(const Undertaking&) = delete;
+  ~Undertaking();
+
+ private:
+  K7Q::ClassObject mMade;
+  int mExceptions;
 };
 
 /// Calls the listener until unlisten() or the end of the model. The result tells it apart in its model.

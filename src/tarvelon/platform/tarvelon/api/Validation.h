@@ -26,7 +26,7 @@ struct Problem {
   /// Where the object stands: "/Brakes/PedalSensor/Pedal.info[0].comSpec". The names of the object and of
   /// those that hold it, from the root; behind the last named one, the properties that lead to the object,
   /// with the index from 0 in one of many values. An object that has no name, and none above it, is
-  /// "(class)".
+  /// "(class)". Of more than 1000 levels or 4096 bytes there is the end alone, behind "...".
   std::string path;
   /// The host's name of the property, empty for the object as a whole.
   std::string property;

@@ -4,6 +4,7 @@
 
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/ruvo/Texts.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
 #include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
@@ -232,8 +233,8 @@ K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle&
   Instance& original = requireObject(object);
   const Destination to = destinationOf(original, object, owner);
   if (!to.owner && !property.empty()) {
-    throw K7Q::WrongValue("clone: the property '" + std::string(property) +
-                          "' is named and no object that holds the copy; give the owner as well");
+    throw K7Q::WrongValue("clone: the property " + ruvo::quotedName(property) +
+                          " is named and no object that holds the copy; give the owner as well");
   }
   const unsigned slot = to.owner ? placeFor(original, *to.owner, property) : 0;
   Tree tree(original);
@@ -244,6 +245,7 @@ K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::ObjectHandle&
   Instance& copy = copier.root();
   if (to.owner) place(copy, *to.owner, slot);
   copier.keep();
+  Batch::noteMade(copy);
   return {&copy, to.deviant};
 }
 

@@ -1,8 +1,7 @@
 #include "tarvelon/platform/tarvelon/copy/Hashes.h"
 
-#include <functional>
-
 #include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/tarvelon/KeyedHash.h"
 #include "tarvelon/platform/tarvelon/QualifiedName.h"
 #include "tarvelon/platform/tarvelon/copy/JsonValues.h"
 #include "tarvelon/platform/tarvelon/copy/Visit.h"
@@ -34,7 +33,7 @@ Hash ownHash(const Instance& object) {
 
 }  // namespace
 
-Hash hashOf(std::u16string_view text) noexcept { return std::hash<std::u16string_view>()(text); }
+Hash hashOf(std::u16string_view text) noexcept { return keyedHash(text); }
 
 std::vector<Hash> pathHashes(const Tree& tree, bool (*counts)(const Instance&)) {
   std::vector<Hash> hashes(tree.size());

@@ -1,5 +1,6 @@
 #include "tarvelon/platform/tarvelon/api/Json.h"
 
+#include <algorithm>
 #include <utility>
 #include <vector>
 
@@ -23,10 +24,10 @@ class References {
   explicit References(const Tree& tree);
   std::string path(const Instance& target) const;
   bool hasId(std::uint32_t node) const noexcept { return mHasId[node]; }
-  std::string id(const Instance& object) const { return mPaths.uniquePath(object); }
+  std::string id(std::uint32_t node) const;
 
  private:
-  void note(std::uint32_t node, KeyIndex& names, const std::vector<Hash>& hashes);
+  bool needsId(std::uint32_t node, KeyIndex& names, const std::vector<Hash>& hashes) const;
 
   const Tree& mTree;
   Paths mPaths;
@@ -44,19 +45,31 @@ References::References(const Tree& tree) : mTree(tree), mPaths(tree), mHasId(tre
     forEachTarget(*node.object, node.object->cls().referringSlots,
                   [&](const Instance& target, unsigned /*slot*/, std::uint32_t /*position*/) {
                     const std::uint32_t found = tree.find(target);
-                    if (found != Tree::kNone) note(found, names, hashes);
+                    if (found == Tree::kNone || mHasId[found]) return;
+                    mHasId[found] = needsId(found, names, hashes);
                   });
   }
 }
 
-void References::note(std::uint32_t node, KeyIndex& names, const std::vector<Hash>& hashes) {
-  mHasId[node] = !isNamed(*mTree[node].object) || names.isShared(hashes[node]);
+bool References::needsId(std::uint32_t node, KeyIndex& names, const std::vector<Hash>& hashes) const {
+  const Instance& object = *mTree[node].object;
+  return !isNamed(object) || names.isShared(hashes[node]) || mPaths.isCut(object);
+}
+
+/// Where even the way by property and index is too long, objects are numbered as they come in the text.
+std::string References::id(std::uint32_t node) const {
+  const Instance& object = *mTree[node].object;
+  return mPaths.isCut(object) ? "#" + std::to_string(node) : mPaths.uniquePath(object);
 }
 
 std::string References::path(const Instance& target) const {
   const std::uint32_t node = mTree.find(target);
-  return node != Tree::kNone && mHasId[node] ? mPaths.uniquePath(target) : mPaths.path(target);
+  return node != Tree::kNone && mHasId[node] ? id(node) : mPaths.path(target);
 }
+
+/// How many levels are indented one more than the next outer one: a line for each of many levels would grow
+/// with the square of their number.
+constexpr int kDeepestIndent = 128;
 
 class JsonPrinter {
  public:
@@ -65,6 +78,9 @@ class JsonPrinter {
   /// The next object of the tree with all it holds.
   void printObject();
   void printModel(std::u16string_view uri);
+  /// The same as rows: see toJsonRows().
+  void printRows();
+  void printModelRows(std::u16string_view uri);
   std::string take() noexcept { return std::move(mOut); }
 
  private:
@@ -83,6 +99,9 @@ class JsonPrinter {
   void next();
   void key(std::string_view name);
   void openObject();
+  void beginObject(std::uint32_t node);
+  void beginModel(std::u16string_view uri);
+  void printRow(std::uint32_t node);
   void step();
   void printValue(const Instance& object, unsigned slot);
 
@@ -99,7 +118,8 @@ class JsonPrinter {
 void JsonPrinter::breakLine() {
   if (mIndent < 0) return;
   mOut.push_back('\n');
-  mOut.append(static_cast<std::size_t>(mDepth) * static_cast<std::size_t>(mIndent), ' ');
+  const int levels = std::min(mDepth, kDeepestIndent);
+  mOut.append(static_cast<std::size_t>(levels) * static_cast<std::size_t>(mIndent), ' ');
 }
 
 void JsonPrinter::open(char bracket) {
@@ -127,16 +147,18 @@ void JsonPrinter::key(std::string_view name) {
   mOut.append(name).append("\": ");
 }
 
-void JsonPrinter::openObject() {
-  const std::uint32_t node = mNext++;
-  const Instance& object = *mTree[node].object;
+void JsonPrinter::beginObject(std::uint32_t node) {
   open('{');
   key("class");
-  appendJson(mOut, shortName(object.cls()));
-  if (mReferences.hasId(node)) {
-    key("id");
-    appendJson(mOut, std::string_view(mReferences.id(object)));
-  }
+  appendJson(mOut, shortName(mTree[node].object->cls()));
+  if (!mReferences.hasId(node)) return;
+  key("id");
+  appendJson(mOut, std::string_view(mReferences.id(node)));
+}
+
+void JsonPrinter::openObject() {
+  const Instance& object = *mTree[mNext].object;
+  beginObject(mNext++);
   mFrames.push_back({&object, valueSlots(object), nullptr, 0});
 }
 
@@ -190,13 +212,17 @@ void JsonPrinter::printObject() {
   while (!mFrames.empty()) step();
 }
 
-void JsonPrinter::printModel(std::u16string_view uri) {
+void JsonPrinter::beginModel(std::u16string_view uri) {
   open('{');
   if (!uri.empty()) {
     key("uri");
     appendJson(mOut, uri);
   }
   key("objects");
+}
+
+void JsonPrinter::printModel(std::u16string_view uri) {
+  beginModel(uri);
   open('[');
   const bool isEmpty = mTree.size() == 0;
   while (mNext < mTree.size()) {
@@ -207,6 +233,68 @@ void JsonPrinter::printModel(std::u16string_view uri) {
   close('}');
 }
 
+void JsonPrinter::printRow(std::uint32_t node) {
+  const Tree::Node& each = mTree[node];
+  const Instance& object = *each.object;
+  const bool isRoot = each.parent == Tree::kNone;
+  open('[');
+  next();
+  mOut.append(isRoot ? "null" : std::to_string(each.parent));
+  next();
+  if (isRoot) {
+    mOut.append("null");
+  } else {
+    appendJson(mOut,
+               std::string_view(mTree[each.parent].object->cls().slotProperties[each.slot]->row().name));
+  }
+  next();
+  beginObject(node);
+  forEachSlot(valueSlots(object), [&](unsigned slot) {
+    if (!isShown(object, slot)) return;
+    key(object.cls().slotProperties[slot]->row().name);
+    if (!holds(object.cls(), slot)) return printValue(object, slot);
+    mOut.append(isList(object.cls(), slot) ? "[]" : "null");
+  });
+  close('}');
+  close(']');
+}
+
+void JsonPrinter::printRows() {
+  open('[');
+  for (std::uint32_t node = 0; node < mTree.size(); ++node) {
+    next();
+    printRow(node);
+  }
+  close(']', mTree.size() == 0);
+}
+
+void JsonPrinter::printModelRows(std::u16string_view uri) {
+  beginModel(uri);
+  printRows();
+  close('}');
+}
+
+/// What `model` says of a model, or `one` of an object, with a printer for its tree.
+template <class Model, class One>
+std::string printed(const K7Q::ObjectHandle& shown, const char* function, int indent, Model model, One one) {
+  shown.requireValid();
+  auto* whole = dynamic_cast<NativeModel*>(shown.getInterface());
+  Instance* object = whole ? nullptr : asInstance(shown.getInterface());
+  if (!whole && !object) {
+    throw K7Q::WrongType(std::string(function) + ": expected a model or an object of one, got " +
+                         describe(K7Q::Object(shown.getInterface(), shown.getDeviant())));
+  }
+  Tree tree = whole ? Tree(*whole) : Tree(*object);
+  tree.index();
+  JsonPrinter printer(tree, indent);
+  if (whole) {
+    model(printer, whole->getUri(shown.getDeviant()));
+  } else {
+    one(printer);
+  }
+  return printer.take();
+}
+
 }  // namespace
 
 }  // namespace Tarvelon::metamodel::native
@@ -214,25 +302,19 @@ void JsonPrinter::printModel(std::u16string_view uri) {
 namespace Tarvelon::metamodel {
 
 std::string toJson(const K7Q::ObjectHandle& modelOrObject, int indent) {
-  using namespace native;  // NOLINT(google-build-using-namespace)
-  modelOrObject.requireValid();
-  if (auto* model = dynamic_cast<NativeModel*>(modelOrObject.getInterface())) {
-    Tree tree(*model);
-    tree.index();
-    JsonPrinter printer(tree, indent);
-    printer.printModel(model->getUri(modelOrObject.getDeviant()));
-    return printer.take();
-  }
-  Instance* object = asInstance(modelOrObject.getInterface());
-  if (!object) {
-    throw K7Q::WrongType("toJson: expected a model or an object of one, got " +
-                         describe(K7Q::Object(modelOrObject.getInterface(), modelOrObject.getDeviant())));
-  }
-  Tree tree(*object);
-  tree.index();
-  JsonPrinter printer(tree, indent);
-  printer.printObject();
-  return printer.take();
+  using native::JsonPrinter;
+  return native::printed(
+      modelOrObject, "toJson", indent,
+      [](JsonPrinter& printer, std::u16string_view uri) { printer.printModel(uri); },
+      [](JsonPrinter& printer) { printer.printObject(); });
+}
+
+std::string toJsonRows(const K7Q::ObjectHandle& modelOrObject) {
+  using native::JsonPrinter;
+  return native::printed(
+      modelOrObject, "toJsonRows", -1,
+      [](JsonPrinter& printer, std::u16string_view uri) { printer.printModelRows(uri); },
+      [](JsonPrinter& printer) { printer.printRows(); });
 }
 
 }  // namespace Tarvelon::metamodel

@@ -4,6 +4,7 @@
 #include <functional>
 #include <string>
 
+#include "tarvelon/platform/tarvelon/KeyedHash.h"
 #include "tarvelon/platform/tarvelon/QualifiedName.h"
 #include "tarvelon/platform/tarvelon/copy/Paths.h"
 #include "tarvelon/platform/tarvelon/copy/Visit.h"
@@ -184,7 +185,7 @@ void Matching::matchRenamed(bool isHolding) {
 /// What tells a target in both trees: the pair it belongs to, or its name.
 Hash Matching::targetHash(const Side& side, bool isNewer, const Instance& target) const {
   std::uint32_t node = side.tree.find(target);
-  if (node == kNone) return std::hash<std::string>()(side.outside.path(target));
+  if (node == kNone) return keyedHash(std::string_view(side.outside.path(target)));
   const Hash cls = classOf(side.tree, node).ordinal;
   while (node != kNone && !isNamed(side.tree, node)) node = side.tree[node].parent;
   if (node == kNone) return cls;
@@ -308,7 +309,7 @@ bool Matching::areSame(const Instance& olderTarget, const Instance& newerTarget)
   if (older != newer) return false;
   if (&olderTarget == &newerTarget) return true;
   return &olderTarget.cls() == &newerTarget.cls() &&
-         mOlder.outside.path(olderTarget) == mNewer.outside.path(newerTarget);
+         mOlder.outside.areEqual(olderTarget, mNewer.outside, newerTarget);
 }
 
 }  // namespace Tarvelon::metamodel::native

@@ -22,35 +22,72 @@ std::uint32_t Paths::positionOf(const Instance& object) const {
   return listOf(*object.owner(), object.ownerSlot())->find(&object);
 }
 
-void Paths::appendStep(std::string& path, const Instance& object) const {
+std::string Paths::stepTo(const Instance& object) const {
   const Instance* owner = object.owner();
-  if (!owner) {
-    path.append(shortName(object.cls())).append("#").append(std::to_string(rootNumber(object)));
-    return;
-  }
+  if (!owner) return std::string(shortName(object.cls())) + "#" + std::to_string(rootNumber(object));
   const unsigned slot = object.ownerSlot();
-  path.append(".").append(owner->cls().slotProperties[slot]->row().name);
-  if (isList(owner->cls(), slot)) path.append("[").append(std::to_string(positionOf(object))).append("]");
+  std::string step = std::string(".") + owner->cls().slotProperties[slot]->row().name;
+  if (isList(owner->cls(), slot)) step.append("[").append(std::to_string(positionOf(object))).append("]");
+  return step;
 }
 
-std::string Paths::walk(const Instance& object, bool isByName) const {
-  std::vector<const Instance*> steps;
-  for (const Instance* each = &object; each; each = each->owner()) {
-    steps.push_back(each);
-    if (isNamed(*each) && (isByName || each != &object)) break;
+/// From below the first object that has a name by property and index, from there on by the names alone.
+void Paths::walk(PathText& path, const Instance* from, bool isByName) const {
+  const Instance* each = from;
+  for (; each && !(isByName && isNamed(*each)); each = each->owner(), isByName = true) {
+    if (!path.prepend(stepTo(*each))) return;
   }
-  // The names above a named object are its qualified name; what is below it goes by property and index.
-  const bool startsNamed = isNamed(*steps.back()) && (isByName || steps.size() > 1);
-  std::string path = startsNamed ? qualifiedName(*steps.back()) : std::string();
-  if (startsNamed) steps.pop_back();
-  for (auto each = steps.rbegin(); each != steps.rend(); ++each) appendStep(path, **each);
-  return path;
+  for (; each; each = each->owner()) {
+    if (!(isNamed(*each) ? path.prependName(ownName(*each)) : path.pass())) return;
+  }
+}
+
+std::string Paths::path(const Instance& object) const {
+  PathText path(object);
+  walk(path, &object, true);
+  return path.text();
+}
+
+std::string Paths::uniquePath(const Instance& object) const {
+  PathText path(object);
+  walk(path, &object, false);
+  return path.text();
 }
 
 std::string Paths::place(const Instance& object, bool isUnique) const {
-  std::string path = object.owner() ? walk(*object.owner(), !isUnique) : std::string();
-  appendStep(path, object);
-  return path;
+  PathText path(object);
+  if (path.prepend(stepTo(object))) walk(path, object.owner(), !isUnique);
+  return path.text();
+}
+
+bool Paths::isCut(const Instance& object) const {
+  PathText path(object);
+  if (path.isCut()) return true;
+  // Most are so short that their text need not be made to see it.
+  constexpr std::size_t kStep = 128;
+  std::size_t most = 0;
+  for (const Instance* each = &object; each; each = each->owner()) most += kStep + 3 * ownName(*each).size();
+  if (most <= PathText::kMostBytes) return false;
+  walk(path, &object, false);
+  return path.isCut();
+}
+
+bool Paths::areEqual(const Instance& object, const Paths& others, const Instance& other) const {
+  const Instance* one = &object;
+  const Instance* two = &other;
+  bool isBelowName = false;
+  for (;;) {
+    if (isBelowName) {
+      while (one && !isNamed(*one)) one = one->owner();
+      while (two && !isNamed(*two)) two = two->owner();
+    }
+    if (!one || !two) return one == two;
+    if (isNamed(*one) != isNamed(*two)) return false;
+    if (isNamed(*one) ? ownName(*one) != ownName(*two) : stepTo(*one) != others.stepTo(*two)) return false;
+    isBelowName = isBelowName || isNamed(*one);
+    one = one->owner();
+    two = two->owner();
+  }
 }
 
 }  // namespace Tarvelon::metamodel::native

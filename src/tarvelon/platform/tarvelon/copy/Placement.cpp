@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "tarvelon/boundary/k7q/Exception.h"
+#include "tarvelon/platform/ruvo/Texts.h"
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/QualifiedName.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
@@ -67,8 +68,8 @@ unsigned namedPlace(const Instance& object, const Instance& owner, std::string_v
     if (!takesOneMore(owner, slot)) refuseTaken(object, owner, slot);
     return slot;
   }
-  throw K7Q::UnknownName(clone(object, owner) + "the owner holds nothing as '" + std::string(property) +
-                         "'; it holds objects as " + listed(owner, slots));
+  throw K7Q::UnknownName(clone(object, owner) + "the owner holds nothing as " + ruvo::quotedName(property) +
+                         "; it holds objects as " + listed(owner, slots));
 }
 
 /// The slot in which the owner has the property that holds the original.

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "tarvelon/boundary/tarvelon/Typed.h"
+#include "tarvelon/platform/tarvelon/NearestHolders.h"
 #include "tarvelon/platform/tarvelon/api/Validation.h"
 #include "tarvelon/platform/tarvelon/validation/Plans.h"
 #include "tarvelon/platform/tarvelon/validation/Reading.h"
@@ -53,6 +54,14 @@ class Findings {
   };
   Search& search(const Instance& object) { return mSearches[mRule][&object]; }
 
+  /// What the object stands below, itself if nothing holds it.
+  const Instance& rootOf(const Instance& object) {
+    const Instance* root = mRoots.of(object);
+    return root ? *root : object;
+  }
+  /// The behavior that holds the object, null if none does.
+  const Instance* behaviorAbove(const Instance& object) { return mBehaviors.of(object); }
+
   /// What a composition consists of, once for all that ask.
   std::unordered_set<const Instance*>& compositionsWithin(const Instance& whole) {
     return mCompositions[&whole];
@@ -83,6 +92,9 @@ class Findings {
  private:
   void add(const Instance& object, const char* property, std::string message);
 
+  static bool isRoot(const Instance& object) { return !object.owner(); }
+  static bool isBehavior(const Instance& object);
+
   K7Q::Deviant mDeviant;
   const Instance* mTop;
   const Rule* mRule = nullptr;
@@ -90,6 +102,8 @@ class Findings {
   Room mRoom;
   Plans mPlans;
   Places mPlaces;
+  NearestHolders<&isRoot> mRoots;
+  NearestHolders<&isBehavior> mBehaviors;
   std::vector<Found> mFound;
   std::unordered_map<const Instance*, std::unordered_set<const Instance*>> mCompositions;
   std::unordered_map<const Rule*, std::unordered_map<const Instance*, Search>> mSearches;

@@ -168,7 +168,7 @@ void checkOptionPort(const Instance& object, Findings& findings) {
 
 void checkOwnBehavior(const Instance& object, Findings& findings) {
   if ((object.presence() & object.cls().referringSlots) == 0) return;
-  const Instance* own = holderOf<behavior::ApplicationComponentBehavior>(&object);
+  const Instance* own = findings.behaviorAbove(object);
   if (!own) return;
   forEachIn(object, object.cls().referringSlots, [&](const Instance* element, unsigned slot) {
     const Instance* other = element ? behaviorOf(element) : nullptr;

@@ -4,7 +4,9 @@
 #include <utility>
 #include <vector>
 
+#include "tarvelon/platform/ruvo/Texts.h"
 #include "tarvelon/platform/tarvelon/Metamodel.h"
+#include "tarvelon/platform/tarvelon/PathText.h"
 #include "tarvelon/platform/tarvelon/QualifiedName.h"
 #include "tarvelon/platform/tarvelon/api/Validation.h"
 #include "tarvelon/platform/tarvelon/validation/Findings.h"
@@ -12,14 +14,6 @@
 namespace Tarvelon::metamodel::native::validation {
 
 namespace {
-
-/// The object and all that hold it, from the root down.
-std::vector<const Instance*> lineOf(const Instance& object) {
-  std::vector<const Instance*> line;
-  for (const Instance* each = &object; each; each = each->owner()) line.push_back(each);
-  std::ranges::reverse(line);
-  return line;
-}
 
 std::uint32_t indexIn(const WordList& list, const Instance& object, Places* places) {
   if (!places) return list.find(&object);
@@ -51,12 +45,6 @@ void pushHeld(const Instance& object, std::vector<const Instance*>& stack) {
   std::reverse(stack.begin() + bottom, stack.end());
 }
 
-const Instance& rootOf(const Instance& object) noexcept {
-  const Instance* root = &object;
-  while (root->owner()) root = root->owner();
-  return *root;
-}
-
 const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept {
   // Each class stands behind its bases.
   for (auto place = cls.places.rbegin(); place != cls.places.rend(); ++place) {
@@ -74,22 +62,25 @@ std::string classText(const Instance& object) {
 
 std::string shown(const Instance& object) {
   const auto name = nameOf(object);
-  return name.empty() ? classText(object) : "'" + K7Q::String::to_string(name) + "'";
+  return name.empty() ? classText(object) : ruvo::quotedName(K7Q::String::to_string(name));
 }
 
 std::string shownPath(const Instance& object, Places* places) {
-  std::string path;
-  std::string unnamed;
-  for (const Instance* each : lineOf(object)) {
-    const auto name = nameOf(*each);
-    if (!name.empty()) {
-      path += "/" + K7Q::String::to_string(name);
-      unnamed.clear();
-      continue;
-    }
-    unnamed += each->owner() ? stepTo(*each, places) : "(" + classText(*each) + ")";
+  PathText path(object);
+  const Instance* each = &object;
+  for (; each && nameOf(*each).empty(); each = each->owner()) {
+    if (!path.prepend(each->owner() ? stepTo(*each, places) : "(" + classText(*each) + ")"))
+      return path.text();
   }
-  return path + unnamed;
+  for (; each; each = each->owner()) {
+    const auto name = nameOf(*each);
+    if (!(name.empty() ? path.pass() : path.prependName(name))) break;
+  }
+  return path.text();
+}
+
+bool Findings::isBehavior(const Instance& object) {
+  return isA<arplatform::behavior::ApplicationComponentBehavior>(object);
 }
 
 void Findings::add(const Instance& object, const char* property, std::string message) {

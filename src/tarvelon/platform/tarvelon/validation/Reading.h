@@ -133,8 +133,6 @@ const Instance* holderOf(const Instance* object) {
 /// Puts what the object holds on the stack, the first on top. What is broken (see checkHeld) is left out.
 void pushHeld(const Instance& object, std::vector<const Instance*>& stack);
 
-const Instance& rootOf(const Instance& object) noexcept;
-
 /// The host's name for the property of a slot: the narrowest that the host has.
 const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept;
 

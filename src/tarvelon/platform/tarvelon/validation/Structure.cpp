@@ -21,8 +21,8 @@ std::string typeOf(const Property& property) { return std::string(property.type(
 /// Whether the entry stands below something that nothing holds, and the object elsewhere.
 bool isStrayFor(const Instance& object, const Instance& entry, Findings& findings) {
   if (!findings.hasStrays()) return false;
-  const Instance& root = rootOf(entry);
-  return &root != &rootOf(object) && isStray(root, findings);
+  const Instance& root = findings.rootOf(entry);
+  return &root != &findings.rootOf(object) && isStray(root, findings);
 }
 
 bool hasRepeated(std::vector<const Instance*> entries) {
@@ -45,7 +45,7 @@ void checkDangling(const Instance& object, Findings& findings) {
                    "refers to a " + typeOf(property) +
                        " that was destroyed; set another one, or take the reference out");
     } else if (&entry->model() == &object.model() && isStrayFor(object, *entry, findings)) {
-      const Instance& root = rootOf(*entry);
+      const Instance& root = findings.rootOf(*entry);
       findings.add(object, slot,
                    "refers to " + shownPath(*entry) + ", which stands in no package since nothing holds " +
                        (&root == entry ? "it" : shown(root)) +

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <unistd.h>
+#include <utility>
+
+namespace Tarvelon::files {
+
+/// An open file or folder of the system, closed at the end; negative for none.
+class Descriptor {
+ public:
+  explicit Descriptor(int number = -1) noexcept : mNumber(number) {}
+  Descriptor(Descriptor&& other) noexcept : mNumber(std::exchange(other.mNumber, -1)) {}
+  Descriptor& operator=(Descriptor&& other) noexcept {
+    std::swap(mNumber, other.mNumber);
+    return *this;
+  }
+  ~Descriptor() {
+    if (isOpen()) ::close(mNumber);
+  }
+  bool isOpen() const noexcept { return mNumber >= 0; }
+  int number() const noexcept { return mNumber; }
+
+ private:
+  int mNumber;
+};
+
+}  // namespace Tarvelon::files

@@ -1,0 +1,16 @@
+// The library's headers, and then this project's own, which have names of the library's.
+#include <tarvelon/platform/files/Files.h>
+#include <tarvelon/platform/ruvo/ObjectSystem.h>
+#include <tarvelon/platform/tarvelon/Metamodel.h>
+#include <tarvelon/platform/tarvelon/Reflection.h>
+
+#if defined(OWN_TABLE) || defined(OWN_OBJECT)
+#error "the library took headers of this project for its own"
+#endif
+
+#include "boundary/k7q/Object.h"
+#include "types/Table.h"
+
+#if !defined(OWN_TABLE) || !defined(OWN_OBJECT)
+#error "this project's headers were not found"
+#endif

@@ -1,0 +1,3 @@
+#pragma once
+
+#define OWN_OBJECT
