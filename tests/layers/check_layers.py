@@ -37,6 +37,8 @@ FOUNDATION_ROWS = "rows of foundation/ and types/"
 MODULE = ("boundary/", "binding/", "module/", "collections/", "factory/", "arplatform/")
 # What replaces a file at once, and the XML parser.
 FILES_NEEDS = frozenset({"dirent.h", "expat.h", "fcntl.h", "sys/file.h", "sys/random.h", "sys/stat.h", "sys/xattr.h"})
+# What runs at a thread's end without an allocation.
+HX_NEEDS = frozenset({"pthread.h"})
 PLATFORM = ("hx", "ruvo", "k7q", "tarvelon", "files")  # from the bottom up
 
 
@@ -53,7 +55,7 @@ class Rule(NamedTuple):
 def platform_rule(index):
     lower = tuple(f"platform/{name}/" for name in PLATFORM[: index + 1])
     rows = (ARPLATFORM_ROWS, FOUNDATION_ROWS) if PLATFORM[index] == "tarvelon" else ()
-    others = FILES_NEEDS if PLATFORM[index] == "files" else frozenset()
+    others = {"hx": HX_NEEDS, "files": FILES_NEEDS}.get(PLATFORM[index], frozenset())
     allowed = ("boundary/", "binding/") + lower + rows
     return Rule(f"platform/{PLATFORM[index]}/", allowed, boost=True, others=others)
 

@@ -142,7 +142,8 @@ TEST_F(ByName, NewModelsOfAFactoryGetUrisOfTheirOwn) {
                   .int32(),
               kModels);
     for (const auto& model : models) {
-      host::call(model, "setUri", {host::text(u"own" + std::u16string(1, u'0' + thread))});
+      host::call(model, "setUri",
+                 {host::text(u"own" + std::u16string(1, static_cast<char16_t>(u'0' + thread)))});
       host::call(model, "close");
     }
   });

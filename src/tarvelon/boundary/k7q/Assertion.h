@@ -23,8 +23,15 @@ class TARVELON_API Asserter {
       : mPassed(other.mPassed),
         mMessage(std::exchange(other.mMessage, "")),
         mOwned(std::exchange(other.mOwned, nullptr)) {}
-  Asserter(const Asserter&) = delete;
-  Asserter& operator=(const Asserter&) = delete;
+  Asserter(const Asserter& other) noexcept : mPassed(other.mPassed) {
+    if (!mPassed) keep(other.mMessage);
+  }
+  Asserter& operator=(Asserter other) noexcept {
+    std::swap(mPassed, other.mPassed);
+    std::swap(mMessage, other.mMessage);
+    std::swap(mOwned, other.mOwned);
+    return *this;
+  }
   ~Asserter() {
     if (mOwned) drop();
   }
@@ -59,6 +66,8 @@ class TARVELON_API Asserter {
 
  private:
   void format(const char* messageFormat, ...) noexcept __attribute__((format(printf, 2, 3)));
+  /// Lets the message be a copy of the text.
+  void keep(const char* message) noexcept;
   void drop() noexcept;
   bool mPassed;
   const char* mMessage = "";

@@ -21,11 +21,15 @@ void Asserter::format(const char* messageFormat, ...) noexcept {
   const int length = utVSNprintf(fLogBuf, kBufferSize, messageFormat, arguments);
   va_end(arguments);
   if (length < 0) std::memset(fLogBuf, 0, kBufferSize);
+  keep(fLogBuf);
+}
+
+void Asserter::keep(const char* message) noexcept {
   drop();
-  const std::size_t size = std::strlen(fLogBuf) + 1;
+  const std::size_t size = std::strlen(message) + 1;
   mOwned = static_cast<char*>(std::malloc(size));
   // What is raised without memory for its text says less, but says where.
-  mMessage = mOwned ? static_cast<const char*>(std::memcpy(mOwned, fLogBuf, size)) : messageFormat;
+  mMessage = mOwned ? static_cast<const char*>(std::memcpy(mOwned, message, size)) : "memory is exhausted";
 }
 
 void Asserter::drop() noexcept { std::free(std::exchange(mOwned, nullptr)); }

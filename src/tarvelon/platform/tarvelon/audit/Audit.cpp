@@ -51,7 +51,7 @@ void endWithoutRoom(const Step& step) noexcept {
 }
 
 int& changesUnderWay() noexcept {
-  thread_local int changes = 0;
+  static TARVELON_THREAD_LOCAL int changes = 0;
   return changes;
 }
 
