@@ -151,6 +151,20 @@ void reorder(PyObject* sequence, Reorder inList) {
   door.write(after);
 }
 
+[[noreturn]] void refuseSort(const std::string& given) {
+  raise(errors().wrongType, "sort: expected key= and reverse= alone, each by its name, got " + given);
+}
+
+/// What a list would refuse with a TypeError that is none of ours.
+void requireSortArguments(PyObject* arguments, PyObject* keywords) {
+  if (PyTuple_GET_SIZE(arguments) != 0) refuseSort(describePython(PyTuple_GET_ITEM(arguments, 0)));
+  PyObject *name = nullptr, *value = nullptr;
+  for (Py_ssize_t at = 0; keywords && PyDict_Next(keywords, &at, &name, &value);) {
+    const std::string given = toUtf8(name);
+    if (given != "key" && given != "reverse") refuseSort("'" + given + "'");
+  }
+}
+
 }  // namespace
 
 void assignSlice(PyObject* sequence, PyObject* asked, PyObject* values) {
@@ -185,6 +199,7 @@ void assignItem(PyObject* sequence, int at, PyObject* value) {
 }
 
 void sortSequence(PyObject* sequence, PyObject* arguments, PyObject* keywords) {
+  requireSortArguments(arguments, keywords);
   reorder(sequence, [&](PyObject* list) {
     const Reference sort = owned(PyObject_GetAttrString, list, "sort");
     owned(PyObject_Call, sort.get(), arguments, keywords);

@@ -199,7 +199,7 @@ def redo(w):
 
 @action(stride=3)
 def save_anew(w):
-    w.model.save(w.path + "anew")
+    w.model.save(w.path.replace("saved", "anew"))
 
 
 @action(stride=3)

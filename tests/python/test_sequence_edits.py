@@ -179,8 +179,10 @@ def test_texts_and_enumeration_values_have_an_order_of_their_own(of_kind):
 def test_objects_have_none(constants):
     with pytest.raises(TypeError, match="not supported between instances"):
         constants.sort()
-    with pytest.raises(TypeError):
+    with pytest.raises(K7Q.WrongType, match="expected key= and reverse= alone, each by its name, got a function"):
         constants.sort(repr)
+    with pytest.raises(K7Q.WrongType, match="got 'cmp'"):
+        constants.sort(cmp=repr)
     assert names(constants) == "abcde"
 
 

@@ -127,7 +127,7 @@ void World::clone() {
   say(what + ".clone(" + (owner < 0 ? "model " + std::to_string(to.number) : told(owner)) + ")" +
       (outside == Outside::Refused ? "" : " with what leads outside left out"));
   K7Q::ClassObject made;
-  const K7Q::ObjectHandle place = owner < 0 ? K7Q::ObjectHandle(to.native) : to.handle(owner);
+  const K7Q::Object place = owner < 0 ? K7Q::Object(to.native) : K7Q::Object(to.handle(owner));
   const Expect expected = isRefused ? Expect::Refused : owner < 0 ? Expect::Ok : Expect::Any;
   if (!attempt(expected, [&] { made = Tarvelon::metamodel::clone(from.handle(id), place, outside); })) return;
   if (owner >= 0) {

@@ -4,7 +4,7 @@
 
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/boundary/ut/Memory.h"
-#include "tarvelon/platform/hx/FreeList.h"
+#include "tarvelon/platform/hx/Blocks.h"
 #include "tests/support/FailingNew.h"
 #include "tests/world/Fault.h"
 
@@ -57,7 +57,7 @@ void World::arm() {
 
 bool World::disarm() {
   if (mFailing == 0) return false;
-  const bool hasFailed = mFailsHost ? hx::gAllocationsUntilFailure == 0 : failing::gCountdown == 0;
+  const bool hasFailed = mFailsHost ? hx::tThread.allocationsUntilFailure == 0 : failing::gCountdown == 0;
   utFailAllocation(0);
   failing::gCountdown = 0;
   mFailing = 0;

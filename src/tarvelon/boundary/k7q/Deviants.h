@@ -43,8 +43,7 @@ class TARVELON_API DeviantAssertions {
   static bool enableAssertions(bool enable) noexcept;
   /// True when the view may be written; raises otherwise. Does nothing while assertions are off.
   static bool assertWritable(Deviant deviant, const ReferenceCountingIntf* object) {
-    return (deviant.word & Deviant::kReadOnly) == 0 || !sAssertionsEnabled ||
-           internal_assertWritable(deviant, object);
+    return deviant.isWritable() || !sAssertionsEnabled || internal_assertWritable(deviant, object);
   }
   static bool internal_assertWritable(Deviant deviant, const ReferenceCountingIntf* object);
 
