@@ -54,8 +54,7 @@ PyObject* cloneObject(Given arguments) {
   } else if (isHostObject(arguments[1])) {
     requireChangeable(arguments[1], "take its asMutable()");
   }
-  const K7Q::Object owner =
-      arguments[1] == Py_None ? K7Q::Object() : toModelOrObject(arguments[1], "clone");
+  const K7Q::Object owner = arguments[1] == Py_None ? K7Q::Object() : toModelOrObject(arguments[1], "clone");
   const std::string property = nameOf(arguments[2]);
   const Outside outside = arguments[3] == Py_True ? Outside::LeftOut : Outside::Refused;
   const Tarvelon::model::Undertaking undertaking;

@@ -21,7 +21,7 @@ constexpr std::uint8_t kWeights[] = {
     9, 2,  1,                      // saves and loads
     4, 1,  1,  1,                  // clones, models
     3, 3,  1,  3, 5,               // what is held
-    2, 1,  1,  5, 3,  2,  2,       // looks, failures
+    2, 1,  1,  5, 3,  2, 2,        // looks, failures
 };
 static_assert(std::size(kWeights) == std::size(kNames));
 
