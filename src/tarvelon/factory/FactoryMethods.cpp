@@ -1,6 +1,7 @@
 #include "tarvelon/factory/FactoryMethods.h"
 
 #include <compare>
+#include <mutex>
 
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/ModelCache.h"
@@ -36,20 +37,17 @@ K7Q::Model createNewModel() {
   const std::u16string name = K7Q::ModelCache::UNTITLED;
   const K7Q::Model model = K7Q::NSInterface::FactoryIntf::createNewModel(name);
   const AssertionsOff whileItIsSetUp;
+  // Two threads that ask for a free URI at once must not get the same one.
+  static std::mutex oneAtATime;
+  const std::lock_guard lock(oneAtATime);
   auto& cache = K7Q::ModelCache::instance();
-  for (;;) {
-    const std::u16string uri = cache.getNextAvailableModelUri(name);
-    if (model.isNull()) {
-      K7Q::LocalAsserter(kModelHeader, kModelLine) = K7Q::Asserter::MakeAlways(K7Q::kNullReference);
-    }
-    model.getModelInterface()->setUri(model.getDeviant(), uri);
-    try {
-      cache.bindModel(uri, model);
-      return model;
-    } catch (const K7Q::WrongValue&) {
-      // Another thread was faster, and there is a next one.
-    }
+  const std::u16string uri = cache.getNextAvailableModelUri(name);
+  if (model.isNull()) {
+    K7Q::LocalAsserter(kModelHeader, kModelLine) = K7Q::Asserter::MakeAlways(K7Q::kNullReference);
   }
+  model.getModelInterface()->setUri(model.getDeviant(), uri);
+  cache.bindModel(uri, model);
+  return model;
 }
 
 binding::Literal<Factory> createNewFactory(const K7Q::Model& model) {
