@@ -1,6 +1,7 @@
 // Four threads, each with models of its own, through the object system: what is looked up first is defined
 // for all of them.
 #include <algorithm>
+#include <barrier>
 #include <set>
 #include <string>
 
@@ -99,7 +100,7 @@ TEST_F(ByName, DescriptionsAreSharedByAll) {
       EXPECT_EQ(meta, again);
       const auto properties = host::callObject(meta, "properties");
       const int count = host::call(properties, "size").slot().int32();
-      for (int index = 0; index < count; ++index) {
+      for (int index = 1; index <= count; ++index) {
         const auto property = host::callObject(properties, "at", {host::integer(index)});
         EXPECT_FALSE(host::textOf(host::call(property, "name")).empty());
       }
@@ -131,12 +132,15 @@ TEST_F(ByName, SequencesOfValuesAndTheirIteratorsAreIndependent) {
 TEST_F(ByName, NewModelsOfAFactoryGetUrisOfTheirOwn) {
   constexpr int kModels = 25;
   std::vector<std::vector<std::string>> uris(threads::kThreads);
+  // A URI is free again when its model has gone.
+  std::barrier allAreMade(threads::kThreads);
   onEach([&](int thread) {
     std::vector<host::RVOInterfacePtr> models;
     for (int number = 0; number < kModels; ++number) {
       models.emplace_back(host::callStatic("Factory", "createNewModel").object());
       uris[static_cast<std::size_t>(thread)].push_back(host::textOf(host::call(models.back(), "getUri")));
     }
+    allAreMade.arrive_and_wait();
     EXPECT_GE(host::call(host::RVOInterfacePtr(host::callStatic("K7Q.Model", "uris").object()), "size")
                   .slot()
                   .int32(),
