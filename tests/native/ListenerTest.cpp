@@ -142,8 +142,8 @@ TEST_F(Listeners, SeeTheModelUnderTheViewThatTheyCameWith) {
   elements().generic_push_back({}, refOf(mConstant));
   api::unlisten(mModel, number);
   ASSERT_EQ(seen.size(), 1U);
-  EXPECT_EQ(seen[0].object.getDeviant().word, K7Q::Deviant::kReadOnly);
-  EXPECT_EQ(seen[0].after.getDeviant().word, K7Q::Deviant::kReadOnly);
+  EXPECT_EQ(seen[0].object.getDeviant().word, K7Q::Deviant::kFrozen);
+  EXPECT_EQ(seen[0].after.getDeviant().word, K7Q::Deviant::kFrozen);
 }
 
 TEST_F(Listeners, AreToldOnceOfATransactionAndNotOfOneThatIsTakenBack) {
