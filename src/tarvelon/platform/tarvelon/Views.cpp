@@ -184,7 +184,7 @@ class ValuesView : public ListView {
       }
     }
     if (found < elements.size()) return false;
-    std::ranges::for_each(others | std::views::reverse, [this](auto place) { eraseAt(place, place + 1); });
+    std::for_each(others.rbegin(), others.rend(), [this](auto place) { eraseAt(place, place + 1); });
     return true;
   }
   /// What is equal at both ends stays untouched.

@@ -161,17 +161,18 @@ void Auditor::checkJournal() {
   Rehearsal rehearsal;
   const auto takeBack = [&](const Journal::Steps& steps) {
     mCost += steps.size();
-    for (const Step& step : steps | std::views::reverse) rehearsal.play(step.turned());
+    // clang 14 has no reverse view with this library.
+    std::for_each(steps.rbegin(), steps.rend(), [&](const Step& step) { rehearsal.play(step.turned()); });
   };
   takeBack(journal->mOpen);
   rehearsal.begin();
   const std::span undo = std::span(journal->mUndo).subspan(journal->mForgotten);
-  for (const Journal::Steps& steps : undo | std::views::reverse) takeBack(steps);
+  std::for_each(undo.rbegin(), undo.rend(), takeBack);
   rehearsal.goBack();
-  for (const Journal::Steps& steps : journal->mRedo | std::views::reverse) {
+  std::for_each(journal->mRedo.rbegin(), journal->mRedo.rend(), [&](const Journal::Steps& steps) {
     mCost += steps.size();
     for (const Step& step : steps) rehearsal.play(step);
-  }
+  });
   rehearsal.checkRoom();
 }
 
