@@ -1,5 +1,4 @@
 #include <algorithm>
-#include <ranges>
 #include <span>
 #include <string>
 #include <unordered_map>

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <bit>
-#include <ranges>
 
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
