@@ -68,11 +68,11 @@ using Descriptions = std::vector<std::unique_ptr<PackageDescription>>;
 // ends.
 const Descriptions& descriptions() {
   static const Descriptions& made = *[] {
-    auto* list = new Descriptions;
+    auto list = std::make_unique<Descriptions>();
     list->push_back(std::make_unique<PackageDescription>(kPlatform, nullptr));
     for (const PackageRow& row : packageRows())
       list->push_back(std::make_unique<PackageDescription>(row.name, &row));
-    return list;
+    return list.release();
   }();
   return made;
 }

@@ -1,5 +1,6 @@
 #include "tarvelon/platform/tarvelon/Registry.h"
 
+#include <memory>
 #include <stdexcept>
 #include <string>
 #include <unordered_map>
@@ -12,11 +13,11 @@ const ClassMethods& tableOf(const ClassName& name) {
   using Tables = std::unordered_map<const ClassName*, const ClassMethods*>;
   // Never freed: descriptions are used until the process ends.
   static const Tables& tables = *[] {
-    auto* made = new Tables;
+    auto made = std::make_unique<Tables>();
     for (const PackageRow& package : packageRows()) {
       for (const ClassMethods* table : package.classes) made->emplace(&table->className(), table);
     }
-    return made;
+    return made.release();
   }();
   const auto found = tables.find(&name);
   if (found == tables.end()) {

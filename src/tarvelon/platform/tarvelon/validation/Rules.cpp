@@ -1,6 +1,7 @@
 #include "tarvelon/platform/tarvelon/validation/Rules.h"
 
 #include <algorithm>
+#include <memory>
 #include <vector>
 
 #include "tarvelon/platform/tarvelon/Metamodel.h"
@@ -142,10 +143,10 @@ namespace K7Q {
 
 std::span<const RuleDescription> validationRules() {
   static const auto& kDescriptions = *[] {
-    auto* list = new std::vector<RuleDescription>;
+    auto list = std::make_unique<std::vector<RuleDescription>>();
     for (const auto& rule : Tarvelon::metamodel::native::validation::rules())
       list->push_back(rule.description);
-    return list;
+    return list.release();
   }();
   return kDescriptions;
 }
