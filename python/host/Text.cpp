@@ -40,7 +40,7 @@ PyObject* toUnicode(std::u16string_view text) {
   for (const char16_t unit : text) all = static_cast<char16_t>(all | unit);
   const auto length = static_cast<Py_ssize_t>(text.size());
   if (all < 0x100) {
-    PyObject* made = owned(PyUnicode_New, length, all < 0x80 ? 0x7F : 0xFF).release();
+    PyObject* made = owned(PyUnicode_New, length, all < 0x80 ? Py_UCS4{0x7F} : Py_UCS4{0xFF}).release();
     if (length > 0) {
       std::transform(text.begin(), text.end(), PyUnicode_1BYTE_DATA(made),
                      [](char16_t unit) { return static_cast<Py_UCS1>(unit); });
