@@ -66,9 +66,8 @@ class TARVELON_API ModelIntf : public ObjectIntf {
 
 /// The two-word value of every model handle. Passes by value; copying takes a reference, destruction drops
 /// it.
-/// Threads: the handles on a model and on its objects belong to one thread at a time, with the model.
-/// Different
-///          models may be used by different threads without locks.
+/// Threads: one thread at a time uses a model and all handles on it and its objects. Different threads may
+///          use different models without locks.
 class TARVELON_API ObjectHandle {
  public:
   constexpr ObjectHandle() noexcept = default;

@@ -118,10 +118,9 @@ class TARVELON_API Real {
 };
 
 /// A UTF-16 text. Copies share one cell; the empty text has none and costs nothing.
-/// Threads: a text and its copies belong to one thread at a time, one that was read from a model to that of
-/// the
-///          model. A model that is given a text keeps one of its own: the same text may be given to models
-///          that go to different threads.
+/// Threads: one thread at a time uses a text and its copies; a text that was read from a model belongs to the
+///          thread of that model. A model keeps its own copy of a text that it is given, so the same text may
+///          be given to models of different threads.
 class TARVELON_API String {
  public:
   constexpr String() noexcept = default;

@@ -18,9 +18,8 @@
 /// Errors: nothing has changed when one is raised, and the same goes for memory that runs out
 ///         (std::bad_alloc).
 /// Cost:   proportional to what is copied; there is no recursion, however deep it is.
-/// Threads: one at a time, which uses both models. Afterwards these share nothing, and each may go to a
-/// thread
-///         of its own.
+/// Threads: one thread uses both models during the call. Afterwards the models share nothing, and each may go
+///          to a thread of its own.
 namespace Tarvelon::metamodel {
 
 /// What becomes of a reference that leads outside the copy when the copy goes into another model.
