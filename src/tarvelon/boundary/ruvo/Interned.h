@@ -66,29 +66,40 @@ class RVOInternedBase {
 
 using InternedName = RVOInternedBase<internal::IdEmptyPolicy>;
 
-/// A name of fixed text that is interned at first use and then costs one load.
+/// A name that is put together when it is first asked for, and then costs one load. Threads: any.
+class LazyName {
+ public:
+  /// `make` gives the name or its text.
+  template <class Make>
+  const InternedName& get(Make make) const {
+    const std::atomic_ref<InternedName> name(mName);
+    // Written once: who reads the result later reads it without a fence.
+    if (name.load(std::memory_order_acquire).empty()) {
+      InternedName none;
+      name.compare_exchange_strong(none, InternedName(make()), std::memory_order_acq_rel,
+                                   std::memory_order_acquire);
+    }
+    return mName;
+  }
+
+ private:
+  mutable InternedName mName;
+};
+
+/// A name of fixed text that is interned at first use.
 /// `text` must outlive the object; constant-initialised, so a static one costs nothing at load.
 /// Threads: any.
 class LiteralName {
  public:
   explicit constexpr LiteralName(const char* text) noexcept : mText(text) {}
   const InternedName& get() const {
-    const std::atomic_ref<InternedName> name(mName);
-    // Written once: who reads the result later reads it without a fence.
-    if (name.load(std::memory_order_acquire).empty()) setOnce(name);
-    return mName;
+    return mName.get([this] { return internal::makeInterned(mText); });
   }
   constexpr const char* text() const noexcept { return mText; }
 
  private:
-  void setOnce(const std::atomic_ref<InternedName>& name) const {
-    InternedName none;
-    name.compare_exchange_strong(none, InternedName(internal::makeInterned(mText)), std::memory_order_acq_rel,
-                                 std::memory_order_acquire);
-  }
-
   const char* mText;
-  mutable InternedName mName;
+  LazyName mName;
 };
 
 }  // namespace ruvo

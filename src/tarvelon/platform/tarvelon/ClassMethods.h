@@ -9,7 +9,6 @@
 #include "tarvelon/boundary/ruvo/Interned.h"
 #include "tarvelon/boundary/tarvelon/Rows.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
-#include "tarvelon/platform/tarvelon/LazyName.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -76,7 +75,7 @@ class ClassMethods final : public K7Q::IntrospectiveMethods {
   std::span<const K7Q::IntrospectiveMethods* const> mBases;
   std::array<ruvo::LiteralName, 2> mNames;
   mutable std::atomic<const ClassData*> mData = nullptr;
-  std::array<LazyName, 4> mSequenceNames{};
+  std::array<ruvo::LazyName, 4> mSequenceNames{};
 };
 
 /// Where a property of an object is stored.

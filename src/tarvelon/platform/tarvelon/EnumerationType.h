@@ -9,7 +9,6 @@
 
 #include "tarvelon/boundary/k7q/Introspection.h"
 #include "tarvelon/boundary/tarvelon/Names.h"
-#include "tarvelon/platform/tarvelon/LazyName.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -45,7 +44,7 @@ class EnumerationType final : public K7Q::NSInterface::DataTypeIntf {
   std::size_t mPrefix;
   std::string mLiteralText;
   std::vector<std::string_view> mLiterals;
-  std::array<LazyName, 2> mSequenceNames;
+  std::array<ruvo::LazyName, 2> mSequenceNames;
 };
 
 /// The object form of one enumeration value, counted.

@@ -78,6 +78,7 @@ constexpr std::string_view kName = "Name";
 
 void* Factory::cast(K7Q::CooperativeVisitor::TagPair tag) {
   using namespace K7Q::NSInterface;
+  // The tag of our own interface may have to be made, which can fail: it is asked for when it can be meant.
   if (tag.interface < K7Q::CooperativeVisitor::internal::KernelTags::kCount) {
     return castAmong<FactoryIntf, FactoryObjectIntf, ObjectIntf, K7Q::ReferenceCountingIntf>(this, tag);
   }

@@ -128,7 +128,7 @@ std::uint64_t addListener(NativeModel& model, K7Q::Deviant deviant, Listener lis
   try {
     return model.requireJournal().listen(adapt(std::move(listener), deviant), object);
   } catch (...) {
-    if (model.journal() && !model.journal()->isTelling()) model.dropIdleJournal();
+    model.dropIdleJournal();
     throw;
   }
 }
