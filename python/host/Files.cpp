@@ -94,10 +94,9 @@ PyObject* loadModel(Given arguments) {
 }
 
 PyObject* problemsOf(Given arguments) {
-  return guarded([&] {
-    const files::Problems& problems = files::problems(toModel(arguments[0], "problems"));
-    return Py_BuildValue("(Nn)", toList(problems).release(), static_cast<Py_ssize_t>(problems.count));
-  });
+  const files::Problems& problems = files::problems(toModel(arguments[0], "problems"));
+  return owned(Py_BuildValue, "(On)", toList(problems).get(), static_cast<Py_ssize_t>(problems.count))
+      .release();
 }
 
 PyObject* saveEcore(Given arguments) {
