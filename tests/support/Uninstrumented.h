@@ -10,7 +10,7 @@
 #ifdef TARVELON_HAS_ASAN
 #define TARVELON_LEFT_OUT(suite, name, base)     \
   class suite##_##name##_LeftOut : public base { \
-    void TestBody() override;                    \
+    [[maybe_unused]] void TestBody() override;   \
   };                                             \
   void suite##_##name##_LeftOut::TestBody()
 #define UNINSTRUMENTED_TEST(suite, name) TARVELON_LEFT_OUT(suite, name, ::testing::Test)
