@@ -48,7 +48,8 @@ set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   find_program(CCACHE ccache)
   if(CCACHE)
-    set(CMAKE_CXX_COMPILER_LAUNCHER "${CCACHE}")
+    # What one clone has compiled serves another: paths below the repository are looked up relative to it.
+    set(CMAKE_CXX_COMPILER_LAUNCHER /usr/bin/env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" "${CCACHE}")
   endif()
 endif()
 

@@ -47,8 +47,8 @@ endfunction()
 set(TARVELON_LIBRARIES
     tarvelon_binding mm_foundation_mi tarvelon_native tarvelon_k7q tarvelon_ruvo tarvelon_hx)
 
-# tarvelon_program(<name> <source>...): an executable with all libraries at hand. The module is opened at run
-# time, from TARVELON_MODULE_PATH; a program that names one of its exported symbols gets it linked as well.
+# tarvelon_program(<name> <source>...): an executable with all libraries at hand. The module is opened at run time
+# (tarvelon_module_path); a program that names one of its exported symbols gets it linked as well.
 function(tarvelon_program name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE tarvelon_boundary ${CMAKE_DL_LIBS})
@@ -56,6 +56,12 @@ function(tarvelon_program name)
   if(TARGET mm_arplatform_mi)
     target_link_options(${name} PRIVATE -Wl,--as-needed)
     target_link_libraries(${name} PRIVATE mm_arplatform_mi)
-    target_compile_definitions(${name} PRIVATE "TARVELON_MODULE_PATH=\"$<TARGET_FILE:mm_arplatform_mi>\"")
   endif()
+endfunction()
+
+# tarvelon_module_path(<source>): TARVELON_MODULE_PATH is where the module lies. In that source alone, since what is
+# compiled with the path of a build folder comes from no compiler cache in another one.
+function(tarvelon_module_path source)
+  set_source_files_properties("${source}" PROPERTIES
+                              COMPILE_DEFINITIONS "TARVELON_MODULE_PATH=\"$<TARGET_FILE:mm_arplatform_mi>\"")
 endfunction()

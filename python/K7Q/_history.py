@@ -112,6 +112,19 @@ def _can_redo(model: Model) -> int:
     return _host.history(model)[2]
 
 
+def _get_undo_label(model: Model) -> str:
+    """What undo() would take back, as a menu shows it: "category of common.Package 'Brakes'". Empty for nothing.
+
+    Each property of each object once, five at most and how many more; an object that was made or destroyed as that.
+    """
+    return _host.undoLabel(model)
+
+
+def _get_redo_label(model: Model) -> str:
+    """What redo() would make again, as `undo_label` tells it."""
+    return _host.redoLabel(model)
+
+
 @_method
 def listen(model: Model, listener: Callable[[list[Change]], object], /) -> Subscription:
     """Calls the function with a list of Change after each change or transaction; a Subscription.
@@ -139,6 +152,8 @@ _host.extend("K7Q.Model", {
     "history": property(_get_history, _set_history),
     "undoable": property(_can_undo),
     "redoable": property(_can_redo),
+    "undo_label": property(_get_undo_label),
+    "redo_label": property(_get_redo_label),
     "listen": listen,
 })
 _host.extend("K7Q.ClassObject", {"listen": _method(listen_object, "listen")})

@@ -76,6 +76,14 @@ PyObject* history(Given arguments) {
       .release();
 }
 
+PyObject* undoLabel(Given arguments) {
+  return toStr(model::undoLabel(toModel(arguments[0], "undo_label"))).release();
+}
+
+PyObject* redoLabel(Given arguments) {
+  return toStr(model::redoLabel(toModel(arguments[0], "redo_label"))).release();
+}
+
 const char* nameOf(model::Change::Kind kind) noexcept {
   using Kind = model::Change::Kind;
   switch (kind) {
@@ -186,6 +194,8 @@ constexpr FunctionRow kFunctions[] = {
     {"isOpen", 1, isOpen, "Whether a transaction has not ended yet."},
     {"undo", 1, undo, "Takes the last batch back."},
     {"redo", 1, redo, "Makes the last batch again that was taken back."},
+    {"undoLabel", 1, undoLabel, "What undo would take back, as a menu shows it."},
+    {"redoLabel", 1, redoLabel, "What redo would make again."},
     {"setHistory", 2, setHistory, "How many batches a model can take back."},
     {"history", 1, history, "How many it can at most, how many it could now, how many could come again."},
     {"listen", 4, listen, "Calls a function with each batch of changes; an id."},

@@ -80,6 +80,8 @@ TEST_F(Listeners, AreToldOfBothHoldersOfAnObjectThatGoesToAnother) {
   api::listen(second,
               [&](Changes changes) { ofSecond.insert(ofSecond.end(), changes.begin(), changes.end()); });
   second.set<"change">(paragraph);
+  EXPECT_EQ(api::undoLabel(mModel),
+            "change of documentation.Modification, change of documentation.Modification");
   api::undo(mModel);
 
   const auto expect = [&](const Change& change, const K7Q::ClassObject& object, bool hadIt) {

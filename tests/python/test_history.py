@@ -21,6 +21,32 @@ def test_a_history_takes_back_and_makes_again(model, package):
     assert not package.isvalid()
 
 
+def test_a_label_names_each_place_once_and_counts_those_beyond_five(model, package):
+    model.history = 10
+    assert (model.undo_label, model.redo_label) == ("", "")
+    with model.transaction():
+        for number in range(8):
+            common.Package(model, f"P{number}").category = "FUNCTION"
+    package.Name = "x"
+    package.Name = "y"
+    model.undo()
+    assert model.undo_label == "Name of common.Package 'x'"
+    assert model.redo_label == "Name of common.Package 'x'"
+    model.undo()
+    made = ", ".join(f"made common.Package 'P{number}'" for number in range(5))
+    assert model.undo_label == f"{made} and 3 more"
+    model.undo()
+    assert model.undo_label == ""
+    assert model.redo_label.endswith(" and 3 more")
+
+
+def test_a_label_names_what_is_destroyed(model, package):
+    model.history = 10
+    package.category = "FUNCTION"
+    package.destroy()
+    assert model.undo_label == "destroyed common.Package 'Brakes'"
+
+
 def test_a_first_save_leaves_the_room_that_undo_needs(model, tmp_path):
     model.history = 1000
     made = [common.ModeDeclaration(model, f"M{number}") for number in range(200)]

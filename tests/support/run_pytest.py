@@ -18,7 +18,7 @@ except ModuleNotFoundError:
 
 
 class Skips:
-    """Notes whether a test, or a whole file, was skipped.
+    """Notes whether a test, or a whole file, was skipped, and whether one was left out.
 
     What cannot hold in a build with sanitizers is marked `uninstrumented` with the reason. Such a build does without
     it: no package is missing there, and nobody could mend it.
@@ -26,6 +26,7 @@ class Skips:
 
     def __init__(self):
         self.any = False
+        self.left_out = False
 
     def pytest_configure(self, config):
         config.addinivalue_line("markers", "uninstrumented(reason): builds with sanitizers do without this test")
@@ -35,6 +36,7 @@ class Skips:
             return
         left_out = [item for item in items if item.get_closest_marker("uninstrumented")]
         items[:] = [item for item in items if item not in left_out]
+        self.left_out = bool(left_out)
         config.hook.pytest_deselected(items=left_out)
 
     def pytest_runtest_logreport(self, report):
@@ -48,7 +50,9 @@ def main(file):
     skips = Skips()
     status = pytest.main(["-q", "-rs", "-p", "no:cacheprovider", file], plugins=[skips])
     passed = status in (pytest.ExitCode.OK, pytest.ExitCode.NO_TESTS_COLLECTED)
-    return SKIPPED if passed and skips.any else status
+    if passed and skips.any:
+        return SKIPPED
+    return 0 if passed and skips.left_out else status
 
 
 if __name__ == "__main__":

@@ -130,6 +130,7 @@ def changes(model: K7Q.Model, package: common.Package) -> None:
         transaction.commit()
     assert_type([(each.kind, each.index) for each in heard], list[tuple[str, int]])
     assert_type((model.undo(), model.redo(), model.undoable), tuple[bool, bool, int])
+    assert_type((model.undo_label, model.redo_label), tuple[str, str])
 
 
 def files(folder: Path) -> None:

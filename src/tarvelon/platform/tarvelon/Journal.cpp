@@ -266,9 +266,16 @@ void Journal::requireQuiet() const {
 }
 
 std::span<const Step> Journal::lastSteps(std::size_t most) const noexcept {
-  std::span<const Step> steps(mOpen);
-  if (steps.empty() && undoable() != 0) steps = mUndo.back();
+  const std::span<const Step> steps = mOpen.empty() ? nextUndo() : mOpen;
   return steps.last(std::min(most, steps.size()));
+}
+
+std::span<const Step> Journal::nextUndo() const noexcept {
+  return undoable() == 0 ? std::span<const Step>() : mUndo.back();
+}
+
+std::span<const Step> Journal::nextRedo() const noexcept {
+  return mRedo.empty() ? std::span<const Step>() : mRedo.back();
 }
 
 namespace {

@@ -88,6 +88,9 @@ class Journal {
   void requireQuiet() const;
   /// The newest steps that are open or can be taken back, `most` of them or fewer.
   std::span<const Step> lastSteps(std::size_t most) const noexcept;
+  /// The batch that undo() would take back, and the one that redo() would make again: empty without one.
+  std::span<const Step> nextUndo() const noexcept;
+  std::span<const Step> nextRedo() const noexcept;
 
  private:
   friend class Auditor;

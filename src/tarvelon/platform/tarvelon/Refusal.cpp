@@ -86,11 +86,15 @@ void raiseLost(const NativeModel& model, const char* file, int line) {
   raiseAssertion(K7Q::kNullReference, lossOf(model), file, line);
 }
 
-std::string lossOf(const Instance& object) {
+std::string describe(const Instance& object) {
   std::string shown(shortName(object.cls()));
   if (isNamed(object)) shown += " '" + K7Q::String::to_string(ownName(object)) + "'";
+  return shown;
+}
+
+std::string lossOf(const Instance& object) {
   const NativeModel& model = object.model();
-  return model.isClosed() ? shown + ": " + lossOf(model) : shown + " was destroyed";
+  return describe(object) + (model.isClosed() ? ": " + lossOf(model) : " was destroyed");
 }
 
 std::string lossOf(const NativeModel& model) {

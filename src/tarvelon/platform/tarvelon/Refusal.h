@@ -28,6 +28,8 @@ struct ClassData;
                             int line = __builtin_LINE());
 [[noreturn]] void raiseLost(const NativeModel& model, const char* file = __builtin_FILE(),
                             int line = __builtin_LINE());
+/// "common.Package 'Brakes'", the class alone of an object without a name.
+std::string describe(const Instance& object);
 /// "common.Package 'Brakes' was destroyed", by its name for as long as the object may come back.
 std::string lossOf(const Instance& object);
 /// "the model 'brakes' is closed".

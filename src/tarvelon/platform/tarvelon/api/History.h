@@ -4,6 +4,7 @@
 #include <cstdint>
 #include <functional>
 #include <span>
+#include <string>
 
 #include "tarvelon/boundary/Export.h"
 #include "tarvelon/boundary/k7q/Introspection.h"
@@ -56,6 +57,12 @@ TARVELON_API std::size_t redoable(const K7Q::Model& model);
 /// Takes the last batch back, or makes the last one taken back again. False if there is none.
 TARVELON_API bool undo(const K7Q::Model& model);
 TARVELON_API bool redo(const K7Q::Model& model);
+/// What undo() and redo() would do, as a menu shows it, in UTF-8: "category of common.Package 'Brakes'".
+/// Names each property of each object once, in the order of the changes, five at most and how many more there
+/// are; of an object that was made or destroyed that alone. Empty if there is nothing to do. Cost:
+/// proportional to the length of the batch.
+TARVELON_API std::string undoLabel(const K7Q::Model& model);
+TARVELON_API std::string redoLabel(const K7Q::Model& model);
 
 /// One change of one place.
 struct Change {

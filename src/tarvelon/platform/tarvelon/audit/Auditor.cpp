@@ -4,7 +4,7 @@
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/Journal.h"
 #include "tarvelon/platform/tarvelon/Links.h"
-#include "tarvelon/platform/tarvelon/QualifiedName.h"
+#include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/WordList.h"
 
 namespace Tarvelon::metamodel::native {
@@ -29,9 +29,7 @@ void violate(std::string_view invariant, const std::string& what) {
 
 std::string shownObject(const Instance* object) {
   if (!object) return "nothing";
-  std::string text(shortName(object->cls()));
-  if (isNamed(*object)) text += " '" + K7Q::String::to_string(ownName(*object)) + "'";
-  text += " (number " + std::to_string(object->number()) + ")";
+  const std::string text = describe(*object) + " (number " + std::to_string(object->number()) + ")";
   return object->isAlive() ? text : "the buried " + text;
 }
 
