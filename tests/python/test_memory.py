@@ -8,6 +8,7 @@ import os
 import re
 import subprocess
 import sys
+import tempfile
 from pathlib import Path
 
 import pytest
@@ -23,10 +24,12 @@ def run(scenario, stride, **environment):
     """The outcomes that may not be, and the number of points."""
     if os.environ.get("TARVELON_EVERY_ALLOCATION"):
         stride = 1
-    done = subprocess.run(
-        [sys.executable, failing_memory.__file__, scenario, str(stride)],
-        env={**os.environ, "LD_PRELOAD": _library, **environment}, capture_output=True, text=True,
-    )
+    # Modules are compiled each time: how many points an import has must not depend on what ran before.
+    with tempfile.TemporaryDirectory() as nowhere:
+        done = subprocess.run(
+            [sys.executable, "-B", "-X", f"pycache_prefix={nowhere}", failing_memory.__file__, scenario, str(stride)],
+            env={**os.environ, "LD_PRELOAD": _library, **environment}, capture_output=True, text=True,
+        )
     assert done.returncode == 0, done.stderr
     *faults, last = done.stdout.splitlines()
     return faults, int(re.fullmatch(r"(\d+) points", last)[1])
