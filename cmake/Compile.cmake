@@ -66,6 +66,8 @@ set(TARVELON_NO_UNDEFINED -Wl,--no-undefined)
 if(TARVELON_FUZZ)
   set(TARVELON_NO_UNDEFINED "")
   add_compile_options(-fsanitize=fuzzer-no-link)
+  # Sources are named relative to the build folder, which keeps what is compiled the same in every clone.
+  add_compile_options("-fdebug-prefix-map=${PROJECT_BINARY_DIR}=.")
 endif()
 if(TARVELON_PROFILE)
   set(TARVELON_NO_UNDEFINED "")
