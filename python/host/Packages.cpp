@@ -227,9 +227,7 @@ PyObject* nearest(Given arguments) {
   return toStr(ruvo::nearestName(textOf(arguments[0]), candidates)).release();
 }
 
-PyObject* quoted(Given arguments) {
-  return guarded([&] { return toStr(ruvo::quotedName(textOf(arguments[0]))).release(); });
-}
+PyObject* quoted(Given arguments) { return toStr(ruvo::quotedName(textOf(arguments[0]))).release(); }
 
 constexpr FunctionRow kFunctions[] = {
     {"isPackage", 1, isPackage, "Whether there is a package of that dotted name."},

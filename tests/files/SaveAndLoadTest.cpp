@@ -178,6 +178,14 @@ TEST(SaveAndLoad, RefusesAProgressThatChangesTheModel) {
   EXPECT_EQ(refusalOf([&] { files::saveText(model, {close, true}); }), refusal);
 }
 
+TEST(SaveAndLoad, KeepsAModelOfWhichTheProgressDropsTheLastHandle) {
+  auto model = K7Q::Model::create();
+  for (int count = 0; count < 20000; ++count) common::Package::create(model, u"Package");
+  const std::string expected = files::saveText(model);
+  EXPECT_EQ(files::saveText(model, {[&](double) { model = K7Q::Model(); }, true}), expected);
+  EXPECT_FALSE(model.isValid());
+}
+
 TEST(SaveAndLoad, RefusesAProgressThatTakesBackOrMakesAgain) {
   const auto model = K7Q::Model::create();
   for (int count = 0; count < 20000; ++count) common::Package::create(model, u"Package");

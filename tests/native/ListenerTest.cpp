@@ -413,3 +413,16 @@ TEST_F(Listeners, OfAModelThatIsClosedWhileThatIsPutOffAreNotTold) {
   common::Package::create(other, u"Q");
   EXPECT_EQ(api::objects(other).size(), 1U);
 }
+
+// The call that tells a listener keeps the model until it has ended.
+TEST(ListenersOfAModel, MayDropItsLastHandleInUndoAndRedo) {
+  for (const auto act : {api::undo, api::redo}) {
+    auto model = K7Q::Model::create();
+    api::setHistoryLimit(model, 5);
+    common::Package::create(model, u"P");
+    if (act == api::redo) api::undo(model);
+    api::listen(model, [&model](Changes /*changes*/) { model = K7Q::Model(); });
+    EXPECT_TRUE(act(model));
+    EXPECT_FALSE(model.isValid());
+  }
+}

@@ -302,19 +302,3 @@ def test_a_tree_without_the_extension_says_how_to_build_it(copied):
     assert import_error(copied).endswith(
         f"made for Python {sys.version_info.major}.{sys.version_info.minor}; build it with './tarvelon build' or "
         "install Tarvelon again, run scripts with 'tarvelon run'")
-
-
-def processor_seconds(code):
-    """What an interpreter with that program costs: its processor time, which other programs do not stretch."""
-    command = [sys.executable, "-c", code]
-    used = []
-    for _ in range(7):
-        _, status, usage = os.wait4(os.spawnv(os.P_NOWAIT, sys.executable, command), 0)
-        assert status == 0
-        used.append(usage.ru_utime + usage.ru_stime)
-    return min(used)
-
-
-@pytest.mark.uninstrumented("times mean nothing under a sanitizer")
-def test_the_import_adds_at_most_60_milliseconds():
-    assert processor_seconds("import Tarvelon") - processor_seconds("pass") < 0.060

@@ -191,16 +191,15 @@ void AtomicFile::refuse(const char* what, int number) const {
 
 InputFile::InputFile(const fs::path& path)
     : mShown(path.string()), mFile(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-  if (mFile < 0) refuse(errno);
+  if (!mFile.isOpen()) refuse(errno);
   struct stat found {};
-  if (::fstat(mFile, &found) == 0 && S_ISREG(found.st_mode)) mSize = static_cast<std::size_t>(found.st_size);
+  if (::fstat(mFile.number(), &found) == 0 && S_ISREG(found.st_mode))
+    mSize = static_cast<std::size_t>(found.st_size);
 }
-
-InputFile::~InputFile() { ::close(mFile); }
 
 std::size_t InputFile::read(char* buffer, std::size_t room, const std::function<void()>& interrupted) {
   for (;;) {
-    const ssize_t count = ::read(mFile, buffer, room);
+    const ssize_t count = ::read(mFile.number(), buffer, room);
     if (count >= 0) return static_cast<std::size_t>(count);
     if (errno != EINTR) refuse(errno);
     interrupted();

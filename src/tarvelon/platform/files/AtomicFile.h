@@ -54,9 +54,6 @@ class AtomicFile final : public Sink {
 class InputFile {
  public:
   explicit InputFile(const std::filesystem::path& path);
-  InputFile(const InputFile&) = delete;
-  InputFile& operator=(const InputFile&) = delete;
-  ~InputFile();
   /// How many bytes were read, 0 at the end. Calls `interrupted`, which may raise, when a signal has come
   /// while it waited for them, as it may with a pipe.
   std::size_t read(char* buffer, std::size_t room, const std::function<void()>& interrupted);
@@ -67,7 +64,7 @@ class InputFile {
   [[noreturn]] void refuse(int number) const;
 
   std::string mShown;
-  int mFile;
+  Descriptor mFile;
   std::size_t mSize = 0;
 };
 

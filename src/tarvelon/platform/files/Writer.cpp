@@ -240,8 +240,10 @@ class Writer {
 
 }  // namespace
 
+// The progress may drop the handle that the caller has given.
 void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
   NativeModel& native = NativeModel::require(model);
+  const K7Q::Model kept(model);
   requireSuffix(path, ".xmi", "a model is saved as XMI, the only format that is known today");
   AtomicFile file(path);
   Writer(native, file, options.progress).write();
@@ -250,7 +252,9 @@ void save(const K7Q::Model& model, const std::filesystem::path& path, const Save
 
 std::string saveText(const K7Q::Model& model, const SaveOptions& options) {
   TextSink text;
-  Writer(NativeModel::require(model), text, options.progress).write();
+  NativeModel& native = NativeModel::require(model);
+  const K7Q::Model kept(model);
+  Writer(native, text, options.progress).write();
   return text.take();
 }
 

@@ -210,8 +210,10 @@ std::size_t redoable(const K7Q::Model& model) {
   return journal ? journal->redoable() : 0;
 }
 
+// A listener may drop the handle that the caller has given, and with it the model.
 bool undo(const K7Q::Model& model) {
-  NativeModel& native = requireWritable(model);
+  const K7Q::Model kept(model);
+  NativeModel& native = requireWritable(kept);
   requireOutside(native, "undo");
   if (undoable(model) == 0) return false;
   native.journal()->undo();
@@ -220,7 +222,8 @@ bool undo(const K7Q::Model& model) {
 }
 
 bool redo(const K7Q::Model& model) {
-  NativeModel& native = requireWritable(model);
+  const K7Q::Model kept(model);
+  NativeModel& native = requireWritable(kept);
   requireOutside(native, "redo");
   if (redoable(model) == 0) return false;
   native.journal()->redo();
