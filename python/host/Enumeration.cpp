@@ -56,7 +56,12 @@ PyObject* compare(PyObject* left, PyObject* right, int operation) {
 }
 
 PyObject* format(PyObject* value, PyObject* specification) {
-  return guarded([&] { return owned(PyObject_Format, textOf(value).get(), specification).release(); });
+  return guarded([&] {
+    if (!PyUnicode_Check(specification)) {
+      raise(errors().wrongType, "__format__: expected a str, got " + describePython(specification));
+    }
+    return owned(PyObject_Format, textOf(value).get(), specification).release();
+  });
 }
 
 PyMethodDef gMethods[] = {{"__format__", format, METH_O, "The literal in the form that a str takes."},

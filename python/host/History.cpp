@@ -129,6 +129,7 @@ class PythonListener {
   }
 
   void tell(std::span<const model::Change> changes) const {
+    const Telling telling;
     // The change that is told of may be on the way out with an error of its own.
     PyObject *type = nullptr, *value = nullptr, *traceback = nullptr;
     PyErr_Fetch(&type, &value, &traceback);
@@ -146,23 +147,40 @@ class PythonListener {
   }
 
  private:
+  /// A listener of this thread is running.
+  struct Telling {
+    Telling() noexcept { ++tTellings; }
+    Telling(const Telling&) = delete;
+    Telling& operator=(const Telling&) = delete;
+    ~Telling() { --tTellings; }
+  };
+
   /// Someone who interrupts the program means the program: what is raised in a listener for it is raised
   /// again where the change has returned.
   static bool putOffInterrupt() {
     if (PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) == 0) return false;
-    const auto interrupt = [](void*) {
-      PyErr_SetNone(PyExc_KeyboardInterrupt);
-      return -1;
-    };
-    if (Py_AddPendingCall(interrupt, nullptr) < 0) return false;
+    if (Py_AddPendingCall(&interrupt, nullptr) < 0) return false;
     enter(PyErr_Clear);
     return true;
   }
+
+  /// Called by the interpreter before its next step. That may be one of another listener, which is not the
+  /// one that was interrupted: then it is put off again.
+  static int interrupt(void* /*nothing*/) {
+    if (tTellings != 0) return Py_AddPendingCall(&interrupt, nullptr);
+    PyErr_SetNone(PyExc_KeyboardInterrupt);
+    return -1;
+  }
+
+  /// How many listeners are running on this thread.
+  static TARVELON_THREAD_LOCAL int tTellings;
 
   PyObject* mCallable;
   /// The class of what it is told.
   PyObject* mRecord;
 };
+
+TARVELON_THREAD_LOCAL int PythonListener::tTellings = 0;
 
 PyObject* listen(Given arguments) {
   for (PyObject* each : arguments.subspan(2)) {

@@ -184,7 +184,10 @@ PyObject* wrap(ruvo::RVOInterface* interface) {
     return Py_NewRef(known);
   }
   narrow(interface);
-  return newObject(typeOf(ruvo::classOf(*interface)), interface);
+  HostType* const type = typeOf(ruvo::classOf(*interface));
+  // A finaliser that ran while the type was made may have asked for the object.
+  if (auto* known = static_cast<PyObject*>(interface->getHostData())) return Py_NewRef(known);
+  return newObject(type, interface);
 }
 
 namespace {

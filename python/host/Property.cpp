@@ -111,6 +111,9 @@ PyObject* readProperty(Property* property, PyObject* self) {
   PyObject* held = heldSequence(self, *property->slot);
   if (held && isValid(interfaceOf(self))) return Py_NewRef(held);
   Reference sequence(read());
+  // A finaliser that ran meanwhile may have read the property.
+  held = heldSequence(self, *property->slot);
+  if (held && isValid(interfaceOf(self))) return Py_NewRef(held);
   const bool isNew = isHostObject(sequence.get()) && typeOf(sequence.get())->kind == TypeKind::Sequence &&
                      !reinterpret_cast<HostSequence*>(sequence.get())->owner;
   if (isNew) holdSequence(sequence.get(), self, *property->slot);

@@ -1,4 +1,6 @@
+#include <barrier>
 #include <set>
+#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
@@ -112,6 +114,38 @@ TEST(DeviantRegistry, GivesOutAgainWhatItsHostObjectsHaveLeft) {
   }
   // Not an address for each object of the twenty rounds; some were free before.
   EXPECT_LT(addresses.size(), 10U * kObjects);
+}
+
+// The other thread goes on living, as those of a pool do.
+TEST(DeviantRegistry, GivesOutAgainWhatAnotherThreadHasRetracted) {
+  fake::publish();
+  constexpr int kObjects = 10000;
+  constexpr int kRounds = 20;
+  std::set<void*> addresses;
+  std::vector<ruvo::RVOInterfacePtr> hosts;
+  std::barrier<> turn(2);
+  std::thread other([&] {
+    for (int round = 0; round < kRounds; ++round) {
+      turn.arrive_and_wait();
+      for (const auto& host : hosts) {
+        auto* object = DeviantRegistry::getVariantInfo(host->getBoundPointer(ruvo::InternedName())).object;
+        DeviantRegistry::retract(object);
+        object->release();
+      }
+      hosts.clear();
+      turn.arrive_and_wait();
+    }
+  });
+  for (int round = 0; round < kRounds; ++round) {
+    for (int i = 0; i < kObjects; ++i) {
+      hosts.push_back(fake::thing());
+      addresses.insert(hosts.back()->getBoundPointer(ruvo::InternedName()));
+    }
+    turn.arrive_and_wait();
+    turn.arrive_and_wait();
+  }
+  other.join();
+  EXPECT_LT(addresses.size(), 5U * kObjects);
 }
 
 TEST(DeviantRegistry, MarksAndUnmarksTheDeviantWordOfAHandle) {

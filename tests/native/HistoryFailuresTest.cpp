@@ -91,6 +91,11 @@ const std::vector<Named> kChanges = {
     {"unset an opposite", [](Scene& s) { Access<behavior::Event>(s.mEvent, "StartOnEvent").unset(); }},
     {"insert an opposite", [](Scene& s) { s.events().generic_push_back({}, refOf(s.mEvent)); }},
     {"insert", [](Scene& s) { s.constants().generic_insert({}, 1, refOf(s.mThird)); }},
+    {"insert by iterator",
+     [](Scene& s) {
+       const auto place = s.constants().generic_begin({});
+       s.constants().generic_insert({}, place.get(), refOf(s.mThird));
+     }},
     {"take from another owner", [](Scene& s) { s.mSecond.get<"PackagedElement">().add(s.mConstant); }},
     {"replace", [](Scene& s) { s.constants().generic_replace({}, 0, refOf(s.mThird)); }},
     {"replace by one that is there", [](Scene& s) { s.constants().generic_replace({}, 0, refOf(s.mOther)); }},

@@ -4,6 +4,7 @@
 #include <stdexcept>
 #include <vector>
 
+#include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tarvelon/platform/tarvelon/audit/Audit.h"
@@ -425,4 +426,31 @@ TEST(ListenersOfAModel, MayDropItsLastHandleInUndoAndRedo) {
     EXPECT_TRUE(act(model));
     EXPECT_FALSE(model.isValid());
   }
+}
+
+TEST(ListenersOfAModel, MayHoldItsLastHandleAndLeave) {
+  const std::size_t before = Tarvelon::metamodel::native::liveObjects();
+  {
+    const api::DelayedTelling delayed;
+    const auto model = K7Q::Model::create();
+    const auto id = std::make_shared<std::uint64_t>(0);
+    *id = api::listen(model, [model, id](Changes /*changes*/) { api::unlisten(model, *id); });
+    common::Package::create(model, u"P");
+  }
+  EXPECT_EQ(Tarvelon::metamodel::native::liveObjects(), before);
+}
+
+TEST_F(Listeners, FindTheHistoryAsItIsFromThenOn) {
+  api::setHistoryLimit(mModel, 5);
+  std::vector<std::string> labels;
+  api::listen(mModel, [&](Changes /*changes*/) {
+    labels.push_back(api::undoLabel(mModel) + " | " + api::redoLabel(mModel));
+  });
+  const auto package = common::Package::create(mModel, u"Q");
+  package.destroy();
+  api::undo(mModel);
+  api::undo(mModel);
+  EXPECT_EQ(labels, (std::vector<std::string>{"made common.Package 'Q' | ", "destroyed common.Package 'Q' | ",
+                                              "made common.Package 'Q' | destroyed common.Package 'Q'",
+                                              " | made common.Package 'Q'"}));
 }

@@ -1,5 +1,6 @@
 // What a host makes and cannot show then: it goes again, and nothing else has changed.
 
+#include <optional>
 #include <stdexcept>
 
 #include "tarvelon/platform/tarvelon/api/Copy.h"
@@ -85,6 +86,63 @@ TEST_F(Undertakings, TellNobodyOfWhatTheyTakeBack) {
   const api::Undertaking undertaking;
   mPackage.set<"category">(u"1");
   EXPECT_EQ(told, 0) << "listeners are told at the end";
+}
+
+TEST_F(Undertakings, TakeBackTheirOwnPartOfAnother) {
+  api::setHistoryLimit(mModel, 10);
+  {
+    const api::Undertaking outer;
+    mPackage.set<"category">(u"1");
+    fail([this] { common::Package::create(mModel, u"Q"); });
+    fail([] { common::Package::create(K7Q::Model::create(), u"Q"); });
+    mPackage.set<"category">(u"2");
+    EXPECT_EQ(api::undoable(mModel), 0U);
+  }
+  EXPECT_EQ(mPackage.get<"category">(), K7Q::String(u"2"));
+  EXPECT_EQ(api::objects(mModel).size(), 1U);
+  EXPECT_EQ(api::undoable(mModel), 1U);
+}
+
+TEST_F(Undertakings, TakeBackWhatAnotherInThemHasDone) {
+  api::setHistoryLimit(mModel, 10);
+  fail([this] {
+    {
+      const api::Undertaking inner;
+      mPackage.set<"category">(u"1");
+    }
+    mPackage.set<"category">(u"2");
+  });
+  EXPECT_EQ(mPackage.get<"category">(), K7Q::String());
+  EXPECT_EQ(api::undoable(mModel), 0U);
+}
+
+TEST_F(Undertakings, OutliveATransactionThatIsRolledBackInThem) {
+  api::Transaction transaction(mModel);
+  mPackage.set<"Name">(u"a text of some length");
+  mPackage.set<"Name">(u"another of some length");
+  fail([&] {
+    mPackage.set<"Name">(u"Q");
+    transaction.rollBack();
+  });
+  EXPECT_EQ(mPackage.get<"Name">(), K7Q::String(u"P"));
+  shown::checkAgreement(mModel);
+}
+
+TEST_F(Undertakings, LeaveATransactionOpenThatWasBegunInThem) {
+  api::setHistoryLimit(mModel, 10);
+  std::optional<api::Transaction> transaction;
+  fail([&] {
+    mPackage.set<"Name">(u"1");
+    mPackage.set<"Name">(u"2");
+    transaction.emplace(mModel);
+    mPackage.set<"Name">(u"3");
+  });
+  EXPECT_EQ(mPackage.get<"Name">(), K7Q::String(u"P"));
+  mPackage.set<"Name">(u"4");
+  transaction->rollBack();
+  EXPECT_EQ(mPackage.get<"Name">(), K7Q::String(u"P"));
+  EXPECT_EQ(api::undoable(mModel), 0U);
+  shown::checkAgreement(mModel);
 }
 
 TEST_F(Undertakings, LeaveAnObjectThatIsGoneAlready) {

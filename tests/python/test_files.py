@@ -375,6 +375,37 @@ def test_a_model_comes_through_a_pipe(model, package, tmp_path):
         assert [each.Name for each in K7Q.Model.load(tmp_path / "pipe").roots()] == ["Brakes"]
 
 
+def test_a_long_text_comes_through_a_pipe(model, package, tmp_path):
+    package.Name = "x" * 10_000_000
+    model.save(tmp_path / "a.xmi")
+    os.mkfifo(tmp_path / "pipe")
+    with subprocess.Popen(["cp", "a.xmi", "pipe"], cwd=tmp_path):
+        assert [len(each.Name) for each in K7Q.Model.load(tmp_path / "pipe").roots()] == [10_000_000]
+
+
+def test_a_signal_does_not_end_the_wait_for_a_pipe(model, package, tmp_path):
+    model.save(tmp_path / "a.xmi")
+    os.mkfifo(tmp_path / "pipe")
+    feeders = []
+    before = signal.signal(signal.SIGALRM, lambda number, frame: feeders.append(
+        subprocess.Popen(["cp", "a.xmi", "pipe"], cwd=tmp_path)))
+    try:
+        signal.setitimer(signal.ITIMER_REAL, 0.2)
+        assert [each.Name for each in K7Q.Model.load(tmp_path / "pipe").roots()] == ["Brakes"]
+    finally:
+        signal.signal(signal.SIGALRM, before)
+        for each in feeders:
+            each.wait()
+
+
+def test_a_chain_of_too_many_links_is_refused(model, package, tmp_path):
+    for number in range(45):
+        os.symlink(f"link{number}", tmp_path / f"link{number + 1}")
+    with pytest.raises(K7Q.FileError, match="it is a chain of too many symbolic links"):
+        model.save(tmp_path / "link45")
+    assert all(each.is_symlink() for each in tmp_path.iterdir())
+
+
 def test_a_terminal_shows_a_bar_when_it_takes_long(model, tmp_path, monkeypatch):
     terminal = Terminal()
     monkeypatch.setattr(sys, "stderr", terminal)

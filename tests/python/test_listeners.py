@@ -125,6 +125,19 @@ def test_an_interrupt_in_a_listener_reaches_the_program(model, package):
     assert package.Name == "x" and not caught
 
 
+def test_an_interrupt_in_a_listener_hinders_no_other_one(model, package):
+    def interrupted(changes):
+        raise KeyboardInterrupt
+
+    heard = []
+    with model.listen(interrupted), model.listen(lambda changes: heard.append([each.property for each in changes])):
+        with pytest.raises(KeyboardInterrupt):
+            package.Name = "x"
+            for _ in range(1000):
+                pass
+    assert heard == [["Name"]]
+
+
 def test_an_error_on_its_way_out_is_not_lost_by_a_listener(model, package, told):
     with pytest.raises(K7Q.WrongType):
         with model.transaction():

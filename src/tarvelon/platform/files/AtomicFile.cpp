@@ -57,22 +57,23 @@ bool isSame(const Descriptor& file, const Descriptor& folder, const char* name) 
          opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
 }
 
-/// The path behind all symbolic links, whether there is a file or not.
+/// The path behind all symbolic links, whether there is a file or not; empty behind too many.
 fs::path followed(fs::path path) {
   constexpr int kTooMany = 40;
   std::error_code failed;
   for (int links = 0; links < kTooMany; ++links) {
     const fs::path next = fs::read_symlink(path, failed);
-    if (failed) break;
+    if (failed) return path;
     path = next.is_absolute() ? next : path.parent_path() / next;
   }
-  return path;
+  return {};
 }
 
 }  // namespace
 
 AtomicFile::AtomicFile(const fs::path& path) : mShown(path.string()) {
   const fs::path target = followed(path);
+  if (target.empty() && !path.empty()) refuse("it is a chain of too many symbolic links", ELOOP);
   if (!target.has_filename()) refuse("the path names no file", EISDIR);
   mName = target.filename().string();
   mLead = leadOf(mName);
@@ -189,9 +190,13 @@ void AtomicFile::refuse(const char* what, int number) const {
       number);
 }
 
-InputFile::InputFile(const fs::path& path)
-    : mShown(path.string()), mFile(::open(path.c_str(), O_RDONLY | O_CLOEXEC)) {
-  if (!mFile.isOpen()) refuse(errno);
+InputFile::InputFile(const fs::path& path, const std::function<void()>& interrupted) : mShown(path.string()) {
+  while (!mFile.isOpen()) {
+    mFile = Descriptor(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (mFile.isOpen()) break;
+    if (errno != EINTR) refuse(errno);
+    interrupted();
+  }
   struct stat found {};
   if (::fstat(mFile.number(), &found) == 0 && S_ISREG(found.st_mode))
     mSize = static_cast<std::size_t>(found.st_size);

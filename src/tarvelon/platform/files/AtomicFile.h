@@ -53,9 +53,9 @@ class AtomicFile final : public Sink {
 /// A file that is read from its beginning to its end. Raises FileError.
 class InputFile {
  public:
-  explicit InputFile(const std::filesystem::path& path);
-  /// How many bytes were read, 0 at the end. Calls `interrupted`, which may raise, when a signal has come
-  /// while it waited for them, as it may with a pipe.
+  /// Calls `interrupted`, which may raise, when a signal has come while it waited, as it may with a pipe.
+  InputFile(const std::filesystem::path& path, const std::function<void()>& interrupted);
+  /// How many bytes were read, 0 at the end.
   std::size_t read(char* buffer, std::size_t room, const std::function<void()>& interrupted);
   /// In bytes, 0 where the system does not say.
   std::size_t size() const noexcept { return mSize; }

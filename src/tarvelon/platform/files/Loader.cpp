@@ -32,7 +32,8 @@ class Source {
 
 class FileSource final : public Source {
  public:
-  explicit FileSource(const std::filesystem::path& path) : mFile(path) {}
+  FileSource(const std::filesystem::path& path, const std::function<void()>& interrupted)
+      : mFile(path, interrupted) {}
   std::size_t read(char* buffer, std::size_t room, const std::function<void()>& interrupted) override {
     return mFile.read(buffer, room, interrupted);
   }
@@ -78,6 +79,18 @@ void sortByPlace(Problems& problems) {
   throw WrongFile(text, std::move(problems));
 }
 
+/// As many bytes as there is room for, fewer at the end: a pipe gives a few at a time.
+template <class Interrupted>
+std::size_t readAll(Source& source, char* buffer, std::size_t room, const Interrupted& interrupted) {
+  std::size_t done = 0;
+  while (done != room) {
+    const std::size_t count = source.read(buffer + done, room - done, interrupted);
+    if (count == 0) break;
+    done += count;
+  }
+  return done;
+}
+
 /// Feeds the parser. False when the text broke off or is no XML.
 bool parseAll(Parser& parser, Source& source, const Progress& progress) {
   constexpr std::size_t kEach = std::size_t{1} << 20;
@@ -89,7 +102,7 @@ bool parseAll(Parser& parser, Source& source, const Progress& progress) {
     if (progress) progress(size == 0 ? 0 : std::min(1.0, static_cast<double>(done) / size));
   };
   for (;;) {
-    const std::size_t count = source.read(parser.buffer(chunk), chunk, report);
+    const std::size_t count = readAll(source, parser.buffer(chunk), chunk, report);
     const auto before = parser.offset();
     if (!parser.parse(count, count == 0)) return false;
     if (count == 0) return true;
@@ -137,7 +150,10 @@ const Problems& problems(const K7Q::Model& model) noexcept {
 }
 
 Loaded load(const std::filesystem::path& path, const LoadOptions& options) {
-  FileSource source(path);
+  const auto interrupted = [&options] {
+    if (options.progress) options.progress(0);
+  };
+  FileSource source(path, interrupted);
   return loadFrom(source, options, path.string());
 }
 

@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <pthread.h>
 #include <utility>
 
 namespace hx {
@@ -18,21 +19,71 @@ struct Threads {
 };
 constinit Threads gThreads;
 
+/// REQUIRES: the guard is held.
+void addTo(std::array<std::ptrdiff_t, kCounted>& sums, const ThisThread& thread) noexcept {
+  for (std::size_t what = 0; what < kCounted; ++what) {
+    sums[what] += thread.counts[what].load(std::memory_order_relaxed);
+  }
+}
+
+/// The counts of this thread go to those of the threads that have ended.
+/// REQUIRES: the guard is held.
+void settle() noexcept {
+  addTo(gThreads.ended, tThread);
+  for (auto& count : tThread.counts) count.store(0, std::memory_order_relaxed);
+}
+
 void leaveList() noexcept {
   const std::scoped_lock lock(gThreads.guard);
-  for (std::size_t what = 0; what < kCounted; ++what) {
-    gThreads.ended[what] += tThread.counts[what].exchange(0, std::memory_order_relaxed);
-  }
+  settle();
   if (tThread.next) tThread.next->previous = tThread.previous;
   (tThread.previous ? tThread.previous->next : gThreads.first) = tThread.next;
   tThread.isListed = false;
+  tThread.hasLeft = true;
 }
 
 TARVELON_THREAD_LOCAL ThreadEnd tLeaveList{&leaveList};
 
+/// What the process counts while it forks: its child has the calling thread alone.
+struct Fork {
+  Fork() noexcept { pthread_atfork(&prepare, &goOn, &beChild); }
+
+  static void prepare() noexcept {
+    threadEnds().lock();
+    gThreads.guard.lock();
+    gOthers = {};
+    for (const ThisThread* thread = gThreads.first; thread; thread = thread->next) {
+      if (thread != &tThread) addTo(gOthers, *thread);
+    }
+  }
+  static void goOn() noexcept {
+    gThreads.guard.unlock();
+    threadEnds().unlock();
+  }
+  static void beChild() noexcept {
+    for (std::size_t what = 0; what < kCounted; ++what) gThreads.ended[what] += gOthers[what];
+    gThreads.first = tThread.isListed ? &tThread : nullptr;
+    tThread.previous = nullptr;
+    tThread.next = nullptr;
+    goOn();
+  }
+
+  /// The counts of all threads but the one that forks.
+  static std::array<std::ptrdiff_t, kCounted> gOthers;
+};
+constinit std::array<std::ptrdiff_t, kCounted> Fork::gOthers{};
+const Fork kFork;
+
 }  // namespace
 
 void listThread() noexcept {
+  if (tThread.hasLeft) {
+    // A thread whose end has come may still count, and is not listed again: nobody would take it off the
+    // list.
+    const std::scoped_lock lock(gThreads.guard);
+    settle();
+    return;
+  }
   // Where memory is exhausted it is tried again with the next count.
   if (!runAtThreadEnd(tLeaveList)) return;
   const std::scoped_lock lock(gThreads.guard);

@@ -70,6 +70,8 @@ struct ThisThread {
   ThisThread* previous = nullptr;
   ThisThread* next = nullptr;
   bool isListed = false;
+  /// It was taken off the list at its end.
+  bool hasLeft = false;
   /// It keeps no block any more.
   bool hasEnded = false;
 };

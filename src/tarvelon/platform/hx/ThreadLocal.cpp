@@ -10,6 +10,7 @@ namespace {
 TARVELON_THREAD_LOCAL ThreadEnd* tFirst = nullptr;
 
 void runAll(void* /*value*/) {
+  const std::scoped_lock lock(threadEnds());
   while (tFirst) {
     ThreadEnd* const entry = std::exchange(tFirst, tFirst->next);
     entry->run();
@@ -26,6 +27,11 @@ struct Key {
 } const kKey;
 
 }  // namespace
+
+std::mutex& threadEnds() noexcept {
+  static constinit std::mutex mutex;
+  return mutex;
+}
 
 bool runAtThreadEnd(ThreadEnd& entry) noexcept {
   if (!tFirst && (!kKey.isMade || pthread_setspecific(kKey.key, &tFirst) != 0)) return false;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <mutex>
+
 #include "tarvelon/boundary/Export.h"
 
 namespace hx {
@@ -13,5 +15,9 @@ struct ThreadEnd {
 
 /// Enters it, until it has run. False when memory is exhausted. REQUIRES: it is not entered.
 TARVELON_API bool runAtThreadEnd(ThreadEnd& entry) noexcept;
+
+/// Held while the entries of a thread run. Who forks holds it meanwhile: then no lock that an entry takes is
+/// left behind in the child by a thread that the child does not have.
+std::mutex& threadEnds() noexcept;
 
 }  // namespace hx

@@ -74,6 +74,14 @@ void VariantTable::retract(const ReferenceCountingIntf& object) noexcept {
   }
   if (!stock.isListed) [[unlikely]]
     list(stock);
+  if (stock.free.count + stock.retired.count > kKept) [[unlikely]]
+    giveBack(stock);
+}
+
+void VariantTable::giveBack(Stock& stock) noexcept {
+  const std::scoped_lock lock(mGuard);
+  move(stock.free, mLeft.free);
+  move(stock.retired, mLeft.retired);
 }
 
 std::uint32_t VariantTable::take() {
@@ -90,13 +98,12 @@ void VariantTable::put(List& list, std::uint32_t index) const noexcept {
   ++list.count;
 }
 
-void VariantTable::move(List& from, List& to) const noexcept {
-  for (std::uint32_t index = from.first; index != Variant::kNone;) {
-    const std::uint32_t next = at(index).next;
+void VariantTable::move(List& from, List& to, std::uint32_t most) const noexcept {
+  for (; from.first != Variant::kNone && most != 0; --most, --from.count) {
+    const std::uint32_t index = from.first;
+    from.first = at(index).next;
     put(to, index);
-    index = next;
   }
-  from = {};
 }
 
 void VariantTable::sweep(Stock& stock) const noexcept {
@@ -115,8 +122,8 @@ void VariantTable::sweep(Stock& stock) const noexcept {
 void VariantTable::fill(Stock& stock) {
   if (!list(stock)) throw bedrock::core::except::bad_alloc();
   const std::scoped_lock lock(mGuard);
-  stock.free = std::exchange(mFree, List{});
-  move(mRetired, stock.retired);
+  if (mLeft.free.first == Variant::kNone && mLeft.retired.count >= mLeft.sweepAt) sweep(mLeft);
+  move(mLeft.free, stock.free, kChunkSize);
   if (stock.free.first != Variant::kNone) return;
   if (mGrantedTo == mCapacity.load(std::memory_order_relaxed)) grow();
   stock.next = mGrantedTo;
@@ -131,10 +138,8 @@ bool VariantTable::list(Stock& stock) noexcept {
 }
 
 void VariantTable::inherit(Stock& stock) noexcept {
-  const std::scoped_lock lock(mGuard);
   while (stock.next != stock.end) put(stock.free, stock.next++);
-  move(stock.free, mFree);
-  move(stock.retired, mRetired);
+  giveBack(stock);
   stock = {};
 }
 

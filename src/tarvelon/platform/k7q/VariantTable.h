@@ -61,6 +61,8 @@ class VariantTable {
   static constexpr std::uint32_t kChunkSize = 1U << kChunkBits;
   /// How many a thread gets at once.
   static constexpr std::uint32_t kGranted = 128;
+  /// How many it keeps that nobody uses: what one thread makes another one may retract.
+  static constexpr std::uint32_t kKept = 4 * kChunkSize;
 
   /// A list of records, through their own links.
   struct List {
@@ -90,9 +92,10 @@ class VariantTable {
   void* add(const ReferenceCountingIntf& object, Deviant deviant, bool isImmutable);
   std::uint32_t take();
   void put(List& list, std::uint32_t index) const noexcept;
-  void move(List& from, List& to) const noexcept;
+  void move(List& from, List& to, std::uint32_t most = Variant::kNone) const noexcept;
   void sweep(Stock& stock) const noexcept;
   void fill(Stock& stock);
+  void giveBack(Stock& stock) noexcept;
   void grow();
   static bool list(Stock& stock) noexcept;
   void inherit(Stock& stock) noexcept;
@@ -104,9 +107,8 @@ class VariantTable {
   std::atomic<std::uint32_t> mCapacity = 0;
   /// Below it all were granted.
   std::uint32_t mGrantedTo = 0;
-  /// Left by threads that have ended.
-  List mFree;
-  List mRetired;
+  /// Left by threads that have ended or had too many.
+  Stock mLeft;
   /// Held for the views of shared objects.
   std::mutex mSharedGuard;
 };

@@ -8,6 +8,7 @@
 #include "tarvelon/platform/tarvelon/ClassData.h"
 #include "tarvelon/platform/tarvelon/ClassMethods.h"
 #include "tarvelon/platform/tarvelon/Described.h"
+#include "tarvelon/platform/tarvelon/Journal.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/Registry.h"
@@ -114,11 +115,14 @@ K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& c
     throw K7Q::WrongValue("Factory.createFromString: objects of class '" + std::string(relativeName(table)) +
                           "' have no name; give the class alone");
   }
+  NativeModel& model = NativeModel::require(mModel);
+  Batch batch(model);
   const auto object = create(deviant, table, 0, {});
   try {
     property->ownerClass().set(object.getClassObject(), mModel.getDeviant(), property->id(), name);
   } catch (...) {
-    object.getClassObject()->destroy(mModel.getDeviant());
+    // With a journal the batch takes it back.
+    if (!model.journal()) object.getClassObject()->destroy(mModel.getDeviant());
     throw;
   }
   return object;

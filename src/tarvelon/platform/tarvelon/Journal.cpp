@@ -75,6 +75,8 @@ void Journal::end() noexcept {
 }
 
 void Journal::rollBack(std::size_t start) noexcept {
+  start = std::min(start, mOpen.size());
+  for (Transaction& transaction : mTransactions) transaction.start = std::min(transaction.start, start);
   takeBack(mOpen, start);
   discard({&mOpen, 1}, start, true);
   end();
@@ -120,11 +122,13 @@ void Journal::finish() noexcept {
   discard(mRedo, 0, true);
   mRedo.clear();
   Steps done = std::exchange(mOpen, {});
-  tell(done);
   if (mLimit == 0) {
+    tell(done);
     discard({&done, 1}, 0, false);
   } else {
+    // First, so that a listener finds the history as it is from now on.
     remember(std::move(done));
+    tell(mUndo.back());
   }
 }
 
@@ -195,6 +199,11 @@ void Journal::setLimit(std::size_t limit) {
   mLimit = limit;
 }
 
+void Journal::turn(Steps& steps) noexcept {
+  std::ranges::reverse(steps);
+  for (Step& step : steps) step = step.turned();
+}
+
 void Journal::undo() noexcept {
   Steps steps = std::move(mUndo.back());
   mUndo.pop_back();
@@ -202,12 +211,11 @@ void Journal::undo() noexcept {
   mRedo.push_back(std::move(steps));
   if (!mListeners.empty()) {
     // What listeners see of it: the steps turned round, last first.
-    Steps& undone = mRedo.back();
-    std::ranges::reverse(undone);
-    for (Step& step : undone) step = step.turned();
-    tell(undone);
-    std::ranges::reverse(undone);
-    for (Step& step : undone) step = step.turned();
+    turn(mRedo.back());
+    mIsTurned = true;
+    tell(mRedo.back());
+    mIsTurned = false;
+    turn(mRedo.back());
   }
 }
 
@@ -280,42 +288,42 @@ std::span<const Step> Journal::nextRedo() const noexcept {
 
 namespace {
 
-TARVELON_THREAD_LOCAL bool tIsDelayed = false;
-/// Whose batch lasts until the end of the delay.
-TARVELON_THREAD_LOCAL NativeModel* tDelayed = nullptr;
-/// Where that batch begins.
-TARVELON_THREAD_LOCAL std::size_t tDelayedStart = 0;
-/// Who wants to know what is made.
-TARVELON_THREAD_LOCAL K7Q::ClassObject* tMade = nullptr;
+/// The innermost scope in which nobody is told.
+TARVELON_THREAD_LOCAL Delay* tDelay = nullptr;
 
 }  // namespace
 
-void Batch::delay(K7Q::ClassObject* made) noexcept {
-  tIsDelayed = true;
-  tMade = made;
-}
+void Batch::delay(Delay& scope) noexcept { scope.outer = std::exchange(tDelay, &scope); }
 
-bool Batch::endDelay(bool isToTakeBack) noexcept {
-  tIsDelayed = false;
-  tMade = nullptr;
-  NativeModel* model = std::exchange(tDelayed, nullptr);
+bool Batch::endDelay(Delay& scope, bool isToTakeBack) noexcept {
+  Delay* const outer = tDelay = scope.outer;
+  NativeModel* const model = scope.model;
   if (!model) return false;
+  // A listener may drop the last handle of the model.
+  model->addRef();
   if (isToTakeBack) {
-    model->journal()->rollBack(tDelayedStart);
+    model->journal()->rollBack(scope.start);
+  } else if (outer && !outer->model) {
+    // It goes on until the end of the scope around this one.
+    outer->model = model;
+    outer->start = scope.start;
   } else {
     model->journal()->end();
   }
   model->dropIdleJournal();
   auditAfter(*model);
+  model->release();
   return true;
 }
 
 void Batch::noteMade(Instance& object) noexcept {
-  if (tMade) *tMade = K7Q::ClassObject(&object, K7Q::Deviant{});
+  if (tDelay && tDelay->made) *tDelay->made = K7Q::ClassObject(&object, K7Q::Deviant{});
 }
 
 void Batch::forget(const NativeModel& model) noexcept {
-  if (tDelayed == &model) tDelayed = nullptr;
+  for (Delay* scope = tDelay; scope; scope = scope->outer) {
+    if (scope->model == &model) scope->model = nullptr;
+  }
 }
 
 Batch::Batch(NativeModel& model) : mModel(model), mJournal(model.journal()) {
@@ -325,18 +333,21 @@ Batch::Batch(NativeModel& model) : mModel(model), mJournal(model.journal()) {
 
 void Batch::begin() {
   mJournal->requireQuiet();
-  if (tIsDelayed && !tDelayed) {
-    tDelayed = &mModel;
-    tDelayedStart = mJournal->begin();
+  if (tDelay && !tDelay->model) {
+    tDelay->model = &mModel;
+    tDelay->start = mJournal->begin();
   }
   mStart = mJournal->begin();
   mExceptions = std::uncaught_exceptions();
+  // A listener may drop the last handle of the model.
+  mModel.addRef();
 }
 
 Batch::~Batch() {
   if (mJournal) end();
   endAuditedChange();
   auditAfter(mModel);
+  if (mJournal) mModel.release();
 }
 
 void Batch::end() noexcept {

@@ -7,11 +7,8 @@
 #include <span>
 #include <vector>
 
+#include "tarvelon/platform/tarvelon/Delay.h"
 #include "tarvelon/platform/tarvelon/Steps.h"
-
-namespace K7Q {
-class ClassObject;
-}
 
 namespace Tarvelon::metamodel::native {
 
@@ -45,7 +42,8 @@ class Journal {
   std::size_t begin() noexcept;
   /// Ends the innermost batch.
   void end() noexcept;
-  /// Takes back all that has happened since a batch began there, and ends it.
+  /// Takes back all that has happened since a batch began there, and ends it. A transaction that was begun
+  /// meanwhile stays open, and one that was rolled back meanwhile has taken its own part back already.
   void rollBack(std::size_t start) noexcept;
 
   /// A batch that may outlive the scope it began in. REQUIRES: no batch of a scope is open, but perhaps a
@@ -91,6 +89,8 @@ class Journal {
   /// The batch that undo() would take back, and the one that redo() would make again: empty without one.
   std::span<const Step> nextUndo() const noexcept;
   std::span<const Step> nextRedo() const noexcept;
+  /// Whether nextRedo() gives inverse steps in inverse order, as it does while listeners are told of an undo.
+  bool isNextRedoTurned() const noexcept { return mIsTurned; }
 
  private:
   friend class Auditor;
@@ -118,6 +118,7 @@ class Journal {
   void tell(const Steps& steps) noexcept;
   static void tellOne(const Entry& entry, const Steps& steps);
   void takeBack(Steps& steps, std::size_t start) noexcept;
+  static void turn(Steps& steps) noexcept;
   /// Drops steps. Objects go with them that these have buried and nothing can bring back any more: the ones
   /// that were destroyed or, of steps that were taken back, the ones that were made.
   /// `start` is where the first batch is cut.
@@ -136,6 +137,7 @@ class Journal {
   unsigned mWatches = 0;
   unsigned mDepth = 0;
   bool mIsTelling = false;
+  bool mIsTurned = false;
 };
 
 /// A batch for the length of a scope: one that an exception leaves takes back what happened in it. Costs a
@@ -147,11 +149,10 @@ class Batch {
   Batch& operator=(const Batch&) = delete;
   ~Batch();
   /// From now on the outermost batch on this thread that is noted lasts until endDelay().
-  /// What is made meanwhile is put into `made`, if there is one: the last object or the root of the last
-  /// copy.
-  static void delay(K7Q::ClassObject* made = nullptr) noexcept;
+  static void delay(Delay& scope) noexcept;
   /// Ends that batch, or takes back what happened in it. Says whether one was noted.
-  static bool endDelay(bool isToTakeBack = false) noexcept;
+  /// REQUIRES: the scope is the innermost one of this thread.
+  static bool endDelay(Delay& scope, bool isToTakeBack = false) noexcept;
   /// Tells delay() of a new object.
   static void noteMade(Instance& object) noexcept;
   /// The model and its journal go: no batch of it is left to end.

@@ -43,6 +43,11 @@ class ListIterator final : public K7Q::IteratorProxy {
   bool isStale() const { return mChanges != mView->changes(); }
   /// Says that the place was told after the change.
   void refresh() { mChanges = mView->changes(); }
+  /// The same for another place.
+  void moveTo(std::uint32_t index) {
+    mIndex = static_cast<int>(index);
+    refresh();
+  }
 
  private:
   const ListView* mView;

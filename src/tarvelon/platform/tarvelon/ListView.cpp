@@ -116,7 +116,9 @@ ListView::Iterator ListView::generic_insert(const K7Q::Deviant& aDeviant,
   requireWritable(aDeviant);
   const std::uint32_t place = positionOf(iterator);
   check(ref);
-  return iteratorAt(insertAt(place, ref));
+  auto result = iteratorAt(place);
+  result->moveTo(insertAt(place, ref));
+  return result;
 }
 
 ListView::Iterator ListView::generic_erase(const K7Q::Deviant& aDeviant,

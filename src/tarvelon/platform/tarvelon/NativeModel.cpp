@@ -77,13 +77,15 @@ Journal& NativeModel::requireJournal() {
 void NativeModel::dropIdleJournal() noexcept {
   // Who is told of a change stands in the journal, and comes back to it.
   if (mJournal && mJournal->isTelling()) return;
-  // Whatever happens meanwhile: the journal may have gone as well.
+  // Whatever happens meanwhile: the journal may have gone as well, and the last handle of the model.
+  addRef();
   while (mJournal && mJournal->takeLeft()) {
   }
   if (mJournal && mJournal->depth() == 0 && mJournal->limit() == 0 && !mJournal->hasListeners() &&
       !mJournal->isWatched()) {
     mJournal.reset();
   }
+  release();
 }
 
 const NameIndex& NativeModel::names() {

@@ -86,10 +86,11 @@ void raiseLost(const NativeModel& model, const char* file, int line) {
   raiseAssertion(K7Q::kNullReference, lossOf(model), file, line);
 }
 
-std::string describe(const Instance& object) {
-  std::string shown(shortName(object.cls()));
-  if (isNamed(object)) shown += " '" + K7Q::String::to_string(ownName(object)) + "'";
-  return shown;
+std::string describe(const Instance& object) { return describe(object, ownName(object)); }
+
+std::string describe(const Instance& object, std::u16string_view name) {
+  const std::string shown(shortName(object.cls()));
+  return name.empty() ? shown : shown + " " + ruvo::quotedName(K7Q::String::to_string(name));
 }
 
 std::string lossOf(const Instance& object) {

@@ -28,8 +28,9 @@ struct ClassData;
                             int line = __builtin_LINE());
 [[noreturn]] void raiseLost(const NativeModel& model, const char* file = __builtin_FILE(),
                             int line = __builtin_LINE());
-/// "common.Package 'Brakes'", the class alone of an object without a name.
+/// "common.Package 'Brakes'", the class alone of an object without a name. A very long name is cut.
 std::string describe(const Instance& object);
+std::string describe(const Instance& object, std::u16string_view name);
 /// "common.Package 'Brakes' was destroyed", by its name for as long as the object may come back.
 std::string lossOf(const Instance& object);
 /// "the model 'brakes' is closed".

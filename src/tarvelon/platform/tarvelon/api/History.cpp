@@ -231,16 +231,17 @@ bool redo(const K7Q::Model& model) {
   return true;
 }
 
-DelayedTelling::DelayedTelling() noexcept { native::Batch::delay(); }
-DelayedTelling::~DelayedTelling() { native::Batch::endDelay(); }
+DelayedTelling::DelayedTelling() noexcept { native::Batch::delay(mDelay); }
+DelayedTelling::~DelayedTelling() { native::Batch::endDelay(mDelay); }
 
 Undertaking::Undertaking() noexcept : mExceptions(std::uncaught_exceptions()) {
-  native::Batch::delay(&mMade);
+  mDelay.made = &mMade;
+  native::Batch::delay(mDelay);
 }
 
 Undertaking::~Undertaking() {
   const bool hasFailed = std::uncaught_exceptions() > mExceptions;
-  if (native::Batch::endDelay(hasFailed) || !hasFailed) return;
+  if (native::Batch::endDelay(mDelay, hasFailed) || !hasFailed) return;
   // Nothing was noted: what was made goes, which needs no memory.
   Instance* made = native::asInstance(mMade.getInterface());
   if (made && made->isAlive()) native::destroyTree(*made);

@@ -9,6 +9,7 @@
 #include "tarvelon/boundary/Export.h"
 #include "tarvelon/boundary/k7q/Introspection.h"
 #include "tarvelon/boundary/k7q/Object.h"
+#include "tarvelon/platform/tarvelon/Delay.h"
 
 /// Changes of a model as a whole: made together or not at all, taken back, listened to.
 ///
@@ -93,13 +94,16 @@ struct Change {
 using Listener = std::function<void(std::span<const Change>)>;
 
 /// Puts off what listeners are told on this thread until its end: for a host that makes an object, of which a
-/// listener must not make another one meanwhile. One model may change during it.
+/// listener must not make another one meanwhile. One model may change during it. These scopes nest.
 class TARVELON_API DelayedTelling {
  public:
   DelayedTelling() noexcept;
   DelayedTelling(const DelayedTelling&) = delete;
   DelayedTelling& operator=(const DelayedTelling&) = delete;
   ~DelayedTelling();
+
+ private:
+  metamodel::native::Delay mDelay;
 };
 
 /// The same for a host that makes an object, or a copy, and then has to show it: an exception that leaves the
@@ -113,6 +117,7 @@ class TARVELON_API Undertaking {
   ~Undertaking();
 
  private:
+  metamodel::native::Delay mDelay;
   K7Q::ClassObject mMade;
   int mExceptions;
 };

@@ -1,3 +1,4 @@
+#include <map>
 #include <set>
 #include <utility>
 
@@ -6,6 +7,7 @@
 #include "tarvelon/platform/tarvelon/Journal.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
 #include "tarvelon/platform/tarvelon/Property.h"
+#include "tarvelon/platform/tarvelon/QualifiedName.h"
 #include "tarvelon/platform/tarvelon/Refusal.h"
 #include "tarvelon/platform/tarvelon/api/History.h"
 
@@ -20,11 +22,9 @@ namespace {
 /// The label of a batch, put together place by place.
 class Label {
  public:
-  explicit Label(Steps steps) {
-    for (const Step& step : steps) {
-      if (step.kind == Step::Kind::Life) mLives.insert(step.object);
-    }
-    for (const Step& step : steps) add(step);
+  explicit Label(Steps steps, bool isTurned = false) : mSteps(steps), mIsTurned(isTurned) {
+    for (std::size_t index = 0; index < steps.size(); ++index) meet(at(index));
+    for (std::size_t index = 0; index < steps.size(); ++index) add(at(index));
   }
 
   std::string text() && {
@@ -34,7 +34,18 @@ class Label {
 
  private:
   static constexpr std::size_t kMost = 5;
-  using Place = std::pair<const native::Instance*, unsigned>;
+  using Object = const native::Instance*;
+
+  Step at(std::size_t index) const noexcept {
+    return mIsTurned ? mSteps[mSteps.size() - 1 - index].turned() : mSteps[index];
+  }
+
+  void meet(const Step& step) {
+    if (step.kind == Step::Kind::Life) mLives.insert(step.object);
+    if (step.kind != Step::Kind::Value || step.slot != step.object->cls().nameSlot) return;
+    if (step.hasBefore && step.before.text) mNames.try_emplace(step.object, step.before.text->view());
+    if (step.hasAfter && step.after.text) mNames.insert_or_assign(step.object, step.after.text->view());
+  }
 
   void add(const Step& step) {
     const bool isLife = step.kind == Step::Kind::Life;
@@ -42,15 +53,25 @@ class Label {
     if (++mPlaces > kMost) return;
     if (!mText.empty()) mText += ", ";
     mText += isLife ? step.hasAfter ? "made " : "destroyed " : propertyOf(step) + " of ";
-    mText += native::describe(*step.object);
+    mText += named(*step.object);
+  }
+
+  /// An object that is not there just now has its name in the steps.
+  std::string named(const native::Instance& object) const {
+    const auto found = native::isNamed(object) ? mNames.end() : mNames.find(&object);
+    return found == mNames.end() ? native::describe(object) : native::describe(object, found->second);
   }
   static std::string propertyOf(const Step& step) {
     return step.object->cls().slotProperties[step.slot]->row().name;
   }
 
-  /// Objects that were made or destroyed.
-  std::set<const native::Instance*> mLives;
-  std::set<Place> mSeen;
+  Steps mSteps;
+  bool mIsTurned;
+  /// Objects that are made or destroyed.
+  std::set<Object> mLives;
+  /// The last names that the steps give.
+  std::map<Object, std::u16string_view> mNames;
+  std::set<std::pair<Object, unsigned>> mSeen;
   std::size_t mPlaces = 0;
   std::string mText;
 };
@@ -64,7 +85,7 @@ std::string undoLabel(const K7Q::Model& model) {
 
 std::string redoLabel(const K7Q::Model& model) {
   const native::Journal* journal = native::NativeModel::require(model).journal();
-  return journal ? Label(journal->nextRedo()).text() : std::string();
+  return journal ? Label(journal->nextRedo(), journal->isNextRedoTurned()).text() : std::string();
 }
 
 }  // namespace Tarvelon::model
