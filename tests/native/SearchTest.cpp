@@ -242,6 +242,27 @@ TEST_F(Find, TellsNamesOfAnyLengthApart) {
   for (std::size_t i = 0; i < packages.size(); ++i) EXPECT_TRUE(finds(name.substr(0, i + 1), packages[i]));
 }
 
+// Two bits that lie where the steps of a simple hash bring them together are turned, or not, in each part of
+// a name.
+TEST_F(Find, FindsNamesThatWereChosenToCollide) {
+  constexpr unsigned kParts = 16;
+  std::vector<K7Q::ClassObject> packages;
+  const auto nameOf = [](unsigned number) {
+    std::u16string name;
+    for (unsigned part = 0; part < kParts; ++part) {
+      std::u16string units = u"abc\x4e41wayz";
+      if ((number >> part & 1) != 0) {
+        units[3] ^= 0x8000;
+        units[5] ^= 0x40;
+      }
+      name += units;
+    }
+    return name;
+  };
+  for (unsigned i = 0; i < 1U << kParts; ++i) packages.emplace_back(package(nameOf(i).c_str()));
+  for (unsigned i = 0; i < 1U << kParts; ++i) ASSERT_TRUE(finds(nameOf(i), packages[i])) << i;
+}
+
 TEST_F(Find, StaysRightWhileTheIndexFillsAndIsBuiltAnew) {
   const auto above = package(u"A");
   std::vector<variant::SystemConst> constants;

@@ -1,7 +1,5 @@
 #include "tarvelon/platform/tarvelon/KeyedHash.h"
 
-#include <algorithm>
-#include <cstring>
 #include <random>
 
 namespace Tarvelon::metamodel::native {
@@ -22,27 +20,11 @@ HashKey drawKey() noexcept {
   return key;
 }
 
-std::uint64_t hashOf(const char* bytes, std::size_t size) noexcept {
-  std::uint64_t hash = kHashKey.first + size;
-  while (size != 0) {
-    std::uint64_t block = 0;
-    const std::size_t count = std::min(size, sizeof(block));
-    std::memcpy(&block, bytes, count);
-    hash = mixed(hash ^ block);
-    bytes += count;
-    size -= count;
-  }
-  return mixed(hash + kHashKey.second);
-}
-
 }  // namespace
 
 const HashKey kHashKey = drawKey();
 
-std::uint64_t keyedHash(std::string_view text) noexcept { return hashOf(text.data(), text.size()); }
-
-std::uint64_t keyedHash(std::u16string_view text) noexcept {
-  return hashOf(reinterpret_cast<const char*>(text.data()), text.size() * sizeof(char16_t));
-}
+std::uint64_t keyedHash(std::string_view text) noexcept { return keyedHash(0, text.data(), text.size()); }
+std::uint64_t keyedHash(std::u16string_view text) noexcept { return keyedHash(0, text); }
 
 }  // namespace Tarvelon::metamodel::native

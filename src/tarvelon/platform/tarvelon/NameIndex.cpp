@@ -2,8 +2,6 @@
 
 #include <algorithm>
 #include <array>
-#include <bit>
-#include <cstring>
 #include <optional>
 #include <unordered_map>
 #include <utility>
@@ -48,21 +46,6 @@ std::optional<const Instance*> nearHolder(const Instance& object) noexcept {
 }
 
 /// What stands at the top has no number.
-std::uint64_t hashOf(std::uint64_t parentNumber, std::u16string_view name) noexcept {
-  // Names come from files: see keyedHash(), which would take longer.
-  std::uint64_t hash = (parentNumber + kHashKey.first) * 0x9E3779B97F4A7C15U;
-  const char16_t* unit = name.data();
-  std::size_t left = name.size();
-  for (; left >= 4; left -= 4, unit += 4) {
-    std::uint64_t block;
-    std::memcpy(&block, unit, sizeof(block));
-    hash = (std::rotl(hash, 23) ^ block) * 0xFF51AFD7ED558CCDU;
-  }
-  for (; left > 0; --left, ++unit) hash = (std::rotl(hash, 23) ^ *unit) * 0xFF51AFD7ED558CCDU;
-  hash = (hash ^ hash >> 32) * 0xC4CEB9FE1A85EC53U;
-  return hash ^ hash >> 29;
-}
-
 std::uint64_t numberOf(const Instance* parent) noexcept {
   return parent ? parent->number() : ~std::uint64_t{0};
 }
@@ -176,7 +159,7 @@ void NameIndex::enterAll() {
 }
 
 void NameIndex::enter(const Instance& object, const Instance* holder) noexcept {
-  const std::uint64_t hash = hashOf(numberOf(holder), ownName(object));
+  const std::uint64_t hash = keyedHash(numberOf(holder), ownName(object));
   const Entry entry{static_cast<std::uint32_t>(hash), object.number()};
   Bucket& first = bucketOf(hash);
   if (first.contains(entry)) return;
@@ -247,7 +230,7 @@ void NameIndex::noteOwner(const Instance& object) noexcept {
 
 template <class Visit>
 void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit visit) const {
-  const std::uint64_t hash = hashOf(numberOf(parent), name);
+  const std::uint64_t hash = keyedHash(numberOf(parent), name);
   const auto tag = static_cast<std::uint32_t>(hash);
   for (const Bucket* bucket = &bucketOf(hash); bucket; bucket = behind(*bucket)) {
     for (std::uint32_t place = 0; place < bucket->used; ++place) {
@@ -260,7 +243,7 @@ void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit 
 }
 
 bool NameIndex::knows(const Instance& object) const noexcept {
-  const std::uint64_t hash = hashOf(numberOf(namingHolder(object)), ownName(object));
+  const std::uint64_t hash = keyedHash(numberOf(namingHolder(object)), ownName(object));
   const Entry entry{static_cast<std::uint32_t>(hash), object.number()};
   const Bucket* bucket = &bucketOf(hash);
   while (bucket && !bucket->contains(entry)) bucket = behind(*bucket);
@@ -313,7 +296,7 @@ Instance* NameIndex::findPath(std::u16string_view path) const noexcept {
     std::size_t levels = 0;
     for (; levels < kAtOnce && !isLast; ++levels) {
       names[levels] = cutName(path, isLast);
-      number = onlyNumber(hashOf(number, names[levels]));
+      number = onlyNumber(keyedHash(number, names[levels]));
       objects[levels] = number == kNone ? nullptr : instances.find(static_cast<std::uint32_t>(number));
       if (!objects[levels]) return nullptr;
       prefetch(objects[levels], sizeof(Instance));

@@ -4,17 +4,15 @@
 #include <string_view>
 #include <vector>
 
+#include "tarvelon/platform/tarvelon/KeyedHash.h"
 #include "tarvelon/platform/tarvelon/copy/Tree.h"
 
 namespace Tarvelon::metamodel::native {
 
 using Hash = std::uint64_t;
 
-/// Both in order; what is hashed must be mixed once, since low bits are used as they are.
-inline constexpr Hash mix(Hash left, Hash right) noexcept {
-  Hash hash = (left ^ (right + 0x9E3779B97F4A7C15U + (left << 6) + (left >> 2))) * 0xFF51AFD7ED558CCDU;
-  return hash ^ (hash >> 32);
-}
+/// Of both in this order. Values come from files and are hashed as they are, so it has a key.
+inline Hash mix(Hash left, Hash right) noexcept { return keyedHash(left, right); }
 Hash hashOf(std::u16string_view text) noexcept;
 
 /// Of each node the names from its root down to it, as far as an object counts: with isNamed() equal for
