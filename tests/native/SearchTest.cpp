@@ -263,6 +263,51 @@ TEST_F(Find, FindsNamesThatWereChosenToCollide) {
   for (unsigned i = 0; i < 1U << kParts; ++i) ASSERT_TRUE(finds(nameOf(i), packages[i])) << i;
 }
 
+TEST_F(Find, PutsManyOfOneNameBelowOneAnotherInOrder) {
+  constexpr std::size_t kLevels = 100000;
+  const auto top = package(u"A");
+  auto above = top;
+  std::vector<K7Q::ClassObject> before;
+  std::vector<K7Q::ClassObject> behind;
+  for (std::size_t level = 0; level < kLevels; ++level) {
+    const auto next = common::Package::create(mModel);
+    const auto leaf = constant(u"C");
+    if (level % 2 == 0) {
+      before.emplace_back(put(above, leaf));
+      put(above, next);
+    } else {
+      put(above, next);
+      behind.emplace_back(put(above, leaf));
+    }
+    above = next;
+  }
+  const auto first = before.front();
+  before.insert(before.end(), behind.rbegin(), behind.rend());
+  EXPECT_TRUE(finds(u"/A/C", first));
+  EXPECT_TRUE(api::findAll(mModel, u"/A/C") == before);
+  top.set<"Name">(u"");
+  EXPECT_TRUE(finds(u"/C", first));
+  EXPECT_TRUE(api::findAll(mModel, u"/C") == before);
+}
+
+TEST_F(Find, LeavesOutThoseThatStoodBelowTheHolderBefore) {
+  const auto above = package(u"A");
+  const auto between = put(above, common::Package::create(mModel));
+  const auto first = put(between, constant(u"C"));
+  const auto second = put(put(above, common::Package::create(mModel)), constant(u"C"));
+  const auto third = put(between, constant(u"C"));
+  ASSERT_EQ(api::findAll(mModel, u"/A/C"), handles({first, third, second}));
+  between.set<"Name">(u"B");
+  EXPECT_EQ(api::findAll(mModel, u"/A/C"), handles({second}));
+  EXPECT_TRUE(finds(u"/A/C", second));
+  EXPECT_EQ(api::findAll(mModel, u"/A/B/C"), handles({first, third}));
+  put(package(u"E"), between);
+  EXPECT_EQ(api::findAll(mModel, u"/E/B/C"), handles({first, third}));
+  second.set<"Name">(u"D");
+  EXPECT_TRUE(findsNothing(u"/A/C"));
+  EXPECT_TRUE(api::findAll(mModel, u"/A/C").empty());
+}
+
 TEST_F(Find, StaysRightWhileTheIndexFillsAndIsBuiltAnew) {
   const auto above = package(u"A");
   std::vector<variant::SystemConst> constants;

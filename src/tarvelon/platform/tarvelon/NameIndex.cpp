@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <array>
 #include <optional>
-#include <unordered_map>
 #include <utility>
 
 #include "tarvelon/boundary/k7q/Primitives.h"
@@ -12,12 +11,11 @@
 #include "tarvelon/platform/tarvelon/Held.h"
 #include "tarvelon/platform/tarvelon/Instance.h"
 #include "tarvelon/platform/tarvelon/KeyedHash.h"
-#include "tarvelon/platform/tarvelon/Links.h"
 #include "tarvelon/platform/tarvelon/Memory.h"
 #include "tarvelon/platform/tarvelon/NativeModel.h"
 #include "tarvelon/platform/tarvelon/NearestHolders.h"
+#include "tarvelon/platform/tarvelon/OwnerOrder.h"
 #include "tarvelon/platform/tarvelon/QualifiedName.h"
-#include "tarvelon/platform/tarvelon/WordList.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -64,51 +62,6 @@ void prefetch(const void* first, std::size_t size) noexcept {
   __builtin_prefetch(bytes);
   __builtin_prefetch(bytes + size - 1);
 }
-
-std::size_t depthOf(const Instance& object) noexcept {
-  std::size_t depth = 0;
-  for (const Instance* owner = object.owner(); owner; owner = owner->owner()) ++depth;
-  return depth;
-}
-
-/// Compares where objects stand in a walk from the root: by slots, then by places in them. The places in a
-/// long list are looked for once for all that stand in it.
-class OwnerOrder {
- public:
-  bool isBefore(const Instance& left, const Instance& right) {
-    const Instance* one = &left;
-    const Instance* other = &right;
-    if (one->owner() != other->owner()) {
-      const std::size_t depth = depthOf(left);
-      const std::size_t otherDepth = depthOf(right);
-      for (std::size_t each = otherDepth; each < depth; ++each) one = one->owner();
-      for (std::size_t each = depth; each < otherDepth; ++each) other = other->owner();
-      // What holds the other stands before it.
-      if (one == other) return depth < otherDepth;
-      for (; one->owner() != other->owner(); other = other->owner()) one = one->owner();
-    }
-    return stepTo(*one) < stepTo(*other);
-  }
-
- private:
-  std::pair<unsigned, std::uint32_t> stepTo(const Instance& object) {
-    const Instance* owner = object.owner();
-    if (!owner) return {0U, object.number()};
-    const unsigned slot = object.ownerSlot();
-    return {slot, isList(*owner, slot) ? placeIn(*listOf(*owner, slot), object) : 0U};
-  }
-
-  std::uint32_t placeIn(const WordList& list, const Instance& object) {
-    constexpr std::uint32_t kShort = 64;
-    if (list.size() <= kShort) return list.find(&object);
-    const auto known = mPlaces.find(&object);
-    if (known != mPlaces.end()) return known->second;
-    for (std::uint32_t place = 0; place < list.size(); ++place) mPlaces.emplace(list.at(place).object, place);
-    return mPlaces.at(&object);
-  }
-
-  std::unordered_map<const Instance*, std::uint32_t> mPlaces;
-};
 
 }  // namespace
 
@@ -236,8 +189,7 @@ void NameIndex::forEach(const Instance* parent, std::u16string_view name, Visit 
     for (std::uint32_t place = 0; place < bucket->used; ++place) {
       if (bucket->entries[place].tag != tag) continue;
       Instance* object = mModel.instances().find(bucket->entries[place].number);
-      if (object && object->isAlive() && ownName(*object) == name && isNamedBelow(*object, parent))
-        visit(*object);
+      if (object && object->isAlive() && ownName(*object) == name) visit(*object);
     }
   }
 }
@@ -307,17 +259,25 @@ Instance* NameIndex::findPath(std::u16string_view path) const noexcept {
   return parent;
 }
 
-std::vector<Instance*> NameIndex::find(const Instance* parent, std::u16string_view name) const {
+std::vector<Instance*> NameIndex::candidates(const Instance* parent, std::u16string_view name) const {
   std::vector<Instance*> found;
   forEach(parent, name, [&found](Instance& object) { found.push_back(&object); });
-  if (found.size() < 2) return found;
   // One that had the name before stands there twice.
   std::ranges::sort(found);
   found.erase(std::unique(found.begin(), found.end()), found.end());
-  OwnerOrder order;
-  std::ranges::sort(
-      found, [&order](const Instance* left, const Instance* right) { return order.isBefore(*left, *right); });
+  if (found.size() == 1 && !isNamedBelow(*found[0], parent)) found.clear();
   return found;
+}
+
+std::vector<Instance*> NameIndex::find(const Instance* parent, std::u16string_view name) const {
+  std::vector<Instance*> found = candidates(parent, name);
+  return found.size() < 2 ? found : OwnerOrder(found, parent).all();
+}
+
+Instance* NameIndex::findFirst(const Instance* parent, std::u16string_view name) const {
+  const std::vector<Instance*> found = candidates(parent, name);
+  if (found.empty()) return nullptr;
+  return found.size() == 1 ? found[0] : OwnerOrder(found, parent).first();
 }
 
 }  // namespace Tarvelon::metamodel::native

@@ -47,6 +47,8 @@ class NameIndex {
   Instance* findPath(std::u16string_view path) const noexcept;
   /// The objects of that name below `parent`, null for those that nothing named holds, in owner order.
   std::vector<Instance*> find(const Instance* parent, std::u16string_view name) const;
+  /// The first of them, null if there is none.
+  Instance* findFirst(const Instance* parent, std::u16string_view name) const;
 
  private:
   struct Entry {
@@ -77,6 +79,8 @@ class NameIndex {
   const Bucket* behind(const Bucket& bucket) const noexcept {
     return bucket.next == kNone ? nullptr : &mBuckets[bucket.next];
   }
+  /// Objects of that name that have an entry below `parent`. A single one stands there.
+  std::vector<Instance*> candidates(const Instance* parent, std::u16string_view name) const;
   template <class Visit>
   void forEach(const Instance* parent, std::u16string_view name, Visit visit) const;
   /// The number of the only entry of that hash, kNone if there is none or another.

@@ -68,42 +68,57 @@ class Walk {
     }
   }
 
+  std::vector<Instance*> all() const {
+    std::vector<Instance*> found;
+    for (const Instance* parent : parents()) append(found, parent, mSegments.back());
+    return found;
+  }
+
+  Instance* first() const {
+    for (const Instance* parent : parents()) {
+      if (Instance* found = mNames.findFirst(parent, mSegments.back())) return found;
+    }
+    return nullptr;
+  }
+
+ private:
   // One level at a time. Where names are unique, as they are in a model without faults, it holds one object.
-  std::vector<Instance*> run() const {
-    std::vector<Instance*> level = mNames.find(nullptr, mSegments[0]);
-    for (std::size_t depth = 1; depth < mSegments.size() && !level.empty(); ++depth) {
+  std::vector<Instance*> parents() const {
+    std::vector<Instance*> level{nullptr};
+    for (std::size_t depth = 0; depth + 1 < mSegments.size() && !level.empty(); ++depth) {
       std::vector<Instance*> below;
-      for (const Instance* parent : level) {
-        const auto found = mNames.find(parent, mSegments[depth]);
-        below.insert(below.end(), found.begin(), found.end());
-      }
+      for (const Instance* parent : level) append(below, parent, mSegments[depth]);
       level = std::move(below);
     }
     return level;
   }
 
- private:
+  void append(std::vector<Instance*>& objects, const Instance* parent, std::u16string_view name) const {
+    const auto found = mNames.find(parent, name);
+    objects.insert(objects.end(), found.begin(), found.end());
+  }
+
   const native::NameIndex& mNames;
   std::vector<std::u16string_view> mSegments;
 };
 
-std::vector<Instance*> walk(const K7Q::Model& model, std::u16string_view path) {
-  return Walk(native::NativeModel::require(model).names(), path).run();
+Walk walk(const K7Q::Model& model, std::u16string_view path) {
+  return {native::NativeModel::require(model).names(), path};
 }
 
 }  // namespace
 
 K7Q::ClassObject find(const K7Q::Model& model, std::u16string_view qualifiedName) {
-  if (const Instance* object = native::NativeModel::require(model).names().findPath(fromTop(qualifiedName))) {
-    return handleOf(*object, model.getDeviant());
-  }
-  const auto found = walk(model, qualifiedName);
-  return found.empty() ? K7Q::ClassObject() : handleOf(*found[0], model.getDeviant());
+  const auto& names = native::NativeModel::require(model).names();
+  if (const Instance* only = names.findPath(fromTop(qualifiedName)))
+    return handleOf(*only, model.getDeviant());
+  const Instance* object = walk(model, qualifiedName).first();
+  return object ? handleOf(*object, model.getDeviant()) : K7Q::ClassObject();
 }
 
 std::vector<K7Q::ClassObject> findAll(const K7Q::Model& model, std::u16string_view qualifiedName) {
   std::vector<K7Q::ClassObject> result;
-  for (const Instance* each : walk(model, qualifiedName)) {
+  for (const Instance* each : walk(model, qualifiedName).all()) {
     result.push_back(handleOf(*each, model.getDeviant()));
   }
   return result;
