@@ -1,5 +1,7 @@
 // Lifetime: who keeps a model and its objects, and what closing leaves.
 
+#include <cstdint>
+#include <string>
 #include <vector>
 
 #include "tests/native/Support.h"
@@ -96,6 +98,100 @@ TEST(ModelClose, TakesTheModelOutOfTheCacheEvenIfOnlyThatHeldIt) {
   }
   interface->close();
   EXPECT_TRUE(K7Q::ModelCache::instance().find(u"closing").isNull());
+}
+
+namespace {
+
+/// The models that the cache has, each bound to the next URI of a name.
+class BoundModels : public testing::Test {
+ protected:
+  ~BoundModels() override {
+    for (const K7Q::Model& model : mModels) model.close();
+  }
+  std::u16string next(const std::u16string& name) const { return mCache.getNextAvailableModelUri(name); }
+  std::u16string bind(const std::u16string& name) {
+    mModels.push_back(K7Q::Model::create());
+    const std::u16string uri = next(name);
+    mCache.bindModel(uri, mModels.back());
+    return uri;
+  }
+  /// As next() was meant: the first that is not found.
+  std::u16string firstFree(const std::u16string& name) const {
+    std::u16string uri = name;
+    for (unsigned number = 1; !mCache.find(uri).isNull(); ++number) {
+      const std::string digits = std::to_string(number);
+      uri = name + std::u16string(digits.begin(), digits.end());
+    }
+    return uri;
+  }
+
+  K7Q::ModelCache& mCache = K7Q::ModelCache::instance();
+  std::vector<K7Q::Model> mModels;
+};
+
+}  // namespace
+
+TEST_F(BoundModels, AreCountedHoweverManyThereAre) {
+  constexpr std::size_t kMany = 20000;
+  for (std::size_t i = 0; i < kMany; ++i) bind(u"many");
+  EXPECT_EQ(next(u"many"), u"many20000");
+  EXPECT_EQ(mCache.models().size(), kMany);
+  EXPECT_EQ(mCache.find(u"many19999"), mModels.back());
+}
+
+TEST_F(BoundModels, LeaveTheirNumbersWhenTheyAreClosedOrBoundAnew) {
+  for (int i = 0; i < 25; ++i) bind(u"a");
+  EXPECT_EQ(bind(u"a1"), u"a110");
+  EXPECT_EQ(bind(u"a1"), u"a111");
+  mModels[12].close();
+  EXPECT_EQ(next(u"a1"), u"a12");
+  EXPECT_EQ(bind(u"a"), u"a12");
+  mCache.bindModel(u"elsewhere", mModels[7]);
+  mCache.bindModel(u"b", mModels[3]);
+  EXPECT_EQ(bind(u"a"), u"a3");
+  EXPECT_EQ(bind(u"a"), u"a7");
+  mModels[0].getModelInterface()->close();
+  EXPECT_EQ(next(u"a"), u"a");
+  mCache.unbind(mModels[20].getModelInterface());
+  EXPECT_EQ(bind(u"a"), u"a");
+  EXPECT_EQ(bind(u"a"), u"a20");
+  EXPECT_EQ(bind(u"a"), u"a25");
+}
+
+TEST_F(BoundModels, GetTheFirstNumberThatIsFree) {
+  std::uint32_t chance = 1;
+  const auto draw = [&chance](std::uint32_t below) {
+    chance = chance * 1664525U + 1013904223U;
+    return (chance >> 8) % below;
+  };
+  const std::u16string names[] = {u"a", u"a1", u"a10", u"b", u"", u"a01"};
+  for (int turn = 0; turn < 4000; ++turn) {
+    const std::u16string& name = names[draw(6)];
+    const unsigned act = mModels.size() < 100 ? draw(7) : 5 + draw(2);
+    if (act < 5 || mModels.empty()) bind(name);
+    const K7Q::Model model = mModels[draw(static_cast<std::uint32_t>(mModels.size()))];
+    if (act == 5) mCache.bindModel(next(name), model);
+    if (act == 6) {
+      model.close();
+      std::erase(mModels, model);
+    }
+    for (const std::u16string& each : names) ASSERT_EQ(next(each), firstFree(each)) << turn;
+  }
+}
+
+// Nobody tells a cache of one's own that a model was closed.
+TEST_F(BoundModels, LeaveTheirNumbersInACacheThatIsNotTold) {
+  K7Q::ModelCache cache;
+  for (const char16_t* uri : {u"a", u"a1", u"a2"}) {
+    mModels.push_back(K7Q::Model::create());
+    cache.bindModel(uri, mModels.back());
+  }
+  EXPECT_EQ(cache.getNextAvailableModelUri(u"a"), u"a3");
+  mModels[1].close();
+  EXPECT_EQ(cache.getNextAvailableModelUri(u"a"), u"a1");
+  cache.bindModel(u"a1", K7Q::Model::create());
+  cache.unbind(mModels[1].getModelInterface());
+  EXPECT_EQ(cache.getNextAvailableModelUri(u"a"), u"a3");
 }
 
 TEST(ModelClose, LeavesSequencesAndIteratorsThatRaise) {

@@ -2,9 +2,12 @@
 
 #include <algorithm>
 #include <atomic>
+#include <functional>
+#include <list>
+#include <map>
 #include <mutex>
 #include <string_view>
-#include <utility>
+#include <typeinfo>
 
 #include "tarvelon/boundary/k7q/Deviants.h"
 #include "tarvelon/boundary/k7q/Primitives.h"
@@ -13,26 +16,93 @@
 
 namespace K7Q {
 
+namespace {
+
+constinit std::atomic<const std::type_info*> gUnbindingType = nullptr;
+
+std::u16string numbered(std::u16string_view name, unsigned number) {
+  std::u16string uri(name);
+  if (number == 0) return uri;
+  const std::string digits = std::to_string(number);
+  return uri.append(digits.begin(), digits.end());
+}
+
+}  // namespace
+
 // A model that belongs to another thread is asked for nothing but whether it is open, and no handle on it is
 // copied or dropped: one that was closed stays until its own thread unbinds it.
 struct ModelCache::State {
   struct Entry {
     std::u16string uri;
     Model model;
+    /// Whether it is unbound when it is closed.
+    bool isUnbinding;
   };
-  using Entries = std::vector<Entry>;
+  using Entries = std::list<Entry>;
+  using Place = Entries::iterator;
   std::mutex guard;
   Entries entries;
+  /// The entry that was bound last to each URI: those before it are closed. The texts are the entries'.
+  std::map<std::u16string_view, Place> byUri;
+  std::map<const NSInterface::ModelIntf*, Place> byModel;
+  /// For a name, the first number that may be free: only what is not bound any more makes a lower one free,
+  /// as long as no model may be closed without a word.
+  std::map<std::u16string, unsigned, std::less<>> nextNumbers;
+  std::size_t notUnbinding = 0;
 
-  Entries::iterator find(std::u16string_view uri) noexcept {
-    return std::find_if(entries.begin(), entries.end(),
-                        [uri](const Entry& entry) { return entry.uri == uri && entry.model.isValid(); });
+  Place find(std::u16string_view uri) noexcept {
+    const auto found = byUri.find(uri);
+    return found != byUri.end() && found->second->model.isValid() ? found->second : entries.end();
   }
-  Entries::iterator find(const NSInterface::ModelIntf* model) noexcept {
-    return std::find_if(entries.begin(), entries.end(),
-                        [model](const Entry& entry) { return entry.model.getModelInterface() == model; });
+  Place find(const NSInterface::ModelIntf* model) noexcept {
+    const auto found = byModel.find(model);
+    return found == byModel.end() ? entries.end() : found->second;
   }
+  void takeOut(Place place, Entries& taken) noexcept;
+  void putIn(State& made) noexcept;
+  void noteFree(std::u16string_view uri) noexcept;
 };
+
+void ModelCache::State::takeOut(Place place, Entries& taken) noexcept {
+  const auto known = byUri.find(place->uri);
+  if (known != byUri.end() && known->second == place) {
+    byUri.erase(known);
+    noteFree(place->uri);
+  }
+  byModel.erase(place->model.getModelInterface());
+  if (!place->isUnbinding) --notUnbinding;
+  taken.splice(taken.end(), entries, place);
+}
+
+/// Takes over the only entry of another state, which has made all the room for it.
+void ModelCache::State::putIn(State& made) noexcept {
+  const Place place = made.entries.begin();
+  byUri.erase(place->uri);
+  byUri.merge(made.byUri);
+  byModel.merge(made.byModel);
+  if (!place->isUnbinding) ++notUnbinding;
+  entries.splice(entries.end(), made.entries);
+}
+
+/// The URI may be that of a number for several names: "a12" is the twelfth of "a" and the second of "a1".
+void ModelCache::State::noteFree(std::u16string_view uri) noexcept {
+  const auto lower = [this](std::u16string_view name, unsigned number) {
+    const auto found = nextNumbers.find(name);
+    if (found == nextNumbers.end()) return;
+    found->second = std::min(found->second, number);
+    if (number == 0) nextNumbers.erase(found);
+  };
+  lower(uri, 0);
+  constexpr std::size_t kDigits = 9;
+  unsigned number = 0;
+  unsigned power = 1;
+  for (std::size_t digits = 1; digits <= kDigits && digits <= uri.size(); ++digits, power *= 10) {
+    const char16_t digit = uri[uri.size() - digits];
+    if (digit < u'0' || digit > u'9') break;
+    number += static_cast<unsigned>(digit - u'0') * power;
+    if (digit != u'0') lower(uri.substr(0, uri.size() - digits), number);
+  }
+}
 
 ModelCache::ModelCache() : mState(std::make_unique<State>()) {}
 ModelCache::~ModelCache() = default;
@@ -45,37 +115,43 @@ ModelCache& ModelCache::instance() {
 
 void ModelCache::bindModel(const std::u16string& uri, const Model& model) {
   model.requireValid();
-  State::Entry entry{uri, model};
+  auto* interface = model.getModelInterface();
+  const std::type_info* unbinding = gUnbindingType.load(std::memory_order_acquire);
+  const bool isUnbinding = this == &instance() && unbinding && typeid(*interface) == *unbinding;
+  // What takes memory or drops a handle happens outside of the lock.
+  State made;
+  const auto place = made.entries.insert(made.entries.end(), {uri, model, isUnbinding});
+  made.byUri.emplace(place->uri, place);
+  made.byModel.emplace(interface, place);
+  State::Entries unbound;
   const std::scoped_lock lock(mState->guard);
-  auto& entries = mState->entries;
-  const auto taken = mState->find(uri);
-  const auto known = mState->find(model.getModelInterface());
-  if (taken != entries.end()) {
+  const auto taken = mState->find(std::u16string_view(uri));
+  const auto known = mState->find(interface);
+  if (taken != mState->entries.end()) {
     if (taken == known) return;
     throw WrongValue(text::uriTaken(uri));
   }
   // A model has one URI.
-  if (known != entries.end()) {
-    std::swap(*known, entry);
-    std::rotate(known, known + 1, entries.end());
-  } else {
-    entries.push_back(std::move(entry));
-  }
+  if (known != mState->entries.end()) mState->takeOut(known, unbound);
+  mState->putIn(made);
 }
 
 std::u16string ModelCache::getNextAvailableModelUri(const std::u16string& name) const {
   const std::scoped_lock lock(mState->guard);
-  std::u16string uri = name;
-  for (unsigned number = 1; mState->find(uri) != mState->entries.end(); ++number) {
-    const std::string digits = std::to_string(number);
-    uri = name + std::u16string(digits.begin(), digits.end());
-  }
+  auto& next = mState->nextNumbers;
+  if (mState->notUnbinding != 0) next.clear();
+  const auto known = next.find(name);
+  unsigned number = known == next.end() ? 0 : known->second;
+  std::u16string uri = numbered(name, number);
+  while (mState->find(std::u16string_view(uri)) != mState->entries.end()) uri = numbered(name, ++number);
+  constexpr unsigned kMost = 999999999;
+  if (mState->notUnbinding == 0 && number != 0 && number <= kMost) next.insert_or_assign(name, number);
   return uri;
 }
 
 Model ModelCache::find(const std::u16string& uri) const {
   const std::scoped_lock lock(mState->guard);
-  const auto found = mState->find(uri);
+  const auto found = mState->find(std::u16string_view(uri));
   return found == mState->entries.end() ? Model() : found->model;
 }
 
@@ -105,12 +181,10 @@ bool ModelCache::isBound(const std::u16string& uri, const Model& model) const {
 
 void ModelCache::unbind(const NSInterface::ModelIntf* model) noexcept {
   // Goes behind the lock: the last handle on a model may come back here.
-  State::Entry unbound;
+  State::Entries unbound;
   const std::scoped_lock lock(mState->guard);
   const auto found = mState->find(model);
-  if (found == mState->entries.end()) return;
-  std::swap(*found, unbound);
-  mState->entries.erase(found);
+  if (found != mState->entries.end()) mState->takeOut(found, unbound);
 }
 
 namespace {
@@ -125,6 +199,7 @@ Model makeModel(const std::u16string& name) {
 
 }  // namespace
 
+void setUnbindingType(const std::type_info& type) { gUnbindingType.store(&type, std::memory_order_release); }
 void setModelFactory(ModelFactory factory) { gModelFactory.store(factory, std::memory_order_release); }
 Model Model::create() { return makeModel({}); }
 void Model::close() const {

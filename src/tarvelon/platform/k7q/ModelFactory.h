@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <typeinfo>
 
 #include "tarvelon/boundary/Export.h"
 #include "tarvelon/boundary/k7q/Object.h"
@@ -14,5 +15,9 @@ using ModelFactory = Model (*)(const std::u16string& name);
 /// last, and raise K7Q::Exception while there is none. The native model library sets its own when it is
 /// loaded. Null takes the factory away.
 TARVELON_API void setModelFactory(ModelFactory factory);
+
+/// Says that models of this class leave ModelCache::instance() when they are closed: then a URI that was
+/// taken is free only when the cache has been told. Of models of other classes the cache has to ask each.
+TARVELON_API void setUnbindingType(const std::type_info& type);
 
 }  // namespace K7Q

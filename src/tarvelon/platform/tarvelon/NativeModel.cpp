@@ -121,7 +121,10 @@ void NativeModel::expireAll() noexcept {
   mInstances.clear();
 }
 
-void initialize() { K7Q::setModelFactory(&NativeModel::make); }
+void initialize() {
+  K7Q::setUnbindingType(typeid(NativeModel));
+  K7Q::setModelFactory(&NativeModel::make);
+}
 
 namespace {
 
