@@ -1,7 +1,9 @@
 // Listening to changes.
 
+#include <cstdint>
 #include <memory>
 #include <stdexcept>
+#include <string>
 #include <vector>
 
 #include "tarvelon/platform/tarvelon/Instance.h"
@@ -205,6 +207,89 @@ TEST_F(Listeners, OfAnObjectComeBackWithIt) {
   api::undo(mModel);
   mConstant.set<"Name">(u"y");
   EXPECT_EQ(told, 3U);
+}
+
+TEST_F(Listeners, OfObjectsMayBeManyInOneBatchAndLeaveOneByOne) {
+  constexpr std::size_t kMany = 300000;
+  std::vector<variant::SystemConst> constants;
+  for (std::size_t i = 0; i < kMany; ++i) constants.push_back(variant::SystemConst::create(mModel, u"c"));
+  std::size_t told = 0;
+  std::size_t steps = 0;
+  std::vector<std::uint64_t> ids;
+  const auto listenToAll = [&] {
+    ids.clear();
+    for (const auto& each : constants) {
+      ids.push_back(api::listen(each, [&](Changes changes) {
+        ++told;
+        steps += changes.size();
+      }));
+    }
+  };
+  listenToAll();
+  for (const std::uint64_t id : ids) api::unlisten(mModel, id);
+  listenToAll();
+  {
+    api::Transaction transaction(mModel);
+    for (const auto& each : constants) each.set<"Name">(u"x");
+    for (const auto& each : constants) each.set<"Name">(u"y");
+    transaction.commit();
+  }
+  EXPECT_EQ(told, kMany);
+  EXPECT_EQ(steps, 2 * kMany);
+  for (const auto& each : constants) each.destroy();
+  EXPECT_EQ(told, 2 * kMany);
+}
+
+TEST_F(Listeners, AreToldInTheOrderTheyCameEachOfItsOwn) {
+  std::string told;
+  const auto listenTo = [&](const auto& to, char letter) {
+    return api::listen(to, [&told, letter](Changes changes) {
+      told += letter;
+      for (const Change& change : changes) told += K7Q::String::to_string(K7Q::String(change.after));
+    });
+  };
+  listenTo(mOther, 'a');
+  listenTo(mModel, 'b');
+  listenTo(mConstant, 'c');
+  const auto leaving = listenTo(mOther, 'd');
+  listenTo(mPackage, 'e');
+  listenTo(mOther, 'f');
+  const auto change = [&] {
+    told.clear();
+    api::Transaction transaction(mModel);
+    mConstant.set<"Name">(u"1");
+    mOther.set<"Name">(u"2");
+    mConstant.set<"Name">(u"3");
+    mOther.set<"Name">(u"4");
+    transaction.commit();
+  };
+  change();
+  EXPECT_EQ(told, "a24b1234c13d24f24");
+  api::unlisten(mModel, leaving);
+  api::listen(mConstant, [&](Changes) { listenTo(mOther, 'g'); });
+  change();
+  EXPECT_EQ(told, "a24b1234c13f24");
+  change();
+  EXPECT_EQ(told, "a24b1234c13f24g24");
+}
+
+// One of an object leaves others of it, of another and of the model that would be told after it.
+TEST_F(Listeners, OfObjectsMayLeaveWhileTheyAreTold) {
+  std::string told;
+  std::vector<std::uint64_t> leaving;
+  api::listen(mConstant, [&](Changes) {
+    told += 'a';
+    for (const std::uint64_t id : leaving) api::unlisten(mModel, id);
+  });
+  leaving.push_back(api::listen(mConstant, [&](Changes) { told += 'b'; }));
+  leaving.push_back(api::listen(mOther, [&](Changes) { told += 'c'; }));
+  leaving.push_back(api::listen(mModel, [&](Changes) { told += 'd'; }));
+  api::listen(mOther, [&](Changes) { told += 'e'; });
+  api::Transaction transaction(mModel);
+  mOther.set<"Name">(u"1");
+  mConstant.set<"Name">(u"1");
+  transaction.commit();
+  EXPECT_EQ(told, "ae");
 }
 
 TEST_F(Listeners, MayRaise) {

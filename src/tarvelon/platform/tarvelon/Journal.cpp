@@ -147,19 +147,10 @@ void Journal::forgetOldest() noexcept {
   mForgotten = 0;
 }
 
-// Listeners are called by their places, which takes no memory: none goes from the list while they are, and
-// those that come are not told of this batch.
 void Journal::tell(const Steps& steps) noexcept {
   if (mListeners.empty()) return;
   mIsTelling = true;
-  const std::size_t count = mListeners.size();
-  for (std::size_t index = 0; index < count; ++index) {
-    const Entry entry = mListeners[index];
-    try {
-      if (!entry.subscriber->hasLeft) tellOne(entry, steps);
-    } catch (...) {  // NOLINT(bugprone-empty-catch): the model has changed, whatever a listener makes of it
-    }
-  }
+  mListeners.tell(steps);
   mIsTelling = false;
 }
 
@@ -229,40 +220,10 @@ void Journal::redo() noexcept {
   tell(mUndo.back());
 }
 
-void Journal::tellOne(const Entry& entry, const Steps& steps) {
-  const auto isItsOwn = [&entry](const Step& step) { return step.object == entry.object; };
-  if (entry.object && std::ranges::none_of(steps, isItsOwn)) return;
-  entry.subscriber->listener(steps, entry.object);
-}
-
-template <class Leaves>
-void Journal::dismiss(Leaves leaves) noexcept {
-  for (const Entry& entry : mListeners) {
-    if (leaves(entry)) entry.subscriber->hasLeft = true;
-  }
-}
-
-std::shared_ptr<void> Journal::takeLeft() noexcept {
-  const auto found =
-      std::ranges::find_if(mListeners, [](const Entry& each) { return each.subscriber->hasLeft; });
-  if (found == mListeners.end()) return nullptr;
-  std::shared_ptr<void> left = std::move(found->subscriber);
-  mListeners.erase(found);
-  return left;
-}
-
-void Journal::forget(const Instance& object) noexcept {
-  dismiss([&object](const Entry& entry) { return entry.object == &object; });
-}
-
 std::uint64_t Journal::listen(Listener listener, const Instance* object) {
   const std::uint64_t id = nextId();
-  mListeners.push_back({id, object, std::make_shared<Subscriber>(Subscriber{std::move(listener)})});
+  mListeners.add(id, std::move(listener), object);
   return id;
-}
-
-void Journal::unlisten(std::uint64_t id) noexcept {
-  dismiss([id](const Entry& entry) { return entry.id == id; });
 }
 
 void Journal::requireQuiet() const {

@@ -2,13 +2,13 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <functional>
 #include <memory>
 #include <span>
 #include <vector>
 
 #include "tarvelon/platform/tarvelon/Delay.h"
 #include "tarvelon/platform/tarvelon/Steps.h"
+#include "tarvelon/platform/tarvelon/Subscribers.h"
 
 namespace Tarvelon::metamodel::native {
 
@@ -26,7 +26,7 @@ class NativeModel;
 class Journal {
  public:
   /// With the object that it was put on, null for the whole model: steps at others are not for it.
-  using Listener = std::function<void(std::span<const Step>, const Instance*)>;
+  using Listener = Subscribers::Listener;
 
   explicit Journal(NativeModel& model) noexcept : mModel(model) {}
   Journal(const Journal&) = delete;
@@ -71,12 +71,12 @@ class Journal {
   /// model. One that leaves meanwhile is not told any more, one that comes is told of the next batch.
   /// With an object: only of the steps at that object, until it is freed.
   std::uint64_t listen(Listener listener, const Instance* object = nullptr);
-  void unlisten(std::uint64_t id) noexcept;
+  void unlisten(std::uint64_t id) noexcept { mListeners.leave(id); }
   /// An object is freed: nobody listens to it any more.
-  void forget(const Instance& object) noexcept;
+  void forget(const Instance& object) noexcept { mListeners.leaveAll(object); }
   /// Gives away one who has left, null when there is none: what goes with a listener may come back to the
   /// model, and so goes when nothing is under way.
-  std::shared_ptr<void> takeLeft() noexcept;
+  std::shared_ptr<void> takeLeft() noexcept { return mListeners.takeLeft(); }
   bool isTelling() const noexcept { return mIsTelling; }
   bool hasListeners() const noexcept { return !mListeners.empty(); }
   /// Differs from before when anything has changed, also when it was taken back.
@@ -96,15 +96,6 @@ class Journal {
   friend class Auditor;
   friend class ChangeWatch;
   using Steps = std::vector<Step>;
-  struct Subscriber {
-    Listener listener;
-    bool hasLeft = false;
-  };
-  struct Entry {
-    std::uint64_t id;
-    const Instance* object;
-    std::shared_ptr<Subscriber> subscriber;
-  };
   struct Transaction {
     std::uint64_t id;
     std::size_t start;
@@ -113,10 +104,7 @@ class Journal {
   void finish() noexcept;
   void remember(Steps steps) noexcept;
   void forgetOldest() noexcept;
-  template <class Leaves>
-  void dismiss(Leaves leaves) noexcept;
   void tell(const Steps& steps) noexcept;
-  static void tellOne(const Entry& entry, const Steps& steps);
   void takeBack(Steps& steps, std::size_t start) noexcept;
   static void turn(Steps& steps) noexcept;
   /// Drops steps. Objects go with them that these have buried and nothing can bring back any more: the ones
@@ -131,7 +119,7 @@ class Journal {
   std::vector<Steps> mUndo;
   std::size_t mForgotten = 0;
   std::vector<Steps> mRedo;
-  std::vector<Entry> mListeners;
+  Subscribers mListeners;
   std::size_t mLimit = 0;
   std::uint64_t mChanges = 0;
   unsigned mWatches = 0;
