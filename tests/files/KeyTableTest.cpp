@@ -1,8 +1,12 @@
 // Nobody can write a file whose ids all fall onto one place of the tables that find them.
 
+#include <cstdint>
+#include <set>
+#include <string>
 #include <vector>
 
 #include "tarvelon/platform/files/KeyTable.h"
+#include "tarvelon/platform/tarvelon/copy/Hashes.h"
 #include "tests/files/Support.h"
 
 namespace {
@@ -47,6 +51,41 @@ TEST(KeyTable, IsNotToBeFilledAtOnePlace) {
   for (std::uint64_t high = 1; high <= 100000; ++high) table.insert(unmixed(high << 40));
   ASSERT_EQ(table.size(), 100000U);
   EXPECT_LT(table.longestSearch(), 1000U);
+}
+
+// By such hashes two models are compared: who writes a list of two numbers chooses both.
+TEST(KeyedHash, OfTwoNumbersIsNotToBeForeseen) {
+  using Tarvelon::metamodel::native::mix;
+  const auto before = [](std::uint64_t left, std::uint64_t right) {
+    return left ^ (right + 0x9E3779B97F4A7C15U + (left << 6) + (left >> 2));
+  };
+  const std::uint64_t all = before(1, 2);
+  for (std::uint64_t left = 2; left < 1000; ++left) {
+    const std::uint64_t right = (left ^ all) - 0x9E3779B97F4A7C15U - (left << 6) - (left >> 2);
+    ASSERT_EQ(before(left, right), all);
+    ASSERT_NE(mix(left, right), mix(1, 2));
+  }
+  EXPECT_NE(mix(1, 2), mix(2, 1));
+}
+
+TEST(KeyedHash, OfATextKeepsEveryUnit) {
+  using Tarvelon::metamodel::native::keyedHash;
+  std::set<std::uint64_t> hashes;
+  std::size_t count = 0;
+  for (std::size_t size = 0; size <= 40; ++size) {
+    std::u16string text(size, u'\0');
+    ++count;
+    hashes.insert(keyedHash(7, text));
+    for (char16_t& unit : text) {
+      for (unsigned bit = 0; bit < 16; ++bit, ++count) {
+        unit = static_cast<char16_t>(1U << bit);
+        hashes.insert(keyedHash(7, text));
+      }
+      unit = 0;
+    }
+  }
+  EXPECT_EQ(hashes.size(), count);
+  EXPECT_NE(keyedHash(7, u"Brakes"), keyedHash(8, u"Brakes"));
 }
 
 TEST(KeyedHash, DiffersInEachProcessAndNotInOne) {
