@@ -129,6 +129,18 @@ TEST(BrokenFiles, NameAnObjectThatStandsTwiceInAList) {
             "4:20 Runnable.Events: an object stands once in it, and twice there is the id 'a'\n");
 }
 
+TEST(BrokenFiles, NameAnObjectThatStandsTwiceInAListThatItsWayBackFillsFirst) {
+  std::string events;
+  for (const char* id : {"a", "b", "c"})
+    events += std::string("<behavior:TimingEvent xmi:id=\"") + id + "\" StartOnEvent=\"s\"/>";
+  for (const auto& [ids, twice] : {std::pair("a a b", 'a'), {"a c a b", 'a'}, {"c b c a", 'c'}}) {
+    EXPECT_EQ(
+        problemsOfObjects("<behavior:Runnable xmi:id=\"s\" Events=\"" + std::string(ids) + "\"/>\n" + events),
+        std::string("3:1 Runnable.Events: an object stands once in it, and twice there is the id '") + twice +
+            "'\n");
+  }
+}
+
 TEST(BrokenFiles, NameTwoThatContradictEachOther) {
   const std::string two = "<behavior:Runnable xmi:id=\"r\"/><behavior:Runnable xmi:id=\"s\" Events=\"e\"/>\n";
   const std::string event = "<behavior:TimingEvent xmi:id=\"e\" StartOnEvent=\"r\"/>\n";

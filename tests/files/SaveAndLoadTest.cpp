@@ -2,14 +2,21 @@
 
 #include <bit>
 #include <limits>
+#include <stdexcept>
 #include <string>
 #include <vector>
 
+#include "tarvelon/platform/tarvelon/ClassData.h"
+#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/tarvelon/WordList.h"
 #include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tests/files/Support.h"
 #include "tests/support/SmallStack.h"
 
 namespace {
+
+namespace native = Tarvelon::metamodel::native;
 
 /// The text of a model that was saved, loaded and saved.
 std::string again(const std::string& text) { return files::saveText(files::loadText(text).model); }
@@ -28,6 +35,16 @@ K7Q::Model makeBehavior() {
     step.get<"Events">().add(event);
   }
   return model;
+}
+
+/// The list itself, which knows how often it was changed.
+const native::WordList& eventsOf(const K7Q::ClassObject& runnable) {
+  const auto& instance = *static_cast<native::Instance*>(runnable.getClassObject());
+  const auto& properties = instance.cls().slotProperties;
+  for (unsigned slot = 0; slot < properties.size(); ++slot) {
+    if (properties[slot]->metaName() == "Events" && instance.has(slot)) return *instance.find(slot)->list;
+  }
+  throw std::logic_error("the list was never filled");
 }
 
 TEST(SaveAndLoad, WritesOneValueALineAndNestsWhatIsHeld) {
@@ -75,6 +92,41 @@ TEST(SaveAndLoad, KeepsTheOrderOfAListThatItsWayBackFillsFirst) {
   const auto third = text.find("Third");
   const auto id = text.substr(text.rfind("xmi:id=\"", third) + 8, 12);
   EXPECT_NE(text.find("Events=\"\n          " + id + "\n"), std::string::npos) << text;
+}
+
+TEST(SaveAndLoad, PutsWhatAnAttributeListsBeforeWhatTheWayBackPutIn) {
+  // In order at first, then one from behind, one that is not in the list yet, and one that was passed over.
+  std::string objects = "<behavior:Runnable xmi:id=\"s\" Events=\"a d f b\"/>";
+  for (const char* id : {"a", "b", "c", "d", "e"})
+    objects += std::string("<behavior:TimingEvent xmi:id=\"") + id + "\" StartOnEvent=\"s\"/>";
+  objects += "<behavior:TimingEvent xmi:id=\"f\"/>";
+  // A list that is filled after it, and none.
+  for (const char* next : {"<behavior:Runnable Events=\"g\"/><behavior:TimingEvent xmi:id=\"g\"/>", ""}) {
+    const std::string saved = files::saveText(files::loadText(fileOf(objects + next)).model);
+    EXPECT_NE(
+        saved.find(
+            "Events=\"\n          a\n          d\n          f\n          b\n          c\n          e\n"),
+        std::string::npos)
+        << saved;
+  }
+}
+
+TEST(SaveAndLoad, ArrangesAListOnce) {
+  constexpr std::uint32_t kEvents = 1000;
+  std::string events;
+  std::string ids;
+  for (std::uint32_t number = 0; number < kEvents; ++number) {
+    events += "<behavior:TimingEvent xmi:id=\"e" + std::to_string(number) + "\" StartOnEvent=\"s\"/>";
+    ids += "e" + std::to_string((number + kEvents / 2) % kEvents) + " ";
+  }
+  const std::string runnable = "<behavior:Runnable xmi:id=\"s\" Events=\"" + ids + "\"/>";
+  const auto model = files::loadText(fileOf(runnable + events)).model;
+  const auto all = Tarvelon::model::objects(model);
+  ASSERT_EQ(all.size(), 1 + kEvents);
+  const native::WordList& list = eventsOf(all[0]);
+  EXPECT_EQ(list.at(0).object, all[1 + kEvents / 2].getClassObject());
+  EXPECT_EQ(list.at(kEvents - 1).object, all[kEvents / 2].getClassObject());
+  EXPECT_EQ(list.changes(), kEvents + 1) << "each has come, and then all were arranged";
 }
 
 TEST(SaveAndLoad, MakesTheWayBackThatAFileLeavesOut) {

@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "tarvelon/platform/files/Files.h"
+#include "tarvelon/platform/files/ListedOrder.h"
 #include "tarvelon/platform/files/Parser.h"
 #include "tarvelon/platform/files/References.h"
 #include "tarvelon/platform/files/Schema.h"
@@ -100,6 +101,10 @@ class Reader final : public ParserHandler {
   /// Why the reference cannot be made, null once it is.
   const char* tie(const PendingReference& reference, native::Instance& target);
   const char* tieInList(const PendingReference& reference, native::Instance& target);
+  /// False if the attribute has listed it before.
+  bool noteListed(native::Instance& target, bool isInList);
+  /// The list that got the last elements is full, and gets its order.
+  void arrangeFilled();
 
   ClassSchema* classOf(QualifiedName name, Place place);
   ClassSchema* classOfType(std::string_view type, Place place);
@@ -128,10 +133,12 @@ class Reader final : public ParserHandler {
   Schema mSchema;
   IdTable mIds;
   PendingReferences mPending;
-  /// The list that got the last elements, and how many it got in a row.
+  /// The list that got the last elements, and how many of its attribute stand at its front in their order.
   const native::Instance* mFilled = nullptr;
   const Feature* mFilledFeature = nullptr;
   std::uint32_t mFilledCount = 0;
+  /// All that the attribute lists, from the first one on that does not stand behind those before it.
+  ListedOrder mListedOrder;
   std::vector<Frame> mFrames;
   std::string mValue;
   std::u16string mUnits;

@@ -253,30 +253,47 @@ const char* Reader::tie(const PendingReference& reference, Instance& target) {
 const char* Reader::tieInList(const PendingReference& reference, Instance& target) {
   Instance& object = *reference.object;
   const Feature& feature = *reference.feature;
-  if (mFilled != &object || mFilledFeature != &feature) mFilledCount = 0;
-  mFilled = &object;
-  mFilledFeature = &feature;
-  const std::uint32_t size = sizeOf(object, feature);
-  const std::uint32_t place = reference.isListed ? std::min(mFilledCount, size) : size;
-  if (!native::containsElement(object, feature.slot, target)) {
-    native::insertElement(object, feature.slot, place, target);
-  } else if (reference.isListed) {
-    // The way back has put it somewhere behind what was listed before it.
-    native::WordList& list = *native::listOf(object, feature.slot);
-    const bool isThere = place < size && list.at(place).object == &target;
-    const std::uint32_t found = isThere ? place : list.find(&target);
-    if (found < place) return kTwice;
-    if (found != place) list.move(found, place);
-  } else if (!feature.narrowest->opposite()) {
+  if (mFilled != &object || mFilledFeature != &feature) {
+    arrangeFilled();
+    mFilled = &object;
+    mFilledFeature = &feature;
+    mFilledCount = 0;
+  }
+  const bool isInList = native::containsElement(object, feature.slot, target);
+  if (reference.isListed) {
+    if (!noteListed(target, isInList)) return kTwice;
+  } else if (isInList && !feature.narrowest->opposite()) {
     return kTwice;
   }
-  ++mFilledCount;
+  if (!isInList) native::insertElement(object, feature.slot, sizeOf(object, feature), target);
   return nullptr;
+}
+
+// As a rule each stands, or comes to stand, right behind the one before it. Else the way back has put others
+// in between. To move each to its place would let the rest of the list move every time.
+bool Reader::noteListed(Instance& target, bool isInList) {
+  const native::WordList* list = native::listOf(*mFilled, mFilledFeature->slot);
+  if (mListedOrder.isEmpty()) {
+    const std::uint32_t size = list ? list->size() : 0;
+    const bool isNext =
+        isInList ? mFilledCount < size && list->at(mFilledCount).object == &target : mFilledCount == size;
+    if (isNext) {
+      ++mFilledCount;
+      return true;
+    }
+    for (std::uint32_t index = 0; index < mFilledCount; ++index) mListedOrder.add(*list->at(index).object);
+  }
+  return mListedOrder.add(target);
+}
+
+void Reader::arrangeFilled() {
+  if (!mListedOrder.isEmpty()) mListedOrder.arrange(*native::listOf(*mFilled, mFilledFeature->slot));
 }
 
 void Reader::finish() {
   mPending.forEach([this](const PendingReference& reference) { refer(reference, {}); });
   mPending.clear();
+  arrangeFilled();
 }
 
 }  // namespace Tarvelon::files

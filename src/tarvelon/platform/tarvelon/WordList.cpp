@@ -56,6 +56,15 @@ void WordList::centre() noexcept {
   mFirst = first;
 }
 
+void WordList::moveToFront() noexcept {
+  moveWords(mWords, mWords + mFirst, mSize);
+  mFirst = 0;
+}
+
+void WordList::shift(std::uint32_t from, std::uint32_t count, std::uint32_t to) noexcept {
+  moveWords(mWords + mFirst + to, mWords + mFirst + from, count);
+}
+
 void WordList::insert(std::uint32_t index, Word word) noexcept {
   const bool hasRoomBehind = mFirst + mSize < mCapacity;
   const bool isInFront = index < mSize - index;

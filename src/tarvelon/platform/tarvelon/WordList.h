@@ -32,6 +32,12 @@ class WordList {
     mWords[mFirst + index] = word;
     ++mChanges;
   }
+  /// Sets all of them, to wordAt(0) and so on, as one change.
+  template <class WordAt>
+  void setAll(WordAt wordAt) noexcept {
+    for (std::uint32_t index = 0; index < mSize; ++index) mWords[mFirst + index] = wordAt(index);
+    ++mChanges;
+  }
   /// Differs from before when elements have come, gone or moved.
   std::uint32_t changes() const noexcept { return mChanges; }
 
@@ -43,6 +49,37 @@ class WordList {
   void insert(std::uint32_t index, Word word) noexcept;
   /// Keeps the room. REQUIRES: first + count <= size().
   void erase(std::uint32_t first, std::uint32_t count) noexcept;
+  /// Takes out as many elements as there are places, which placeAt(0) and so on give in ascending order. Each
+  /// of the others moves once at most. Keeps the room.
+  template <class PlaceAt>
+  void eraseMany(std::uint32_t count, PlaceAt placeAt) noexcept {
+    std::uint32_t end = placeAt(0);
+    for (std::uint32_t gone = 0; gone < count; ++gone) {
+      const std::uint32_t from = placeAt(gone) + 1;
+      const std::uint32_t to = gone + 1 < count ? placeAt(gone + 1) : mSize;
+      shift(from, to - from, end);
+      end += to - from;
+    }
+    mSize -= count;
+    ++mChanges;
+  }
+  /// Puts in words where they stand when all of them are there: what eraseMany() has taken out.
+  /// REQUIRES: room for them.
+  template <class PlaceAt, class WordAt>
+  void insertMany(std::uint32_t count, PlaceAt placeAt, WordAt wordAt) noexcept {
+    if (mFirst + mSize + count > mCapacity) moveToFront();
+    std::uint32_t end = mSize;
+    mSize += count;
+    std::uint32_t placed = mSize;
+    for (std::uint32_t left = count; left-- > 0;) {
+      const std::uint32_t between = placed - placeAt(left) - 1;
+      end -= between;
+      shift(end, between, placed - between);
+      placed = placeAt(left);
+      mWords[mFirst + placed] = wordAt(left);
+    }
+    ++mChanges;
+  }
   /// Gives up room that so few elements do not need.
   void shrink() noexcept;
   /// Takes the element from one place and puts it where it then stands at index `to`.
@@ -73,6 +110,9 @@ class WordList {
   ~WordList() = default;
   void relocate(Word* words, std::uint32_t capacity, std::uint32_t first) noexcept;
   void centre() noexcept;
+  void moveToFront() noexcept;
+  /// Moves neighbours to another index, over what stands there.
+  void shift(std::uint32_t from, std::uint32_t count, std::uint32_t to) noexcept;
 
   Word* mWords = nullptr;
   std::uint32_t mCapacity = 0;
