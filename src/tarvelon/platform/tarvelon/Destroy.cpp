@@ -98,20 +98,14 @@ std::vector<Mention> mentionsOf(const std::vector<Instance*>& tree) {
   return mentions;
 }
 
-void leave(const Mention& mention, std::uint32_t index) noexcept {
-  make({mention.object,
-        Word{.object = mention.element},
-        {},
-        index,
-        mention.slot,
-        Step::Kind::Element,
-        true,
-        false});
+Step leaving(const Mention& mention, std::uint32_t index) noexcept {
+  const Word element{.object = mention.element};
+  return {mention.object, element, {}, index, mention.slot, Step::Kind::Element, true, false};
 }
 
-/// Takes what is mentioned out of one place. Few are searched for in a list, many are met on one way through
-/// it.
-void leavePlace(std::span<const Mention> mentions) noexcept {
+/// Takes what is mentioned out of one place. Few are searched for in a list. Many are met on one way through
+/// it, and leave on another.
+void leavePlace(std::span<const Mention> mentions, Journal& journal) noexcept {
   constexpr std::size_t kFew = 32;
   const Mention& first = mentions[0];
   Instance& object = *first.object;
@@ -121,23 +115,24 @@ void leavePlace(std::span<const Mention> mentions) noexcept {
   }
   const WordList& list = *listOf(object, first.slot);
   if (mentions.size() <= kFew) {
-    for (const Mention& each : mentions) leave(each, list.find(each.element));
+    for (const Mention& each : mentions) make(leaving(each, list.find(each.element)));
     return;
   }
   for (std::uint32_t index = list.size(); index-- > 0;) {
     Instance& element = *list.at(index).object;
-    if (element.isDying()) leave({&object, first.slot, &element}, index);
+    if (element.isDying()) journal.note(leaving({&object, first.slot, &element}, index));
   }
+  apply(journal.lastSteps(mentions.size()));
 }
 
 /// Leaves all places, each at once.
-void leaveAll(std::vector<Mention>& mentions) noexcept {
+void leaveAll(std::vector<Mention>& mentions, Journal& journal) noexcept {
   const auto place = [](const Mention& each) { return std::pair(each.object->number(), each.slot); };
   std::ranges::sort(mentions, {}, place);
   for (auto first = mentions.begin(); first != mentions.end();) {
     const auto last = std::find_if(first, mentions.end(),
                                    [&](const Mention& each) { return place(each) != place(*first); });
-    leavePlace({first, last});
+    leavePlace({first, last}, journal);
     first = last;
   }
 }
@@ -156,7 +151,7 @@ void buryTree(Instance& root, Journal& journal) {
     throw;
   }
   leaveOwner(root);
-  leaveAll(mentions);
+  leaveAll(mentions, journal);
   for (Instance* object : tree) object->setDying(false);
   root.model().noteDestruction();
   for (Instance* object : tree) make({object, {}, {}, 0, 0, Step::Kind::Life, true, false});

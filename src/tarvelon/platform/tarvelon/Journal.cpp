@@ -114,7 +114,7 @@ void Journal::takeBack(Steps& steps, std::size_t start) noexcept {
   if (start == steps.size()) return;
   ++mChanges;
   mModel.noteDestruction();
-  for (std::size_t index = steps.size(); index-- > start;) apply(steps[index].turned());
+  native::takeBack(std::span(steps).subspan(start));
 }
 
 void Journal::finish() noexcept {
@@ -215,7 +215,7 @@ void Journal::redo() noexcept {
   mRedo.pop_back();
   ++mChanges;
   mModel.noteDestruction();
-  for (const Step& step : steps) apply(step);
+  apply(steps);
   mUndo.push_back(std::move(steps));
   tell(mUndo.back());
 }

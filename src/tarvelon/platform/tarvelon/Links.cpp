@@ -1,5 +1,6 @@
 #include "tarvelon/platform/tarvelon/Links.h"
 
+#include <array>
 #include <utility>
 
 #include "tarvelon/boundary/k7q/Primitives.h"
@@ -192,6 +193,41 @@ void storeValue(Instance& object, unsigned slot, Word word) {
   }
 }
 
+/// Makes a row of steps on one list, for which apply() goes through it once. Without a journal there is no
+/// place for all of them, and it goes through it once for as many as fit here.
+template <class StepAt>
+void makeRow(Instance& object, std::uint32_t count, StepAt stepAt) noexcept {
+  if (Journal* journal = object.model().journal()) {
+    for (std::uint32_t done = 0; done < count; ++done) journal->note(stepAt(done));
+    apply(journal->lastSteps(count));
+    return;
+  }
+  std::array<Step, 64> steps;
+  for (std::uint32_t done = 0; done < count;) {
+    std::size_t filled = 0;
+    while (done < count && filled < steps.size()) steps[filled++] = stepAt(done++);
+    apply(std::span(steps).first(filled));
+  }
+}
+
+/// From the last place on, so that all of them are one row.
+template <class PlaceAt>
+void eraseMany(Instance& object, unsigned slot, std::uint32_t count, PlaceAt placeAt) {
+  if (count == 0) return;
+  Batch batch(object.model());
+  batch.reserve(2 * std::size_t{count});
+  if ((object.cls().oppositeSlots & bitOf(slot)) == 0) {
+    makeRow(object, count, [&](std::uint32_t done) { return removal(object, slot, placeAt(done)); });
+    return;
+  }
+  for (std::uint32_t done = 0; done < count; ++done) {
+    const std::uint32_t index = placeAt(done);
+    const Opposite opposite(object, slot, *listOf(object, slot)->at(index).object);
+    opposite.remove(object);
+    make(removal(object, slot, index));
+  }
+}
+
 /// The steps that put a value into a list, in a batch.
 void makeInsertion(Instance& object, unsigned slot, std::uint32_t index, Word word) {
   Batch batch(object.model());
@@ -252,6 +288,23 @@ void insertElement(Instance& object, unsigned slot, std::uint32_t index, Instanc
   if (opposite.isThere()) opposite.add(object, slot);
 }
 
+void insertElements(Instance& object, unsigned slot, std::span<const Placed> elements) {
+  if (holds(object, slot) || (object.cls().oppositeSlots & bitOf(slot)) != 0) {
+    // Between them there are steps elsewhere: each leaves who holds it, or refers back.
+    for (const Placed& each : elements) insertElement(object, slot, each.index, *each.element);
+    return;
+  }
+  if (elements.empty()) return;
+  Batch batch(object.model());
+  batch.reserve(elements.size());
+  for (const Placed& each : elements) reserveTie(object, slot, *each.element);
+  const auto count = static_cast<std::uint32_t>(elements.size());
+  reserveList(object, slot).reserve(count);
+  makeRow(object, count, [&](std::uint32_t done) {
+    return insertion(object, slot, elements[done].index, Word{.object = elements[done].element});
+  });
+}
+
 void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element) {
   WordList& list = *listOf(object, slot);
   Instance& old = *list.at(index).object;
@@ -272,17 +325,12 @@ void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instan
 }
 
 void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) {
-  Batch batch(object.model());
-  batch.reserve(2 * std::size_t{count});
-  WordList& list = *listOf(object, slot);
-  // From the end, so that what stands behind moves once for all when all that is behind goes.
-  for (std::uint32_t index = first + count; index-- > first;) {
-    if ((object.cls().oppositeSlots & bitOf(slot)) != 0) {
-      const Opposite opposite(object, slot, *list.at(index).object);
-      opposite.remove(object);
-    }
-    make(removal(object, slot, index));
-  }
+  eraseMany(object, slot, count, [=](std::uint32_t done) { return first + count - 1 - done; });
+}
+
+void eraseElements(Instance& object, unsigned slot, std::span<const std::uint32_t> places) {
+  const auto count = static_cast<std::uint32_t>(places.size());
+  eraseMany(object, slot, count, [places](std::uint32_t done) { return places[done]; });
 }
 
 void insertText(Instance& object, unsigned slot, std::uint32_t index, K7Q::NSInterface::StringIntf* text) {

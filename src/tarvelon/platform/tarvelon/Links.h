@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "tarvelon/platform/tarvelon/Values.h"
 
@@ -24,10 +25,19 @@ void requireNoCycle(const Instance& object, const Property& property, const Inst
 bool containsElement(const Instance& object, unsigned slot, const Instance& element) noexcept;
 /// Puts an element that is not there yet into a list of references. REQUIRES: index <= size.
 void insertElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element);
+struct Placed {
+  std::uint32_t index;
+  Instance* element;
+};
+/// The same for many, each with the index where it stands when all of them are there, in ascending order.
+/// REQUIRES: a batch of a journal, which takes a part of it back.
+void insertElements(Instance& object, unsigned slot, std::span<const Placed> elements);
 /// Puts an element in the place of another. One that stands elsewhere in the list changes places with it.
 void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element);
 /// Takes elements out of a list of anything; what was held stays in the model without an owner.
 void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count);
+/// The same for those at such places, which are given from the last one on.
+void eraseElements(Instance& object, unsigned slot, std::span<const std::uint32_t> places);
 
 /// The same for a list of texts, where a text may stand more than once. A text that is put in gains a
 /// reference.

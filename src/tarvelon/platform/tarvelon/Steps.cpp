@@ -1,5 +1,7 @@
 #include "tarvelon/platform/tarvelon/Steps.h"
 
+#include <algorithm>
+
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/tarvelon/ClassData.h"
 #include "tarvelon/platform/tarvelon/Held.h"
@@ -75,25 +77,103 @@ void applyLife(const Step& step) noexcept {
   }
 }
 
-/// What is stored at the place: texts are counted, references tied.
-void applyStored(const Step& step, StepRoom room) noexcept {
+// What is stored at a place: texts are counted, references tied. A text is counted before it is put in, and a
+// reference is tied after that; a reference is untied before it is taken out, and a text is let go after
+// that.
+
+bool isText(const Step& step) noexcept { return (step.object->cls().textSlots & bitOf(step.slot)) != 0; }
+
+bool isReference(const Step& step) noexcept {
   const ClassData& cls = step.object->cls();
-  const bool isText = (cls.textSlots & bitOf(step.slot)) != 0;
-  const bool isReference = ((cls.holdingSlots | cls.referringSlots) & bitOf(step.slot)) != 0;
-  // Who may take a step back must find the room that it was made with.
-  const bool keepsRoom = step.object->model().journal() != nullptr;
-  if (isText && step.hasAfter && step.after.text) step.after.text->addRef();
-  if (isReference && step.hasBefore) untie(*step.object, step.slot, *step.before.object, keepsRoom);
+  return ((cls.holdingSlots | cls.referringSlots) & bitOf(step.slot)) != 0;
+}
+
+/// Who may take a step back must find the room that it was made with.
+bool mustKeepRoom(const Step& step) noexcept { return step.object->model().journal() != nullptr; }
+
+void beginStored(const Step& step) noexcept {
+  if (isText(step) && step.hasAfter && step.after.text) step.after.text->addRef();
+  if (isReference(step) && step.hasBefore)
+    untie(*step.object, step.slot, *step.before.object, mustKeepRoom(step));
+}
+
+void endStored(const Step& step) noexcept {
+  if (isReference(step) && step.hasAfter) tie(*step.object, step.slot, *step.after.object);
+  if (isText(step) && step.hasBefore && step.before.text) step.before.text->release();
+}
+
+void applyStored(const Step& step, StepRoom room) noexcept {
+  beginStored(step);
   if (step.kind == Step::Kind::Element) {
-    applyElement(step, keepsRoom);
+    applyElement(step, mustKeepRoom(step));
   } else {
     applyValue(step, room);
   }
-  if (isReference && step.hasAfter) tie(*step.object, step.slot, *step.after.object);
-  if (isText && step.hasBefore && step.before.text) step.before.text->release();
-  if (step.slot == cls.nameSlot)
+  endStored(step);
+  if (step.slot == step.object->cls().nameSlot)
     step.object->model().noteNameOf(*step.object, step.hasBefore && step.before.text);
 }
+
+/// Whether both take an element out of the same list, the later one from before the other, or both put one
+/// in, the later one behind the other. Then each index is the element's place in the list that has all of
+/// them.
+bool isRow(const Step& step, const Step& next) noexcept {
+  if (step.kind != Step::Kind::Element || next.kind != Step::Kind::Element) return false;
+  if (step.object != next.object || step.slot != next.slot) return false;
+  if (step.hasBefore == step.hasAfter || next.hasBefore != step.hasBefore || next.hasAfter != step.hasAfter)
+    return false;
+  return step.hasAfter ? step.index < next.index : step.index > next.index;
+}
+
+/// A row of such steps, or any single step, which is made or taken back.
+class Row {
+ public:
+  Row(std::span<const Step> steps, bool isTakenBack) noexcept
+      : mSteps(steps), mIsTakenBack(isTakenBack), mDoCome(steps[0].hasAfter != isTakenBack) {}
+  void apply() const noexcept {
+    if (mSteps.size() > 1 && isShorterAtOnce()) {
+      applyAtOnce();
+    } else {
+      applyEach();
+    }
+  }
+
+ private:
+  WordList& list() const noexcept { return *mSteps[0].object->find(mSteps[0].slot)->list; }
+  std::uint32_t count() const noexcept { return static_cast<std::uint32_t>(mSteps.size()); }
+  /// In the order in which they are made or taken back.
+  Step at(std::size_t index) const noexcept {
+    return mIsTakenBack ? mSteps[mSteps.size() - 1 - index].turned() : mSteps[index];
+  }
+  /// In the order of their places.
+  Step inOrder(std::size_t index) const noexcept { return at(mDoCome ? index : mSteps.size() - 1 - index); }
+  /// Whether one way through the list moves fewer elements than each step alone, which moves those up to the
+  /// nearer end.
+  bool isShorterAtOnce() const noexcept {
+    const std::uint32_t size = list().size() + (mDoCome ? count() : 0);
+    std::uint64_t moved = 0;
+    for (const Step& step : mSteps) moved += std::min(step.index, size - step.index);
+    return moved > size;
+  }
+  void applyEach() const noexcept {
+    for (std::size_t index = 0; index < mSteps.size(); ++index) native::apply(at(index));
+  }
+  void applyAtOnce() const noexcept {
+    for (std::size_t index = 0; index < mSteps.size(); ++index) beginStored(at(index));
+    const auto placeAt = [this](std::size_t index) { return inOrder(index).index; };
+    if (mDoCome) {
+      list().insertMany(count(), placeAt, [this](std::size_t index) { return inOrder(index).after; });
+    } else {
+      list().eraseMany(count(), placeAt);
+      if (!mustKeepRoom(mSteps[0])) list().shrink();
+    }
+    for (std::size_t index = 0; index < mSteps.size(); ++index) endStored(at(index));
+  }
+
+  std::span<const Step> mSteps;
+  bool mIsTakenBack;
+  bool mDoCome;
+};
 
 }  // namespace
 
@@ -110,6 +190,24 @@ void apply(const Step& step) noexcept {
     case Step::Kind::Life:
       applyLife(step);
       break;
+  }
+}
+
+void apply(std::span<const Step> steps) noexcept {
+  while (!steps.empty()) {
+    std::size_t count = 1;
+    while (count < steps.size() && isRow(steps[count - 1], steps[count])) ++count;
+    Row(steps.first(count), false).apply();
+    steps = steps.subspan(count);
+  }
+}
+
+void takeBack(std::span<const Step> steps) noexcept {
+  while (!steps.empty()) {
+    std::size_t start = steps.size() - 1;
+    while (start > 0 && isRow(steps[start - 1], steps[start])) --start;
+    Row(steps.subspan(start), true).apply();
+    steps = steps.first(start);
   }
 }
 

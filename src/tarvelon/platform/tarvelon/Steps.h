@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <span>
 
 #include "tarvelon/platform/tarvelon/Word.h"
 
@@ -37,7 +38,14 @@ static_assert(sizeof(Step) == 32);
 /// REQUIRES: room where a value, an element or a referrer is added; that the place is as `before` says.
 void apply(const Step& step) noexcept;
 
-/// The same, noted in the model's journal if it keeps one. REQUIRES: also room in the journal.
+/// Makes steps one behind the other, or takes them back from the last one on.
+///
+/// Cost: a row of steps that take elements out of one list, each from before the one taken out last, or put
+/// them in, each behind the one put in last, goes through the list once.
+void apply(std::span<const Step> steps) noexcept;
+void takeBack(std::span<const Step> steps) noexcept;
+
+/// Makes one step, noted in the model's journal if it keeps one. REQUIRES: also room in the journal.
 void make(const Step& step) noexcept;
 
 /// The step by which a slot of one value gets another or, without one, is emptied.

@@ -112,19 +112,19 @@ class ReferencesView final : public ObjectView {
     }
     eraseAllBut(wanted);
     // In their order, so that each comes to its place behind those that are there.
+    std::vector<Placed> missing;
     for (std::uint32_t place = 0; place < target.size(); ++place) {
-      if (!containsElement(object(), mSlot, *target[place]))
-        insertElement(object(), mSlot, place, *target[place]);
+      if (!containsElement(object(), mSlot, *target[place])) missing.push_back({place, target[place]});
     }
+    insertElements(object(), mSlot, missing);
     arrangeAs(target);
   }
   void eraseAllBut(const std::unordered_set<const Instance*>& wanted) {
-    for (std::uint32_t end = count(); end > 0;) {
-      std::uint32_t first = end;
-      while (first > 0 && !wanted.contains(&elementAt(first - 1))) --first;
-      if (first != end) eraseAt(first, end);
-      end = first == 0 ? 0 : first - 1;
+    std::vector<std::uint32_t> others;
+    for (std::uint32_t place = count(); place-- > 0;) {
+      if (!wanted.contains(&elementAt(place))) others.push_back(place);
     }
+    eraseElements(object(), mSlot, others);
   }
   void arrangeAs(const std::vector<Instance*>& target) {
     std::unordered_map<const Instance*, std::uint32_t> places;
@@ -183,7 +183,8 @@ class ValuesView : public ListView {
       }
     }
     if (found < elements.size()) return false;
-    std::for_each(others.rbegin(), others.rend(), [this](auto place) { eraseAt(place, place + 1); });
+    std::ranges::reverse(others);
+    eraseElements(object(), mSlot, others);
     return true;
   }
   /// What is equal at both ends stays untouched.
