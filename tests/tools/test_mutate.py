@@ -7,6 +7,7 @@ import pytest
 
 sys.path.append(str(Path(__file__).resolve().parents[2] / "tools" / "mutate"))
 from operators import changes, mutants_of, planted  # noqa: E402
+from tree import Test, joined  # noqa: E402
 
 
 def after(line):
@@ -83,3 +84,15 @@ def test_a_fault_chosen_for_an_older_text_is_refused():
     [mutant, *_] = mutants_of("x.cpp", "  return a < b;\n")
     with pytest.raises(ValueError, match="has changed since"):
         planted("  return a < c;\n", mutant)
+
+
+def test_a_suite_runs_in_one_process():
+    def one(name, *arguments):
+        return Test(name, arguments, {}, "")
+
+    tests = [one("hx.Blocks.A", "test_hx", "--gtest_filter=Blocks.A"), one("python.files", "python3", "test_files.py"),
+             one("hx.Blocks.B", "test_hx", "--gtest_filter=Blocks.B"), one("hx.Text.A", "test_hx", "--gtest_filter=T.A")]
+    assert [(each.name, each.command) for each in joined(tests)] == [
+        ("hx.Blocks", ("test_hx", "--gtest_filter=Blocks.A:Blocks.B", "--gtest_fail_fast")),
+        ("python.files", ("python3", "test_files.py")),
+        ("hx.Text", ("test_hx", "--gtest_filter=T.A", "--gtest_fail_fast"))]

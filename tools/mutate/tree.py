@@ -16,13 +16,16 @@ from operators import planted
 PRESET = "mutate"
 # Tests that do not run what is built, or run it no otherwise than the rest does.
 LEFT_OUT = re.compile(r"^(install|docs|stubs|entry|layers|exports|compatibility|tools|examples)\.")
-# A test that takes longer is asked only about lines that no other test reaches.
-LONG_SECONDS = 5
+# A suite that takes longer is asked only about lines that no other one reaches.
+LONG_SECONDS = 10
+# One that does not end in that time is left out.
+MOST_SECONDS = 120
+FILTER = "--gtest_filter="
 MEMORY_BYTES = 6 << 30
 
 
 class Test(NamedTuple):
-    """One ctest: how it is run, and how long it took without a fault."""
+    """A suite of GoogleTest or a file of pytest: how it is run, and how long it took without a fault."""
 
     name: str
     command: tuple
@@ -30,10 +33,19 @@ class Test(NamedTuple):
     folder: str
     seconds: float = 0.0
 
-    @property
-    def group(self):
-        """Tests of one suite reach much the same lines: what they reach is asked of them together."""
-        return ".".join(self.name.split(".")[:2])
+
+def joined(tests):
+    """The tests of each suite as one: a process of its own for each writes more profiles than it runs code."""
+    suites = {}
+    for test in tests:
+        suites.setdefault((".".join(test.name.split(".")[:2]), test.command[0]), []).append(test)
+    for (name, program), members in suites.items():
+        filters = [part.removeprefix(FILTER) for each in members for part in each.command if part.startswith(FILTER)]
+        if filters:
+            command = (program, FILTER + ":".join(filters), "--gtest_fail_fast")
+            yield members[0]._replace(name=name, command=command)
+        else:
+            yield from members
 
 
 def limit_memory():
@@ -112,12 +124,12 @@ class Tree:
             # A program that is not built has no command.
             if "command" in each and not LEFT_OUT.match(each["name"]):
                 found.append(Test(each["name"], tuple(each["command"]), environment, folder))
-        return found
+        return list(joined(found))
 
     def run_without_fault(self, profiles):
         def timed(test):
             started = time.monotonic()
-            passes = run(test, profiles / test.group, 600)
+            passes = run(test, profiles / test.name, MOST_SECONDS)
             return test._replace(seconds=time.monotonic() - started), passes
 
         with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
@@ -131,19 +143,19 @@ class Tree:
         return sorted(kept, key=lambda test: test.seconds)
 
     def read_profiles(self, profiles, files):
-        """For each of the files its lines that hold code, each with the groups of tests that reach it."""
+        """For each of the files its lines that hold code, each with the suites of tests that reach it."""
         commands = json.loads((self.build / "compile_commands.json").read_text())
         objects = {each["file"]: self.build / re.search(r" -o (\S+)", each["command"])[1] for each in commands}
         jobs = []
         for file in sorted(files):
             notes = Path(f"{objects[str(self.root / file)]}".removesuffix(".o") + ".gcno")
-            for group in sorted(each for each in profiles.iterdir()):
-                counts = Path(f"{group}{notes}").with_suffix(".gcda")
+            for suite in sorted(each for each in profiles.iterdir()):
+                counts = Path(f"{suite}{notes}").with_suffix(".gcda")
                 if counts.is_file():
-                    jobs.append((file, group.name, notes, counts))
+                    jobs.append((file, suite.name, notes, counts))
 
         def lines(job):
-            file, group, notes, counts = job
+            file, suite, notes, counts = job
             shutil.copy(notes, counts.with_suffix(".gcno"))
             output = self.call("gcov", "--json-format", "--stdout", str(counts), cwd=self.build)
             found = {}
@@ -151,23 +163,23 @@ class Tree:
                 if (self.build / each["file"]).resolve() == self.root / file:
                     for line in each["lines"]:
                         found[line["line_number"]] = found.get(line["line_number"], 0) + line["count"]
-            return file, group, found
+            return file, suite, found
 
         reached = {file: {} for file in files}
         with concurrent.futures.ThreadPoolExecutor(os.cpu_count()) as pool:
-            for file, group, found in pool.map(lines, jobs):
+            for file, suite, found in pool.map(lines, jobs):
                 for line, count in found.items():
-                    groups = reached[file].setdefault(line, set())
+                    suites = reached[file].setdefault(line, set())
                     if count:
-                        groups.add(group)
+                        suites.add(suite)
         return reached
 
     def tests_of(self, mutant):
         """The tests that reach the mutant's line, quick ones first. A statement counts where it begins."""
         lines = self.reached[mutant.file]
         line = max((each for each in lines if each <= mutant.line), default=None)
-        groups = lines.get(line, set())
-        found = [test for test in self.tests if test.group in groups]
+        suites = lines.get(line, set())
+        found = [test for test in self.tests if test.name in suites]
         quick = [test for test in found if test.seconds <= LONG_SECONDS]
         return quick or found
 
