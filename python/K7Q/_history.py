@@ -31,21 +31,21 @@ class Transaction:
 
     def commit(self) -> None:
         """Ends the transaction and keeps what it did."""
-        _host.commit(self._native)
+        _host.commit(self._model, self._native)
         self._has_ended = True
 
     def rollback(self) -> None:
         """Ends the transaction and takes back what it did."""
-        _host.rollBack(self._native)
+        _host.rollBack(self._model, self._native)
         self._has_ended = True
 
     def __enter__(self) -> Self:
-        if not _host.isOpen(self._native):
+        if not _host.isOpen(self._model, self._native):
             raise _host.Exception("the transaction has ended already; begin a new one")
         return self
 
     def __exit__(self, kind: object, error: object, traceback: object) -> None:
-        if not _host.isOpen(self._native):
+        if not _host.isOpen(self._model, self._native):
             # Ended inside or with its model, or by someone else, of whom the block knows nothing.
             if kind is None and not self._has_ended and self._model.isvalid():
                 raise _host.Exception(
@@ -56,7 +56,7 @@ class Transaction:
             if kind is None:
                 self.commit()
         finally:
-            if _host.isOpen(self._native):
+            if _host.isOpen(self._model, self._native):
                 self.rollback()
 
 

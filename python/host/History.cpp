@@ -33,17 +33,17 @@ model::Transaction& transactionOf(PyObject* capsule) {
 }
 
 PyObject* commit(Given arguments) {
-  transactionOf(arguments[0]).commit();
+  transactionOf(arguments[1]).commit();
   return Py_NewRef(Py_None);
 }
 
 PyObject* rollBack(Given arguments) {
-  transactionOf(arguments[0]).rollBack();
+  transactionOf(arguments[1]).rollBack();
   return Py_NewRef(Py_None);
 }
 
 /// Whether it has neither been ended nor gone with its model.
-PyObject* isOpen(Given arguments) { return PyBool_FromLong(transactionOf(arguments[0]).isOpen() ? 1 : 0); }
+PyObject* isOpen(Given arguments) { return PyBool_FromLong(transactionOf(arguments[1]).isOpen() ? 1 : 0); }
 
 PyObject* undo(Given arguments) {
   return PyBool_FromLong(model::undo(toModel(arguments[0], "undo")) ? 1 : 0);
@@ -207,9 +207,9 @@ PyObject* unlisten(Given arguments) {
 
 constexpr FunctionRow kFunctions[] = {
     {"beginTransaction", 1, beginTransaction, "A transaction of a model, as a capsule."},
-    {"commit", 1, commit, "Ends a transaction and keeps what it did."},
-    {"rollBack", 1, rollBack, "Ends a transaction and takes back what it did."},
-    {"isOpen", 1, isOpen, "Whether a transaction has not ended yet."},
+    {"commit", 2, commit, "Ends a transaction of a model and keeps what it did."},
+    {"rollBack", 2, rollBack, "Ends a transaction of a model and takes back what it did."},
+    {"isOpen", 2, isOpen, "Whether a transaction of a model has not ended yet."},
     {"undo", 1, undo, "Takes the last batch back."},
     {"redo", 1, redo, "Makes the last batch again that was taken back."},
     {"undoLabel", 1, undoLabel, "What undo would take back, as a menu shows it."},

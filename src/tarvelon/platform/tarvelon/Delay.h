@@ -2,6 +2,8 @@
 
 #include <cstddef>
 
+#include "tarvelon/boundary/Compiler.h"
+
 namespace K7Q {
 class ClassObject;
 }
