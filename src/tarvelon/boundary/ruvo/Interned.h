@@ -72,17 +72,15 @@ class LazyName {
   /// `make` gives the name or its text.
   template <class Make>
   const InternedName& get(Make make) const {
-    const std::atomic_ref<InternedName> name(mName);
     // Written once: who reads the result later reads it without a fence.
-    if (name.load(std::memory_order_acquire).empty()) {
-      InternedName none;
-      name.compare_exchange_strong(none, InternedName(make()), std::memory_order_acq_rel,
-                                   std::memory_order_acquire);
-    }
+    if (std::atomic_ref(mName).load(std::memory_order_acquire).empty()) keep(InternedName(make()));
     return mName;
   }
 
  private:
+  /// The name of the thread that comes first is kept.
+  TARVELON_API void keep(InternedName name) const noexcept;
+
   mutable InternedName mName;
 };
 

@@ -187,6 +187,15 @@ std::size_t internedCount() noexcept { return gNames.size(); }
 
 }  // namespace ruvo::internal
 
+// Not by compare and exchange: the thread that comes second would write as well, though what is there, while
+// others read the name.
+void ruvo::LazyName::keep(InternedName name) const noexcept {
+  static constinit std::mutex guard;
+  const std::scoped_lock lock(guard);
+  const std::atomic_ref kept(mName);
+  if (kept.load(std::memory_order_relaxed).empty()) kept.store(name, std::memory_order_release);
+}
+
 void ruvo::factory::detail::initStringDataTypes() {
   static const bool isReady = [] {
     for (const auto& [word, kind] : internal::kTypeWords) internal::makeInterned(word);
