@@ -9,7 +9,7 @@ namespace {
 /// The problems of a file with those objects, which begin in line 3; what is right must be loaded leniently.
 std::string problemsOfObjects(const std::string& objects) {
   const std::string text = fileOf(objects);
-  const std::string problems = refusalOfText(text);
+  std::string problems = refusalOfText(text);
   const auto loaded = files::loadText(text, {nullptr, true});
   EXPECT_EQ(problemsOf(loaded.problems), problems);
   EXPECT_NO_THROW(files::loadText(files::saveText(loaded.model))) << "what is kept must be right";

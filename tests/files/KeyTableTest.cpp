@@ -36,10 +36,11 @@ static_assert(mixed(unmixed(12345)) == 12345);
 TEST(KeyTable, FindsWhatWasPutIn) {
   files::KeyTable<int> table;
   EXPECT_EQ(table.find(7), nullptr);
-  for (int key = 0; key < 1000; ++key) EXPECT_TRUE(table.insert(static_cast<unsigned>(key) * 64, key));
+  for (int key = 0; key < 1000; ++key) EXPECT_TRUE(table.insert(static_cast<std::uint64_t>(key) * 64, key));
   EXPECT_FALSE(table.insert(64, 5));
   EXPECT_EQ(table.size(), 1000U);
-  for (int key = 0; key < 1000; ++key) EXPECT_EQ(table.find(static_cast<unsigned>(key) * 64)->value, key);
+  for (int key = 0; key < 1000; ++key)
+    EXPECT_EQ(table.find(static_cast<std::uint64_t>(key) * 64)->value, key);
   EXPECT_EQ(table.find(1), nullptr);
   table.clear();
   EXPECT_EQ(table.find(64), nullptr);

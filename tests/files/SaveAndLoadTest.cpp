@@ -23,7 +23,7 @@ std::string again(const std::string& text) { return files::saveText(files::loadT
 
 /// A behavior with a runnable, and two events that start it and disable each other's way.
 K7Q::Model makeBehavior() {
-  const auto model = K7Q::Model::create();
+  auto model = K7Q::Model::create();
   const auto owner = behavior::ApplicationComponentBehavior::create(
       model, behavior::TerminateAndRestartKind::NoSupport, u"Behavior");
   const auto step = behavior::Runnable::create(model, u"step", u"Step");
@@ -214,6 +214,7 @@ TEST(SaveAndLoad, EndsWithWhatTheProgressRaises) {
 TEST(SaveAndLoad, RefusesAProgressThatChangesTheModel) {
   const auto model = K7Q::Model::create();
   std::vector<common::Package> packages;
+  packages.reserve(20000);
   for (int count = 0; count < 20000; ++count) packages.push_back(common::Package::create(model, u"Package"));
   const std::string refusal =
       "the model was changed or closed while it was saved; let what is called meanwhile, the progress or "
@@ -255,6 +256,7 @@ TEST(SaveAndLoad, RefusesAProgressThatMovesWhatIsBeingWritten) {
   const auto owner = common::Package::create(model, u"Owner");
   const auto next = common::Package::create(model, u"Next");
   std::vector<common::Package> held;
+  held.reserve(20000);
   for (int count = 0; count < 20000; ++count) held.push_back(common::Package::create(model, u"Package"));
   for (const auto& each : held) owner.get<"PackagedElement">().add(each);
   const auto move = [&](double done) {

@@ -11,7 +11,6 @@
 
 using K7Q::Deviant;
 using K7Q::DeviantRegistry;
-using ruvo::factory::basic::BindingSlot;
 
 TEST(DeviantRegistry, GivesTheSameIdForTheSameThree) {
   const auto thing = fake::newThing();

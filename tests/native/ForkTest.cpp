@@ -20,6 +20,7 @@ void useAModel() {
 
 void useModelsOnThreads() {
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int count = 0; count < kThreads; ++count) threads.emplace_back(useAModel);
   for (std::thread& each : threads) each.join();
 }
@@ -33,6 +34,7 @@ TEST(Fork, LeavesTheChildThreadsOfItsOwn) {
   std::barrier<> haveUsed(kThreads + 1);
   std::barrier<> mayEnd(kThreads + 1);
   std::vector<std::thread> threads;
+  threads.reserve(kThreads);
   for (int count = 0; count < kThreads; ++count) {
     threads.emplace_back([&] {
       useAModel();

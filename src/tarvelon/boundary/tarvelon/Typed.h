@@ -70,9 +70,7 @@ constexpr bool isTaken() {
 /// Whether a value of type A can stand in a sequence of P: any object may be asked for.
 template <class P, class A>
 constexpr bool isElement() {
-  if constexpr (kOnlyReads<P>) {
-    return std::derived_from<A, K7Q::ObjectHandle>;
-  } else if constexpr (kIsReference<P>) {
+  if constexpr (kOnlyReads<P> || kIsReference<P>) {
     return std::derived_from<A, K7Q::ObjectHandle>;
   } else {
     return fits<P, A>();

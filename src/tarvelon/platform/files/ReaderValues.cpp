@@ -281,7 +281,8 @@ bool Reader::noteListed(Instance& target, bool isInList) {
       ++mFilledCount;
       return true;
     }
-    for (std::uint32_t index = 0; index < mFilledCount; ++index) mListedOrder.add(*list->at(index).object);
+    for (std::uint32_t index = 0; list && index < mFilledCount; ++index)
+      mListedOrder.add(*list->at(index).object);
   }
   return mListedOrder.add(target);
 }

@@ -150,7 +150,7 @@ void VariantTable::grow() {
   Variant** chunks = mChunks.load(std::memory_order_relaxed);
   if (chunk == mChunkRoom) {
     const std::uint32_t room = std::max(16U, mChunkRoom * 2);
-    auto** larger = static_cast<Variant**>(utCalloc(room + 1, sizeof(Variant*)));
+    auto** larger = static_cast<Variant**>(utCalloc(room + 1, sizeof(void*)));
     if (!larger) throw bedrock::core::except::bad_alloc();
     std::copy_n(chunks, mChunkRoom, larger);
     // Other threads may look into the former array just now. It stays behind the last place of the new one.

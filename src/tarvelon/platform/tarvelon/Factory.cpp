@@ -117,7 +117,7 @@ K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& c
   }
   NativeModel& model = NativeModel::require(mModel);
   Batch batch(model);
-  const auto object = create(deviant, table, 0, {});
+  auto object = create(deviant, table, 0, {});
   try {
     property->ownerClass().set(object.getClassObject(), mModel.getDeviant(), property->id(), name);
   } catch (...) {

@@ -108,7 +108,7 @@ class Opposite {
     make(valueStep(mElement, mSlot, true, Word{.object = &object}));
   }
   void remove(const Instance& object) const noexcept {
-    if (containsElement(mElement, mSlot, object)) takeOut(mElement, mSlot, object);
+    if (isThere() && containsElement(mElement, mSlot, object)) takeOut(mElement, mSlot, object);
   }
 
  private:

@@ -38,7 +38,7 @@ class OwnerOrder {
     unsigned slot;
     std::uint32_t position;
     std::uint32_t node;
-    auto operator<=>(const Place&) const = default;
+    auto operator<=>(const Place&) const = default;  // NOLINT(modernize-use-nullptr): none is written
   };
 
   /// The node of the object's owner, kNone if `holder` does not name the object.

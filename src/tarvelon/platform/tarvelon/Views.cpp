@@ -130,6 +130,7 @@ class ReferencesView final : public ObjectView {
     std::unordered_map<const Instance*, std::uint32_t> places;
     for (std::uint32_t place = 0; place < count(); ++place) places.emplace(&elementAt(place), place);
     std::vector<std::uint32_t> order;
+    order.reserve(target.size());
     for (const Instance* element : target) order.push_back(places.at(element));
     arrangeElements(object(), mSlot, order);
   }

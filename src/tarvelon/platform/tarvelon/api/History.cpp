@@ -212,7 +212,7 @@ std::size_t redoable(const K7Q::Model& model) {
 
 // A listener may drop the handle that the caller has given, and with it the model.
 bool undo(const K7Q::Model& model) {
-  const K7Q::Model kept(model);
+  const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
   NativeModel& native = requireWritable(kept);
   requireOutside(native, "undo");
   if (undoable(model) == 0) return false;
@@ -222,7 +222,7 @@ bool undo(const K7Q::Model& model) {
 }
 
 bool redo(const K7Q::Model& model) {
-  const K7Q::Model kept(model);
+  const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
   NativeModel& native = requireWritable(kept);
   requireOutside(native, "redo");
   if (redoable(model) == 0) return false;
