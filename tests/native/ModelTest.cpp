@@ -111,7 +111,7 @@ class BoundModels : public testing::Test {
   std::u16string next(const std::u16string& name) const { return mCache.getNextAvailableModelUri(name); }
   std::u16string bind(const std::u16string& name) {
     mModels.push_back(K7Q::Model::create());
-    const std::u16string uri = next(name);
+    std::u16string uri = next(name);
     mCache.bindModel(uri, mModels.back());
     return uri;
   }
@@ -218,6 +218,7 @@ TEST(ModelCreate, RefusesAFrozenModel) {
 TEST(Model, FreesAndReusesTheRoomOfDestroyedObjects) {
   const auto model = K7Q::Model::create();
   for (int round = 0; round < 3; ++round) {
+    packages.reserve(3000);
     std::vector<common::Package> packages;
     for (int i = 0; i < 3000; ++i) packages.push_back(common::Package::create(model, u"P"));
     for (const auto& package : packages) package.destroy();
