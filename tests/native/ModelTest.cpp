@@ -218,8 +218,8 @@ TEST(ModelCreate, RefusesAFrozenModel) {
 TEST(Model, FreesAndReusesTheRoomOfDestroyedObjects) {
   const auto model = K7Q::Model::create();
   for (int round = 0; round < 3; ++round) {
-    packages.reserve(3000);
     std::vector<common::Package> packages;
+    packages.reserve(3000);
     for (int i = 0; i < 3000; ++i) packages.push_back(common::Package::create(model, u"P"));
     for (const auto& package : packages) package.destroy();
     for (const auto& package : packages) ASSERT_FALSE(package.isValid());
