@@ -1,6 +1,6 @@
 """Plants faults in the code, one at a time, and says which of them no test sees.
 
-usage: tools/mutate [--count N] [--seed N] [--base REV | --all] [--keep FILE] [FILE...]
+usage: tools/mutate [--count N] [--seed N] [--base REV | --all] [--host] [--keep FILE] [FILE...]
 
 Without files: faults in the lines below src/tarvelon that differ from origin/main or from ten commits ago; with
 --all, or when no line differs, in all lines. Works in a copy of the tree (build/mutate): nothing of this checkout is
@@ -75,6 +75,7 @@ def main():
     parser.add_argument("--seed", type=int, default=None)
     parser.add_argument("--base")
     parser.add_argument("--all", action="store_true")
+    parser.add_argument("--host", action="store_true", help="run the tests of the Python host as well")
     parser.add_argument("--keep", type=Path, help="a file to which each result is appended as it comes")
     parser.add_argument("files", nargs="*", type=Path)
     arguments = parser.parse_args()
@@ -86,7 +87,7 @@ def main():
     if not chosen:
         sys.exit("there is nothing in which a fault can be planted")
 
-    tree = Tree(ROOT)
+    tree = Tree(ROOT, arguments.host)
     tree.prepare({mutant.file for mutant in chosen})
     results = []
     for mutant in sorted(chosen):

@@ -16,6 +16,8 @@ from operators import planted
 PRESET = "mutate"
 # Tests that do not run what is built, or run it no otherwise than the rest does.
 LEFT_OUT = re.compile(r"^(install|docs|stubs|entry|layers|exports|compatibility|tools|examples)\.")
+# They reach the engine as the others do, and take ten times as long.
+OF_THE_HOST = re.compile(r"^python\.")
 # A suite that takes longer is asked only about lines that no other one reaches.
 LONG_SECONDS = 10
 # One that does not end in that time is left out.
@@ -70,7 +72,8 @@ def run(test, profile, timeout):
 
 
 class Tree:
-    def __init__(self, root):
+    def __init__(self, root, with_host):
+        self.with_host = with_host
         self.origin = root
         self.root = root / "build" / PRESET / "tree"
         self.build = self.root / "build" / PRESET
@@ -122,7 +125,8 @@ class Tree:
             environment = dict(pair.split("=", 1) for pair in properties.get("ENVIRONMENT", []))
             folder = properties.get("WORKING_DIRECTORY", str(self.build))
             # A program that is not built has no command.
-            if "command" in each and not LEFT_OUT.match(each["name"]):
+            is_left_out = LEFT_OUT.match(each["name"]) or (not self.with_host and OF_THE_HOST.match(each["name"]))
+            if "command" in each and not is_left_out:
                 found.append(Test(each["name"], tuple(each["command"]), environment, folder))
         return list(joined(found))
 
