@@ -123,7 +123,7 @@ bool Blocks::prepare() noexcept {
 
 void Blocks::giveFirst(std::size_t size, void* storage) noexcept {
   if (prepare()) {
-    give(size, storage);  // NOLINT(misc-no-recursion): there is room now
+    keep(tThread.blocks[size], storage);
   } else {
     utFree(storage);
   }

@@ -51,6 +51,11 @@ class Blocks {
   friend struct ThisThread;
   /// For a list without room: it is full, or the thread has kept no block before.
   TARVELON_API static void giveFirst(std::size_t size, void* storage) noexcept;
+  /// REQUIRES: the list has room.
+  static void keep(List& list, void* storage) noexcept {
+    list.first = ::new (storage) Block{list.first};
+    --list.room;
+  }
   static void freeAll() noexcept;
   static bool prepare() noexcept;
 };
@@ -105,8 +110,7 @@ inline void Blocks::give(std::size_t size, void* storage) noexcept {
   List& list = tThread.blocks[size];
   if (list.room == 0) [[unlikely]]
     return giveFirst(size, storage);
-  list.first = ::new (storage) Block{list.first};
-  --list.room;
+  keep(list, storage);
 }
 
 }  // namespace hx
