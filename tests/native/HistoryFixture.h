@@ -15,6 +15,23 @@ class Transactions : public testing::Test {
   std::string shown() const { return shown::everything(mModel); }
   std::size_t objects() const { return Tarvelon::model::objects(mModel).size(); }
 
+  /// Makes a change, and takes it back and makes it again twice, comparing all that can be seen.
+  template <class Change>
+  void takeBack(Change change) {
+    const std::string before = shown();
+    change();
+    const std::string after = shown();
+    ASSERT_NE(before, after);
+    for (int i = 0; i < 2; ++i) {
+      ASSERT_TRUE(Tarvelon::model::undo(mModel));
+      EXPECT_EQ(shown(), before);
+      shown::checkAgreement(mModel);
+      ASSERT_TRUE(Tarvelon::model::redo(mModel));
+      EXPECT_EQ(shown(), after);
+      shown::checkAgreement(mModel);
+    }
+  }
+
   K7Q::Model mModel = K7Q::Model::create();
   common::Package mPackage = common::Package::create(mModel, u"P");
 };

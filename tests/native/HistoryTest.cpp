@@ -15,23 +15,6 @@ class History : public Transactions {
   bool undo() { return api::undo(mModel); }
   bool redo() { return api::redo(mModel); }
 
-  /// Makes a change, and takes it back and makes it again twice, comparing all that can be seen.
-  template <class Change>
-  void takeBack(Change change) {
-    const std::string before = shown();
-    change();
-    const std::string after = shown();
-    ASSERT_NE(before, after);
-    for (int i = 0; i < 2; ++i) {
-      ASSERT_TRUE(undo());
-      EXPECT_EQ(shown(), before);
-      shown::checkAgreement(mModel);
-      ASSERT_TRUE(redo());
-      EXPECT_EQ(shown(), after);
-      shown::checkAgreement(mModel);
-    }
-  }
-
   /// One that refers to a referrable object.
   common::Sdx referTo(const common::Referrable& object) { return common::Sdx::create(mModel, object); }
   variant::SystemConst constant(const char16_t* name) { return variant::SystemConst::create(mModel, name); }
