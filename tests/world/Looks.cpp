@@ -5,6 +5,7 @@
 #include <set>
 
 #include "tarvelon/platform/tarvelon/api/Difference.h"
+#include "tarvelon/platform/tarvelon/api/History.h"
 #include "tarvelon/platform/tarvelon/api/Json.h"
 #include "tarvelon/platform/tarvelon/api/Search.h"
 #include "tarvelon/platform/tarvelon/api/Validation.h"
@@ -31,6 +32,10 @@ void World::search() {
   Mirror& model = mirror();
   const int id = anyObject();
   say("search");
+  if (api::undoLabel(model.native).empty() != (api::undoable(model.native) == 0) ||
+      api::redoLabel(model.native).empty() != (api::redoable(model.native) == 0)) {
+    throw Fault("there is a label without anything to undo or redo, or none with it");
+  }
   if (id < 0 || mIn->oneIn(3)) return checkNames(model.native, model.now, model.ids());
   const std::u16string name = model.now.qualifiedName(id);
   std::vector<K7Q::ClassObject> found;

@@ -34,7 +34,7 @@ static_assert(sizeof(Variant) == 32 && offsetof(Variant, slot) == 0);
 ///
 /// Threads: any. The views of an object belong to the thread that uses the object, those of a shared one
 ///          stand behind a lock. Free records belong to a thread, which gets many at once; what a thread
-///          leaves when it ends goes to the next that asks.
+///          has too many of, or leaves when it ends, goes to the next that asks.
 class VariantTable {
  public:
   constexpr VariantTable() noexcept = default;
