@@ -5,8 +5,8 @@
 #include <ctime>
 #include <string>
 
-#include "tarvelon/platform/tarvelon/Metamodel.h"
-#include "tarvelon/platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/model/api/Validation.h"
+#include "tarvelon/platform/model/metamodel/Metamodel.h"
 
 namespace bench {
 

@@ -15,7 +15,7 @@ foreach(header IN ITEMS ruvo/HostValue.h ruvo/ObjectSystem.h tarvelon/Metamodel.
   install(FILES "src/tarvelon/platform/${header}" DESTINATION "${TARVELON_HEADERS}/platform/${folder}" COMPONENT development)
 endforeach()
 
-install(DIRECTORY src/tarvelon/platform/tarvelon/api DESTINATION "${TARVELON_HEADERS}/platform/tarvelon" COMPONENT development
+install(DIRECTORY src/tarvelon/platform/model/api DESTINATION "${TARVELON_HEADERS}/platform/model" COMPONENT development
         FILES_MATCHING PATTERN "*.h")
 
 install(EXPORT Tarvelon NAMESPACE Tarvelon:: FILE TarvelonTargets.cmake DESTINATION "${TARVELON_CONFIG}"

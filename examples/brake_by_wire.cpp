@@ -3,7 +3,7 @@
 #include <iostream>
 #include <set>
 #include <string>
-#include <tarvelon/platform/tarvelon/Reflection.h>
+#include <tarvelon/platform/model/metamodel/Reflection.h>
 
 #include "brake_model.h"
 

@@ -1,4 +1,4 @@
-#include "tarvelon/platform/tarvelon/api/Copy.h"
+#include "tarvelon/platform/model/api/Copy.h"
 
 #include <algorithm>
 
@@ -6,9 +6,9 @@
 #include "python/host/NativeObjects.h"
 #include "python/host/Values.h"
 #include "tarvelon/boundary/k7q/Deviants.h"
-#include "tarvelon/platform/tarvelon/api/Difference.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Json.h"
+#include "tarvelon/platform/model/api/Difference.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Json.h"
 
 namespace pyhost {
 

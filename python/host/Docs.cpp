@@ -6,7 +6,7 @@
 
 #include "tarvelon/boundary/k7q/PropertyRecords.h"
 #include "tarvelon/boundary/ruvo/Method.h"
-#include "tarvelon/platform/tarvelon/Documentation.h"
+#include "tarvelon/platform/model/metamodel/Documentation.h"
 
 namespace pyhost {
 

@@ -1,4 +1,4 @@
-#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/model/api/History.h"
 
 #include <memory>
 #include <new>
@@ -6,7 +6,7 @@
 #include "python/host/Functions.h"
 #include "python/host/NativeObjects.h"
 #include "python/host/Values.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
 
 namespace pyhost {
 

@@ -3,7 +3,7 @@
 #include "python/host/NativeViews.h"
 #include "python/host/Values.h"
 #include "tarvelon/boundary/k7q/Deviants.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
 
 namespace pyhost {
 

@@ -9,7 +9,7 @@
 #include "python/host/InHand.h"
 #include "python/host/IteratorGuard.h"
 #include "tarvelon/boundary/k7q/Exception.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/model/api/History.h"
 
 namespace pyhost {
 

@@ -2,7 +2,7 @@
 
 #include "python/host/Objects.h"
 #include "tarvelon/boundary/k7q/Sequence.h"
-#include "tarvelon/platform/k7q/Rewritable.h"
+#include "tarvelon/platform/k7q/sequences/Rewritable.h"
 
 namespace pyhost {
 

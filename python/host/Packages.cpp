@@ -11,9 +11,9 @@
 #include "python/host/Types.h"
 #include "python/host/Values.h"
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
+#include "tarvelon/platform/model/metamodel/Documentation.h"
+#include "tarvelon/platform/model/objects/Instance.h"
 #include "tarvelon/platform/ruvo/Texts.h"
-#include "tarvelon/platform/tarvelon/Documentation.h"
-#include "tarvelon/platform/tarvelon/Instance.h"
 
 namespace pyhost {
 

@@ -1,4 +1,4 @@
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
 
 #include "python/host/Functions.h"
 #include "python/host/NativeObjects.h"

@@ -12,9 +12,9 @@
 #include "python/host/InHand.h"
 #include "python/host/MetaProperties.h"
 #include "python/host/Values.h"
+#include "tarvelon/platform/model/api/History.h"
 #include "tarvelon/platform/ruvo/PointerMap.h"
 #include "tarvelon/platform/ruvo/Texts.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
 
 namespace pyhost {
 

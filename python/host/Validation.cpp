@@ -1,4 +1,4 @@
-#include "tarvelon/platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/model/api/Validation.h"
 
 #include "python/host/Functions.h"
 #include "python/host/NativeObjects.h"

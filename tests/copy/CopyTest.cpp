@@ -2,10 +2,10 @@
 
 #include <string>
 
-#include "tarvelon/platform/tarvelon/api/Copy.h"
-#include "tarvelon/platform/tarvelon/api/Difference.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Json.h"
+#include "tarvelon/platform/model/api/Copy.h"
+#include "tarvelon/platform/model/api/Difference.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Json.h"
 #include "tests/native/Support.h"
 #include "tests/support/FailingNew.h"
 

@@ -4,12 +4,12 @@
 #include <string>
 #include <vector>
 
-#include "tarvelon/platform/tarvelon/api/Copy.h"
-#include "tarvelon/platform/tarvelon/api/Difference.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Json.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
-#include "tarvelon/platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/model/api/Copy.h"
+#include "tarvelon/platform/model/api/Difference.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Json.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/api/Validation.h"
 #include "tests/native/Support.h"
 #include "tests/support/FailingNew.h"
 #include "tests/support/SmallStack.h"

@@ -2,7 +2,7 @@
 #include <new>
 
 #include "tarvelon/boundary/k7q/Introspection.h"
-#include "tarvelon/platform/k7q/ModelFactory.h"
+#include "tarvelon/platform/k7q/handles/ModelFactory.h"
 #include "tests/factory/Support.h"
 
 using namespace factory;

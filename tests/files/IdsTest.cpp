@@ -3,7 +3,7 @@
 #include <set>
 #include <string>
 
-#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/model/api/History.h"
 #include "tests/files/Support.h"
 
 namespace {

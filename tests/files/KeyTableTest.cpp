@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "tarvelon/platform/files/KeyTable.h"
-#include "tarvelon/platform/tarvelon/copy/Hashes.h"
+#include "tarvelon/platform/files/shared/KeyTable.h"
+#include "tarvelon/platform/model/copy/Hashes.h"
 #include "tests/files/Support.h"
 
 namespace {

@@ -6,11 +6,11 @@
 #include <string>
 #include <vector>
 
-#include "tarvelon/platform/tarvelon/ClassData.h"
-#include "tarvelon/platform/tarvelon/Instance.h"
-#include "tarvelon/platform/tarvelon/WordList.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/metamodel/ClassData.h"
+#include "tarvelon/platform/model/objects/Instance.h"
+#include "tarvelon/platform/model/words/WordList.h"
 #include "tests/files/Support.h"
 #include "tests/support/SmallStack.h"
 

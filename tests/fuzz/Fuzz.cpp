@@ -14,7 +14,7 @@
 
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
 #include "tarvelon/boundary/ut/Memory.h"
-#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/model/objects/Instance.h"
 #include "tests/fuzz/Catalog.h"
 #include "tests/fuzz/Program.h"
 #include "tests/world/World.h"

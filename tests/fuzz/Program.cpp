@@ -7,7 +7,7 @@
 #include <string>
 
 #include "tarvelon/boundary/k7q/Exception.h"
-#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/model/objects/Instance.h"
 #include "tests/fuzz/Arguments.h"
 #include "tests/fuzz/Catalog.h"
 #include "tests/fuzz/Undefined.h"

@@ -174,7 +174,7 @@ TEST(DeviantAssertions, RefuseAReadOnlyViewWhileTheyAreOn) {
   EXPECT_EQ(
       text.find(
           "Assertion failed: the view is read-only, its deviant refuses writing; asDeviant(model) with the "
-          "model itself gives a writable view at platform/k7q/DeviantRegistry.cpp:"),
+          "model itself gives a writable view at platform/k7q/handles/DeviantRegistry.cpp:"),
       0U);
 
   EXPECT_TRUE(DeviantAssertions::enableAssertions(false));

@@ -4,7 +4,7 @@
 
 #include "tarvelon/binding/Methods.h"
 #include "tarvelon/boundary/k7q/ClassMetaData.h"
-#include "tarvelon/platform/k7q/Initialize.h"
+#include "tarvelon/platform/k7q/classes/Initialize.h"
 #include "tests/k7q/FakeTables.h"
 
 namespace fake {

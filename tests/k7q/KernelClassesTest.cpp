@@ -4,8 +4,8 @@
 #include <gtest/gtest.h>
 
 #include "tarvelon/boundary/k7q/ModelCache.h"
-#include "tarvelon/platform/k7q/Initialize.h"
-#include "tarvelon/platform/k7q/ModelFactory.h"
+#include "tarvelon/platform/k7q/classes/Initialize.h"
+#include "tarvelon/platform/k7q/handles/ModelFactory.h"
 #include "tests/k7q/Fake.h"
 
 using host::object;

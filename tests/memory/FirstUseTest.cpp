@@ -10,12 +10,12 @@
 
 #include <gtest/gtest.h>
 
-#include "tarvelon/platform/tarvelon/api/Copy.h"
-#include "tarvelon/platform/tarvelon/api/Difference.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Json.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
-#include "tarvelon/platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/model/api/Copy.h"
+#include "tarvelon/platform/model/api/Difference.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Json.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/api/Validation.h"
 #include "tests/files/Support.h"
 #include "tests/memory/FirstUse.h"
 #include "tests/support/Host.h"

@@ -6,14 +6,14 @@
 #include <vector>
 
 #include "tarvelon/platform/files/Files.h"
-#include "tarvelon/platform/tarvelon/ClassData.h"
-#include "tarvelon/platform/tarvelon/Instance.h"
-#include "tarvelon/platform/tarvelon/Journal.h"
-#include "tarvelon/platform/tarvelon/NativeModel.h"
-#include "tarvelon/platform/tarvelon/WordList.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
-#include "tarvelon/platform/tarvelon/audit/Audit.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/audit/Audit.h"
+#include "tarvelon/platform/model/changes/Journal.h"
+#include "tarvelon/platform/model/metamodel/ClassData.h"
+#include "tarvelon/platform/model/objects/Instance.h"
+#include "tarvelon/platform/model/objects/NativeModel.h"
+#include "tarvelon/platform/model/words/WordList.h"
 #include "tests/native/Support.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "tarvelon/platform/tarvelon/Documentation.h"
+#include "tarvelon/platform/model/metamodel/Documentation.h"
 
 namespace Tarvelon::metamodel::native {
 namespace {

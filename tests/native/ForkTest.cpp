@@ -6,7 +6,7 @@
 #include <unistd.h>
 #include <vector>
 
-#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/model/objects/Instance.h"
 #include "tests/native/Support.h"
 
 namespace {

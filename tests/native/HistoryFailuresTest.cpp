@@ -6,9 +6,9 @@
 #include <memory>
 #include <vector>
 
-#include "tarvelon/platform/k7q/Rewritable.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/k7q/sequences/Rewritable.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 #include "tests/support/FailingNew.h"

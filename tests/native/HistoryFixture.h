@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 

@@ -1,7 +1,7 @@
 // Lists that a host makes, of objects that a model destroys and brings back.
 
-#include "tarvelon/platform/k7q/HostList.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/k7q/sequences/HostList.h"
+#include "tarvelon/platform/model/api/History.h"
 #include "tests/native/Support.h"
 #include "tests/support/FailingNew.h"
 

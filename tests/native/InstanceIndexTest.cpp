@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "tarvelon/platform/hx/Sanitizer.h"
-#include "tarvelon/platform/tarvelon/Instance.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/objects/Instance.h"
 #include "tests/native/Support.h"
 #include "tests/support/Uninstrumented.h"
 

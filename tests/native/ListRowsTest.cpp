@@ -7,9 +7,10 @@
 #include <utility>
 #include <vector>
 
-#include "tarvelon/platform/tarvelon/ClassData.h"
-#include "tarvelon/platform/tarvelon/Instance.h"
-#include "tarvelon/platform/tarvelon/WordList.h"
+#include "tarvelon/platform/model/metamodel/ClassData.h"
+#include "tarvelon/platform/model/objects/Instance.h"
+#include "tarvelon/platform/model/objects/Slots.h"
+#include "tarvelon/platform/model/words/WordList.h"
 #include "tests/native/HistoryFixture.h"
 
 namespace {

@@ -6,10 +6,10 @@
 #include <string>
 #include <vector>
 
-#include "tarvelon/platform/tarvelon/Instance.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
-#include "tarvelon/platform/tarvelon/audit/Audit.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/audit/Audit.h"
+#include "tarvelon/platform/model/objects/Instance.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 

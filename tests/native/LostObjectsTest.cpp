@@ -1,7 +1,7 @@
 // What is said of objects and models that cannot be used any more, and of places that a list has not.
 
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/native/SequenceFixture.h"
 
 namespace {
@@ -26,8 +26,7 @@ TEST_F(LostObjects, ADestroyedOneIsToldByItsClass) {
   for (const auto& text :
        {refusalOf([&] { Access<foundation::NamedElement>(mPackage, "Name").get(); }),
         refusalOf([&] { api::qualifiedName(mPackage); }), refusalOf([&] { api::referrers(mPackage); })}) {
-    EXPECT_EQ(text.find("Assertion failed: " + std::string(kNullText) + " at platform/tarvelon/"), 0U)
-        << text;
+    EXPECT_EQ(text.find("Assertion failed: " + std::string(kNullText) + " at platform/model/"), 0U) << text;
     EXPECT_EQ(detailOf(text), "common.Package was destroyed");
   }
 }

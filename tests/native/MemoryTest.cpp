@@ -9,8 +9,8 @@
 #include "examples/brake_model.h"
 #include "tarvelon/boundary/bedrock/Except.h"
 #include "tarvelon/boundary/ut/Memory.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/native/Support.h"
 #include "tests/support/Uninstrumented.h"
 

@@ -3,8 +3,8 @@
 #include <vector>
 
 #include "tarvelon/boundary/tarvelon/Packages.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 

@@ -2,7 +2,7 @@
 
 #include <type_traits>
 
-#include "tarvelon/platform/tarvelon/Instance.h"
+#include "tarvelon/platform/model/objects/Instance.h"
 #include "tests/native/Support.h"
 
 namespace {

@@ -4,8 +4,8 @@
 #include <vector>
 
 #include "tarvelon/boundary/ut/Memory.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 #include "tests/support/FailingNew.h"

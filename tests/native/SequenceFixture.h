@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-#include "tarvelon/platform/k7q/Rewritable.h"
+#include "tarvelon/platform/k7q/sequences/Rewritable.h"
 #include "tests/native/Support.h"
 
 // What the tests of many-valued properties and of their iterators share.
@@ -15,7 +15,7 @@ inline constexpr std::string_view kBeyond = "sequence index out of bounds";
 template <class Call>
 void expectAssertion(std::string_view message, Call call) {
   const std::string text = refusalOf(call);
-  EXPECT_EQ(text.find("Assertion failed: " + std::string(message) + " at platform/tarvelon/"), 0U) << text;
+  EXPECT_EQ(text.find("Assertion failed: " + std::string(message) + " at platform/model/"), 0U) << text;
 }
 
 /// The sequence of a formula's constants, which it refers to.

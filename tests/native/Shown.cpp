@@ -4,7 +4,7 @@
 #include <functional>
 #include <map>
 
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/native/Support.h"
 
 namespace shown {

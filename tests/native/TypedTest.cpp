@@ -2,7 +2,7 @@
 
 #include <type_traits>
 
-#include "tarvelon/platform/tarvelon/api/Copy.h"
+#include "tarvelon/platform/model/api/Copy.h"
 #include "tests/native/Support.h"
 
 namespace {

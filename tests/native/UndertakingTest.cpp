@@ -3,9 +3,9 @@
 #include <optional>
 #include <stdexcept>
 
-#include "tarvelon/platform/tarvelon/api/Copy.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Copy.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 

@@ -4,10 +4,10 @@
 #include <algorithm>
 #include <set>
 
-#include "tarvelon/platform/tarvelon/ClassData.h"
-#include "tarvelon/platform/tarvelon/Instance.h"
-#include "tarvelon/platform/tarvelon/WordList.h"
-#include "tarvelon/platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/model/api/Validation.h"
+#include "tarvelon/platform/model/metamodel/ClassData.h"
+#include "tarvelon/platform/model/objects/Instance.h"
+#include "tarvelon/platform/model/words/WordList.h"
 #include "tests/native/Support.h"
 
 namespace {

@@ -3,8 +3,8 @@
 
 #include "tarvelon/boundary/hx/Array.h"
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
-#include "tarvelon/platform/tarvelon/Instance.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/objects/Instance.h"
 #include "tests/native/Support.h"
 #include "tests/support/Host.h"
 #include "tests/threads/Threads.h"

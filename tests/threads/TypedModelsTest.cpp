@@ -4,12 +4,12 @@
 #include <unistd.h>
 
 #include "tarvelon/platform/files/Files.h"
-#include "tarvelon/platform/tarvelon/api/Copy.h"
-#include "tarvelon/platform/tarvelon/api/Difference.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Json.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
-#include "tarvelon/platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/model/api/Copy.h"
+#include "tarvelon/platform/model/api/Difference.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Json.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/api/Validation.h"
 #include "tests/native/Support.h"
 #include "tests/threads/Threads.h"
 

@@ -4,7 +4,7 @@
 #include <map>
 #include <set>
 
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/world/Fault.h"
 #include "tests/world/Observe.h"
 

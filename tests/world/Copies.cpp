@@ -1,6 +1,6 @@
 // Steps about clones, within a model and between two.
 
-#include "tarvelon/platform/tarvelon/api/Copy.h"
+#include "tarvelon/platform/model/api/Copy.h"
 #include "tests/world/Fault.h"
 #include "tests/world/World.h"
 

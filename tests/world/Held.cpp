@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tarvelon/platform/tarvelon/Metamodel.h"
+#include "tarvelon/platform/model/metamodel/Metamodel.h"
 #include "tests/world/Fault.h"
 #include "tests/world/World.h"
 

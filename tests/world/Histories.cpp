@@ -2,8 +2,8 @@
 
 #include <exception>
 
-#include "tarvelon/platform/tarvelon/api/Json.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Json.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/world/Fault.h"
 #include "tests/world/World.h"
 

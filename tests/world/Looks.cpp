@@ -4,11 +4,11 @@
 #include <algorithm>
 #include <set>
 
-#include "tarvelon/platform/tarvelon/api/Difference.h"
-#include "tarvelon/platform/tarvelon/api/History.h"
-#include "tarvelon/platform/tarvelon/api/Json.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
-#include "tarvelon/platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/model/api/Difference.h"
+#include "tarvelon/platform/model/api/History.h"
+#include "tarvelon/platform/model/api/Json.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/api/Validation.h"
 #include "tests/world/Fault.h"
 #include "tests/world/World.h"
 

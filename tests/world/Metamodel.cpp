@@ -4,8 +4,8 @@
 #include <string>
 #include <unordered_map>
 
-#include "tarvelon/platform/tarvelon/Metamodel.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/metamodel/Metamodel.h"
 #include "tests/world/Fault.h"
 
 namespace world {

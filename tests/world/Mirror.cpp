@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "tarvelon/platform/tarvelon/audit/Audit.h"
+#include "tarvelon/platform/model/audit/Audit.h"
 #include "tests/world/Fault.h"
 
 namespace world {

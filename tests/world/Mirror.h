@@ -6,7 +6,7 @@
 #include <string>
 #include <vector>
 
-#include "tarvelon/platform/tarvelon/api/History.h"
+#include "tarvelon/platform/model/api/History.h"
 #include "tests/world/Observe.h"
 
 /// A model of the engine and what it must look like.

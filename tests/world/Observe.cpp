@@ -4,7 +4,7 @@
 #include <bit>
 
 #include "tarvelon/boundary/tarvelon/PrimitiveCell.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/world/Fault.h"
 
 namespace world {

@@ -3,7 +3,7 @@
 #include <algorithm>
 
 #include "tarvelon/boundary/tarvelon/PrimitiveCell.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/world/Fault.h"
 #include "tests/world/Mirror.h"
 

@@ -1,6 +1,6 @@
 // Steps through the typed handles, which the compiler has made of the rows.
 
-#include "tarvelon/platform/tarvelon/Metamodel.h"
+#include "tarvelon/platform/model/metamodel/Metamodel.h"
 #include "tests/world/Fault.h"
 #include "tests/world/World.h"
 

@@ -1,8 +1,8 @@
 #include "tarvelon/platform/files/Files.h"
-#include "tarvelon/platform/tarvelon/api/Copy.h"
-#include "tarvelon/platform/tarvelon/api/Json.h"
-#include "tarvelon/platform/tarvelon/api/Search.h"
-#include "tarvelon/platform/tarvelon/api/Validation.h"
+#include "tarvelon/platform/model/api/Copy.h"
+#include "tarvelon/platform/model/api/Json.h"
+#include "tarvelon/platform/model/api/Search.h"
+#include "tarvelon/platform/model/api/Validation.h"
 #include "tests/world/World.h"
 
 namespace world {

@@ -1,8 +1,8 @@
 // The library's headers, and then this project's own, which have names of the library's.
 #include <tarvelon/platform/files/Files.h>
+#include <tarvelon/platform/model/metamodel/Metamodel.h>
+#include <tarvelon/platform/model/metamodel/Reflection.h>
 #include <tarvelon/platform/ruvo/ObjectSystem.h>
-#include <tarvelon/platform/tarvelon/Metamodel.h>
-#include <tarvelon/platform/tarvelon/Reflection.h>
 
 #if defined(OWN_TABLE) || defined(OWN_OBJECT)
 #error "the library took headers of this project for its own"

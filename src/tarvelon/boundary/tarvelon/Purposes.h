@@ -17,7 +17,7 @@
 ///       ...);
 ///
 /// Texts are for people who read the name for the first time: the first sentence stands alone in lists. They
-/// are not part of the module; platform/tarvelon/Documentation.cpp alone projects them.
+/// are not part of the module; platform/model/metamodel/Documentation.cpp alone projects them.
 namespace Tarvelon::metamodel {
 
 /// The name of a class or an enumeration within its package.

@@ -22,7 +22,8 @@ namespace typed {
 
 template <class X, class B, class... Bases>
 constexpr bool anyBase(BaseRows<Bases...> /*bases*/) {
-  static_assert((HasRow<Bases> && ...), "a base has no row here: include platform/tarvelon/Metamodel.h");
+  static_assert((HasRow<Bases> && ...),
+                "a base has no row here: include platform/model/metamodel/Metamodel.h");
   return (DerivesFrom<Bases, B>::kValue || ...);
 }
 

@@ -1,0 +1,209 @@
+#include "tarvelon/platform/model/audit/Auditor.h"
+
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/model/changes/Journal.h"
+#include "tarvelon/platform/model/changes/Links.h"
+#include "tarvelon/platform/model/metamodel/ClassMethods.h"
+#include "tarvelon/platform/model/objects/Slots.h"
+#include "tarvelon/platform/model/values/Refusal.h"
+#include "tarvelon/platform/model/words/WordList.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+constexpr std::uint32_t kAnyLength = WordList::kMaxSize;
+/// Lists of one object that checkSteps() goes through.
+constexpr std::uint32_t kShort = 64;
+constexpr const char* kOwners = "owners and owned agree";
+constexpr const char* kReferrers = "references and referrers agree";
+
+bool isReferring(const Instance& object, unsigned slot) noexcept {
+  return (object.cls().referringSlots & bitOf(slot)) != 0;
+}
+
+}  // namespace
+
+void violate(std::string_view invariant, const std::string& what) {
+  throw Violation{std::string(invariant) + ": " + what};
+}
+
+std::string shownObject(const Instance* object) {
+  if (!object) return "nothing";
+  const std::string text = describe(*object) + " (number " + std::to_string(object->number()) + ")";
+  return object->isAlive() ? text : "the buried " + text;
+}
+
+std::string shownSlot(const Instance& object, unsigned slot) {
+  const auto& properties = object.cls().slotProperties;
+  return slot < properties.size() ? std::string(properties[slot]->metaName())
+                                  : "slot " + std::to_string(slot);
+}
+
+void Auditor::checkAll() {
+  checkNumbers();
+  checkFreePlaces();
+  checkClasses();
+  checkOwners();
+  checkObjects();
+  checkIds();
+  checkNames();
+  checkJournal();
+}
+
+void Auditor::checkSteps(std::span<const Step> steps) {
+  const Instance* last = nullptr;
+  for (const Step& step : steps) {
+    if (step.object == last) continue;
+    last = step.object;
+    if (!isThere(last)) violate("steps are of objects that are there", "a step has an object that is gone");
+    if (last->isAlive()) checkReferences(*last, kShort);
+  }
+}
+
+bool Auditor::isThere(const Instance* object) const noexcept {
+  return object && mModel.instances().find(object->number()) == object && !object->hasExpired();
+}
+
+/// Goes down from the objects that nothing owns: so each is met once.
+void Auditor::checkOwners() {
+  UnnoticedVector<Instance*> pending;
+  UnnoticedVector<const Instance*> met;
+  mModel.instances().forEach([&](Instance& object) {
+    if (met.size() <= object.number()) met.resize(object.number() + std::size_t{1});
+    if (!object.owner()) pending.push_back(&object);
+  });
+  while (!pending.empty()) {
+    Instance& owner = *pending.back();
+    pending.pop_back();
+    met[owner.number()] = &owner;
+    forEachHeld(owner, [&](Instance& held, unsigned slot) {
+      checkOwned(owner, held, slot);
+      if (met[held.number()]) {
+        violate(kOwners, shownObject(&held) + " is held twice, and once by " + shownObject(&owner));
+      }
+      met[held.number()] = &held;
+      pending.push_back(&held);
+    });
+  }
+  mModel.instances().forEach([&](const Instance& object) {
+    if (met[object.number()]) return;
+    violate(kOwners, shownObject(&object) + " says that " + shownObject(object.owner()) +
+                         " holds it, and no way down from an object without an owner leads to it");
+  });
+}
+
+void Auditor::checkOwned(const Instance& owner, Instance& held, unsigned slot) {
+  ++mCost;
+  const auto what = [&] { return shownObject(&owner) + " holds in " + shownSlot(owner, slot) + " "; };
+  if (!isThere(&held)) violate(kOwners, what() + "an object that is gone");
+  if (held.owner() != &owner || held.ownerSlot() != slot) {
+    violate(kOwners, what() + shownObject(&held) + ", and the owner of that is " + shownObject(held.owner()));
+  }
+  if (held.isAlive() != owner.isAlive()) violate(kOwners, what() + shownObject(&held));
+}
+
+void Auditor::checkObjects() {
+  mReferences = 0;
+  mModel.instances().forEach([this](const Instance& object) {
+    ++mCost;
+    if (object.isDying()) violate("no object is left half destroyed", shownObject(&object) + " is");
+    checkValues(object);
+    checkReferences(object, kAnyLength);
+    checkReferrers(object);
+  });
+  if (mReferences == mReferrers) return;
+  violate(kReferrers, std::to_string(mReferences) + " references are in the model, and " +
+                          std::to_string(mReferrers) + " are known to what they refer to");
+}
+
+void Auditor::checkReferences(const Instance& object, std::uint32_t longest) {
+  const ClassData& cls = object.cls();
+  forEachSlot(object.presence() & (cls.holdingSlots | cls.referringSlots), [&](unsigned slot) {
+    if (!isList(object, slot)) {
+      checkReference(object, slot, *object.find(slot)->object);
+      return;
+    }
+    const WordList& list = *listOf(object, slot);
+    if (list.size() > longest) return;
+    for (std::uint32_t index = 0; index < list.size(); ++index)
+      checkReference(object, slot, *list.at(index).object);
+  });
+}
+
+void Auditor::checkReference(const Instance& object, unsigned slot, const Instance& element) {
+  ++mCost;
+  const auto what = [&] {
+    return shownObject(&object) + " has in " + shownSlot(object, slot) + " " + shownObject(&element);
+  };
+  if (!isThere(&element) || (object.isAlive() && !element.isAlive())) {
+    violate("what lives has nothing that is gone", what());
+  }
+  if (isReferring(object, slot)) {
+    ++mReferences;
+    if (!containsElement(object, slot, element)) violate(kReferrers, what() + ", which does not know of it");
+  } else if (!containsElement(object, slot, element)) {
+    violate(kOwners, what() + ", and the owner of that is " + shownObject(element.owner()));
+  }
+  if (object.isAlive()) checkOpposite(object, slot, element);
+}
+
+void Auditor::checkOpposite(const Instance& object, unsigned slot, const Instance& element) {
+  if ((object.cls().oppositeSlots & bitOf(slot)) == 0) return;
+  const Property& back = *object.cls().slotProperties[slot]->opposite();
+  const unsigned backSlot = element.cls().placeOf(back.ownerClass().data(), back.id()).slot;
+  if (element.has(backSlot) && containsElement(element, backSlot, object)) return;
+  violate("opposites agree", shownObject(&object) + " has in " + shownSlot(object, slot) + " " +
+                                 shownObject(&element) + ", which does not have it in " +
+                                 shownSlot(element, backSlot));
+}
+
+/// That the lists among them hold the object follows from the number of all references, which checkObjects()
+/// counts.
+void Auditor::checkReferrers(const Instance& object) {
+  const Word* word = object.find(Instance::kReferrerSlot);
+  if (!word) return;
+  std::uint64_t bits = word->bits;
+  Referrers(bits).forEach([&](Referrer referrer) {
+    ++mReferrers;
+    const Instance* referring = mModel.instances().find(referrer.instance);
+    const auto what = [&] {
+      return shownObject(&object) + " knows of a reference by number " + std::to_string(referrer.instance) +
+             ", slot " + std::to_string(referrer.slot) + ", ";
+    };
+    if (!isThere(referring)) violate(kReferrers, what() + "where no object is");
+    if (!isReferring(*referring, referrer.slot)) violate(kReferrers, what() + "which refers to nothing");
+    const Word* place = referring->find(referrer.slot);
+    if (!place || (!isList(*referring, referrer.slot) && place->object != &object)) {
+      violate(kReferrers, what() + "and " + shownObject(referring) + " does not have it there");
+    }
+  });
+}
+
+void Auditor::checkValues(const Instance& object) {
+  const ClassData& cls = object.cls();
+  forEachSlot(object.presence(), [&](unsigned slot) {
+    ++mCost;
+    if (slot >= cls.slotProperties.size() && slot < ClassData::kForeignIdSlot) {
+      violate("values belong to properties", shownObject(&object) + " has one in " + shownSlot(object, slot));
+    }
+    if ((cls.textSlots & bitOf(slot)) == 0) return;
+    const Word word = *object.find(slot);
+    if (!isList(cls, slot)) {
+      countText(object, word);
+      return;
+    }
+    for (std::uint32_t index = 0; index < word.list->size(); ++index) countText(object, word.list->at(index));
+  });
+}
+
+void Auditor::countText(const Instance& object, Word word) {
+  ++mCost;
+  if (!word.text) return;
+  if (++mTexts[word.text] <= word.text->numRef()) return;
+  violate("texts are counted", "one of " + shownObject(&object) + " has " +
+                                   std::to_string(word.text->numRef()) +
+                                   " references and is stored in more places");
+}
+
+}  // namespace Tarvelon::metamodel::native

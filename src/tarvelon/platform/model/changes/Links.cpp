@@ -1,0 +1,349 @@
+#include "tarvelon/platform/model/changes/Links.h"
+
+#include <array>
+#include <utility>
+
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/model/changes/AuditHooks.h"
+#include "tarvelon/platform/model/changes/Journal.h"
+#include "tarvelon/platform/model/changes/Order.h"
+#include "tarvelon/platform/model/changes/Steps.h"
+#include "tarvelon/platform/model/metamodel/ClassMethods.h"
+#include "tarvelon/platform/model/objects/Instance.h"
+#include "tarvelon/platform/model/objects/NativeModel.h"
+#include "tarvelon/platform/model/objects/Slots.h"
+#include "tarvelon/platform/model/values/Refusal.h"
+#include "tarvelon/platform/model/words/TextCell.h"
+#include "tarvelon/platform/model/words/WordList.h"
+
+namespace Tarvelon::metamodel::native {
+
+namespace {
+
+using Kind = Step::Kind;
+
+/// The slot of a property of the object's class or of one above.
+std::uint8_t slotOf(const Instance& object, const Property& property) noexcept {
+  return object.cls().placeOf(property.ownerClass().data(), property.id()).slot;
+}
+
+Referrer referrer(const Instance& object, unsigned slot) noexcept {
+  return {object.number(), static_cast<std::uint8_t>(slot)};
+}
+
+Step insertion(Instance& object, unsigned slot, std::uint32_t index, Word word) noexcept {
+  return {&object, {}, word, index, static_cast<std::uint8_t>(slot), Kind::Element, false, true};
+}
+Step removal(Instance& object, unsigned slot, std::uint32_t index) noexcept {
+  const Word word = listOf(object, slot)->at(index);
+  return {&object, word, {}, index, static_cast<std::uint8_t>(slot), Kind::Element, true, false};
+}
+Step replacement(Instance& object, unsigned slot, std::uint32_t index, Word word) noexcept {
+  const Word old = listOf(object, slot)->at(index);
+  return {&object, old, word, index, static_cast<std::uint8_t>(slot), Kind::Element, true, true};
+}
+
+/// Takes an element out of a place that holds it or refers to it.
+void takeOut(Instance& object, unsigned slot, const Instance& element) noexcept {
+  if (isList(object, slot)) {
+    make(removal(object, slot, listOf(object, slot)->find(&element)));
+  } else {
+    make(valueStep(object, slot, false, {}));
+  }
+}
+
+WordList& reserveList(Instance& object, unsigned slot) {
+  WordList* list = listOf(object, slot);
+  if (!list) {
+    // The list stays when its first element is taken back.
+    LastingRoom room = object.reserveLasting();
+    list = WordList::make();
+    object.put(slot, Word{.list = list}, std::move(room));
+  }
+  list->reserve(1);
+  return *list;
+}
+
+/// Room for what tying the element to the slot stores with the element.
+void reserveTie(const Instance& object, unsigned slot, Instance& element) {
+  if (!holds(object, slot)) element.reserveReferrer();
+}
+
+/// Room in the slot itself, of an object that gets that many values.
+void reservePlace(Instance& object, unsigned slot, unsigned values) {
+  if (isList(object, slot)) {
+    reserveList(object, slot);
+  } else {
+    object.reserve(values);
+  }
+}
+
+/// The reference back that a slot's property has with its element.
+class Opposite {
+ public:
+  Opposite(const Instance& object, unsigned slot, Instance& element) : mElement(element) {
+    if ((object.cls().oppositeSlots & bitOf(slot)) == 0) return;
+    mSlot = slotOf(element, *object.cls().slotProperties[slot]->opposite());
+  }
+  bool isThere() const noexcept { return mSlot != ClassData::kNoSlot; }
+
+  void reserveTieBack(Instance& object) const { reserveTie(mElement, mSlot, object); }
+  void reservePlaceBack(unsigned values) const { reservePlace(mElement, mSlot, values); }
+  /// Lets the element refer to the object. One that referred to another is taken from that one first.
+  void add(Instance& object, unsigned slot) const noexcept {
+    if (isList(mElement, mSlot)) {
+      if (!containsElement(mElement, mSlot, object)) {
+        make(insertion(mElement, mSlot, listOf(mElement, mSlot)->size(), Word{.object = &object}));
+      }
+      return;
+    }
+    if (const Word* old = mElement.find(mSlot)) {
+      Instance& former = *old->object;
+      if (&former == &object) return;
+      // Its class may give the property another slot.
+      const Property& property = *object.cls().slotProperties[slot];
+      const unsigned formerSlot = slotOf(former, property);
+      if (containsElement(former, formerSlot, mElement)) takeOut(former, formerSlot, mElement);
+    }
+    make(valueStep(mElement, mSlot, true, Word{.object = &object}));
+  }
+  void remove(const Instance& object) const noexcept {
+    if (isThere() && containsElement(mElement, mSlot, object)) takeOut(mElement, mSlot, object);
+  }
+
+ private:
+  Instance& mElement;
+  std::uint8_t mSlot = ClassData::kNoSlot;
+};
+
+/// All the room that a new reference needs.
+void reserveReference(Instance& object, unsigned slot, Instance& element, const Opposite& opposite) {
+  // Ties first: each puts a word, which would take room from a place.
+  reserveTie(object, slot, element);
+  if (opposite.isThere()) opposite.reserveTieBack(object);
+  const unsigned values = opposite.isThere() && &object == &element ? 2 : 1;
+  reservePlace(object, slot, values);
+  if (opposite.isThere()) opposite.reservePlaceBack(values);
+}
+
+/// What a change of one reference notes at most: the place, who held the element, and the references back of
+/// the element, of the one before and of the one that had it.
+constexpr std::size_t kMostSteps = 6;
+
+void storeReference(Instance& object, unsigned slot, Instance& element) {
+  const Word* old = object.find(slot);
+  if (old && old->object == &element) return;
+  Batch batch(object.model());
+  batch.reserve(kMostSteps);
+  const Opposite opposite(object, slot, element);
+  reserveReference(object, slot, element, opposite);
+  if (const Word* former = object.find(slot)) {
+    const Opposite back(object, slot, *former->object);
+    if (back.isThere()) back.remove(object);
+  }
+  if (holds(object, slot)) leaveOwner(element);
+  make(valueStep(object, slot, true, Word{.object = &element}));
+  if (opposite.isThere()) opposite.add(object, slot);
+}
+
+void clear(Instance& object, unsigned slot) {
+  const Word* word = object.find(slot);
+  if (!word) return;
+  Batch batch(object.model());
+  batch.reserve(kMostSteps);
+  const Storage storage = object.cls().slotProperties[slot]->storage();
+  if (storage == Storage::Reference) {
+    const Opposite opposite(object, slot, *word->object);
+    if (opposite.isThere()) opposite.remove(object);
+  }
+  make(valueStep(object, slot, false, {}));
+}
+
+/// The road of a model that nobody asks for steps: what a step would do, and nothing else.
+void storeUnnoted(Instance& object, unsigned slot, Word word, StepRoom room) {
+  const ClassData& cls = object.cls();
+  const bool isText = (cls.textSlots & bitOf(slot)) != 0;
+  Word* place = object.find(slot);
+  if (!place) object.reserve(1);
+  if (isText) word.text = TextCell::keptOf(word.text).release();
+  const bool hadText = isText && place && place->text;
+  if (place) {
+    const Word old = std::exchange(*place, word);
+    if (hadText) old.text->release();
+  } else {
+    object.put(slot, word, room);
+  }
+  if (slot == cls.nameSlot) object.model().noteNameOf(object, hadText);
+  auditAfter(object.model());
+}
+
+void storeValue(Instance& object, unsigned slot, Word word) {
+  if (const auto room = object.model().unjournaled()) {
+    storeUnnoted(object, slot, word, *room);
+    return;
+  }
+  Batch batch(object.model());
+  batch.reserve(1);
+  if (!object.has(slot)) object.reserve(1);
+  if ((object.cls().textSlots & bitOf(slot)) == 0) {
+    make(valueStep(object, slot, true, word));
+  } else {
+    const TextCell kept = TextCell::keptOf(word.text);
+    make(valueStep(object, slot, true, Word{.text = kept.get()}));
+  }
+}
+
+/// Makes a row of steps on one list, for which apply() goes through it once. Without a journal there is no
+/// place for all of them, and it goes through it once for as many as fit here.
+template <class StepAt>
+void makeRow(Instance& object, std::uint32_t count, StepAt stepAt) noexcept {
+  if (Journal* journal = object.model().journal()) {
+    for (std::uint32_t done = 0; done < count; ++done) journal->note(stepAt(done));
+    apply(journal->lastSteps(count));
+    return;
+  }
+  std::array<Step, 64> steps;
+  for (std::uint32_t done = 0; done < count;) {
+    std::size_t filled = 0;
+    while (done < count && filled < steps.size()) steps[filled++] = stepAt(done++);
+    apply(std::span(steps).first(filled));
+  }
+}
+
+/// From the last place on, so that all of them are one row.
+template <class PlaceAt>
+void eraseMany(Instance& object, unsigned slot, std::uint32_t count, PlaceAt placeAt) {
+  if (count == 0) return;
+  Batch batch(object.model());
+  batch.reserve(2 * std::size_t{count});
+  if ((object.cls().oppositeSlots & bitOf(slot)) == 0) {
+    makeRow(object, count, [&](std::uint32_t done) { return removal(object, slot, placeAt(done)); });
+    return;
+  }
+  for (std::uint32_t done = 0; done < count; ++done) {
+    const std::uint32_t index = placeAt(done);
+    const Opposite opposite(object, slot, *listOf(object, slot)->at(index).object);
+    opposite.remove(object);
+    make(removal(object, slot, index));
+  }
+}
+
+/// The steps that put a value into a list, in a batch.
+void makeInsertion(Instance& object, unsigned slot, std::uint32_t index, Word word) {
+  Batch batch(object.model());
+  batch.reserve(1);
+  reserveList(object, slot);
+  make(insertion(object, slot, index, word));
+}
+
+void makeReplacement(Instance& object, unsigned slot, std::uint32_t index, Word word) {
+  Batch batch(object.model());
+  batch.reserve(1);
+  make(replacement(object, slot, index, word));
+}
+
+}  // namespace
+
+void leaveOwner(Instance& element) noexcept {
+  if (Instance* owner = element.owner()) takeOut(*owner, element.ownerSlot(), element);
+}
+
+void store(Instance& object, unsigned slot, Prepared value) {
+  if (value.isEmpty) {
+    clear(object, slot);
+  } else if (object.cls().slotProperties[slot]->storage() == Storage::Reference) {
+    storeReference(object, slot, *value.word.object);
+  } else {
+    storeValue(object, slot, value.word);
+  }
+}
+
+void requireNoCycle(const Instance& object, const Property& property, const Instance& element) {
+  if (!property.holds()) return;
+  // What holds nothing can only hold the object by being it: so a chain is built downwards without walking up
+  // it.
+  const bool holdsSomething = (element.presence() & element.cls().holdingSlots) != 0;
+  const Instance* above = &object;
+  while (above && above != &element) above = holdsSomething ? above->owner() : nullptr;
+  if (above) refuseCycle(object.cls(), property, element);
+}
+
+bool containsElement(const Instance& object, unsigned slot, const Instance& element) noexcept {
+  if (holds(object, slot)) return element.owner() == &object && element.ownerSlot() == slot;
+  return element.isReferredBy(referrer(object, slot));
+}
+
+void insertElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element) {
+  Batch batch(object.model());
+  batch.reserve(kMostSteps);
+  const Opposite opposite(object, slot, element);
+  reserveReference(object, slot, element, opposite);
+  if (holds(object, slot)) leaveOwner(element);
+  make(insertion(object, slot, index, Word{.object = &element}));
+  if (opposite.isThere()) opposite.add(object, slot);
+}
+
+void insertElements(Instance& object, unsigned slot, std::span<const Placed> elements) {
+  if (holds(object, slot) || (object.cls().oppositeSlots & bitOf(slot)) != 0) {
+    // Between them there are steps elsewhere: each leaves who holds it, or refers back.
+    for (const Placed& each : elements) insertElement(object, slot, each.index, *each.element);
+    return;
+  }
+  if (elements.empty()) return;
+  Batch batch(object.model());
+  batch.reserve(elements.size());
+  for (const Placed& each : elements) reserveTie(object, slot, *each.element);
+  const auto count = static_cast<std::uint32_t>(elements.size());
+  reserveList(object, slot).reserve(count);
+  makeRow(object, count, [&](std::uint32_t done) {
+    return insertion(object, slot, elements[done].index, Word{.object = elements[done].element});
+  });
+}
+
+void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element) {
+  WordList& list = *listOf(object, slot);
+  Instance& old = *list.at(index).object;
+  if (&old == &element) return;
+  if (containsElement(object, slot, element)) {
+    exchangeElements(object, slot, list.find(&element), index);
+    return;
+  }
+  Batch batch(object.model());
+  batch.reserve(kMostSteps);
+  const Opposite opposite(object, slot, element);
+  reserveReference(object, slot, element, opposite);
+  const Opposite back(object, slot, old);
+  if (holds(object, slot)) leaveOwner(element);
+  make(replacement(object, slot, index, Word{.object = &element}));
+  if (back.isThere()) back.remove(object);
+  if (opposite.isThere()) opposite.add(object, slot);
+}
+
+void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count) {
+  eraseMany(object, slot, count, [=](std::uint32_t done) { return first + count - 1 - done; });
+}
+
+void eraseElements(Instance& object, unsigned slot, std::span<const std::uint32_t> places) {
+  const auto count = static_cast<std::uint32_t>(places.size());
+  eraseMany(object, slot, count, [places](std::uint32_t done) { return places[done]; });
+}
+
+void insertText(Instance& object, unsigned slot, std::uint32_t index, K7Q::NSInterface::StringIntf* text) {
+  const TextCell kept = TextCell::keptOf(text);
+  makeInsertion(object, slot, index, Word{.text = kept.get()});
+}
+
+void replaceText(Instance& object, unsigned slot, std::uint32_t index, K7Q::NSInterface::StringIntf* text) {
+  const TextCell kept = TextCell::keptOf(text);
+  makeReplacement(object, slot, index, Word{.text = kept.get()});
+}
+
+void insertNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number) {
+  makeInsertion(object, slot, index, wordOf(number));
+}
+
+void replaceNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number) {
+  makeReplacement(object, slot, index, wordOf(number));
+}
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,34 @@
+// The part of a model that keeps a journal.
+#include <memory>
+
+#include "tarvelon/platform/model/changes/Journal.h"
+#include "tarvelon/platform/model/objects/NativeModel.h"
+
+namespace Tarvelon::metamodel::native {
+
+Journal& NativeModel::requireJournal() {
+  if (!mJournal) mJournal = std::make_unique<Journal>(*this);
+  return *mJournal;
+}
+
+void NativeModel::dropIdleJournal() noexcept {
+  // Who is told of a change stands in the journal, and comes back to it.
+  if (mJournal && mJournal->isTelling()) return;
+  // Whatever happens meanwhile: the journal may have gone as well, and the last handle of the model.
+  addRef();
+  while (mJournal && mJournal->takeLeft()) {
+  }
+  if (mJournal && mJournal->depth() == 0 && mJournal->limit() == 0 && !mJournal->hasListeners() &&
+      !mJournal->isWatched()) {
+    mJournal.reset();
+  }
+  release();
+}
+
+void NativeModel::expire(Instance& instance) noexcept {
+  mInstances.leaveClass(instance);
+  if (mJournal) mJournal->forget(instance);
+  instance.expire();
+}
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,60 @@
+#include "tarvelon/platform/model/names/QualifiedName.h"
+
+#include <vector>
+
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/model/metamodel/ClassData.h"
+#include "tarvelon/platform/model/metamodel/ClassMethods.h"
+#include "tarvelon/platform/model/objects/Instance.h"
+
+namespace Tarvelon::metamodel::native {
+
+bool hasName(const ClassData& cls) noexcept { return cls.nameSlot != ClassData::kNoSlot; }
+
+std::u16string_view ownName(const Instance& object) noexcept {
+  const std::uint8_t slot = object.cls().nameSlot;
+  const Word* word = slot == ClassData::kNoSlot ? nullptr : object.find(slot);
+  return word && word->text ? word->text->view() : std::u16string_view();
+}
+
+// An empty text is stored as none.
+bool isNamed(const Instance& object) noexcept {
+  const std::uint8_t slot = object.cls().nameSlot;
+  const Word* word = slot == ClassData::kNoSlot ? nullptr : object.find(slot);
+  return word && word->text;
+}
+
+const Instance* namingHolder(const Instance& object) noexcept {
+  const Instance* holder = object.owner();
+  while (holder && !isNamed(*holder)) holder = holder->owner();
+  return holder;
+}
+
+bool isNamedBelow(const Instance& object, const Instance* holder) noexcept {
+  const Instance* each = object.owner();
+  while (each != holder) {
+    if (!each || isNamed(*each)) return false;
+    each = each->owner();
+  }
+  return true;
+}
+
+std::string qualifiedName(const Instance& object) {
+  if (!isNamed(object)) return {};
+  std::vector<const Instance*> segments;
+  for (const Instance* each = &object; each; each = namingHolder(*each)) segments.push_back(each);
+  std::string name;
+  for (auto each = segments.rbegin(); each != segments.rend(); ++each) {
+    name.append("/").append(K7Q::String::to_string(ownName(**each)));
+  }
+  return name;
+}
+
+std::string_view shortName(const ClassData& cls) noexcept {
+  const std::string_view name = cls.methods->className().name;
+  const std::size_t last = name.rfind('.');
+  const std::size_t before = last == 0 ? last : name.rfind('.', last - 1);
+  return before == std::string_view::npos ? name : name.substr(before + 1);
+}
+
+}  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+
+#include "tarvelon/platform/model/metamodel/ClassData.h"
+#include "tarvelon/platform/model/objects/Instance.h"
+#include "tarvelon/platform/model/words/WordList.h"
+
+namespace Tarvelon::metamodel::native {
+
+/// Goes through the slots of an object and the elements of their lists, so that a walk down a tree keeps one
+/// of these for each level instead of calling itself.
+class Cursor {
+ public:
+  /// Nothing.
+  Cursor() noexcept = default;
+  Cursor(const Instance& object, std::uint64_t slots) noexcept
+      : mObject(&object), mSlots(object.presence() & slots) {}
+
+  /// Goes to the next value; false at the end. Behind it value(), slot() and index() say what and where.
+  bool next() noexcept {
+    for (; mSlots != 0; mSlots &= mSlots - 1, mNext = 0) {
+      mSlot = static_cast<unsigned>(std::countr_zero(mSlots));
+      const Word* word = mObject->find(mSlot);
+      const bool isList = (mObject->cls().listSlots >> mSlot & 1) != 0;
+      if (mNext == (isList ? word->list->size() : 1)) continue;
+      mIndex = mNext++;
+      mValue = isList ? word->list->at(mIndex) : *word;
+      return true;
+    }
+    return false;
+  }
+  Word value() const noexcept { return mValue; }
+  unsigned slot() const noexcept { return mSlot; }
+  std::uint32_t index() const noexcept { return mIndex; }
+
+ private:
+  const Instance* mObject = nullptr;
+  std::uint64_t mSlots = 0;
+  Word mValue{};
+  unsigned mSlot = 0;
+  std::uint32_t mIndex = 0;
+  std::uint32_t mNext = 0;
+};
+
+}  // namespace Tarvelon::metamodel::native

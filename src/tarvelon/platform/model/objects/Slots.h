@@ -1,0 +1,58 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+
+#include "tarvelon/platform/model/metamodel/ClassData.h"
+#include "tarvelon/platform/model/objects/Instance.h"
+#include "tarvelon/platform/model/words/WordList.h"
+
+/// Walks over the references of one object.
+namespace Tarvelon::metamodel::native {
+
+inline constexpr std::uint64_t bitOf(unsigned slot) noexcept { return std::uint64_t{1} << slot; }
+
+inline bool isList(const ClassData& cls, unsigned slot) noexcept {
+  return (cls.listSlots & bitOf(slot)) != 0;
+}
+inline bool isList(const Instance& object, unsigned slot) noexcept { return isList(object.cls(), slot); }
+inline bool holds(const ClassData& cls, unsigned slot) noexcept {
+  return (cls.holdingSlots & bitOf(slot)) != 0;
+}
+inline bool holds(const Instance& object, unsigned slot) noexcept { return holds(object.cls(), slot); }
+
+/// The list of a property of many values. Null while no value was ever put in.
+inline WordList* listOf(const Instance& object, unsigned slot) noexcept {
+  const Word* word = object.find(slot);
+  return word ? word->list : nullptr;
+}
+
+/// Calls visit(slot) for each slot of the set, from the lowest.
+template <class Visit>
+void forEachSlot(std::uint64_t slots, Visit visit) {
+  for (; slots != 0; slots &= slots - 1) visit(static_cast<unsigned>(std::countr_zero(slots)));
+}
+
+/// Calls visit(Instance&, slot) for each object in those of the object's slots, in order. The object must not
+/// change meanwhile.
+template <class Visit>
+void forEachObject(const Instance& object, std::uint64_t slots, Visit visit) {
+  forEachSlot(object.presence() & slots, [&](unsigned slot) {
+    const Word word = *object.find(slot);
+    if (!isList(object, slot)) {
+      visit(*word.object, slot);
+      return;
+    }
+    for (std::uint32_t index = 0; index < word.list->size(); ++index) {
+      visit(*word.list->at(index).object, slot);
+    }
+  });
+}
+
+/// The same for what the object holds.
+template <class Visit>
+void forEachHeld(const Instance& object, Visit visit) {
+  forEachObject(object, object.cls().holdingSlots, visit);
+}
+
+}  // namespace Tarvelon::metamodel::native

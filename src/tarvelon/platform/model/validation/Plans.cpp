@@ -1,0 +1,159 @@
+#include "tarvelon/platform/model/validation/Plans.h"
+
+#include <algorithm>
+#include <string_view>
+
+#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/metamodel/Registry.h"
+#include "tarvelon/platform/model/validation/Rules.h"
+
+namespace Tarvelon::metamodel::native::validation {
+
+namespace {
+
+using namespace arplatform;  // NOLINT(google-build-using-namespace): the rows name the packages below it
+
+/// A property of a class, by its rows.
+struct Row {
+  const K7Q::IntrospectiveMethods* owner;
+  unsigned id;
+};
+
+template <class X, FixedString Name>
+Row rowOf() {
+  using Found = PropertyAccess<X, Name>;
+  return {&Found::methods(), Found::kProperty.id};
+}
+
+/// Required by the metamodel, but without meaning for one class below.
+struct Exemption {
+  const K7Q::IntrospectiveMethods* cls;
+  Row row;
+};
+
+const auto& exemptions() {
+  static const Exemption kRows[] = {
+      // What a port says of a trigger names no data element, since a trigger carries none.
+      {&port::NSInterface::TriggerReceiverPortInfoIntf::sIntrospectiveMethods,
+       rowOf<port::DataPortInfo, "DataElements">()},
+  };
+  return kRows;
+}
+
+struct Expectation {
+  Row row;
+  const char* without;
+};
+
+// Optional in the metamodel, so that an object can be made before it is known; what an object is without it.
+const auto& expectations() {
+  static const Expectation kRows[] = {
+      {rowOf<behavior::Event, "StartOnEvent">(), "the event starts no runnable"},
+      {rowOf<behavior::DataSendCompletedEvent, "dataAccess">(), "nothing can raise the event"},
+      {rowOf<behavior::DataWriteCompletedEvent, "dataAccess">(), "nothing can raise the event"},
+      {rowOf<behavior::InternalTriggerOccurredEvent, "InternalTriggeringPoint">(),
+       "nothing can raise the event"},
+      {rowOf<behavior::PortAPIOption, "Port">(), "the option applies to no port"},
+      {rowOf<behavior::ServiceDependency, "ServiceNeeds">(), "the dependency asks for no service"},
+      {rowOf<common::Data, "Type">(), "the data has no type"},
+      {rowOf<common::DataTypeMap, "ApplicationType">(), "the map maps nothing"},
+      {rowOf<common::DataTypeMap, "ImplementationType">(), "the map maps to nothing"},
+      {rowOf<common::ModeRequestTypeMap, "ModeGroupType">(), "the map maps nothing"},
+      {rowOf<common::ModeRequestTypeMap, "ImplementationType">(), "the map maps to nothing"},
+      {rowOf<common::ModeDeclarationGroup, "InitialMode">(),
+       "it is not known in which mode the group starts"},
+      {rowOf<composition::AssemblyConnector, "Provider">(), "the connector has one end"},
+      {rowOf<composition::AssemblyConnector, "Requester">(), "the connector has one end"},
+      {rowOf<instance::ModeDeclarationInstanceRef, "groupElement">(),
+       "it is not known which modes are meant"},
+      {rowOf<instance::TriggerInstanceRef, "Trigger">(), "no trigger is meant"},
+      {rowOf<instance::TriggerInstanceRef, "Port">(), "the trigger comes through no port"},
+      {rowOf<interface::ModeDeclarationGroupElement, "ModeGroup">(), "the element has no modes"},
+      {rowOf<interface::ModeSwitchInterface, "ModeGroup">(), "the interface switches no modes"},
+      {rowOf<manifest::AdaptivePlatformServiceInstance, "Deployment">(), "the instance is not deployed"},
+      {rowOf<manifest::ProcessToMachineMapping, "Machine">(), "the process runs nowhere"},
+      {rowOf<manifest::ServiceInstanceToPortMapping, "ServiceInstance">(), "the port is mapped to nothing"},
+      {rowOf<manifest::ServiceInstanceToPortMapping, "Port">(), "the instance is mapped to nothing"},
+      {rowOf<manifest::ServiceInterfaceDeployment, "ServiceInterface">(), "nothing is deployed"},
+      {rowOf<timingExtension::EOCExecutableEntityRef, "Executable">(), "the step orders no runnable"},
+      {rowOf<timingExtension::SwcTiming, "Behavior">(), "the timing is about no behavior"},
+  };
+  return kRows;
+}
+
+const ClassData& dataOf(const K7Q::IntrospectiveMethods* methods) {
+  return static_cast<const ClassMethods*>(methods)->data();
+}
+
+/// The slot in which objects of the class have the property, kNoSlot for a class that is not below its owner.
+unsigned slotIn(const ClassData& cls, const Row& row) {
+  const ClassData& owner = dataOf(row.owner);
+  return cls.isKindOf(owner.ordinal) ? cls.placeOf(owner, row.id).slot : ClassData::kNoSlot;
+}
+
+std::uint64_t bit(unsigned slot) { return slot == ClassData::kNoSlot ? 0 : std::uint64_t{1} << slot; }
+
+bool isHoldable(const ClassData& cls) {
+  for (const PackageRow& package : packageRows()) {
+    for (const ClassMethods* table : package.classes) {
+      for (const auto& property : table->data().properties) {
+        if (property && property->holds() && property->storage() != Storage::None &&
+            cls.isKindOf(property->type()->data().ordinal))
+          return true;
+      }
+    }
+  }
+  return false;
+}
+
+void planSlot(ClassPlan& plan, const Property& property, std::uint64_t slot) {
+  switch (property.storage()) {
+    case Storage::Reference:
+      if (property.isRequired()) plan.requiredReferences |= slot;
+      break;
+    case Storage::Text:
+      if (property.isRequired()) plan.requiredTexts |= slot;
+      break;
+    case Storage::Enumeration:
+    case Storage::Enumerations:
+      plan.enumerations |= slot;
+      break;
+    case Storage::Integer:
+    case Storage::Double:
+    case Storage::Real:
+      plan.numbers |= slot;
+      break;
+    default:
+      break;
+  }
+}
+
+}  // namespace
+
+const ClassPlan& Plans::make(const ClassData& cls) {
+  auto plan = std::make_unique<ClassPlan>();
+  for (unsigned slot = 0; slot < cls.slotProperties.size(); ++slot) {
+    planSlot(*plan, *cls.slotProperties[slot], bit(slot));
+  }
+  plan->requiredTexts &= ~bit(slotIn(cls, rowOf<foundation::NamedElement, "Name">()));
+  for (const Exemption& row : exemptions()) {
+    if (cls.isKindOf(dataOf(row.cls).ordinal)) plan->requiredReferences &= ~bit(slotIn(cls, row.row));
+  }
+  for (const Expectation& each : expectations()) plan->expected |= bit(slotIn(cls, each.row));
+  plan->isHoldable = isHoldable(cls);
+  for (const Rule& rule : rules()) {
+    if (!rule.cls || cls.isKindOf(dataOf(&rule.cls()).ordinal)) plan->rules.push_back(&rule);
+  }
+  // Later: isHoldable() may have numbered classes anew.
+  if (cls.ordinal >= mPlans.size()) mPlans.resize(cls.ordinal + 1);
+  return *(mPlans[cls.ordinal] = std::move(plan));
+}
+
+const char* reasonFor(const ClassData& cls, unsigned slot) {
+  for (const Expectation& each : expectations()) {
+    if (slotIn(cls, each.row) == slot) return each.without;
+  }
+  return "";
+}
+
+}  // namespace Tarvelon::metamodel::native::validation

@@ -1,0 +1,151 @@
+#pragma once
+
+#include <bit>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <unordered_map>
+#include <vector>
+
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/boundary/tarvelon/Typed.h"
+#include "tarvelon/platform/model/metamodel/ClassData.h"
+#include "tarvelon/platform/model/metamodel/ClassMethods.h"
+#include "tarvelon/platform/model/objects/Instance.h"
+#include "tarvelon/platform/model/objects/Slots.h"
+#include "tarvelon/platform/model/words/WordList.h"
+
+/// Objects read as the rules see them: by class and property, whose names the compiler checks, and without a
+/// handle. A value that was never set reads as null.
+namespace Tarvelon::metamodel::native::validation {
+
+template <class X>
+const ClassData& classOf() {
+  return static_cast<const ClassMethods&>(X::Interface::sIntrospectiveMethods).data();
+}
+
+template <class X>
+bool isA(const Instance& object) {
+  return object.cls().isKindOf(classOf<X>().ordinal);
+}
+template <class X>
+bool isA(const Instance* object) {
+  return object && isA<X>(*object);
+}
+
+/// The slot of a property, by the host's name for it. REQUIRES: isA<X>(object).
+template <class X, FixedString Name>
+unsigned slotOf(const Instance& object) {
+  using Found = PropertyAccess<X, Name>;
+  return object.cls().placeOf(classOf<typename Found::Owner>(), Found::kProperty.id).slot;
+}
+
+template <class X, FixedString Name>
+const Word* wordOf(const Instance& object) {
+  return object.find(slotOf<X, Name>(object));
+}
+
+/// What a property of one reference names, null when it is unset.
+template <class X, FixedString Name>
+const Instance* get(const Instance& object) {
+  const Word* word = wordOf<X, Name>(object);
+  return word ? word->object : nullptr;
+}
+/// The same for an object that may be none, or not of that class.
+template <class X, FixedString Name>
+const Instance* getOf(const Instance* object) {
+  return isA<X>(object) ? get<X, Name>(*object) : nullptr;
+}
+
+/// An enumeration's number or an integer: 0, as it reads, when it was never set.
+template <class X, FixedString Name>
+std::int32_t number(const Instance& object) {
+  const Word* word = wordOf<X, Name>(object);
+  return word ? integerOf(*word) : 0;
+}
+
+/// The objects in a list, also in one that was never filled.
+class Objects {
+ public:
+  explicit Objects(const WordList* list) noexcept : mList(list) {}
+  std::uint32_t size() const noexcept { return mList ? mList->size() : 0; }
+  bool empty() const noexcept { return size() == 0; }
+  const Instance* at(std::uint32_t index) const noexcept { return mList->at(index).object; }
+  bool contains(const Instance* object) const noexcept {
+    return mList && mList->find(object) != WordList::kNotFound;
+  }
+
+  class Position {
+   public:
+    Position(const WordList* list, std::uint32_t index) noexcept : mList(list), mIndex(index) {}
+    const Instance* operator*() const noexcept { return mList->at(mIndex).object; }
+    Position& operator++() noexcept {
+      ++mIndex;
+      return *this;
+    }
+    bool operator!=(const Position& other) const noexcept { return mIndex != other.mIndex; }
+
+   private:
+    const WordList* mList;
+    std::uint32_t mIndex;
+  };
+  std::vector<const Instance*> copied() const {
+    std::vector<const Instance*> objects;
+    for (const Instance* object : *this) objects.push_back(object);
+    return objects;
+  }
+  Position begin() const noexcept { return {mList, 0}; }
+  Position end() const noexcept { return {mList, size()}; }
+
+ private:
+  const WordList* mList;
+};
+
+template <class X, FixedString Name>
+Objects all(const Instance& object) {
+  const Word* word = wordOf<X, Name>(object);
+  return Objects(word ? word->list : nullptr);
+}
+
+/// Calls visit(const Instance*, unsigned slot) for each entry in those of the object's slots, in order.
+/// Unlike forEachObject() it takes what is broken: an entry may be null.
+template <class Visit>
+void forEachIn(const Instance& object, std::uint64_t slots, Visit visit) {
+  forEachSlot(slots & object.presence(), [&](unsigned slot) {
+    const Word word = *object.find(slot);
+    if (!isList(object, slot)) {
+      visit(word.object, slot);
+      return;
+    }
+    for (const Instance* entry : Objects(word.list)) visit(entry, slot);
+  });
+}
+
+/// The nearest object of the class that holds it, null if none does; the object itself does not count.
+template <class X>
+const Instance* holderOf(const Instance* object) {
+  if (!object) return nullptr;
+  const Instance* holder = object->owner();
+  while (holder && !isA<X>(*holder)) holder = holder->owner();
+  return holder;
+}
+
+/// Puts what the object holds on the stack, the first on top. What is broken (see checkHeld) is left out.
+void pushHeld(const Instance& object, std::vector<const Instance*>& stack);
+
+/// The host's name for the property of a slot: the narrowest that the host has.
+const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept;
+
+/// The class's name without its packages.
+std::string classText(const Instance& object);
+/// The name, empty when there is none.
+std::u16string_view nameOf(const Instance& object) noexcept;
+/// As messages show an object: its name in quotes, or its class.
+std::string shown(const Instance& object);
+/// Where objects were last seen in lists: whoever asks for the paths of many in order finds each from the one
+/// before, where a search would take as long as the list.
+using Places = std::unordered_map<const WordList*, std::uint32_t>;
+/// As messages show where it stands.
+std::string shownPath(const Instance& object, Places* places = nullptr);
+
+}  // namespace Tarvelon::metamodel::native::validation

@@ -1,0 +1,156 @@
+// What holds of every object, whatever its class: its references, what it holds, what must be set.
+
+#include <algorithm>
+#include <vector>
+
+#include "tarvelon/platform/model/metamodel/EnumerationType.h"
+#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/validation/Rules.h"
+#include "tarvelon/platform/model/values/Refusal.h"
+
+namespace Tarvelon::metamodel::native::validation {
+
+namespace {
+
+const Property& propertyAt(const Instance& object, unsigned slot) {
+  return *object.cls().slotProperties[slot];
+}
+
+std::string typeOf(const Property& property) { return std::string(property.type()->className().shortName()); }
+
+/// Whether the entry stands below something that nothing holds, and the object elsewhere.
+bool isStrayFor(const Instance& object, const Instance& entry, Findings& findings) {
+  if (!findings.hasStrays()) return false;
+  const Instance& root = findings.rootOf(entry);
+  return &root != &findings.rootOf(object) && isStray(root, findings);
+}
+
+bool hasRepeated(std::vector<const Instance*> entries) {
+  std::ranges::sort(entries);
+  return std::ranges::adjacent_find(entries) != entries.end();
+}
+
+}  // namespace
+
+bool isStray(const Instance& object, Findings& findings) {
+  return !object.owner() && !isA<foundation::Package>(object) && findings.planOf(object).isHoldable;
+}
+
+void checkDangling(const Instance& object, Findings& findings) {
+  forEachIn(object, object.cls().referringSlots, [&](const Instance* entry, unsigned slot) {
+    if (!entry) return;
+    const Property& property = propertyAt(object, slot);
+    if (!entry->isAlive()) {
+      findings.add(object, slot,
+                   "refers to a " + typeOf(property) +
+                       " that was destroyed; set another one, or take the reference out");
+    } else if (&entry->model() == &object.model() && isStrayFor(object, *entry, findings)) {
+      const Instance& root = findings.rootOf(*entry);
+      findings.add(object, slot,
+                   "refers to " + shownPath(*entry) + ", which stands in no package since nothing holds " +
+                       (&root == entry ? "it" : shown(root)) +
+                       "; put that where it belongs, or refer to something else");
+    }
+  });
+}
+
+void checkForeign(const Instance& object, Findings& findings) {
+  forEachIn(object, object.cls().referringSlots | object.cls().holdingSlots,
+            [&](const Instance* entry, unsigned slot) {
+              if (!entry || !entry->isAlive() || &entry->model() == &object.model()) return;
+              findings.add(object, slot,
+                           "refers to " + shownPath(*entry) +
+                               " of another model; create it in this object's model and refer to that");
+            });
+}
+
+void checkTypes(const Instance& object, Findings& findings) {
+  forEachIn(object, object.cls().referringSlots | object.cls().holdingSlots,
+            [&](const Instance* entry, unsigned slot) {
+              if (!entry || !entry->isAlive()) return;
+              const Property& property = propertyAt(object, slot);
+              if (property.type()->isInstance(*entry)) return;
+              findings.add(object, slot,
+                           "expected " + typeOf(property) + ", found the " +
+                               entry->cls().methods->className().shortName() + " " + shownPath(*entry) +
+                               "; set an object of that class or of a class below it");
+            });
+}
+
+void checkHeld(const Instance& object, Findings& findings) {
+  forEachIn(object, object.cls().holdingSlots, [&](const Instance* entry, unsigned slot) {
+    if (!entry) return;
+    if (!entry->isAlive()) {
+      findings.add(object, slot, "holds an object that was destroyed; take it out");
+    } else if (entry->owner() != &object || entry->ownerSlot() != slot) {
+      findings.add(
+          object, slot,
+          "holds " + shown(*entry) +
+              ", which stands in another place as well; an object has one owner: take it out here, or there");
+    }
+  });
+}
+
+void checkRepeated(const Instance& object, Findings& findings) {
+  const ClassData& cls = object.cls();
+  forEachSlot(
+      object.presence() & cls.listSlots & (cls.referringSlots | cls.holdingSlots), [&](unsigned slot) {
+        const Objects list(object.find(slot)->list);
+        if (list.size() == 1 && list.at(0)) return;
+        std::vector<const Instance*> entries = list.copied();
+        if (std::ranges::find(entries, nullptr) != entries.end()) {
+          findings.add(object, slot, "has an empty entry; take it out");
+        } else if (hasRepeated(std::move(entries))) {
+          findings.add(object, slot,
+                       "names the same object twice; each may stand in it once: take the second one out");
+        }
+      });
+}
+
+void checkRequiredReferences(const Instance& object, Findings& findings) {
+  forEachSlot(findings.planOf(object).requiredReferences & ~object.presence(), [&](unsigned slot) {
+    const Property& property = propertyAt(object, slot);
+    findings.add(object, slot, "is required and not set; set it to a " + typeOf(property));
+  });
+}
+
+void checkRequiredTexts(const Instance& object, Findings& findings) {
+  forEachSlot(findings.planOf(object).requiredTexts & ~object.presence(), [&](unsigned slot) {
+    findings.add(object, slot, "is required and was never set; set it, to the empty text if that is meant");
+  });
+}
+
+void checkIncomplete(const Instance& object, Findings& findings) {
+  forEachSlot(findings.planOf(object).expected & ~object.presence(), [&](unsigned slot) {
+    const Property& property = propertyAt(object, slot);
+    findings.add(object, slot,
+                 std::string("is not set, and without it ") + reasonFor(object.cls(), slot) +
+                     "; set it to a " + typeOf(property));
+  });
+}
+
+void checkLiterals(const Instance& object, Findings& findings) {
+  forEachSlot(findings.planOf(object).enumerations & object.presence(), [&](unsigned slot) {
+    const Property& property = propertyAt(object, slot);
+    const auto require = [&](Word word) {
+      if (property.enumeration()->hasLiteral(integerOf(word))) return;
+      findings.add(object, slot,
+                   "has the value " + std::to_string(integerOf(word)) + ", which is no literal; set one of " +
+                       property.enumeration()->literalList());
+    };
+    const Word word = *object.find(slot);
+    if (!property.isMany()) {
+      require(word);
+      return;
+    }
+    for (std::uint32_t index = 0; index < word.list->size(); ++index) require(word.list->at(index));
+  });
+}
+
+void checkHolder(const Instance& object, Findings& findings) {
+  if (!isStray(object, findings)) return;
+  findings.add(object, "nothing holds the " + std::string(object.cls().methods->className().shortName()) +
+                           "; put it into a package or where it belongs, or destroy it");
+}
+
+}  // namespace Tarvelon::metamodel::native::validation

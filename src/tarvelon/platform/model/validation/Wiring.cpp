@@ -1,0 +1,175 @@
+// Ports, what is said of their elements, and the connectors between them.
+
+#include <string_view>
+#include <unordered_set>
+
+#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/validation/Ports.h"
+#include "tarvelon/platform/model/validation/Rules.h"
+
+namespace Tarvelon::metamodel::native::validation {
+
+namespace {
+
+using namespace arplatform;  // NOLINT(google-build-using-namespace): the rules name the packages below it
+
+std::string notOfPort(const Instance& element, const Instance& port, const Instance& interface) {
+  return shownPath(element) + " is no element of the interface " + shown(interface) + " of the port " +
+         shown(port) + "; name one of its elements";
+}
+
+/// Whether what an interface holds is part of its contract, not what is said about it.
+bool isElementOfInterface(const Instance& held) {
+  return isA<common::Data>(held) || isA<interface::Operation>(held) || isA<interface::Trigger>(held) ||
+         isA<interface::ModeDeclarationGroupElement>(held);
+}
+
+/// Interfaces of data may be connected with each other, whatever their class: their elements decide.
+bool isSameFamily(const Instance& left, const Instance& right) {
+  if (isA<interface::DataInterface>(left)) return isA<interface::DataInterface>(right);
+  return &left.cls() == &right.cls();
+}
+
+/// The first element that the required interface has and the provided one has none of that name for.
+const Instance* missingElement(const Instance& provided, const Instance& required) {
+  std::unordered_set<std::u16string_view> given;
+  forEachIn(provided, provided.cls().holdingSlots, [&](const Instance* each, unsigned /*slot*/) {
+    if (isElementOfInterface(*each)) given.insert(nameOf(*each));
+  });
+  const Instance* missing = nullptr;
+  forEachIn(required, required.cls().holdingSlots, [&](const Instance* wanted, unsigned /*slot*/) {
+    if (!missing && isElementOfInterface(*wanted) && !given.contains(nameOf(*wanted))) missing = wanted;
+  });
+  return missing;
+}
+
+void requireInterfaces(const Instance& connector, const Instance* providing, const Instance* requiring,
+                       Findings& findings) {
+  const Instance* provided = interfaceOf(providing);
+  const Instance* required = interfaceOf(requiring);
+  if (!provided || !required || provided == required) return;
+  const std::string ports = "joins the ports " + shownPath(*providing) + " and " + shownPath(*requiring);
+  if (!isSameFamily(*provided, *required)) {
+    findings.add(connector, ports + ", whose interfaces are a " +
+                                provided->cls().methods->className().shortName() + " and a " +
+                                required->cls().methods->className().shortName() +
+                                "; join ports of one kind of interface");
+  } else if (const Instance* missing = missingElement(*provided, *required)) {
+    findings.add(connector, ports + ", but " + shown(*provided) + " provides no " + shown(*missing) +
+                                ", which " + shown(*required) +
+                                " requires; give both ports one interface, or its elements the same names");
+  }
+}
+
+const Instance* portAt(const Instance* end) {
+  return getOf<instance::CompositionPortInstanceRef, "Port">(end);
+}
+
+template <class X, FixedString Name>
+void requireOuter(const Instance& connector, Findings& findings) {
+  const Instance* whole = holderOf<composition::CompositionComponent>(&connector);
+  const Instance* port = get<X, Name>(connector);
+  if (!port || !whole || port->owner() == whole) return;
+  findings.add<X, Name>(connector, shownPath(*port) + " is no port of the composition " + shown(*whole) +
+                                       "; name one of its own ports");
+}
+
+/// What an access point or an event does at the port it goes through.
+enum class Need : std::uint8_t { Nothing, Provided, Required };
+
+Need needOf(const Instance& object) {
+  using Kind = behavior::DataAccessKind;
+  if (isA<behavior::FlowDataAccess>(object)) {
+    const auto kind = number<behavior::FlowDataAccess, "Kind">(object);
+    return kind == Kind::ImplicitWrite || kind == Kind::ExplicitWrite ? Need::Provided : Need::Required;
+  }
+  if (isA<behavior::OperationInvokedEvent>(object) || isA<behavior::ModeSwitch>(object))
+    return Need::Provided;
+  if (isA<behavior::DataReceivedEvent>(object) || isA<behavior::DataReceiveErrorEvent>(object) ||
+      isA<behavior::OperationAccess>(object) || isA<behavior::PortParameterAccess>(object) ||
+      isA<behavior::ExternalTriggerOccurredEvent>(object))
+    return Need::Required;
+  return Need::Nothing;
+}
+
+}  // namespace
+
+void checkPortInfo(const Instance& object, Findings& findings) {
+  const Instance* port = object.owner();
+  const Instance* interface = interfaceOf(port);
+  if (!interface) return;
+  if (isA<port::DataPortInfo>(object)) {
+    const Instance* element = get<port::DataPortInfo, "DataElements">(object);
+    if (element && element->owner() != interface)
+      findings.add<port::DataPortInfo, "DataElements">(object, notOfPort(*element, *port, *interface));
+  } else if (isA<port::ClientServerPortInfo>(object)) {
+    const Instance* element = get<port::ClientServerPortInfo, "Operations">(object);
+    if (element && element->owner() != interface)
+      findings.add<port::ClientServerPortInfo, "Operations">(object, notOfPort(*element, *port, *interface));
+  } else if (const Instance* group = getOf<port::ModePortInfo, "ModeGroup">(&object)) {
+    if (!hasModeGroup(*interface, *group))
+      findings.add<port::ModePortInfo, "ModeGroup">(object, notOfPort(*group, *port, *interface));
+  }
+}
+
+void checkAccessDirection(const Instance& object, Findings& findings) {
+  const Need need = needOf(object);
+  if (need == Need::Nothing) return;
+  // The modes that disable an event come from elsewhere than what raises it.
+  const std::uint64_t aside =
+      isA<behavior::Event>(object) ? bitOf(slotOf<behavior::Event, "DisabledMode">(object)) : 0;
+  forEachIn(object, object.cls().holdingSlots & ~aside, [&](const Instance* reference, unsigned slot) {
+    const Instance* port = isA<instance::InstanceRef>(reference) ? portOf(*reference) : nullptr;
+    if (!port || (need == Need::Provided ? isProvided(*port) : isRequired(*port))) return;
+    const char* wanted = need == Need::Provided ? "provides" : "requires";
+    findings.add(object, slot,
+                 std::string("expected a port that ") + wanted + " its interface, found the " +
+                     port->cls().methods->className().shortName() + " " + shown(*port) +
+                     "; name another port, or another kind of access");
+  });
+}
+
+void checkConnectorEnds(const Instance& object, Findings& findings) {
+  if (isA<composition::DelegationConnector>(object)) {
+    requireOuter<composition::DelegationConnector, "OuterPort">(object, findings);
+  } else if (isA<composition::PassThroughConnector>(object)) {
+    requireOuter<composition::PassThroughConnector, "RequiredOuterPort">(object, findings);
+    requireOuter<composition::PassThroughConnector, "ProvidedOuterPort">(object, findings);
+  }
+}
+
+void checkConnectorDirection(const Instance& object, Findings& findings) {
+  const Instance* outer = get<composition::DelegationConnector, "OuterPort">(object);
+  const Instance* inner = portAt(get<composition::DelegationConnector, "InnerPort">(object));
+  if (!outer || !inner) return;
+  if ((isProvided(*outer) && isProvided(*inner)) || (isRequired(*outer) && isRequired(*inner))) return;
+  findings.add(object,
+               "delegates the " + std::string(outer->cls().methods->className().shortName()) + " " +
+                   shown(*outer) + " to the " + inner->cls().methods->className().shortName() + " " +
+                   shown(*inner) +
+                   "; a provided port is delegated to a provided one, a required one to a required one");
+}
+
+void checkConnectorInterfaces(const Instance& object, Findings& findings) {
+  using composition::AssemblyConnector, composition::DelegationConnector, composition::PassThroughConnector;
+  if (isA<AssemblyConnector>(object)) {
+    requireInterfaces(object, portAt(get<AssemblyConnector, "Provider">(object)),
+                      portAt(get<AssemblyConnector, "Requester">(object)), findings);
+  } else if (isA<PassThroughConnector>(object)) {
+    // From outside in: what comes in at the required port goes out at the provided one.
+    requireInterfaces(object, get<PassThroughConnector, "RequiredOuterPort">(object),
+                      get<PassThroughConnector, "ProvidedOuterPort">(object), findings);
+  } else if (isA<DelegationConnector>(object)) {
+    const Instance* outer = get<DelegationConnector, "OuterPort">(object);
+    const Instance* inner = portAt(get<DelegationConnector, "InnerPort">(object));
+    if (!outer || !inner) return;
+    // The inner port serves the outer one where both provide, else the outer one the inner.
+    if (isProvided(*outer) && isProvided(*inner)) {
+      requireInterfaces(object, inner, outer, findings);
+    } else {
+      requireInterfaces(object, outer, inner, findings);
+    }
+  }
+}
+
+}  // namespace Tarvelon::metamodel::native::validation
