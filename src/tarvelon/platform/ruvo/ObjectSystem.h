@@ -25,8 +25,8 @@
 ///           the first error again.
 ///           Exhausted memory is different: std::bad_alloc is raised, and the next use tries again.
 /// Threads:  any, for packages, classes and their members. If several threads need a new package or class at
-/// once, one thread initialises it and the others wait. Objects, and values read or written through them,
-/// belong to the thread that uses their model.
+///           once, one thread initialises it and the others wait. Objects, and values read or written through
+///           them, belong to the thread that uses their model.
 namespace ruvo {
 
 class Class;
