@@ -25,7 +25,7 @@
 ///          it is destroyed. So loading and saving a file gives the same bytes again, and a change of the
 ///          model changes only the lines it affects.
 /// Threads: Any number of threads, each with its own model. Several threads may save to the same file; the
-/// last one that finishes wins.
+///          last one that finishes wins.
 namespace Tarvelon::files {
 
 /// The version of the file format that save() writes. load() reads this and older versions, and refuses newer

@@ -17,7 +17,7 @@
 /// Errors:  K7Q::Exception for a closed model and for a destroyed object; std::bad_alloc. No function changes
 ///          the model.
 /// Threads: One thread at a time for each model; searching by name is no exception, since it may build an
-/// index. findClass() may be called on any thread.
+///          index. findClass() may be called on any thread.
 namespace Tarvelon::model {
 
 /// Returns the first object with that qualified name, in the order of containment, or an empty handle. The
