@@ -62,8 +62,8 @@ class VariantTable {
   static constexpr std::uint32_t kChunkSize = 1U << kChunkBits;
   /// The number of new records that a thread takes at once.
   static constexpr std::uint32_t kGranted = 128;
-  /// The number of unused records that a thread keeps. More can pile up when other threads create the views
-  /// that this thread retracts.
+  /// A thread with more unused records than this returns them to the table. A thread can collect many,
+  /// because it may retract views that other threads have created.
   static constexpr std::uint32_t kKept = 4 * kChunkSize;
 
   /// A linked list of records.
