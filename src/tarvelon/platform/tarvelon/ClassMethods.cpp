@@ -17,7 +17,7 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-/// The row against which what is written to the slot is checked.
+/// The most derived declaration of a slot. New values are checked against it.
 Target targetOf(const Instance& object, unsigned slot) {
   return {object.cls(), *object.cls().slotProperties[slot], object.model()};
 }
@@ -25,7 +25,7 @@ Target targetOf(const Instance& object, unsigned slot) {
 }  // namespace
 
 const ClassData& ClassMethods::makeData() const {
-  // Making a class makes its bases first, under the same lock.
+  // Creating a class creates its bases first, under the same lock.
   static std::recursive_mutex& guard = *new std::recursive_mutex;
   const std::scoped_lock lock(guard);
   const ClassData* data = mData.load(std::memory_order_acquire);
@@ -36,7 +36,7 @@ const ClassData& ClassMethods::makeData() const {
   return *data;
 }
 
-// Every read and write of a property starts here.
+// Every access to a property goes through this function.
 [[gnu::always_inline]] inline ClassMethods::Place ClassMethods::locate(
     K7Q::NSInterface::ClassObjectIntf* object, unsigned id) const {
   Instance* instance = asInstance(object);
@@ -139,7 +139,7 @@ const K7Q::NSInterface::PropertyIntf* ClassMethods::descriptor(unsigned id) cons
 K7Q::ImmutableClass ClassMethods::metaClass() const { return {&data().description, K7Q::Deviant{}}; }
 
 bool ClassMethods::isInstance(const Instance& object) const noexcept {
-  // A class that was never used has no objects, nor has one above an object's class ever not been used.
+  // If this class was never used, it has no objects, and no class of an existing object is below it.
   const ClassData* data = mData.load(std::memory_order_acquire);
   return data && object.cls().isKindOf(data->ordinal);
 }

@@ -25,7 +25,7 @@ NativeModel& NativeModel::require(const K7Q::Model& model) {
   return native;
 }
 
-// Nothing outside holds the model or an object of it any more.
+// No handle on the model or on one of its objects is left.
 NativeModel::~NativeModel() {
   Batch::forget(*this);
   mJournal.reset();
@@ -64,7 +64,7 @@ void NativeModel::close() {
   mIsClosed = true;
   K7Q::ModelCache::instance().unbind(this);
   Batch::forget(*this);
-  // What it has buried goes with it, which the objects must still be there for.
+  // The journal frees the deleted objects that it keeps, which needs the other objects.
   mJournal.reset();
   expireAll();
 }
@@ -75,9 +75,9 @@ Journal& NativeModel::requireJournal() {
 }
 
 void NativeModel::dropIdleJournal() noexcept {
-  // Who is told of a change stands in the journal, and comes back to it.
+  // The listener that is being called belongs to the journal and returns to it.
   if (mJournal && mJournal->isTelling()) return;
-  // Whatever happens meanwhile: the journal may have gone as well, and the last handle of the model.
+  // Freeing a listener may run any code: it may release the last handle of the model, or end the journal.
   addRef();
   while (mJournal && mJournal->takeLeft()) {
   }
@@ -113,7 +113,7 @@ void NativeModel::expire(Instance& instance) noexcept {
   instance.expire();
 }
 
-// All at once: no object is taken out of another, since all go.
+// All objects expire together, so none is removed from another.
 void NativeModel::expireAll() noexcept {
   noteDestruction();
   mNames.reset();
@@ -128,7 +128,7 @@ void initialize() {
 
 namespace {
 
-/// Sets the factory when the library is loaded: a program that links it need do nothing.
+/// Sets the factory when the library is loaded. A program only needs to link the library.
 struct Registration {
   Registration() { initialize(); }
 } const kRegistration;

@@ -9,7 +9,7 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-/// What is shown of the end of a path that is too long.
+/// How much of the end of a shortened path is shown.
 constexpr std::size_t kShownParts = 24;
 constexpr std::size_t kShownBytes = 400;
 
