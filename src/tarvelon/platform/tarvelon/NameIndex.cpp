@@ -23,7 +23,7 @@ namespace {
 
 /// The average number of names in a bucket.
 constexpr std::uint64_t kMean = 5;
-/// Buckets that many names share beside the first ones, as a part of these.
+/// There is one overflow bucket for each kFurther first buckets.
 constexpr std::uint64_t kFurther = 4;
 constexpr std::uint64_t kLeast = 16;
 constexpr std::size_t kLine = 64;
@@ -83,7 +83,7 @@ NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
   allocate(first, first / kFurther);
   enterAll();
   if (mIsComplete) return;
-  // Very many objects share one name. This is enough room even if each overflow bucket is full.
+  // Very many objects share one name: adds an overflow bucket for each kEntries names.
   allocate(first, 2 * first + names / Bucket::kEntries);
   enterAll();
 }
