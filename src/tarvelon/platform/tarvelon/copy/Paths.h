@@ -12,8 +12,8 @@ namespace Tarvelon::metamodel::native {
 /// index below the nearest named owner: "/Brakes/Controller.dataAccess[2]", with indices from 0. A root
 /// without a name is "behavior.Runnable#3", with its index among the roots of the model.
 ///
-/// uniquePath() uses property and index even for objects with a name; it is used if the name is ambiguous. A
-/// very long path is shortened to its end: see PathText.
+/// uniquePath() uses property and index for the object even if it has a name, for names that are ambiguous.
+/// A very long path is shortened to its end: see PathText.
 /// Cost: Proportional to the depth, up to the limit of PathText. In addition, for an object outside the tree,
 ///       proportional to the length of its list or, for a root, to the size of the model.
 class Paths {
