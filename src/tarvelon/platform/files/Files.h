@@ -69,7 +69,7 @@ struct Problem {
 struct Problems {
   /// How many problems are kept at most.
   static constexpr std::size_t kKept = 1000;
-  /// The first kKept problems, ordered by line and column.
+  /// The first kKept problems that were found, ordered by line and column.
   std::vector<Problem> kept;
   /// How many problems were found in total.
   std::size_t count = 0;

@@ -38,9 +38,10 @@ void chainUp(Instance& root) noexcept {
   }
 }
 
-/// Removes a dying object from a list of references. If many objects are dying and this one is not near an
-/// end of the list, all dying objects are removed from the list in one pass. So destroying a tree takes one
-/// pass over each list, however many of its objects the list contains and in whatever order.
+/// Removes a marked object, one that is being destroyed, from a list of references. If there are many marked
+/// objects and this one is not near an end of the list, all marked objects are removed from the list in one
+/// pass. So destroying a tree takes one pass over each list, however many of its objects the list contains
+/// and in whatever order.
 void leaveList(Instance& referring, unsigned slot, const Instance& object, bool isOneOfMany) noexcept {
   constexpr std::uint32_t kNear = 32;
   WordList& list = *listOf(referring, slot);
@@ -57,7 +58,7 @@ void leaveList(Instance& referring, unsigned slot, const Instance& object, bool 
   });
 }
 
-/// Removes all references to a dying object. REQUIRES: all its referrers are outside the dying tree.
+/// Removes all references to a marked object. REQUIRES: all its referrers are outside the tree.
 void leaveReferrers(Instance& object, bool isOneOfMany, StepRoom room) noexcept {
   Word* word = object.find(Instance::kReferrerSlot);
   if (!word) return;
@@ -86,7 +87,7 @@ struct Mention {
   Instance* element;
 };
 
-/// The references from outside the tree into the tree. REQUIRES: the objects of the tree are marked as dying.
+/// The references from outside the tree into the tree. REQUIRES: the objects of the tree are marked.
 std::vector<Mention> mentionsOf(const std::vector<Instance*>& tree) {
   std::vector<Mention> mentions;
   for (Instance* object : tree) {

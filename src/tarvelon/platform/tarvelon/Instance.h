@@ -104,8 +104,8 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   void removeReferrer(Referrer referrer, bool keepsRoom = false) noexcept;
   bool isReferredBy(Referrer referrer) const noexcept;
 
-  /// Marks an object that is about to be destroyed. markDying() also clears the owner: the same member then
-  /// links the dying objects into a list.
+  /// Marks an object that is being destroyed. markDying() also clears the owner; the same member then links
+  /// the marked objects into a list.
   bool isDying() const noexcept { return (mState & kDying) != 0; }
   void setDying(bool isDying) noexcept { mState = isDying ? mState | kDying : mState & ~kDying; }
   void markDying() noexcept {

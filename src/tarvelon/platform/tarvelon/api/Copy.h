@@ -14,10 +14,10 @@
 /// References are copied as follows:
 /// - A reference from one copied object to another copied object leads to the copy of its target.
 /// - A reference to an object outside the copied tree still leads to the same target, if the copy stays in
-///   the same model. There is one exception: the property has a single-valued opposite. Then the target keeps
+///   the same model. There is one exception: if the property has a single-valued opposite, the target keeps
 ///   its reference to the original, and the copy gets no reference.
-/// - What happens to a reference to an outside object when the copy goes into another model is told by
-///   Outside.
+/// - If the copy goes into another model, the argument of type Outside decides what happens to a reference to
+///   an object outside the copied tree.
 ///
 /// Derived properties (owners, owned elements, namespaces) are never copied. They are computed from the new
 /// place.

@@ -48,17 +48,17 @@ struct Difference {
 /// Returns the changes that would make the older model equal to the newer one.
 ///
 /// Both arguments are models, or both are objects of one class. The two may belong to one model or to two.
-/// Two objects that are given always match each other, whatever their names are; where they are contained is
-/// not compared.
+/// If two objects are given, they match each other whatever their names are, and their owners are not
+/// compared.
 ///
 /// Which older object matches which newer object is decided in this order. Matching objects always have the
 /// same class.
 /// - Objects with equal qualified names match. If several have the same name, objects with equal content
 ///   match first, then the others in their order. Objects that they contain stay with them.
-/// - Of the objects left over, one is the same object, moved or renamed, if everything that it contains is
-///   equal, references apart. A moved object keeps its name, a renamed one its owner and property.
-/// - An object without a name is looked for in the same property of the same owner: first one with equal
-///   content, then one of the same class that follows the same matched object.
+/// - Of the remaining objects, two match if everything that they contain is equal, cross references apart.
+///   They match as moved if they have the same name, and as renamed if they have the same owner and property.
+/// - Objects without a name match in the same property of the same owner: first those with equal content,
+///   then those of the same class that follow the same matched object.
 ///
 /// Order:   Removed, added, moved, renamed, changed; each in the order of the models.
 /// Errors:  K7Q::WrongType if the two are neither two models nor two objects of one class. K7Q::Exception if

@@ -94,7 +94,7 @@ struct Change {
     Added,      ///< a list: `after` was inserted at `index`
     Removed,    ///< a list: `before` was removed from `index`
     Replaced,   ///< a list: `before` was replaced by `after` at `index`
-    Moved,      ///< a list: an element moved from `from` to `index`; a swap of two elements is told as moves
+    Moved,      ///< a list: an element moved from `from` to `index`; a swap is reported as moves
     Made,       ///< the object was created
     Destroyed,  ///< the object was destroyed; its handle is invalid
   };
@@ -114,7 +114,7 @@ struct Change {
 ///
 /// - A listener must not change the model; an attempt raises K7Q::Exception.
 /// - An exception that a listener raises is ignored.
-/// - The objects that it receives may be written or not, as the handle that was given to listen().
+/// - The handles that it receives are writable or read-only, like the handle that was given to listen().
 /// - An empty span of changes means that there was no memory to list the changes. A listener must then read
 ///   again whatever it keeps of the model.
 using Listener = std::function<void(std::span<const Change>)>;

@@ -13,11 +13,11 @@
 ///
 /// Names:   A qualified name consists of the names of all owners, from the root down, and of the object's own
 ///          name: "/Brakes/BrakeController/Behavior/Step10ms". Owners without a name are left out.
-/// Results: Each returned handle may be written or not, as the handle that was given.
+/// Results: Returned handles are writable or read-only, like the handle that was given.
 /// Errors:  K7Q::Exception for a closed model and for a destroyed object; std::bad_alloc. No function changes
 ///          the model.
-/// Threads: One thread at a time for each model; searching by name is no exception, since it may build an
-///          index. findClass() may be called on any thread.
+/// Threads: One thread at a time for each model. This includes searches, which may build an index.
+///          findClass() may be called on any thread.
 namespace Tarvelon::model {
 
 /// Returns the first object with that qualified name, in the order of containment, or an empty handle. The

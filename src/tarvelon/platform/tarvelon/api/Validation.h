@@ -26,8 +26,8 @@ enum class Severity : std::uint8_t { Error, Warning };
 
 /// One problem that a rule has found.
 struct Problem {
-  /// The object that is wrong. The handle keeps the model alive. It may be written or not, as the handle that
-  /// was given to validate().
+  /// The object that is wrong. The handle keeps the model alive. It is writable or read-only, like the handle
+  /// that was given to validate().
   ClassObject object;
   /// Where the object is: "/Brakes/PedalSensor/Pedal.info[0].comSpec". The path consists of the names of the
   /// object and of its owners, from the root; below the last named owner follow the properties that lead to
@@ -52,9 +52,9 @@ struct RuleDescription {
 };
 
 /// Returns all problems of a model. They are in the order of containment, beginning at each root; roots are
-/// in the order of creation. Problems of one object are in the order of validationRules(). The same model
-/// always gives the same problems.
-/// Raises K7Q::Exception for a closed model. Cost: a few hundred nanoseconds for each object.
+/// in the order of model::objects(). Problems of one object are in the order of validationRules(). The same
+/// model always gives the same problems. Raises K7Q::Exception for a closed model. Cost: a few hundred
+/// nanoseconds for each object.
 TARVELON_API std::vector<Problem> validate(const Model& model);
 /// Returns the problems of an object and of everything that it contains. Raises K7Q::Exception for an object
 /// that is not valid.
