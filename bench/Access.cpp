@@ -1,4 +1,4 @@
-// What one read, write, call and construction costs through the records, against a plain struct.
+// The cost of a read, a write, a call and a construction through the records, compared with a plain struct.
 #include <array>
 #include <memory>
 #include <string>
@@ -12,7 +12,7 @@ namespace {
 const std::u16string kText = u"twenty-four UTF-16 units";
 const std::u16string kOther = u"another two dozen units.";
 
-/// What a hand-written model would be.
+/// A hand-written model, for comparison.
 struct Plain {
   std::u16string symbol = kText;
   std::u16string name = kText;
@@ -135,7 +135,8 @@ void constructPlain(benchmark::State& state) {
     benchmark::DoNotOptimize(object.get());
   }
 }
-/// An object with two strings, its host object and binding; destroyed again, so that the model does not grow.
+/// Creates an object with two strings, its host object and its binding. Destroys it again, so that the model
+/// does not grow.
 void constructHost(benchmark::State& state) {
   auto& f = fixture();
   auto& cls = host::cls("common.SymbolProps");
@@ -147,7 +148,8 @@ void constructHost(benchmark::State& state) {
   }
 }
 
-/// The same objects, left to a model that is closed every thousand: its end is in the figure.
+/// Creates the same objects but does not destroy them. The model is closed after every thousand objects; the
+/// time includes that.
 void constructInModels(benchmark::State& state) {
   fixture();
   constexpr int kObjects = 1000;

@@ -8,8 +8,8 @@
 #include "tarvelon/arplatform/Tables.h"
 #include "tarvelon/foundation/Table.h"
 
-/// The model that benchmarks are made with: behaviors of a hundred runnables each, every runnable with four
-/// data accesses that hold an instance reference and two timing events, all names of 24 units.
+/// The model for benchmarks. A behavior has a hundred runnables. A runnable has four data accesses, each with
+/// an instance reference, and two timing events. All names have 24 UTF-16 units.
 namespace bench {
 
 inline constexpr int kRunnables = 100;
@@ -17,13 +17,13 @@ inline constexpr int kAccesses = 4;
 inline constexpr int kEvents = 2;
 inline constexpr int kObjectsOfABehavior = 1 + kRunnables * (1 + 2 * kAccesses + kEvents);
 inline constexpr std::size_t kUnits = 24;
-/// Behaviors, runnables with their symbols, accesses and events have one.
+/// The number of texts of a behavior: names, and the symbols of runnables.
 inline constexpr int kTextsOfABehavior = 1 + kRunnables * (2 + kAccesses + kEvents);
 
-/// A text of 24 units: a word and a number.
+/// A text of 24 UTF-16 units: a word and a number.
 std::u16string name(std::string_view word, int number);
 
-/// What all instance references lead to.
+/// The targets of all instance references.
 struct Shared {
   Tarvelon::metamodel::arplatform::interface::FlowData data;
   Tarvelon::metamodel::arplatform::port::DataReceiverPort port;
@@ -34,21 +34,22 @@ Tarvelon::metamodel::arplatform::behavior::ApplicationComponentBehavior makeBeha
                                                                                      const Shared& shared,
                                                                                      int number);
 
-/// So many components without an owner, each with its behavior.
+/// Creates that many components without an owner, each with a behavior.
 std::vector<Tarvelon::metamodel::arplatform::component::AtomicComponent> makeComponents(
     const K7Q::Model& model, int count);
 
-/// Puts the components into one package and destroys that. In seconds.
+/// Adds the components to one package and destroys the package. Returns the seconds for destroying.
 double destroyByRoot(const K7Q::Model& model,
                      std::vector<Tarvelon::metamodel::arplatform::component::AtomicComponent>& components);
 
-/// What the allocator has given out, by its own count.
+/// The allocated bytes, as counted by the allocator.
 double bytesInUse();
 
-/// Seconds of the processor: what else runs on the machine is not counted.
+/// The seconds of processor time of the action; they do not include other programs on the machine.
 double secondsOf(const std::function<void()>& action);
 
-/// Runs the action in a process of its own, which leaves nothing behind. False if that fails.
+/// Runs the action in a process of its own, so that it has no effect on this one. Returns false if that
+/// fails.
 bool inProcess(const std::function<void()>& action);
 
 }  // namespace bench

@@ -1,5 +1,5 @@
-// What sequences of enumeration values cost beside the bare containers they are made of: the price of the
-// generic interface.
+// Compares sequences of enumeration values with the bare containers inside them: the cost of the generic
+// interface.
 #include <memory>
 #include <vector>
 
@@ -23,10 +23,10 @@ constexpr int kListSize = 1000000;
 constexpr int kMultiIndexSize = 100000;
 constexpr K7Q::Deviant kDeviant{};
 
-/// The i-th of kMultiIndexSize distinct values, in an order that is not theirs.
+/// The i-th of kMultiIndexSize distinct values. The values are not in ascending order.
 constexpr int distinct(int i) { return static_cast<int>(std::int64_t{i} * 70001 % kMultiIndexSize); }
 
-/// A vector behind an interface, whose values come in cells of their own.
+/// A vector behind an interface, which allocates each value separately.
 struct BoxedVector {
   virtual ~BoxedVector() = default;
   virtual void pushBack(std::unique_ptr<int> value) { mValues.push_back(*value); }
@@ -52,7 +52,7 @@ void fillList(benchmark::State& state) {
   }
 }
 
-/// The values and, for the generic interface, what carries them.
+/// The values, and the references to them for the generic interface.
 const std::vector<Kind>& values() {
   static const std::vector<Kind> all = [] {
     std::vector<Kind> made;
@@ -72,8 +72,8 @@ const std::vector<Ref>& refs() {
   return all;
 }
 
-/// The bare container and ours, filled in turns: their nodes lie in the same disorder, which would else
-/// decide how long a search takes.
+/// The bare container and our sequence. They are filled alternately, so that both have the same memory
+/// layout, which affects the time of a search.
 struct Pair {
   Pair() {
     for (std::size_t i = 0; i < kMultiIndexSize; ++i) {
@@ -90,7 +90,7 @@ Pair& keptPair() {
   return pair;
 }
 
-/// A new pair for each iteration, made and dropped off the clock.
+/// Creates a new pair for each iteration; creation and destruction are not part of the measured time.
 template <class Action>
 void onNewPair(benchmark::State& state, Action action) {
   for (auto _ : state) {
@@ -135,7 +135,8 @@ void contains(benchmark::State& state) {
   }
 }
 
-// Removed and erased from the last place to the first: the moving of places would hide what a call costs.
+// Removes and erases from the last index to the first: otherwise moving the later elements would dominate the
+// time.
 void removeAllPlain(benchmark::State& state) {
   onNewPair(state, [](Pair& pair) {
     auto& index = pair.bare.get<1>();

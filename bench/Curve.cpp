@@ -19,7 +19,7 @@ namespace {
 using namespace Tarvelon::metamodel::arplatform;  // NOLINT(google-build-using-namespace)
 namespace files = Tarvelon::files;
 
-/// How large models are and how often each is measured: the rounds of the largest take half a minute each.
+/// The sizes of the models and the number of rounds. A round with the largest model takes half a minute.
 struct Size {
   int behaviors;
   int rounds;
@@ -41,11 +41,11 @@ enum Column : std::size_t {
 };
 constexpr const char* kNames[kColumns] = {"build", "bytes",   "find", "scattered", "1st save",
                                           "save",  "destroy", "load", "close"};
-/// From one access to the next that is looked for, when none of them may be near in memory: a prime number.
+/// A step between accesses, for searches whose objects are far apart in memory: a prime number.
 constexpr long kNoNeighbour = 7919;
 using Figures = std::array<double, kColumns>;
 
-/// A hundred thousand paths of four names, those of each step-th access.
+/// The paths of a hundred thousand accesses, `step` apart. A path has four names.
 std::vector<std::u16string> paths(int behaviors, long step) {
   const long accesses = long{behaviors} * kRunnables * kAccesses;
   std::vector<std::u16string> result;
@@ -59,7 +59,7 @@ std::vector<std::u16string> paths(int behaviors, long step) {
   return result;
 }
 
-/// Seconds to find one object, once the index is there.
+/// Seconds to find one object, after the index was built.
 double findOne(const K7Q::Model& model, int behaviors, long step) {
   const auto wanted = paths(behaviors, step);
   Tarvelon::model::find(model, wanted.front());
@@ -82,7 +82,7 @@ Figures measure(int behaviors, const std::filesystem::path& file) {
   figures[kBytes] = (bytesInUse() - before - text) / objects / 1e9;
   figures[kFind] = findOne(model, behaviors, 1);
   figures[kScattered] = findOne(model, behaviors, kNoNeighbour);
-  // The first time gives the objects their ids.
+  // The first save gives the objects their ids.
   for (const Column column : {kFirstSave, kSave})
     figures[column] = secondsOf([&] { files::save(model, file, {nullptr, false}); }) / objects;
   figures[kDestroy] = destroyByRoot(model, components) / objects;
@@ -93,7 +93,7 @@ Figures measure(int behaviors, const std::filesystem::path& file) {
   return figures;
 }
 
-/// One round in a process of its own.
+/// Runs one round in a process of its own.
 bool measureApart(int behaviors, const std::filesystem::path& file, Figures& figures) {
   int ends[2];
   if (::pipe(ends) != 0) return false;
@@ -140,7 +140,7 @@ void reportCurve() {
   for (const char* each : kNames) std::printf(" %9s", each);
   std::printf("\n");
   for (const Size& size : kSizes) {
-    // The file takes 150 bytes an object, and while it is written the one before is there as well.
+    // A file needs 150 bytes for each object, and the former file still exists while the new one is written.
     const auto needed = static_cast<std::uintmax_t>(size.behaviors) * kObjectsOfAComponent * 300;
     if (fs::space(file.parent_path()).available < needed) {
       std::printf("  %9d: left out, %s has less than %ju MB of room\n", size.behaviors * kObjectsOfAComponent,

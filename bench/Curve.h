@@ -2,7 +2,7 @@
 
 namespace bench {
 
-/// Prints what an object costs in models from 10,000 to 5,000,000 of them.
+/// Prints the cost of an object in models with 10,000 to 5,000,000 objects.
 void reportCurve();
 
 }  // namespace bench

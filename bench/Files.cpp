@@ -26,7 +26,7 @@ K7Q::Model makeBigModel() {
   return model;
 }
 
-/// The most memory that the process has had since resetPeak(), in bytes.
+/// The maximum memory of the process since resetPeak(), in bytes.
 double peak() {
   std::ifstream status("/proc/self/status");
   for (std::string line; std::getline(status, line);) {
@@ -49,7 +49,7 @@ void saving(const std::filesystem::path& path) {
   const double size = bytesInUse() - before;
   double fastest = 1e9;
   for (int turn = 0; turn < 3; ++turn) {
-    // The first turn gives the ids, the others find them.
+    // The first save creates the ids of the objects; the other two use them.
     const double seconds = secondsOf([&] { files::save(model, path, {nullptr, false}); });
     if (turn == 0) print("saving for the first time", seconds, peak() - emptyProcess, size);
     fastest = std::min(fastest, seconds);
@@ -72,7 +72,8 @@ void loading(const std::filesystem::path& path) {
   print("loading", fastest, most, size);
 }
 
-/// What a file takes that is refused for so many problems, in one element or each behind a namespace.
+/// Measures loading a file with that many problems: unknown attributes of the root element, or elements of
+/// unknown namespaces.
 void refusing(int problems, bool haveNamespaces) {
   std::string text =
       "<?xml version=\"1.0\"?><xmi:XMI xmi:version=\"2.0\" xmlns:xmi=\"http://www.omg.org/XMI\""

@@ -1,7 +1,7 @@
-// Runs the benchmarks and prints each figure with its ratio to the baseline of its group, measured in the
-// same run. A benchmark is named "group/variant"; the baseline's variant is "plain struct". With
-// --publishing, what publishing everything takes is measured alone, with --curve what models of several sizes
-// take, with --large what is done with a large one, with --files what files do.
+// Runs the benchmarks and prints each time with its ratio to the baseline of its group, measured in the same
+// run. A benchmark is named "group/variant"; the variant of the baseline is "plain struct". Options measure
+// one part only: --publishing the registration of everything, --curve models of several sizes, --large
+// operations on a large model, --files saving and loading.
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -57,7 +57,7 @@ class RatioReporter final : public benchmark::ConsoleReporter {
     std::string variant;
     double time;
   };
-  // What else runs on the machine can only add: the fastest repetition is nearest to the thing itself.
+  // Other programs on the machine can only add time, so the fastest repetition is the most accurate.
   static void note(std::vector<Figure>& figures, const std::string& variant, double time) {
     for (Figure& figure : figures) {
       if (figure.variant != variant) continue;
@@ -69,7 +69,7 @@ class RatioReporter final : public benchmark::ConsoleReporter {
   std::map<std::string, std::vector<Figure>> mGroups;
 };
 
-/// What can be measured alone.
+/// A part that can be measured alone.
 struct Part {
   const char* option;
   void (*report)();
@@ -79,7 +79,7 @@ constexpr Part kParts[] = {{"--publishing", bench::reportPublishing},
                            {"--large", bench::reportModel},
                            {"--files", bench::reportFiles}};
 
-/// Runs a part of the whole in a new process: bytes are counted right where none have been freed before.
+/// Runs a part in a new process, because the memory count is only exact if nothing has been freed before.
 void apart(const char* option) {
   bench::inProcess([option] { ::execl("/proc/self/exe", "tarvelon_bench", option, nullptr); });
 }

@@ -2,8 +2,8 @@
 
 namespace bench {
 
-/// Makes a million objects with two texts and prints what each takes besides its text, by the allocator's own
-/// count.
+/// Creates a million objects with two texts each. Prints the memory of an object without its texts, as
+/// counted by the allocator.
 void reportMemory();
 
 }  // namespace bench

@@ -2,7 +2,7 @@
 
 namespace bench {
 
-/// Builds large models and prints what an object costs: to make, to keep, to find, to take out, to destroy.
+/// Builds large models and prints the cost of an object: creating, memory, finding, removing, destroying.
 void reportModel();
 
 }  // namespace bench

@@ -1,4 +1,5 @@
-# Other reflection systems, measured in the same run: peers/*.cpp, and peers/*.proto for their messages.
+# Other reflection systems for comparison, measured in the same run: peers/*.cpp, with messages in
+# peers/*.proto.
 find_package(Qt6 REQUIRED COMPONENTS Core)
 find_package(Protobuf REQUIRED)
 find_package(PkgConfig REQUIRED)
@@ -12,7 +13,7 @@ target_link_libraries(tarvelon_bench PRIVATE Qt6::Core protobuf::libprotobuf Pkg
 set_target_properties(tarvelon_bench PROPERTIES AUTOMOC ON)
 
 if(messages)
-  # Generated code, not held to our warnings, hence a library of its own; included as "peers/<name>.pb.h".
+  # Generated code does not meet our warnings, so it is a library of its own. Included as "peers/<name>.pb.h".
   add_library(tarvelon_bench_messages OBJECT EXCLUDE_FROM_ALL ${messages})
   target_compile_options(tarvelon_bench_messages PRIVATE -w)
   target_link_libraries(tarvelon_bench_messages PUBLIC protobuf::libprotobuf)

@@ -24,7 +24,7 @@ constexpr const char* kRoot = "Tarvelon.metamodel.arplatform";
 constexpr const char* kOnePackage = "Tarvelon.metamodel.arplatform.variant";
 constexpr std::size_t kClasses = 3266;
 
-/// The steps in their order. Each is what a host does first when it needs more of the metamodel.
+/// The steps in their order. Each step uses more of the metamodel than the step before.
 enum Step { kEmpty, kLoad, kTouchRoot, kTouchOne, kTouchRest, kDefine, kRead, kSteps };
 
 constexpr std::array<const char*, kSteps> kNames{
@@ -35,7 +35,7 @@ constexpr std::array<const char*, kSteps> kNames{
 
 struct Round {
   std::array<double, kSteps> milliseconds{};
-  /// What the step left allocated.
+  /// The allocated bytes after each step.
   std::array<std::size_t, kSteps> bytes{};
   std::size_t classes = 0;
   std::size_t classesOfOne = 0;
@@ -45,7 +45,7 @@ struct Round {
 
 std::size_t bytesInUse() { return mallinfo2().uordblks + mallinfo2().hblkhd; }
 
-/// Of the processor, in milliseconds: what else runs on the machine does not count.
+/// The processor time in milliseconds; it does not include other programs on the machine.
 double timeSpent() {
   timespec now{};
   clock_gettime(CLOCK_PROCESS_CPUTIME_ID, &now);
@@ -90,7 +90,7 @@ std::size_t readProperty(const ruvo::RVOPropInfo& record) {
          static_cast<unsigned>(record.getMemberGetAccess() + record.getMemberSetAccess());
 }
 
-/// Everything that a class and its records say of themselves.
+/// Reads all data of a class and of its records.
 void readClass(ruvo::Class& cls, Round& round) {
   std::size_t read = std::string_view(cls.info().getName()).size() +
                      std::string_view(cls.info().getDescription()).size() +
@@ -110,7 +110,7 @@ void forEachClass(Action action) {
   }
 }
 
-/// How many of the packages are populated, which asking for their classes would change.
+/// The number of populated packages. It must not ask for their classes, because that would populate them.
 std::size_t populated() {
   const auto packages = packagesBelow(ruvo::Package::get(kRoot));
   return static_cast<std::size_t>(std::count_if(packages.begin() + 1, packages.end(),

@@ -2,15 +2,15 @@
 
 namespace bench {
 
-/// The argument with which the program runs one repetition of the measurement and writes its figures to the
-/// standard output, for the process that started it.
+/// The option with which the program runs one repetition. It writes the results to standard output, for the
+/// parent process.
 inline constexpr const char* kPublishingRound = "--publishing-round";
 
-/// Publishes everything, from the loading of the module to the reading of the last record, in a process of
-/// its own for each repetition, and prints what it takes in time and memory.
+/// Registers and reads everything, from loading the module to reading the last record. Each repetition runs
+/// in a process of its own. Prints time and memory.
 void reportPublishing();
 
-/// One such repetition. Gives the exit status.
+/// Runs one such repetition. Returns the exit status.
 int publishingRound();
 
 }  // namespace bench

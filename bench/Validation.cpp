@@ -19,7 +19,7 @@ constexpr int kRunnables = 100;
 constexpr int kAccesses = 4;
 constexpr int kEvents = 2;
 
-/// Text of 24 units that ends with a number.
+/// A text of 24 UTF-16 units that ends with a number.
 std::u16string name(char16_t kind, int number) {
   std::u16string text(24, u'0');
   text[0] = kind;
@@ -44,7 +44,7 @@ void addRunnable(const K7Q::Model& model, behavior::ApplicationComponentBehavior
   }
 }
 
-/// Gives how many objects there are.
+/// Builds the model and returns the number of objects.
 int build(const K7Q::Model& model) {
   auto root = common::Package::create(model, u"Vehicle");
   auto type = Tarvelon::metamodel::types::ImplementationDataType::create(model, u"UInt16");
@@ -68,7 +68,7 @@ int build(const K7Q::Model& model) {
   return 4 + kBehaviors * (4 + kRunnables * (1 + 2 * kAccesses + kEvents));
 }
 
-/// A list whose elements are all faulty: each is told with its place in the list.
+/// Measures a list in which every element has a fault. Each problem names the index in the list.
 void reportFaultsInOneList(int count) {
   const auto model = K7Q::Model::create();
   const auto values = variant::SystemConstValueSet::create(model, u"Values");

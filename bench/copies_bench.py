@@ -1,6 +1,8 @@
-"""What copies, differences and JSON cost per object, beside building the same objects in the same run.
+"""Measures copies, differences and JSON for each object, compared with building the same objects in the same
+run.
 
-Times are of the processor, the best of some rounds: other work on the machine can only add.
+Times are processor times, the best of several rounds, because other programs on the machine can only add
+time.
 """
 
 import gc
@@ -14,12 +16,12 @@ import K7Q
 import Tarvelon
 from Tarvelon.metamodel.arplatform import behavior, common, component, instance
 
-# Objects a runnable comes with: itself, four accesses with their references, and two events.
+# The number of objects for each runnable: itself, four accesses with their references, and two events.
 RUNNABLES = 100
 
 
 def build(count):
-    """A model of at least that many objects, 11 for each runnable, 102 runnables for each component."""
+    """Builds a model with at least `count` objects: 100 runnables in a component, 11 objects a runnable."""
     model = K7Q.Model.create()
     root = common.Package(model, "Root")
     made = 1
@@ -51,7 +53,8 @@ def add_runnable(model, owner, number):
 
 
 def reflect(target, seen):
-    """The same as to_dict(), by the descriptions that every object has: what JSON would cost in Python."""
+    """The same as to_dict(), but written in Python with the descriptions of the properties, for
+    comparison."""
     record = {"class": type(target).__name__}
     for name, is_held, is_many in seen.setdefault(type(target), list(descriptions(target))):
         value = getattr(target, name)
@@ -88,7 +91,7 @@ def path(target):
 
 
 def best(action, rounds=3):
-    """Seconds of processor time."""
+    """The processor time in seconds."""
     times = []
     for _ in range(rounds):
         gc.collect()
@@ -100,7 +103,7 @@ def best(action, rounds=3):
 
 
 def figures(model, root, other):
-    """What is measured, and whether by Python alone."""
+    """The names and functions of the measurements."""
     yield "clone a package of all", lambda: root.clone().destroy()
     yield "clone the model", lambda: model.clone().close()
     yield "diff with an equal model", lambda: Tarvelon.diff(model, other)

@@ -1,7 +1,8 @@
-"""The big model built from Python, in each of the ways a script may write it.
+"""Builds the large model from Python, in all ways in which a script may do so.
 
-Nanoseconds of processor time an object: the best of some rounds, to which other work on the machine can only add,
-and the median. The interpreter collects its garbage as always: how often it has done so stands beside.
+The figures are nanoseconds of processor time for each object: the best of several rounds, because other
+programs on the machine can only add time, and the median. The garbage collector runs as usual; its runs are
+counted.
 """
 
 import gc
@@ -106,7 +107,8 @@ def collections():
 
 
 def round_of(build):
-    """Nanoseconds an object to build the model once, how many it has, and how often garbage was collected."""
+    """Nanoseconds for each object of one model, the number of objects, and the runs of the garbage
+    collector."""
     with K7Q.Model.create() as model:
         data, at = interface.FlowData(model), port.DataReceiverPort(model)
         gc.collect()

@@ -1,7 +1,7 @@
-"""What it takes to show every class to Python, beside making as many bare types with as many attributes.
+"""Measures creating all Python types and their attributes, compared with the same number of plain types.
 
-Each repetition is a process of its own, in which both are measured: nothing is there before it is asked for.
-Times are those of the processor, since other work on the machine only adds to the clock on the wall.
+Each repetition runs in a process of its own and measures both, so that nothing exists before it is first
+used. Times are processor times, because other programs on the machine only add to the elapsed time.
 """
 
 import json
@@ -24,7 +24,7 @@ def packages():
 
 
 def make_all():
-    """Every class as a type: made when it is first touched, in the order of its package."""
+    """Creates the Python type of every class by first use, package by package."""
     made = []
     for package in packages():
         for name in dir(package):
@@ -34,7 +34,7 @@ def make_all():
 
 
 def read_all(types):
-    """Every record of every class, as an attribute of the class that has it; the count of all attributes."""
+    """Reads every record of every class as an attribute of its class; returns the number of attributes."""
     count = 0
     for cls in types:
         for name in vars(cls):
@@ -45,7 +45,7 @@ def read_all(types):
 
 
 def make_bare(types):
-    """As many types of the same names, attributes and order of bases, with nothing behind them."""
+    """Creates plain types with the same names, attributes and order of bases."""
     made = {}
     attributes = [tuple(vars(cls)) for cls in types]
     order = sorted(zip(types, attributes), key=lambda pair: len(pair[0].__mro__))

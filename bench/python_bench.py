@@ -1,7 +1,7 @@
-"""What the Python host costs, each figure beside a class that pybind11 binds, measured in the same run.
+"""Measures the Python host, compared with a class that pybind11 binds, in the same run.
 
-A ratio below 1 says that the host is the faster of the two. Times are those of the processor; absolute ones mean
-little on a shared machine.
+A ratio below 1 means that the host is faster. Times are processor times. Absolute times mean little on a
+shared machine.
 """
 
 import gc
@@ -34,7 +34,7 @@ class Figure:
 
 
 def best_times(figure):
-    """Nanoseconds a call of both, the best of several rounds that take turns."""
+    """Nanoseconds for a call of each: the best of several rounds, in which the two alternate."""
     best = [float("inf")] * 2
     for _ in range(ROUNDS):
         for which, run in enumerate((figure.ours, figure.peers)):
@@ -180,7 +180,7 @@ def figures(model):
 
 
 def milliseconds_of(codes, environment):
-    """The shortest of some runs of an interpreter with each code, in milliseconds by the clock on the wall."""
+    """The shortest elapsed time, in milliseconds, of several runs of an interpreter with each code."""
     best = [float("inf")] * len(codes)
     for _ in range(25):
         for index, code in enumerate(codes):
@@ -191,7 +191,7 @@ def milliseconds_of(codes, environment):
 
 
 def show_import():
-    """What an import adds when its bytecode is kept, as it is from the second one on."""
+    """Prints the time of an import whose bytecode is cached, as it is from the second import on."""
     with tempfile.TemporaryDirectory() as folder:
         environment = {**os.environ, "PYTHONPYCACHEPREFIX": folder, "PYTHONDONTWRITEBYTECODE": ""}
         bare, full = milliseconds_of(["pass", "import Tarvelon"], environment)

@@ -1,6 +1,6 @@
 #!/usr/bin/env bash
-# The command `tarvelon` of an installed copy. The script at the root of the source tree reads this file as well,
-# for the commands that both have, and builds before it starts the host.
+# The command `tarvelon` of an installation. The script `tarvelon` in the source tree sources this file for
+# the commands that both have; it builds the libraries before it starts the host.
 set -euo pipefail
 
 host_usage() {
@@ -29,8 +29,8 @@ say() { printf 'tarvelon: %s\n' "$*" >&2; }
 fail() { say "$@"; exit 1; }
 misuse() { say "$1; see $self --help"; exit 2; }
 
-# nearest NAME CANDIDATE...: prints "; did you mean ...?" for the candidate that comes closest: letters may be left
-# out, put in, replaced or swapped, one in three of them.
+# nearest NAME CANDIDATE...: prints "; did you mean ...?" for the most similar candidate. It may differ in one
+# third of its letters (left out, added, replaced or swapped).
 nearest() {
   printf '%s\n' "${@:2}" | awk -v name="$1" '
     function least(a, b) { return a < b ? a : b }
@@ -50,7 +50,8 @@ nearest() {
 
 version() { printf '@PROJECT_VERSION@\n'; }
 
-# Sets `packages` to the folder of Tarvelon and K7Q: from this file's own place, which may be moved or linked to.
+# Sets `packages` to the folder of Tarvelon and K7Q, relative to this file. The installation may be moved, and
+# this file may be a symbolic link.
 find_packages() {
   local from
   from=$(dirname -- "$(readlink -f -- "${BASH_SOURCE[0]}")")
@@ -58,10 +59,10 @@ find_packages() {
     fail "the Python packages are missing: expected them in $from/@TARVELON_PYTHON_FROM_BIN@; install Tarvelon again"
 }
 
-# What must be done before the host can start.
+# Preparations before the host can start; the source tree's script overrides it.
 prepare() { :; }
 
-# host ARGS...: becomes the interpreter, with our packages.
+# host ARGS...: replaces this process with the Python interpreter, with our packages on its path.
 host() {
   PYTHONPATH=$packages${PYTHONPATH:+:$PYTHONPATH} exec "$python" "$@"
 }
@@ -73,12 +74,13 @@ command_run() {
     fail "no such script: $1$([[ ! -e ${beside[0]} ]] || nearest "$1" "${beside[@]#./}")"
   fi
   prepare
-  # -P: examples/collections.py and its like must not be taken for the module of Python's own.
+  # -P: a script's folder must not be on the path. Otherwise examples/collections.py would hide Python's own
+  # module.
   [[ $1 == -* ]] || set -- -P "$@"
   host "$@"
 }
 
-# -P: a folder named like one of our packages, where the person happens to stand, must not be taken for it.
+# -P: a folder in the working directory with the name of one of our packages must not hide that package.
 command_shell() {
   prepare
   host -i -P -m Tarvelon.shell "$@"
@@ -89,7 +91,7 @@ command_module() {
   host -P -m "Tarvelon.$1" "${@:2}"
 }
 
-# host_command COMMAND [ARGUMENTS]: a word that is none of these is a module of the package Tarvelon.
+# host_command COMMAND [ARGUMENTS]: a command that is not built in is a module of the package Tarvelon.
 host_command() {
   case ${1:-} in
     run | shell) "command_$1" "${@:2}" ;;

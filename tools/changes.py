@@ -1,4 +1,4 @@
-"""What has changed in this checkout: the question that checks of a change alone begin with."""
+"""The changes of this checkout, for checks that look only at changes."""
 
 import re
 import subprocess
@@ -8,13 +8,13 @@ ROOT = Path(__file__).resolve().parents[1]
 
 
 def output_of(*command, cwd=ROOT):
-    """The output of a command as lines, none when it fails."""
+    """The output of a command as lines; empty if the command fails."""
     result = subprocess.run(command, cwd=cwd, capture_output=True, text=True)
     return result.stdout.splitlines() if result.returncode == 0 else []
 
 
 def base():
-    """The commit that the change begins at: where this branch leaves origin/main or else ten commits ago."""
+    """The commit before the change: where this branch leaves origin/main, else the commit ten commits ago."""
     head = output_of("git", "rev-parse", "HEAD")
     found = output_of("git", "merge-base", "HEAD", "origin/main")
     if not found or found == head:
@@ -30,7 +30,7 @@ def changed_files():
 
 
 def changed_lines(start, *folders):
-    """For each file below the folders the numbers of its lines that are new or different since `start`."""
+    """For each file below the folders: the numbers of the lines that were added or changed since `start`."""
     found, file = {}, None
     for line in output_of("git", "diff", "--unified=0", "--diff-filter=d", start, "--", *folders):
         if line.startswith("+++ b/"):

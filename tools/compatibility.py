@@ -20,11 +20,11 @@ PACKAGES = ("Tarvelon.metamodel", "K7Q")
 ENUMERATION = "An enumeration"
 PROPERTY = ("id", "kind", "multiplicity", "mutability", "attributes")
 MADE_BY_PYTHON = {"__doc__", "__module__", "__slots__", "__hash__"}
-SHOWN = 40  # broken facts that one check prints; the rest is counted
+SHOWN = 40  # a check prints at most this number of broken facts, and counts the others
 
 
 def relative(name, package):
-    """A dotted name as Python writes it from within a package: .Own, ..sibling.Other."""
+    """A dotted name relative to a package, as in Python: .Own, ..sibling.Other."""
     parent = package.rpartition(".")[0]
     if name.startswith(f"{package}."):
         return name[len(package):]
@@ -44,7 +44,7 @@ def method(record, package):
 
 
 def literals(record):
-    """The names of an enumeration's literals in the order of their values; of any other class none."""
+    """The names of an enumeration's literals in the order of their values; empty for other classes."""
     if record["description"] != ENUMERATION:
         return []
     return [each["name"] for each in record["methods"]
@@ -60,7 +60,7 @@ def class_facts(record, package):
     constructors = 0
     for each in record["methods"]:
         what, said = method(each, package)
-        if each["kind"] == "constructor":  # compiled programs call it by its place among them
+        if each["kind"] == "constructor":  # compiled programs call a constructor by its number
             said += f", constructor number {constructors}"
             constructors += 1
         yield what, said
@@ -72,7 +72,8 @@ def class_facts(record, package):
 
 
 def package_facts(record, texts):
-    """Fills `texts`, a dict from the name of a text to its facts, with a package and those below it."""
+    """Adds the facts of a package and of all packages below it to `texts`, a dict from text names to
+    facts."""
     name = record["name"]
     facts = texts[name] = {("", "package"): ""}
     for each in record["functions"]:
@@ -89,7 +90,7 @@ def package_facts(record, texts):
 
 
 def exported(library):
-    """The names that a library promises: weak ones are copies that whoever uses them has as well."""
+    """The names that a library promises. Weak names are left out, because each user of them has a copy."""
     command = ["nm", "--dynamic", "--defined-only", "--demangle", library]
     output = subprocess.run(command, check=True, capture_output=True, text=True).stdout
     lines = (line.split(maxsplit=2) for line in output.splitlines())
@@ -104,8 +105,8 @@ def error_facts(kernel):
 
 
 def added_facts(host, texts):
-    """What the Python types of classes have besides the records: members that Python code adds, names with an
-    underscore behind them where Python has a word of its own."""
+    """The members of the Python types that are not records: those that Python code adds, and names with an
+    underscore appended because they are Python keywords."""
     for package, facts in texts.items():
         known = {(owner, re.sub(r"\(.*|^\w+ ", "", what)) for owner, what in facts}
         for owner in {owner for owner, what in facts if what == "class"}:
@@ -115,10 +116,11 @@ def added_facts(host, texts):
 
 
 def python_facts(host, texts):
-    """What Python sees besides the records: errors, functions, base types, and what it adds to classes."""
+    """The facts for python.txt: errors, functions, base types, and the members that Python adds to
+    classes."""
     import K7Q
 
-    # What is made when it is first asked for is in dir() alone.
+    # Names that are created on first use are only in dir().
     facts = {("K7Q", name): "" for name in {*vars(K7Q), *dir(K7Q)} if not name.startswith("_")}
     for base in (host.HostObject, host.Sequence, host.Iterator, host.Enumeration, host.MetaProperties):
         facts |= {(base.__name__, name): "" for name in vars(base).keys() - {"__doc__"}}
@@ -126,7 +128,7 @@ def python_facts(host, texts):
 
 
 def gather(build):
-    """The version of what stands in a build folder, and its facts: text by text."""
+    """The version of a build folder, and its facts by the name of the text."""
     sys.path.insert(0, str(build / "python"))
     import Tarvelon
     import _tarvelon_host as host
@@ -141,7 +143,7 @@ def gather(build):
 
 
 def write(facts):
-    """The text of facts: what speaks of no class first, then each class with its facts indented."""
+    """The text for facts: first those of no class, then each class with its facts indented."""
     lines, last = [], ""
     for (owner, what), said in sorted(facts.items()):
         if owner != last:
@@ -163,7 +165,7 @@ def read(text):
 
 
 def broken(promised, found):
-    """One line for each fact that is gone or says something else."""
+    """One line for each fact that is missing or has changed."""
     for name, facts in sorted(promised.items()):
         there = found.get(name)
         if there is None:
@@ -173,19 +175,19 @@ def broken(promised, found):
             place = f"{name}.{owner}" if owner and name != "python" else owner or name
             if (owner, what) not in there:
                 if what == "class" or (owner, "class") not in facts or (owner, "class") in there:
-                    yield f"gone:    {place}: {what}"  # a class that is gone takes its records along
+                    yield f"gone:    {place}: {what}"  # a missing class is reported once, without its records
             elif there[owner, what] != said:
                 yield f"changed: {place}: {what}: was {said or 'without a value'}; is {there[owner, what]}"
 
 
 def series(version):
-    """The versions that keep each other's promises: 0.1 of 0.1.2, 1 of 1.2.3."""
+    """The series of a version, in which versions are compatible: 0.1 for 0.1.2, 1 for 1.2.3."""
     major, minor, _ = version.split(".")
     return f"0.{minor}" if major == "0" else major
 
 
 def next_series(version):
-    """The first version that owes nothing to the releases before it."""
+    """The first version that may break the promises of earlier releases."""
     major, minor, _ = map(int, version.split("."))
     return f"0.{minor + 1}.0" if major == 0 else f"{major + 1}.0.0"
 
@@ -195,14 +197,14 @@ def numbers(version):
 
 
 def kept_releases(version):
-    """The folders of the releases whose promises a version must keep."""
+    """The folders of the releases with which a version must be compatible."""
     return sorted((each for each in KEPT.iterdir() if re.fullmatch(r"\d+\.\d+\.\d+", each.name)
                    and series(each.name) == series(version) and numbers(each.name) <= numbers(version)),
                   key=lambda each: numbers(each.name))
 
 
 def check(version, found, releases):
-    """Prints what is broken of the releases and what to do about it; gives how many facts are."""
+    """Prints the broken facts and what to do about them. Returns the number of broken facts."""
     count = 0
     for release in releases:
         promised = {each.stem: read(each.read_text(encoding="utf-8")) for each in release.glob("*.txt")}

@@ -1,10 +1,11 @@
-"""How much of the engine the fuzzers' programs reach: `./tarvelon fuzz --coverage` calls it behind a run.
+"""Prints how much of the engine the fuzzers' programs reach. `./tarvelon fuzz --coverage` calls it after a
+run.
 
     fuzz_coverage.py ROOT BUILD
 
-BUILD/profiles has the profiles of the run. Prints, for each folder below src/tarvelon/platform and for
-src/tarvelon/binding, the shares of branches, regions (pieces of code without a branch) and lines that were reached,
-and of all of them together. The Python host is no part of the fuzzers: it is not among them.
+BUILD/profiles contains the profiles of the run. Prints the shares of branches, regions (pieces of code
+without a branch) and lines that were reached: for each folder below src/tarvelon/platform, for
+src/tarvelon/binding, and in total. The Python host is not included, because the fuzzers do not use it.
 """
 
 import json
@@ -17,7 +18,7 @@ KINDS = ("branches", "regions", "lines")
 
 
 def folder_of(file, root):
-    """The folder that a file is counted under, None for one that is not counted."""
+    """The folder to which a file is counted; None if the file is not counted."""
     try:
         parts = Path(file).resolve().relative_to(root / "src" / "tarvelon").parts
     except ValueError:
@@ -26,7 +27,7 @@ def folder_of(file, root):
 
 
 def sums(files, root):
-    """{folder: {kind: [reached, all]}} of what llvm-cov says of each file."""
+    """Adds up llvm-cov's numbers of each file: {folder: {kind: [reached, all]}}."""
     found = defaultdict(lambda: {kind: [0, 0] for kind in KINDS})
     for file in files:
         folder = folder_of(file["filename"], root)
@@ -39,7 +40,7 @@ def sums(files, root):
 
 
 def table(found):
-    """The sums as lines, with the total at the end."""
+    """The sums as lines; the last line is the total."""
     total = {kind: [sum(each[kind][part] for each in found.values()) for part in (0, 1)] for kind in KINDS}
     lines = [f"{'':32}" + "".join(f"{kind:>20}" for kind in KINDS)]
     for name, each in [*sorted(found.items()), ("total", total)]:
@@ -53,7 +54,7 @@ def share(reached, everything):
 
 
 def export(build):
-    """What llvm-cov says of each file: of the programs and of the libraries that they load."""
+    """llvm-cov's numbers of each file, for the programs and the libraries that they load."""
     merged = build / "profiles" / "all.profdata"
     profiles = sorted((build / "profiles").glob("*.profraw"))
     subprocess.run(["llvm-profdata-14", "merge", "-sparse", *profiles, "-o", merged], check=True)

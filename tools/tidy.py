@@ -28,7 +28,7 @@ def compiled_sources():
 
 
 def includers(sources):
-    """For each header the sources that were compiled with it, as ninja noted it during the build."""
+    """For each header, the sources that include it, as recorded by ninja during the build."""
     found, outputs = {}, output_of("ninja", "-C", str(BUILD), "-t", "deps")
     known = {str(source): source for source in sources}
     inputs = []
@@ -44,7 +44,7 @@ def includers(sources):
 
 
 def wanted_sources(files, sources):
-    """The sources to check for the changed files; a header is seen through a source that includes it."""
+    """The sources to check for the changed files. A header is checked through a source that includes it."""
     chosen = [file for file in files if file in sources]
     by_header = includers(sources) if any(file.suffix in HEADERS for file in files) else {}
     for file in files:

@@ -1,1 +1,1 @@
-// A library with nothing in it: what loading one costs by itself.
+// An empty library, to measure the cost of loading any library.

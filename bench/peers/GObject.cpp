@@ -1,4 +1,4 @@
-// GObject properties, by name as g_object_get does it.
+// GObject properties, accessed by name with g_object_get.
 #include <benchmark/benchmark.h>
 #include <glib-object.h>
 

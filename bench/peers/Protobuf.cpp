@@ -1,4 +1,4 @@
-// Protocol buffers through their reflection.
+// Protocol buffers, accessed through their reflection.
 #include <memory>
 #include <string>
 

@@ -1,4 +1,5 @@
-// Qt 6: QMetaProperty and QMetaMethod. A QString read shares its text; it is copied out, as a host array is.
+// Qt 6: QMetaProperty and QMetaMethod. Reading a QString only shares its text, so the text is copied, as in a
+// host array.
 #include <memory>
 #include <string>
 

@@ -3,7 +3,7 @@
 #include <QObject>
 #include <QString>
 
-/// What the benchmarks do with a host class, as a Qt class.
+/// A Qt class with the same members as the host class of the benchmarks.
 class QtObject : public QObject {
   Q_OBJECT
   Q_PROPERTY(QString symbol READ symbol WRITE setSymbol)

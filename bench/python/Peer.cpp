@@ -1,4 +1,4 @@
-// What the Python host is measured against: the same data as plain C++ structs, bound with pybind11.
+// The comparison for the Python host: the same data as plain C++ structs, bound with pybind11.
 #include <memory>
 #include <string>
 #include <vector>

@@ -1,10 +1,10 @@
-"""The model infrastructure: models, errors, and what all objects of all metamodels have in common.
+"""The model infrastructure: models, errors, and the base classes of all metamodels.
 
     with K7Q.Model.create() as model:
-        ...                             # the model ends with the block
+        ...                             # the model is closed at the end of the block
 
-Every error is a `K7Q.Exception`, and most are also the built-in that Python programs expect: see
-`K7Q.WrongType`, `K7Q.WrongValue` and the others.
+Every error is a `K7Q.Exception`. Most errors are also the built-in exception for the same kind of error:
+see `K7Q.WrongType`, `K7Q.WrongValue` and the others.
 """
 
 from __future__ import annotations as _annotations
@@ -34,8 +34,8 @@ del TYPE_CHECKING
 
 
 def _enter(model: Model) -> Model:
-    """Gives the model itself; the end of the `with` block closes it."""
-    model.getUri()  # raises if the model is closed already
+    """Returns the model itself. The model is closed at the end of the `with` block."""
+    model.getUri()  # raises if the model is already closed
     return model
 
 
@@ -46,29 +46,29 @@ def _exit(model: Model, kind: object, error: object, traceback: object) -> None:
 
 @_function
 def models() -> list[Model]:
-    """A list of the models that are bound to a URI and open, in the order they were bound.
+    """A list of the open models that are bound to a URI, in the order of binding.
 
-    `Factory.createNewModel()` binds the model that it makes. A bound model is held until it is closed;
-    `K7Q.Model.find(uri)` gives it, or None.
+    `Factory.createNewModel()` creates and binds a model. A bound model is kept until it is closed, even
+    without other references to it. `K7Q.Model.find(uri)` returns a bound model, or None if there is none.
     """
     kind = _modules[__name__].Model
     found = (kind.find(uri) for uri in kind.uris())
-    return [model for model in found if model is not None]  # another thread may have closed one meanwhile
+    return [model for model in found if model is not None]  # another thread may have closed one
 
 
 _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
 
-# What is made when it is first asked for, by the module it comes from.
+# Names that are created on first use, and the modules that create them.
 _later = dict.fromkeys(("Change", "FileProblem", "Mention", "Problem", "Rule"), "K7Q._records")
 
-# What each feature puts on models and objects, and what it shows here.
+# The feature modules: each adds methods to models and objects, and some names to this package.
 for _feature in ("_search", "_history", "_copy", "_files", "_validation"):
     __import__(f"K7Q.{_feature}")
     _module = _modules[f"K7Q.{_feature}"]
     for _name in _module.__all__:
         _shown = globals()[_name] = getattr(_module, _name)
-        _shown.__module__ = __name__  # where people find it
+        _shown.__module__ = __name__  # so that users see the public module
 
-# `from K7Q import *` brings all but Exception, which would hide the built-in of that name.
+# `from K7Q import *` imports all names except Exception, which would hide the built-in exception.
 _star = [*_later, *(name for name, value in vars().items() if isinstance(value, type) and value is not Exception)]
 _Tarvelon._show_package(_modules[__name__], "K7Q", _star, _later)  # type: ignore[attr-defined]

@@ -15,21 +15,23 @@ del TYPE_CHECKING
 
 __all__: list[str] = []
 
-_WIDEST = 16  #: the most blanks that a level of JSON is indented by
+_WIDEST = 16  #: the largest number of blanks for one level of JSON
 
 
 @_method
 def _clone(
     self: _Copied, owner: ClassObject | Model | None = None, *, property: str | None = None, leave_out: bool = False
 ) -> _Copied:
-    """A copy of the object with all that it holds.
+    """Returns a copy of the object and of all objects that it contains.
 
-    The owner is an object of this or another model, and holds the copy where the original stands, if it has
-    that property and takes one more; otherwise in the only property that can take it, or in the one that is
-    named. Without an owner, and with a model as owner, nothing holds the copy.
+    `owner` is an object of this or another model; it becomes the owner of the copy. The copy goes into
+    `property`. Without `property`, it goes into the same property as the original if the owner has that
+    property and it has room; otherwise into the only property of the owner that accepts the copy. If `owner`
+    is None or a model, the copy has no owner.
 
-    References inside the copy lead to the copies, those that lead outside stay. They cannot go along into
-    another model: K7Q.WrongValue, or with leave_out=True the copy goes without them. Names stay as they are.
+    References between copied objects lead to the copies. References to other objects are kept, unless the
+    target's opposite property can have only one value. In another model they cannot be kept: K7Q.WrongValue
+    is raised, or with leave_out=True these references are left out. Names are not changed.
     """
     return _host.cloneObject(self, owner, property, bool(leave_out))
 
@@ -38,32 +40,35 @@ def _clone_view(
     self: ImmutableClassObject, owner: ClassObject | Model | None = None, *, property: str | None = None,
     leave_out: bool = False
 ) -> ClassObject:
-    """A copy of the object with all that it holds, which can be changed: in another model alone."""
+    """Returns a mutable copy of the object and of all objects that it contains. The copy must go into another
+    model."""
     return _host.cloneObject(self, owner, property, bool(leave_out))
 
 
 def _clone_model(self: ImmutableModel) -> Model:
-    """A new model with a copy of every object. It is bound to no URI and lives while it is held."""
+    """Returns a new model with a copy of every object. It is bound to no URI and is closed with its last
+    reference."""
     return _host.cloneModel(self)
 
 
 def _deepcopy(self: _Copied, memo: object) -> _Copied:
-    """The object's clone()."""
+    """The same as clone() of the object."""
     return _host.cloneObject(self, None, None, False)
 
 
 def _deepcopy_view(self: ImmutableClassObject, memo: object) -> ClassObject:
-    """The object's clone(), which is refused, since it would stand in a model that is only read."""
+    """The same as clone() of the object, which raises: the copy would go into a model that is read-only
+    here."""
     return _host.cloneObject(self, None, None, False)
 
 
 def _deepcopy_model(self: ImmutableModel, memo: object) -> Model:
-    """The model's clone()."""
+    """The same as clone() of the model."""
     return _host.cloneModel(self)
 
 
 def _refuse_copy(self: object) -> Never:
-    """Refused: what an object holds has one owner."""
+    """Raises K7Q.WrongType, because a shallow copy is impossible: a contained object has only one owner."""
     name = f"{type(self).__module__}.{type(self).__name__}".rpartition("arplatform.")[2]
     raise _host.WrongType(
         f"{name} cannot be copied without what it holds, which has one owner; clone() copies both"
@@ -72,10 +77,10 @@ def _refuse_copy(self: object) -> Never:
 
 @_method
 def _to_json(self: ImmutableClassObject | ImmutableModel, indent: int | None = 1) -> str:
-    """A text of JSON with the model, or the object and all it holds.
+    """Returns the model, or the object with all objects that it contains, as a JSON text.
 
-    An object is {"class": ..., then the properties that have a value}, references are qualified names or,
-    where there is none, the "id" of what they lead to. indent=None puts all on one line.
+    An object is {"class": ..., then the properties that have a value}. A reference is the qualified name of
+    the target, or the target's "id" if it has no qualified name. indent=None writes everything on one line.
     """
     if indent is not None and (not isinstance(indent, int) or not 0 <= indent <= _WIDEST):
         raise _host.WrongType(
@@ -85,9 +90,9 @@ def _to_json(self: ImmutableClassObject | ImmutableModel, indent: int | None = 1
 
 
 def _nested(rows: list[tuple[int | None, str, dict[str, Any]]]) -> list[dict[str, Any]]:
-    """What nothing holds of a list of (holder, property, object), with each object where it is held.
+    """Builds the tree of objects from a list of (owner, property, object), and returns its roots.
 
-    JSON that is nested itself is read level by level by calls, which end after some hundred.
+    The rows are flat because json.loads() is recursive: it fails if JSON is nested some hundred levels deep.
     """
     roots = []
     for holder, name, each in rows:
@@ -104,8 +109,8 @@ def _nested(rows: list[tuple[int | None, str, dict[str, Any]]]) -> list[dict[str
 
 @_method
 def _to_dict(self: ImmutableClassObject | ImmutableModel) -> dict[str, Any]:
-    """What to_json() prints, as dicts, lists and plain values."""
-    import json  # slow to import, and seldom needed
+    """Returns the contents of to_json() as dicts, lists and plain values."""
+    import json  # slow to import and rarely needed
 
     read: Any = json.loads(_host.toJsonRows(self))
     if isinstance(read, list):

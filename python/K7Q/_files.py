@@ -1,4 +1,4 @@
-"""Models in files."""
+"""Saving models to files and loading them."""
 
 from __future__ import annotations
 
@@ -19,16 +19,16 @@ __all__ = ["FileError", "WrongFile"]
 
 
 class FileError(_host.Exception, OSError):
-    """A file or folder that cannot be read or written; `errno` and `filename` say which and why."""
+    """A file or folder cannot be read or written. `errno` and `filename` give the reason and the path."""
 
     def __str__(self) -> str:
         return str(self.args[0]) if self.args else ""
 
 
 class WrongFile(_host.WrongValue):
-    """A file that holds no model, or not a right one.
+    """A file does not contain a model, or the model has errors.
 
-    `problems` are the first thousand of them, each a `K7Q.FileProblem`; `count` says how many there are.
+    `problems` contains at most the first thousand, each as a `K7Q.FileProblem`; `count` is the number of all.
     """
 
     problems: tuple[FileProblem, ...] = ()
@@ -40,9 +40,9 @@ class WrongFile(_host.WrongValue):
 
 
 class _Bar:
-    """One line on a terminal that shows how far a work has come, once it takes longer than a second.
+    """A progress bar: one line on a terminal, shown when the work takes longer than a second.
 
-    A terminal that is gone meanwhile is no reason to end the work.
+    Errors while writing to the terminal are ignored, so that they do not end the work.
     """
 
     WIDTH = 30
@@ -89,7 +89,8 @@ class _NoBar:
 
 
 def _watched(progress: _Progress | None, verb: str, path: str | bytes) -> _Bar | _NoBar:
-    """The callable that is told of the progress: the one that was given, a bar on a terminal, or None."""
+    """Returns the progress callable in a context manager: the given one, else a bar on a terminal, else
+    None."""
     if progress is not None and not callable(progress):
         raise _host.WrongType(f"{verb}: expected progress to be callable, got {type(progress).__name__}")
     if progress is not None or not _is_terminal(sys.stderr):
@@ -98,11 +99,12 @@ def _watched(progress: _Progress | None, verb: str, path: str | bytes) -> _Bar |
     return _Bar(f"{verb} {name if len(name) <= _LONGEST else name[:_LONGEST - 3] + '...'}")
 
 
-_LONGEST = 30  # name in a bar, which takes one line of 80 columns
+_LONGEST = 30  # the longest name in a bar, so that a bar fits into a line of 80 columns
 
 
 def _is_terminal(stream: object) -> bool:
-    """False as well for what stands in for a stream and is none, and for one that was closed."""
+    """Whether the stream is a terminal. False for a closed stream and for an object that is not really a
+    stream."""
     try:
         return bool(stream.isatty())  # type: ignore[attr-defined]
     except (AttributeError, ValueError):
@@ -124,13 +126,13 @@ def _path(path: _Path, function: str) -> str | bytes:
 
 @_method
 def _save(self: ImmutableModel, path: _Path, *, progress: _Progress | None = None) -> None:
-    """Writes the model to a file, as XMI.
+    """Writes the model to a file in XMI format.
 
-    At every instant the file is the old or the new one; it keeps its mode, owner and attributes as far as the
-    system lets, and a symbolic link keeps pointing at it. K7Q.WrongValue for a suffix other than `.xmi`.
-    `progress` is called with how much is done, from 0 to 1; what it raises cancels. Without it, a
-    terminal shows a bar when saving takes over a second.
-    K7Q.FileError, also an OSError, for what cannot be written.
+    The file is replaced atomically: at any time it has either the old or the new contents. Mode, owner and
+    attributes of an existing file are kept if the system allows it; a symbolic link stays a link. `progress`
+    is called with the fraction done, from 0 to 1. If it raises, saving is cancelled. Without `progress`, a
+    terminal shows a progress bar when saving takes longer than a second. Raises K7Q.WrongValue if the suffix
+    is not `.xmi`, K7Q.FileError (an OSError) if the file cannot be written.
     """
     name = _path(path, "save")
     with _watched(progress, "saving", name) as watch:
@@ -138,11 +140,11 @@ def _save(self: ImmutableModel, path: _Path, *, progress: _Progress | None = Non
 
 
 def _load(path: _Path, *, lenient: bool = False, progress: _Progress | None = None) -> Model:
-    """A new model with what a file holds, bound to no URI.
+    """Returns a new model with the contents of a file. The model is bound to no URI.
 
-    K7Q.WrongFile for a file with problems, with all of them and their places; with lenient=True what is right
-    is loaded, and `model.problems` has the rest. `progress` as with save().
-    K7Q.FileError, also an OSError, for what cannot be read.
+    Raises K7Q.WrongFile if the file has problems; the exception lists all of them with their places. With
+    lenient=True the correct parts are loaded, and `model.problems` lists the problems. `progress` is the same
+    as for save(). Raises K7Q.FileError (an OSError) if the file cannot be read.
     """
     name = _path(path, "load")
     with _watched(progress, "loading", name) as watch:
@@ -150,9 +152,9 @@ def _load(path: _Path, *, lenient: bool = False, progress: _Progress | None = No
 
 
 def _problems_of(self: Model) -> tuple[FileProblem, ...]:
-    """What was wrong with the file that the model was leniently loaded from: a tuple of K7Q.FileProblem.
+    """The problems of the file, if the model was loaded with lenient=True: a tuple of K7Q.FileProblem.
 
-    Behind the first thousand stands how many more there are.
+    Only the first thousand are kept. If there are more, the last entry says how many.
     """
     problems, count = _host.problemsOf(self)
     more = count - len(problems)
@@ -163,7 +165,7 @@ def _problems_of(self: Model) -> tuple[FileProblem, ...]:
 
 @_method
 def _roots(self: ImmutableModel) -> list[ImmutableClassObject]:
-    """A list of the objects that nothing holds, in the order in which a file has them at its top."""
+    """A list of the objects without an owner, in the order in which a file stores them at its top level."""
     return _host.rootsOf(self)
 
 

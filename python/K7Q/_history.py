@@ -1,4 +1,4 @@
-"""Transactions, undo, and listening to changes."""
+"""Transactions, undo and redo, and change notification."""
 
 from __future__ import annotations
 
@@ -18,10 +18,11 @@ __all__ = ["Subscription", "Transaction"]
 
 
 class Transaction:
-    """All changes of a model between begin and end: `with model.transaction(): ...`.
+    """A transaction: the changes of a model between begin and end. Use it as `with model.transaction(): ...`.
 
-    An exception that leaves the block takes all of them back; `rollback()` does so at any time. They nest:
-    taking one back takes back, and ends, those that were begun later and are still open.
+    If an exception leaves the block, all changes of the transaction are rolled back. `rollback()` can also be
+    called at any time. Transactions may be nested. Rolling back a transaction also rolls back and ends all
+    transactions that were begun after it and are still open.
     """
 
     def __init__(self, model: Model) -> None:
@@ -30,12 +31,12 @@ class Transaction:
         self._has_ended = False
 
     def commit(self) -> None:
-        """Ends the transaction and keeps what it did."""
+        """Ends the transaction and keeps its changes."""
         _host.commit(self._model, self._native)
         self._has_ended = True
 
     def rollback(self) -> None:
-        """Ends the transaction and takes back what it did."""
+        """Ends the transaction and rolls back its changes."""
         _host.rollBack(self._model, self._native)
         self._has_ended = True
 
@@ -46,7 +47,8 @@ class Transaction:
 
     def __exit__(self, kind: object, error: object, traceback: object) -> None:
         if not _host.isOpen(self._model, self._native):
-            # Ended inside or with its model, or by someone else, of whom the block knows nothing.
+            # Ended inside the block, by the end of the model, or by an outer transaction. Only the last is an
+            # error.
             if kind is None and not self._has_ended and self._model.isvalid():
                 raise _host.Exception(
                     "the transaction was taken back with one that was begun before it: nothing of the block is left"
@@ -61,15 +63,16 @@ class Transaction:
 
 
 class Subscription:
-    """A listener at work until `close()`, the end of its `with` block or of the model."""
+    """A registered listener. It is active until `close()`, the end of its `with` block, or the end of the
+    model."""
 
     def __init__(self, model: Model, of: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
         self._model = model
-        self._id = 0  # the place for it: without one a listener might be left that nobody can end
+        self._id = 0  # first, since it may fail: after listen() nobody could end the listener
         self._id = _host.listen(model, of, listener, K7Q.Change)
 
     def close(self) -> None:
-        """Ends it; a second time is no error."""
+        """Removes the listener. Idempotent."""
         _host.unlisten(self._model, self._id)
 
     def __enter__(self) -> Self:
@@ -81,61 +84,64 @@ class Subscription:
 
 @_method
 def transaction(model: Model, /) -> Transaction:
-    """All changes in its `with` block are made together or, when it raises, not at all."""
+    """Begins a transaction. If its `with` block raises, all changes of the block are rolled back."""
     return Transaction(model)
 
 
 @_method
 def undo(model: Model, /) -> bool:
-    """Takes back the last change or transaction; False if the history has none. See `history`."""
+    """Undoes the last change or transaction. Returns False if there is nothing to undo. See `history`."""
     return _host.undo(model)
 
 
 @_method
 def redo(model: Model, /) -> bool:
-    """Makes again what undo() took back; False if there is nothing."""
+    """Repeats the change that undo() has undone last. Returns False if there is nothing to redo."""
     return _host.redo(model)
 
 
 def _get_history(model: Model) -> int:
-    """How many changes and transactions can be taken back. 0 at first: set it to keep a history."""
+    """The maximum number of changes and transactions that can be undone. 0 at first: set it to keep a
+    history."""
     return _host.history(model)[0]
 
 
 def _can_undo(model: Model) -> int:
-    """How many changes and transactions undo() can take back now."""
+    """The number of changes and transactions that undo() can undo at present."""
     return _host.history(model)[1]
 
 
 def _can_redo(model: Model) -> int:
-    """How many redo() can make again now."""
+    """The number of changes and transactions that redo() can repeat at present."""
     return _host.history(model)[2]
 
 
 def _get_undo_label(model: Model) -> str:
-    """What undo() would take back, as a menu shows it: "category of common.Package 'Brakes'". Empty for nothing.
+    """The changes that undo() would undo, as a label for a menu: "category of common.Package 'Brakes'".
 
-    Each property of each object once, five at most and how many more; an object that was made or destroyed as that.
+    Each property of each object is listed once; a created or destroyed object is listed as such. After five
+    entries only the number of the others is given. Empty if there is nothing to undo.
     """
     return _host.undoLabel(model)
 
 
 def _get_redo_label(model: Model) -> str:
-    """What redo() would make again, as `undo_label` tells it."""
+    """The changes that redo() would repeat, in the format of `undo_label`."""
     return _host.redoLabel(model)
 
 
 @_method
 def listen(model: Model, listener: Callable[[list[Change]], object], /) -> Subscription:
-    """Calls the function with a list of Change after each change or transaction; a Subscription.
+    """Registers a listener: a function that is called with a list of Change after each change or transaction.
 
-    It may not change the model. What it raises goes to sys.unraisablehook, and the model is as changed.
+    The listener must not change the model. Exceptions of the listener go to sys.unraisablehook and do not
+    affect the change. Returns a Subscription, which removes the listener.
     """
     return Subscription(model, None, listener)
 
 
 def listen_object(self: ClassObject, listener: Callable[[list[Change]], object], /) -> Subscription:
-    """Calls the function with a list of Change of this object after each change or transaction."""
+    """Registers a listener that is called with the changes of this object only. See the model's listen()."""
     if not hasattr(self, "getModel"):
         raise _host.WrongType(f"listen: expected an object of a model, got {type(self).__name__}")
     return Subscription(self.getModel(), self, listener)

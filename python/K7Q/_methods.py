@@ -1,4 +1,4 @@
-"""Methods that Python code puts on the host's classes refuse arguments as the host's own methods do."""
+"""Wraps Python functions so that wrong arguments raise the same error as in the host's own methods."""
 
 from __future__ import annotations
 
@@ -13,9 +13,9 @@ if TYPE_CHECKING:
 
 
 def method(function: _Function, name: str | None = None, *, is_static: bool = False) -> _Function:
-    """The function as a method: arguments that do not fit raise a K7Q.WrongType with its signature.
+    """Wraps a function as a method. Wrong arguments raise a K7Q.WrongType that contains its signature.
 
-    A static one is not called on an object, which is else the first argument.
+    A static method has no first argument for the object.
     """
     called = name or function.__name__.lstrip("_")
 
@@ -29,7 +29,7 @@ def method(function: _Function, name: str | None = None, *, is_static: bool = Fa
                 raise
         raise refused
 
-    # What functools.wraps does, which is slow to import.
+    # The same as functools.wraps, which is slow to import.
     checked.__module__, checked.__doc__ = function.__module__, function.__doc__
     checked.__name__ = checked.__qualname__ = called
     checked.__wrapped__ = function  # type: ignore[attr-defined]
@@ -37,7 +37,7 @@ def method(function: _Function, name: str | None = None, *, is_static: bool = Fa
 
 
 def function(function: _Function) -> _Function:
-    """The same for a function of a package: "K7Q.rule: ..."."""
+    """Wraps a function of a package. Errors name it with its package: "K7Q.rule: ..."."""
     package = function.__module__.partition(".")[0]
     checked = method(function, f"{package}.{function.__name__}", is_static=True)
     checked.__name__ = checked.__qualname__ = function.__name__
@@ -48,8 +48,8 @@ def _refusal(
     function: _Callable[..., object], name: str, arguments: tuple[object, ...], names: dict[str, object],
     is_static: bool
 ) -> _host.WrongType | None:
-    """The error for arguments that the function does not take; None if it takes them."""
-    import inspect  # slow to import, and seldom needed
+    """The error for arguments that the function does not accept; None if it accepts them."""
+    import inspect  # slow to import and rarely needed
 
     signature = inspect.signature(function)
     try:

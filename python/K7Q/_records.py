@@ -1,4 +1,4 @@
-"""What searches, listeners, validation and files answer with: named tuples, made when one is first asked for."""
+"""Named tuples for the results of searches, listeners, validation and files. Imported on first use."""
 
 from __future__ import annotations
 
@@ -14,17 +14,17 @@ del TYPE_CHECKING
 
 
 class Mention(NamedTuple):
-    """One reference to an object: who refers, and by which property."""
+    """A reference to an object: the referring object, and the property that refers."""
 
     object: Any
     property: str
 
 
 class Change(NamedTuple):
-    """One change of one place, as listeners are told of it.
+    """A change of one place, as passed to listeners.
 
-    kind is "set", "added", "removed", "replaced", "moved", "made" or "destroyed"; of the last two there is no
-    property. before and after are values of the property, or elements of it; index counts from 0.
+    kind is "set", "added", "removed", "replaced", "moved", "made" or "destroyed". property is None for "made"
+    and "destroyed". before and after are values of the property, or elements of it; index counts from 0.
     """
 
     kind: str
@@ -32,12 +32,12 @@ class Change(NamedTuple):
     property: str | None
     before: Any
     after: Any
-    index: int  # type: ignore[assignment]  # a tuple's own index() is of no use here
+    index: int  # type: ignore[assignment]  # hides index() of tuple, which is not needed here
     index_before: int
 
 
 class FileProblem(NamedTuple):
-    """Something that is wrong with a file: where, both counted from 1, and what."""
+    """A problem in a file: line and column, both counted from 1, and a text."""
 
     line: int
     column: int
@@ -48,14 +48,14 @@ class FileProblem(NamedTuple):
 
 
 class Problem(NamedTuple):
-    """One thing that is wrong; `str` of it is a line that says all.
+    """A problem found by validation. `str(problem)` is one line with all details.
 
-    object    what it is about
-    path      where the object stands: "/Brakes/PedalSensor/Pedal.info[0].comSpec"
-    property  the property's name, "" for the object as a whole
-    rule      the id of the rule: see `K7Q.rules()`
+    object    the object with the problem
+    path      the place of the object: "/Brakes/PedalSensor/Pedal.info[0].comSpec"
+    property  the name of the property, "" for the object as a whole
+    rule      the id of the broken rule: see `K7Q.rules()`
     severity  "error" or "warning"
-    message   what was expected, what there is, and the cure
+    message   what was expected, what was found, and how to correct it
     """
 
     object: Any
@@ -71,9 +71,10 @@ class Problem(NamedTuple):
 
 
 class Rule(NamedTuple):
-    """A rule: its id, the severity of its problems, and what must hold.
+    """A validation rule: its id, the severity of its problems, and a title that says what must hold.
 
-    A rule of a script has its function and the name of the class whose objects it is called with.
+    A rule of a script also has its function, and the name of the class for whose objects the function is
+    called.
     """
 
     id: str
@@ -84,4 +85,4 @@ class Rule(NamedTuple):
 
 
 for _each in (Mention, Change, FileProblem, Problem, Rule):
-    _each.__module__ = "K7Q"  # where people find it
+    _each.__module__ = "K7Q"  # so that users see the public module

@@ -1,4 +1,4 @@
-"""Finding objects by name, by class and by who refers to them."""
+"""Searching objects by name, by class, and by the references to them."""
 
 from __future__ import annotations
 
@@ -18,53 +18,58 @@ __all__: list[str] = []
 
 @_method
 def find(model: ImmutableModel, path: str, /) -> ImmutableClassObject | None:
-    """The first object of that qualified name in owner order, None if there is none.
+    """Returns the first object with that qualified name, in the order of containment; None if there is none.
 
-    A qualified name is the names of the holders from the root down and the object's own:
-    "/Brakes/BrakeController/Behavior/Step10ms". Holders without a name are passed over.
+    A qualified name consists of the names of the owners, from the root down, and the object's own name:
+    "/Brakes/BrakeController/Behavior/Step10ms". Owners without a name are skipped.
     """
     return _host.find(model, path)
 
 
 @_method
 def find_all(model: ImmutableModel, path: str, /) -> list[ImmutableClassObject]:
-    """All objects of that qualified name, in owner order."""
+    """A list of all objects with that qualified name, in the order of containment."""
     return _host.findAll(model, path)
 
 
 @_method
 def instances(model: ImmutableModel, cls: type[ImmutableClassObject], /) -> list[ImmutableClassObject]:
-    """The objects of a class and of those below it, without a walk over the model.
+    """A list of the objects of a class and of its subclasses. The cost does not depend on the size of the
+    model.
 
-    Class by class in the order of registration, within a class in the order in which they were made.
+    Ordered by class in order of registration, then by creation.
     """
     return _host.instances(model, cls)
 
 
 @_method
 def objects(model: ImmutableModel, /) -> list[ImmutableClassObject]:
-    """All objects of the model, in an order that changes only where objects come and go."""
+    """A list of all objects of the model. The order of two objects stays the same when others are added or
+    removed."""
     return _host.objects(model)
 
 
 def qualified_name(self: ImmutableClassObject) -> str:
-    """The names of the object's holders and its own, "/Brakes/Controller"; "" for one without a name."""
+    """The names of the object's owners and its own, as in "/Brakes/Controller"; "" if the object has no
+    name."""
     return _host.qualifiedName(self)
 
 
 @_method
 def referrers(self: ImmutableClassObject, /) -> list[Mention]:
-    """Who refers to the object, and by which property.
+    """A list of the references to the object, each with the referring object and the property.
 
-    The holder is not among them: it is the object's Owner. The cost is that of what is found.
+    The object's owner is not included: use the property Owner. The cost is linear in the length of the list.
     """
     return [K7Q.Mention(*each) for each in _host.referrers(self)]
 
 
 class _Find:
-    """`model.find(path)` finds an object; of the class, `K7Q.Model.find(uri)` finds a bound model."""
+    """The attribute `find` of K7Q.Model: model.find(path) finds an object, K7Q.Model.find(uri) a bound
+    model."""
 
-    # Of two kinds, told by what it is asked of: what a type stub says of it.
+    # The type depends on whether it is read from the class or from an object, so the stub has a line of its
+    # own.
     stub = ("find: _Find  # type: ignore[assignment]",)
 
     def __get__(self, model: Model | None, cls: type) -> Callable[[str], ImmutableModel | ImmutableClassObject | None]:

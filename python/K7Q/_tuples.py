@@ -1,4 +1,5 @@
-"""Named tuples as `typing` has them, whose import would take longer than all that this package does."""
+"""NamedTuple like in `typing`, because importing `typing` would take longer than importing this whole
+package."""
 
 from collections import namedtuple as _namedtuple
 
@@ -8,7 +9,7 @@ if TYPE_CHECKING:
 else:
 
     class _Maker(type):
-        """Makes a class with annotations a named tuple with its members."""
+        """Converts a class with annotations into a named tuple with the members of the class."""
 
         def __new__(cls, name, bases, members):
             kinds = members.pop("__annotations__")

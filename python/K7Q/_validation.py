@@ -1,8 +1,8 @@
-"""What is wrong with a model: the library's rules, and those that a script adds."""
+"""Validation: finds problems of a model with the library's rules and with rules that scripts add."""
 
 from __future__ import annotations
 
-from _thread import _local  # type: ignore[attr-defined]  # threading itself is slow to import
+from _thread import _local  # type: ignore[attr-defined]  # importing threading would be slow
 
 import K7Q
 import _tarvelon_host as _host
@@ -19,16 +19,16 @@ del TYPE_CHECKING
 __all__ = ["forget_rule", "rule", "rules"]
 
 _SEVERITIES = ("error", "warning")
-_FAILED = "rule-failed"  #: the rule that is broken by a rule that raises
+_FAILED = "rule-failed"  #: the id of the rule that is reported when the function of a rule raises
 
 
 _added: dict[str, Rule] = {}
 
 
 class _Running(_local):  # type: ignore[misc]
-    """What runs on a thread: other threads validate meanwhile, with all rules."""
+    """Thread-local state. Other threads can validate at the same time, with all rules."""
 
-    rules = 0  #: functions of rules, one inside another
+    rules = 0  #: the number of rule functions that are running (nested calls)
 
 
 _running = _Running()
@@ -48,7 +48,8 @@ def _class_name(cls: object) -> str:
 def rule(
     id: str, of: type[_Object], severity: str = "error"
 ) -> Callable[[Callable[[_Object], _Found]], Callable[[_Object], _Found]]:
-    """Adds a rule for all objects of a class, and of the classes below it; decorates the rule's function.
+    """Adds a validation rule for all objects of a class and of its subclasses. Use it to decorate the
+    function.
 
         @K7Q.rule("symbol-prefix", behavior.Runnable, severity="warning")
         def has_our_prefix(runnable):
@@ -56,11 +57,12 @@ def rule(
             if not runnable.symbol.startswith("Bbw_"):
                 yield "symbol", "expected a symbol that begins with Bbw_; rename the function"
 
-    The function is called with each object and gives nothing, a message, a (property, message), or several
-    of them. From then on `validate()` of every model runs it, behind the library's rules, in the order in
-    which rules were added. A rule of the same id takes the place of the one before. One that raises is
-    reported as a problem of the rule "rule-failed", and the pass goes on. When a rule calls `validate()` itself,
-    that runs the library's rules alone.
+    The function is called with each object. It returns or yields nothing, a message, a (property, message)
+    pair, or several of them. From now on `validate()` of every model runs the rule: after the library's
+    rules, in the order in which rules were added. A rule replaces an earlier rule with the same id.
+
+    If the function raises, a problem of the rule "rule-failed" is reported and validation continues. If a
+    rule itself calls `validate()`, only the library's rules are run.
     """
     if not isinstance(id, str) or not id:
         raise _host.WrongType(f"K7Q.rule, argument 1: expected the rule's id, a text, got {id!r}")
@@ -83,7 +85,7 @@ def rule(
 
 @_function
 def forget_rule(id: str) -> None:
-    """Takes a rule out that a script has added."""
+    """Removes a rule that a script has added. Raises K7Q.UnknownName if there is no such rule."""
     if not isinstance(id, str) or id not in _added:
         raise _host.UnknownName(f"no script has added a rule '{id}'; there are {', '.join(_added) or 'none'}")
     del _added[id]
@@ -91,7 +93,7 @@ def forget_rule(id: str) -> None:
 
 @_function
 def rules() -> list[Rule]:
-    """A list of all rules: those of the library, then those that scripts have added."""
+    """A list of all rules: the library's rules, the rules that scripts have added, and "rule-failed"."""
     return [*_library(), *_added.values(), _failed()]
 
 
@@ -104,7 +106,8 @@ def _failed() -> Rule:
 
 
 def _messages(found: _Found) -> Iterator[tuple[str, str]]:
-    """The (property, message) pairs of what a function of a rule gave."""
+    """The (property, message) pairs in the result of a rule's function. Raises TypeError for other
+    results."""
     if found is None:
         return
     if not isinstance(found, (str, tuple)) and not hasattr(found, "__iter__"):
@@ -139,25 +142,26 @@ def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bo
 
 def _problems(target: ImmutableClassObject | ImmutableModel, is_model: bool) -> list[Problem]:
     problems = [K7Q.Problem(*each) for each in _host.validate(target, is_model)]
-    # A rule that asks in turn is answered by the library: its own would ask again without end.
+    # Inside a rule function only the library's rules are used; otherwise the rule would call itself without
+    # end.
     for each in () if _running.rules else tuple(_added.values()):
         problems.extend(_run(each, target, is_model))
     return problems
 
 
 def _validate_model(self: ImmutableModel, /) -> list[Problem]:
-    """Every problem of the model, as a list of K7Q.Problem; empty when nothing is wrong.
+    """Returns all problems of the model, as a list of K7Q.Problem; empty if there are none.
 
-    Problems of one object stand together, objects in order of ownership; those of rules that scripts have
-    added (`K7Q.rule`) come behind. The same model gives the same list.
+    The problems of one object are adjacent; objects are in the order of containment. Problems of rules that
+    scripts have added (`K7Q.rule`) come last. The same model always gives the same list.
     """
     return _problems(self, True)
 
 
 def _validate_object(self: ImmutableClassObject, /) -> list[Problem]:
-    """Every problem of the object and of all that it holds, as a list of K7Q.Problem.
+    """Returns all problems of the object and of the objects it contains, as a list of K7Q.Problem.
 
-    The list is the part of the model's that is about them, without names that clash with others outside.
+    These are the same problems as in the model's list, except name clashes with objects outside this object.
     """
     return _problems(self, False)
 

@@ -6,8 +6,7 @@
     model = K7Q.Model.create()
     brakes = common.Package(model, "Brakes")
 
-Packages are modules that are found when they are imported, classes are types that are made when they are
-first touched.
+Packages are modules that are created when they are imported. Classes are types that are created on first use.
 """
 
 from __future__ import annotations as _annotations
@@ -38,9 +37,9 @@ del TYPE_CHECKING
 
 
 def _member(module_name: str, name: str) -> object:
-    """The class or function of that name in a package of the host, or the error for an unknown one.
+    """Returns the class or function of that name in a package of the host, or raises K7Q.UnknownName.
 
-    A package's module may have names of its own (`K7Q.WrongType`), which may be meant as well.
+    The hint of the error also considers the module's own names, `K7Q.WrongType` for example.
     """
     try:
         return _host.member(module_name, name)
@@ -58,10 +57,11 @@ def _member(module_name: str, name: str) -> object:
 def _show_package(
     module: ModuleType, name: str, star: Iterable[str] | None = None, later: Mapping[str, str] = {}
 ) -> None:
-    """Makes a module show the host's package of that name: packages, classes and functions as attributes.
+    """Makes the packages, classes and functions of a host package available as attributes of a module.
 
-    `star` are the module's own names that a star import brings besides; None leaves it to Python. `later` are
-    names that come from other modules, by theirs, which are imported when one of them is first asked for.
+    `star` are the module's own names for a star import, in addition to the host's names; None means Python's
+    default. `later` maps names to the modules that define them. Such a module is imported when one of its
+    names is first used.
     """
 
     def __getattr__(attribute: str) -> object:
@@ -91,7 +91,7 @@ def _show_package(
 class _PackageLoader:
     @staticmethod
     def create_module(spec: ModuleSpec) -> None:
-        """The usual module."""
+        """Returns None: the import system creates a standard module."""
 
     @staticmethod
     def exec_module(module: ModuleType) -> None:
@@ -102,7 +102,7 @@ class _PackageLoader:
 
 
 class _PackageFinder:
-    """Finds what is imported below `Tarvelon` or `K7Q` and is no file: packages of the host."""
+    """Finds the packages of the host: imports below `Tarvelon` or `K7Q` for which there is no file."""
 
     @staticmethod
     def find_spec(name: str, path: object = None, target: object = None) -> ModuleSpec | None:
@@ -121,17 +121,17 @@ class _PackageFinder:
         except _host.UnknownName as unknown:
             raise _host.UnknownModule(str(unknown)) from None
         error = _host.UnknownModule(f"{name} is not a package; write: from {parent} import {last}")
-        error.name = name  # what tries an import first, help("K7Q.Model") say, then goes on with the attribute
+        error.name = name  # help("K7Q.Model") tries an import first and then the attribute
         raise error
 
 
-# A reload brings a finder of its own: the one before it goes.
+# If this module is reloaded, the finder of the first load is removed.
 sys.meta_path[:] = [each for each in sys.meta_path if getattr(each, "__module__", "") != __name__]
 sys.meta_path.append(_PackageFinder)
 _collections_abc.Sequence.register(_host.Sequence)
 _later = dict.fromkeys(("Added", "Changed", "Diff", "Moved", "Path", "Removed", "Renamed", "diff"), "Tarvelon._diff")
 _show_package(sys.modules[__name__], "Tarvelon", ["K7Q", *_later], _later)
 
-# What they add to classes must be there before the first of these is used.
+# These modules add members to classes. They must be imported before the classes are first used.
 import K7Q  # noqa: E402
 import Tarvelon._factory  # noqa: E402

@@ -1,4 +1,4 @@
-"""How two models, or two objects, differ."""
+"""Differences between two models or two objects."""
 
 from __future__ import annotations
 
@@ -18,7 +18,8 @@ if TYPE_CHECKING:
 
 
 class Path(str):
-    """What a reference leads to, as a path; among the values of a property it is told from a text by this."""
+    """The path of a referenced object. A type of its own, so that the values of references differ from
+    texts."""
 
     __slots__ = ()
 
@@ -27,18 +28,18 @@ class Path(str):
 
 
 class Added(NamedTuple):
-    """An object of the newer one, with what it holds, that the older one has not."""
+    """An object that only the newer model has, with all objects that it contains."""
 
     path: str
     cls: str
-    objects: int  #: how many were added, with the object itself
+    objects: int  #: the number of added objects: this object and the objects that it contains
 
     def __str__(self) -> str:
         return f"+ {_counted(self)}"
 
 
 class Removed(NamedTuple):
-    """An object of the older one, with what it holds, that the newer one has not."""
+    """An object that only the older model has, with all objects that it contains."""
 
     path: str
     cls: str
@@ -49,7 +50,7 @@ class Removed(NamedTuple):
 
 
 class Moved(NamedTuple):
-    """An object that stands elsewhere: at another owner, in another property, at another index."""
+    """An object that is at another place: it has another owner, property or index."""
 
     path: str
     new_path: str
@@ -62,7 +63,7 @@ class Moved(NamedTuple):
 
 
 class Renamed(NamedTuple):
-    """An object that has another name at the same owner."""
+    """An object that has another name but the same owner."""
 
     path: str
     new_path: str
@@ -73,8 +74,8 @@ class Renamed(NamedTuple):
 
 
 class Changed(NamedTuple):
-    """A property with other values. Old and new are plain values, None for none; a reference is a Path, the
-    value of an enumeration its literal, and many values are a list."""
+    """A property with another value. `old` and `new` are plain values, None for no value. A reference is a
+    Path, an enumeration value is the name of its literal, and many values are a list."""
 
     path: str
     cls: str
@@ -100,7 +101,7 @@ def _shown(value: object) -> str:
 
 
 def _to_json(value: object, indent: int | None = None) -> str:
-    import json  # slow to import, and seldom needed
+    import json  # slow to import and rarely needed
 
     return json.dumps(value, ensure_ascii=False, indent=indent)
 
@@ -118,7 +119,7 @@ def _made(
     kind: int, path: str, cls: str, new_path: str, place: str, new_place: str, prop: str, before: str, after: str,
     is_reference: bool, objects: int
 ) -> Difference:
-    """A difference of the C++ interface, whose kinds are counted from 0."""
+    """Creates a difference from the fields of the C++ interface, where `kind` is a number from 0."""
     if kind < 2:
         return (Added, Removed)[kind](path, cls, objects)
     if kind == 2:
@@ -127,10 +128,11 @@ def _made(
 
 
 class Diff:
-    """What must be done to an older model, or object, to make it equal to a newer one.
+    """The changes that turn an older model, or object, into a newer one.
 
-    A sequence of Removed, Added, Moved, Renamed and Changed, in this order; each is a named tuple. str() has
-    a line for each, bool() says whether there are any, and two are equal when they hold the same.
+    A sequence of Removed, Added, Moved, Renamed and Changed, in this order; each is a named tuple. str()
+    returns one line for each difference. bool() is False if there are none. Two Diffs are equal if their
+    differences are equal.
     """
 
     __slots__ = ("_entries",)
@@ -144,27 +146,27 @@ class Diff:
 
     @property
     def removed(self) -> list[Removed]:
-        """Those that are Removed."""
+        """The Removed differences."""
         return self._of(Removed)
 
     @property
     def added(self) -> list[Added]:
-        """Those that are Added."""
+        """The Added differences."""
         return self._of(Added)
 
     @property
     def moved(self) -> list[Moved]:
-        """Those that are Moved."""
+        """The Moved differences."""
         return self._of(Moved)
 
     @property
     def renamed(self) -> list[Renamed]:
-        """Those that are Renamed."""
+        """The Renamed differences."""
         return self._of(Renamed)
 
     @property
     def changed(self) -> list[Changed]:
-        """Those that are Changed."""
+        """The Changed differences."""
         return self._of(Changed)
 
     def __iter__(self) -> Iterator[Difference]:
@@ -195,7 +197,7 @@ class Diff:
         return f"<Tarvelon.Diff of {len(self)} differences>"
 
     def to_json(self, indent: int | None = 1) -> str:
-        """A text of JSON: a list with one object for each, its kind under "difference"."""
+        """Returns a JSON text: a list with one object for each difference; "difference" is its kind."""
         records = [{"difference": type(each).__name__.lower(), **each._asdict()} for each in self._entries]
         return _to_json(records, indent)
 
@@ -205,12 +207,13 @@ del TYPE_CHECKING
 
 @_function
 def diff(older: ImmutableModel | ImmutableClassObject, newer: ImmutableModel | ImmutableClassObject) -> Diff:
-    """How the newer of two models, or of two objects of one class, differs.
+    """Compares two models, or two objects of one class, and returns the differences as a Diff.
 
         print(Tarvelon.diff(model, changed))
 
-    prints a line for each difference: `-` removed, `+` added, `>` moved or renamed, `~` changed. Objects are
-    the same by qualified name and class; what is left and is otherwise equal was moved or renamed; what has
-    no name is told by its owner, its property, what it holds and its order.
+    prints a line for each difference: `-` removed, `+` added, `>` moved or renamed, `~` changed. Objects with
+    the same qualified name and class are the same object. An object without a partner was moved or renamed if
+    an otherwise equal object has no partner either. Objects without a name are matched by their owner, their
+    property, their contents and their order.
     """
     return Diff(_made(*each) for each in _host.differences(older, newer))

@@ -1,4 +1,4 @@
-"""What Python adds to the factory: one method for the whole create family."""
+"""Adds Factory.create(), one method for all create methods of the factory."""
 
 from __future__ import annotations
 
@@ -14,7 +14,7 @@ _PREFIX = "create" + _ROOT.partition(".")[2].replace(".", "")
 
 
 def _name_of(cls: object) -> str:
-    """The name of a class, given as such or by name, from its package on."""
+    """The name of a class, beginning with its package. The class is given as a type or by name."""
     if isinstance(cls, str):
         return cls.removeprefix(_ROOT + ".")
     if isinstance(cls, type) and issubclass(cls, _host.HostObject):
@@ -26,7 +26,7 @@ def _name_of(cls: object) -> str:
 
 
 def _names(factory: _host.HostObject) -> list[str]:
-    """The names of all classes that the factory makes, from their packages on."""
+    """The names of all classes that the factory can create, beginning with their packages."""
     made = [each.removeprefix(_PREFIX) for each in dir(type(factory)) if each.startswith(_PREFIX)]
     packages = [each for each in _host.memberNames(_ROOT) if _host.isPackage(f"{_ROOT}.{each}")]
     return [f"{package}.{each.removeprefix(package)}" for package in packages for each in made
@@ -34,7 +34,7 @@ def _names(factory: _host.HostObject) -> list[str]:
 
 
 def _refusal(factory: _host.HostObject, name: str) -> _host.UnknownName:
-    """The error for a class that the factory does not make, with the one that may have been meant."""
+    """The error for a class that the factory cannot create, with the most similar class."""
     names = {each if "." in name else each.partition(".")[2]: each for each in _names(factory)}
     near = names.get(name) or names.get(_host.nearest(name, list(names)))
     if name.startswith("Tarvelon.metamodel."):
@@ -50,7 +50,8 @@ def _refusal(factory: _host.HostObject, name: str) -> _host.UnknownName:
 
 
 def _unmakeable(cls: type) -> _host.WrongType:
-    """The error for a class that is there but has no constructor, which itself says best what to do instead."""
+    """The error for a class without a constructor. Calling the class gives the error text with the best
+    hint."""
     try:
         cls()
     except _host.WrongType as refused:
@@ -58,20 +59,20 @@ def _unmakeable(cls: type) -> _host.WrongType:
     raise AssertionError(cls)
 
 
-_known: dict[tuple[type, object], Callable[..., object]] = {}  #: methods found, by factory and what they make
+_known: dict[tuple[type, object], Callable[..., object]] = {}  #: cache: method for factory and class
 
 
 def _create(self: _host.HostObject, /, *arguments: object, **names: object) -> object:
-    """create(class, ...): a new object of the class, which is given as such or by name.
+    """create(class, ...): creates an object of the class, which is given as a type or by name.
 
     factory.create("common.Package", "Brakes") and factory.create(common.Package, "Brakes") are short for
     factory.createmetamodelarplatformcommonPackage("Brakes"). help(Factory) lists the classes with their
-    arguments. K7Q.UnknownName for a class that the factory does not make.
+    arguments. Raises K7Q.UnknownName for a class that the factory cannot create.
     """
     if arguments and not names:
         try:
             known = _known[type(self), arguments[0]]
-        except (KeyError, TypeError):  # the first time, and what no dict can be asked for
+        except (KeyError, TypeError):  # not in the cache yet, or not hashable
             pass
         else:
             return known(self, *arguments[1:])
@@ -84,7 +85,7 @@ def _create(self: _host.HostObject, /, *arguments: object, **names: object) -> o
 def _method_for(
     self: _host.HostObject, arguments: tuple[object, ...], names: dict[str, object]
 ) -> Callable[..., object]:
-    """The factory's method for the class that is the first argument, or the error that says why there is none."""
+    """Returns the factory's method for the class given by the first argument, or raises the error for it."""
     if not hasattr(type(self), "createNewFactory"):
         given = type(self).__name__
         raise _host.WrongType(f"Factory.create: expected a factory to be called on, got {given}")

@@ -1,4 +1,4 @@
-"""What the commands print."""
+"""The output of the commands."""
 
 from __future__ import annotations
 
@@ -11,18 +11,18 @@ from itertools import repeat
 
 
 def to_json(record: object) -> str:
-    """A text of JSON, with escapes for what the terminal's encoding may not have."""
+    """A JSON text. Characters that the terminal's encoding may not have are escaped."""
     encoding = getattr(sys.stdout, "encoding", None) or "utf-8"
     is_utf8 = encoding.lower().replace("-", "").startswith("utf8")
     return "".join(_pieces(record, json.JSONEncoder(ensure_ascii=not is_utf8).encode))
 
 
-_DEEPEST = 128  #: how many levels are indented one more than the next outer one, as in to_json() of a model
+_DEEPEST = 128  #: deeper levels are not indented further, as in to_json() of a model
 
 
 def _pieces(value: object, encode: Callable[[object], str]) -> Iterator[str]:
-    """What json.dumps(value, indent=1) puts together, which calls itself for each level and so gives up."""
-    opened: list[tuple[Iterator[tuple[str, object]], str]] = []  # what comes next on each level, and its end
+    """The text of json.dumps(value, indent=1) in pieces. Not recursive, so the depth is not limited."""
+    opened: list[tuple[Iterator[tuple[str, object]], str]] = []  # per level: next members, and its end
     while True:
         if isinstance(value, dict) and value:
             opened.append((((f"{encode(key)}: ", each) for key, each in value.items()), "}"))
@@ -45,16 +45,17 @@ def _pieces(value: object, encode: Callable[[object], str]) -> Iterator[str]:
 
 
 def print_text(text: str) -> bool:
-    """Prints a text, with escapes for what the terminal's encoding has not. Whether that went well."""
+    """Prints a text. Characters that the terminal's encoding does not have are escaped. False if writing
+    fails."""
     if isinstance(sys.stdout, io.TextIOWrapper):
         sys.stdout.reconfigure(errors="backslashreplace")
     try:
         print(text, flush=True)
         return True
     except OSError as error:
-        # What is left in the buffer must not be tried again at the end.
+        # Python must not try to write the rest of the buffer when it exits.
         os.dup2(os.open(os.devnull, os.O_WRONLY), sys.stdout.fileno())
-        if isinstance(error, BrokenPipeError):  # the reader, `head` say, has seen enough
+        if isinstance(error, BrokenPipeError):  # the reader has closed the pipe, as `head` does
             return True
         print(f"tarvelon: the output cannot be written: {error.strerror}", file=sys.stderr)
         return False

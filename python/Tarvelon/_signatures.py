@@ -1,4 +1,4 @@
-"""What the records of the host say of a class in Python's terms: its bases, signatures and types."""
+"""Describes the host's classes in terms of Python: base classes, signatures and types."""
 
 from __future__ import annotations
 
@@ -17,13 +17,13 @@ SCALARS = {
 }
 ARGUMENTS = {"bool": "flag", "int": "number", "float": "number", "str": "text"}
 MODEL_OBJECT = "K7Q.ImmutableClassObject"
-# These give an object of the class itself, of its view, or of the class that the view is of.
+# These methods return an object of the class itself, of its immutable view, or of the view's mutable class.
 OWN_CLASS = ("asDeviant",)
 VIEWS = ("asImmutable", "asMutable")
 
 
 class Signature(NamedTuple):
-    """How a method is called, in the host's names of types."""
+    """The signature of a method. The types have the host's names."""
 
     names: tuple[str, ...]
     types: tuple[str, ...]
@@ -37,14 +37,14 @@ def split(full_name: str) -> tuple[str, str]:
 
 
 def purpose(record: Record) -> str:
-    """What the documentation of a class says."""
+    """The docstring of a class."""
     told = _host.documentation(record["fullName"])["purpose"]
     return told or record["description"] or f"A class of the metamodel: {record['fullName']}"
 
 
 def argument_names(method: Record) -> tuple[str, ...]:
-    """What the arguments of a record are called: as the class that it makes an object of names them, as the
-    record itself does, or after their types."""
+    """The names of a method's arguments: those of the constructor in the metamodel, those of the record, or
+    else names made from their types."""
     count = len(method["arguments"])
     own = tuple(each.strip() for each in method["parameterNames"].split(","))
     for given in (_made_from(method, count), own):
@@ -57,7 +57,8 @@ def argument_names(method: Record) -> tuple[str, ...]:
 
 
 def _made_from(method: Record, count: int) -> tuple[str, ...]:
-    """The names that the metamodel gives to the arguments of a constructor, or of a factory's method."""
+    """The argument names that the metamodel gives for a constructor or for a method of the factory; ()
+    otherwise."""
     is_factorys = method["name"].startswith("createmetamodel")
     if not is_factorys and method["kind"] != "constructor":
         return ()
@@ -80,7 +81,7 @@ def class_record(full_name: str) -> Record:
 
 @functools.cache
 def lineage(full_name: str) -> tuple[str, ...]:
-    """The class and its superclasses as Python looks them up, without the roots of the host."""
+    """The class and its superclasses in Python's method resolution order, without the host's root types."""
     kinds: tuple[type, ...] = _host.member(*split(full_name)).__mro__
     return tuple(f"{each.__module__}.{each.__name__}" for each in kinds
                  if each.__module__ not in ("builtins", "_tarvelon_host"))
@@ -91,13 +92,13 @@ def is_kind_of(narrow: str, wide: str) -> bool:
 
 
 def is_view(full_name: str) -> bool:
-    """Whether the class reads model objects that another one changes."""
+    """Whether the class is the immutable view of a class of model objects."""
     package, short = split(full_name)
     return package != "K7Q" and short.startswith("Immutable") and MODEL_OBJECT in lineage(full_name)
 
 
 def changeable(type_name: str, is_many: bool = False, is_read_only: bool = False) -> str:
-    """What a property of that type reads as through an object that can be changed."""
+    """The type of a property's value when it is read through a mutable object."""
     package, short = split(type_name)
     if is_many:
         element = short.removeprefix("ImmutableSequenceOf").removeprefix("Immutable")
@@ -114,7 +115,7 @@ def signature_of(method: Record) -> Signature:
 
 @functools.cache
 def declared(full_name: str, name: str) -> tuple[Signature, ...]:
-    """What the class itself says of a method."""
+    """The signatures of a method that the class itself declares."""
     if name in VIEWS and is_view(full_name):
         result = full_name if name == "asImmutable" else changeable(full_name)
         return (Signature((), (), result, False),)
@@ -124,7 +125,7 @@ def declared(full_name: str, name: str) -> tuple[Signature, ...]:
 
 @functools.cache
 def overloads(full_name: str, name: str) -> tuple[Signature, ...]:
-    """What a call chooses from: the signatures of the class and its bases without those that others cover."""
+    """The overloads of a method: the signatures of the class and its bases, without redundant ones."""
     found = list(dict.fromkeys(each for cls in lineage(full_name) for each in declared(cls, name)))
     return tuple(
         each for place, each in enumerate(found)
@@ -137,14 +138,15 @@ def _covers(wide: Signature, narrow: Signature) -> bool:
 
 
 def replaces(found: tuple[Signature, ...], before: tuple[Signature, ...]) -> bool:
-    """Whether all that can be done with a base's method can be done with these signatures."""
+    """Whether the overloads `found` accept every call that a base's overloads `before` accept, with fitting
+    results."""
     answers = ((next((each for each in found if _covers(each, other)), None), other) for other in before)
     return all(each is not None and is_kind_of(each.result, other.result) for each, other in answers)
 
 
 def own_methods(record: Record) -> list[tuple[str, tuple[Signature, ...], bool]]:
-    """The methods of a class that its bases do not give it in the same words: name, signatures, and whether
-    the class does with them what its bases promise."""
+    """The methods for the stub of a class, without those that it inherits unchanged: the name, the overloads,
+    and whether they are compatible with the methods of all bases."""
     full_name, result = record["fullName"], []
     names = [each["name"] for each in record["methods"] if each["kind"] != "constructor"]
     for name in dict.fromkeys([*(VIEWS if MODEL_OBJECT in lineage(full_name) else ()), *names]):
@@ -156,9 +158,9 @@ def own_methods(record: Record) -> list[tuple[str, tuple[Signature, ...], bool]]
 
 
 def _disagree(bases: list[str], name: str) -> bool:
-    """Whether of two bases, neither below the other, one answers what the other does not.
+    """Whether there are two unrelated bases of which the first does not replace the method of the second.
 
-    Python looks no further than the first; a type checker wants to be told.
+    At run time Python uses the first base, but a type checker requires a declaration in the class.
     """
     return any(other not in lineage(one) and not replaces(overloads(one, name), overloads(other, name))
                for one, other in itertools.combinations(bases, 2))

@@ -24,12 +24,12 @@ from Tarvelon._signatures import (Record, SCALARS, Signature, changeable, class_
                                   own_methods, purpose, signature_of, split)
 
 PYTHON_METHODS = ("__init__", "__enter__", "__exit__")
-PARTIAL = "partial\n"  # what is no package of the host stands in the .py files
+PARTIAL = "partial\n"  # the modules that are not packages of the host have .py files with annotations
 FACTORY = "Tarvelon.metamodel.arplatform.Factory"
 OPTIONAL, _, MANY = range(3)
 READ_ONLY = 1
 
-# What a record does not say of a result: that it may be nothing, and which class the elements are of.
+# Facts that a method's record does not contain: the result may be None, and the class of the elements.
 MAY_BE_NOTHING = ("cast", "find", "getContainer")
 ELEMENTS = {
     "K7Q.ImmutableClass.superclasses": "ImmutableClass",
@@ -67,7 +67,7 @@ class _Find:
     @overload
     def __get__(self, model: Model, cls: type, /) -> Callable[[str], ClassObject | None]: ...
 """
-# What is found in a model can be changed where the model can, and is of the class that was asked for.
+# Objects found in a mutable model are mutable, and instances() returns objects of the given class.
 MODEL = (
     "def find_all(model, path: str, /) -> list[ClassObject]: ...  # type: ignore[override]",
     "def instances(model, cls: type[_Object], /) -> list[_Object]: ...",
@@ -77,7 +77,7 @@ MODEL = (
 
 
 class Body:
-    """The lines of a class. It writes the names of other classes so that no member of its own hides them."""
+    """The lines of a class. Writes the names of other classes so that no member of this class hides them."""
 
     def __init__(self, module: Module, record: Record, rows: list[Record]) -> None:
         self.module = module
@@ -128,17 +128,17 @@ class Body:
             self.add(f"def __init__({self.parameters(signature, 'self')}) -> None: ...")
         bases = (class_record(each) for each in lineage(self.record["fullName"]))
         if not made and any(each["kind"] == "constructor" for base in bases for each in base["methods"]):
-            # What makes objects of a base makes none of this class.
+            # The constructors of a base class cannot create an object of this class.
             self.add("def __init__(self, nothing: Never, /) -> None: ...")
 
     def add_property(self, row: Record, is_changeable: bool) -> None:
-        """A property as it reads through objects of the class, and how it is set if it can be."""
+        """The getter of a property as seen through objects of the class, and the setter if it can be set."""
         name, multiplicity, is_read_only = row["name"], row["multiplicity"], row["mutability"] == READ_ONLY
         kind = changeable(row["type"], multiplicity == MANY, is_read_only) if is_changeable else row["type"]
         shown = self.shown(kind)
         taken = f"{shown} | None" if multiplicity == OPTIONAL else shown
         is_writable = is_changeable and not is_read_only
-        # A text that is not set reads as an empty one.
+        # An unset text reads as an empty text.
         told = (_host.plainType(row["type"]), describe.MULTIPLICITY[multiplicity],
                 "writable" if is_writable else "read-only")
         self.add("@property", f"def {name}(self) -> {shown if shown == 'str' else taken}:",
@@ -149,7 +149,7 @@ class Body:
             self.add(f"@{name}.deleter", f"def {name}(self) -> None: ...")
 
     def add_addition(self, name: str, function: types.FunctionType) -> None:
-        """A method that Python adds to a class, as it is written there."""
+        """A method that Python code adds to a class, with the signature of its definition."""
         if self.record["fullName"] == FACTORY and name == "create":
             self.add_create(function)
             return
@@ -163,7 +163,8 @@ class Body:
             self.add(f"@{name}.setter", f"def {name}(self, value: {result}) -> None: ...")
 
     def add_create(self, function: types.FunctionType) -> None:
-        """What a factory makes: by name, with the arguments of each class, and by class."""
+        """The overloads of Factory.create: for each class by its name, for any class as a type, and for any
+        name."""
         self.module.bring("_tarvelon_host")
         self.module.prelude.append('_Object = TypeVar("_Object", bound=_tarvelon_host.HostObject)')
         for method in self.record["methods"]:
@@ -173,7 +174,8 @@ class Body:
                 given = self.parameters(made, "self", cls) + ("" if made.types else ", /")
                 self.add("@overload", f"def create({given}) -> {self.shown(made.result)}: ...")
         self.add("@overload", "def create(self, cls: type[_Object], /, *arguments: object) -> _Object: ...")
-        # With this one a name may be computed, and a wrong one is told of in a line, not in four hundred.
+        # For names that are computed. Also, an error for a wrong name then has one line instead of four
+        # hundred.
         self.add("@overload", "def create(self, cls: str, /, *arguments: object) -> K7Q.ClassObject:",
                  "    " + docstring(function.__doc__))
 
@@ -191,14 +193,14 @@ class Module:
             getattr(self.module, each)
         self.prelude = list(kernel_lines()) if self.name == "K7Q" else []
         self.prelude += [f"{each}: str\n" for each in ("__version__",) if each in vars(self.module)]
-        # What a package shows of modules of its own, as Tarvelon does of _diff.
+        # Names that a package re-exports from its own modules, as Tarvelon does from _diff.
         self.prelude += [f"from {value.__module__} import {each} as {each}\n" for each, value in vars(self.module).items()
                          if getattr(value, "__module__", "").startswith(f"{self.name}._") and each[0] != "_"]
 
     def bring(self, package: str, is_hidden: bool = False) -> None:
-        """Imports a package, under a private name if a member of a class hides its own."""
+        """Imports a package; under a private name if a member of the class hides its name."""
         parent, last = split(package)
-        if is_hidden or parent != self.name:  # its own parts it has anyway
+        if is_hidden or parent != self.name:  # its own sub-packages are always imported
             origin = f"from {parent} import {last}" if parent else f"import {last}"
             self.imports.add(f"{origin} as _{last}" if is_hidden else origin)
 
@@ -267,19 +269,19 @@ def docstring(text: str | None) -> str:
 
 
 class Plain(str):
-    """A text that a signature shows without quotes."""
+    """A text that appears in a signature without quotes."""
 
     def __repr__(self) -> str:
         return str(self)
 
 
 def function_lines(name: str, function: Callable[..., object], is_method: bool = False) -> Iterator[str]:
-    """A function that is written in Python, with its annotations as they stand there and without its defaults."""
+    """The stub of a Python function, with its own annotations and with `...` for each default value."""
     signature = inspect.signature(function)
     parameters = [each.replace(annotation=Plain(each.annotation) if each.annotation is not each.empty else each.empty,
                                default=each.empty if each.default is each.empty else Plain("..."))
                   for each in signature.parameters.values()]
-    if is_method and not parameters[0].annotation.startswith("_"):  # a type variable says what else is of its type
+    if is_method and not parameters[0].annotation.startswith("_"):  # not a type variable
         parameters[0] = parameters[0].replace(annotation=inspect.Parameter.empty)
     shown = signature.replace(parameters=parameters, return_annotation=Plain(signature.return_annotation))
     yield f"def {name}{shown}:{'' if function.__doc__ else ' ...'}"
@@ -288,7 +290,8 @@ def function_lines(name: str, function: Callable[..., object], is_method: bool =
 
 
 def kernel_lines() -> Iterator[str]:
-    """What K7Q holds beside the host's classes: errors, functions, and sequences that say what they hold."""
+    """The names of K7Q that are not classes of the host: errors, functions, and sequences with an element
+    type."""
     members = [each for name, each in vars(K7Q).items()
                if not name.startswith("_") and getattr(each, "__module__", None) == "K7Q"]
     classes = [each for each in members if isinstance(each, type)]
@@ -305,7 +308,7 @@ def kernel_lines() -> Iterator[str]:
 
 
 def python_class_lines(cls: type) -> Iterator[str]:
-    """A class that is written in Python: its fields and its methods."""
+    """The stub of a Python class: its fields and methods."""
     is_tuple = issubclass(cls, tuple)
     bases = (each.__name__ if each.__module__ == "K7Q" else f"builtins.{each.__name__}"
              for each in cls.__bases__ if each is not object)

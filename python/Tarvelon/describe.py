@@ -8,7 +8,7 @@ import textwrap
 from collections.abc import Iterable, Iterator, Sequence
 from typing import Any
 
-import Tarvelon  # noqa: F401  brings the metamodel in
+import Tarvelon  # noqa: F401  loads the metamodel
 import _tarvelon_host as _host
 from Tarvelon._output import print_text, to_json
 
@@ -21,7 +21,7 @@ ENUMERATION = "An enumeration"
 
 
 def short(name: str) -> str:
-    """The last two parts of a dotted name, as scripts write it."""
+    """The last two parts of a dotted name, as used in scripts."""
     return ".".join(name.split(".")[-2:])
 
 
@@ -30,18 +30,19 @@ def purpose(name: str) -> str:
 
 
 def first_sentence(name: str) -> list[str]:
-    """The lines of the first sentence of a purpose, which is written so that it stands alone."""
+    """The first sentence of a purpose, as lines. Purposes are written so that this sentence can stand
+    alone."""
     return paragraph(purpose(name).partition(". ")[0].rstrip("."), " " * 8)
 
 
 def heading(full_name: str) -> list[str]:
-    """What a package or class is for, if that is told, and its name."""
+    """The purpose of a package or class, if it has one, and its name."""
     text = paragraph(purpose(full_name))
     return [*text, "", full_name] if text else [full_name]
 
 
 def constructor_lines(record: Record) -> Iterator[str]:
-    """The constructors as they are called, each argument with its name where the metamodel names it."""
+    """The constructors with the names of their arguments, if the metamodel has them."""
     named = _host.documentation(record["fullName"])["constructors"]
     constructors = [each for each in record["methods"] if each["kind"] == "constructor"]
     for index, each in enumerate(constructors):
@@ -59,7 +60,7 @@ def signature(method: Record, name: str | None = None) -> str:
 
 
 def plain(name: str) -> str:
-    """A class's name for people, who know its views under its own name."""
+    """The name of a class for users: a view has the name of its mutable class."""
     package, _, last = name.rpartition(".")
     return short(f"{package}.{last.removeprefix('Immutable')}")
 
@@ -81,7 +82,7 @@ def section(title: str, lines: Iterable[str]) -> list[str]:
 
 
 def lineage(record: Record) -> list[Record]:
-    """The class and all its superclasses, nearest first, each once."""
+    """The class and all its superclasses without duplicates, nearest first."""
     seen, order, queue = set(), [], [record]
     while queue:
         each = queue.pop(0)
@@ -93,7 +94,7 @@ def lineage(record: Record) -> list[Record]:
 
 
 def property_rows(record: Record) -> Iterator[tuple[str, ...]]:
-    """Name, multiplicity, type, mutability and owner of each property, inherited ones too."""
+    """Name, multiplicity, type, mutability and owner of each own and inherited property."""
     known = set()
     for owner in lineage(record):
         name = plain(owner["fullName"])
@@ -133,7 +134,7 @@ def package_page(record: Record) -> list[str]:
                if {f"Immutable{each['name']}", f"{each['name']}MetaProperty"} <= names]
     rest = len(names) - len(classes) - len(enumerations)
     bases = [(each["name"], ", ".join(short(name) for name in each["superclasses"][1:])) for each in classes]
-    if not classes:  # a package of its own kind: no class has companions
+    if not classes:  # this package has no model classes, so no class has companion classes
         others = [each for each in record["classes"] if each not in enumerations]
         bases, rest = [(each["name"], each["description"]) for each in others], 0
     lines = heading(record["name"])
@@ -156,7 +157,8 @@ def page(record: Record) -> list[str]:
 
 
 def classes_named(short: str) -> list[str]:
-    """The dotted names of the platform's classes that are called so or, if there is none, almost so."""
+    """The name of the platform's class with that short name, or else of the one with the most similar
+    name."""
     packages = [f"{DEFAULT}.{each}" for each in _host.memberNames(DEFAULT) if _host.isPackage(f"{DEFAULT}.{each}")]
     names = [f"{package}.{each}" for package in packages for each in _host.memberNames(package)]
     shorts = {name.rpartition(".")[2]: name for name in reversed(names)}
@@ -165,7 +167,7 @@ def classes_named(short: str) -> list[str]:
 
 
 def find(name: str) -> Record:
-    """The records of a package or class, whose name may also begin below one of the metamodel's packages."""
+    """The record of a package or class. The name may be relative to one of the metamodel's packages."""
     errors = []
     for prefix in ("", DEFAULT + ".", "Tarvelon.metamodel."):
         try:
@@ -176,7 +178,7 @@ def find(name: str) -> Record:
 
 
 def refusal(name: str, errors: list[_host.UnknownName]) -> _host.UnknownName:
-    """The error that says most: one with a near name, or one of a package that there is."""
+    """The most helpful of the errors: with a similar name, or about an existing package."""
     near = next((each for each in errors if "did you mean" in str(each)), None)
     parent, _, member = name.rpartition(".")
     if not parent:

@@ -1,4 +1,4 @@
-"""The start of an interactive Python: what stands in this file's namespace is at hand at the prompt."""
+"""The start of an interactive Python. All names of this module are available at the prompt."""
 
 import types
 
@@ -7,7 +7,7 @@ import Tarvelon
 from Tarvelon.metamodel import arplatform
 
 if __name__ == "__main__":
-    # The packages of the metamodel under their short names, as a script would import them.
+    # The packages of the metamodel under the short names that scripts use for them.
     for _name in dir(arplatform):
         if not _name.startswith("_") and isinstance(_package := getattr(arplatform, _name), types.ModuleType):
             globals()[_name] = _package

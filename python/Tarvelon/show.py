@@ -9,7 +9,7 @@ from collections.abc import Iterator
 from typing import Any
 
 import K7Q
-import Tarvelon  # noqa: F401  brings the metamodel in
+import Tarvelon  # noqa: F401  loads the metamodel
 from Tarvelon._output import print_text, to_json
 
 DEPTH = 3
@@ -21,12 +21,13 @@ def is_object(value: object) -> bool:
 
 
 def is_held(value: object) -> bool:
-    """Whether a property holds objects, one or many."""
+    """Whether the value of a property contains objects, one or many."""
     return is_object(value) or isinstance(value, list) and any(map(is_object, value))
 
 
 def held(record: Record) -> Iterator[tuple[str, Record]]:
-    """What an object holds: (step, record), where a step is ".property[index]", an index from 0."""
+    """The objects contained in an object: (step, record). A step is ".property[index]", with an index from
+    0."""
     for name, value in record.items():
         if is_object(value):
             yield f".{name}", value
@@ -36,8 +37,8 @@ def held(record: Record) -> Iterator[tuple[str, Record]]:
 
 
 def paths(root: Record) -> Iterator[tuple[str, Record]]:
-    """An object and all that it holds, each as (path, record); several may have one qualified name."""
-    pending = [("", "", root)]  # the names above, and what the path is for an object without a name
+    """An object and all objects that it contains, as (path, record). Paths may be equal."""
+    pending = [("", "", root)]  # names of the owners, path if the object has no name, object
     while pending:
         names, unnamed, record = pending.pop()
         if "Name" in record:
@@ -48,7 +49,7 @@ def paths(root: Record) -> Iterator[tuple[str, Record]]:
 
 
 def find(roots: list[Record], path: str) -> Record | None:
-    """The first object of that path, as references name it."""
+    """The first object with that path or id, as references contain it."""
     wanted = path if path.startswith("/") else f"/{path}"
     for root in roots:
         for found, record in paths(root):
@@ -58,7 +59,7 @@ def find(roots: list[Record], path: str) -> Record | None:
 
 
 def text(value: object) -> str:
-    """A value in one line."""
+    """A value as one line."""
     if isinstance(value, list):
         return ", ".join(map(text, value))
     return value if isinstance(value, str) else json.dumps(value)
@@ -78,7 +79,7 @@ def title(record: Record) -> str:
 
 
 def lines(record: Record, depth: int, indent: str = "") -> Iterator[str]:
-    """The lines of a tree: an object, its values, and what it holds down to that depth."""
+    """The lines of a tree: an object, its values, and the objects it contains, down to that depth."""
     pending = [(record, depth, indent, "")]
     while pending:
         record, depth, indent, label = pending.pop()
@@ -109,7 +110,7 @@ def parse(arguments: list[str] | None) -> argparse.Namespace:
 
 
 def report(model: K7Q.Model, options: argparse.Namespace) -> str | None:
-    """What is printed of a model; None if nothing has that path."""
+    """The text to print; None if no object has the path."""
     data = model.to_dict()
     shown = data["objects"]
     if options.path is not None:

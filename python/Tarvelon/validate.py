@@ -21,7 +21,7 @@ def number_of(count: int, what: str) -> str:
 
 
 def page(name: str, misfits: Sequence[K7Q.FileProblem], problems: list[K7Q.Problem]) -> list[str]:
-    """Lines for a person: what does not fit in the file, then the problems of each object."""
+    """The report for users: problems of the file, then the problems of each object."""
     lines = [f"{name}: error: {each}" for each in misfits]
     for path, found in groupby(problems, lambda each: each.path):
         lines.append(path)
@@ -41,7 +41,7 @@ def count_errors(misfits: Sequence[K7Q.FileProblem], problems: list[K7Q.Problem]
 def record(
     name: str, misfits: Sequence[K7Q.FileProblem], problems: list[K7Q.Problem]
 ) -> dict[str, Any]:
-    """The same for a program."""
+    """The report for programs."""
     return {"file": name,
             "misfits": [each._asdict() for each in misfits],
             "problems": [{key: value for key, value in each._asdict().items() if key != "object"}
@@ -51,7 +51,7 @@ def record(
 def add_rules(script: str) -> None:
     try:
         runpy.run_path(script)
-    except SystemExit as end:  # the file would else seem to be fine
+    except SystemExit as end:  # otherwise the command would end as if the file had no problems
         raise K7Q.WrongValue(f"the script {script} has ended the program with exit({end.code!r}); "
                              "let it add its rules and come to its end") from None
 

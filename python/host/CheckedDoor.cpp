@@ -10,22 +10,21 @@ namespace pyhost {
 
 namespace {
 
-/// One call as the checks see it.
+/// The data of a call that the checks need.
 struct Call {
   const HostType& type;
   const ruvo::OverloadSet& overloads;
   PyObject* self;
   std::span<PyObject* const> given;
 
-  /// Nothing for a constructor.
+  /// The name of the method; empty for a constructor.
   std::string_view name() const noexcept {
     return overloads.name == type.cls->getFullName() ? std::string_view() : overloads.name.view();
   }
   std::string where(std::size_t index) const { return Place{*type.cls, name(), index + 1}.text(); }
 };
 
-/// The type of the parameter that takes argument `index`, the empty name if the record takes another number
-/// of them.
+/// The type of the parameter for argument `index`; empty if the record has another number of parameters.
 ruvo::InternedName parameterOf(const ruvo::RVOMethodInfo& record, const Call& call, std::size_t index) {
   const auto& signature = *record.getSignature();
   const bool takesSelf = call.self && (record.getFlags() & ruvo::factory::kSelfAsArgument) != 0;
@@ -34,7 +33,7 @@ ruvo::InternedName parameterOf(const ruvo::RVOMethodInfo& record, const Call& ca
   return signature.arguments()[index + before];
 }
 
-/// Whether every signature that could be meant wants an enumeration value there.
+/// Whether all overloads with this number of arguments expect an enumeration value there.
 bool wantsEnumeration(const Call& call, std::size_t index) {
   bool wants = false;
   for (const auto* record : call.overloads.candidates) {
@@ -69,12 +68,12 @@ void requireNotEmpty(const Call& call, std::size_t index) {
                                     "element is gone; take another one from begin() or end()");
 }
 
-/// An iterator to compare with.
+/// Checks an iterator that is compared with another one.
 void requireNotRetired(const Call& call, std::size_t index) {
   if (reinterpret_cast<const HostIterator*>(call.given[index])->isRetired) raiseGone(call, index);
 }
 
-/// An iterator is a place in one sequence, and means nothing in another or when that place is gone.
+/// Checks an iterator argument of a sequence: it must belong to this sequence and must not be stale.
 void requireOwnIterator(const Call& call, std::size_t index) {
   const auto* iterator = reinterpret_cast<const HostIterator*>(call.given[index]);
   const bool isOwn = iterator->sequence && nativeIdentity(interfaceOf(iterator->sequence)) ==
@@ -105,7 +104,7 @@ bool isIterator(PyObject* object) {
 
 void requireInside(const Call& call) {
   const auto& iterator = *reinterpret_cast<const HostIterator*>(call.self);
-  // Where a retired iterator stood, another element may be by now: it is at no edge.
+  // A retired iterator is at no end of the sequence: another element may be at its position now.
   if (iterator.isRetired) raiseElementGone(call);
   if ((call.name() == "item" || call.name() == "getNext") && standsAtEnd(iterator)) raiseAtEdge(call, "end");
   if (call.name() == "getPrev" && standsAtBegin(iterator)) raiseAtEdge(call, "beginning");

@@ -6,14 +6,15 @@
 
 namespace pyhost {
 
-/// What the records leave silent or undefined, a Python call refuses before it is made: nothing where an
-/// element, an iterator or an enumeration value is meant, and an iterator that stands in another sequence.
+/// Checks of a Python call before it is made, for mistakes that the records do not detect or that would be
+/// undefined behaviour: None instead of an element, iterator or enumeration value, and an iterator of another
+/// sequence.
 
-/// Raises K7Q.WrongType or K7Q.WrongValue for such a call of `overloads` on the class; `self` may be null.
+/// Raises K7Q.WrongType or K7Q.WrongValue for such a call of `overloads` on the class. `self` may be null.
 void requireMeaningful(const HostType& type, const ruvo::OverloadSet& overloads, PyObject* self,
                        const Arguments& converted, std::span<PyObject* const> given);
 
-/// Gives an iterator that came out of a call on `self` the sequence that it walks.
+/// If `result` is an iterator returned by a call on `self`, connects it with the sequence that it iterates.
 void keepSequence(PyObject* result, PyObject* self);
 
 }  // namespace pyhost

@@ -4,10 +4,11 @@
 
 namespace pyhost {
 
-/// Sends what the host prints (`disp`) through `sys.stdout`.
+/// Redirects the host's output (`disp`) to `sys.stdout`.
 void redirectConsole() noexcept;
 
-/// Raises what went wrong in sys.stdout since the last call; native code cannot be unwound from within a
+/// Raises the error that sys.stdout has raised since the last call. Such an error is stored first, because no
+/// exception may pass through the native code that prints.
 /// print.
 void requirePrinted();
 

@@ -24,23 +24,23 @@ bool isModel(PyObject* value) {
   return info.object && info.object->cast(K7Q::tagsOf<K7Q::NSInterface::ModelIntf>());
 }
 
-/// More than anybody asks for.
+/// An upper limit for the indentation; larger values are cut to it.
 constexpr long kWidestIndent = 1000;
 
-/// A model or an object of one.
+/// Converts a model or a model object. Raises K7Q.WrongType for other values.
 K7Q::Object toModelOrObject(PyObject* value, const char* function) {
   if (isModel(value)) return toModel(value, function);
   return toModelObject(value, function);
 }
 
-/// What is changed by a copy must be shown by a class that can change it.
+/// Raises if a copy would change the model through an immutable view.
 void requireChangeable(PyObject* value, const char* cure) {
   if (!isImmutableView(value)) return;
   raise(errors().exception,
         "clone: " + describePython(value) + " only reads its model and cannot change it; " + cure);
 }
 
-/// The name of a property, empty for None.
+/// The name of a property; empty for None.
 std::string nameOf(PyObject* value) {
   if (value == Py_None) return {};
   if (PyUnicode_Check(value)) return toUtf8(value);

@@ -10,7 +10,7 @@ namespace {
 using K7Q::mi::K7qmiProperty;
 using K7Q::mi::MetaPropertyEntry;
 
-/// A dict under construction, with its keys in the order in which they are put.
+/// Builds a dict; the keys keep the order in which they are added.
 class Record {
  public:
   Record() : mDict(owned(PyDict_New)) {}

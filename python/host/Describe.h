@@ -4,8 +4,8 @@
 
 namespace pyhost {
 
-/// What the object system has registered, as dicts and lists in the form that `describe --json` prints; all
-/// lists in order of registration.
+/// Everything registered in the object system, as dicts and lists in the format of `describe --json`. All
+/// lists are in order of registration.
 PyObject* describePackage(ruvo::Package& package);
 PyObject* describeClassRecords(ruvo::Class& cls);
 

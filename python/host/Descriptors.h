@@ -4,20 +4,21 @@
 
 namespace pyhost {
 
-/// What stands in a type's dict for a property: reads and writes it as an attribute.
+/// The descriptor in a type's dict for a property. Makes the property readable and writable as an attribute.
 struct Property {
   PyObject_HEAD const ruvo::PropertySlot* slot;
   PyObject* name;
   bool isMany;
 };
 
-/// What stands in a type's dict for all methods of one name.
+/// The descriptor in a type's dict for all methods of one name.
 struct Method {
   PyObject_HEAD ruvo::InternedName name;
   PyObject* text;
-  /// The class whose type holds it.
+  /// The class whose type contains the descriptor.
   ruvo::Class* owner;
-  /// What a call on an object of `knownFor` chooses from; one class is remembered, since loops stay with one.
+  /// A cache with one entry: `known` are the overloads for an object of class `knownFor`. One entry is
+  /// enough, because loops usually call a method on objects of one class.
   ruvo::Class* knownFor;
   const ruvo::OverloadSet* known;
 };
@@ -32,24 +33,24 @@ void readyDocType();
 
 PyObject* newProperty(const ruvo::PropertySlot& slot, PyObject* name);
 PyObject* newMethod(ruvo::Class& owner, const ruvo::InternedName& name, PyObject* text);
-/// A literal of an enumeration: reading it calls the static method of that name.
+/// The descriptor for a literal of an enumeration. Reading it calls the static method of that name.
 PyObject* newLiteral(ruvo::Class& owner, const ruvo::InternedName& name);
-/// The docstring of a class, written when it is read.
+/// The descriptor for the docstring of a class. The text is composed each time it is read.
 PyObject* newClassDoc(ruvo::Class& cls);
 
-/// Reads and writes through a descriptor. REQUIRES: the descriptor was found in the type of `self`.
+/// Read and write through a descriptor. REQUIRES: the descriptor was found in the type of `self`.
 PyObject* readProperty(Property* property, PyObject* self);
 void writeProperty(Property* property, PyObject* self, PyObject* value);
 
-/// A method bound to an object or, with a type for `self`, to a class.
+/// A bound method. `self` may be a type; then the method is bound to the class.
 PyObject* bindMethod(Method* method, PyObject* self);
 
-/// Calls a method on an object. `arguments` do not include it.
+/// Calls a method on an object. `arguments` do not include the object.
 PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* arguments, std::size_t count);
-/// Calls a static method or, with the object as first argument, another one.
+/// Calls a static method. Another method can be called too, with the object as the first argument.
 PyObject* callOnClass(Method* method, HostType* type, PyObject* const* arguments, std::size_t count);
 
-/// The records that a call of `method` on an object or class of `cls` chooses from.
+/// The overloads of `method` for an object of class `cls`, or for `cls` itself.
 const ruvo::OverloadSet& overloadsOf(Method* method, ruvo::Class& cls);
 
 }  // namespace pyhost

@@ -14,12 +14,13 @@ namespace native = Tarvelon::metamodel::native;
 
 namespace {
 
-/// A type as a person reads it: words as they are, classes without the packages that all of them share.
+/// The short form of a type: a scalar type as it is, a class with the last two parts of its name.
 std::string_view shownType(const ruvo::InternedName& type) {
   return type.kind() == ruvo::internal::TypeKind::Class ? shownName(type.view()) : type.view();
 }
 
-/// Types whose own name says more than a person asks for: that there may be none, or that there are many.
+/// Shorter names for types of optional scalars and of sequences of texts. The multiplicity is shown
+/// separately.
 constexpr std::array<std::pair<std::string_view, std::string_view>, 4> kPlainTypes{
     {{"k7qint32", "int32 scalar"},
      {"k7qdouble", "double scalar"},
@@ -32,8 +33,8 @@ const char* shownMultiplicity(const ruvo::PropertySlot& slot) {
   return slot.guard->isOptional() ? "0..1" : "1";
 }
 
-/// The signature as a call on an object is written: without the object, though it may stand among the
-/// arguments.
+/// The signature of a call on an object, without the object. The object is left out even if it is the first
+/// argument.
 std::string shownSignature(const ruvo::RVOMethodInfo& record, std::string_view name) {
   std::string text(name);
   text += '(';
@@ -44,7 +45,7 @@ std::string shownSignature(const ruvo::RVOMethodInfo& record, std::string_view n
   std::string_view names = signature.parameterNames();
   for (std::size_t i = first; i < arguments.size(); ++i) {
     text.append(i == first ? "" : ", ").append(shownType(arguments[i]));
-    // Each name has a blank in front, as it is to be shown.
+    // Each name starts with a blank, which separates it from the type.
     const std::string_view parameter = names.substr(0, names.find(','));
     if (parameter.starts_with(' ')) text += parameter;
     names.remove_prefix(std::min(parameter.size() + 1, names.size()));
@@ -54,8 +55,8 @@ std::string shownSignature(const ruvo::RVOMethodInfo& record, std::string_view n
 
 using ArgumentNames = std::vector<std::string>;
 
-/// A call as Python writes it, "Sd(model: K7Q.Model, gid: char vector, value: char vector)": each argument
-/// with its name if there is one.
+/// The signature of a call in Python: "Sd(model: K7Q.Model, gid: char vector, value: char vector)". The names
+/// are left out if they are not known.
 std::string shownCall(const ruvo::RVOMethodInfo& record, std::string_view name, const ArgumentNames& names) {
   std::string text(name);
   text += '(';
@@ -68,7 +69,7 @@ std::string shownCall(const ruvo::RVOMethodInfo& record, std::string_view name, 
   return text += ')';
 }
 
-/// What of a name makes a class's name: "common" and "Package" of a dotted one.
+/// The two last parts of a class's full name: "common" and "Package" for example.
 struct ClassPath {
   std::string_view package;
   std::string_view name;
@@ -81,7 +82,8 @@ ClassPath pathOf(std::string_view fullName) {
   return {shown.substr(0, dot), shown.substr(dot + 1)};
 }
 
-/// Whether a record makes objects of the class that it gives: "create" and the class's name, run together.
+/// Whether a method is a factory method: its name is "create", followed by the full name of its result class
+/// without the part before the first dot and without dots.
 bool isMaker(const ruvo::RVOMethodInfo& record) {
   const std::string_view result = record.getSignature()->result().view();
   std::string name = "create";
@@ -91,7 +93,7 @@ bool isMaker(const ruvo::RVOMethodInfo& record) {
   return record.getName().view() == name;
 }
 
-/// The classes whose objects a factory makes, by package, with what they are made from.
+/// Lists the classes that a factory can create, by package, with the arguments.
 void addMakers(ruvo::Class& cls, std::string& text) {
   std::string_view package;
   for (const auto* record : cls.methods()) {
@@ -153,7 +155,7 @@ std::string describeMethod(const ruvo::OverloadSet& overloads, std::string_view 
   for (const auto* record : overloads.candidates) {
     std::string line = shownSignature(*record, shownName);
     line.append(" -> ").append(shownType(record->getSignature()->result()));
-    // A class and its superclasses often say the same.
+    // A class and its superclasses often declare the same signature.
     if (std::find(lines.begin(), lines.end(), line) == lines.end()) lines.push_back(std::move(line));
   }
   std::string text;

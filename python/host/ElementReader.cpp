@@ -13,7 +13,7 @@ namespace {
 ruvo::RVOClient gClient;
 PyTypeObject sequenceWalkType{};
 
-/// `at` in its one form: the sequence and an index from 1 as arguments.
+/// Finds the overload of `at` that takes the sequence and an index, counted from 1.
 const ruvo::RVOMethodInfo* findAt(ruvo::Class& cls) {
   const ruvo::OverloadSet* overloads = cls.findMethods("at");
   for (const auto* record : overloads->candidates) {
@@ -43,7 +43,8 @@ struct SequenceWalk {
 SequenceWalk* asWalk(PyObject* object) noexcept { return reinterpret_cast<SequenceWalk*>(object); }
 
 void finish(SequenceWalk* walk) {
-  // What goes may run Python code, which must not meet this walk half way.
+  // The members are cleared first: releasing the objects may run Python code, which may use this iterator
+  // again.
   delete std::exchange(walk->reader, nullptr);
   drop(std::exchange(walk->sequence, nullptr));
 }

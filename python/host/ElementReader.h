@@ -4,11 +4,11 @@
 
 namespace pyhost {
 
-/// What a sequence type holds, told by what its `at` gives.
+/// The kind of elements of a sequence type, found from the result type of its `at` method.
 Elements elementsOf(HostType& type);
 
-/// Reads elements of a sequence one after another: finds the host's method `at` and boxes the sequence once.
-/// The sequence must be held meanwhile.
+/// Reads the elements of a sequence one after another. It looks up the method `at` and boxes the sequence
+/// only once. The caller must hold a reference on the sequence meanwhile.
 class ElementReader {
  public:
   explicit ElementReader(PyObject* sequence);
@@ -16,9 +16,9 @@ class ElementReader {
   ElementReader& operator=(const ElementReader&) = delete;
   ~ElementReader() { hx::hxDestroyArray(mSelf); }
 
-  /// Raises if the sequence is gone.
+  /// Raises if the sequence no longer exists.
   int size() const;
-  /// The element at an index from 0.
+  /// The element at an index, counted from 0.
   PyObject* at(int index) const;
   bool holdsObjects() const noexcept { return mElements == Elements::Objects; }
 
@@ -31,7 +31,7 @@ class ElementReader {
   hx::hxArray* mSelf = nullptr;
 };
 
-/// The type of what `iter(sequence)` gives.
+/// Readies the type of the iterators that `iter(sequence)` returns.
 void readySequenceWalkType();
 PyObject* walkSequence(PyObject* sequence);
 

@@ -12,7 +12,7 @@ PyTypeObject enumerationType{};
 
 namespace {
 
-/// The literal, or the number of a value without one.
+/// The name of the literal, or the number of a value without a literal.
 Reference textOf(PyObject* value) {
   return Reference(toPython(ruvo::call(interfaceOf(value), "toString", {})));
 }

@@ -6,14 +6,14 @@
 
 namespace pyhost {
 
-/// The names of an enumeration's literals in ascending order of value: its static methods without arguments
-/// that give a value of the enumeration itself.
+/// The names of an enumeration's literals in ascending order of value. A literal is a static method without
+/// arguments that returns a value of the enumeration.
 std::vector<ruvo::InternedName> literalsOf(ruvo::Class& cls);
 
 /// A list of the values of all literals.
 PyObject* listLiterals(ruvo::Class& cls);
 
-/// `name`, with an underscore behind if it is a keyword of Python's.
+/// `name`, with an underscore appended if it is a Python keyword.
 std::string pythonName(std::string_view name);
 
 }  // namespace pyhost

@@ -83,7 +83,7 @@ namespace {
 
 void setUnknownName(PyObject* name, std::string_view text) {
   const Reference error = owned(PyObject_CallOneArg, sErrors.unknownName, toStr(text).get());
-  // With the name set and the object not, a traceback does not offer a second guess behind ours.
+  // Python suggests a similar name of its own if both `name` and `obj` are set. So only `name` is set.
   require(PyObject_SetAttrString, error.get(), "name", name);
   enter(PyErr_SetObject, sErrors.unknownName, error.get());
 }
@@ -91,7 +91,7 @@ void setUnknownName(PyObject* name, std::string_view text) {
 void setUnknownName(const char* text) {
   try {
     setUnknownName(toStr("").get(), text);
-  } catch (const PythonError&) {  // out of memory: that error stands instead
+  } catch (const PythonError&) {  // without memory, the MemoryError replaces this error
   }
 }
 
@@ -138,7 +138,7 @@ void raiseWithNote(const std::string& note) {
   PyErr_Fetch(&type, &value, &traceback);
   enter(PyErr_NormalizeException, &type, &value, &traceback);
   const Reference added(enter(PyObject_CallMethod, value, "add_note", "O", toStr(note).get()));
-  if (!added) enter(PyErr_Clear);  // out of memory: the text alone will do
+  if (!added) enter(PyErr_Clear);  // without memory, the error has no note
   PyErr_Restore(type, value, traceback);
   throw PythonError();
 }

@@ -7,8 +7,8 @@
 
 namespace pyhost {
 
-/// The exception classes of the module `K7Q`. Each is a `K7Q.Exception` and, but for the first, also the
-/// built-in that Python programs catch for such a fault.
+/// The exception classes of the module `K7Q`. All are subclasses of `K7Q.Exception`; the others are also
+/// subclasses of the built-in exception for the same kind of error.
 struct ErrorClasses {
   PyObject* exception = nullptr;      ///< K7Q.Exception: what the model says, its text unchanged
   PyObject* wrongType = nullptr;      ///< also TypeError
@@ -23,21 +23,23 @@ struct ErrorClasses {
 };
 
 const ErrorClasses& errors() noexcept;
-/// Makes the classes once and shows them in `module`. False with an error set on failure.
+/// Creates the classes on the first call and adds them to `module`. Returns false with a Python error set on
+/// failure.
 bool addErrorClasses(PyObject* module);
 
-/// Raises an error of ours with a UTF-8 text.
+/// Raises one of our errors with a UTF-8 text.
 [[noreturn]] void raise(PyObject* errorClass, const std::string& text);
-/// Raises an unknown name, which an AttributeError keeps besides its text.
+/// Raises K7Q.UnknownName. The exception's attribute `name` is `name`, as for an AttributeError.
 [[noreturn]] void raiseUnknownName(PyObject* name, const std::string& text);
 
-/// Inside a handler: makes a Python error of the exception that is being handled.
+/// Sets the Python error that corresponds to the current C++ exception. REQUIRES: called inside a catch
+/// block.
 void translateException();
-/// The same, and adds a note, which tracebacks show below the text: what a text that may not change leaves
-/// out.
+/// Like translateException(), and adds a note, which tracebacks show below the text. For details that cannot
+/// go into the text itself, because the text is fixed.
 [[noreturn]] void raiseWithNote(const std::string& note);
 
-/// Runs `body`; a failure leaves an error with the interpreter and gives `failure`.
+/// Calls `body`. If it throws, sets the Python error and returns `failure`.
 template <class Result, class Body>
 Result guarded(Result failure, Body&& body) {
   try {

@@ -6,7 +6,7 @@ namespace pyhost {
 
 namespace {
 
-// Never destroyed: the interpreter is gone before the process is.
+// Never destroyed, because the interpreter ends before the process does.
 std::map<std::string, PyObject*, std::less<>>& extensions() {
   static auto& entries = *new std::map<std::string, PyObject*, std::less<>>;
   return entries;
@@ -14,7 +14,7 @@ std::map<std::string, PyObject*, std::less<>>& extensions() {
 
 }  // namespace
 
-// The class itself is not looked up: that would bring in its package at import.
+// Does not look up the class, because that would populate its package during the import.
 void addExtension(const std::string& fullName, PyObject* members) {
   PyObject*& entry = extensions()[fullName];
   if (!entry) entry = owned(PyDict_New).release();

@@ -4,11 +4,11 @@
 
 namespace pyhost {
 
-/// What Python code adds to a class: a dict of members, beside those added before. It counts when it comes
-/// before the class's first use.
+/// Registers members that Python code adds to a class. The dict is merged with those added before. REQUIRES:
+/// the type of the class has not been created yet; otherwise there is no effect.
 void addExtension(const std::string& fullName, PyObject* members);
 
-/// Borrowed; null for a class without extension.
+/// The added members of a class, null if there are none. Borrowed.
 PyObject* extensionOf(const ruvo::Class& cls) noexcept;
 
 }  // namespace pyhost

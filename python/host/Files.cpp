@@ -12,8 +12,8 @@ namespace {
 
 namespace files = Tarvelon::files;
 
-/// Calls a Python callable, and lets a person end the work by the keyboard. Empty for None without a way to
-/// wait for.
+/// A progress function that also lets the user interrupt the work with the keyboard. It calls `callable` with
+/// the fraction done, unless `callable` is None.
 files::Progress progressOf(PyObject* callable) {
   return [callable](double done) {
     require(PyErr_CheckSignals);
@@ -23,7 +23,7 @@ files::Progress progressOf(PyObject* callable) {
   };
 }
 
-/// A path as the system has it.
+/// Converts a path as the operating system functions of Python do.
 std::filesystem::path pathOf(PyObject* path) {
   PyObject* bytes = nullptr;
   if (enter(PyUnicode_FSConverter, path, &bytes) == 0) throw PythonError();
@@ -40,7 +40,7 @@ Reference toList(const files::Problems& problems) {
   return list;
 }
 
-/// Raises an error class of the module K7Q with a text, after `complete` has added to it.
+/// Raises the exception class `name` of the module K7Q. `complete` may add attributes to the exception.
 template <class Complete>
 [[noreturn]] void raiseError(const char* name, const char* text, Complete complete) {
   const Reference module = owned(PyImport_ImportModule, "K7Q");
@@ -55,7 +55,7 @@ void setAttribute(PyObject* object, const char* name, const Reference& value) {
   require(PyObject_SetAttrString, object, name, value.get());
 }
 
-/// What `body` gives; the errors of files become those of Python.
+/// Calls `body` and returns its result. Converts errors of files into Python exceptions.
 template <class Body>
 PyObject* withFileErrors(PyObject* path, Body body) {
   try {

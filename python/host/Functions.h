@@ -4,12 +4,13 @@
 
 #include "python/host/InHand.h"
 
-/// The functions of the module `_tarvelon_host`, which the Python packages put on models and objects. They
-/// are called by position, and anybody can call them: how many arguments there are is checked here, for all
+/// The functions of the module `_tarvelon_host`. The Python packages put them on models and objects. All
+/// arguments are positional. Anybody can call these functions, so the number of arguments is checked here for
+/// all of them; each function checks the types of its arguments.
 /// of them, and what each argument is by the function.
 namespace pyhost {
 
-/// A function: its name, how many arguments it takes, and what it does with so many.
+/// A function: its name, its number of arguments, its implementation and its docstring.
 struct FunctionRow {
   const char* name;
   std::size_t count;
@@ -19,7 +20,7 @@ struct FunctionRow {
 
 [[noreturn]] void refuseCount(const FunctionRow& row, std::size_t given);
 
-/// The functions of a table in the form that a module wants.
+/// Converts a table of functions into the array that a Python module expects.
 template <const auto& Rows>
 class Published {
  public:
@@ -43,7 +44,7 @@ class Published {
   }
 };
 
-/// The tables, by feature.
+/// The tables, one for each feature.
 PyMethodDef* packageFunctions() noexcept;
 PyMethodDef* searchFunctions() noexcept;
 PyMethodDef* historyFunctions() noexcept;

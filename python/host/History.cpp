@@ -42,7 +42,7 @@ PyObject* rollBack(Given arguments) {
   return Py_NewRef(Py_None);
 }
 
-/// Whether it has neither been ended nor gone with its model.
+/// Whether the transaction is still open: not ended, and its model still exists.
 PyObject* isOpen(Given arguments) { return PyBool_FromLong(transactionOf(arguments[1]).isOpen() ? 1 : 0); }
 
 PyObject* undo(Given arguments) {
@@ -58,7 +58,7 @@ PyObject* setHistory(Given arguments) {
   if (!PyIndex_Check(arguments[1])) {
     raise(errors().wrongType, "history: expected a whole number, got " + describePython(arguments[1]));
   }
-  // A number too large for a Py_ssize_t is cut to the largest, which is too long as well.
+  // A number too large for Py_ssize_t becomes the largest one, which is refused as too long.
   const Py_ssize_t limit = enter(PyNumber_AsSsize_t, arguments[1], nullptr);
   if (limit == -1 && PyErr_Occurred()) throw PythonError();
   if (limit < 0 || static_cast<std::size_t>(limit) > model::kMostBatches) {
@@ -105,7 +105,7 @@ const char* nameOf(model::Change::Kind kind) noexcept {
   return "";
 }
 
-/// A record of kind, object, property name or None, before, after, index, index before.
+/// Converts a change into a record: kind, object, property name or None, before, after, index, index before.
 Reference fromChange(const model::Change& change, PyObject* record) {
   const Reference object = fromModelObject(change.object);
   const Reference before = fromValue(change.before);
@@ -115,7 +115,7 @@ Reference fromChange(const model::Change& change, PyObject* record) {
                change.index, change.from);
 }
 
-/// A callable that is called with each batch; it may outlive the interpreter, with a model that is bound.
+/// A Python callable that gets each batch of changes. It may outlive the interpreter, if its model is bound.
 class PythonListener {
  public:
   PythonListener(PyObject* callable, PyObject* record)
@@ -130,7 +130,7 @@ class PythonListener {
 
   void tell(std::span<const model::Change> changes) const {
     const Telling telling;
-    // The change that is told of may be on the way out with an error of its own.
+    // The change may have failed already: keeps the Python error that is set.
     PyObject *type = nullptr, *value = nullptr, *traceback = nullptr;
     PyErr_Fetch(&type, &value, &traceback);
     try {
@@ -147,7 +147,7 @@ class PythonListener {
   }
 
  private:
-  /// A listener of this thread is running.
+  /// Counts the running listeners of this thread.
   struct Telling {
     Telling() noexcept { ++tTellings; }
     Telling(const Telling&) = delete;
@@ -155,8 +155,8 @@ class PythonListener {
     ~Telling() { --tTellings; }
   };
 
-  /// Someone who interrupts the program means the program: what is raised in a listener for it is raised
-  /// again where the change has returned.
+  /// Handles a KeyboardInterrupt in a listener. The interrupt is meant for the program, not for the listener,
+  /// so it is raised again after the change has returned.
   static bool putOffInterrupt() {
     if (PyErr_ExceptionMatches(PyExc_KeyboardInterrupt) == 0) return false;
     if (Py_AddPendingCall(&interrupt, nullptr) < 0) return false;
@@ -164,19 +164,19 @@ class PythonListener {
     return true;
   }
 
-  /// Called by the interpreter before its next step. That may be one of another listener, which is not the
-  /// one that was interrupted: then it is put off again.
+  /// Called by the interpreter before its next instruction. If that instruction belongs to a listener, the
+  /// interrupt is postponed again.
   static int interrupt(void* /*nothing*/) {
     if (tTellings != 0) return Py_AddPendingCall(&interrupt, nullptr);
     PyErr_SetNone(PyExc_KeyboardInterrupt);
     return -1;
   }
 
-  /// How many listeners are running on this thread.
+  /// The number of listeners running on this thread.
   static TARVELON_THREAD_LOCAL int tTellings;
 
   PyObject* mCallable;
-  /// The class of what it is told.
+  /// The class of the change records.
   PyObject* mRecord;
 };
 

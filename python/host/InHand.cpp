@@ -9,8 +9,8 @@ namespace pyhost {
 
 namespace {
 
-/// The object that a sequence or an iterator shows something of, as far as it is known; else the object
-/// itself.
+/// The object to which a sequence or an iterator belongs, if it is known; otherwise the sequence or iterator
+/// itself. Any other object is returned unchanged.
 PyObject* shownBy(PyObject* object) noexcept {
   if (typeOf(object)->kind == TypeKind::Iterator) {
     PyObject* sequence = reinterpret_cast<HostIterator*>(object)->sequence;
@@ -22,7 +22,7 @@ PyObject* shownBy(PyObject* object) noexcept {
   return owner ? owner : object;
 }
 
-/// What has become of an object that cannot be used any more; empty for another.
+/// Says what happened to an object that can no longer be used; empty if it is usable.
 std::string lossOf(PyObject* value) {
   if (!value || !isHostObject(value)) return {};
   const auto info = K7Q::DeviantRegistry::getVariantInfo(
@@ -33,7 +33,7 @@ std::string lossOf(PyObject* value) {
   return object ? Tarvelon::model::lossOf(K7Q::ImmutableObject(object, info.deviant)) : std::string();
 }
 
-/// "(9): the sequence has 4 elements, counted from 1" of one that was given a whole number.
+/// "(9): the sequence has 4 elements, counted from 1" if a sequence method got an int; empty otherwise.
 std::string indexOf(PyObject* self, Given arguments) {
   const bool isIndexed = self && typeOf(self)->kind == TypeKind::Sequence && !arguments.empty() &&
                          PyLong_Check(arguments[0]) != 0;

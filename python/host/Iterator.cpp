@@ -9,7 +9,7 @@ PyTypeObject iteratorType{};
 
 namespace {
 
-/// Iterators are places: equal when they stand at the same one.
+/// Iterators are equal if they are at the same position of the same sequence.
 PyObject* compare(PyObject* left, PyObject* right, int operation) {
   return guarded([&]() -> PyObject* {
     const bool isComparable = (operation == Py_EQ || operation == Py_NE) && isHostObject(right) &&
@@ -28,7 +28,7 @@ PyObject* compare(PyObject* left, PyObject* right, int operation) {
   });
 }
 
-/// Whether the sequence it walks is gone with the object or the model that held it.
+/// Whether the iterator's sequence no longer exists, because its object was destroyed or its model closed.
 bool isDestroyed(const HostIterator& iterator) {
   const NativeSequence sequence = iterator.sequence ? nativeSequence(iterator.sequence) : NativeSequence();
   if (!sequence) return false;
@@ -58,7 +58,7 @@ void readyIteratorType() {
   type.tp_base = &hostObjectType;
   type.tp_flags |= Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION;
   type.tp_dealloc = deallocatorOf(TypeKind::Iterator);
-  type.tp_hash = PyObject_HashNotImplemented;  // it moves
+  type.tp_hash = PyObject_HashNotImplemented;  // not hashable, because it is mutable
   type.tp_repr = represent;
   type.tp_richcompare = compare;
   require(PyType_Ready, &type);

@@ -11,7 +11,7 @@ namespace {
 
 using Place = std::unique_ptr<K7Q::Generic::IteratorIntf>;
 
-/// The places of a call: the sequence's own and those of its arguments.
+/// Creates native iterators at given positions of the sequence.
 class Places {
  public:
   explicit Places(PyObject* sequence) : mSequence(nativeSequence(sequence)) {}
@@ -24,9 +24,9 @@ class Places {
     place->previous(mSequence.deviant);
     return place;
   }
-  /// REQUIRES: an index from 0 below size().
+  /// REQUIRES: 0 <= index < size().
   Place at(int index) const {
-    // From the nearer end.
+    // Walks from the nearer end.
     const int size = this->size();
     if (index <= size / 2) {
       Place place = begin();
@@ -53,7 +53,7 @@ bool isIterator(PyObject* object) noexcept {
   return isHostObject(object) && typeOf(object)->kind == TypeKind::Iterator;
 }
 
-/// Collects what stands on elements that go.
+/// Collects the iterators whose elements will be removed.
 class Collector {
  public:
   Collector(PyObject* sequence, std::vector<Reference>& found)
@@ -89,7 +89,7 @@ class Collector {
     collectAt(*place);
   }
   void collectIndex(const ruvo::HostValue& index) const {
-    // What is no index of the sequence is refused by the call itself.
+    // The call itself refuses an invalid index.
     const double at = index.isNumber() ? index.real() : 0;
     if (at >= 1 && at <= mPlaces.size()) collectAt(*mPlaces.at(static_cast<int>(at) - 1));
   }

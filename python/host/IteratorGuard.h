@@ -8,30 +8,32 @@
 
 namespace pyhost {
 
-/// Native iterators over a made sequence of enumeration values are bare places: one whose element has been
-/// taken out dangles, and nothing in the native library tells. Here each sequence knows the Python iterators
-/// that walk it, and those whose element goes are marked before anybody reads through them.
+/// Guards iterators of sequences of enumeration values that a script creates. Their native iterators are
+/// plain positions: after the element is removed, the iterator dangles, and the native library does not
+/// detect that. Therefore each sequence has a list of its Python iterators, and the iterators whose element
+/// is removed are marked before anybody can use them.
 ///
-/// The sequence of a property needs none of this: its native iterators know that they are stale.
+/// The sequence of a property needs no guard, because its native iterators detect changes.
 
-/// Makes the sequence know an iterator that walks it, and the iterator hold the sequence.
+/// Adds the iterator to the list of its sequence. The iterator gets a reference on the sequence.
 void watchIterator(HostIterator& iterator, PyObject* sequence) noexcept;
-/// The sequence forgets the iterator, which is about to go.
+/// Removes an iterator from the list of its sequence, before the iterator is freed.
 void forgetIterator(HostIterator& iterator) noexcept;
 
-/// The iterators whose elements a call is about to take out of a sequence: found and held before it, marked
-/// behind it, when it has taken them out.
+/// The iterators whose elements a call is about to remove from a sequence. They are collected, with a
+/// reference, before the call, and marked as retired after a successful call.
 class IteratorsToRetire {
  public:
-  /// Nothing for a method that takes no element out. Raises K7Q.WrongValue for iterators that name no
-  /// elements. `converted` is what the call takes for `arguments`.
+  /// Collects nothing for a method that removes no elements. Raises K7Q.WrongValue if the given iterators are
+  /// not a valid range. `converted` are the converted `arguments`.
   IteratorsToRetire(PyObject* sequence, std::string_view method, std::span<PyObject* const> arguments,
                     std::span<const ruvo::HostValue> converted);
-  /// The same for what stands from one index up to another. REQUIRES: a sequence of enumeration values.
+  /// Collects the iterators of the elements in [first, last). REQUIRES: a sequence of enumeration values.
   IteratorsToRetire(PyObject* sequence, int first, int last);
   IteratorsToRetire(const IteratorsToRetire&) = delete;
   IteratorsToRetire& operator=(const IteratorsToRetire&) = delete;
-  /// A call may fail behind its change, when there is no memory for the result: the size tells.
+  /// A call may fail after it has changed the sequence, for lack of memory for its result. So the size
+  /// decides.
   ~IteratorsToRetire() {
     if (!mIterators.empty() && mSequence.size() < mSize) mark();
   }

@@ -18,7 +18,7 @@ struct ClassDoc {
 PyTypeObject literalType{};
 PyTypeObject classDocType{};
 
-// A value is a value: every reading gives an object of its own.
+// Each reading creates a new Python object: only the value matters, not its identity.
 PyObject* readLiteral(PyObject* descriptor, PyObject* /*self*/, PyObject* /*type*/) {
   return guarded([&] {
     const auto& literal = *reinterpret_cast<Literal*>(descriptor);

@@ -18,8 +18,8 @@ constexpr const char* kFile = "mm_arplatform_mi.so";
 constexpr const char* kEntry = "ZtInitialize_mm_arplatform_mi";
 constexpr const char* kCure = "; build it with './tarvelon build', or install Tarvelon again";
 
-/// The file of the object system, as it was found: beside it lie the module and the rest of the platform, in
-/// the build tree as in an installed copy.
+/// The path of the object system's library. The library of the metamodel is in the same folder, in the build
+/// tree and in an installation.
 std::string objectSystemFile() {
   Dl_info info{};
   const auto* place = reinterpret_cast<const void*>(&ruvo::nearestName);
@@ -30,7 +30,7 @@ std::string folderOf(const std::string& file) { return file.substr(0, file.rfind
 
 using Header = std::array<unsigned char, 20>;
 
-/// The beginning of an ELF file: its identification and, at 18, the machine it is for.
+/// Reads the beginning of an ELF file: its identification and, at offset 18, the machine type.
 bool readHeader(const std::string& path, Header& header) {
   std::ifstream file(path, std::ios::binary);
   return static_cast<bool>(
@@ -44,7 +44,7 @@ std::string shown(const Header& header) {
   return std::to_string(bitsOf(header)) + "-bit ELF file for machine " + std::to_string(machineOf(header));
 }
 
-/// Raises if the file is there but made for another machine than a library that is loaded.
+/// Raises K7Q.LoadError if the file is not a library, or is for another machine type than a loaded library.
 void requireSameMachine(const std::string& path, const std::string& loaded) {
   Header found{};
   Header expected{};

@@ -2,8 +2,9 @@
 
 namespace pyhost {
 
-/// Opens the library of the metamodel, which lies beside the libraries of the platform, and initialises it;
-/// once. Raises K7Q.LoadError, which names the file, what was expected and the cure.
+/// Loads and initialises the library of the metamodel, which is in the folder of the platform libraries.
+/// Idempotent. Raises K7Q.LoadError; the text names the file, what was expected, what was found and what to
+/// do.
 void loadMetamodel();
 
 }  // namespace pyhost

@@ -29,7 +29,7 @@ Py_ssize_t length(PyObject* list) {
   });
 }
 
-/// What the method of that name answers.
+/// Calls the static method of that name and returns its result.
 Reference describe(ruvo::Class& cls, std::string_view name) {
   return Reference(toPython(ruvo::callStatic(cls, name, {})));
 }

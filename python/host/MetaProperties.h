@@ -4,7 +4,7 @@
 
 namespace pyhost {
 
-/// Whether a class is a list of meta properties, as MetaProperty() gives it; defines nothing.
+/// Whether a class is the type of the result of MetaProperty(). Does not define the class.
 bool isMetaProperties(ruvo::Class& cls);
 
 }  // namespace pyhost

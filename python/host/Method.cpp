@@ -17,7 +17,7 @@ PyTypeObject methodType{};
 
 namespace {
 
-/// A method of an object or a class, as an attribute gives it: made and dropped with every call.
+/// A method bound to an object or a class: the value of the attribute. A new one is created for each reading.
 struct BoundMethod {
   PyObject_HEAD vectorcallfunc vectorcall;
   Method* method;
@@ -73,14 +73,15 @@ void deallocateBound(PyObject* object) {
   }
 }
 
-/// "Package.destroy", of the class of the object in hand.
+/// For example "Package.destroy"; the class is the object's own class.
 std::string placeOf(const Method& method, const HostType& type) {
   return std::string(type.cls->shortName()) + "." + std::string(method.name.view());
 }
 
 PyObject* itself(PyObject* bound, PyObject* /*self*/, PyObject* /*type*/) { return Py_NewRef(bound); }
 
-// Each reading of an attribute gives a bound method of its own; they are equal as Python's are.
+// Each reading creates a new bound method. As in Python, two of them are equal if they bind the same method
+// to the same object.
 PyObject* compareBound(PyObject* left, PyObject* right, int operation) {
   const bool isComparable = (operation == Py_EQ || operation == Py_NE) && Py_TYPE(right) == &boundMethodType;
   if (!isComparable) Py_RETURN_NOTIMPLEMENTED;
@@ -199,7 +200,7 @@ PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* argument
     return finish(result, self);
   }
   if (type->isFactory) {
-    // What cannot be shown is not made.
+    // If the result cannot be converted, the created object is removed again.
     const Tarvelon::model::Undertaking undertaking;
     return finish(call(), self);
   }

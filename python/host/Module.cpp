@@ -8,7 +8,8 @@ namespace pyhost {
 
 namespace {
 
-// The object system is one for the process, and its objects belong to the interpreter that has loaded it.
+// The object system exists once in the process, and its Python objects belong to the interpreter that loaded
+// it.
 void requireMainInterpreter() {
   if (PyInterpreterState_Get() == PyInterpreterState_Main()) return;
   PyErr_SetString(

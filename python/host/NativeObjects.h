@@ -3,24 +3,25 @@
 #include "python/host/Objects.h"
 #include "tarvelon/boundary/k7q/Object.h"
 
-/// Python objects as handles of the model, and back: for what the host adds to models and objects beyond
-/// their records.
+/// Conversion between Python objects and handles of the model, for functions that the host adds to models and
+/// objects.
 namespace pyhost {
 
-/// The model behind a Python object. Raises K7Q.WrongType, naming the function, for anything else; a closed
-/// model is left to the callee.
+/// The model of a Python object. Raises K7Q.WrongType, with the name of the function, if `value` is not a
+/// model. A closed model is accepted; the called function must handle it.
 K7Q::Model toModel(PyObject* value, const char* function);
-/// The same for an object of a class of a metamodel.
+/// The same for an object of a metamodel class.
 K7Q::ClassObject toModelObject(PyObject* value, const char* function);
-/// Whether such an object is shown by its immutable class. REQUIRES: a host object.
+/// Whether the host object is an immutable view. REQUIRES: `value` is a host object.
 bool isImmutableView(PyObject* value) noexcept;
-/// A Python object of the handle's dynamic class, or of the immutable one; None for an empty handle.
+/// The Python object of a handle, with the object's dynamic class or the immutable one; None for an empty
+/// handle.
 Reference fromModelObject(const K7Q::ObjectHandle& object, bool isImmutable = false);
 
-/// The Python value of a property's value: bool, int, float, str, an object; None for none.
+/// Converts a property's value to bool, int, float, str or an object; None if there is no value.
 Reference fromValue(const K7Q::Object& value);
 
-/// Whether a value counts as true, for Python.
+/// The truth value of a Python object.
 bool isTrue(PyObject* value);
 
 }  // namespace pyhost

@@ -6,8 +6,8 @@
 
 namespace pyhost {
 
-/// A sequence or an iterator behind a host object, for questions that are asked with every step of a loop.
-/// The host object must be held meanwhile.
+/// Direct access to the native sequence of a Python object, for queries in every step of a loop. The caller
+/// must hold a reference on the Python object meanwhile.
 struct NativeSequence {
   K7Q::Generic::SequenceIntf* interface = nullptr;
   K7Q::Deviant deviant;
@@ -16,23 +16,24 @@ struct NativeSequence {
   int size() const { return interface->generic_size(deviant); }
 };
 
-/// Null for an object that is no sequence.
+/// The native sequence; empty if the object is not a sequence.
 NativeSequence nativeSequence(PyObject* sequence) noexcept;
 
-/// The sequence as one of the platform: it tests its iterators itself, and can be rewritten as a whole. Null
-/// for the metamodel's own sequences of enumeration values, which a script makes.
+/// The sequence as a RewritableIntf, which checks its iterators itself and can be replaced as a whole. Null
+/// for sequences of enumeration values that a script creates.
 K7Q::RewritableIntf* asRewritable(const NativeSequence& sequence) noexcept;
 
-/// The number of an enumeration's value. REQUIRES: a value of an enumeration.
+/// The number of an enumeration value. REQUIRES: `value` is an enumeration value.
 std::int32_t enumerationNumber(PyObject* value);
 
-/// The place that an iterator is; null for one that is gone.
+/// The native iterator; null if it no longer exists.
 const K7Q::Generic::IteratorIntf* nativeIterator(const HostIterator& iterator) noexcept;
 
-/// Whether an iterator stands behind the last element, or on the first; false if its sequence is not known.
+/// Whether an iterator is behind the last element, or on the first one. False if its sequence is not known.
 bool standsAtEnd(const HostIterator& iterator);
 bool standsAtBegin(const HostIterator& iterator);
-/// Whether what the iterator stood on is gone: it stands on no element, and not at the end either.
+/// Whether the iterator is invalid: its element was removed or the sequence has changed. An iterator at the
+/// end is not stale.
 bool isStale(const HostIterator& iterator);
 
 }  // namespace pyhost

@@ -30,8 +30,8 @@ const void* nativeIdentity(const ruvo::RVOInterface* interface) noexcept {
 
 namespace {
 
-/// The object system may narrow an object's class after Python has met it. An object never becomes a sequence
-/// or an iterator, and all others have one layout.
+/// Changes the Python type of an object after the object system has narrowed the object's class. All types
+/// have the same memory layout, except sequences and iterators, and an object never becomes one of these.
 void retype(PyObject* object, HostType* type) {
   PyTypeObject* before = Py_TYPE(object);
   if (asPyType(type)->tp_basicsize != before->tp_basicsize) {
@@ -49,7 +49,8 @@ PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
   return room.fill(interface);
 }
 
-// From here on the host object has no Python object: a callback of a weak reference may make it a new one.
+// The host-data word is cleared first: from here on, a callback of a weak reference may create a new Python
+// object for the same host object.
 void dropInterface(PyObject* self) {
   HostObject* object = asHostObject(self);
   object->interface->setHostData(nullptr);
@@ -160,8 +161,8 @@ HostType* typeOf(PyObject* object) {
 
 namespace {
 
-/// A cast announces what it gives as a bare object. Python sees what that is by itself, as all other calls
-/// give it, whether one of them came before or not.
+/// A cast announces its result under a general class. This function announces it under its own class, so that
+/// Python sees the same class whatever call came first.
 void narrow(ruvo::RVOInterface* interface) {
   static ruvo::Class* const general = &ruvo::Class::get(ruvo::InternedName("K7Q.ImmutableObject"));
   static ruvo::Class* const changeable = &ruvo::Class::get(ruvo::InternedName("K7Q.Object"));
@@ -185,14 +186,14 @@ PyObject* wrap(ruvo::RVOInterface* interface) {
   }
   narrow(interface);
   HostType* const type = typeOf(ruvo::classOf(*interface));
-  // A finaliser that ran while the type was made may have asked for the object.
+  // A finaliser may have run while the type was created, and may have created the Python object.
   if (auto* known = static_cast<PyObject*>(interface->getHostData())) return Py_NewRef(known);
   return newObject(type, interface);
 }
 
 namespace {
 
-/// The class whose views `cls` reads without changing them: X of ImmutableX; null if it is no such class.
+/// The mutable class of an immutable one: X for ImmutableX; null if there is none.
 ruvo::Class* changeableOf(const ruvo::Class& cls) {
   constexpr std::string_view kPrefix = "Immutable";
   std::string name(cls.getFullName().view());
@@ -206,7 +207,7 @@ ruvo::Class* changeableOf(const ruvo::Class& cls) {
   return ruvo::Class::find(name);
 }
 
-/// What an error adds to an unknown name: why it is not there, or the name that may be meant.
+/// The hint in the error for an unknown name: the mutable class has it, or a similar name exists.
 std::string hintFor(HostType& type, const std::string& text) {
   ruvo::Class& cls = *type.cls;
   if (text.starts_with("_")) return {};
@@ -239,7 +240,7 @@ int setAttribute(PyObject* self, PyObject* name, PyObject* value) {
     HostType* type = typeOf(self);
     PyObject* found = _PyType_Lookup(asPyType(type), name);
     if (!found) raiseUnknownAttribute(type, name);
-    // One that Python code has put on the class.
+    // A property that Python code has added to the class.
     if (Py_TYPE(found) == &PyProperty_Type) {
       const Reference setter = owned(PyObject_GetAttrString, found, "fset");
       if (value && setter.get() != Py_None) return enter(PyProperty_Type.tp_descr_set, found, self, value);
@@ -255,7 +256,7 @@ int setAttribute(PyObject* self, PyObject* name, PyObject* value) {
   });
 }
 
-/// What a repr says besides class and name: "destroyed", "closed", "immutable", or nothing.
+/// The state that a repr shows: " destroyed", " closed", " immutable", or nothing.
 std::string_view stateOf(const ruvo::RVOInterface* interface) {
   const void* id = interface->getBoundPointer(ruvo::InternedName());
   const auto info = K7Q::DeviantRegistry::getVariantInfo(id);
@@ -268,7 +269,8 @@ std::string_view stateOf(const ruvo::RVOInterface* interface) {
   return !info.deviant.isWritable() || (object && K7Q::DeviantRegistry::isImmutable(id)) ? " immutable" : "";
 }
 
-/// What the class tells an object by: its name, or the URI of a model. Nothing for a class without either.
+/// The text that identifies an object for the user: its name, or the URI of a model. Void for a class without
+/// either.
 ruvo::HostResult readName(ruvo::RVOInterface* interface, ruvo::Class& cls) {
   if (const ruvo::PropertySlot* slot = cls.findProperty("Name")) return ruvo::getProperty(interface, *slot);
   for (const char* method : {"name", "getUri"}) {
@@ -277,7 +279,7 @@ ruvo::HostResult readName(ruvo::RVOInterface* interface, ruvo::Class& cls) {
   return {};
 }
 
-/// The name in quotes behind a blank, if there is one.
+/// A blank and the quoted name; empty if there is no name.
 std::string nameOf(PyObject* self, ruvo::Class& cls) {
   const Reference name(toPython(readName(interfaceOf(self), cls)));
   const bool isShown = PyUnicode_Check(name.get()) && PyUnicode_GET_LENGTH(name.get()) > 0;

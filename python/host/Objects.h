@@ -9,68 +9,70 @@
 
 namespace pyhost {
 
-/// A Python object that shows a host object.
+/// The Python object of a host object.
 ///
-/// It owns a reference on the host object, whose host-data word points back at it: the same host object is
-/// the same Python object for as long as that one is held.
+/// It owns a reference on the host object. The host-data word of the host object points back to it, so a host
+/// object has the same Python object as long as that Python object is referenced.
 struct HostObject {
   PyObject_HEAD ruvo::RVOInterface* interface;
   PyObject* weakReferences;
-  /// The sequences of its properties that are held at present: each is one Python object for that time.
+  /// The sequences of its properties that have a Python object at present. While a sequence is referenced,
+  /// reading the property returns the same Python object.
   struct HostSequence* sequences;
 };
 
-/// A host object that is a sequence. One that a property gave keeps its owner, which knows it while it lasts.
+/// The Python object of a sequence. The sequence of a property holds a reference on its owner, and the owner
+/// lists the sequence in `sequences`.
 struct HostSequence {
   HostObject base;
   PyObject* owner;
   const ruvo::PropertySlot* slot;
   HostSequence* next;
-  /// Those that walk it.
+  /// The iterators over this sequence (see IteratorGuard.h).
   struct HostIterator* iterators;
 };
 
-/// A host object that is an iterator: it keeps the sequence it walks alive.
+/// The Python object of an iterator. It holds a reference on its sequence.
 struct HostIterator {
   HostObject base;
   PyObject* sequence;
-  /// The others that walk the sequence.
+  /// The next iterator over the same sequence.
   HostIterator* next;
   HostIterator* previous;
-  /// Its element has been taken out of the sequence.
+  /// Set when its element was removed from the sequence.
   bool isRetired;
 };
 
-/// What Python adds to a class, told by what the class publishes.
+/// The kind of a type decides what Python adds to it. It is found from the methods that the class publishes.
 enum class TypeKind : std::uint8_t { Object, Enumeration, Sequence, Iterator, MetaProperties };
 
-/// What a sequence holds.
+/// The kind of a sequence's elements.
 enum class Elements : std::uint8_t { Objects, Values, Texts };
 
-/// The Python type of a host class. Made when first touched, never freed; the class's host-data word points
-/// at it.
+/// The Python type of a host class. Created on first use, never freed. The class's host-data word points to
+/// it.
 struct HostType {
   PyHeapTypeObject heap;
   ruvo::Class* cls;
   TypeKind kind;
-  /// Whether its methods make objects of a model.
+  /// Whether its methods create objects of a model.
   bool isFactory;
-  /// Of a sequence: the record that gives the element at an index; null until it is looked for.
+  /// For a sequence: the record of at(index); null until it is first needed.
   const ruvo::RVOMethodInfo* at;
-  /// Of a sequence, once `at` is known.
+  /// For a sequence: the kind of its elements, valid when `at` is set.
   Elements elements;
 };
 
-/// The root types, one for each kind; every host type derives from one of them.
+/// The root types, one for each kind. Every host type derives from one of them.
 extern PyTypeObject hostObjectType;
 extern PyTypeObject enumerationType;
 extern PyTypeObject sequenceType;
 extern PyTypeObject iteratorType;
 extern PyTypeObject metaPropertiesType;
-/// The type of all host types and of the roots.
+/// The metatype of all host types and of the root types.
 extern PyTypeObject hostMetaType;
 
-/// Readies the types of this file and those of the other kinds, in order of inheritance.
+/// Readies the root types and the metatype. Call them in the order of inheritance.
 void readyHostObjectType();
 void readyEnumerationType();
 void readySequenceType();
@@ -87,49 +89,53 @@ inline ruvo::RVOInterface* interfaceOf(PyObject* object) noexcept { return asHos
 inline PyTypeObject* asPyType(HostType* type) noexcept { return &type->heap.ht_type; }
 inline HostType* asHostType(PyTypeObject* type) noexcept { return reinterpret_cast<HostType*>(type); }
 
-/// The type that shows a class; makes it, and those of its superclasses, at the first call. Borrowed.
+/// The type of a class. The first call creates it and the types of the superclasses. Borrowed.
 HostType* typeOf(ruvo::Class& cls);
-/// The type of an object, brought up to date if the object system has narrowed the object since. Borrowed.
+/// The type of an object. Updates the object's type first if the object system has narrowed the object's
+/// class. Borrowed.
 HostType* typeOf(PyObject* object);
-/// Whether a class is an enumeration; defines nothing.
+/// Whether a class is an enumeration. Does not define the class.
 bool isEnumeration(const ruvo::Class& cls) noexcept;
 
-/// How a type frees its objects.
+/// The function that frees objects of such a type.
 destructor deallocatorOf(TypeKind kind) noexcept;
 
-/// The sequence that a property of `owner` gave and that is still held; null if there is none. Borrowed.
+/// The Python object of a property's sequence, if one is referenced at present; null otherwise. Borrowed.
 PyObject* heldSequence(PyObject* owner, const ruvo::PropertySlot& slot) noexcept;
-/// Makes `owner` know the sequence that its property has just given.
+/// Adds the sequence, which was just read from its property, to the list of `owner`.
 void holdSequence(PyObject* sequence, PyObject* owner, const ruvo::PropertySlot& slot) noexcept;
 
-/// Whether a host object's native object stands in an open model; true for what is no model object.
+/// Whether the native object is valid: not destroyed, in an open model. True for an object that is not part
+/// of a model.
 bool isValid(const ruvo::RVOInterface* interface);
 
-/// The Python object of a host object, which must not be null.
+/// The Python object of a host object. REQUIRES: `interface` is not null.
 PyObject* wrap(ruvo::RVOInterface* interface);
 
-/// Room for the Python object of a host object that is still to be made: made first, so that nothing can fail
-/// behind the change.
+/// Memory for the Python object of a host object that does not exist yet. It is allocated before the model is
+/// changed, so that nothing can fail after the change.
 class Room {
  public:
   explicit Room(HostType* type);
   Room(const Room&) = delete;
   Room& operator=(const Room&) = delete;
   ~Room();
-  /// The Python object of a host object that has none. REQUIRES: a host object of the type's class; once.
+  /// Makes the Python object. REQUIRES: `interface` has the type's class and no Python object; called at most
+  /// once.
   PyObject* fill(ruvo::RVOInterface* interface) noexcept;
 
  private:
   PyObject* mObject;
 };
 
-/// Names as people write them: the last two parts of a dotted name, "common.Package".
+/// The short form of a name: the last two parts of a dotted name, "common.Package".
 std::string_view shownName(std::string_view fullName) noexcept;
 inline std::string_view shownName(const ruvo::Class& cls) noexcept {
   return shownName(cls.getFullName().view());
 }
 
-/// The native object behind a host object, which tells objects apart; null when there is none any more.
+/// The address of the native object, which identifies an object. If there is no native object, the address of
+/// the binding or of `interface` itself.
 const void* nativeIdentity(const ruvo::RVOInterface* interface) noexcept;
 
 }  // namespace pyhost

@@ -19,7 +19,7 @@ namespace pyhost {
 
 namespace {
 
-/// A function of a package, as an attribute of its module.
+/// The Python object of a function of a package. It is an attribute of the package's module.
 struct Function {
   PyObject_HEAD vectorcallfunc vectorcall;
   ruvo::Package* package;
@@ -54,7 +54,7 @@ PyObject* call(PyObject* self, PyObject* const* arguments, std::size_t flagged, 
     }
     TextBuffer texts;
     std::vector<ruvo::HostValue> values;
-    // A function belongs to no class: its package's name stands in errors instead.
+    // A function belongs to no class, so error texts name its package instead.
     for (std::size_t i = 0; i < count; ++i) {
       if (isHostObject(arguments[i])) {
         values.push_back(ruvo::HostValue::ofObject(interfaceOf(arguments[i])));
@@ -110,7 +110,7 @@ PyObject* newFunction(ruvo::Package& package, PyObject* name) {
   return result.release();
 }
 
-/// The class of that name in one of the packages below a package: its dotted name.
+/// Finds a class with that name in the direct sub-packages of a package. Returns its full name, or empty.
 std::string nameBelow(ruvo::Package& package, const std::string& name) {
   for (const std::string_view each : package.packageNames()) {
     const ruvo::Class* cls = package.findPackage(each)->findClass(name);
@@ -119,7 +119,7 @@ std::string nameBelow(ruvo::Package& package, const std::string& name) {
   return {};
 }
 
-/// The same in a package below or beside this one, where it is looked for easily.
+/// The same, in the sub-packages and then in the sibling packages: users often look for a class there.
 std::string nameNextDoor(ruvo::Package& package, const std::string& name) {
   const std::string below = nameBelow(package, name);
   return below.empty() && package.parent() ? nameBelow(*package.parent(), name) : below;
@@ -216,7 +216,7 @@ PyObject* statistics(Given /*none*/) {
   return dict.release();
 }
 
-/// The candidate that a name may have been meant for.
+/// The candidate most similar to a name.
 PyObject* nearest(Given arguments) {
   if (!PyList_Check(arguments[1])) raise(errors().wrongType, "nearest: expected a name and a list");
   std::vector<std::string> names;

@@ -4,7 +4,7 @@
 
 namespace pyhost {
 
-/// The type of a package's functions.
+/// Readies the type of a package's functions.
 void readyFunctionType();
 
 }  // namespace pyhost

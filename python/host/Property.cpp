@@ -13,12 +13,13 @@ namespace {
 
 Property* asProperty(PyObject* object) noexcept { return reinterpret_cast<Property*>(object); }
 
-/// `a.many += elements` ends in an assignment of what the property has given: that one is no write.
+/// Python ends `a.many += elements` with an assignment of the property's own sequence. That assignment is
+/// ignored.
 bool isOwnSequence(const Property& property, PyObject* self, PyObject* value) noexcept {
   return property.isMany && heldSequence(self, *property.slot) == value;
 }
 
-/// Raises unless `self` may be asked for the property: the descriptor may be called with any object.
+/// Raises if `self` has no such property. The descriptor can be called directly with any object.
 void requireOwner(const Property& property, PyObject* self) {
   if (isHostObject(self) && typeOf(self)->cls->isKindOf(*property.slot->owner)) return;
   raise(errors().wrongType, std::string(property.slot->owner->shortName()) + "." +
@@ -27,12 +28,12 @@ void requireOwner(const Property& property, PyObject* self) {
                                 describePython(self));
 }
 
-/// "Package.Name", of the class of the object in hand.
+/// For example "Package.Name"; the class is the object's own class.
 std::string placeOf(const ruvo::PropertySlot& slot, PyObject* self) {
   return std::string(typeOf(self)->cls->shortName()) + "." + std::string(slot.name.view());
 }
 
-/// What a refusal leaves out that speaks of no property: which one it was, and what to do instead.
+/// The note for a refused write: the name of the property and what to do instead.
 std::string noteOfWrite(const ruvo::PropertySlot& slot, PyObject* self, PyObject* value) {
   const std::string property(slot.name.view());
   const std::string name = placeOf(slot, self);
@@ -53,7 +54,7 @@ void write(const Property& property, PyObject* self, PyObject* value) {
   try {
     converted = toHostValue(value, texts, Place{*typeOf(self)->cls, slot.name.view(), 0, &slot});
   } catch (const PythonError&) {
-    // What may not be set at all says so before anybody looks at the value.
+    // If the property cannot be set at all, that error is more useful than the one about the value.
     if (slot.guard) slot.guard->requireSettable(interfaceOf(self));
     throw;
   }
@@ -111,7 +112,7 @@ PyObject* readProperty(Property* property, PyObject* self) {
   PyObject* held = heldSequence(self, *property->slot);
   if (held && isValid(interfaceOf(self))) return Py_NewRef(held);
   Reference sequence(read());
-  // A finaliser that ran meanwhile may have read the property.
+  // A finaliser may have run meanwhile and read the property.
   held = heldSequence(self, *property->slot);
   if (held && isValid(interfaceOf(self))) return Py_NewRef(held);
   const bool isNew = isHostObject(sequence.get()) && typeOf(sequence.get())->kind == TypeKind::Sequence &&

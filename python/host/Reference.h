@@ -7,23 +7,24 @@
 
 #include <Python.h>
 
-/// The host shows the object system to CPython: packages as modules, classes as types, values as Python
-/// values.
+/// The bridge between the object system and CPython: packages become modules, classes become types, values
+/// become Python values.
 ///
-/// Every function here is called with the interpreter's lock held. Functions that return a PyObject* return a
-/// new reference unless they say "borrowed". Inside, failures are C++ exceptions; each function that the
-/// interpreter calls is wrapped in guarded() (Errors.h), so that none of them gets out.
+/// Every function here must be called with the GIL held. A function that returns a PyObject* returns a new
+/// reference, unless its comment says "borrowed". Failures are C++ exceptions. Each function that the
+/// interpreter calls is wrapped in guarded() (Errors.h), so that no exception leaves it.
 namespace pyhost {
 
-/// Thrown where the interpreter holds an error already; unwinds to guarded().
+/// Thrown when a Python error is already set. guarded() catches it.
 struct PythonError {};
 
-/// Where a thread ends that the interpreter has given up: it waits until the process is gone.
+/// Blocks a thread forever if the interpreter kills the thread while it runs Python code for us.
 ///
-/// At its end the interpreter takes a daemon thread down wherever that waits for the lock, in Python code
-/// that we have called too, by an unwinding. Our destructors would then run without the lock, and an
-/// unwinding that meets a noexcept ends the process. So none reaches a function of ours: the first destructor
-/// it meets is this one. Not a catch, since none may catch what is no exception while another one is being
+/// At its end, the interpreter ends daemon threads that wait for the GIL, by unwinding their stack. The
+/// thread may be waiting in Python code that we have called. Our destructors would then run without the GIL,
+/// and an unwinding that reaches a noexcept function ends the process. So an Entry object is placed directly
+/// below each such call: its destructor runs first and never returns. A catch block is not possible, because
+/// this unwinding is not an exception and must not be caught while another exception is being handled.
 /// handled.
 class Entry {
  public:
@@ -40,8 +41,8 @@ class Entry {
   bool mHasReturned = false;
 };
 
-/// Calls a function of the interpreter that may run Python code or let another thread run. These functions
-/// throw nothing. REQUIRES: a caller that is not noexcept.
+/// Calls a function of the interpreter that may run Python code or switch threads. Such functions do not
+/// throw. REQUIRES: the caller is not noexcept.
 template <class Function, class... Arguments>
 auto enter(Function function, Arguments... arguments) {
   Entry entry;
@@ -55,8 +56,8 @@ auto enter(Function function, Arguments... arguments) {
   }
 }
 
-/// Lets go of the last reference, which may run Python code as well. Out of line and without a noexcept,
-/// which would let the compiler leave out the entry.
+/// Releases the last reference on an object, which may run Python code. Not inline and not noexcept:
+/// otherwise the compiler may remove the Entry.
 void dropLast(PyObject* object);
 inline void drop(PyObject* object) noexcept {
   if (!object) return;
@@ -90,7 +91,7 @@ class Reference {
   PyObject* mObject = nullptr;
 };
 
-/// What a call of the interpreter gave, or an unwinding if it failed.
+/// Takes over a new reference that a Python function has returned; throws PythonError if it is null.
 inline Reference owned(PyObject* made) {
   if (!made) throw PythonError();
   return Reference(made);
@@ -98,7 +99,7 @@ inline Reference owned(PyObject* made) {
 inline void require(int status) {
   if (status < 0) throw PythonError();
 }
-/// The same for a function of the interpreter that is called here with its arguments.
+/// Calls a Python function through enter() and takes over its result.
 template <class Function, class... Arguments, class = std::invoke_result_t<Function, Arguments...>>
 Reference owned(Function function, Arguments... arguments) {
   return owned(enter(function, arguments...));
@@ -108,8 +109,8 @@ void require(Function function, Arguments... arguments) {
   require(enter(function, arguments...));
 }
 
-/// A list of as many elements as `make` gives, index by index. The collector, and through it Python code,
-/// sees it when it is full: a list with places that are empty crashes those who read it.
+/// A list of `count` elements; `make(index)` makes each one. The list is hidden from the garbage collector
+/// until it is complete, because Python code that reads a list with empty places crashes.
 template <class Make>
 Reference makeList(std::size_t count, Make make) {
   Reference list = owned(PyList_New, static_cast<Py_ssize_t>(count));
@@ -125,16 +126,16 @@ Reference makeList(std::size_t count, Make make) {
 inline Reference toStr(std::string_view utf8) {
   return owned(PyUnicode_DecodeUTF8(utf8.data(), static_cast<Py_ssize_t>(utf8.size()), "replace"));
 }
-/// The same, interned: for keys that attribute access looks up.
+/// An interned str from UTF-8, for keys of attribute look-up.
 inline Reference toKey(std::string_view utf8) {
   PyObject* key = toStr(utf8).release();
   PyUnicode_InternInPlace(&key);
   return Reference(key);
 }
-/// The characters of a str as UTF-8; a lone surrogate shows as its escape.
+/// The characters of a str as UTF-8. A lone surrogate becomes an escape sequence.
 std::string toUtf8(PyObject* text);
 
-/// Fills what every static type of ours has in common. REQUIRES: `type` is zero-initialised.
+/// Fills the members that all our static types have in common. REQUIRES: `type` is zero-initialised.
 inline void prepareType(PyTypeObject& type, const char* name, std::size_t size, const char* doc) noexcept {
   Py_SET_REFCNT(reinterpret_cast<PyObject*>(&type), 1);
   type.tp_name = name;
@@ -143,7 +144,7 @@ inline void prepareType(PyTypeObject& type, const char* name, std::size_t size, 
   type.tp_flags = Py_TPFLAGS_DEFAULT;
 }
 
-/// A method in the form that a method table wants: one for (self, args, nargs).
+/// A method with the signature (self, args, nargs), and its entry for a method table.
 using FastFunction = PyObject* (*)(PyObject*, PyObject* const*, Py_ssize_t);
 inline PyMethodDef fastMethod(const char* name, FastFunction function, const char* doc) noexcept {
   return {name, reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(function)), METH_FASTCALL, doc};

@@ -28,7 +28,7 @@ PyObject* listOf(const Range& range, Convert convert) {
   return makeList(range.size(), [&](std::size_t index) { return convert(range[index]); }).release();
 }
 
-/// What is found in an immutable view is immutable as well.
+/// Converts found objects. They are immutable views if `asked` is an immutable view.
 PyObject* objectsOf(const std::vector<K7Q::ClassObject>& objects, PyObject* asked) {
   const bool isImmutable = isImmutableView(asked);
   return listOf(objects,
@@ -59,7 +59,7 @@ PyObject* qualifiedName(Given arguments) {
   return owned(toUnicode(model::qualifiedName(asked))).release();
 }
 
-/// The table of a class that is given as a Python type.
+/// The table of a class, given as a Python type.
 const K7Q::IntrospectiveMethods& classOf(PyObject* value) {
   if (Py_TYPE(value) == &hostMetaType && asHostType(reinterpret_cast<PyTypeObject*>(value))->cls) {
     const auto* cls = asHostType(reinterpret_cast<PyTypeObject*>(value))->cls;

@@ -19,9 +19,9 @@ Py_ssize_t length(PyObject* sequence) {
   return guarded(Py_ssize_t{-1}, [&] { return Py_ssize_t{ElementReader(sequence).size()}; });
 }
 
-/// An index from 0, negative ones counted from the end.
+/// Converts an index; a negative one counts from the end. Raises K7Q.OutOfBounds.
 int position(PyObject* sequence, PyObject* index, int size) {
-  // A number too large for a Py_ssize_t is cut to the largest, which no sequence has.
+  // A number too large for Py_ssize_t becomes the largest one, which is out of range for every sequence.
   const Py_ssize_t given = enter(PyNumber_AsSsize_t, index, nullptr);
   if (given == -1 && PyErr_Occurred()) throw PythonError();
   const Py_ssize_t found = given < 0 ? given + size : given;
@@ -35,14 +35,14 @@ int position(PyObject* sequence, PyObject* index, int size) {
         shown(sequence) + "[]: expected an int from 0 or a slice, got " + describePython(index));
 }
 
-/// The same for an argument of a method, where a slice means nothing.
+/// Like raiseNoIndex(), for an argument of a method, which accepts no slice.
 void requireIndex(PyObject* sequence, const char* method, PyObject* index) {
   if (PyIndex_Check(index)) return;
   raise(errors().wrongType,
         shown(sequence) + "." + method + ": expected an int from 0, got " + describePython(index));
 }
 
-/// The indices that a slice selects, in its order.
+/// The indices of a slice, in the order of the slice.
 std::vector<int> selected(PyObject* slice, int size) {
   Py_ssize_t start = 0;
   Py_ssize_t stop = 0;
@@ -68,7 +68,7 @@ PyObject* subscript(PyObject* sequence, PyObject* index) {
   });
 }
 
-/// What PySequence_GetItem() and reversed() ask.
+/// Called by PySequence_GetItem() and reversed().
 PyObject* item(PyObject* sequence, Py_ssize_t index) {
   return guarded([&] { return subscript(sequence, owned(PyLong_FromSsize_t, index).get()); });
 }
@@ -95,7 +95,7 @@ int assignSubscript(PyObject* sequence, PyObject* index, PyObject* value) {
   });
 }
 
-/// The first index at or after `from` of an element that equals `value`, `size` if there is none.
+/// The index of the first element from `from` on that equals `value`; `size` if there is none.
 int find(const ElementReader& reader, PyObject* value, int from, int size) {
   for (int at = from; at < size; ++at) {
     const int isEqual = enter(PyObject_RichCompareBool, Reference(reader.at(at)).get(), value, Py_EQ);
@@ -105,7 +105,7 @@ int find(const ElementReader& reader, PyObject* value, int from, int size) {
   return size;
 }
 
-/// A model object as a native element; null for other values.
+/// The native object of a model object; null for other values.
 K7Q::NSInterface::ObjectIntf* modelObject(PyObject* value) {
   if (!isHostObject(value) || typeOf(value)->kind != TypeKind::Object) return nullptr;
   const auto info =
@@ -117,7 +117,8 @@ K7Q::NSInterface::ObjectIntf* modelObject(PyObject* value) {
 int contains(PyObject* sequence, PyObject* value) {
   return guarded(-1, [&] {
     const ElementReader reader(sequence);
-    // The native search takes the sequence's own kind of element: never ask it for an object among texts.
+    // The native search expects elements of the sequence's own kind, so a sequence of texts is not searched
+    // for an object.
     const NativeSequence native = reader.holdsObjects() ? nativeSequence(sequence) : NativeSequence();
     if (auto* object = native ? modelObject(value) : nullptr) {
       return native.interface->generic_contains(native.deviant, K7Q::makeObjectRef(object, {})) ? 1 : 0;
@@ -144,7 +145,8 @@ void extendBy(PyObject* sequence, PyObject* elements) {
     raise(errors().wrongType,
           shown(sequence) + ".extend: expected elements to iterate, got " + describePython(elements));
   }
-  // A copy, since the elements may come from this sequence or from one that loses them to it.
+  // Copies the elements, because they may come from this sequence, or from a sequence that loses them to this
+  // one.
   const Reference list = owned(PySequence_List, elements);
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
     changeSequence(sequence, "push_back", PyList_GET_ITEM(list.get(), i));
@@ -172,7 +174,7 @@ int foundOrRaise(PyObject* sequence, const char* method, PyObject* value, int fo
                                  toUtf8(owned(PyObject_Repr, value).get()) + " is not in the sequence");
 }
 
-/// A bound of index(), as a slice has it.
+/// A bound of index(), with the meaning that it has in a slice.
 int bound(PyObject* sequence, PyObject* value, int size) {
   requireIndex(sequence, "index", value);
   const Py_ssize_t given = enter(PyNumber_AsSsize_t, value, nullptr);
@@ -245,8 +247,8 @@ PyObject* reverse(PyObject* sequence, PyObject* const* /*arguments*/, Py_ssize_t
   });
 }
 
-/// Whether it refuses every change, by its class or as the property of a view that only reads. A made
-/// sequence never does.
+/// Whether the sequence refuses every change: its class has no such methods, or it is the property of an
+/// object seen through a read-only view. A sequence that a script creates can be read-only by its class only.
 bool isReadOnly(PyObject* sequence) {
   const bool isProperty = reinterpret_cast<HostSequence*>(sequence)->owner != nullptr;
   const bool isRefusing = isProperty && !nativeSequence(sequence).deviant.isWritable();

@@ -38,10 +38,10 @@ Ref textElement(PyObject* value, const std::string& where) {
   }
 }
 
-/// Writes the values of an enumeration into a sequence that knows the operations of one element alone.
+/// Writes enumeration values into a sequence that only has operations for single elements.
 ///
-/// A sequence that holds a value once ignores one that stands elsewhere. So each place that changes first
-/// gets a number that is no value and stands nowhere, and then its own. Nothing of that needs memory: what
+/// A unique sequence ignores a value that it holds at another index. So each index that changes first gets a
+/// number that no element has, and then its new value. All memory is allocated before the first change.
 /// does comes before.
 class NumberWriter {
  public:
@@ -98,7 +98,8 @@ class NumberWriter {
   const NativeSequence& mSequence;
   std::size_t mBefore;
   std::size_t mAfter;
-  /// How many are equal at both ends, which stay.
+  /// The number of elements at the front that are equal before and after; mTail counts them at the end. They
+  /// are not written.
   std::size_t mHead = 0;
   std::size_t mTail = 0;
   Contents mUnused;
@@ -110,7 +111,7 @@ class NumberWriter {
 ContentsDoor::ContentsDoor(PyObject* sequence)
     : mSequence(sequence), mNative(nativeSequence(sequence)), mHeld(mNative.interface, mNative.deviant) {
   const ElementReader reader(sequence);
-  // Raises what a sequence raises that is gone.
+  // Raises if the sequence no longer exists.
   static_cast<void>(reader.size());
   mElements = elementsOf(*typeOf(sequence));
   mElementClass = ruvo::Class::find(typeOf(sequence)->at->getSignature()->result());
@@ -142,7 +143,8 @@ Ref ContentsDoor::element(PyObject* value, const std::string& where) const {
 
 bool ContentsDoor::isUnique() const {
   if (const auto* rewritable = asRewritable(mNative)) return rewritable->isUnique();
-  // Only trying tells. What is added last and taken out again moves no element and no iterator.
+  // The sequence does not tell, so an element is appended twice. Removing it again affects no other element
+  // and no iterator.
   auto& sequence = *mNative.interface;
   const bool isEmpty = sequence.generic_empty(mNative.deviant);
   if (isEmpty) sequence.generic_push_back(mNative.deviant, K7Q::makeNumberRef(0));

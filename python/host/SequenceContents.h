@@ -8,24 +8,26 @@
 
 namespace pyhost {
 
-/// What a sequence holds, to be read as a whole, put together anew and written back.
+/// The elements of a sequence as a vector, to change them and write them back.
 using Contents = std::vector<K7Q::Generic::Ref>;
 
-/// The contents of one sequence. The sequence must be held meanwhile.
+/// Reads and writes the contents of a sequence. The caller must hold a reference on the Python object
+/// meanwhile.
 class ContentsDoor {
  public:
-  /// Raises for a sequence that is gone.
+  /// Raises if the sequence no longer exists.
   explicit ContentsDoor(PyObject* sequence);
 
   Contents read() const;
-  /// A Python value as an element. `where` stands before the text of an error.
+  /// Converts a Python value into an element. Error texts start with `where`.
   K7Q::Generic::Ref element(PyObject* value, const std::string& where) const;
-  /// Whether an element stands in the sequence once.
+  /// Whether the sequence holds each element at most once.
   bool isUnique() const;
-  /// Whether its iterators stay on their elements, as those of enumeration values that a script makes do.
-  /// Such a sequence ignores a value that it holds once and is given again.
+  /// Whether iterators stay valid and follow their element when the sequence changes. That is so for
+  /// sequences of enumeration values that a script creates. If such a sequence is unique, it ignores a value
+  /// that it already holds.
   bool keepsIterators() const noexcept;
-  /// Lets the sequence hold this, as one change. What raises has changed nothing.
+  /// Replaces the contents of the sequence, as one change. If it raises, nothing has changed.
   void write(const Contents& contents) const;
 
   std::size_t hash(const K7Q::Generic::Ref& element) const noexcept;
@@ -36,7 +38,7 @@ class ContentsDoor {
 
   PyObject* mSequence;
   NativeSequence mNative;
-  /// What Python code does in between, closing the model say, does not free it.
+  /// Keeps the native sequence alive while Python code runs, even if that code closes the model.
   K7Q::SequenceHandle mHeld;
   Elements mElements;
   const ruvo::Class* mElementClass;

@@ -13,7 +13,7 @@ namespace {
 
 using K7Q::Generic::Ref;
 
-/// The places of a slice in a sequence of so many elements.
+/// The indices of a slice in a sequence of `size` elements.
 struct Slice {
   Py_ssize_t start = 0;
   Py_ssize_t stop = 0;
@@ -48,7 +48,7 @@ Contents elementsOf(const ContentsDoor& door, PyObject* sequence, PyObject* valu
     raise(errors().wrongType,
           shown(sequence) + ": a slice is assigned elements to iterate, got " + describePython(values));
   }
-  // A copy, since the elements may come from this sequence.
+  // Copies the elements, because they may come from this sequence.
   const Reference list = owned(PySequence_List, values);
   Contents elements;
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
@@ -58,7 +58,8 @@ Contents elementsOf(const ContentsDoor& door, PyObject* sequence, PyObject* valu
   return elements;
 }
 
-/// In the place of the slice; of a unique sequence without what stood elsewhere, which moves.
+/// The contents after an assignment to a slice without a step. In a unique sequence, given elements from
+/// outside the slice are moved into it.
 Contents withRun(const ContentsDoor& door, const Contents& before, const Slice& slice, const Contents& given,
                  bool isUnique) {
   ElementSet moved(0, Hash{&door}, Same{&door});
@@ -79,7 +80,8 @@ Contents withRun(const ContentsDoor& door, const Contents& before, const Slice& 
   return after;
 }
 
-/// Each place in turn; in a unique sequence what stands elsewhere changes places.
+/// The contents after an assignment to a slice with a step. In a unique sequence, an element that is already
+/// in the sequence is swapped.
 Contents withPlaces(const ContentsDoor& door, Contents contents, const Slice& slice, const Contents& given,
                     bool isUnique) {
   ElementPlaces places(0, Hash{&door}, Same{&door});
@@ -120,7 +122,7 @@ Contents without(const Contents& before, const Slice& slice) {
   return after;
 }
 
-/// From the end, so that the places before stay where they are.
+/// Starts at the end, because then the lower indices stay valid.
 void eraseEach(PyObject* sequence, const Slice& slice) {
   std::vector<std::size_t> places;
   for (std::size_t index = 0; index < slice.length(); ++index) places.push_back(slice.place(index));
@@ -130,7 +132,7 @@ void eraseEach(PyObject* sequence, const Slice& slice) {
   }
 }
 
-/// Lets a list of Python's reorder the elements and writes what comes of it.
+/// Copies the elements into a Python list, lets `inList` change their order, and writes the result.
 template <class Reorder>
 void reorder(PyObject* sequence, Reorder inList) {
   requireChangeable(sequence);
@@ -155,7 +157,7 @@ void reorder(PyObject* sequence, Reorder inList) {
   raise(errors().wrongType, "sort: expected key= and reverse= alone, each by its name, got " + given);
 }
 
-/// What a list would refuse with a TypeError that is none of ours.
+/// Checks the arguments of sort(), because the list would raise a TypeError that is not a K7Q.Exception.
 void requireSortArguments(PyObject* arguments, PyObject* keywords) {
   if (PyTuple_GET_SIZE(arguments) != 0) refuseSort(describePython(PyTuple_GET_ITEM(arguments, 0)));
   PyObject *name = nullptr, *value = nullptr;

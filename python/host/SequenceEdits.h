@@ -4,10 +4,10 @@
 
 namespace pyhost {
 
-/// Changes of a sequence as a whole, as a Python list has them; each is one change of the model. All raise
-/// K7Q.WrongType for a sequence that cannot be changed, and nothing has changed when they raise.
+/// Changes of a whole sequence with the semantics of a Python list. Each is one change of the model. All
+/// raise K7Q.WrongType for a sequence that cannot be changed. If they raise, nothing has changed.
 
-/// Raises for a class without the methods that change a sequence.
+/// Raises if the class has no methods that change a sequence.
 void requireChangeable(PyObject* sequence);
 /// Calls one of these methods.
 template <class... Arguments>
@@ -17,17 +17,17 @@ Reference changeSequence(PyObject* sequence, const char* method, Arguments... ar
   return owned(PyObject_CallMethodObjArgs, sequence, name.get(), arguments..., nullptr);
 }
 
-/// `sequence[slice] = elements`, or `del sequence[slice]` without elements. Of a sequence that holds an
-/// element once:
-/// - a slice without a step holds the elements afterwards, in their order; the other ones of the slice have
-///   left, and an element that stood outside it has moved there;
-/// - each place of a slice with a step is assigned in turn, as assignItem() does it.
+/// `sequence[slice] = elements`, or `del sequence[slice]` if `elements` is null. For a unique sequence:
+/// - After the assignment to a slice without a step, the slice consists of the given elements in their order.
+///   Elements that were in the slice before are removed, and a given element from outside the slice moves
+///   into it.
+/// - A slice with a step is assigned place by place, like assignItem().
 void assignSlice(PyObject* sequence, PyObject* slice, PyObject* elements);
-/// `sequence[at] = element`. An element that stands elsewhere in a sequence that holds it once exchanges
-/// places with the one at the index.
+/// `sequence[at] = element`. If the sequence is unique and holds the element at another index, the two
+/// elements are swapped.
 void assignItem(PyObject* sequence, int at, PyObject* element);
 
-/// As a list's methods of these names.
+/// Like the methods of these names of a Python list.
 void sortSequence(PyObject* sequence, PyObject* arguments, PyObject* keywords);
 void reverseSequence(PyObject* sequence);
 

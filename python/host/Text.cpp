@@ -14,7 +14,7 @@ constexpr bool isSurrogate(char32_t unit) noexcept { return unit >= 0xD800 && un
 constexpr const char* kNul = "a NUL character";
 constexpr const char* kLone = "half of a surrogate pair";
 
-/// A text as an error shows it: whole if it is short, else what stands around the position.
+/// A text as error texts show it: whole if it is short, otherwise the part around the position.
 std::string excerpt(PyObject* text, std::size_t position) {
   constexpr Py_ssize_t kLongest = 60;
   constexpr Py_ssize_t kAround = 20;
@@ -50,7 +50,7 @@ PyObject* toUnicode(std::u16string_view text) {
   if (all < 0xD800 || std::none_of(text.begin(), text.end(), isSurrogate)) {
     return owned(PyUnicode_FromKindAndData, PyUnicode_2BYTE_KIND, text.data(), length).release();
   }
-  int order = -1;  // little endian, as everything here
+  int order = -1;  // little endian, like all supported machines
   return owned(
              PyUnicode_DecodeUTF16(reinterpret_cast<const char*>(text.data()), 2 * length, "replace", &order))
       .release();

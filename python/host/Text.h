@@ -9,25 +9,26 @@
 
 namespace pyhost {
 
-/// A str of UTF-16 text. A lone surrogate, which only native code can have written, becomes U+FFFD.
+/// A str of UTF-16 text. A lone surrogate (only native code can write one) becomes U+FFFD.
 PyObject* toUnicode(std::u16string_view text);
 
-/// What is wrong with a text that the model cannot hold; thrown by TextBuffer.
+/// Why the model cannot store a text, and where. Thrown by TextBuffer.
 struct RefusedText {
   std::size_t position;
   const char* what;
 };
-/// Raises K7Q.WrongValue for it. `where` stands before the text.
+/// Raises K7Q.WrongValue for a refused text. The message starts with `where`.
 [[noreturn]] void raiseRefused(const RefusedText& refused, PyObject* text, const std::string& where);
 
-/// The UTF-16 form of the texts of one call, alive as long as this and the str objects are.
+/// The UTF-16 form of the texts of one call. The results are valid while the TextBuffer and the str objects
+/// live.
 class TextBuffer {
  public:
   TextBuffer() noexcept = default;
   TextBuffer(const TextBuffer&) = delete;
   TextBuffer& operator=(const TextBuffer&) = delete;
 
-  /// Throws RefusedText for a text with a NUL or a lone surrogate.
+  /// Throws RefusedText if the text contains a NUL or a lone surrogate.
   std::u16string_view convert(PyObject* text);
 
  private:

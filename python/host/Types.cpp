@@ -24,7 +24,7 @@ namespace {
 
 std::size_t gTypesMade = 0;
 
-/// Whether the class declares methods of both names itself.
+/// Whether the class itself declares methods of both names.
 bool declares(ruvo::Class& cls, const ruvo::InternedName& first, const ruvo::InternedName& second) {
   const auto hasOwn = [&cls](const ruvo::InternedName& name) {
     const auto records = cls.methods();
@@ -34,7 +34,7 @@ bool declares(ruvo::Class& cls, const ruvo::InternedName& first, const ruvo::Int
   return hasOwn(first) && hasOwn(second);
 }
 
-/// The kind of its superclasses, or what its own methods make of it.
+/// The kind of the superclasses; otherwise it is found from the class's own methods.
 TypeKind kindOf(ruvo::Class& cls, const std::vector<HostType*>& supers) {
   static const ruvo::LiteralName size("size"), at("at"), getNext("getNext"), item("item");
   if (isEnumeration(cls)) return TypeKind::Enumeration;
@@ -67,7 +67,7 @@ bool isFactory(const ruvo::Class& cls, const std::vector<HostType*>& supers) {
          std::any_of(supers.begin(), supers.end(), [](const HostType* super) { return super->isFactory; });
 }
 
-/// The types of the superclasses in their order.
+/// The types of the superclasses, in their order.
 // NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 std::vector<HostType*> supersOf(ruvo::Class& cls) {
   std::vector<HostType*> types;
@@ -75,7 +75,7 @@ std::vector<HostType*> supersOf(ruvo::Class& cls) {
   return types;
 }
 
-/// These, and the root of the kind if none of them derives from it.
+/// The types of the superclasses, and the root type of the kind unless one of them derives from it.
 Reference basesOf(const std::vector<HostType*>& supers, TypeKind kind) {
   const bool hasRoot = std::any_of(supers.begin(), supers.end(), [kind](HostType* super) {
     return PyType_IsSubtype(asPyType(super), rootOf(kind)) != 0;
@@ -90,13 +90,14 @@ Reference basesOf(const std::vector<HostType*>& supers, TypeKind kind) {
   return bases;
 }
 
-/// A name as a key of namespaces, and beside it what Python can write when that is another.
+/// A method or property name as an interned str. `usable` is the name with an underscore, if the name is a
+/// Python keyword; null otherwise.
 struct Key {
   PyObject* name;
   PyObject* usable;
 };
 
-/// Made once for each name: most of them stand in many classes.
+/// Creates each key once, because most names occur in many classes.
 const Key& keyOf(const ruvo::InternedName& name) {
   static auto& keys = *new ruvo::PointerMap<const Key>;
   if (const Key* known = keys.find(name.entry())) return *known;
@@ -110,7 +111,7 @@ const Key& keyOf(const ruvo::InternedName& name) {
   return *made.release();
 }
 
-/// The namespace of a type under construction.
+/// The dict of a type under construction.
 class Namespace {
  public:
   explicit Namespace(ruvo::Class& cls) : mClass(cls), mDict(owned(PyDict_New)) {}
@@ -188,7 +189,8 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
     if (constructors && converted.hasEmpty()) {
       requireMeaningful(type, *constructors, nullptr, converted, {arguments, count});
     }
-    // The Python object must be there before a listener asks for it, and without it the model is as it was.
+    // The Python object is allocated first: a listener may ask for it, and if this fails, the model is
+    // unchanged.
     const Tarvelon::model::Undertaking undertaking;
     Room room(reinterpret_cast<HostType*>(self));
     const auto inHand = [&] { return noteOf(type.cls->shortName(), nullptr, {arguments, count}); };
@@ -196,7 +198,7 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
   });
 }
 
-/// The first of the bases whose objects are the largest: those of the others have no more than it has.
+/// The first of the bases with the largest objects. The memory layout of the other bases is a part of it.
 PyTypeObject* largestOf(PyObject* bases) {
   auto* largest = reinterpret_cast<PyTypeObject*>(PyTuple_GET_ITEM(bases, 0));
   for (Py_ssize_t i = 1; i < PyTuple_GET_SIZE(bases); ++i) {
@@ -206,8 +208,8 @@ PyTypeObject* largestOf(PyObject* bases) {
   return largest;
 }
 
-/// What type(name, bases, namespace) makes, without its search of the namespace and of all bases for each
-/// operator there is, which took a third of the time: operators come from the roots, by their slots.
+/// Creates a type like type(name, bases, namespace). That call searches the namespace and all bases for each
+/// operator, which took a third of the time. Here the operators are inherited from the root types' slots.
 Reference newType(ruvo::Class& cls, TypeKind kind, PyObject* bases, PyObject* members) {
   Reference made = owned(PyType_GenericAlloc, &hostMetaType, 0);
   auto* type = reinterpret_cast<HostType*>(made.get());
@@ -217,7 +219,8 @@ Reference newType(ruvo::Class& cls, TypeKind kind, PyObject* bases, PyObject* me
   heap.ht_name = toStr(cls.shortName()).release();
   heap.ht_qualname = Py_NewRef(heap.ht_name);
   PyTypeObject& shown = heap.ht_type;
-  // Not collected: these objects hold nothing that could hold them, and types stay.
+  // Not tracked by the garbage collector: the objects can be part of no reference cycle, and types are never
+  // freed.
   shown.tp_flags = Py_TPFLAGS_DEFAULT | Py_TPFLAGS_HEAPTYPE | Py_TPFLAGS_BASETYPE;
   shown.tp_name = PyUnicode_AsUTF8(heap.ht_name);
   if (!shown.tp_name) throw PythonError();
@@ -237,7 +240,7 @@ Reference newType(ruvo::Class& cls, TypeKind kind, PyObject* bases, PyObject* me
   return made;
 }
 
-/// Sets what extends the class, as an assignment to an attribute of an ordinary type does.
+/// Adds the members that Python code has registered for the class (Extensions.h).
 void extend(PyObject* type, ruvo::Class& cls) {
   PyObject* extension = extensionOf(cls);
   if (!extension) return;
@@ -251,7 +254,7 @@ void extend(PyObject* type, ruvo::Class& cls) {
 // NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 HostType* makeType(ruvo::Class& cls) {
   const auto supers = supersOf(cls);
-  // A class made its own type while it made those of its superclasses.
+  // Creating the types of the superclasses may have created this one.
   if (auto* made = static_cast<HostType*>(cls.getHostData())) return made;
   const TypeKind kind = kindOf(cls, supers);
   const Reference bases = basesOf(supers, kind);
@@ -259,7 +262,7 @@ HostType* makeType(ruvo::Class& cls) {
   members.fill(kind == TypeKind::Enumeration);
   Reference made = newType(cls, kind, bases.get(), members.get());
   extend(made.get(), cls);
-  // What the collector has run meanwhile may have asked for the class as well.
+  // The garbage collector may have run code that created the type.
   if (auto* other = static_cast<HostType*>(cls.getHostData())) return other;
   auto* type = reinterpret_cast<HostType*>(made.get());
   type->isFactory = isFactory(cls, supers);
@@ -332,7 +335,8 @@ PyObject* represent(PyObject* type) {
   return guarded([&] { return toStr("<class '" + nameOfType(type) + "'>").release(); });
 }
 
-// Not in each type's dict alone: help() reads what stands there as it is, without calling a descriptor.
+// A property of the metatype, in addition to the descriptor in each type's dict: help() reads a type's
+// `__doc__` without calling the descriptor.
 PyObject* docOf(PyObject* type, void* /*closure*/) {
   return guarded([&] {
     const char* const doc = reinterpret_cast<PyTypeObject*>(type)->tp_doc;

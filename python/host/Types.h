@@ -7,11 +7,11 @@
 
 namespace pyhost {
 
-/// How many classes have a Python type so far: none right after the import.
+/// The number of classes that have a Python type so far; 0 directly after the import.
 std::size_t typesMade() noexcept;
 
-/// The member of a class that an unknown name may have been meant for: of the host's or, if none of these is
-/// near, of those that Python adds. Empty if no name is near.
+/// The member most similar to an unknown name: first among the members of the host class, then among those
+/// that Python adds. Empty if no name is similar.
 std::string nearestMember(HostType& type, const std::string& name);
 
 }  // namespace pyhost

@@ -10,9 +10,9 @@ namespace {
 
 constexpr const char* kFunction = "validate";
 
-/// What to look at: a model with all its objects, or an object with what it holds.
+/// The target of a validation: a model with all its objects, or an object with all objects that it contains.
 struct Target {
-  /// The first two arguments: the one or the other, and whether it is the model.
+  /// From the first two arguments: the model or object, and whether it is a model.
   explicit Target(Given arguments) : Target(arguments[0], isTrue(arguments[1])) {}
   Target(PyObject* value, bool isModel)
       : model(isModel ? toModel(value, kFunction) : K7Q::Model()),

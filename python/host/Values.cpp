@@ -15,7 +15,7 @@ bool isLogical(const ruvo::PropertySlot& slot) {
   return type == "logical scalar" || type == "k7qlogical";
 }
 
-/// The double that is exactly that whole number. Raises K7Q.OutOfRange if there is none.
+/// Converts an int to the double with exactly that value. Raises K7Q.OutOfRange if there is none.
 double exactDouble(PyObject* value, const Place& place) {
   const double number = enter(PyLong_AsDouble, value);
   const bool isTooLarge = number == -1 && PyErr_Occurred();
@@ -30,7 +30,8 @@ double exactDouble(PyObject* value, const Place& place) {
   raise(errors().outOfRange, place.text() + "expected " + expected + ", got " + describePython(value));
 }
 
-// Any number is a logical, and what a double holds exactly is no matter of 64 bits.
+// For a logical property any number is allowed. Elsewhere the number must be exactly representable as a
+// double.
 ruvo::HostValue fromLargeInteger(PyObject* value, const Place& place) {
   if (place.property && isLogical(*place.property)) return ruvo::HostValue::ofLogical(true);
   return ruvo::HostValue::ofDouble(exactDouble(value, place));
@@ -44,7 +45,7 @@ ruvo::HostValue fromInteger(PyObject* value, const Place& place) {
   return ruvo::HostValue::ofInteger(number);
 }
 
-/// The signatures that a call chooses from, each on a line of its own.
+/// The signatures of the overloads, each on its own line.
 std::string signatures(const Place& place) {
   if (!place.overloads) return {};
   const std::string_view name = place.member.empty() ? place.cls.shortName() : place.member;
@@ -57,9 +58,11 @@ std::string signatures(const Place& place) {
   return text;
 }
 
-/// What is none of Python's own kinds: a number of another library, or nothing that fits.
+/// Converts a value that is not a built-in type: a number of another library. Raises K7Q.WrongType for other
+/// values.
 ruvo::HostValue fromForeign(PyObject* value, const Place& place) {
-  // A weak proxy says that it is everything; what it stands for could go during the call.
+  // A weak proxy pretends to have every method, and its object could be destroyed during the call. So it is
+  // refused.
   const bool isProxy = PyWeakref_CheckProxy(value) != 0;
   if (!isProxy && PyIndex_Check(value)) return fromInteger(owned(PyNumber_Index, value).get(), place);
   const std::string expected = place.property ? ruvo::expectedText(place.property->property->getDataType())
@@ -76,7 +79,7 @@ ruvo::HostValue fromText(PyObject* value, TextBuffer& texts, const Place& place)
   }
 }
 
-/// The beginning of what Python shows of a value.
+/// The beginning of a value's repr.
 std::string shownPython(PyObject* value) {
   constexpr Py_ssize_t kLongest = 60;
   const bool isLong = PyUnicode_Check(value) && PyUnicode_GET_LENGTH(value) > kLongest;
@@ -107,7 +110,7 @@ PyObject* scalar(const hx::hxArray* array, std::size_t index) {
   }
 }
 
-/// Several elements: no property or method gives them today, but an array may hold them.
+/// Converts an array of several elements. No property or method returns one at present.
 PyObject* toList(const hx::hxArray* array, std::size_t count) {
   Reference list = owned(PyList_New, static_cast<Py_ssize_t>(count));
   for (std::size_t index = 0; index < count; ++index) {

@@ -9,34 +9,34 @@
 
 namespace pyhost {
 
-/// Where a value stands: what an error says before its text, in the object system's own form.
+/// The place of a value in a call. Error texts start with it.
 struct Place {
   const ruvo::Class& cls;
   std::string_view member;
-  /// The argument's position from 1, 0 for the value of a property.
+  /// The position of the argument, counted from 1; 0 for the value of a property.
   std::size_t argument = 0;
-  /// What is expected there, as far as it is known: the property, or what the call chooses from.
+  /// What the place accepts, as far as it is known: a property, or the overloads of the call.
   const ruvo::PropertySlot* property = nullptr;
   const ruvo::OverloadSet* overloads = nullptr;
   std::string text() const;
 };
 
-/// A Python value as the object system takes it. Raises K7Q.WrongType, OutOfRange or WrongValue for what has
-/// no such form. The result is valid while `value` and `texts` are.
+/// Converts a Python value for the object system. Raises K7Q.WrongType, OutOfRange or WrongValue if that is
+/// not possible. The result is valid while `value` and `texts` live.
 ruvo::HostValue toHostValue(PyObject* value, TextBuffer& texts, const Place& place);
 
-/// The Python value of a result: bool, int, float, str, an object, None for nothing.
+/// Converts a result to bool, int, float, str or an object; None if there is no result.
 PyObject* toPython(const ruvo::HostResult& result);
-/// The same for an array, which stays the caller's.
+/// The same for an array. The caller keeps the array.
 PyObject* toPython(const hx::hxArray* array);
 
-/// What was wrong with a value, as an error shows it: "str 'yes'", "list", "common.Package", "the class int".
+/// A value as error texts show it: "str 'yes'", "list", "common.Package", "the class int".
 std::string describePython(PyObject* value);
 
 /// The converted arguments of one call.
 class Arguments {
  public:
-  /// `overloads` are what the call chooses from, null if there is nothing.
+  /// `overloads` are the candidates of the call, null if there are none.
   Arguments(PyObject* const* values, std::size_t count, const ruvo::Class& cls, std::string_view member,
             const ruvo::OverloadSet* overloads);
   Arguments(const Arguments&) = delete;
@@ -52,7 +52,7 @@ class Arguments {
   std::size_t mCount;
   bool mHasEmpty = false;
   TextBuffer mTexts;
-  // Raw, since clearing sixteen values for a call with one costs as much as the call's own work.
+  // Raw memory: initialising sixteen values would cost as much as a whole call with one argument.
   alignas(ruvo::HostValue) std::byte mStorage[kMost * sizeof(ruvo::HostValue)];
 };
 

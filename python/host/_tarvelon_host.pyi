@@ -1,6 +1,6 @@
-"""What the packages of the metamodel have in common: the roots of the host's classes.
+"""The root types of the host's classes, which all packages of the metamodel use.
 
-Import the packages `K7Q` and `Tarvelon.metamodel` instead; these names are for annotations at most.
+Import the packages `K7Q` and `Tarvelon.metamodel` instead. Use the names of this module for annotations only.
 """
 
 from collections.abc import Callable, Iterable, Iterator as _PythonIterator
@@ -26,7 +26,7 @@ _Held = TypeVar("_Held", covariant=True)
 _Taken = TypeVar("_Taken", contravariant=True)
 _Value = TypeVar("_Value", bound="Enumeration")
 
-# A sequence tells its elements by what it publishes, so that nothing need be said twice for each class.
+# The element type of a sequence class is found from its published methods, so it need not be declared again.
 class _Holds(Protocol[_Held]):
     def front(self) -> _Held: ...
 
@@ -41,18 +41,18 @@ class HostClass(type):
     """The type of the host's classes."""
 
     def __iter__(cls: type[_Value]) -> _PythonIterator[_Value]:  # type: ignore[misc]
-        """The values of an enumeration, in their order; no other class can be iterated."""
+        """The values of an enumeration, in ascending order. Raises K7Q.WrongType for other classes."""
 
 class HostObject(metaclass=HostClass):
-    """What every object of the host's classes is."""
+    """The base of all objects of the host's classes."""
 
-    # No class is called but those that declare how.
+    # Only classes that declare __init__ can be called.
     def __init__(self, nothing: Never, /) -> None: ...
     def __eq__(self, other: object, /) -> bool: ...
     def __hash__(self) -> int: ...
 
 class Enumeration(HostObject):
-    """What every value of an enumeration is."""
+    """The base of all enumeration values."""
 
     def __lt__(self, other: Self, /) -> bool: ...
     def __le__(self, other: Self, /) -> bool: ...
@@ -61,9 +61,9 @@ class Enumeration(HostObject):
     def __format__(self, specification: str, /) -> str: ...
 
 class Sequence(HostObject):
-    """What every sequence is: the host's methods count from 1, Python's operators and methods from 0.
+    """The base of all sequences. The host's methods count from 1, Python's operators and methods from 0.
 
-    Which of these a sequence has depends on whether it can be changed.
+    Operators and methods that change the sequence work only for sequences that can be changed.
     """
 
     def __len__(self) -> int: ...
@@ -79,30 +79,30 @@ class Sequence(HostObject):
     def __setitem__(self: _Takes[_Element], indices: slice, elements: Iterable[_Element], /) -> None: ...
     def __delitem__(self: _Takes[Any], index: SupportsIndex | slice, /) -> None: ...
     def index(self, element: object, start: SupportsIndex = ..., stop: SupportsIndex = ..., /) -> int:
-        """The first index from 0 of an equal element; K7Q.WrongValue if there is none."""
+        """Returns the index, from 0, of the first equal element. Raises K7Q.WrongValue if there is none."""
     def count(self, element: object, /) -> int:
-        """How many elements are equal."""
+        """Returns the number of equal elements."""
     def extend(self: _Takes[_Element], elements: Iterable[_Element], /) -> None:
-        """Adds one after another, in their order."""
+        """Appends the elements in their order."""
     def remove(self: _Takes[Any], element: object, /) -> None:
-        """Takes the first equal element out; K7Q.WrongValue if there is none."""
+        """Removes the first equal element. Raises K7Q.WrongValue if there is none."""
     def pop(self: _HoldsAndTakes[_Element], index: SupportsIndex = ..., /) -> _Element:
-        """Takes the element at an index from 0, or the last one, out and gives it."""
+        """Removes and returns the element at an index from 0; without an index, the last element."""
     def sort(
         self: _HoldsAndTakes[_Element], *, key: Callable[[_Element], Any] | None = ..., reverse: bool = ...
     ) -> None:
-        """Sorts the elements as a list does, as one change."""
+        """Sorts the elements like list.sort(), as one change of the model."""
     def reverse(self: _Takes[Any]) -> None:
-        """Puts the elements into the opposite order, as one change."""
+        """Reverses the order of the elements, as one change of the model."""
 
 class Iterator(HostObject):
-    """What every iterator of the host is: a place in a sequence."""
+    """The base of all iterators of the host. An iterator is a position in a sequence."""
 
     __hash__: ClassVar[None]  # type: ignore[assignment]
 
 class MetaProperties(HostObject):
-    """What MetaProperty() gives: the descriptions of a class's properties, own and inherited, in the order of its
-    list, by their names."""
+    """The result of MetaProperty(): the descriptions of a class's own and inherited properties. They are in
+    the order of the class's methods, and can also be looked up by name."""
 
     def __len__(self) -> int: ...
     def __iter__(self) -> _PythonIterator[K7Q.ImmutableProperty]: ...
@@ -127,7 +127,8 @@ def extend(class_name: str, members: dict[str, Any], /) -> None: ...
 def attributeName(name: str, /) -> str: ...
 def statistics() -> dict[str, int]: ...
 
-# What the modules of K7Q and Tarvelon put on models and objects, by position and with all arguments.
+# Functions for the modules of K7Q and Tarvelon, which add them to models and objects. All arguments are
+# positional and required.
 _Change = TypeVar("_Change", bound=tuple[object, ...])
 _Shown: TypeAlias = K7Q.ImmutableModel | K7Q.ImmutableClassObject
 _Difference: TypeAlias = tuple[int, str, str, str, str, str, str, str, str, bool, int]

@@ -7,18 +7,18 @@
 
 #include "tarvelon/boundary/ut/Memory.h"
 
-/// An operator new that counts and that fails by request. A test program that wants it has a source that
-/// includes tests/support/ReplaceNew.h.
+/// An operator new that counts allocations and can be made to fail. A test program uses it by including
+/// tests/support/ReplaceNew.h in one source.
 namespace failing {
 
 inline std::atomic<std::size_t> gLive = 0;
-// Armed by tests with one thread alone.
+// Only for tests with a single thread.
 inline std::size_t gCountdown = 0;
-// Of what is given out.
+// The allocated bytes, now and at most.
 inline std::atomic<std::size_t> gBytes = 0;
 inline std::atomic<std::size_t> gMostBytes = 0;
 
-/// How many bytes of operator new an action needs at once, beside those that were given out before.
+/// The maximum number of bytes that `action` allocates at the same time with operator new.
 template <class Action>
 std::size_t peakOf(Action action) {
   const std::size_t before = gBytes;
@@ -27,12 +27,12 @@ std::size_t peakOf(Action action) {
   return gMostBytes - before;
 }
 
-/// How many calls of operator new have not been given back.
+/// The number of allocations of operator new that were not freed yet.
 inline std::size_t live() noexcept { return gLive; }
 
-/// Lets the n-th allocation of `action` fail, for n from 1 until none does, of operator new first and of
-/// utMalloc() and utCalloc() then. `prepare` comes before each turn, `check` behind each failure. Returns how
-/// many failed.
+/// Runs `action` with a failing n-th allocation, for n = 1, 2, ... until it succeeds: first for operator new,
+/// then for utMalloc() and utCalloc(). Calls `prepare` before each run and `check` after each failure.
+/// Returns the number of failures.
 template <class Prepare, class Action, class Check>
 int eachAllocation(Prepare prepare, Action action, Check check) {
   constexpr std::size_t kTooMany = 2000;

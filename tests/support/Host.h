@@ -7,17 +7,17 @@
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/ruvo/ObjectSystem.h"
 
-/// What tests say in one word: values, objects and calls by name.
+/// Short functions for tests: values, objects and calls by name.
 namespace host {
 
 using ruvo::HostResult;
 using ruvo::HostValue;
 using ruvo::RVOInterfacePtr;
 
-/// Opens the module like a host and initialises it; once per process.
+/// Loads the module like a host and initialises it. Idempotent.
 void openModule();
 
-/// A class of the metamodel by its package-relative name, any class by its full one.
+/// A class of the metamodel by its name relative to the package, any other class by its full name.
 ruvo::Class& cls(const std::string& name);
 
 inline HostValue text(std::u16string_view characters) { return HostValue::ofText(characters); }
@@ -33,7 +33,7 @@ HostResult call(const RVOInterfacePtr& self, const char* method,
                 std::initializer_list<HostValue> arguments = {});
 HostResult callStatic(const std::string& className, const char* method,
                       std::initializer_list<HostValue> arguments = {});
-/// The object of a call's result; null for an empty one.
+/// The object that a call returns; null if the result is empty.
 RVOInterfacePtr callObject(const RVOInterfacePtr& self, const char* method,
                            std::initializer_list<HostValue> arguments = {});
 HostResult get(const RVOInterfacePtr& self, const char* property);
@@ -44,7 +44,7 @@ std::string textOf(const HostResult& result);
 /// The full name of an object's class.
 std::string className(const RVOInterfacePtr& object);
 
-/// The text of the exception that `action` raises; "nothing was raised" if none.
+/// The text of the exception that `action` raises; "nothing was raised" if there is none.
 template <class Action>
 std::string raised(Action action) {
   try {

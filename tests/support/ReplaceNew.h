@@ -5,8 +5,9 @@
 
 #include "tests/support/FailingNew.h"
 
-// Replaces operator new in the program that includes this in one source, and does nothing else in it: inlined
-// into other code, the compiler takes malloc() and new for a mismatch.
+// Replaces operator new in the program that includes this file. Include it in one source that contains
+// nothing else: if the functions are inlined into other code, the compiler warns of malloc() with a
+// mismatched delete.
 
 void* operator new(std::size_t size) {
   if (failing::gCountdown != 0 && --failing::gCountdown == 0) throw std::bad_alloc();
@@ -17,7 +18,8 @@ void* operator new(std::size_t size) {
   if (bytes > failing::gMostBytes) failing::gMostBytes = bytes;
   return storage;
 }
-// The C++ library asks this way where it can do without; a sanitizer would answer it by itself.
+// The C++ library calls this operator for optional memory. Without this definition, a sanitizer would provide
+// it.
 void* operator new(std::size_t size, const std::nothrow_t& /*tag*/) noexcept {
   try {
     return operator new(size);

@@ -6,13 +6,12 @@
 #include <pthread.h>
 #include <stdexcept>
 
-/// A thread with a stack as small as some programs give theirs: a function that calls itself for each level
-/// of what it is given ends there soon.
+/// Runs code on a thread with a small stack, as some programs have. A recursive function overflows it soon.
 namespace host {
 
 inline constexpr std::size_t kSmallStack = std::size_t{256} * 1024;
 
-/// Runs the action there; what it raises reaches the caller.
+/// Runs the action on such a thread and waits. Exceptions of the action are raised here.
 inline void onSmallStack(std::function<void()> action) {
   struct Run {
     std::function<void()> action;

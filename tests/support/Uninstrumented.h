@@ -4,9 +4,9 @@
 
 #include "tarvelon/platform/hx/Sanitizer.h"
 
-/// A test of what AddressSanitizer replaces, the allocator above all. A build with it does without the test:
-/// there is nothing to install that would let it run, so it must not be listed as skipped, which .ci/run
-/// takes for a failure.
+/// Declares a test that cannot run with AddressSanitizer, for example because the sanitizer replaces the
+/// allocator. Such a build leaves the test out. It must not be reported as skipped: .ci/run treats a skipped
+/// test as a failure, because a package may be missing.
 #ifdef TARVELON_HAS_ASAN
 #define TARVELON_LEFT_OUT(suite, name, base)     \
   class suite##_##name##_LeftOut : public base { \

@@ -1,13 +1,13 @@
 """Runs one file of pytest tests for ctest: run_pytest.py FILE.
 
-pytest is content with tests that were skipped, and ctest does not see them. Here the exit status says so, and the
-summary says why: a green run has run everything.
+pytest succeeds even if tests were skipped, and ctest does not see that. Here the exit status tells ctest that
+tests were skipped, and the summary gives the reasons. So a successful run has run all tests.
 """
 
 import os
 import sys
 
-# What ctest is told by SKIP_RETURN_CODE.
+# The exit status for skipped tests: SKIP_RETURN_CODE of ctest.
 SKIPPED = 77
 
 try:
@@ -18,10 +18,11 @@ except ModuleNotFoundError:
 
 
 class Skips:
-    """Notes whether a test, or a whole file, was skipped, and whether one was left out.
+    """Records whether a test or a whole file was skipped, and whether tests were left out.
 
-    What cannot hold in a build with sanitizers is marked `uninstrumented` with the reason. Such a build does without
-    it: no package is missing there, and nobody could mend it.
+    Tests that cannot run in a build with sanitizers are marked `uninstrumented`, with the reason. Such a
+    build leaves them out instead of skipping them: no package is missing, so nobody could do anything about
+    it.
     """
 
     def __init__(self):

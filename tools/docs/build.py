@@ -1,7 +1,7 @@
-"""Builds one site of all documentation, the pages of the metamodel among it: build.py FOLDER.
+"""Builds one site of all documentation, including the pages of the metamodel: build.py FOLDER.
 
-The sources are put together in FOLDER/source, the site in FOLDER/html, and its first page is printed. What
-pages refer to and is not there is an error.
+The sources are collected in FOLDER/source, the site is FOLDER/html, and the path of its first page is
+printed. Links and references without a target are errors.
 """
 
 import re
@@ -12,16 +12,16 @@ from pathlib import Path
 TOOLS = Path(__file__).resolve().parent
 ROOT = TOOLS.parents[1]
 sys.path.append(str(TOOLS))
-sys.dont_write_bytecode = True  # nothing is written beside the sources
+sys.dont_write_bytecode = True  # writes nothing into the source tree
 
-import metamodel  # noqa: E402  beside this file
+import metamodel  # noqa: E402  in this folder
 import pages  # noqa: E402
 
 LINK = re.compile(r"\]\(([^)#:]+)(?:#[^)]*)?\)")
 
 
 def linked(page):
-    """The files that a page in Markdown links to, as far as they are in the tree."""
+    """The files of the tree to which a Markdown page links."""
     for target in LINK.findall(page.read_text(encoding="utf-8")):
         file = (page.parent / target).resolve()
         if file.is_file() and file.is_relative_to(ROOT):
@@ -29,7 +29,7 @@ def linked(page):
 
 
 def written():
-    """What people have written: pages by their path in the tree, with the files that they link to."""
+    """The hand-written pages by their path in the tree, and the files to which they link."""
     found = [ROOT / name for name in ("README.md", "CHANGELOG.md", "CONTRIBUTING.md")]
     found += sorted((ROOT / "docs").glob("*.md"))
     found += {file for page in found for file in linked(page)} - set(found)
@@ -37,7 +37,7 @@ def written():
 
 
 def index():
-    """The first page, which lists what it does not name at its end."""
+    """The first page. Pages of docs/ that it does not list are added at its end."""
     text = (TOOLS / "index.rst").read_text(encoding="utf-8")
     others = [page.stem for page in sorted((ROOT / "docs").glob("*.md")) if f"docs/{page.stem}\n" not in text]
     return (text + "".join(f"   docs/{name}\n" for name in others)).encode()
@@ -56,7 +56,7 @@ def main(folder):
     from sphinx.cmd.build import main as sphinx
 
     folder = Path(folder).resolve()
-    # Anew each time: every page shows the list of all pages, and one that is gone must not stay.
+    # Starts from nothing: every page contains the list of all pages, and removed pages must not stay.
     for name in ("source", "doctrees", "html"):
         shutil.rmtree(folder / name, ignore_errors=True)
     for name, content in sources().items():

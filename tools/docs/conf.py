@@ -14,7 +14,7 @@ html_show_copyright = False
 html_show_sphinx = False
 html_copy_source = False
 html_show_sourcelink = False
-# A page that was opened as a file may not read others, so results could not show what they found in them.
+# A page that is opened as a file may not read other files, so the search cannot show text around its results.
 html_show_search_summary = False
 html_use_index = False
 toc_object_entries_show_parents = "hide"

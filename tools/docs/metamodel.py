@@ -1,22 +1,22 @@
-"""The metamodel as the pages tell it: packages with their classes, made of what the host publishes."""
+"""The data for the pages of the metamodel: packages with their classes, made from what the host publishes."""
 
 from dataclasses import dataclass, field
 from importlib import import_module
 
-import Tarvelon  # noqa: F401  brings the metamodel in
+import Tarvelon  # noqa: F401  loads the metamodel
 import _tarvelon_host as host
 from Tarvelon import describe
 
 PLATFORM = "Tarvelon.metamodel.arplatform"
-BELOW = ("Tarvelon.metamodel.foundation", "Tarvelon.metamodel.types")  # what the platform builds upon
+BELOW = ("Tarvelon.metamodel.foundation", "Tarvelon.metamodel.types")  # used by the packages of the platform
 
-# Types of values, as scripts know them.
+# The Python types of scalar values.
 PYTHON_TYPES = {"char": "str", "char vector": "str", "int32 scalar": "int", "double scalar": "float",
                 "logical scalar": "bool"}
 
 
 def shown(name):
-    """The type of a value or an argument: Python's own, or a class as `behavior.Runnable`."""
+    """The type of a value or an argument: a Python type, or a class in the form `behavior.Runnable`."""
     plain = host.plainType(name)
     return PYTHON_TYPES.get(plain, plain)
 
@@ -27,8 +27,8 @@ class Property:
     type: str
     number: str
     is_read_only: bool
-    role: str  # holds, refers, or nothing of a value
-    narrows: bool = False  # of an inherited one, which it gives a narrower type; it is set through that one
+    role: str  # "holds", "refers", or "" for a plain value
+    narrows: bool = False  # gives an inherited property a narrower type; it is set through that property
 
 
 @dataclass
@@ -40,11 +40,11 @@ class Entry:
     package: str
     bases: list = field(default_factory=list)
     subclasses: list = field(default_factory=list)
-    constructors: list = field(default_factory=list)  # of [(argument, type), ...]
+    constructors: list = field(default_factory=list)  # each is [(argument, type), ...]
     properties: list = field(default_factory=list)
-    reads: list = field(default_factory=list)  # of (method, property)
+    reads: list = field(default_factory=list)  # each is (method, property)
     literals: list = field(default_factory=list)
-    uses: list = field(default_factory=list)  # of (entry, property): those that have this type
+    uses: list = field(default_factory=list)  # each is (entry, property), for the properties of this type
 
     @property
     def name(self):
@@ -81,7 +81,8 @@ def constructors_of(record):
 
 
 def properties_of(record, package):
-    """The properties that the class declares itself, and behind them those that it gives a narrower type."""
+    """The properties that the class itself declares, then inherited ones to which it gives a narrower
+    type."""
     full_name = record["fullName"]
     descriptions = getattr(import_module(package), record["name"]).MetaProperty()
     reader = host.describe(f"{package}.Immutable{record['name']}")
@@ -104,7 +105,7 @@ def narrowed(described):
 
 
 def reads_of(record, properties):
-    """The methods that read by kind, each with the property that it selects from."""
+    """The methods that return the values of one kind, each with the name of its property."""
     inherited = {each["name"] for base in describe.lineage(record)[1:] for each in base["methods"]}
     for method in record["methods"]:
         if method["kind"] != "instance" or method["arguments"] or method["name"] in inherited:
@@ -134,7 +135,7 @@ def package_of(full_name):
 
 
 def load():
-    """All packages, those of the platform first, with their entries connected to one another."""
+    """All packages, first those of the platform, with the links between their entries."""
     platform = [each["name"] for each in host.describe(PLATFORM)["packages"]]
     packages = [package_of(name) for name in [*platform, *BELOW]]
     entries = {each.short: each for package in packages for each in package.entries}
@@ -149,7 +150,7 @@ def load():
 
 
 def ancestors(entry):
-    """All bases, the nearest first, each once."""
+    """All base classes without duplicates, nearest first."""
     order, queue = [], list(entry.bases)
     while queue:
         base = queue.pop(0)
@@ -160,7 +161,7 @@ def ancestors(entry):
 
 
 def descendants(entry):
-    """All that derive from it, each once, by short name."""
+    """All subclasses without duplicates, by short name."""
     found = {}
     for each in entry.subclasses:
         found |= {each.short: each, **descendants(each)}

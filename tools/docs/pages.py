@@ -5,11 +5,11 @@ import re
 
 from metamodel import PLATFORM, ancestors, descendants
 
-EVERYTHING = 100  # what so many classes are says nothing of one of them
+EVERYTHING = 100  # a base class with at least so many subclasses is not listed: it would be in every list
 
 
 def text(words):
-    """Words without meaning to the markup."""
+    """The words, with the markup characters escaped."""
     return re.sub(r"([\\*`|]|_(?=\W|$))", r"\\\1", words)
 
 
@@ -18,7 +18,7 @@ def link(entry, words=None):
 
 
 def near(entry, package):
-    """A link that names the class alone within its own package."""
+    """A link to a class. Within the class's own package it shows only the short name."""
     return link(entry, entry.name if entry.package == package else None)
 
 
@@ -84,7 +84,7 @@ class PackagePage:
         return lines + self.uses(entry)
 
     def uses(self, entry):
-        """Which properties have this type, by what they do with their values."""
+        """The properties that have this type, by their role."""
         lines = []
         for role, title in (("holds", "Held by"), ("refers", "Referred to by"), ("", "Used by")):
             found = [f"{self.near(user)}.{text(each.name)}" for user, each in entry.uses if each.role == role]
@@ -180,7 +180,7 @@ def index_lines(packages):
 
 
 def pages(packages, root_purpose):
-    """The text of each page by its name without an ending."""
+    """The text of each page, by its file name without suffix."""
     entries = {each.short: each for package in packages for each in package.entries}
     made = {package.name: PackagePage(package, entries).lines() for package in packages}
     made["index"] = index_lines(packages)

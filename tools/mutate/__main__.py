@@ -30,7 +30,7 @@ SEPARATOR = " => "
 
 
 def known_reasons():
-    """What reasons.txt says cannot be told apart: (file, line's text, what it becomes)."""
+    """The entries of reasons.txt, faults that no test can find: (file, text of the line, its replacement)."""
     found = set()
     for line in REASONS.read_text().splitlines() if REASONS.is_file() else []:
         if SEPARATOR in line and not line.startswith("#"):
@@ -41,7 +41,7 @@ def known_reasons():
 
 
 def candidates(arguments):
-    """Every fault that may be planted."""
+    """All possible faults in the chosen files and lines."""
     lines = None
     if arguments.files:
         files = [file.resolve().relative_to(ROOT).as_posix() for file in arguments.files]

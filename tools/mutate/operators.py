@@ -1,7 +1,8 @@
-"""The faults that can be planted in a line of C++: one small change at a time, of a kind that people make.
+"""The faults that can be planted in a line of C++: each is a small change of a kind that programmers make by
+mistake.
 
-A fault is planted in the text, not in a syntax tree: clang-format sets binary operators between blanks and templates
-without, so that a line tells one from the other. What does not compile afterwards is no fault and is passed over.
+A fault is planted in the text, not in a syntax tree. clang-format puts blanks around binary operators but not
+around template brackets, so the text is enough. A fault that does not compile is skipped.
 """
 
 import re
@@ -9,7 +10,7 @@ from typing import NamedTuple
 
 
 class Mutant(NamedTuple):
-    """One planted fault: what a file's line becomes. `line` counts from 1."""
+    """A planted fault: a line of a file and its replacement. `line` counts from 1."""
 
     file: str
     line: int
@@ -21,7 +22,7 @@ class Mutant(NamedTuple):
         return f"{self.file}:{self.line}: {self.kind}\n  - {self.before.strip()}\n  + {self.after.strip()}"
 
 
-# An operator between blanks, and what stands in its place.
+# Operators with blanks around them, and their replacements.
 OPERATORS = [
     ("bound", "<", ["<="]),
     ("bound", "<=", ["<"]),
@@ -39,7 +40,7 @@ OPERATORS = [
     ("arithmetic", "&", ["|"]),
 ]
 
-# A pattern within a line, and what replaces it.
+# Patterns within a line, and their replacements.
 PATTERNS = [
     ("condition", re.compile(r"\b(if|while) \((?!constexpr)(.*)\) (\{|return|continue|break|throw)"), r"\1 (!(\2)) \3"),
     ("condition", re.compile(r"(?<![\w!=&])!(?=[\w(])"), ""),
@@ -54,20 +55,22 @@ PATTERNS = [
     ("order", re.compile(r"\bstd::min\("), "std::max("),
 ]
 
-# A whole statement on one line that can be left out: a call, a step of a counter, an assignment to what is there.
+# A statement on one line that can be removed: a call, an increment or decrement, an assignment to an existing
+# variable.
 STATEMENT = re.compile(
     r"^\s+(?:[\w:]+(?:(?:\.|->|::)\w+|\[[^\]]*\])*(?:\(.*\))+|\+\+[\w.>-]+|--[\w.>-]+"
     r"|\*?[\w]+(?:(?:\.|->)\w+|\[[^\]]*\]|\(\))* [|&+-]?= .*);$"
 )
-# `if (...) statement;`: the statement alone can be left out.
+# `if (...) statement;`: only the statement can be removed.
 GUARDED = re.compile(r"^(\s+(?:\} )?(?:else )?if \(.*\)) ((?:[\w.:>-]+\(.*\)|\+\+[\w.]+|--[\w.]+|[\w.>-]+ = [^;]*);)$")
-# Lines that are no code, or of which the compiler checks every word.
+# Lines without code, and lines in which the compiler finds every fault.
 PASSED_OVER = re.compile(r"^\s*(//|/\*|\*|#|static_assert|using |template|namespace|friend |typedef |extern |constexpr |requires )")
 NO_CALL = re.compile(r"^\s*(return|throw|delete|case|default|else|co_return|goto|break|continue)\b")
 
 
 def code_of(line):
-    """The line with its texts, characters and its comment blanked out, so that nothing is planted in them."""
+    """The line with the contents of strings, characters and comments replaced by blanks, so that nothing is
+    planted there."""
     blank = lambda match: match[0][0] + " " * (len(match[0]) - 2) + match[0][-1]  # noqa: E731
     line = re.sub(r'"(?:[^"\\]|\\.)*"', blank, line)
     line = re.sub(r"'(?:[^'\\]|\\.)+'", blank, line)
@@ -75,7 +78,7 @@ def code_of(line):
 
 
 def changes(line):
-    """(kind, changed line) of everything that can be planted in one line."""
+    """All faults that can be planted in one line, as (kind, changed line)."""
     code = code_of(line)
     if not code.strip() or PASSED_OVER.match(code) or "static_assert" in code:
         return
@@ -85,7 +88,7 @@ def changes(line):
                 yield kind, f"{line[: match.start()]} {other} {line[match.end() :]}"
     for kind, pattern, replacement in PATTERNS:
         for match in pattern.finditer(code):
-            # Texts were blanked out for the search alone: the groups are taken from the line itself.
+            # The search uses the blanked line, so the groups are taken from the original line.
             groups = {f"\\{i}": line[match.start(i) : match.end(i)] for i in range(1, pattern.groups + 1)}
             text = re.sub(r"\\\d", lambda found: groups[found[0]], replacement)
             yield kind, line[: match.start()] + text + line[match.end() :]
@@ -97,7 +100,7 @@ def changes(line):
 
 
 def mutants_of(file, text, lines=None):
-    """Every fault that can be planted in the given lines (all without) of a file's text."""
+    """All faults that can be planted in the given lines of a file's text; in all lines if `lines` is None."""
     all_lines = text.split("\n")
     for number, line in enumerate(all_lines, 1):
         if lines is not None and number not in lines:
@@ -122,7 +125,7 @@ def indent(line):
 
 
 def planted(text, mutant):
-    """The file's text with the fault in it."""
+    """The file's text with the fault."""
     lines = text.split("\n")
     at = mutant.line - 1
     if lines[at] != mutant.before:

@@ -1,4 +1,5 @@
-"""A copy of the tree in which faults are planted: built, tested without a fault, then with one at a time."""
+"""A copy of the tree in which faults are planted. It is built and tested without a fault, then with one at a
+time."""
 
 import concurrent.futures
 import json
@@ -14,20 +15,20 @@ from typing import NamedTuple
 from operators import planted
 
 PRESET = "mutate"
-# Tests that do not run what is built, or run it no otherwise than the rest does.
+# Tests that do not run the built code, or run it in the same way as other tests.
 LEFT_OUT = re.compile(r"^(install|docs|stubs|entry|layers|exports|compatibility|tools|examples)\.")
-# They reach the engine as the others do, and take ten times as long.
+# Tests that use the engine like the others but take ten times as long.
 OF_THE_HOST = re.compile(r"^python\.")
-# A suite that takes longer is asked only about lines that no other one reaches.
+# A suite that takes longer than this runs only for lines that no other suite reaches.
 LONG_SECONDS = 10
-# One that does not end in that time is left out.
+# A suite that takes longer than this is left out.
 MOST_SECONDS = 120
 FILTER = "--gtest_filter="
 MEMORY_BYTES = 6 << 30
 
 
 class Test(NamedTuple):
-    """A suite of GoogleTest or a file of pytest: how it is run, and how long it took without a fault."""
+    """A suite of GoogleTest or a file of pytest: how to run it, and its time without a fault."""
 
     name: str
     command: tuple
@@ -37,7 +38,8 @@ class Test(NamedTuple):
 
 
 def joined(tests):
-    """The tests of each suite as one: a process of its own for each writes more profiles than it runs code."""
+    """Joins the tests of each suite into one, because a process for each test would spend most of its time on
+    profiles."""
     suites = {}
     for test in tests:
         suites.setdefault((".".join(test.name.split(".")[:2]), test.command[0]), []).append(test)
@@ -56,7 +58,7 @@ def limit_memory():
 
 
 def run(test, profile, timeout):
-    """Whether a test passes, "too slow" when it does not end."""
+    """Whether a test passes. A test that is skipped passes; a test that takes too long does not."""
     environment = {**os.environ, **test.environment, "GCOV_PREFIX": str(profile), "GCOV_PREFIX_STRIP": "0"}
     process = subprocess.Popen(test.command, cwd=test.folder, env=environment, stdin=subprocess.DEVNULL,
                                stdout=subprocess.DEVNULL, stderr=subprocess.DEVNULL, start_new_session=True,
@@ -81,7 +83,7 @@ class Tree:
         self.tests = []
 
     def prepare(self, files):
-        """Brings the copy up to date, builds it, and learns what reaches the lines of the given files."""
+        """Updates the copy, builds it, and finds the tests that reach the lines of the given files."""
         self.copy()
         self.call("cmake", "--preset", PRESET, cwd=self.root)
         if not self.compile():
@@ -100,7 +102,8 @@ class Tree:
         return result.stdout
 
     def copy(self):
-        """The files of the checkout as they are; what is the same keeps its time, so that it is not built again."""
+        """Copies the files of the checkout. An unchanged file keeps its time, so that it is not built
+        again."""
         names = self.call("git", "ls-files", "-z", "--cached", "--others", "--exclude-standard", cwd=self.origin)
         wanted = {name for name in names.split("\0") if name and (self.origin / name).is_file()}
         for name in wanted:
@@ -147,7 +150,7 @@ class Tree:
         return sorted(kept, key=lambda test: test.seconds)
 
     def read_profiles(self, profiles, files):
-        """For each of the files its lines that hold code, each with the suites of tests that reach it."""
+        """For each file: its lines with code, each with the suites of tests that reach the line."""
         commands = json.loads((self.build / "compile_commands.json").read_text())
         objects = {each["file"]: self.build / re.search(r" -o (\S+)", each["command"])[1] for each in commands}
         jobs = []
@@ -179,7 +182,8 @@ class Tree:
         return reached
 
     def tests_of(self, mutant):
-        """The tests that reach the mutant's line, quick ones first. A statement counts where it begins."""
+        """The tests that reach the mutant's line, fast ones first. For a line within a statement, its first
+        line counts."""
         lines = self.reached[mutant.file]
         line = max((each for each in lines if each <= mutant.line), default=None)
         suites = lines.get(line, set())
@@ -188,7 +192,7 @@ class Tree:
         return quick or found
 
     def try_out(self, mutant):
-        """What becomes of a fault, and the test that has seen it."""
+        """The outcome for a fault, and the test that has found it."""
         tests = self.tests_of(mutant)
         if not tests:
             return "no test reaches it", ""

@@ -1,7 +1,13 @@
 #pragma once
 
-/// A program that includes these headers must be compiled as the libraries were. What differs would end in an
-/// error of the linker at best, and at worst in memory that the two sides read in different ways.
+/// Checks that a program is compiled in a way that is compatible with the installed libraries.
+///
+/// A program that includes the headers of Tarvelon must use the same language version, the same standard
+/// library and the same ABI options as the libraries. Otherwise the program does not link, or the program and
+/// the libraries disagree about the layout of objects in memory. Each condition below stops the compilation
+/// with a message that names the option to change.
+///
+/// Every header of `boundary/` includes this file through Export.h; a program needs no include of its own.
 #include <version>
 
 #if __cplusplus < 202002L

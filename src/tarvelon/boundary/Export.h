@@ -2,11 +2,17 @@
 
 #include "tarvelon/boundary/Compiler.h"  // IWYU pragma: export
 
-/// Marks what one library declares and another one uses. Everything without it is hidden.
+/// Marks a class, function or variable that one library defines and other libraries use. The libraries are
+/// compiled with hidden visibility, so a declaration without this macro cannot be used from outside.
 #define TARVELON_API __attribute__((visibility("default")))
 
-/// A variable of which each thread has one: constant-initialised, and found at a fixed distance from the
-/// thread's own storage. The usual way would let the C library allocate at a thread's first use, and end the
-/// process where it cannot. The room for these is small and shared by all libraries of a process: a few
-/// hundred bytes are ours.
+/// Declares a thread-local variable that is constant-initialised and uses the initial-exec TLS model. Reading
+/// such a variable never allocates and never fails. With the default TLS model, the C library may allocate
+/// when a thread first uses the variable, and it ends the process if that allocation fails.
+///
+/// The space for initial-exec variables is small, and all libraries of a process share it. Tarvelon uses a
+/// few hundred bytes of it.
+///
+/// Example:
+///   TARVELON_THREAD_LOCAL bool tHasFailed = false;
 #define TARVELON_THREAD_LOCAL __attribute__((tls_model("initial-exec"))) constinit thread_local

@@ -9,13 +9,18 @@
 
 namespace K7Q {
 
-/// The outcome of a test and, when it failed, the message and detail to report.
+/// The result of a tested condition and, if the condition was false, the message to report.
 ///
+/// Example:
 ///   LocalAsserter("kernel/sequence", 131) = Asserter(index >= 0).Make("sequence index must be positive");
 ///
-/// raises "Assertion failed: sequence index must be positive at kernel/sequence:131: ", or without a message
-/// the bare text "Internal assertion without a message detected! Please fix me asap". Cost: nothing but the
-/// test when it passes. Threads: any.
+/// If the condition is false, this statement throws a K7Q::Exception with the text "Assertion failed:
+/// sequence index must be positive at kernel/sequence:131: ". Without a call of Make(), the text is "Internal
+/// assertion without a message detected! Please fix me asap".
+///
+/// Ownership: an asserter keeps its own copy of the message, and so does a copy of the asserter.
+/// Threads:   any.
+/// Cost:      if the condition is true, nothing is formatted or allocated.
 class TARVELON_API Asserter {
  public:
   explicit Asserter(bool passed) noexcept : mPassed(passed) {}
@@ -37,19 +42,22 @@ class TARVELON_API Asserter {
   }
 
   bool passed() const noexcept { return mPassed; }
+  /// The formatted message, the empty text if there is none. Valid as long as the asserter.
   const char* message() const noexcept { return mMessage; }
 
-  /// Formats the message into the shared buffer when the test failed, and keeps a copy of it.
+  /// Sets the message if the condition was false. The text is used as it is: `%` has no meaning.
   Asserter& Make(const char* message) noexcept {
     if (!mPassed) format("%s", message);
     return *this;
   }
+  /// Sets the message from a printf() format if the condition was false. The message is cut after
+  /// kBufferSize - 1 bytes.
   template <class... Arguments>
   Asserter& Make(const char* messageFormat, Arguments... arguments) noexcept {
     if (!mPassed) format(messageFormat, arguments...);
     return *this;
   }
-  /// The same, whatever the test gave. E is the exception to raise.
+  /// Returns an asserter that has failed with this message, for a place that must not be reached.
   template <class E = Exception>
   static Asserter MakeAlways(const char* message) noexcept {
     Asserter asserter(false);
@@ -57,16 +65,18 @@ class TARVELON_API Asserter {
     return asserter;
   }
 
-  /// The text that a failed assertion raises.
+  /// The whole text of the exception: message, file, line and detail.
   static std::string text(const char* message, const char* file, int line, const char* detail);
 
   static constexpr std::size_t kBufferSize = 4097;
-  /// What the last failed assertion said, of whatever thread: to be read while no other one fails.
+  /// The message of the assertion that failed last in any thread, for debuggers. Another thread may overwrite
+  /// the buffer at any time; a program should use message() or the text of the exception.
   static char fLogBuf[kBufferSize];
 
  private:
+  /// Formats into fLogBuf under a lock and keeps a copy.
   void format(const char* messageFormat, ...) noexcept __attribute__((format(printf, 2, 3)));
-  /// Lets the message be a copy of the text.
+  /// Makes mMessage a copy of the text, or a fixed text when memory is exhausted.
   void keep(const char* message) noexcept;
   void drop() noexcept;
   bool mPassed;
@@ -74,7 +84,14 @@ class TARVELON_API Asserter {
   char* mOwned = nullptr;
 };
 
-/// Raises E for a failed asserter, does nothing for one that passed.
+/// Throws an exception of type E for a failed asserter, and does nothing for one that passed. Use AsserterEx
+/// for another exception than K7Q::Exception, or for a message with a detail behind the line number.
+///
+/// Example:
+///   const Asserter failed = Asserter::MakeAlways(kNullReference);
+///   AsserterEx<Exception>(failed).handle(__FILE__, __LINE__, "Package.Name: the object was destroyed");
+///
+/// REQUIRES: the asserter outlives this object, which keeps a reference to it.
 template <class E>
 class AsserterEx {
  public:
@@ -87,7 +104,10 @@ class AsserterEx {
   const Asserter& mAsserter;
 };
 
-/// The place at which an assertion stands.
+/// The source position of an assertion. Assigning a failed Asserter throws a K7Q::Exception that names this
+/// position; assigning one that passed does nothing.
+///
+/// REQUIRES: `file` is a literal, or lives as long as this object.
 class LocalAsserter {
  public:
   constexpr LocalAsserter(const char* file, int line) noexcept : mFile(file), mLine(line) {}
@@ -102,7 +122,7 @@ class LocalAsserter {
   int mLine;
 };
 
-/// What a method says that was called on an empty handle.
+/// The message of the K7Q::Exception that is thrown for a null handle, a destroyed object or a closed model.
 inline constexpr const char* kNullReference = "Cannot access NULL ref. Use isValid() before calling methods";
 
 }  // namespace K7Q

@@ -12,25 +12,31 @@
 
 namespace K7Q::mi {
 
-/// Class information for everything that a host object holds by an id of DeviantRegistry.
+/// Base of the class infos of all metamodel classes, sequences and iterators. Host objects of these classes
+/// are bound to an id of DeviantRegistry and own one reference on the native object.
+///
+/// A derived class overrides defineMembers() to add superclasses, methods and properties.
+/// Ownership: the object system owns a class info from addClass() on.
 class TARVELON_API ClassMetaData : public ruvo::factory::HandleClassInfo<ReferenceCountingIntf, false> {
  public:
-  /// Both texts must outlive the info (literals or interned).
+  /// REQUIRES: both texts outlive the class info, as literals and interned names do.
   ClassMetaData(const char* name, const char* description) noexcept;
   ~ClassMetaData() override;
-  /// Forgets the binding and drops the reference that it held.
+  /// Removes the binding of the host object and releases the reference on the native object.
   void destroyInstance(ruvo::RVOClass* cls, const ruvo::RVOClient* client, void* instance) override;
 };
 
-/// Class information for the dummy that MetaProperty() hands out.
+/// Class info for the placeholder objects that `MetaProperty()` returns. Such an object has no state; one
+/// allocated byte gives it an address to which the host object is bound.
 template <class T>
 class MetaPropertyMetaData : public ruvo::factory::HandleClassInfo<T, false> {
  public:
   using ruvo::factory::HandleClassInfo<T, false>::HandleClassInfo;
-  /// Forgets the binding and frees the one byte.
+  /// Removes the binding of the host object and frees the byte.
   void destroyInstance(ruvo::RVOClass* cls, const ruvo::RVOClient* client, void* instance) override;
 };
 
+/// The part of MetaPropertyMetaData::destroyInstance() that does not depend on T.
 TARVELON_API void destroyMetaPropertyInstance(void* instance);
 
 template <class T>
@@ -39,19 +45,31 @@ void MetaPropertyMetaData<T>::destroyInstance(ruvo::RVOClass* /*cls*/, const ruv
   destroyMetaPropertyInstance(instance);
 }
 
-/// What other modules add to a class after its members are defined. Threads: any; a callback runs on the
-/// thread that asks for the class first, while others that ask for any class wait.
+/// A registry of callbacks with which another module extends a metamodel class. The definition of a class
+/// calls its callbacks after it has added its own members.
+///
+/// Threads: any. A callback runs on the thread that first uses the class, under the lock of the object
+///          system. Other threads that need a class definition wait meanwhile, so a callback must not wait
+///          for another thread.
+///
+/// Example:
+///   RuvoExtensionsRegistry::instance().addNonConstCallback(
+///       "Tarvelon.metamodel.arplatform.common.Package",
+///       [](ruvo::RVOClass* cls, const ruvo::RVOClient*) { cls->addMethod(new CountElements()); });
 class TARVELON_API RuvoExtensionsRegistryImpl {
  public:
   using Callback = std::function<void(ruvo::RVOClass* cls, const ruvo::RVOClient* client)>;
 
-  /// `className` is the dotted name of the mutable class.
+  /// Adds a callback for the class with that dotted name. `className` names the mutable class. The callback
+  /// has no effect on a class that is already defined.
   void addNonConstCallback(const std::string& className, Callback callback);
-  /// Runs the callbacks of that class in the order they were added; an exception goes through.
+  /// Runs the callbacks of the class in the order in which they were added. An exception of a callback
+  /// propagates, and the definition of the class fails with it.
   void executeNonConstCallbacks(const std::string& className, ruvo::RVOClass* cls,
                                 const ruvo::RVOClient* client);
+  /// Whether any class has a callback.
   bool hasCallbacks() const noexcept;
-  /// Drops every callback.
+  /// Removes the callbacks of all classes.
   void clear() noexcept;
 
   RuvoExtensionsRegistryImpl();
@@ -64,14 +82,22 @@ class TARVELON_API RuvoExtensionsRegistryImpl {
   std::unique_ptr<State> mState;
 };
 
+/// Gives access to the one registry of the process, which is never destroyed.
 class TARVELON_API RuvoExtensionsRegistry {
  public:
   static RuvoExtensionsRegistryImpl& instance();
 };
 
-/// The eight companions of a metamodel class: sequences and iterators of its objects. Each returns a new
-/// class info, which belongs to whoever it is added to. `superClasses` are the dotted names of the direct
-/// bases of the mutable element class.
+/// The next eight functions create the class infos of the sequences and iterators of a metamodel class: with
+/// mutable and immutable elements, and for sequences that can be changed or not.
+///
+/// Each function returns a new class info. The caller owns it until it passes the class info to addClass().
+///   name         the short name of the new class, such as "SequenceOfPackage"
+///   fullName     its dotted name
+///   element      the dotted name of the element class
+///   iterator     the dotted name of the iterator class that begin() and end() return
+///   superClasses the dotted names of the direct bases of the mutable element class; the new class inherits
+///                from the sequence classes of these bases
 TARVELON_API ruvo::RVOClassInfo* createSequenceOfRefClassInfo(
     const std::string& name, const std::string& description, const std::string& fullName,
     const std::string& element, const std::string& iterator, const std::vector<std::string>& superClasses);
@@ -104,7 +130,7 @@ TARVELON_API ruvo::RVOClassInfo* createImmutableIteratorOfImmutableRefClassInfo(
 
 namespace k7q {
 
-/// What a set of an optional scalar says to more than one element.
+/// The error text for an array with more than one element that is assigned to an optional scalar property.
 TARVELON_API const char* getTooManyElementsMessage();
 
 }  // namespace k7q

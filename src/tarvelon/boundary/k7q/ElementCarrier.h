@@ -6,14 +6,22 @@
 
 namespace K7Q {
 
-/// How a value of the element's type travels through the generic interface of sequences: a handle as its
-/// object and deviant, a text as a text object. Values of
-/// enumerations say it beside their cell.
+/// Converts between an element of a typed sequence and the type-erased Generic::Ref that SequenceIntf takes
+/// and returns. The typed sequences of the native API use this trait.
+///
+/// The primary template is for handles: the Ref carries the object and its deviant. A specialisation below is
+/// for texts; the one for enumeration values is in tarvelon/PrimitiveCell.h.
+///
+/// Example:
+///   sequence.generic_push_back(deviant, ElementCarrier<String>::toRef(u"Brakes"));
+///   const String first = ElementCarrier<String>::fromRef(sequence.generic_front(deviant));
 template <class Element>
 struct ElementCarrier {
+  /// The Ref holds a reference on the object.
   static Generic::Ref toRef(const Element& element) {
     return makeObjectRef(element.getInterface(), element.getDeviant());
   }
+  /// REQUIRES: the Ref carries an object of the handle's class, or is empty. The class is not tested.
   static Element fromRef(const Generic::Ref& ref) {
     auto* object = static_cast<NSInterface::ObjectIntf*>(ref.value());
     if constexpr (std::constructible_from<Element, NSInterface::ObjectIntf*, Deviant>) {
@@ -24,6 +32,7 @@ struct ElementCarrier {
   }
 };
 
+/// A text travels as a text object, which the Ref and the String share.
 template <>
 struct ElementCarrier<String> {
   static Generic::Ref toRef(const String& element) { return makeStringRef(element); }

@@ -9,29 +9,42 @@
 
 namespace K7Q {
 
-/// The models that are bound to a URI, which keeps them alive until they are closed.
-/// Threads: any. A model that find() or models() gives belongs to one thread at a time all the same: ask for
-///          what no other thread uses meanwhile.
+/// Finds open models by URI. A bound model stays alive until it is closed or unbound, even without a handle.
+///
+/// One URI has at most one open model, and one model has at most one URI.
+///
+/// Threads: any thread may call these functions. A returned model is still used by one thread at a time, so
+///          do not ask for a model that another thread is using.
+///
+/// Example:
+///   ModelCache& cache = ModelCache::instance();
+///   const std::u16string uri = cache.getNextAvailableModelUri(ModelCache::UNTITLED);
+///   cache.bindModel(uri, model);
+///   cache.find(uri) == model;
 class TARVELON_API ModelCache {
  public:
+  /// The cache of the process, which is never destroyed.
   static ModelCache& instance();
 
-  /// The stem of the URIs of new models.
+  /// The usual argument of getNextAvailableModelUri() for a new model.
   static constexpr const char16_t* UNTITLED = u"untitled";
 
-  /// Raises K7Q::WrongValue for a URI that is taken by another open model.
+  /// Binds the model to the URI, and unbinds the model from its former URI. Does not change the URI that the
+  /// model itself stores. Throws K7Q::WrongValue if another open model is bound to the URI, and a
+  /// K7Q::Exception with the text kNullReference for a null or closed model.
   void bindModel(const std::u16string& uri, const Model& model);
-  /// `name`, or the first of name1, name2, ... that no bound model has. Another thread may bind one of that
-  /// URI before bindModel(), which then refuses it.
+  /// Returns `name` if no open model is bound to it, otherwise the first free one of name1, name2, ... The
+  /// URI is not reserved: if another thread binds it first, bindModel() throws.
   std::u16string getNextAvailableModelUri(const std::u16string& name) const;
-  /// The model of that URI, empty if there is none.
+  /// The open model that is bound to the URI, a null handle if there is none.
   Model find(const std::u16string& uri) const;
+  /// All open models that are bound.
   std::vector<Model> models() const;
-  /// The URIs of these models, in the same order.
+  /// The URIs of the models that models() returns, in the same order.
   std::vector<std::u16string> uris() const;
-  /// Whether the model is bound, to that URI.
+  /// Whether this model is bound to this URI.
   bool isBound(const std::u16string& uri, const Model& model) const;
-  /// Forgets a model; one that is not bound is no error.
+  /// Removes a model from the cache. Does nothing if the model is not bound.
   void unbind(const NSInterface::ModelIntf* model) noexcept;
 
   ModelCache();
@@ -46,10 +59,12 @@ class TARVELON_API ModelCache {
 
 namespace NSInterface {
 
+/// The interface of the factories that create the objects of a model (tarvelon/Factory.h).
 class TARVELON_API FactoryIntf : public FactoryObjectIntf {
  public:
   ~FactoryIntf() override;
-  /// A new model of that name.
+  /// Creates a model with that URI. Does not bind the model in the ModelCache. Throws a K7Q::Exception if no
+  /// library that can create models is loaded.
   static Model createNewModel(const std::u16string& name);
 };
 

@@ -16,46 +16,55 @@ class Model;
 
 namespace NSInterface {
 
-/// What every model object answers.
+/// The interface of everything that a handle can refer to: model objects, models, factories, descriptions and
+/// values in object form.
 class TARVELON_API ObjectIntf : public ReferenceCountingIntf {
  public:
   ~ObjectIntf() override;
-  /// The host class of the object itself, the immutable or the mutable one.
+  /// The dotted name of the object's own host class, the immutable or the mutable one.
   virtual const ruvo::InternedName& getRuvoName(bool immutable) const = 0;
-  /// Whether the object still stands in a model that is open.
+  /// Whether the object can be used: it is not destroyed, and its model is open. True for what belongs to no
+  /// model.
   virtual bool isValid(Deviant deviant) const;
-  /// Raises kNullReference when isValid() is false, else returns the description of the object's class or
-  /// type.
+  /// The description of the object's class or type. Throws a K7Q::Exception with the text kNullReference if
+  /// isValid() is false.
   virtual ImmutableType getMetaType(Deviant deviant) const = 0;
 };
 
+/// The interface of the objects of a model.
 class TARVELON_API ClassObjectIntf : public ObjectIntf {
  public:
   ~ClassObjectIntf() override;
-  /// Takes the object out of its model; whoever still holds it has an invalid object.
+  /// Destroys the object and all objects that it contains. References from other objects to them are removed.
+  /// Handles on them stay usable for isValid(), which is then false. Undo makes the objects valid again.
   virtual void destroy(Deviant deviant) = 0;
+  /// The model of the object, with the given deviant.
   virtual Model getModel(Deviant deviant) const = 0;
 };
 
+/// The interface of objects that create model objects.
 class TARVELON_API FactoryObjectIntf : public ObjectIntf {
  public:
   ~FactoryObjectIntf() override;
-  /// The model that it makes objects for.
+  /// The model in which the factory creates objects, with the given deviant.
   virtual Model getModel(Deviant deviant) const = 0;
 };
 
+/// The interface of models.
 class TARVELON_API ModelIntf : public ObjectIntf {
  public:
   ~ModelIntf() override;
+  /// The URI is a text that the model stores. Setting it does not bind the model in the ModelCache.
   virtual void setUri(Deviant deviant, std::u16string_view uri) = 0;
   virtual std::u16string getUri(Deviant deviant) const = 0;
-  /// Ends the model: every object of it turns invalid at once. Closing twice is no error.
+  /// Closes the model. All its objects become invalid and their memory is freed. Closing a model twice has no
+  /// effect.
   virtual void close() = 0;
 
-  /// Differs from before when objects of the model have turned invalid, or valid again: a list that outlives
-  /// its elements looks whether it has moved, and then drops those that went.
+  /// A counter that changes whenever objects of the model become invalid or valid again. A list of objects
+  /// compares the counter with an earlier value, and looks for invalid elements only if the values differ.
   std::uint64_t destructions() const noexcept { return mDestructions; }
-  /// Counts it up, once for all that go together.
+  /// Increments the counter, once for all objects that are destroyed together.
   void noteDestruction() noexcept { ++mDestructions; }
 
  private:
@@ -64,10 +73,23 @@ class TARVELON_API ModelIntf : public ObjectIntf {
 
 }  // namespace NSInterface
 
-/// The two-word value of every model handle. Passes by value; copying takes a reference, destruction drops
-/// it.
-/// Threads: one thread at a time uses a model and all handles on it and its objects. Different threads may
-///          use different models without locks.
+/// Base of all handles: a pointer to an object and the deviant under which the object is seen.
+///
+/// A handle is passed by value and has the size of two pointers. A handle whose name begins with `Immutable`
+/// only reads; the others read and write.
+///
+/// Ownership: a handle holds a reference on the object, and a handle on a model object keeps the model alive.
+///            A reference does not keep an object in its model: the object can be destroyed, and its handles
+///            then become invalid.
+/// Errors:    functions on a null or invalid handle throw a K7Q::Exception with the text kNullReference.
+/// Threads:   one thread at a time uses a model, its objects and all handles on them. Different threads may
+///            use different models without locks.
+///
+/// Example:
+///   const auto brakes = common::Package::create(model, u"Brakes");
+///   const auto same = brakes;       // same == brakes
+///   brakes.destroy();
+///   same.isValid();                 // false
 class TARVELON_API ObjectHandle {
  public:
   constexpr ObjectHandle() noexcept = default;
@@ -91,16 +113,18 @@ class TARVELON_API ObjectHandle {
     if (mInterface) mInterface->release();
   }
 
+  /// The object, without a reference for the caller; null for a null handle.
   NSInterface::ObjectIntf* getInterface() const noexcept { return mInterface; }
   Deviant getDeviant() const noexcept { return mDeviant; }
   bool isNull() const noexcept { return mInterface == nullptr; }
-  /// False for a null handle, a destroyed object or a closed model; never fails.
+  /// False for a null handle, a destroyed object and an object of a closed model. Never throws.
   bool isValid() const { return mInterface && mInterface->isValid(mDeviant); }
-  /// Raises kNullReference unless isValid().
+  /// Throws a K7Q::Exception with the text kNullReference if isValid() is false. The text names the caller's
+  /// source position.
   void requireValid(const char* file = __builtin_FILE(), int line = __builtin_LINE()) const {
     if (!isValid()) LocalAsserter(file, line) = Asserter::MakeAlways(kNullReference);
   }
-  /// Handles are equal when they hold the same native object.
+  /// Handles are equal if they refer to the same object; the deviants may differ.
   friend bool operator==(const ObjectHandle& left, const ObjectHandle& right) noexcept {
     return left.mInterface == right.mInterface;
   }
@@ -117,20 +141,24 @@ class TARVELON_API ObjectHandle {
   Deviant mDeviant;
 };
 
+/// A read-only handle on any object. Every handle converts to it.
 class TARVELON_API ImmutableObject : public ObjectHandle {
  public:
   using ObjectHandle::ObjectHandle;
   explicit ImmutableObject(const ObjectHandle& handle) noexcept : ObjectHandle(handle) {}
 };
 
+/// A handle on any object that also writes. Property values pass as K7Q::Object, scalars and texts included
+/// (k7q/Primitives.h).
 class TARVELON_API Object : public ImmutableObject {
  public:
   using ImmutableObject::ImmutableObject;
   constexpr Object() noexcept = default;
-  /// What writes comes of what writes alone.
+  /// Deleted: a read-only handle does not convert to a handle that writes.
   explicit Object(const ObjectHandle& handle) = delete;
 };
 
+/// The next four classes are handles on model objects of any class, and on factories.
 class TARVELON_API ImmutableClassObject : public ImmutableObject {
  public:
   constexpr ImmutableClassObject() noexcept = default;
@@ -168,6 +196,7 @@ class TARVELON_API FactoryObject : public Object {
   }
 };
 
+/// A read-only handle on a model, for example the result of Model::frozen().
 class TARVELON_API ImmutableModel : public ImmutableObject {
  public:
   constexpr ImmutableModel() noexcept = default;
@@ -176,16 +205,26 @@ class TARVELON_API ImmutableModel : public ImmutableObject {
   NSInterface::ModelIntf* getModelInterface() const noexcept {
     return static_cast<NSInterface::ModelIntf*>(getInterface());
   }
-  /// The deviant of a view of `object` by this model. A null handle is no model that could thaw what is
-  /// frozen.
+  /// The deviant for seeing `object` through this model handle. If this handle is null, the result keeps only
+  /// the kFrozen bit of the object's deviant.
   Deviant deviantFor(const ObjectHandle& object) const noexcept {
     return isNull() ? Deviant{object.getDeviant().word & Deviant::kFrozen} : getDeviant();
   }
 };
 
-/// A handle on a model. Holding it, or any object of it, keeps the model alive.
-/// Threads: a model with all that belongs to it is used by one thread at a time; it may pass from one to
-///          another. Models are independent of each other.
+/// A handle on a model. A model owns its objects.
+///
+/// Ownership: the last handle on the model or on one of its objects frees the model, unless the ModelCache
+///            has the model. close() frees the objects earlier.
+/// Threads:   one thread at a time uses a model and everything that belongs to it. A model may pass from one
+///            thread to another. Models are independent of each other.
+///
+/// Example:
+///   const K7Q::Model model = K7Q::Model::create();
+///   const auto brakes = common::Package::create(model, u"Brakes");
+///   const auto view = brakes.asView(model.frozen());
+///   view.get<"Name">();             // reads
+///   view.set<"Name">(u"Wheels");    // throws K7Q::Exception
 class TARVELON_API Model : public Object {
  public:
   constexpr Model() noexcept = default;
@@ -193,12 +232,15 @@ class TARVELON_API Model : public Object {
   NSInterface::ModelIntf* getModelInterface() const noexcept {
     return static_cast<NSInterface::ModelIntf*>(getInterface());
   }
-  /// A new model with no objects and an empty URI.
+  /// Creates a model without objects and with an empty URI. Throws a K7Q::Exception if no library that can
+  /// create models is loaded (native::initialize() in tarvelon/Packages.h).
   static Model create();
-  /// Ends the model: every object of it turns invalid at once, and what they took is free again. Closing
-  /// twice is no error. Raises kNullReference for a null handle, and when the view refuses writing.
+  /// Closes the model and removes it from the ModelCache. All objects become invalid and their memory is
+  /// freed. Closing a model twice has no effect. Throws a K7Q::Exception for a null handle and for a frozen
+  /// or read-only view.
   void close() const;
-  /// The same model on a deviant that refuses writing, and so do all handles that are made of it.
+  /// The same model as a view that cannot be written. All handles that are obtained through this view,
+  /// directly or indirectly, cannot write either.
   ImmutableModel frozen() const {
     return {getModelInterface(), Deviant{getDeviant().word | Deviant::kFrozen}};
   }

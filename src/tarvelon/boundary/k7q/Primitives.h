@@ -11,8 +11,10 @@ namespace K7Q {
 
 namespace NSInterface {
 
-/// The object form of the scalar values: one shared interface per type, with the value in the handle's
-/// deviant word, so that a scalar passes as a K7Q::Object without an allocation.
+/// The object form of scalar values. There is one shared object for each scalar type; the value itself is in
+/// the deviant of the handle. So a scalar passes as a K7Q::Object without an allocation.
+///
+/// Programs use Boolean, Integer, Double and Real instead, which convert to and from K7Q::Object.
 class TARVELON_API ScalarIntf final : public ObjectIntf {
  public:
   enum class Type : std::uint8_t { Boolean, Integer, Double, Real };
@@ -31,13 +33,16 @@ class TARVELON_API ScalarIntf final : public ObjectIntf {
   Type mType;
 };
 
-/// The object form of a text: counted, immutable, the characters behind the object in the same block.
-/// Threads: one at a time, with all who hold it; that of the empty text, which is not counted, any.
+/// The object form of a text. The object is immutable and reference counted; the characters follow it in the
+/// same memory block. Programs use String instead.
+///
+/// Threads: one thread at a time uses the object and all references on it, because the count is a plain
+///          integer. The object of the empty text is shared by all threads and not counted.
 class TARVELON_API StringIntf final : public ObjectIntf {
  public:
-  /// A cell with one reference for the caller.
+  /// Creates an object with a reference count of 1, for the caller. Throws bedrock::core::except::bad_alloc.
   static StringIntf* make(std::u16string_view text);
-  /// The one of the empty text.
+  /// The shared object of the empty text.
   static StringIntf* empty();
   void addRef() const override {
     if (mReferences != kUncounted) ++mReferences;
@@ -48,8 +53,9 @@ class TARVELON_API StringIntf final : public ObjectIntf {
   int numRef() const override { return mReferences; }
   const ruvo::InternedName& getRuvoName(bool immutable) const override;
   ImmutableType getMetaType(Deviant deviant) const override;
+  /// The number of UTF-16 code units, without the terminating NUL.
   std::uint32_t length() const noexcept { return mLength; }
-  /// NUL-terminated.
+  /// The characters, NUL-terminated.
   const char16_t* text() const noexcept { return reinterpret_cast<const char16_t*>(this + 1); }
   std::u16string_view view() const noexcept { return {text(), mLength}; }
 
@@ -64,12 +70,21 @@ class TARVELON_API StringIntf final : public ObjectIntf {
 
 }  // namespace NSInterface
 
-/// A truth value.
+/// The next four classes are the scalar values of properties. Each converts from and to the C++ type, and to
+/// K7Q::Object without an allocation.
+///
+/// The constructor from an object accepts any scalar: a null object gives false or 0. It throws
+/// K7Q::WrongType for an object that is not a scalar.
+///
+/// Example:
+///   const K7Q::Object value = K7Q::Integer(7);
+///   const int number = K7Q::Integer(value);
+///
+/// A truth value. A number other than 0 is true.
 class TARVELON_API Boolean {
  public:
   constexpr Boolean() noexcept = default;
   constexpr Boolean(bool value) noexcept : mValue(value) {}  // NOLINT(google-explicit-constructor)
-  /// Raises K7Q::WrongType for an object that is no truth value; an empty object is false.
   explicit Boolean(const Object& object);
   constexpr operator bool() const noexcept { return mValue; }  // NOLINT(google-explicit-constructor)
   operator Object() const;                                     // NOLINT(google-explicit-constructor)
@@ -78,7 +93,8 @@ class TARVELON_API Boolean {
   bool mValue = false;
 };
 
-/// A whole number of 32 bits.
+/// A signed whole number of 32 bits. The constructor from an object throws K7Q::OutOfRange for a number that
+/// is not whole or does not fit.
 class TARVELON_API Integer {
  public:
   constexpr Integer() noexcept = default;
@@ -91,7 +107,7 @@ class TARVELON_API Integer {
   int mValue = 0;
 };
 
-/// A number of 64-bit floating point.
+/// A 64-bit floating-point number.
 class TARVELON_API Double {
  public:
   constexpr Double() noexcept = default;
@@ -104,7 +120,7 @@ class TARVELON_API Double {
   double mValue = 0;
 };
 
-/// The same number under the metamodel's other name for it.
+/// A 64-bit floating-point number. The metamodel has two such types, Double and Real.
 class TARVELON_API Real {
  public:
   constexpr Real() noexcept = default;
@@ -117,10 +133,16 @@ class TARVELON_API Real {
   double mValue = 0;
 };
 
-/// A UTF-16 text. Copies share one cell; the empty text has none and costs nothing.
-/// Threads: one thread at a time uses a text and its copies; a text that was read from a model belongs to the
-///          thread of that model. A model keeps its own copy of a text that it is given, so the same text may
-///          be given to models of different threads.
+/// A UTF-16 text. Copies share the characters, which never change. The empty text needs no memory.
+///
+/// Threads: one thread at a time uses a text and its copies. A text that was read from a model is used by the
+///          thread of that model. A model never shares a text with another owner: it copies the text, unless
+///          nobody else has a reference on it. So one text may be given to models of different threads.
+///
+/// Example:
+///   const K7Q::String name = u"Brakes";
+///   const std::string utf8 = K7Q::String::to_string(name);
+///   const K7Q::String same = K7Q::String::fromUtf8(utf8);  // same == name
 class TARVELON_API String {
  public:
   constexpr String() noexcept = default;
@@ -128,7 +150,7 @@ class TARVELON_API String {
       : String(std::u16string_view(text)) {}                           // NOLINT(google-explicit-constructor)
   String(std::u16string_view text);                                    // NOLINT(google-explicit-constructor)
   String(const char16_t* text) : String(std::u16string_view(text)) {}  // NOLINT(google-explicit-constructor)
-  /// Raises K7Q::WrongType for an object that is no text; an empty object is "".
+  /// Throws K7Q::WrongType for an object that is not a text. A null object gives the empty text.
   explicit String(const Object& object);
   String(const String& other) noexcept : mCell(other.mCell) {
     if (mCell) mCell->addRef();
@@ -143,17 +165,18 @@ class TARVELON_API String {
   }
 
   operator Object() const&;  // NOLINT(google-explicit-constructor)
-  /// Hands its cell over.
+  /// Moves the reference into the object, so that a model can take over the text without a copy.
   operator Object() &&;                                               // NOLINT(google-explicit-constructor)
   operator std::u16string() const { return std::u16string(view()); }  // NOLINT(google-explicit-constructor)
+  /// The characters, valid as long as this text or a copy of it exists.
   std::u16string_view view() const noexcept { return mCell ? mCell->view() : std::u16string_view(u""); }
-  /// NUL-terminated.
+  /// The characters, NUL-terminated; valid like those of view().
   const char16_t* c_str() const noexcept { return mCell ? mCell->text() : u""; }
   bool empty() const noexcept { return mCell == nullptr || mCell->length() == 0; }
-  /// UTF-16 to UTF-8; a lone surrogate becomes U+FFFD.
+  /// Converts to UTF-8. A lone surrogate becomes U+FFFD.
   static std::string to_string(const String& text);
   static std::string to_string(std::u16string_view text);
-  /// UTF-8 to UTF-16. Malformed text is refused with K7Q::WrongValue.
+  /// Converts from UTF-8. Throws K7Q::WrongValue for malformed UTF-8.
   static String fromUtf8(std::string_view text);
   friend bool operator==(const String& left, const String& right) noexcept {
     return left.view() == right.view();

@@ -10,14 +10,22 @@
 
 namespace K7Q::mi {
 
-/// Base of all property records of a model class: id and introspective table, through which every read and
-/// write goes. Stateless after construction, so that any thread may use it, on objects of its own models.
+/// Base of all property records of metamodel classes. A record stores the property id and the table of the
+/// class (IntrospectiveMethods); every read and write of a host goes through that table.
+///
+/// Ownership: the class to which the record is added owns the record.
+/// Errors:    reads and writes of a destroyed or unbound host object throw a K7Q::Exception with the text
+///            kNullReference. setValue() throws before anything changes; RVOPropInfo::setValue() says in
+///            which order it tests.
+/// Threads:   a record does not change after construction. Any thread may use it, on objects of its own
+///            models.
 class TARVELON_API K7qmiProperty : public ruvo::factory::impl::PropertyImplBase, public ruvo::PropertyGuard {
  public:
-  /// Bits of the state mask.
+  /// The bits of mState.
   enum State : std::uint8_t { kMultiValued = 2, kReadOnly = 4, kRequired = 8 };
 
-  /// `name` must outlive the record (a literal); the other texts are interned.
+  /// `ownerName` is the dotted name of the host class under definition, `typeName` the type that the record
+  /// reports. REQUIRES: `name` outlives the record, as a literal does.
   K7qmiProperty(const ruvo::InternedName& ownerName, const char* name, const IntrospectiveMethods* methods,
                 unsigned id, const ruvo::InternedName& typeName, Multiplicity multiplicity,
                 Mutability mutability, ruvo::factory::PropertyAttributes attributes);
@@ -26,8 +34,11 @@ class TARVELON_API K7qmiProperty : public ruvo::factory::impl::PropertyImplBase,
   const ruvo::InternedName& getDataType() const override { return mTypeName; }
   int getMemberGetAccess() const override;
   int getMemberSetAccess() const override;
+  /// Calls getMultiValuedValue() for a many-valued property and getSingleValuedValue() for any other.
   ruvo::RVOValue getValue(ruvo::RVOInterface* object) override;
   virtual ruvo::RVOValue getSingleValuedValue(ClassObject& object) = 0;
+  /// Returns a view of the property as a host sequence. Its class is an immutable sequence class if the
+  /// property is read-only or the host object is immutable.
   virtual ruvo::RVOValue getMultiValuedValue(ClassObject& object, ruvo::RVOInterface* interface);
 
   void requireSettable(ruvo::RVOInterface* object) const override;
@@ -36,7 +47,7 @@ class TARVELON_API K7qmiProperty : public ruvo::factory::impl::PropertyImplBase,
   bool isMany() const override { return (mState & kMultiValued) != 0; }
   bool isReadOnly() const override { return (mState & kReadOnly) != 0; }
 
-  /// Raises the text for a write through an immutable object.
+  /// Throws the K7Q::Exception for a write through an immutable host object.
   [[noreturn]] static void throwSetProhibitedException();
 
   unsigned id() const noexcept { return mId; }
@@ -46,12 +57,13 @@ class TARVELON_API K7qmiProperty : public ruvo::factory::impl::PropertyImplBase,
   Mutability mutability() const noexcept {
     return isReadOnly() ? Mutability::ReadOnly : Mutability::Writable;
   }
-  /// "ClassObject", "DataType", "String", "Primitive", "OptionalPrimitive" or "PrimitiveSequence".
+  /// The kind of record, for descriptions: "ClassObject", "DataType", "String", "Primitive",
+  /// "OptionalPrimitive" or "PrimitiveSequence".
   virtual const char* kind() const = 0;
 
  protected:
-  /// The handle behind a host object. Raises kNullReference for an object that is destroyed or was never
-  /// bound.
+  /// The handle on the native object of a host object. Throws a K7Q::Exception with the text kNullReference
+  /// for null, an object that is not bound, and a destroyed object.
   ClassObject classObject(ruvo::RVOInterface* object) const;
 
   ruvo::InternedName mOwnerName;
@@ -61,49 +73,63 @@ class TARVELON_API K7qmiProperty : public ruvo::factory::impl::PropertyImplBase,
   std::uint8_t mState;
 };
 
-/// The conversions of one enumeration, used by the record of each property of that type.
+/// Converts the values of one enumeration between a host and a model. Each property record of that type owns
+/// such a helper.
 class TARVELON_API PropHelperBase {
  public:
   PropHelperBase() = default;
   PropHelperBase(const PropHelperBase&) = delete;
   PropHelperBase& operator=(const PropHelperBase&) = delete;
-  /// A host object of class `typeName` for the value: a 1 by 1 object array, which belongs to the caller.
+  /// Returns a 1 by 1 object array with a host object of class `typeName` for the value. The caller owns the
+  /// array.
   virtual ruvo::RVOValue unboxAndReturn(Object value, const ruvo::InternedName& typeName) = 0;
-  /// Writes the value that the host gave; false and nothing written when it held none.
+  /// Sets property `id` of the object to the value in the host's array. Returns false and sets nothing if the
+  /// array contains no value.
   virtual bool boxAndSet(ClassObject* object, ruvo::RVOValue& value, const IntrospectiveMethods* methods,
                          unsigned id) = 0;
   virtual ~PropHelperBase();
 };
 
-/// Adds the property records and meta-property entries of one class, in the order of the calls.
+/// Adds property records and meta-property entries to a class that is being defined. The order of the calls
+/// is the order in which the class lists them.
+///
+/// Errors: each function throws a K7Q::Exception if the class has a property of that name or is not being
+///         defined.
+///
+/// Example (inside defineMembers()):
+///   K7qmiPropertyFactory factory(cls, className, &methods);
+///   factory.String<K7Q::String>("Name", 1, "", Multiplicity::Optional, Mutability::Writable,
+///                               ruvo::factory::PropertyAttributes(0));
 class TARVELON_API K7qmiPropertyFactory {
  public:
-  /// `className` is the dotted name of the class under definition.
+  /// `className` is the dotted name of the class that is being defined.
   K7qmiPropertyFactory(ruvo::RVOClass* cls, const ruvo::InternedName& className,
                        const IntrospectiveMethods* methods)
       : mClass(cls), mClassName(className), mMethods(methods) {}
 
+  /// Adds a property whose values are objects of class `type`.
   void ClassObject(const char* name, unsigned id, const ruvo::InternedName& type, Multiplicity multiplicity,
                    Mutability mutability, ruvo::factory::PropertyAttributes attributes);
-  /// Takes ownership of the helper.
+  /// Adds a property whose values are literals of the enumeration `type`. Takes ownership of the helper.
   void DataType(const char* name, unsigned id, const ruvo::InternedName& type, PropHelperBase* helper,
                 Multiplicity multiplicity, Mutability mutability,
                 ruvo::factory::PropertyAttributes attributes);
-  /// T is K7Q::String. The type given is not used: the record reports "char".
+  /// Adds a text property. T is K7Q::String. The type argument is not used: the record reports "char".
   template <class T>
   void String(const char* name, unsigned id, const char* /*type*/, Multiplicity multiplicity,
               Mutability mutability, ruvo::factory::PropertyAttributes attributes) {
     addString(name, id, multiplicity, mutability, attributes);
   }
-  /// T is K7Q::Boolean, K7Q::Integer, K7Q::Double or K7Q::Real; multiplicity Optional gives the optional
-  /// record.
+  /// Adds a scalar property. T is K7Q::Boolean, K7Q::Integer, K7Q::Double or K7Q::Real. The value of an
+  /// optional property passes as an array, which is empty for an unset property.
   template <class T>
   void Primitive(const char* name, unsigned id, Multiplicity multiplicity, Mutability mutability,
                  ruvo::factory::PropertyAttributes attributes);
+  /// Adds a many-valued property of texts or of enumeration values.
   void PrimitiveSequence(const char* name, unsigned id, const ruvo::InternedName& type, Mutability mutability,
                          ruvo::factory::PropertyAttributes attributes);
 
-  /// Adds a static entry that returns lookup(id) when called by its name.
+  /// Adds a meta-property entry: a static method without arguments that returns lookup(owner, id).
   using Lookup = ImmutableProperty (*)(const IntrospectiveMethods& owner, unsigned id);
   void addMetaProperty(const char* name, Lookup lookup, const IntrospectiveMethods& owner, unsigned id);
 
@@ -129,8 +155,8 @@ extern template void K7qmiPropertyFactory::Primitive<K7Q::Real>(const char*, uns
                                                                 Mutability,
                                                                 ruvo::factory::PropertyAttributes);
 
-/// A meta-property entry: a static method without arguments, kept apart from the ordinary ones by
-/// introspection.
+/// A meta-property entry: a static method without arguments that returns the description of a property. It is
+/// a type of its own, so that descriptions of a class can list it apart from ordinary methods.
 class TARVELON_API MetaPropertyEntry : public ruvo::factory::RuvoMethod {
  public:
   MetaPropertyEntry(const ruvo::InternedName& name, K7qmiPropertyFactory::Lookup lookup,

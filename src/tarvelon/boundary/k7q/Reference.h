@@ -13,14 +13,16 @@ namespace mi {
 class VariantTable;
 }
 
-/// Which version of the model a handle sees: one machine word.
+/// One machine word that says how a handle sees the model.
 ///
-/// 0 is the model as it stands, writable. A word with kReadOnly or kFrozen refuses writing
-/// (DeviantAssertions).
+/// 0 means: the current state of the model, writable. If the kReadOnly or the kFrozen bit is set, writing
+/// through the handle throws (DeviantAssertions). Objects that are read through a handle get the same
+/// deviant.
 struct Deviant {
-  /// The state of one view, which asMutable() takes away (DeviantRegistry::setIsImmutable).
+  /// Makes one view read-only. DeviantRegistry::setIsImmutable() sets and clears this bit.
   static constexpr std::uintptr_t kReadOnly = 1;
-  /// The version that Model::frozen() shows: every handle that comes of it has the mark, and none loses it.
+  /// Marks the view that Model::frozen() returns. All handles that are obtained through that view have this
+  /// bit, and no function clears it.
   static constexpr std::uintptr_t kFrozen = 2;
   std::uintptr_t word = 0;
   constexpr bool isWritable() const noexcept { return (word & (kReadOnly | kFrozen)) == 0; }
@@ -47,13 +49,13 @@ class SequenceIntf;
 class IteratorIntf;
 }  // namespace Generic
 
-/// The domain of the visitor tags; one type under the names that the libraries use.
+/// The domain of all visitor tags. Libraries use this type under both names.
 struct TARVELON_API VisitationDomain {};
 using RootVisitationDomain = VisitationDomain;
 
 namespace CooperativeVisitor {
 
-/// The two numbers by which an object is asked for an interface.
+/// Two numbers that identify an interface: the argument of ReferenceCountingIntf::cast().
 struct TagPair {
   std::size_t domain;
   std::size_t interface;
@@ -61,12 +63,14 @@ struct TagPair {
 
 namespace internal {
 
-/// The number of (interface, domain): the same for the same types in every library, dense from 0.
-/// Cost: a look-up by type name; keep the result in a function-local static. Throws std::bad_alloc for a pair
-/// that is new.
+/// Returns the number of the pair (interface, domain). All libraries get the same number for the same types.
+/// Numbers are consecutive and start at 0.
+///
+/// Errors: std::bad_alloc for a new pair, if memory is exhausted.
+/// Cost:   a look-up by type name under a lock. tagsOf() keeps the result.
 TARVELON_API std::size_t GetTag(const std::type_info& interface, const std::type_info& domain);
 
-/// Types whose tags are their places in the list: such a tag is a constant and needs no memory.
+/// A list of types in which the position of a type is its tag. Such a tag is a compile-time constant.
 template <class... Types>
 struct FixedTags {
   static constexpr std::size_t kCount = sizeof...(Types);
@@ -80,7 +84,8 @@ struct FixedTags {
   }
 };
 
-/// The domain and the interfaces of the kernel: these are asked for where nothing may fail.
+/// The domain and the kernel's interfaces. Their tags are needed where no allocation may fail, and are
+/// therefore constants.
 using KernelTags = FixedTags<VisitationDomain, ReferenceCountingIntf, NSInterface::ObjectIntf,
                              NSInterface::ClassObjectIntf, NSInterface::FactoryObjectIntf,
                              NSInterface::FactoryIntf, NSInterface::ModelIntf, NSInterface::TypeIntf,
@@ -90,7 +95,7 @@ using KernelTags = FixedTags<VisitationDomain, ReferenceCountingIntf, NSInterfac
 }  // namespace internal
 }  // namespace CooperativeVisitor
 
-/// Base of what must be torn down in an orderly way.
+/// A base class with a virtual destructor and without copying.
 class TARVELON_API Cleanup {
  public:
   Cleanup() noexcept = default;
@@ -99,37 +104,49 @@ class TARVELON_API Cleanup {
   virtual ~Cleanup();
 };
 
-/// Root of everything a handle or a host object can hold.
+/// Base of everything that a handle or a host object can refer to.
 ///
-/// addRef() and release() do nothing here: who counts overrides them. An object that DeviantRegistry knows is
-/// retracted by its destructor. The slot order is fixed.
-/// Threads: one at a time, unless it is shared.
+/// The base class does not count references: its addRef() and release() do nothing. Derived classes with a
+/// limited lifetime override addRef(), release() and numRef(). The order of the virtual functions is part of
+/// the binary interface and must not change.
+///
+/// Lifetime: the destructor retracts the object's ids from DeviantRegistry.
+/// Threads:  one thread at a time uses an object. All threads may use an object after share().
 class TARVELON_API ReferenceCountingIntf : public Cleanup {
  public:
   ~ReferenceCountingIntf() override;
   virtual void addRef() const;
+  /// The release() of the last reference may destroy the object.
   virtual void release() const;
+  /// The reference count, 0 for an object that does not count.
   virtual int numRef() const;
+  /// Always null here.
   virtual const void* getListOfReferences() const;
+  /// The name of the visitor method for this kind of object.
   virtual const char* getVisitMethod() const;
-  /// The object as the interface of that tag, or null if it has no such interface.
+  /// Returns the object as the interface with that tag, or null if the object does not implement the
+  /// interface.
+  ///
+  /// Example:
+  ///   auto* model = static_cast<NSInterface::ModelIntf*>(object->cast(tagsOf<NSInterface::ModelIntf>()));
   virtual void* cast(CooperativeVisitor::TagPair tag);
 
  protected:
-  /// Says that all threads may meet in this object: it stays as it is until the process ends, and counts no
-  /// references. So do its host objects.
+  /// Lets all threads use the object. REQUIRES: the object lives until the process ends, does not change any
+  /// more and does not count references. The same then holds for its host objects.
   constexpr void share() noexcept { mIsShared = true; }
 
  private:
   friend class mi::VariantTable;
+  /// Whether DeviantRegistry has ids of the object.
   mutable bool mIsRegistered = false;
   bool mIsShared = false;
-  /// The first of the object's ids in the registry's table; meaningful while mIsRegistered.
+  /// The index of the object's first id in the table of DeviantRegistry. Undefined unless mIsRegistered.
   mutable std::uint32_t mFirstVariant = 0;
 };
 
-/// The tags of interface I, found once. Those of the kernel's interfaces are constants; for others the first
-/// call may throw std::bad_alloc, and the next one tries again.
+/// The tags of interface I. The tags of the kernel's interfaces are constants. For another interface, the
+/// first call looks the tag up and may throw std::bad_alloc; a later call then tries again.
 template <class I>
 const CooperativeVisitor::TagPair& tagsOf() noexcept(CooperativeVisitor::internal::KernelTags::kHas<I>) {
   using CooperativeVisitor::internal::KernelTags;

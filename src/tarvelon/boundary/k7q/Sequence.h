@@ -12,12 +12,17 @@ namespace K7Q {
 
 namespace Generic {
 
-/// Type-erased carrier of one element value.
+/// One element of a sequence in type-erased form: a pointer to the value, a second word, a function that
+/// counts references and a function that compares values.
 ///
-/// The manager takes (true) or drops (false) a reference on the value; the equality function compares two
-/// values.
+/// makeObjectRef(), makeStringRef() and makeRef() create Refs for model objects, texts and enumeration
+/// values. A default-constructed Ref is empty.
+///
+/// Ownership: a Ref holds one reference on the value.
+/// Threads:   a Ref belongs to the thread that uses the value.
 class Ref {
  public:
+  /// Adds (`take` is true) or releases (false) a reference on the value.
   using Manager = void (*)(void* value, bool take);
   using Equality = bool (*)(const void* left, const void* right);
 
@@ -43,11 +48,12 @@ class Ref {
     if (mManager) mManager(mValue, false);
   }
 
-  /// The value: of a primitive the cell's 32-bit value, of a model object its ObjectIntf, of a text its
-  /// StringIntf.
+  /// The pointer to the value: the ObjectIntf of a model object, the StringIntf of a text, the PrimitiveCell
+  /// of an enumeration value. Null for an empty Ref.
   void* value() const noexcept { return mValue; }
-  /// 0 for a primitive, the deviant word of an object.
+  /// The deviant word of a model object, 0 for any other value.
   std::uintptr_t second() const noexcept { return mSecond; }
+  /// Whether both Refs carry equal values of the same kind. An empty Ref is equal to no other.
   bool equals(const Ref& other) const {
     return mEquality && mEquality == other.mEquality && mEquality(mValue, other.mValue);
   }
@@ -61,8 +67,21 @@ class Ref {
 
 class IteratorIntf;
 
-/// The generic sequence interface. Indices are 0-based; the slot order is fixed.
-/// Threads: a sequence, its iterators and the Refs that it gives belong to the thread that uses their model.
+/// The interface of all sequences: many-valued properties of a model, and lists that a host creates.
+///
+/// Indices count from 0. The deviant of each call becomes the deviant of the returned elements, and a deviant
+/// that forbids writing makes changing functions throw. The order of the virtual functions is part of the
+/// binary interface and must not change.
+///
+/// Elements:  a property of references contains an object at most once. Adding an object that is already an
+///            element at the front or the back changes nothing; inserting it at an index moves it there;
+///            replacing another element by it exchanges the two.
+/// Errors:    an index out of range, an element of a wrong class or model, an iterator of another sequence
+///            and a view that cannot be changed throw a K7Q::Exception, or a type derived from it, before
+///            anything changes.
+/// Iterators: a change of the sequence invalidates its iterators, except for the iterator that the changing
+///            function returns. Using an invalid iterator throws.
+/// Threads:   the thread that uses the model uses the sequence, its iterators and the returned Refs.
 class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
  public:
   ~SequenceIntf() override;
@@ -73,14 +92,19 @@ class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
   virtual Ref generic_back(const Deviant& aDeviant) const = 0;
   virtual std::unique_ptr<IteratorIntf> generic_begin(const Deviant& aDeviant) const = 0;
   virtual std::unique_ptr<IteratorIntf> generic_end(const Deviant& aDeviant) const = 0;
+  /// Removes all elements. Contained objects stay in the model, without an owner.
   virtual void generic_clear(const Deviant& aDeviant) = 0;
   virtual int generic_size(const Deviant& aDeviant) const = 0;
   virtual bool generic_empty(const Deviant& aDeviant) const = 0;
+  /// Inserts before the element at `index`. The index may be equal to the size.
   virtual void generic_insert(const Deviant& aDeviant, int index, Ref ref) = 0;
+  /// Inserts before the position of the iterator, and returns an iterator on the inserted element.
   virtual std::unique_ptr<IteratorIntf> generic_insert(const Deviant& aDeviant, const IteratorIntf* iterator,
                                                        Ref ref) = 0;
+  /// Removes an element, and returns an iterator on the element after it.
   virtual std::unique_ptr<IteratorIntf> generic_erase(const Deviant& aDeviant,
                                                       const IteratorIntf* iterator) = 0;
+  /// Removes the elements from `first` up to, but not including, `last`.
   virtual std::unique_ptr<IteratorIntf> generic_erase(const Deviant& aDeviant, const IteratorIntf* first,
                                                       const IteratorIntf* last) = 0;
   virtual void generic_erase(const Deviant& aDeviant, int index) = 0;
@@ -90,30 +114,41 @@ class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
   virtual void generic_push_front(const Deviant& aDeviant, Ref ref) = 0;
   virtual void generic_replace(const Deviant& aDeviant, int index, Ref ref) = 0;
   virtual bool generic_contains(const Deviant& aDeviant, Ref ref) const = 0;
-  /// The host class of the sequence, told from what it holds; `name` is the class that was declared.
+  /// The dotted name of the sequence's host class, found from its element class. `name` is the class that the
+  /// signature declares; a sequence without a host class of its own returns it.
   virtual const char* generic_getRuvoName(bool isSequenceImmutable, bool isElementImmutable,
                                           const char* name) const = 0;
+  /// Removes all elements that are equal to `ref`, and returns their number.
   virtual int generic_removeAll(const Deviant& aDeviant, Ref ref) = 0;
+  /// Whether both sequences have equal elements in the same order. By default, only a sequence itself is
+  /// equal.
   virtual bool specialized_equal(const SequenceIntf* other) const;
+  /// Replaces all elements by those of `other`. Returns false if `other` is a sequence of another kind; by
+  /// default always.
   virtual bool specialized_assign(const SequenceIntf* other);
 };
 
-/// The generic iterator interface; the slot order is fixed.
+/// The interface of all iterators: a position in a sequence, which may be outside of the sequence. An
+/// iterator keeps its sequence alive. The order of the virtual functions is part of the binary interface and
+/// must not change.
 class TARVELON_API IteratorIntf : public ReferenceCountingIntf {
  public:
   ~IteratorIntf() override;
   const char* getVisitMethod() const override;
   void* cast(CooperativeVisitor::TagPair tag) override;
+  /// The element at the position. Throws a K7Q::Exception if there is none.
   virtual Ref current(const Deviant& aDeviant) const = 0;
   virtual void next(const Deviant& aDeviant) = 0;
   virtual void previous(const Deviant& aDeviant) = 0;
   virtual std::unique_ptr<IteratorIntf> clone() const = 0;
+  /// Whether both iterators are at the same position of the same sequence.
   virtual bool equal(const IteratorIntf* other) const = 0;
 };
 
 }  // namespace Generic
 
-/// A sequence that counts its references for real; the count starts at 0 and the last release destroys it.
+/// Base of sequences that count their references. The count starts at 0; the release() that brings the count
+/// back to 0 destroys the sequence.
 class TARVELON_API SequenceProxy : public Generic::SequenceIntf {
  public:
   ~SequenceProxy() override;
@@ -125,7 +160,7 @@ class TARVELON_API SequenceProxy : public Generic::SequenceIntf {
   mutable std::int32_t mReferences = 0;
 };
 
-/// An iterator that counts its references for real.
+/// Base of iterators that count their references in the same way as SequenceProxy.
 class TARVELON_API IteratorProxy : public Generic::IteratorIntf {
  public:
   ~IteratorProxy() override;
@@ -137,8 +172,13 @@ class TARVELON_API IteratorProxy : public Generic::IteratorIntf {
   mutable std::int32_t mReferences = 0;
 };
 
-/// The handle on a sequence: interface and deviant. Copying shares the object. A null handle is a legal
-/// state.
+/// A handle on a sequence: a reference on the sequence, and the deviant for its elements. Copies of a handle
+/// share the sequence. A default-constructed handle is null.
+///
+/// Example:
+///   const SequenceHandle sequence(methods.getSequence(object, deviant, id, false), deviant);
+///   for (int i = 0; i < sequence.get().generic_size(deviant); ++i)
+///     visit(sequence.get().generic_at(deviant, i));
 class SequenceHandle {
  public:
   constexpr SequenceHandle() noexcept = default;
@@ -149,7 +189,7 @@ class SequenceHandle {
   SequenceHandle(const SequenceHandle& other) : SequenceHandle(other.mInterface, other.mDeviant) {}
   SequenceHandle(SequenceHandle&& other) noexcept
       : mInterface(std::exchange(other.mInterface, nullptr)), mDeviant(other.mDeviant) {}
-  /// With equal pointers nothing happens.
+  /// Assigning a handle on the same sequence changes nothing, not even the deviant.
   SequenceHandle& operator=(const SequenceHandle& other) {
     if (mInterface == other.mInterface) return *this;
     SequenceHandle copy(other);
@@ -162,7 +202,7 @@ class SequenceHandle {
   }
   Generic::SequenceIntf* getInterface() const noexcept { return mInterface; }
   Deviant getDeviant() const noexcept { return mDeviant; }
-  /// The sequence behind the handle. Raises the NULL sequence text for a null handle.
+  /// The sequence. Throws a K7Q::Exception for a null handle.
   Generic::SequenceIntf& get() const {
     if (!mInterface) throwNull();
     return *mInterface;
@@ -174,7 +214,8 @@ class SequenceHandle {
   Deviant mDeviant;
 };
 
-/// The handle on an iterator: interface and deviant. Copying clones the iterator.
+/// A handle on an iterator: a reference on the iterator, and the deviant for its elements. Copying a handle
+/// clones the iterator, so the copies move independently.
 class IteratorHandle {
  public:
   constexpr IteratorHandle() noexcept = default;
@@ -194,7 +235,7 @@ class IteratorHandle {
     return *this;
   }
   ~IteratorHandle() {
-    // The count says who frees, which the analyser cannot follow through clones.
+    // The analyser cannot follow the reference count through clones.
     if (mInterface) mInterface->release();  // NOLINT(clang-analyzer-cplusplus.NewDelete)
   }
   Generic::IteratorIntf* getInterface() const noexcept { return mInterface; }
@@ -205,6 +246,8 @@ class IteratorHandle {
   Deviant mDeviant;
 };
 
+/// The next four classes give a handle the type of its elements. The conversions between a host and native
+/// functions use that type; at run time they are the same as the untyped handles.
 template <class T>
 class ImmutableSequence : public SequenceHandle {
  public:

@@ -11,7 +11,8 @@ namespace ruvo {
 
 class RVOClass;
 
-/// The client that asks: a host, or the part of one, on whose behalf a class is defined or a method called.
+/// Identifies the host, or the part of a host, for which the object system defines a class or calls a method.
+/// It has no other functions.
 class TARVELON_API RVOClient {
  public:
   RVOClient() = default;
@@ -20,24 +21,27 @@ class TARVELON_API RVOClient {
   virtual ~RVOClient();
 };
 
-/// One host object: an instance of a host class, tied to the native pointer that was bound to it.
+/// A host object: an instance of a host class that represents a native object.
 ///
-/// Ownership: counted; it goes when the last array or RVOInterfacePtr that holds it goes, and then its
-/// class's destroyInstance() is called with the bound pointer.
-/// Threads:   it belongs to the thread that uses the model of the native object. Of what belongs to no model,
-///            classes, properties and types of the metamodel, all threads have the same host object.
+/// Ownership: reference counted. Arrays and RVOInterfacePtr hold references. The release() of the last
+///            reference calls the class's destroyInstance() with the bound pointer and then destroys the host
+///            object.
+/// Threads:   the thread that uses the model of the native object uses the host object. Descriptions of the
+///            metamodel belong to no model, and all threads share their host objects.
 class TARVELON_API RVOInterface : public hx::Element {
  public:
-  /// The native pointer bound to this instance, null while none is. There is one, whatever class is asked
-  /// for.
+  /// The native pointer (an id of K7Q::DeviantRegistry) that is bound to this host object, null if there is
+  /// none. `className` has no effect.
   void* getBoundPointer(const InternedName& className) const noexcept {
     static_cast<void>(className);
     return mBound;
   }
+  /// The most derived host class that is known for the object. BindingRegistry::announce() may replace it by
+  /// a subclass.
   RVOClass* getClass() const noexcept { return mClass; }
 
-  /// A word for the host's own object that shows this instance; the object system only keeps it, null at
-  /// first.
+  /// A pointer for the host's own use, such as the script object for this host object. It is null at first;
+  /// the object system does not use it.
   void* getHostData() const noexcept { return mHostData; }
   void setHostData(void* data) noexcept { mHostData = data; }
 
@@ -50,7 +54,11 @@ class TARVELON_API RVOInterface : public hx::Element {
   void* mHostData = nullptr;
 };
 
-/// An owning pointer to a host object.
+/// A smart pointer that holds a reference on a host object. It may be null.
+///
+/// Example:
+///   const ruvo::RVOInterfacePtr object = ruvo::omGetArrayElement(array, 0);
+///   void* id = object->getBoundPointer(className);
 class RVOInterfacePtr {
  public:
   RVOInterfacePtr() noexcept = default;
@@ -75,17 +83,20 @@ class RVOInterfacePtr {
   RVOInterface* mObject = nullptr;
 };
 
-/// Element `index` of an object array. REQUIRES: an object array, index in range.
+/// Element `index` of an object array; the result may be null.
+/// REQUIRES: an object array of host objects; the index is in range.
 inline RVOInterfacePtr omGetArrayElement(const hx::hxArray* array, std::size_t index) {
   return RVOInterfacePtr(static_cast<RVOInterface*>(hx::hxGetElement(array, index)));
 }
 
-/// The same for the array that holds the object under construction.
+/// The same function for the array with the object under construction, which a constructor gets.
 inline RVOInterfacePtr rvoiGetArrayElement(const hx::hxArray* array, std::size_t index) {
   return omGetArrayElement(array, index);
 }
 
-/// A 1 by 1 object array of the object, or the empty array of `className` when it is null.
+/// Returns a new 1 by 1 array with the object, or a 0 by 0 object array of class `className` if the object is
+/// null. The caller owns the array. Throws bedrock::core::except::bad_alloc; a host object without references
+/// is then destroyed.
 TARVELON_API hx::hxArray* boxInterface(RVOInterface* object, const InternedName& className);
 
 }  // namespace ruvo

@@ -14,19 +14,25 @@
 
 namespace ruvo {
 
-/// The signature of a record as type names. Immutable; shared by pointer. Threads: any may read it; its
-/// RVOMethodSignaturePtr are copied and dropped where classes are defined, not in calls.
+/// The signature of a method record: the type names of the result, of self and of the arguments. A type name
+/// is the dotted name of a class, or a word such as "int32 scalar" (internal::TypeKind).
+///
+/// A signature does not change after construction, and RVOMethodSignaturePtr shares it.
+/// Threads: any thread may read a signature. The reference count is a plain integer: copy and destroy an
+///          RVOMethodSignaturePtr only while a class or package is being defined, not in calls.
 class TARVELON_API RVOMethodSignature {
  public:
   RVOMethodSignature(const RVOMethodSignature&) = delete;
   RVOMethodSignature& operator=(const RVOMethodSignature&) = delete;
 
-  /// The text given at registration, kept as it stands.
+  /// The declared names of the arguments, such as " aSymbol, aName"; exactly the text given at registration.
   const char* parameterNames() const noexcept { return mParameterNames; }
+  /// The type name of the result; "void" for none.
   const InternedName& result() const noexcept { return mNames[0]; }
-  /// The class of self, the empty name for a record without self.
+  /// The class of self. The empty name for a record without self: a constructor, a static method or a
+  /// function.
   const InternedName& self() const noexcept { return mNames[1]; }
-  /// The names follow the signature in its block.
+  /// The type names of the arguments, without self. They are stored behind the signature in the same block.
   std::span<const InternedName> arguments() const noexcept {
     return {reinterpret_cast<const InternedName*>(this + 1), mCount};
   }
@@ -41,7 +47,7 @@ class TARVELON_API RVOMethodSignature {
   InternedName mNames[2];
 };
 
-/// A shared signature value; empty until createSignature() fills it.
+/// A smart pointer that holds a reference on a signature. Null at first; Invoker::createSignature() sets it.
 class TARVELON_API RVOMethodSignaturePtr {
  public:
   RVOMethodSignaturePtr() noexcept = default;
@@ -55,7 +61,8 @@ class TARVELON_API RVOMethodSignaturePtr {
   }
   ~RVOMethodSignaturePtr();
 
-  /// `parameterNames` must outlive the signature (a literal).
+  /// Creates a signature. Throws bedrock::core::except::bad_alloc. REQUIRES: `parameterNames` outlives the
+  /// signature, as a literal does.
   static RVOMethodSignaturePtr make(const char* parameterNames, const InternedName& result,
                                     const InternedName& self, std::span<const InternedName> arguments);
 
@@ -67,8 +74,14 @@ class TARVELON_API RVOMethodSignaturePtr {
   RVOMethodSignature* mSignature = nullptr;
 };
 
-/// What the object system asks of every method, constructor and package function.
-/// Threads: any, each on objects of its own.
+/// The interface of method records. A record describes one overload of a method, a constructor or a package
+/// function, and calls it.
+///
+/// Modules do not derive from this class directly; they use factory::RuvoMethod or the records below. The
+/// functions with a default are false or 0 unless a record overrides them.
+///
+/// Ownership: the class or the package to which the record is added owns the record.
+/// Threads:   any thread may call a record, on objects that this thread uses.
 class TARVELON_API RVOMethodInfo {
  public:
   RVOMethodInfo() = default;
@@ -76,10 +89,12 @@ class TARVELON_API RVOMethodInfo {
   RVOMethodInfo& operator=(const RVOMethodInfo&) = delete;
   virtual ~RVOMethodInfo();
 
+  /// The name of the method; for a constructor, the dotted name of the class.
   virtual const InternedName& getName() const = 0;
   virtual const char* getDescription() const = 0;
   virtual const char* getDetailedDescription() const;
   virtual const RVOMethodSignaturePtr& getSignature() const = 0;
+  /// The flag word; factory::MethodFlag lists the bits.
   virtual std::uint32_t getFlags() const = 0;
   virtual bool isConstructor() const;
   virtual bool isLookupScope() const;
@@ -87,19 +102,30 @@ class TARVELON_API RVOMethodInfo {
   virtual bool isExplicit() const;
   virtual int getExtendedAccess() const;
 
-  /// Calls the method. `resultCount` holds how many results are wanted and becomes at least 1 when there is
-  /// one. Result arrays belong to the caller. An exception leaves the slots as they were.
+  /// Calls the method.
+  ///   resultCount   in: the number of results that the caller wants; out: at least 1 if there is a result
+  ///   results       receives the result. The caller owns a result array. For a constructor, results[0]
+  ///                 contains the array with the object under construction.
+  ///   arguments     self, if the signature has one, and then the arguments. The caller keeps ownership.
+  /// REQUIRES: the number and the types of the arguments fit the signature.
+  /// If the call throws, `results` is unchanged.
   virtual void invoke(const RVOClient* client, std::uint32_t& resultCount, RVOValue* results,
                       int argumentCount, const RVOValue* arguments) const = 0;
 
-  /// Storage that utFree() can release; throws bedrock::core::except::bad_alloc.
+  /// Allocates with utMalloc(), so that either side of the boundary can free the record. Throws
+  /// bedrock::core::except::bad_alloc.
   static void* operator new(std::size_t size);
   static void operator delete(void* storage) noexcept;
 };
 
 namespace factory {
 
-/// Bits of a record's flag word.
+/// The bits of a record's flag word.
+///
+/// The object system uses two of them. kOverridesAllSignatures: the methods of that name in superclasses are
+/// not candidates for a call. kSelfAsArgument: the signature has no self; the object that the method is
+/// called on becomes the first ordinary argument. The other bits are only reported. kUnlocked and
+/// kHiddenMethod are inverted: they make RuvoMethod::isLocked() and isVisible() false.
 enum MethodFlag : std::uint32_t {
   kUnlocked = 1,
   kHiddenMethod = 2,
@@ -114,6 +140,7 @@ enum MethodFlag : std::uint32_t {
   kSelfAsArgument = 4096
 };
 
+/// A flag word as the argument of a record's constructor.
 class TARVELON_API MethodAttributes {
  public:
   explicit MethodAttributes(std::uint32_t word) noexcept : mWord(word) {}
@@ -128,10 +155,16 @@ class TARVELON_API MethodAttributes {
   std::uint32_t mWord;
 };
 
-/// A record: name, description, signature and flag word.
+/// A method record that stores its name, description, signature and flag word. A derived class overrides
+/// invoke(). Its constructor sets the signature with Invoker::createSignature().
+///
+/// Example:
+///   CountElements::CountElements() : RuvoMethod(name.get(), MethodAttributes(0), "") {
+///     impl::Invoker::createSignature("", "int32 scalar", kPackageClass, {}, signature());
+///   }
 class TARVELON_API RuvoMethod : public RVOMethodInfo {
  public:
-  /// `description` must outlive the record (a literal).
+  /// REQUIRES: `description` outlives the record, as a literal does.
   RuvoMethod(const InternedName& name, const MethodAttributes& attributes, const char* description);
   ~RuvoMethod() override;
 
@@ -147,6 +180,7 @@ class TARVELON_API RuvoMethod : public RVOMethodInfo {
   bool isAbstract() const noexcept { return (mFlags & kAbstract) != 0; }
   bool isDestructible() const noexcept { return (mFlags & kDestructible) != 0; }
   bool doesMethodOverrideAllSignatures() const noexcept { return (mFlags & kOverridesAllSignatures) != 0; }
+  /// 1, 2 or 5 if the flag kAccess1, kAccess2 or kAccess5 is set (tested in this order), otherwise 0.
   int getMemberAccess() const noexcept;
 
   RVOMethodSignaturePtr& signature() noexcept { return mSignature; }
@@ -161,7 +195,12 @@ class TARVELON_API RuvoMethod : public RVOMethodInfo {
 
 namespace impl {
 
-/// A native function as a record keeps it: a free function, or the two words of a pointer to member.
+/// The pointer to a native function in the form in which a record stores it: the address of a free function,
+/// or the two words of a pointer to a member function.
+///
+/// Example:
+///   const auto native = NativeFunction::of(&countElements);
+///   const int count = native.as<int (*)(const Package&)>()(package);
 struct NativeFunction {
   std::uintptr_t function = 0;
   std::intptr_t thisAdjustment = 0;
@@ -175,10 +214,12 @@ struct NativeFunction {
     static_assert(sizeof(Member) == sizeof(NativeFunction));
     return std::bit_cast<NativeFunction>(member);
   }
+  /// REQUIRES: `Free` is exactly the type that was given to of().
   template <class Free>
   Free as() const noexcept {
     return std::bit_cast<Free>(function);
   }
+  /// REQUIRES: `Member` is exactly the type that was given to ofMember().
   template <class Member>
   Member asMember() const noexcept {
     return std::bit_cast<Member>(*this);
@@ -187,12 +228,17 @@ struct NativeFunction {
 
 class GeneratedMethod;
 
-/// Converts the slots, calls the record's native function and packs the result.
+/// The type of invokers. An invoker converts the argument slots to native values, calls the native function
+/// of the record, and converts the result to a slot. The arguments are those of RVOMethodInfo::invoke().
 using InvokerFunction = void (*)(const GeneratedMethod* record, const RVOClient* ignored,
                                  std::uint32_t* resultCount, RVOValue* results, int argumentCount,
                                  const RVOValue* arguments);
 
-/// What methods, constructors and package functions add to a record: the invoker and what it finally calls.
+/// A record that calls a native function through an invoker. It is the base of the records of methods,
+/// constructors and package functions.
+///
+/// REQUIRES: `invoker` and `native` are set before the record is added, and the invoker fits the native
+/// function.
 class TARVELON_API GeneratedMethod : public RuvoMethod {
  public:
   using RuvoMethod::RuvoMethod;
@@ -206,13 +252,15 @@ class TARVELON_API GeneratedMethod : public RuvoMethod {
   NativeFunction native;
 };
 
+/// The record of a method.
 class TARVELON_API MethodImpl : public GeneratedMethod {
  public:
   using GeneratedMethod::GeneratedMethod;
   ~MethodImpl() override;
 };
 
-/// A constructor: result slot 0 holds the 1 by 1 array of the object under construction.
+/// The record of a constructor. The invoker binds the new native object to the host object in the 1 by 1
+/// array of result slot 0 (BindingRegistry::announceForConstructor()).
 class TARVELON_API RuvoConstructor : public GeneratedMethod {
  public:
   using GeneratedMethod::GeneratedMethod;
@@ -220,13 +268,14 @@ class TARVELON_API RuvoConstructor : public GeneratedMethod {
   bool isConstructor() const override;
 };
 
+/// Creates the signatures of records.
 class TARVELON_API Invoker {
  public:
-  /// Builds the signature of a record. `selfType` is null for a record without self; `parameterNames` must
-  /// outlive the signature.
+  /// Sets `signature` to a new signature. `selfType` is null for a record without self. Throws
+  /// bedrock::core::except::bad_alloc. REQUIRES: `parameterNames` outlives the signature.
   static void createSignature(const char* parameterNames, const char* returnType, const char* selfType,
                               std::span<const char* const> argumentTypes, RVOMethodSignaturePtr& signature);
-  /// The same for names that are interned already.
+  /// The same for interned names; `selfType` is the empty name for a record without self.
   static void createSignature(const char* parameterNames, const InternedName& returnType,
                               const InternedName& selfType, std::span<const InternedName> argumentTypes,
                               RVOMethodSignaturePtr& signature) {
@@ -234,21 +283,21 @@ class TARVELON_API Invoker {
   }
 };
 
-/// Raises the object system's error for a missing self; `record` may be null.
+/// Throws the K7Q::WrongValue for a call on no object. The text names the method if `record` is not null.
 [[noreturn]] TARVELON_API void throwNullSelf(const RuvoMethod* record);
 
-/// Refuses a null self.
+/// Throws K7Q::WrongValue if the pointer to self is null.
 inline void validateSelfPointer(const void* pointer) {
   if (!pointer) throwNullSelf(nullptr);
 }
-/// The same, naming the record.
+/// The same check; the text of the error names the method.
 inline void validateSelfPointer(const void* pointer, const RuvoMethod& record) {
   if (!pointer) throwNullSelf(&record);
 }
 
 }  // namespace impl
 
-/// A package function.
+/// The record of a package function. RVOPackage::addFunction() adds it to a package.
 class TARVELON_API FunctionInfo : public impl::GeneratedMethod {
  public:
   FunctionInfo(const InternedName& name, const MethodAttributes& attributes);
@@ -257,8 +306,8 @@ class TARVELON_API FunctionInfo : public impl::GeneratedMethod {
 
 namespace detail {
 
-/// Readies the vocabulary of type names ("logical scalar", "char vector", ...). Safe to call any number of
-/// times.
+/// Interns the type names that are no classes ("logical scalar", "char vector", ...). Calling it again has no
+/// effect.
 TARVELON_API void initStringDataTypes();
 
 }  // namespace detail

@@ -11,8 +11,15 @@
 
 namespace ruvo {
 
-/// What the object system asks of a property. The slot order is fixed.
-/// Threads: any, each on objects of its own.
+/// The interface of property records: describes a property of a host class, and reads and writes it.
+///
+/// A metamodel class uses the records of K7Q::mi::K7qmiPropertyFactory. The object system calls getName(),
+/// getDataType(), getValue(), setValue() and releaseValue(); hosts show attributeWord() and the descriptions.
+/// The other functions are part of the interface, but nothing calls them. The order of the virtual functions
+/// is part of the binary interface and must not change.
+///
+/// Ownership: the class to which the record is added owns the record.
+/// Threads:   any thread may use a record, on objects that this thread uses.
 class TARVELON_API RVOPropInfo {
  public:
   RVOPropInfo() = default;
@@ -23,8 +30,9 @@ class TARVELON_API RVOPropInfo {
   virtual const char* getName() const = 0;
   virtual const char* getDescription() const = 0;
   virtual const char* getDetailedDescription() const = 0;
+  /// The bits from which the predicates are computed (factory::PropertyAttributes).
   virtual std::uint32_t attributeWord() const = 0;
-  /// The type name as the record reports it.
+  /// The type name of the value: a class, an enumeration, or a word such as "int32 scalar" or "char".
   virtual const InternedName& getDataType() const = 0;
   virtual int getMemberGetAccess() const = 0;
   virtual int getExtendedGetAccess() const;
@@ -50,12 +58,14 @@ class TARVELON_API RVOPropInfo {
   virtual bool predicate29() const = 0;
   virtual bool predicate30() const = 0;
   virtual bool isWeakReference() const;
-  /// The value in the form of getDataType(): raw for a scalar type, else an array to be given to
-  /// releaseValue().
+  /// Returns the value: a raw scalar if getDataType() is a scalar type, otherwise an array. Pass the result
+  /// to releaseValue() after use.
   virtual RVOValue getValue(RVOInterface* object) = 0;
-  /// Writes the value, which stays the caller's. A set is refused in this order: many-valued, read-only,
-  /// immutable, then for the value.
+  /// Writes the value; the caller keeps ownership of it. Throws if the property is many-valued, if it is
+  /// read-only, if the host object is immutable, or if the value is wrong; the tests are made in this order.
+  /// An exception means that nothing has changed.
   virtual void setValue(RVOInterface* object, RVOValue value) = 0;
+  /// Frees a value that getValue() returned.
   virtual void releaseValue(RVOInterface* object, RVOValue value) = 0;
   virtual bool predicate35() const = 0;
   virtual bool isDestructible() const;
@@ -63,17 +73,18 @@ class TARVELON_API RVOPropInfo {
   virtual void* getZtArrays(const RVOClient* client, RVOInterface* object);
 };
 
-/// A record that can say whether a set may go ahead before anybody converts the value.
+/// An additional interface of property records. Through it, a host tests whether a property can be set before
+/// the host converts the value. A record implements it by deriving from both classes.
 class TARVELON_API PropertyGuard {
  public:
   PropertyGuard(const PropertyGuard&) = delete;
   PropertyGuard& operator=(const PropertyGuard&) = delete;
 
-  /// Raises if the property is many-valued, read-only or seen through an immutable object, tested in this
-  /// order.
+  /// Throws a K7Q::Exception if the property is many-valued, if it is read-only, or if the host object is
+  /// immutable. The tests are made in this order.
   virtual void requireSettable(RVOInterface* object) const = 0;
-  /// Raises a K7Q::WrongType for a value that is none of the record's: names class, property, expected and
-  /// given.
+  /// Throws the K7Q::WrongType for a value of a wrong type. The text names the class, the property, the
+  /// expected type and the given value.
   [[noreturn]] virtual void throwWrongValue(RVOInterface* object, const hxArray* given) const = 0;
   /// Whether an empty array unsets the property.
   virtual bool isOptional() const = 0;
@@ -87,7 +98,8 @@ class TARVELON_API PropertyGuard {
 
 namespace factory {
 
-/// 2048 makes the one inverted predicate of a property record answer false.
+/// The attribute word of a property record. Each of the bits 1 to 32768 makes one predicate true, except for
+/// 2048: this bit makes predicate25() false. The metamodel's tables use 0, or 2048 under the name kHidden.
 class PropertyAttributes {
  public:
   explicit constexpr PropertyAttributes(std::uint32_t word) noexcept : mWord(word) {}
@@ -99,10 +111,11 @@ class PropertyAttributes {
 
 namespace impl {
 
-/// A property record: name, description and attribute word, from which the predicates answer.
+/// A property record that stores its name, description and attribute word, and computes the predicates from
+/// the attribute word. Derived classes read and write the value.
 class TARVELON_API PropertyImplBase : public RVOPropInfo {
  public:
-  /// `name` and `description` must outlive the record (literals or interned).
+  /// REQUIRES: `name` and `description` outlive the record, as literals and interned names do.
   PropertyImplBase(const char* name, const char* description, PropertyAttributes attributes) noexcept
       : mName(name), mDescription(description), mAttributes(attributes.word()) {}
   ~PropertyImplBase() override;
@@ -128,6 +141,8 @@ class TARVELON_API PropertyImplBase : public RVOPropInfo {
   bool predicate30() const override { return has(16384); }
   bool predicate35() const override { return has(32768); }
 
+  /// Allocates with utMalloc(), so that either side of the boundary can free the record. Throws
+  /// bedrock::core::except::bad_alloc.
   static void* operator new(std::size_t size);
   static void operator delete(void* storage) noexcept;
 

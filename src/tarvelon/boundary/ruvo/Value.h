@@ -9,11 +9,19 @@ namespace ruvo {
 
 using hx::hxArray;
 
-/// One argument or result slot: a machine word.
+/// An argument, a result or a property value that passes between a host and a module: one machine word.
 ///
-/// A `logical scalar`, `int32 scalar` or `double scalar` travels raw, everything else as an hxArray. The slot
-/// does not know which: the signature says so. A slot owns nothing; who fills it with an array says who
-/// destroys that array.
+/// A value of type "logical scalar", "int32 scalar" or "double scalar" is stored in the word itself. Any
+/// other value is a pointer to an hxArray. The slot does not know which of them it contains; the signature of
+/// the method or the type of the property says so.
+///
+/// Ownership: a slot does not own its array. The function that takes or returns the slot says who destroys
+///            the array.
+///
+/// Example:
+///   const RVOValue count = RVOValue::ofInt32(7);             // count.int32() == 7
+///   const RVOValue name(hx::hxCreateString_UTF8("Brakes"));  // name.array() points to the new array
+///   hx::hxDestroyArray(name.array());
 class RVOValue {
  public:
   constexpr RVOValue() noexcept = default;
@@ -26,12 +34,15 @@ class RVOValue {
     std::memcpy(&word, &value, sizeof word);
     return ofWord(word);
   }
+  /// The word as it is.
   static constexpr RVOValue ofWord(std::uint64_t word) noexcept {
     RVOValue value;
     value.mWord = word;
     return value;
   }
 
+  /// Each of the next five functions reads the word as one type. REQUIRES: the slot contains a value of that
+  /// type.
   hxArray* array() const noexcept { return reinterpret_cast<hxArray*>(static_cast<std::uintptr_t>(mWord)); }
   bool logical() const noexcept { return mWord != 0; }
   std::int32_t int32() const noexcept { return static_cast<std::int32_t>(static_cast<std::uint32_t>(mWord)); }

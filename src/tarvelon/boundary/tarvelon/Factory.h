@@ -8,34 +8,44 @@
 #include "tarvelon/boundary/k7q/ModelCache.h"
 #include "tarvelon/boundary/tarvelon/Rows.h"
 
-/// The factory of the platform's metamodel: makes the objects of one model.
+/// The factory creates the objects of one model, by class and constructor arguments or by the name of a
+/// class.
+///
+/// X::create(model, ...) of the native handles creates the same objects. A program needs a factory if it
+/// knows the class only by name, or if it passes the right to create objects to other code without the model
+/// handle.
 namespace Tarvelon::metamodel::arplatform {
 
 namespace NSInterface {
 
-/// Ownership: counts its references, and holds its model. Threads: one at a time, with the model.
+/// The interface of the factory.
+///
+/// Ownership: reference counted; a factory keeps its model alive.
+/// Threads:   the thread that uses the model uses the factory.
 class TARVELON_API FactoryIntf : public K7Q::NSInterface::FactoryIntf {
  public:
   ~FactoryIntf() override;
-  /// A new factory without a reference for the caller; null for an empty model. Raises kNullReference for a
-  /// closed one.
+  /// Creates a factory with a reference count of 0: put it into a handle, which frees it. Returns null for a
+  /// null model. Throws a K7Q::Exception with the text kNullReference for a closed model.
   static FactoryIntf* createNewFactory(const K7Q::Model& model);
 
-  /// A new object of the class by its constructor of that index, whatever the deviant says. Raises what
-  /// IntrospectiveMethods::create() raises.
+  /// Creates an object of the class with the constructor of that index. `deviant` becomes the deviant of the
+  /// returned handle; the function does not test whether it allows writing. Throws what
+  /// IntrospectiveMethods::create() throws.
   virtual K7Q::ClassObject create(K7Q::Deviant deviant, const K7Q::IntrospectiveMethods& cls,
                                   unsigned constructor, std::span<const K7Q::Object> arguments) = 0;
-  /// A new object of the class of that name, dotted or from "Tarvelon.metamodel.arplatform." on. Raises
-  /// K7Q::UnknownName for a class that is unknown, K7Q::Exception for one that is abstract.
+  /// Creates an object of the class with that name, with the constructor without arguments. The name is
+  /// dotted; the prefix "Tarvelon.metamodel.arplatform." may be left out. Throws K7Q::UnknownName for an
+  /// unknown class, and K7Q::WrongType for an abstract class.
   virtual K7Q::Object createFromString(K7Q::Deviant deviant, const K7Q::String& cls) = 0;
-  /// The same, and sets the object's name. Raises K7Q::WrongValue for a class whose objects have none.
+  /// The same; also sets the object's `Name`. Throws K7Q::WrongValue if the class has no such property.
   virtual K7Q::Object createFromString(K7Q::Deviant deviant, const K7Q::String& cls,
                                        const K7Q::String& name) = 0;
 };
 
 }  // namespace NSInterface
 
-/// The handle that can only be looked at.
+/// A read-only handle on a factory; it cannot create objects.
 class ImmutableFactory : public K7Q::ImmutableFactoryObject {
  public:
   using Interface = NSInterface::FactoryIntf;
@@ -44,12 +54,13 @@ class ImmutableFactory : public K7Q::ImmutableFactoryObject {
       : ImmutableFactoryObject(interface, deviant) {}
 };
 
-/// The handle that makes objects:
+/// A handle on a factory that creates objects. The new objects have the deviant of the factory handle. If
+/// that deviant forbids writing, the create functions throw a K7Q::Exception.
 ///
+/// Example:
 ///   const auto factory = Factory::createNewFactory(model);
 ///   const auto package = factory.create<common::Package>(u"Brakes");
-///
-/// What it makes is seen under the factory's deviant. Under one that refuses writing it makes nothing.
+///   const auto same = factory.getFactory()->createFromString({}, u"common.Package", u"Wheels");
 class Factory : public K7Q::FactoryObject {
  public:
   using Interface = NSInterface::FactoryIntf;
@@ -57,7 +68,7 @@ class Factory : public K7Q::FactoryObject {
   Factory(NSInterface::FactoryIntf* interface, K7Q::Deviant deviant) noexcept
       : FactoryObject(interface, deviant) {}
 
-  /// Empty for an empty model.
+  /// Returns a null handle for a null model. Throws a K7Q::Exception for a closed model.
   static Factory createNewFactory(const K7Q::Model& model) {
     return {Interface::createNewFactory(model), model.getDeviant()};
   }
@@ -66,7 +77,8 @@ class Factory : public K7Q::FactoryObject {
     return static_cast<NSInterface::FactoryIntf*>(getInterface());
   }
 
-  /// A new object by the constructor that takes these arguments; a wrong list does not compile.
+  /// Creates an object with the constructor of X that takes these arguments. A call that fits no constructor
+  /// does not compile.
   template <class X, class... Arguments>
   requires(ConstructorMatch<X, Arguments...>::kIndex >= 0) X create(const Arguments&... arguments)
   const {
@@ -78,8 +90,8 @@ class Factory : public K7Q::FactoryObject {
     return X(object.getClassObject(), object.getDeviant());
   }
 
-  /// A new object of the class by its constructor of that index. Raises kNullReference for an empty factory,
-  /// and what the view says when it refuses writing.
+  /// Creates an object of the class with the constructor of that index. Throws a K7Q::Exception for a null
+  /// factory and for a deviant that forbids writing, and what IntrospectiveMethods::create() throws.
   K7Q::ClassObject create(const K7Q::IntrospectiveMethods& cls, unsigned constructor,
                           std::span<const K7Q::Object> arguments) const {
     requireValid();

@@ -2,8 +2,10 @@
 
 #include "tarvelon/boundary/tarvelon/Names.h"
 
-// The metamodels that the platform's own builds on: their classes and enumerations in the order of their
-// registration.
+// The classes and enumerations of the kernel and of the metamodels `foundation` and `types`, in the order of
+// their registration. The metamodel `arplatform` builds on them.
+//
+// The list macros call CLASS for each class and ENUMERATION for each enumeration with its literals.
 // clang-format off
 #define TARVELON_KERNEL_NAMES(CLASS, ENUMERATION) \
   CLASS(ClassObject)                              \
@@ -34,7 +36,9 @@
   CLASS(ApplicationPrimitiveDataType)
 // clang-format on
 
-/// What every model object is. Published by the model infrastructure; the rows give it its meta properties.
+/// The native handles of the kernel's classes. Every class of the metamodel derives from ClassObject. The
+/// model library publishes the kernel's host classes in the package `K7Q`; the rows add meta properties to
+/// them.
 namespace Tarvelon::metamodel::kernel {
 
 #define KERNEL_CLASS(X) TARVELON_DECLARE_CLASS("K7Q.", X)
@@ -45,6 +49,7 @@ TARVELON_KERNEL_NAMES(KERNEL_CLASS, KERNEL_ENUMERATION)
 
 }  // namespace Tarvelon::metamodel::kernel
 
+/// The native handles of the general metamodel: elements, names, packages and value specifications.
 namespace Tarvelon::metamodel::foundation {
 
 #define FOUNDATION_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.foundation.", X)
@@ -56,6 +61,7 @@ TARVELON_FOUNDATION_NAMES(FOUNDATION_CLASS, FOUNDATION_ENUMERATION)
 
 }  // namespace Tarvelon::metamodel::foundation
 
+/// The native handles of the data types that several packages of `arplatform` use.
 namespace Tarvelon::metamodel::types {
 
 #define TYPES_CLASS(X) TARVELON_DECLARE_CLASS("Tarvelon.metamodel.types.", X)

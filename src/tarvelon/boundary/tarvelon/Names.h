@@ -10,19 +10,21 @@
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/boundary/tarvelon/Native.h"
 
-/// The names of the metamodel's classes and enumerations.
+/// The declarations of the metamodel's classes and enumerations by name.
 ///
-/// A package's Names.h lists them once, in the order of their registration, as a list macro:
+/// The Names.h of a package lists its classes and enumerations once, in the order of their registration, in a
+/// list macro:
 ///
 ///   #define ARPLATFORM_COMMON_NAMES(CLASS, ENUMERATION)
 ///     CLASS(Referrable)
 ///     ENUMERATION(ArxmlFilePackagingKind, Modular, SingleFile)
 ///
-/// and declares them with TARVELON_DECLARE_CLASS and TARVELON_DECLARE_ENUMERATION. Every other list of them
-/// is another projection of that macro.
+/// Names.h passes TARVELON_DECLARE_CLASS and TARVELON_DECLARE_ENUMERATION to that macro, which declares the
+/// native handles `Referrable` and `ImmutableReferrable` and the value class `ArxmlFilePackagingKind`. Other
+/// code that needs the list, such as the registration, passes other macros.
 namespace Tarvelon::metamodel {
 
-/// The host names of a metamodel class; all texts are literals.
+/// The host names of a metamodel class. All texts are literals.
 struct ClassName {
   const char* name;       ///< of the mutable class, dotted
   const char* immutable;  ///< of the immutable class, dotted
@@ -32,36 +34,46 @@ struct ClassName {
   constexpr const char* shortImmutable() const noexcept { return immutable + prefix; }
 };
 
-/// The host name of an enumeration and its literals in ascending order of value, from 0, joined with ", ".
+/// The host name and the literals of an enumeration. All texts are literals.
 struct EnumerationName {
-  const char* name;
-  std::uint16_t prefix;
-  const char* literals;
+  const char* name;      ///< dotted
+  std::uint16_t prefix;  ///< how many characters of the name stand before the short name
+  const char* literals;  ///< joined with ", "; the values of the literals are 0, 1, 2, ... in this order
 
   constexpr const char* shortName() const noexcept { return name + prefix; }
 };
 
-/// A native enumeration type.
+/// The value classes that TARVELON_DECLARE_ENUMERATION declares.
 template <class T>
 concept IsEnumeration = requires {
   typename T::EnumerationTag;
 };
 
-/// The native side of an enumeration's conversions.
+/// The functions behind EnumerationValue that do not depend on the enumeration's type. Any thread may call
+/// them.
 namespace native {
 
+/// The literal of a value; for a value without a literal, the number.
 TARVELON_API K7Q::String enumerationToString(const EnumerationName& enumeration, std::int32_t value);
-/// Raises K7Q::Exception for a name that no literal has; the text lists the literals.
+/// The value of a literal. Throws a K7Q::Exception for an unknown literal; the text lists the literals.
 TARVELON_API std::int32_t enumerationFromString(const EnumerationName& enumeration, std::string_view literal);
+/// The description of the enumeration.
 TARVELON_API K7Q::ImmutableDataType enumerationDataType(const EnumerationName& enumeration);
-/// A cell of its own for each call.
+/// The object form of a value. Each call allocates a new object.
 TARVELON_API K7Q::Object enumerationToObject(const EnumerationName& enumeration, std::int32_t value);
-/// The number behind the object form of any enumeration, 0 for an empty object.
+/// The value in the object form of any enumeration, 0 for a null object. Throws K7Q::WrongType for any other
+/// object.
 TARVELON_API std::int32_t enumerationFromObject(const K7Q::Object& object);
 
 }  // namespace native
 
-/// Base of the native value classes of enumerations: a signed 32-bit value, compared as such.
+/// Base of the value classes of enumerations. A value is a signed 32-bit number; it may be a number that no
+/// literal has, which isValid() of the derived class tells. Values compare as numbers.
+///
+/// Example:
+///   const auto kind = IrvKind::fromString("Explicit");
+///   kind == IrvKind::Explicit;
+///   kind.toString();             // u"Explicit"
 template <class Derived>
 class EnumerationValue {
  public:
@@ -72,7 +84,9 @@ class EnumerationValue {
   explicit EnumerationValue(const K7Q::Object& object) : mValue(native::enumerationFromObject(object)) {}
 
   constexpr std::int32_t value() const noexcept { return mValue; }
+  /// The literal, or the number if there is none.
   K7Q::String toString() const { return native::enumerationToString(Derived::kName, mValue); }
+  /// Throws a K7Q::Exception for an unknown literal; the text lists the literals.
   static Derived fromString(const std::string& literal) {
     return Derived(native::enumerationFromString(Derived::kName, literal));
   }
@@ -94,8 +108,8 @@ class EnumerationValue {
 
 }  // namespace Tarvelon::metamodel
 
-/// Declares the interface tag and the two handles of a class. PREFIX is the package's dotted name with its
-/// last dot.
+/// Declares class X of a package: the interface tag NSInterface::XIntf with the host names, and the handles X
+/// and ImmutableX. PREFIX is the dotted name of the package, with a dot at the end.
 #define TARVELON_DECLARE_CLASS(PREFIX, X)                                                        \
   namespace NSInterface {                                                                        \
   struct X##Intf {                                                                               \
@@ -116,7 +130,7 @@ class EnumerationValue {
     using MutableNative::MutableNative;                                                          \
   };
 
-/// Declares the native value class of an enumeration.
+/// Declares the value class of enumeration E with its literals. PREFIX is as above.
 #define TARVELON_DECLARE_ENUMERATION(PREFIX, E, ...)                                                  \
   class E : public ::Tarvelon::metamodel::EnumerationValue<E> {                                       \
    public:                                                                                            \

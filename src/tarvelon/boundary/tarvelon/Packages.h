@@ -7,35 +7,41 @@
 #include "tarvelon/boundary/ruvo/Package.h"
 
 namespace Tarvelon::mi {
-/// The package `Tarvelon`.
+/// The host package `Tarvelon`, the root of all packages of the product.
 TARVELON_API ruvo::RVOPackage* getTarvelonRVOPackage();
 }  // namespace Tarvelon::mi
 
 namespace Tarvelon::metamodel::mi {
-/// Hangs the package `Tarvelon.metamodel` below the given one.
+/// Adds the host package `Tarvelon.metamodel` to `parent`.
 TARVELON_API void initmetamodelPackageWrapper(ruvo::RVOPackage* parent);
+/// The host package `Tarvelon.metamodel`.
 TARVELON_API ruvo::RVOPackage* getmetamodelRVOPackage();
 }  // namespace Tarvelon::metamodel::mi
 
 namespace Tarvelon::metamodel::types {
-/// Brings the metamodel `types` up; safe to call again.
+/// Initialises the metamodel `types`. Calling it again has no effect.
 TARVELON_API void initialize();
 }  // namespace Tarvelon::metamodel::types
 
 namespace Tarvelon::metamodel::foundation {
-/// Brings the metamodel `foundation` up; safe to call again.
+/// Initialises the metamodel `foundation`. Calling it again has no effect.
 TARVELON_API void initialize();
 }  // namespace Tarvelon::metamodel::foundation
 
 namespace Tarvelon::metamodel::native {
 
-/// Sets the model factory of this library, so that K7Q::Model::create() makes models. It is done when the
-/// library is loaded; who calls it makes sure that the library is linked. Safe to call again.
+/// Registers the model library, so that K7Q::Model::create() can create models. The library registers itself
+/// when it is loaded; a program calls this function so that the linker does not drop the library. Calling it
+/// again has no effect.
 TARVELON_API void initialize();
 
-/// The description of a package of the metamodel by its dotted name: `Tarvelon.metamodel.arplatform`, one of
-/// its children, `Tarvelon.metamodel.foundation`, `Tarvelon.metamodel.types` or `K7Q`. Raises
-/// K7Q::UnknownName for another name.
+/// The description of a package of the metamodel. The dotted name is `Tarvelon.metamodel.arplatform`, the
+/// name of one of its child packages, `Tarvelon.metamodel.foundation`, `Tarvelon.metamodel.types` or `K7Q`.
+/// Throws K7Q::UnknownName for any other name; the text lists the packages.
+///
+/// Example:
+///   const auto package = native::metaPackage("Tarvelon.metamodel.arplatform.common");
+///   for (const auto* cls : package.getPackage()->classes()) print(cls->name());
 TARVELON_API K7Q::ImmutablePackage metaPackage(std::string_view dottedName);
 
 }  // namespace Tarvelon::metamodel::native

@@ -8,19 +8,20 @@
 
 #include "tarvelon/boundary/tarvelon/Names.h"
 
-/// What the classes and enumerations of a package are for, in words.
+/// Descriptions of the classes and enumerations of a package.
 ///
-/// A package's Purposes.h gives each of its names one row, in the order of Names.h:
+/// The Purposes.h of a package has one row for each class and enumeration, in the order of Names.h:
 ///
 ///   inline constexpr auto kPurposes = purposes(
 ///       of<Runnable>("A piece of a component's behavior that ..."),
 ///       ...);
 ///
-/// Texts are for people who read the name for the first time: the first sentence stands alone in lists. They
-/// are not part of the module; platform/model/metamodel/Documentation.cpp alone projects them.
+/// A text is for readers who see the name for the first time. Lists show only its first sentence. The texts
+/// are not compiled into the module; only platform/model/metamodel/Documentation.cpp uses them, for help()
+/// and for the pages of the metamodel.
 namespace Tarvelon::metamodel {
 
-/// The name of a class or an enumeration within its package.
+/// The short name of a class or an enumeration.
 template <class X>
 constexpr std::string_view shortNameOf() {
   if constexpr (IsEnumeration<X>) {
@@ -30,23 +31,26 @@ constexpr std::string_view shortNameOf() {
   }
 }
 
+/// The short name of a class or an enumeration, and its description.
 struct PurposeRow {
   std::string_view name;
   std::string_view text;
 };
 
+/// Creates the row of class or enumeration X. A text that does not end with a period does not compile.
 template <class X>
 consteval PurposeRow of(std::string_view text) {
   if (!text.ends_with('.')) throw "a purpose is made of sentences";
   return {shortNameOf<X>(), text};
 }
 
+/// Creates the list of a package from its rows.
 template <std::same_as<PurposeRow>... Rows>
 consteval std::array<PurposeRow, sizeof...(Rows)> purposes(Rows... rows) {
   return {rows...};
 }
 
-/// The purpose of a class or an enumeration among those of its package; without one it does not compile.
+/// The description of X in the list of its package. Does not compile if the list has no row for X.
 template <class X>
 consteval std::string_view purposeAmong(std::span<const PurposeRow> rows) {
   for (const PurposeRow& row : rows) {
@@ -55,7 +59,7 @@ consteval std::string_view purposeAmong(std::span<const PurposeRow> rows) {
   throw "the class or enumeration has no purpose: give it a row in its package's Purposes.h";
 }
 
-/// Whether the rows are those of the names, in their order, each once.
+/// Whether there is exactly one row for each name, in the same order.
 consteval bool isInOrder(std::span<const PurposeRow> rows, std::span<const std::string_view> names) {
   for (std::size_t i = 0; i < names.size(); ++i) {
     if (i >= rows.size() || rows[i].name != names[i]) return false;

@@ -11,24 +11,36 @@
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/boundary/tarvelon/Names.h"
 
-/// The rows of the metamodel's tables.
+/// The rows of the metamodel's tables. A row describes one class: its bases, constructors, properties and
+/// read methods, in the order of the metamodel. All other code that depends on the metamodel reads the rows.
 ///
-/// A package's Table.h gives each class one row: a function row(Is<X>) in the namespace of X, found through
-/// its argument, with the bases, the constructors and the properties, in the order of the metamodel.
-/// Everything else that needs to know the metamodel reads the rows.
+/// The Table.h of a package has one function row(Is<X>) for each class X, in the namespace of X, where
+/// argument-dependent lookup finds it.
+///
+/// Example:
+///   constexpr auto row(Is<Runnable>) {
+///     return classRow(bases<foundation::NamedElement>(),
+///                     constructors(create<>(), create<K7Q::String>(" aSymbol")),
+///                     properties(optional<K7Q::String>(1, "symbol"),
+///                                many<Event>(2, "Events", kRefers).withOpposite("StartOnEvent")));
+///   }
+///
+/// Rows are constants; reading them needs no lock. A wrong row does not compile.
 namespace Tarvelon::metamodel {
 
-/// Names the class a row speaks of.
+/// Tells the function row() which class is meant.
 template <class X>
 struct Is {};
 
+/// The kind of a value. ClassObject is a model object, DataType an enumeration value.
 enum class Kind : std::uint8_t { ClassObject, DataType, String, Boolean, Integer, Double, Real };
 
-/// The type of a property or constructor argument.
+/// The type of a property or of a constructor argument.
 struct TypeRow {
   Kind kind;
-  const ClassName* cls = nullptr;                ///< of a ClassObject
-  const EnumerationName* enumeration = nullptr;  ///< of a DataType
+  const ClassName* cls = nullptr;                ///< the class of a ClassObject, otherwise null
+  const EnumerationName* enumeration = nullptr;  ///< the enumeration of a DataType, otherwise null
+  /// The dotted name of the class or enumeration; empty for any other kind.
   std::string_view dottedName() const noexcept {
     return cls           ? std::string_view(cls->name)
            : enumeration ? std::string_view(enumeration->name)
@@ -55,75 +67,84 @@ constexpr TypeRow makeType() {
   }
 }
 
+/// The one TypeRow of each C++ type, so that rows can point to it.
 template <class T>
 inline constexpr TypeRow kType = makeType<T>();
 
+/// Whether values of type T are model objects.
 template <class T>
 inline constexpr bool kIsReference = kType<T>.kind == Kind::ClassObject;
 
-/// Whether the values of a reference belong to the object or are referred to.
+/// Whether a property is a containment (Holds: the object owns the values), a cross reference (Refers), or
+/// has values that are no objects (Value).
 enum class Role : std::uint8_t { Value, Holds, Refers };
 inline constexpr Role kHolds = Role::Holds;
 inline constexpr Role kRefers = Role::Refers;
 
-/// What the model computes a derived property from.
+/// How the model computes the value of a derived property.
 enum class Derivation : std::uint8_t {
-  None,           ///< stored
-  Nothing,        ///< never a value: this library has none of that kind
-  Model,          ///< the model
-  Root,           ///< where the way up ends: the object itself when nothing holds it
-  Owner,          ///< the owner, if it is of the property's class
-  NearestOwner,   ///< the first of the property's class on the way up
-  Owned,          ///< all that the object holds of the property's class, in order of storage
-  OwnedPackaged,  ///< those of its packaged elements that are of the property's class
+  None,           ///< not derived: the value is stored
+  Nothing,        ///< the property never has a value
+  Model,          ///< the model of the object
+  Root,           ///< the last of the owner, its owner, and so on; the object itself if it has no owner
+  Owner,          ///< the owner, if its class is the property's type
+  NearestOwner,   ///< the first of the owner, its owner, and so on, whose class is the property's type
+  Owned,          ///< all contained objects of the property's type, in order of storage
+  OwnedPackaged,  ///< the elements of PackagedElement that are of the property's type
 };
 
-/// Attribute word of a property record.
+/// The attribute word of the records of hidden properties (ruvo::factory::PropertyAttributes).
 inline constexpr std::uint16_t kHidden = 2048;
 
+/// A property of a class. All texts are literals.
 struct PropertyRow {
-  std::uint16_t id = 0;
-  std::uint16_t attributes = 0;
-  const char* name = nullptr;  ///< as the host shows it; the meta name begins with a capital
+  std::uint16_t id = 0;          ///< unique within the class, from 1; ids ascend and may have gaps
+  std::uint16_t attributes = 0;  ///< 0 or kHidden
+  const char* name = nullptr;    ///< the host name; the meta name is the same with a capital first letter
   const TypeRow* type = nullptr;
-  const char* redefined = nullptr;  ///< the inherited meta name whose storage this one shares
-  const char* hidden = nullptr;     ///< the inherited meta name that the class's list leaves out
-  const char* opposite = nullptr;   ///< the meta name of the reference back, of the property's class
+  const char* redefined = nullptr;  ///< the meta name of the inherited property whose storage this one uses
+  const char* hidden = nullptr;     ///< the meta name of an inherited property that the class does not list
+  const char* opposite = nullptr;   ///< the meta name of the opposite, which the class of the values has
   K7Q::mi::Multiplicity multiplicity = K7Q::mi::Multiplicity::Optional;
   K7Q::mi::Mutability mutability = K7Q::mi::Mutability::Writable;
   Role role = Role::Value;
-  bool isExposed = true;  ///< false: a meta property alone, the base's host property serves
-  Derivation derivation = Derivation::None;  ///< other than None: read-only, no storage
+  bool isExposed = true;  ///< false: the class adds no host property, because the inherited one is used
+  Derivation derivation = Derivation::None;  ///< any other value: read-only, without storage
 
   constexpr bool isMany() const noexcept { return multiplicity == K7Q::mi::Multiplicity::Many; }
 };
 
-/// A property row that knows its value type at compile time.
+/// A property row with its value type and multiplicity as C++ types. Each of its functions returns a changed
+/// copy of the row.
 template <class T, K7Q::mi::Multiplicity M>
 struct TypedRow : PropertyRow {
   using Type = T;
   static constexpr K7Q::mi::Multiplicity kMultiplicity = M;
 
-  /// Shares the storage of an inherited property, which the class's list leaves out.
+  /// The property shares its storage with an inherited property and replaces it in the property list of the
+  /// class.
   constexpr TypedRow redefines(const char* inherited) const {
     TypedRow row = *this;
     row.redefined = inherited;
     row.hidden = inherited;
     return row;
   }
-  /// Leaves an inherited entry out of the class's list, without sharing its storage.
+  /// The property replaces an inherited property in the property list of the class, but has storage of its
+  /// own.
   constexpr TypedRow hides(const char* inherited) const {
     TypedRow row = *this;
     row.hidden = inherited;
     return row;
   }
-  /// Kept in step with the property of the value's class that refers back.
+  /// The property has an opposite: setting one of the two sets the other. `back` is the meta name of the
+  /// opposite.
   constexpr TypedRow withOpposite(const char* back) const {
     TypedRow row = *this;
     row.opposite = back;
     return row;
   }
-  /// A redefinition of the inherited property of the same name that has no host property of its own.
+  /// The property redefines the inherited property of the same name, and the class adds no host property for
+  /// it.
   constexpr TypedRow unexposed() const {
     TypedRow row = *this;
     row.isExposed = false;
@@ -136,7 +157,7 @@ struct TypedRow : PropertyRow {
     row.mutability = K7Q::mi::Mutability::ReadOnly;
     return row;
   }
-  /// Read-only and computed by the model.
+  /// The property is read-only, and the model computes its value.
   constexpr TypedRow derived(Derivation from) const {
     TypedRow row = readOnly();
     row.derivation = from;
@@ -156,7 +177,9 @@ constexpr TypedRow<T, M> makeRow(unsigned id, const char* name, Role role, std::
   return row;
 }
 
-/// 0..1, exactly 1 and 0..* values. A reference says whether it holds or refers, a value cannot.
+/// The next functions create the rows of properties with 0..1 values (optional), exactly 1 value (one) and
+/// 0..* values (many). If T is a class, the role kHolds or kRefers is required; otherwise a role does not
+/// compile.
 template <class T>
 requires(!kIsReference<T>) constexpr auto optional(unsigned id, const char* name,
                                                    std::uint16_t attributes = 0) {
@@ -186,18 +209,23 @@ requires(kIsReference<T>) constexpr auto many(unsigned id, const char* name, Rol
   return makeRow<T, K7Q::mi::Multiplicity::Many>(id, name, role, attributes);
 }
 
+/// The greatest number of arguments of a constructor.
 inline constexpr std::size_t kMaxArguments = 8;
 
-/// A constructor: the arguments behind the model, and their names as the factory declares them.
-/// The names tie each argument to the property that it fills: " aSymbol, aName" fills Symbol and Name. A name
-/// may be qualified by its class, with underscores for dots: what stands behind the last one is the property.
+/// A constructor: the types of its arguments, without the model, and their names as the factory declares
+/// them.
+///
+/// Each argument sets the property that its name contains: " aSymbol, aName" sets the properties Symbol and
+/// Name. The name may be qualified with a class, with underscores instead of dots; then the property is the
+/// part after the last underscore.
 struct ConstructorRow {
   const char* parameterNames = "";
   std::array<const TypeRow*, kMaxArguments> arguments{};
   std::uint8_t count = 0;
 };
 
-/// The meta name of the property that a parameter fills, empty for what is no parameter's name.
+/// The meta name of the property that an argument sets. `parameter` is one name, with its leading blank, such
+/// as " aSymbol". Empty for a text of any other form.
 constexpr std::string_view filledBy(std::string_view parameter) {
   constexpr std::string_view kLead = " a";
   if (!parameter.starts_with(kLead)) return {};
@@ -205,9 +233,11 @@ constexpr std::string_view filledBy(std::string_view parameter) {
   return parameter.substr(qualified == std::string_view::npos ? kLead.size() : qualified + 1);
 }
 
+/// A constructor row with its arguments as C++ types.
 template <class... Arguments>
 struct TypedConstructor : ConstructorRow {};
 
+/// Creates the row of a constructor with these argument types.
 template <class... Arguments>
 constexpr TypedConstructor<Arguments...> create(const char* parameterNames = "") {
   static_assert(sizeof...(Arguments) <= kMaxArguments);
@@ -218,11 +248,13 @@ constexpr TypedConstructor<Arguments...> create(const char* parameterNames = "")
   return row;
 }
 
+/// A list of types.
 template <class... Xs>
 struct Types {
   static constexpr std::size_t kSize = sizeof...(Xs);
 };
 
+/// The direct bases of a class; bases<A, B>() creates it.
 template <class... Bases>
 struct BaseRows {
   std::array<const ClassName*, sizeof...(Bases)> names{};
@@ -233,6 +265,7 @@ constexpr BaseRows<Bases...> bases() {
   return {{&Bases::Interface::kName...}};
 }
 
+/// The constructors of a class; constructors(...) creates it.
 template <class... Constructors>
 struct ConstructorRows {
   std::array<ConstructorRow, sizeof...(Constructors)> rows{};
@@ -242,9 +275,10 @@ template <class... Constructors>
 constexpr ConstructorRows<Constructors...> constructors(Constructors... rows) {
   return {{static_cast<ConstructorRow>(rows)...}};
 }
-/// An abstract class.
+/// For an abstract class.
 constexpr ConstructorRows<> noConstructors() { return {}; }
 
+/// The properties that a class declares; properties(...) creates it.
 template <class... Properties>
 struct PropertyRows {
   std::array<PropertyRow, sizeof...(Properties)> rows{};
@@ -256,15 +290,16 @@ constexpr PropertyRows<Properties...> properties(Properties... rows) {
 }
 constexpr PropertyRows<> noProperties() { return {}; }
 
-/// A method that reads those elements of a property of many references whose Kind is one literal, in the
-/// order of the property, as a sequence of its own.
+/// A read method. It selects the elements of a many-valued property whose property Kind has a certain value,
+/// in the order of the property, and returns them as a new sequence.
 struct ReadRow {
   const char* name = nullptr;
-  const char* property = nullptr;  ///< the meta name
-  const ClassName* element = nullptr;
-  std::int32_t kind = 0;
+  const char* property = nullptr;      ///< the meta name of the many-valued property
+  const ClassName* element = nullptr;  ///< the class of the elements
+  std::int32_t kind = 0;               ///< the value of Kind
 };
 
+/// A read method with its element class as a C++ type.
 template <class Element>
 struct TypedRead : ReadRow {
   using ElementType = Element;
@@ -280,6 +315,7 @@ constexpr TypedRead<Element> read(const char* name, const char* property, Litera
   return row;
 }
 
+/// The read methods of a class; reads(...) creates it.
 template <class... Reads>
 struct ReadRows {
   std::array<ReadRow, sizeof...(Reads)> rows{};
@@ -290,6 +326,7 @@ constexpr ReadRows<Reads...> reads(Reads... rows) {
   return {{static_cast<ReadRow>(rows)...}};
 }
 
+/// The row of a class, with all its parts as C++ types; classRow(...) creates it.
 template <class Bases, class Constructors, class Properties, class Reads>
 struct ClassRow {
   using BaseTypes = Bases;
@@ -308,17 +345,17 @@ constexpr ClassRow<BaseRows<B...>, ConstructorRows<C...>, PropertyRows<P...>, Re
   return {baseRows, constructorRows, propertyRows, readRows};
 }
 
-/// Whether the class has a row that is seen here.
+/// Whether a row of class X is declared at this point of the translation unit.
 template <class X>
 concept HasRow = requires {
   row(Is<X>{});
 };
 
-/// The row of a class, once per program.
+/// The row of class X.
 template <HasRow X>
 inline constexpr auto kRow = row(Is<X>{});
 
-/// A row without its types, as the projections walk it.
+/// The row of a class without C++ types, for code that loops over all classes.
 struct ClassTable {
   const ClassName* name;
   std::span<const ClassName* const> bases;
@@ -327,6 +364,7 @@ struct ClassTable {
   std::span<const ReadRow> reads;
 };
 
+/// The ClassTable of class X.
 template <HasRow X>
 inline constexpr ClassTable kTable{&X::Interface::kName, kRow<X>.bases.names, kRow<X>.constructors.rows,
                                    kRow<X>.properties.rows, kRow<X>.reads.rows};

@@ -14,8 +14,8 @@
 #include "tarvelon/boundary/tarvelon/PrimitiveCell.h"
 #include "tarvelon/boundary/tarvelon/Rows.h"
 
-/// What the native handles know from the rows at compile time: bases, constructors and properties with their
-/// types.
+/// The compile-time part of the native handles (Native.h): finds bases, constructors and properties in the
+/// rows, and checks their types. Of this file, programs use NativeSequence.
 namespace Tarvelon::metamodel {
 
 namespace typed {
@@ -31,13 +31,14 @@ template <class A>
 inline constexpr bool kIsCharacter =
     std::is_same_v<A, char> || std::is_same_v<A, wchar_t> || std::is_same_v<A, char8_t> ||
     std::is_same_v<A, char16_t> || std::is_same_v<A, char32_t>;
-/// Whether every value of the type is a number of 32 bits: what could be cut does not compile.
+/// Whether every value of the C++ type A fits a K7Q::Integer. Other types do not compile, since a value could
+/// be cut.
 template <class A>
 inline constexpr bool kFitsInteger =
     std::integral<A> && !std::is_same_v<A, bool> && !kIsCharacter<A> &&
     (sizeof(A) < sizeof(std::int32_t) || (sizeof(A) == sizeof(std::int32_t) && std::is_signed_v<A>));
 
-/// Whether an argument of type A can stand for a parameter of type P.
+/// Whether a value of the C++ type A can be used for a property or constructor argument of type P.
 template <class P, class A>
 constexpr bool fits() {
   if constexpr (kIsReference<P>) {
@@ -58,7 +59,8 @@ inline constexpr bool kOnlyReads = requires {
   typename Handle::MutableHandle;
 };
 
-/// Whether a sequence of P takes a value of type A. One that an immutable handle gave takes none.
+/// Whether a value of type A can be added to a NativeSequence<P>. Sequences of immutable handles cannot be
+/// changed.
 template <class P, class A>
 constexpr bool isTaken() {
   if constexpr (kOnlyReads<P>) {
@@ -68,7 +70,7 @@ constexpr bool isTaken() {
   }
 }
 
-/// Whether a value of type A can stand in a sequence of P: any object may be asked for.
+/// Whether a value of type A can be searched in a NativeSequence<P>. Any object can be searched.
 template <class P, class A>
 constexpr bool isElement() {
   if constexpr (kOnlyReads<P> || kIsReference<P>) {
@@ -153,7 +155,7 @@ struct ConstructorMatch {
         arguments...);
     return X(object.getClassObject(), object.getDeviant());
   }
-  /// What make(methods, constructor, objects) gives for the class's table and the arguments as objects.
+  /// Calls make(methods, constructor, objects) with the table of the class and the converted arguments.
   template <class Make>
   static auto apply(const Make& make, const Arguments&... arguments) {
     using Constructor = decltype(typed::nthConstructor<kIndex>(kRow<X>.constructors));
@@ -169,10 +171,16 @@ struct ConstructorMatch {
   }
 };
 
-/// A many-valued property of a native object as a C++ range, of handles or of texts. Indices count from 0.
-/// One that an immutable handle gave has immutable handles, and nothing that changes it compiles.
-/// Lifetime: keeps the object's model alive. An element that is taken out during iteration ends the
-///           iteration's validity.
+/// A many-valued property as a C++ range of handles, texts or enumeration values. Indices count from 0. The
+/// sequence shows the current state of the property, and changing the sequence changes the property. If an
+/// immutable handle returned it, its elements are immutable handles, and functions that change it do not
+/// compile.
+/// Lifetime: keeps the model alive. Adding or removing an element during a loop shifts the following
+///           elements.
+/// Errors:   K7Q::Exception or a derived type: index out of range, wrong element, view that cannot be
+///           changed.
+/// Example:
+///   for (const auto& element : package.get<"PackagedElement">()) visit(element);
 template <class Element>
 class NativeSequence : public K7Q::SequenceHandle {
  public:
@@ -181,31 +189,29 @@ class NativeSequence : public K7Q::SequenceHandle {
   bool empty() const { return get().generic_empty(getDeviant()); }
   Element at(int index) const { return Carrier::fromRef(get().generic_at(getDeviant(), index)); }
   Element operator[](int index) const { return at(index); }
-  /// Whether it holds the element.
+  /// Whether the value or object is an element.
   template <class Given>
   requires(typed::isElement<Element, Given>()) bool contains(const Given& element) const {
     return get().generic_contains(getDeviant(), refOf(element));
   }
-  /// What changes it raises what the property's checks raise, and for an immutable view. A list of references
-  /// holds an element once.
-  ///
-  /// Appends an element. A reference that is there stays where it is.
+  /// Appends an element. A property of references has an object only once: if it is an element, nothing
+  /// changes.
   template <class Given>
   requires(typed::isTaken<Element, Given>()) void add(const Given& element) const {
     get().generic_push_back(getDeviant(), refOf(element));
   }
-  /// Puts an element directly before the one at the index, or behind all with size(). A reference that is
-  /// there moves.
+  /// Inserts before the element at `index`, which may be size(). An object that is already an element moves
+  /// there.
   template <class Given>
   requires(typed::isTaken<Element, Given>()) void insert(int index, const Given& element) const {
     get().generic_insert(getDeviant(), index, refOf(element));
   }
-  /// Puts an element in the place of another. A reference that is there changes places with it.
+  /// Replaces the element at `index`. An object that is already an element changes places with that element.
   template <class Given>
   requires(typed::isTaken<Element, Given>()) void replace(int index, const Given& element) const {
     get().generic_replace(getDeviant(), index, refOf(element));
   }
-  /// Takes an element out; false when it was not there.
+  /// Removes all elements equal to `element`. Returns false if there is none.
   template <class Given>
   requires(typed::isElement<Element, Given>() &&
            !typed::kOnlyReads<Element>) bool remove(const Given& element) const {
@@ -248,7 +254,7 @@ class NativeSequence : public K7Q::SequenceHandle {
 
 template <class X, FixedString Name>
 struct PropertyAccess {
-  /// Where the property stands: its row's types, and the class that owns it.
+  /// The result of find(): the class that declares the property, and the type of the property's row.
   template <class Owner, class Row>
   struct Found {
     using OwnerType = Owner;
@@ -351,7 +357,7 @@ struct PropertyAccess {
   }
 
  private:
-  /// What a handle gives: through one that only reads, others that only read.
+  /// The handle type of a value: an immutable handle returns immutable handles.
   template <class T, bool OnlyReads>
   struct ElementOf {
     using type = T;

@@ -5,34 +5,37 @@
 
 #include "tarvelon/boundary/Export.h"
 
-/// The host's memory and formatted output.
+/// Memory allocation and formatted output through the host.
 ///
-/// Class infos and records come from utMalloc() or utCalloc() and go back through utFree(), on whichever side
-/// of the boundary they are freed. Threads: any.
+/// Class infos, method records and property records are allocated with utMalloc() or utCalloc(). Either side
+/// of the boundary may free them with utFree(). Any thread may call these functions.
 
-/// Storage of `size` bytes, or null when memory is exhausted.
+/// Allocates `size` bytes. Returns null only when memory is exhausted; 0 bytes give a pointer as well.
 TARVELON_API void* utMalloc(std::size_t size) noexcept;
 
-/// Zeroed storage for `count` things of `size` bytes, or null when memory is exhausted.
+/// Allocates zeroed memory for `count` elements of `size` bytes. Returns null when memory is exhausted.
 TARVELON_API void* utCalloc(std::size_t count, std::size_t size) noexcept;
 
-/// Gives back what utMalloc() or utCalloc() gave; null is allowed.
+/// Frees memory that utMalloc() or utCalloc() returned. Null is allowed.
 TARVELON_API void utFree(void* storage) noexcept;
 
-/// Receives what utPrintf() prints: NUL-terminated UTF-8 text and its length in bytes.
+/// A function that receives the output of utPrintf(): NUL-terminated UTF-8 text and its length in bytes.
 using utPrintSink = void (*)(const char* text, std::size_t length);
 
-/// Redirects utPrintf(), for all threads; null goes back to the process's standard output. Returns the sink
-/// that was in force.
+/// Redirects the output of utPrintf() in all threads to `sink`, which runs on the printing thread. Null
+/// restores the standard output of the process. Returns the previous sink.
 TARVELON_API utPrintSink utSetPrintSink(utPrintSink sink) noexcept;
 
-/// Formatted output to the host's console. Returns the number of bytes printed, negative on failure.
+/// Prints formatted output to the host's console. Returns the number of bytes, or a negative number when the
+/// formatting failed.
 TARVELON_API int utPrintf(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
-/// Formats into `buffer` of `size` bytes, always terminated; a negative number when it failed.
+/// Formats into `buffer`, which has `size` bytes, and always writes the terminating NUL if `size` is not 0.
+/// Returns the length of the whole text, which may be longer than the buffer, or a negative number when the
+/// formatting failed.
 TARVELON_API int utVSNprintf(char* buffer, std::size_t size, const char* format, std::va_list arguments)
     __attribute__((format(printf, 3, 0)));
 
-/// Test hook: the n-th allocation from now (1 is the next one) of utMalloc() or utCalloc() on the calling
-/// thread fails; 0 disarms.
+/// For tests: lets the `countdown`-th next call of utMalloc() or utCalloc() on the calling thread fail; 1 is
+/// the next call. 0 turns the hook off.
 TARVELON_API void utFailAllocation(unsigned long countdown) noexcept;

@@ -11,60 +11,71 @@
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/boundary/k7q/Object.h"
 
-/// Models in files: XMI 2 with the metamodel as an Ecore file beside it.
+/// Saving models to files and loading them: XMI 2, described by an Ecore file of the metamodel.
 ///
+/// Example:
 ///   Tarvelon::files::save(model, "brakes.xmi");
 ///   const K7Q::Model again = Tarvelon::files::load("brakes.xmi").model;
 ///
-/// What is held is nested in what holds it, references name the id of their object, and what is not set is
-/// not written. An object gets its id at its first save, from where it then stands, and keeps it while it
-/// lives; a loaded object keeps the id of the file. So saving what was loaded gives the same bytes, and a
-/// change in the model changes its own lines alone. The model's URI is no part of it.
+/// In a file, contained objects are nested in their owner, a reference is the id of its target, and unset
+/// properties are left out. The URI of the model is not part of the file.
 ///
-/// Threads: any, each with a model of its own; several may write one file, of which the last one stands.
+/// Ids:     An object that has no id gets one when it is first saved; the id is computed from the place of
+///          the object at that time. A loaded object keeps the id from the file. An object keeps its id until
+///          it is destroyed. So loading and saving a file gives the same bytes again, and a change of the
+///          model changes only the lines it affects.
+/// Threads: Any number of threads, each with its own model. Several threads may save to the same file; the
+///          last one that finishes wins.
 namespace Tarvelon::files {
 
-/// The format that is written. Older ones are read, newer ones are refused.
+/// The version of the file format that save() writes. load() reads this and older versions, and refuses newer
+/// ones.
 inline constexpr int kFormat = 1;
-/// How deep objects may be nested in a file.
+/// How many levels deep objects may be nested in a file.
 inline constexpr int kMaxDepth = 1000;
 
-/// Is told how much is done, from 0 to 1, now and then and at the end; where the size is not known, as that
-/// of a pipe, it is 0 until then. It must not change the model, which ends a save. What it raises ends the
-/// work, as if it had never begun, and reaches the caller.
+/// A callback that receives the progress of a save or load as a number from 0 to 1. It is called now and
+/// then, and once at the end with 1. If the size of the input is not known, as for a pipe, the number is 0
+/// until the end.
+///
+/// The callback must not change the model; a save then ends with K7Q::Exception. If the callback raises an
+/// exception, the save or load ends without any effect, and the caller receives the exception.
 using Progress = std::function<void(double done)>;
 
 struct SaveOptions {
+  /// Called while the model is saved. May be empty.
   Progress progress;
-  /// Wait until the file is on the disk: without it a crash of the machine, not of the program, may leave the
-  /// file empty.
+  /// Wait until the data is on the disk. Without this, a crash of the machine (not of the program) may leave
+  /// an empty file.
   bool isDurable = true;
 };
 
 struct LoadOptions {
+  /// Called while the model is loaded. May be empty.
   Progress progress;
-  /// Keep what is right of a file with problems.
+  /// Load the correct parts of a file with problems instead of raising WrongFile.
   bool isLenient = false;
 };
 
-/// Something that is wrong with a file.
+/// One problem in a file.
 struct Problem {
-  /// Both from 1; a column counts characters.
+  /// The position in the file. Both count from 1; the column counts characters, not bytes.
   std::uint32_t line = 0;
   std::uint32_t column = 0;
   std::string text;
 };
 
-/// What is wrong with a file, in the order in which it was found.
+/// The problems found in a file.
 struct Problems {
+  /// How many problems are kept at most.
   static constexpr std::size_t kKept = 1000;
-  /// The first of them, up to kKept.
+  /// The first kKept problems that were found, ordered by line and column.
   std::vector<Problem> kept;
-  /// How many there are.
+  /// How many problems were found in total.
   std::size_t count = 0;
 };
 
-/// A file that holds no model, or not a right one. The text names the first twenty problems.
+/// Raised for a file that contains no model or has problems. The text names the first twenty problems.
 class TARVELON_API WrongFile : public K7Q::WrongValue {
  public:
   WrongFile(const std::string& text, Problems problems);
@@ -75,59 +86,63 @@ class TARVELON_API WrongFile : public K7Q::WrongValue {
   Problems mProblems;
 };
 
-/// A file or folder that cannot be read or written.
+/// Raised for a file or folder that cannot be read or written.
 class TARVELON_API FileError : public K7Q::Exception {
  public:
   FileError(const std::string& text, int number) : Exception(text), mNumber(number) {}
   ~FileError() override;
-  /// The system's errno.
+  /// The errno of the system call that failed.
   int number() const noexcept { return mNumber; }
 
  private:
   int mNumber;
 };
 
+/// The result of load().
 struct Loaded {
   K7Q::Model model;
-  /// Empty unless the file was loaded leniently.
+  /// What was wrong in the file. Always empty unless the file was loaded leniently.
   Problems problems;
 };
 
-/// Writes a model, so that at every instant the file is the old or the new one: into a temporary file in its
-/// folder, which takes its place at the end. The file keeps its mode, a symbolic link keeps pointing at it; a
-/// hard link does not. What a killed save of the same file left behind is removed. Where the path leads is
-/// looked up once, at the beginning.
+/// Saves a model to a file. The file is replaced atomically: at every moment the path leads to the complete
+/// old file or to the complete new one. The new content is written to a temporary file in the same folder,
+/// which then replaces the old file. Temporary files that a killed save of the same file has left behind are
+/// removed.
 ///
-/// Owner, group, access control list and extended attributes are kept as well. The owner can be kept by root
-/// alone: else the file is then the saver's, and a group that the saver is not in has no more rights in it
-/// than everybody. FileError where an access control list, or an attribute of the person's, cannot be kept.
+/// - Symbolic links: the target of the link is replaced. The path is resolved once, at the beginning.
+/// - Hard links: other names of the old file keep the old content.
+/// - Mode, owner, group, access control list and extended attributes of the old file are kept. Only root can
+///   keep another owner; for other users the file then belongs to the user who saves. If the user is not a
+///   member of the file's group, the new group gets no more permissions than everybody has. FileError is
+///   raised if an access control list or a user's extended attribute cannot be kept.
 ///
-/// Raises FileError, K7Q::WrongValue for a name with another suffix than `.xmi`, and K7Q::Exception for
-/// objects nested deeper than kMaxDepth; then nothing has changed.
+/// Raises FileError, K7Q::WrongValue if the name has a suffix other than `.xmi`, and K7Q::Exception if
+/// objects are nested deeper than kMaxDepth. After an exception the file is unchanged.
 TARVELON_API void save(const K7Q::Model& model, const std::filesystem::path& path,
                        const SaveOptions& options = {});
-/// The same text.
+/// Returns the text that save() would write.
 TARVELON_API std::string saveText(const K7Q::Model& model, const SaveOptions& options = {});
 
-/// A new model, bound to no URI, with what a file holds.
-/// Raises FileError, and WrongFile for a file with problems unless it is loaded leniently. Not to be loaded
-/// at all are what is not XML at its beginning, a newer format, a document type, and what is nested deeper
-/// than kMaxDepth.
+/// Loads a file into a new model, which has no URI.
+/// Raises FileError if the file cannot be read. Raises WrongFile if the file has problems, unless it is
+/// loaded leniently. Raises WrongFile in any case if the file is not XML at its beginning, is ARXML, has a
+/// newer format or a document type, or nests objects deeper than kMaxDepth.
 TARVELON_API Loaded load(const std::filesystem::path& path, const LoadOptions& options = {});
-/// The same of a text that errors call `name`.
+/// As load(), for a text. Error texts call the input `name`.
 TARVELON_API Loaded loadText(std::string_view text, const LoadOptions& options = {},
                              std::string_view name = "text");
 
-/// What the file of a model had that was loaded leniently: none for other models. It is there as long as the
-/// model is held, closed or not.
+/// Returns the problems that were found when the model was loaded leniently. Empty for any other model. The
+/// reference is valid as long as the model is held, even if the model is closed.
 TARVELON_API const Problems& problems(const K7Q::Model& model) noexcept;
 
-/// The objects that nothing holds, in the order in which a file has them at its top. Raises kNullReference
-/// for a closed model.
+/// Returns the objects without an owner, in the order in which save() writes them. Raises K7Q::Exception for
+/// a closed model.
 TARVELON_API std::vector<K7Q::ClassObject> roots(const K7Q::Model& model);
 
-/// The metamodel as an Ecore file, with which other programs read the models, and its text. Raises FileError,
-/// and K7Q::WrongValue for a name with another suffix than `.ecore`.
+/// Saves the metamodel as an Ecore file, which other programs need to read saved models; ecoreText() returns
+/// its text. Raises FileError, and K7Q::WrongValue if the name has a suffix other than `.ecore`.
 TARVELON_API void saveEcore(const std::filesystem::path& path);
 TARVELON_API std::string ecoreText();
 

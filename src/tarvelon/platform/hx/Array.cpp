@@ -12,7 +12,7 @@
 
 namespace hx {
 
-/// The head of an array's block; the elements follow it.
+/// The header of an array's memory block. The elements follow directly behind it.
 struct hxArray {
   std::size_t rows;
   std::size_t columns;
@@ -34,8 +34,8 @@ static_assert(sizeof(hxArray) == 32, "the elements are aligned like the block");
 
 namespace {
 
-// A scalar goes into the smallest block, a text of up to 107 units with its NUL into the largest. Larger
-// arrays are not kept.
+// The smallest block holds a scalar. The largest block holds a text of up to 107 UTF-16 units and its NUL.
+// Arrays that need more memory are allocated with utMalloc() and never go to a free list.
 constexpr std::size_t kScalar = Blocks::sizeFor(sizeof(hxArray) + sizeof(double));
 static_assert(kScalar == 0);
 constexpr std::uint32_t kLarge = Blocks::kSizes;
@@ -73,7 +73,7 @@ hxArray* place(void* block, hxArray head) {
   return ::new (block) hxArray(head);
 }
 
-/// An array whose elements are not written yet. There is room for a NUL behind them.
+/// Returns an array with uninitialised elements. A character array has room for a NUL behind them.
 hxArray* allocate(std::size_t rows, std::size_t columns, hxClassId classId, const char* className = nullptr) {
   const std::size_t bytes = blockSize(rows, columns, elementSize(classId));
   const auto sizeClass = static_cast<std::uint32_t>(std::min<std::size_t>(Blocks::sizeFor(bytes), kLarge));
@@ -190,7 +190,7 @@ Element* hxGetElement(const hxArray* array, std::size_t index) noexcept {
 void hxSetElement(hxArray* array, std::size_t index, Element* element) noexcept {
   if (element) element->addRef();
   Element* old = std::exchange(static_cast<Element**>(array->data())[index], element);
-  // Last: what goes now may reach this array again.
+  // The release comes last: the destructor of the old element may access this array.
   if (old) old->release();
 }
 

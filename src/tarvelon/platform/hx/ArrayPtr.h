@@ -10,7 +10,7 @@ struct ArrayDeleter {
   void operator()(hxArray* array) const noexcept { hxDestroyArray(array); }
 };
 
-/// An array that goes with its scope.
+/// Owns an array and destroys it at the end of the scope.
 using ArrayPtr = std::unique_ptr<hxArray, ArrayDeleter>;
 
 }  // namespace hx

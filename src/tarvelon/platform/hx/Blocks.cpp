@@ -11,7 +11,7 @@ TARVELON_THREAD_LOCAL ThisThread tThread;
 
 namespace {
 
-/// The counts of those that have ended.
+/// The list of living threads, and the sums of the counts of all ended threads.
 struct Threads {
   std::mutex guard;
   ThisThread* first = nullptr;
@@ -19,15 +19,15 @@ struct Threads {
 };
 constinit Threads gThreads;
 
-/// REQUIRES: the guard is held.
+/// REQUIRES: gThreads.guard is locked.
 void addTo(std::array<std::ptrdiff_t, kCounted>& sums, const ThisThread& thread) noexcept {
   for (std::size_t what = 0; what < kCounted; ++what) {
     sums[what] += thread.counts[what].load(std::memory_order_relaxed);
   }
 }
 
-/// The counts of this thread go to those of the threads that have ended.
-/// REQUIRES: the guard is held.
+/// Moves the counts of the calling thread to the sums of the ended threads.
+/// REQUIRES: gThreads.guard is locked.
 void settle() noexcept {
   addTo(gThreads.ended, tThread);
   for (auto& count : tThread.counts) count.store(0, std::memory_order_relaxed);
@@ -44,7 +44,7 @@ void leaveList() noexcept {
 
 TARVELON_THREAD_LOCAL ThreadEnd tLeaveList{&leaveList};
 
-/// What the process counts while it forks: its child has the calling thread alone.
+/// Keeps the counts correct over fork(): only the calling thread exists in the child process.
 struct Fork {
   Fork() noexcept { pthread_atfork(&prepare, &goOn, &beChild); }
 
@@ -68,7 +68,7 @@ struct Fork {
     goOn();
   }
 
-  /// The counts of all threads but the one that forks.
+  /// The counts of all living threads except the forking thread.
   static std::array<std::ptrdiff_t, kCounted> gOthers;
 };
 constinit std::array<std::ptrdiff_t, kCounted> Fork::gOthers{};
@@ -78,13 +78,13 @@ const Fork kFork;
 
 void listThread() noexcept {
   if (tThread.hasLeft) {
-    // A thread whose end has come may still count, and is not listed again: nobody would take it off the
-    // list.
+    // A thread may still count after leaveList() has run for it. It is not listed again, because nothing
+    // would remove it from the list a second time.
     const std::scoped_lock lock(gThreads.guard);
     settle();
     return;
   }
-  // Where memory is exhausted it is tried again with the next count.
+  // Without memory for the entry, the next count tries again.
   if (!runAtThreadEnd(tLeaveList)) return;
   const std::scoped_lock lock(gThreads.guard);
   tThread.previous = nullptr;
@@ -111,7 +111,9 @@ void Blocks::freeAll() noexcept {
   }
 }
 
-/// Sees to the thread's end, once; false when that cannot be done, or has come.
+/// Enables the thread's free lists and registers freeAll() for the thread's end. True if this call has
+/// enabled them; false if they were enabled before, memory is exhausted, the thread is ending or blocks are
+/// never kept.
 bool Blocks::prepare() noexcept {
   static TARVELON_THREAD_LOCAL ThreadEnd tFreeAll{&Blocks::freeAll};
   static TARVELON_THREAD_LOCAL bool tIsPrepared = false;

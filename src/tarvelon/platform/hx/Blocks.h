@@ -13,27 +13,29 @@
 
 namespace hx {
 
-/// Small blocks of memory, kept by size for the next who wants one.
+/// Free lists of small memory blocks, one list for each block size.
 ///
-/// Each thread keeps its own, so that no two meet; a block may come back on another thread than the one that
-/// took it. Every block is one of utMalloc(), so that more than a list keeps go back at once, and those of a
-/// thread when it ends. While an allocation is to fail by request no block is reused, so that a test can
-/// count on the n-th one; in a build with AddressSanitizer none ever is, so that a use after the end and a
-/// leak are seen. Threads: any.
+/// Each thread has its own lists, so no lock is needed. A thread may give back a block that another thread
+/// took. Every block comes from utMalloc(); a list keeps at most kKept blocks and frees the others at once.
+/// All kept blocks of a thread are freed when the thread ends.
+///
+/// No block is reused while utFailAllocation() is armed, so that a test can count allocations. A build with
+/// AddressSanitizer keeps no blocks at all, so that the sanitizer sees leaks and uses after free. Threads:
+/// any.
 class Blocks {
  public:
-  /// What malloc() can hand out without a rest: 40, 56, 72 bytes and so on.
+  /// The block sizes are the sizes that malloc() provides without waste: 40, 56, 72 bytes and so on.
   static constexpr std::size_t kLeast = 40;
   static constexpr std::size_t kStep = 16;
   static constexpr std::uint32_t kSizes = 14;
   static constexpr std::size_t kLargest = kLeast + (kSizes - 1) * kStep;
 
-  /// The smallest size of a block with that many bytes, kSizes or more if there is none.
+  /// The index of the smallest block size with room for `bytes`; at least kSizes if no size is large enough.
   static constexpr std::size_t sizeFor(std::size_t bytes) noexcept {
     return bytes <= kLeast ? 0 : (bytes - kLeast + kStep - 1) / kStep;
   }
 
-  /// A block of the calling thread, null when memory is exhausted. REQUIRES: size < kSizes.
+  /// Returns a block of the given size index, null when memory is exhausted. REQUIRES: size < kSizes.
   static void* take(std::size_t size) noexcept;
   static void give(std::size_t size, void* storage) noexcept;
 
@@ -43,15 +45,15 @@ class Blocks {
   };
   struct List {
     Block* first = nullptr;
-    /// How many more it keeps: none before the thread's end is seen to, and after it.
+    /// How many more blocks the list may keep: 0 before prepare() has run, and 0 after freeAll().
     std::uint32_t room = 0;
   };
   static constexpr std::uint32_t kKept = kHasAsan ? 0 : 4096;
 
   friend struct ThisThread;
-  /// For a list without room: it is full, or the thread has kept no block before.
+  /// Handles a list without room: the list is full, or the thread has not kept a block yet.
   TARVELON_API static void giveFirst(std::size_t size, void* storage) noexcept;
-  /// REQUIRES: the list has room.
+  /// REQUIRES: list.room > 0.
   static void keep(List& list, void* storage) noexcept {
     list.first = ::new (storage) Block{list.first};
     --list.room;
@@ -60,33 +62,34 @@ class Blocks {
   static bool prepare() noexcept;
 };
 
-/// What the libraries count in all threads together.
+/// Object counts that are summed over all threads.
 enum class Counted : std::uint8_t { Arrays, Bindings, ModelObjects };
 inline constexpr std::size_t kCounted = 3;
 
-/// What the libraries keep for each thread.
+/// The thread-local data of the platform libraries.
 struct ThisThread {
   std::array<Blocks::List, Blocks::kSizes> blocks;
-  /// What this thread has made less what it has ended. It alone writes them, others read them.
+  /// Created objects minus destroyed objects. Only the owning thread writes; other threads read.
   std::array<std::atomic<std::ptrdiff_t>, kCounted> counts{};
-  /// Allocations of this thread until utMalloc() fails by request, 0 while none is to fail.
+  /// The countdown of utFailAllocation() for this thread, 0 when not armed.
   unsigned long allocationsUntilFailure = 0;
-  /// The threads whose counts belong to the sums.
+  /// Neighbours in the list of living threads (see listThread()).
   ThisThread* previous = nullptr;
   ThisThread* next = nullptr;
   bool isListed = false;
-  /// It was taken off the list at its end.
+  /// Set when the thread was removed from the list at its end.
   bool hasLeft = false;
-  /// It keeps no block any more.
+  /// Set when freeAll() has run: the thread keeps no more blocks.
   bool hasEnded = false;
 };
 
 TARVELON_API extern TARVELON_THREAD_LOCAL ThisThread tThread;
 
-/// Lets the thread's counts belong to the sums, until it ends and after.
+/// Adds the calling thread to the list of threads that sumOf() reads. The thread's counts stay part of the
+/// sums after its end.
 TARVELON_API void listThread() noexcept;
 
-/// Counts on the calling thread: no other one is waited for.
+/// Adds `by` to a count of the calling thread. Takes no lock.
 inline void addTo(Counted what, std::ptrdiff_t by) noexcept {
   auto& counted = tThread.counts[static_cast<std::size_t>(what)];
   counted.store(counted.load(std::memory_order_relaxed) + by, std::memory_order_relaxed);
@@ -94,7 +97,7 @@ inline void addTo(Counted what, std::ptrdiff_t by) noexcept {
     listThread();
 }
 
-/// The sum of all threads, those that have ended among them. Exact when no thread counts meanwhile.
+/// The sum of a count over all threads, ended threads included. Exact only while no thread is counting.
 TARVELON_API std::size_t sumOf(Counted what) noexcept;
 
 inline void* Blocks::take(std::size_t size) noexcept {

@@ -1,7 +1,8 @@
 #include "tarvelon/boundary/bedrock/Except.h"
 #include "tarvelon/boundary/k7q/Exception.h"
 
-// The lowest library raises these and every other one catches them, so their tables are kept here.
+// Every library catches these exceptions. This library is the lowest, so their virtual tables are defined
+// here.
 
 namespace bedrock::core::except {
 

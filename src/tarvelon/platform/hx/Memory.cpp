@@ -14,7 +14,7 @@ bool isToFail() noexcept {
 }  // namespace
 
 void* utMalloc(std::size_t size) noexcept {
-  // One byte at least: null means that memory is exhausted, and nothing else.
+  // Always allocates at least one byte, so that null only ever means that memory is exhausted.
   return isToFail() ? nullptr : std::malloc(size ? size : 1);
 }
 

@@ -4,8 +4,9 @@
 
 namespace hx {
 
-/// A 1 by 1 object array that holds the element: hxCreateObjectMatrix() and hxSetElement() in one step, for
-/// the form in which every object crosses the boundary. `className` outlives the array.
+/// Creates a 1 by 1 object array with a new reference to `element`. Every object crosses the boundary in this
+/// form.
+/// Same as hxCreateObjectMatrix() followed by hxSetElement(), but faster. `className` must outlive the array.
 TARVELON_API hxArray* createObjectScalar(Element* element, const char* className);
 
 }  // namespace hx

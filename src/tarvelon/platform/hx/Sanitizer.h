@@ -10,8 +10,8 @@
 
 namespace hx {
 
-/// Whether AddressSanitizer watches: then every object is a block of its own that is never reused, so that a
-/// use after the end and a leak are seen.
+/// Whether this is a build with AddressSanitizer. Such a build allocates each object separately and never
+/// reuses its memory, so that the sanitizer sees leaks and uses after free.
 #ifdef TARVELON_HAS_ASAN
 inline constexpr bool kHasAsan = true;
 #else

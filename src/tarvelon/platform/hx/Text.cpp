@@ -22,7 +22,7 @@ bool isTrailSurrogate(char32_t unit) noexcept { return unit >= 0xDC00 && unit <=
   throw std::invalid_argument("malformed UTF-8 at byte " + std::to_string(offset));
 }
 
-/// How many bytes the sequence has that starts with `lead`, 0 if none starts so.
+/// The length in bytes of the UTF-8 sequence that starts with `lead`; 0 if no sequence starts with it.
 std::size_t sequenceLength(unsigned char lead) noexcept {
   if (lead < 0x80) return 1;
   if (lead >= 0xC2 && lead <= 0xDF) return 2;
@@ -30,7 +30,7 @@ std::size_t sequenceLength(unsigned char lead) noexcept {
   return lead >= 0xF0 && lead <= 0xF4 ? 4 : 0;
 }
 
-/// The character at `offset`, which moves behind it.
+/// Decodes the character at `offset` and advances `offset` behind it.
 char32_t decode(std::string_view text, std::size_t& offset) {
   const auto lead = static_cast<unsigned char>(text[offset]);
   const std::size_t length = sequenceLength(lead);
@@ -57,7 +57,7 @@ std::size_t countUnits(std::string_view text) {
   return units;
 }
 
-/// The character at `index`, which moves behind it.
+/// Decodes the character at `index` and advances `index` behind it.
 char32_t decode(std::u16string_view text, std::size_t& index) noexcept {
   const char32_t unit = text[index++];
   if (isLeadSurrogate(unit) && index < text.size() && isTrailSurrogate(text[index])) {

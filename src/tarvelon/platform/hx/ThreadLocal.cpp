@@ -17,9 +17,9 @@ void runAll(void* /*value*/) {
   }
 }
 
-/// A destructor of a thread_local would do the same, but entering it allocates and may not fail. The first
-/// keys of a process have their place in each thread; for a later one the C library may have to allocate, and
-/// says when it cannot.
+/// The key whose destructor runs the entries at thread end. A thread_local variable with a destructor would
+/// do the same, but registering the destructor allocates and cannot report a failure. pthread_setspecific()
+/// needs no allocation for the first keys of a process, and reports a failure for later keys.
 struct Key {
   Key() noexcept : isMade(pthread_key_create(&key, &runAll) == 0) {}
   pthread_key_t key{};

@@ -6,18 +6,20 @@
 
 namespace hx {
 
-/// What is to run when the calling thread ends: an entry of a list without allocations. The entry is a
-/// TARVELON_THREAD_LOCAL variable. Not run for the thread that ends the process.
+/// An entry of the list of functions that run when the calling thread ends. The entry must be a
+/// TARVELON_THREAD_LOCAL variable; the list itself never allocates. The functions do not run for the thread
+/// that ends the process.
 struct ThreadEnd {
   void (*run)() noexcept;
   ThreadEnd* next = nullptr;
 };
 
-/// Enters it, until it has run. False when memory is exhausted. REQUIRES: it is not entered.
+/// Adds the entry to the calling thread's list until it has run. Returns false when memory is exhausted.
+/// REQUIRES: the entry is not in the list.
 TARVELON_API bool runAtThreadEnd(ThreadEnd& entry) noexcept;
 
-/// Held while the entries of a thread run. Who forks holds it meanwhile: then no lock that an entry takes is
-/// left behind in the child by a thread that the child does not have.
+/// A lock that is held while the entries of a thread run, and during fork(). Without it, a lock taken by an
+/// entry could stay locked forever in the child process, which does not have the thread that holds it.
 std::mutex& threadEnds() noexcept;
 
 }  // namespace hx

@@ -7,7 +7,7 @@
 
 namespace hx {
 
-/// The text as UTF-8; a lone surrogate becomes U+FFFD.
+/// Converts the text to UTF-8; a lone surrogate becomes U+FFFD.
 TARVELON_API std::string toUtf8(std::u16string_view text);
 
 }  // namespace hx

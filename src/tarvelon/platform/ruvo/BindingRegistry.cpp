@@ -12,7 +12,7 @@ namespace ruvo::factory::basic {
 
 namespace {
 
-/// The host objects of ids without a slot, which all threads keep in one place.
+/// The host objects of ids without a binding slot: one table for all threads.
 class Others {
  public:
   RVOInterface* find(const void* pointer) noexcept {
@@ -40,7 +40,7 @@ Others& others() noexcept {
 
 void bind(void* pointer, HostObject* object) {
   if (BindingSlot::isSlotted(pointer)) {
-    // Who looks for a record whose host object has gone may do so on another thread.
+    // Atomic, because another thread may read the slot when it looks for records without a host object.
     BindingSlot::of(pointer)->hostObject.store(object, std::memory_order_release);
   } else {
     others().insert(pointer, object);
@@ -49,13 +49,13 @@ void bind(void* pointer, HostObject* object) {
   hx::addTo(hx::Counted::Bindings, 1);
 }
 
-/// The one host object of a shared native object, which stays.
+/// Creates the host object of a shared native object. Both live until the process ends.
 RVOInterface* announceShared(void* pointer, const InternedName& className, bool& wasNew) {
   static constinit std::mutex guard;
   Class& cls = Class::get(className);
   auto& slot = BindingSlot::of(pointer)->hostObject;
   const std::scoped_lock lock(guard);
-  // Another thread may have been faster.
+  // Another thread may have created the host object in the meantime.
   if (RVOInterface* known = slot.load(std::memory_order_acquire)) return known;
   auto* object = HostObject::create(cls);
   object->share();
@@ -65,8 +65,8 @@ RVOInterface* announceShared(void* pointer, const InternedName& className, bool&
   return object;
 }
 
-/// A known object becomes what it is now known to be; an object is never made less than it is. A shared one
-/// was announced as what it is.
+/// Changes the class of the object to the named class if that is a subclass of its present class. The class
+/// is never changed to a superclass. A shared object always has its final class.
 void narrow(HostObject& object, const InternedName& className) {
   Class& known = classOf(object);
   if (known.getFullName() == className || BindingSlot::isShared(object.bound())) return;
@@ -110,7 +110,7 @@ void BindingRegistry::announceForConstructor(void* pointer, const InternedName& 
   RVOInterface* held = hx::hxGetNumberOfElements(array) != 0 && hx::hxGetClassId(array) == hx::hxObject
                            ? static_cast<RVOInterface*>(hx::hxGetElement(array, 0))
                            : nullptr;
-  // A text only where one is needed: behind a constructor nothing is to fail for want of memory.
+  // The text is built only when needed: a successful call must not fail for lack of memory here.
   const auto refuse = [&className](const char* reason) {
     throw K7Q::Exception(std::string(className.view()) + reason);
   };

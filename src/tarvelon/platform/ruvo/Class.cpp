@@ -33,7 +33,7 @@ void ObjectSystem::addClass(std::vector<Class*>& classes, std::unique_ptr<RVOCla
   std::unique_ptr<Class> cls(new Class(info.get(), fullName, access));
   static_cast<void>(info.release());
   classes.push_back(cls.get());
-  // From now on other threads find it.
+  // From here on, other threads can find the class.
   entryOf(fullName).bearer.store(cls.release(), std::memory_order_release);
 }
 
@@ -86,7 +86,7 @@ void Class::Members::shrink() {
 
 Class* Class::find(std::string_view fullName) {
   if (Class* known = bearerOf(InternedName(internal::findInterned(fullName)))) return known;
-  // A short name: a class without a package, or none.
+  // A name without a dot can only be a class without a package, and bearerOf() has found none.
   if (fullName.find('.') == std::string_view::npos) return nullptr;
   Package* package = Package::find(parentName(fullName));
   return package ? package->findClass(lastName(fullName)) : nullptr;
@@ -124,7 +124,7 @@ std::string_view Class::shortName() const noexcept { return lastName(mFullName.v
 
 void Class::define() {
   if (isDefined()) return;
-  // Another thread that defines it is waited for.
+  // Waits if another thread is defining the class.
   const std::scoped_lock lock(ObjectSystem::guard());
   if (mState == State::Defined) return;
   if (mState == State::Failed) std::rethrow_exception(mFailure);
@@ -137,7 +137,7 @@ void Class::define() {
   try {
     mInfo->defineMembers(this, ObjectSystem::client());
   } catch (const std::bad_alloc&) {
-    // The next use defines it from the beginning.
+    // The next use starts the definition again from the beginning.
     mMembers.reset();
     mState = State::Known;
     throw;

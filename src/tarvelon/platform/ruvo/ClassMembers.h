@@ -10,10 +10,11 @@
 
 namespace ruvo {
 
-/// What a class declares, and what follows from it and its superclasses once somebody asks.
+/// The members that a class declares, and the data derived from them and from the superclasses on first use.
 ///
-/// Threads: what is declared stays as it is once the class is defined. What follows is made under
-/// ObjectSystem::guard(), and read without it when its mark says that it is there.
+/// Threads: the declared members don't change after the definition of the class. Derived data is created
+/// under ObjectSystem::guard(). Once its flag (hasProperties etc.) is set, any thread reads it without a
+/// lock.
 struct Class::Members {
   struct Derived {
     std::atomic<bool> hasSuperClasses = false;
@@ -23,9 +24,9 @@ struct Class::Members {
     bool isLinearizing = false;
     std::vector<Class*> superClasses;
     std::vector<Class*> linearization;
-    /// Inherited ones too. The slots are those of their owners.
+    /// Own and inherited properties. Each slot belongs to the class that declares the property.
     PointerMap<const PropertySlot> properties;
-    /// Those that were looked for and found.
+    /// The overload sets found so far: a cache of findMethods().
     SharedMap<const OverloadSet> overloads;
     std::vector<std::unique_ptr<OverloadSet>> sets;
     OverloadSet constructors;
@@ -40,7 +41,7 @@ struct Class::Members {
     Derived* made = mDerived.load(std::memory_order_acquire);
     return made ? *made : makeDerived();
   }
-  /// Gives back what the lists hold in reserve.
+  /// Releases the unused capacity of the lists.
   void shrink();
 
   std::vector<InternedName> superClassNames;

@@ -24,7 +24,7 @@ bool isInt32(double number) noexcept {
 }
 
 bool fitsDouble(std::int64_t number) noexcept {
-  // The cast back must not overflow: the largest integers round up to 2^63.
+  // The cast back to an integer must not overflow: the largest integers round up to 2^63.
   const auto rounded = static_cast<double>(number);
   return rounded < 0x1p63 && static_cast<std::int64_t>(rounded) == number;
 }

@@ -6,35 +6,36 @@
 
 namespace ruvo {
 
-/// How a value fits a type: the distance, 0 for exactly the type asked for, or why it does not.
+/// How well a value fits a parameter type: a distance (0 is an exact match) or one of the two error codes.
 ///
-/// A number fits every number type that can hold it: 0 is the type's own kind, larger ones change more of it.
-/// An object fits its class and the superclasses, by their place in the C3 order; "K7Q.Object" takes every
-/// object that is not immutable and "K7Q.ImmutableObject" every object, behind all superclasses. No object
-/// fits every class.
+/// A number fits every number type that can represent it. The distance is 0 for the number's own type and
+/// grows with the amount of conversion. An object fits its own class and the superclasses; the distance is
+/// the position in the C3 order. "K7Q.Object" accepts every object that is not immutable, and
+/// "K7Q.ImmutableObject" accepts every object; both rank behind all superclasses. An empty value fits every
+/// class.
 inline constexpr int kWrongKind = -1;
 inline constexpr int kOutOfRange = -2;
 int fitOf(const HostValue& value, const InternedName& type);
 int fitOf(const RVOInterface& object, const InternedName& type);
 
-/// Whether an int32 scalar holds the number.
+/// Whether an int32 scalar can represent the number.
 bool fitsInt32(std::int64_t number) noexcept;
 
-/// Whether no object is given, or an empty array of any class.
+/// Whether the value is missing, or is an empty array of any class.
 bool isEmpty(const HostValue& value) noexcept;
 
-/// Whether a slot of that type holds its value raw, not as an array.
+/// Whether a slot of this type holds a raw scalar instead of an array.
 inline bool isRaw(const InternedName& type) noexcept {
   const auto kind = type.kind();
   return kind == internal::TypeKind::Logical || kind == internal::TypeKind::Int32 ||
          kind == internal::TypeKind::Double;
 }
 
-/// The value as a slot of that type; whoever asks owns the array, if it is one. REQUIRES: fitOf(value, type)
-/// >= 0.
+/// Converts the value into a slot of this type. The caller owns the array, if the slot holds one.
+/// REQUIRES: fitOf(value, type) >= 0.
 RVOValue slotOf(const HostValue& value, const InternedName& type);
 
-/// The argument slots of one call, self first. Owns their arrays.
+/// The argument slots of one call; self comes first. Owns the arrays in the slots.
 class Slots {
  public:
   explicit Slots(const RVOMethodSignature& signature) : mSignature(signature) {
@@ -49,7 +50,7 @@ class Slots {
     data()[mCount] = slotOf(value, typeAt(mCount));
     ++mCount;
   }
-  /// The same for an object, which fits.
+  /// Adds an object. REQUIRES: the object fits the type of the parameter.
   void addObject(RVOInterface* object) {
     data()[mCount] = RVOValue(boxInterface(object, typeAt(mCount)));
     ++mCount;
@@ -68,7 +69,7 @@ class Slots {
   std::unique_ptr<RVOValue[]> mMany;
 };
 
-/// The type of parameter `index`, self being the first of a record that has one.
+/// The type of parameter `index`. If the record has a self parameter, self has index 0.
 inline const InternedName& parameterType(const RVOMethodSignature& signature, std::size_t index) noexcept {
   if (signature.self().empty()) return signature.arguments()[index];
   return index == 0 ? signature.self() : signature.arguments()[index - 1];

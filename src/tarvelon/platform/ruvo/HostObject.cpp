@@ -34,15 +34,16 @@ void HostObject::destroyBound() noexcept {
   try {
     classOf(*this).info().destroyInstance(mClass, ObjectSystem::client(), mBound);
   } catch (...) {
-    // An object goes wherever its last holder goes, on the way of another error too: there is nobody to tell.
+    // An object may be destroyed anywhere, even while another exception is in flight, so the error is
+    // dropped.
   }
-  // destroyInstance() has forgotten the binding, unless it failed first.
+  // destroyInstance() has removed the binding, unless it failed first.
   if (mBound) factory::basic::BindingRegistry::remove(mBound);
 }
 
 hx::hxArray* boxInterface(RVOInterface* object, const InternedName& className) {
   if (!object) return hx::hxCreateObjectMatrix(0, 0, className.c_str());
-  // A new object has no holder yet: without one it would stay when there is no memory for the array.
+  // A new object has a reference count of 0. The holder destroys it if there is no memory for the array.
   const RVOInterfacePtr holder(object);
   return hx::createObjectScalar(object, className.c_str());
 }

@@ -4,16 +4,17 @@
 
 namespace ruvo {
 
-/// The one kind of host object there is.
+/// The only implementation of a host object.
 class HostObject final : public RVOInterface {
  public:
-  /// An object without a binding and without a holder.
+  /// Creates an object without a binding and with a reference count of 0.
   static HostObject* create(Class& cls) { return new HostObject(cls); }
 
   void* bound() const noexcept { return mBound; }
   void setBound(void* pointer) noexcept { mBound = pointer; }
   void narrow(Class& cls) noexcept { mClass = &cls; }
-  /// For a native object that all threads share. REQUIRES: no holder.
+  /// Makes the object permanent, for a native object that all threads share. REQUIRES: a reference count of
+  /// 0.
   using RVOInterface::share;
 
   static void* operator new(std::size_t size);

@@ -9,13 +9,13 @@
 
 namespace ruvo {
 
-/// A value as a host holds it, before the object system makes a slot of it.
-/// What it refers to must outlive the call. Threads: one at a time.
+/// A value from a host, before the object system converts it into a slot. The value refers to the host's
+/// text, object or array, which must outlive the call. Threads: one at a time.
 class HostValue {
  public:
   enum class Kind : std::uint8_t { Empty, Logical, Integer, Double, Text, Object, Array };
 
-  /// Nothing: an empty array of any class.
+  /// No value: the same as an empty array of any class.
   constexpr HostValue() noexcept = default;
   static HostValue ofLogical(bool value) noexcept {
     HostValue result(Kind::Logical);
@@ -37,15 +37,18 @@ class HostValue {
     result.mText = text;
     return result;
   }
-  /// A null object is Empty.
+  /// A null object gives an Empty value.
   static HostValue ofObject(RVOInterface* object) noexcept {
     HostValue result(object ? Kind::Object : Kind::Empty);
     result.mObject = object;
     return result;
   }
-  /// An array of any class. A scalar, a text or a single object counts as such, of several objects the
-  /// first, an empty array as Empty. An empty character array is the empty text, and no object where one is
-  /// asked for. Several elements fit the property of an optional scalar alone, which refuses their number.
+  /// Makes a value from an array of any class. An array with one scalar, one text or one object counts as
+  /// that single value. An array of several objects counts as its first object. An empty array counts as
+  /// Empty.
+  /// An empty character array is the empty text, and counts as "no object" where an object is expected.
+  /// An array of several numbers fits no parameter; only a property of an optional scalar accepts the array,
+  /// and then reports the wrong number of elements.
   TARVELON_API static HostValue ofArray(const hx::hxArray* array) noexcept;
 
   Kind kind() const noexcept { return mKind; }
@@ -53,7 +56,7 @@ class HostValue {
   std::int64_t integer() const noexcept { return mInteger; }
   double real() const noexcept { return mKind == Kind::Double ? mDouble : static_cast<double>(mInteger); }
   std::u16string_view text() const noexcept { return mText; }
-  /// Of an object array of several elements the first.
+  /// The object; the first one if the array has several.
   RVOInterface* object() const noexcept { return mObject; }
   const hx::hxArray* array() const noexcept { return mArray; }
 
@@ -69,7 +72,7 @@ class HostValue {
   std::u16string_view mText;
 };
 
-/// A result with the type that its record declares. Owns the array, if it is one.
+/// A result, together with the type that its record declares. Owns the result's array, if there is one.
 class HostResult {
  public:
   HostResult() noexcept = default;
@@ -89,7 +92,7 @@ class HostResult {
     if (isArray()) hx::hxDestroyArray(mSlot.array());
   }
 
-  /// The empty name when there is no result ("void").
+  /// The declared type; empty if there is no result ("void").
   const InternedName& type() const noexcept { return mType; }
   bool isVoid() const noexcept { return mType.empty(); }
   bool isRaw() const noexcept {
@@ -99,14 +102,15 @@ class HostResult {
   }
   bool isArray() const noexcept { return !isVoid() && !isRaw() && mSlot.array() != nullptr; }
   RVOValue slot() const noexcept { return mSlot; }
-  /// The object of a 1 by 1 object array; null for an empty one and for other results.
+  /// The first object of an object array; null for an empty array and for results of other types.
   RVOInterface* object() const noexcept {
     const auto* array = isArray() ? mSlot.array() : nullptr;
     if (!array || hx::hxGetClassId(array) != hx::hxObject || hx::hxGetNumberOfElements(array) == 0)
       return nullptr;
     return static_cast<RVOInterface*>(hx::hxGetElement(array, 0));
   }
-  /// The result as an array, raw scalars boxed; the caller owns it. Null for a void result.
+  /// Returns the result as an array and gives the array to the caller. A raw scalar is converted into an
+  /// array. Returns null for a void result.
   TARVELON_API hx::hxArray* toArray() &&;
 
  private:

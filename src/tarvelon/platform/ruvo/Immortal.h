@@ -5,7 +5,7 @@
 
 namespace ruvo {
 
-/// A static object that is never destroyed: hosts and modules use it until the process has ended.
+/// A static object that is never destroyed, because hosts and modules use it until the process ends.
 template <class T>
 class Immortal {
  public:

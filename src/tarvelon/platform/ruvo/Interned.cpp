@@ -30,7 +30,7 @@ TypeKind kindOf(std::string_view text) noexcept {
   return TypeKind::Class;
 }
 
-/// Storage that is never given back, cut from large blocks.
+/// An arena: allocates from large blocks and never frees.
 class Arena {
  public:
   void* take(std::size_t bytes) {
@@ -45,7 +45,7 @@ class Arena {
   }
 
  private:
-  /// Stands at the front of each, so that none is lost.
+  /// The header of each block. It links the blocks, so that leak checkers can reach all of them.
   struct alignas(NameEntry) Block {
     Block* former;
   };
@@ -67,11 +67,12 @@ std::uint32_t hashOf(std::string_view text) noexcept {
   return static_cast<std::uint32_t>(std::hash<std::string_view>()(text));
 }
 
-/// The places of the names: open addressing, and beside it the hashes, which a probe compares first. What
-/// stands in a place never leaves it, so that any thread may look without a lock while another one adds.
+/// The hash table of names: open addressing, with a second array of hashes that probing compares first. An
+/// entry never moves within its table, so any thread may search without a lock while another thread adds.
 class Places {
  public:
-  /// With a copy of what stands in the former ones, which stay for those who look into them just now.
+  /// Creates a table with a copy of the former table's entries. The former table stays, because other threads
+  /// may still be reading it.
   static const Places* make(std::size_t capacity, const Places* former) {
     auto* storage = utCalloc(1, sizeof(Places) + capacity * (sizeof(Entry) + sizeof(Hash)));
     if (!storage) throw bedrock::core::except::bad_alloc();
@@ -94,7 +95,8 @@ class Places {
     }
   }
 
-  /// REQUIRES: the lock, a free place, a text that is not there.
+  /// Adds an entry. REQUIRES: NameTable's lock is held, the table is not full, and the text is not in the
+  /// table.
   void put(NameEntry* entry, std::uint32_t hash) const noexcept {
     std::size_t i = hash & (mCapacity - 1);
     while (entries()[i].load(std::memory_order_relaxed)) i = (i + 1) & (mCapacity - 1);
@@ -111,11 +113,11 @@ class Places {
   Hash* hashes() const noexcept { return reinterpret_cast<Hash*>(entries() + mCapacity); }
 
   std::size_t mCapacity;
-  /// Nobody reads it: it lets LeakSanitizer reach the table that readers may still use.
+  /// Never read. It lets LeakSanitizer reach the former table, which readers may still use.
   [[maybe_unused]] const Places* mFormer;
 };
 
-/// All names.
+/// The table of all interned names.
 class NameTable {
  public:
   constexpr NameTable() noexcept = default;
@@ -137,7 +139,7 @@ class NameTable {
   }
 
  private:
-  /// Room for what the packages register: zeroed storage that nobody touches costs nothing.
+  /// Large enough for the names of the packages. Untouched pages of zeroed memory cost nothing.
   static constexpr std::size_t kFirst = 16384;
 
   NameEntry* find(std::string_view text, std::uint32_t hash) const noexcept {
@@ -165,7 +167,7 @@ class NameTable {
   Arena mArena;
 };
 
-// Never destroyed: hosts and modules use names until the process has ended.
+// Never destroyed, because hosts and modules use names until the process ends.
 constinit NameTable gNames;
 static_assert(std::is_trivially_destructible_v<NameTable>);
 
@@ -187,8 +189,8 @@ std::size_t internedCount() noexcept { return gNames.size(); }
 
 }  // namespace ruvo::internal
 
-// Not by compare and exchange: the thread that comes second would write as well, though what is there, while
-// others read the name.
+// A lock instead of compare-and-exchange: a failed compare-and-exchange may also write the old value back,
+// while other threads read the name.
 void ruvo::LazyName::keep(InternedName name) const noexcept {
   static constinit std::mutex guard;
   const std::scoped_lock lock(guard);

@@ -11,14 +11,14 @@ namespace {
 
 using Order = std::vector<Class*>;
 
-/// Whether a class stands in one of the orders behind its first place.
+/// Whether a class is in one of the orders, but not at its front.
 bool isWaitedFor(const Class* cls, const std::vector<Order>& orders) {
   return std::any_of(orders.begin(), orders.end(), [cls](const Order& order) {
     return !order.empty() && std::find(order.begin() + 1, order.end(), cls) != order.end();
   });
 }
 
-/// The first class that may come next, null if each waits for another.
+/// The first class that no order requires after another class; null if there is none.
 Class* nextOf(const std::vector<Order>& orders) {
   for (const Order& order : orders) {
     if (!order.empty() && !isWaitedFor(order.front(), orders)) return order.front();
@@ -42,8 +42,8 @@ bool isExhausted(const std::vector<Order>& orders) {
                        " must come behind another; list a class before its superclasses");
 }
 
-/// The C3 merge: of the orders of the superclasses, and of the superclasses as they are listed, none is
-/// turned round.
+/// The C3 merge: the result keeps the order of each superclass's linearization, and the order in which the
+/// superclasses are listed.
 void merge(Order& result, std::vector<Order> orders) {
   while (!isExhausted(orders)) {
     Class* next = nextOf(orders);
@@ -55,7 +55,7 @@ void merge(Order& result, std::vector<Order> orders) {
   }
 }
 
-/// Set for as long as an order is being made.
+/// Sets a flag during the computation of an order.
 class Mark {
  public:
   explicit Mark(bool& flag) noexcept : mFlag(flag) { mFlag = true; }

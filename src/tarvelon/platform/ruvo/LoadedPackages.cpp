@@ -37,7 +37,7 @@ void LoadedPackages::registerAll(Package& root) {
   queueEntered();
   while (const LoadedPackage* package = sWaiting.load(std::memory_order_relaxed)) {
     ObjectSystem::registerPackage(root, package->mFullName, package->mInitializer);
-    // Behind what may fail: one for which there is no memory stays the first.
+    // Removed only after registration: if memory is exhausted, the package stays first in the queue.
     sWaiting.store(package->mNext, std::memory_order_relaxed);
   }
 }

@@ -6,12 +6,12 @@
 
 namespace ruvo::factory {
 
-/// The packages that were entered while libraries were loaded and that are still to be registered.
-/// Threads: any. Entering waits for nobody: a library is loaded under a lock of the loader.
+/// The queue of packages that libraries have announced at load time and that are not registered yet.
+/// Threads: any. enter() never waits, because the dynamic loader holds a lock while it loads a library.
 class LoadedPackages {
  public:
   static void enter(LoadedPackage& package) noexcept;
-  /// Registers them in the order in which they were entered. Cost when there is none: two loads.
+  /// Registers the queued packages in the order of enter(). Cost when the queue is empty: two atomic loads.
   static void registerIn(Package& root) {
     if (sEntered.load(std::memory_order_relaxed) || sWaiting.load(std::memory_order_relaxed))
       registerAll(root);
@@ -21,9 +21,9 @@ class LoadedPackages {
   static void registerAll(Package& root);
   static void queueEntered() noexcept;
 
-  /// The last one first.
+  /// Newly entered packages: a stack with the last one on top.
   static constinit std::atomic<LoadedPackage*> sEntered;
-  /// In their order; written under ObjectSystem::guard().
+  /// Packages taken from sEntered, in the order of enter(). Only written under ObjectSystem::guard().
   static constinit std::atomic<LoadedPackage*> sWaiting;
 };
 

@@ -9,7 +9,7 @@ namespace ruvo {
 
 namespace {
 
-/// Adds the class's own records of that name; says whether one of them hides those of the superclasses.
+/// Adds the class's own methods of that name. Returns whether one of them hides the methods of superclasses.
 bool collect(std::span<RVOMethodInfo* const> records, const InternedName& name, OverloadSet& set) {
   bool hides = false;
   for (const RVOMethodInfo* record : records) {
@@ -39,7 +39,8 @@ void Class::collectProperties() {
   derived.hasProperties.store(true, std::memory_order_release);
 }
 
-// By text: the names of the members are interned once all the classes are defined, which the order sees to.
+// The overloads that take text call linearization() first: it defines all classes, which interns the names of
+// their members. Only then can findInterned() find the name.
 
 const PropertySlot* Class::findProperty(std::string_view name) {
   linearization();
@@ -58,7 +59,7 @@ const OverloadSet* Class::findMethods(const InternedName& name) {
   if (set->candidates.empty()) return nullptr;
   set->candidates.shrink_to_fit();
   const std::scoped_lock lock(ObjectSystem::guard());
-  // Another thread may have been faster.
+  // Another thread may have added the set in the meantime.
   if (const OverloadSet* known = derived.overloads.find(name.entry())) return known;
   derived.sets.reserve(derived.sets.size() + 1);
   derived.overloads.insert(name.entry(), set.get());

@@ -14,7 +14,7 @@ namespace ruvo {
 
 namespace {
 
-/// Whether a record takes the object on which it is called.
+/// Whether a record takes the object it is called on.
 bool takesObject(const RVOMethodInfo& record, const RVOMethodSignature& signature) {
   return !signature.self().empty() || (record.getFlags() & factory::kSelfAsArgument) != 0;
 }
@@ -23,7 +23,7 @@ std::size_t parameterCount(const RVOMethodSignature& signature) noexcept {
   return signature.arguments().size() + (signature.self().empty() ? 0 : 1);
 }
 
-/// A record as a candidate for one call.
+/// One overload, matched against the arguments of one call.
 class Candidate {
  public:
   Candidate(const RVOMethodInfo& record, RVOInterface* self, std::span<const HostValue> arguments)
@@ -41,8 +41,9 @@ class Candidate {
     return mSignature && parameterCount(*mSignature) == mArguments.size() + (mSelf ? 1 : 0);
   }
 
-  /// How many arguments are not of exactly the type asked for and, among equals in that, the sum of the
-  /// distances; or why an argument does not fit. REQUIRES: fitsCount().
+  /// The number of inexact matches, times kInexact, plus the sum of the distances; or an error code of
+  /// fitOf().
+  /// REQUIRES: fitsCount().
   int distance() const {
     if (mSelf && fitOf(*mSelf, parameterType(*mSignature, 0)) < 0) return kWrongKind;
     int sum = 0;
@@ -55,18 +56,18 @@ class Candidate {
     return sum;
   }
 
-  /// The type of the parameter that takes argument `index`.
+  /// The type of the parameter for argument `index`.
   const InternedName& typeOf(std::size_t index) const noexcept {
-    // A candidate whose count fits has a signature.
+    // mSignature is not null here, because fitsCount() was true.
     return parameterType(*mSignature, index + (mSelf ? 1 : 0));  // NOLINT(clang-analyzer-core*)
   }
 
  private:
-  /// More than any sum of distances.
+  /// Larger than any sum of distances.
   static constexpr int kInexact = 1 << 20;
 
   std::span<const HostValue> mArguments;
-  /// Null where the record takes no object, or none is given but as an argument.
+  /// Null if the record takes no object, or if the object is passed as an argument.
   RVOInterface* mSelf = nullptr;
   const RVOMethodSignature* mSignature = nullptr;
 };
@@ -79,7 +80,8 @@ class Candidate {
   throw K7Q::OutOfRange(mismatchText(where, rangeText(candidate.typeOf(i)), arguments[i]));
 }
 
-/// The signatures of the candidates, each once: a class and its superclasses often say the same.
+/// The signatures of the candidates without duplicates: a class and its superclass often declare the same
+/// one.
 std::vector<std::string> signaturesOf(std::span<const RVOMethodInfo* const> candidates, std::string_view name,
                                       bool isOnObject) {
   std::vector<std::string> signatures;

@@ -9,37 +9,40 @@
 
 namespace ruvo {
 
-/// What is called, for the errors: the class or package by its full name and the member, empty for a
-/// constructor.
+/// Names the called member in error texts: the full name of the class or package, and the name of the member.
+/// The member is empty for a constructor.
 struct CallSite {
   std::string_view owner;
   std::string_view member;
   bool isClass = true;
 
-  /// "Runnable.canBeInvokedConcurrently", "Runnable", "Tarvelon.metamodel.MetaPackage".
+  /// For example "Runnable.canBeInvokedConcurrently", "Runnable" or "Tarvelon.metamodel.MetaPackage".
   std::string text() const;
 };
 
-/// The record that a call means, and whether the object on which it was made goes in as the first slot.
+/// The record chosen for a call, and whether the object goes into the first slot.
 struct Choice {
   const RVOMethodInfo* record = nullptr;
   const RVOMethodSignature* signature = nullptr;
   bool takesSelf = false;
 };
 
-/// Chooses among the candidates by the count of arguments, then by how many arguments are of exactly the
-/// class asked for, then by the distances of the arguments, added up, then by their order, nearest first.
+/// Overload resolution: chooses the best of the candidates that accept the arguments.
 ///
-/// Called on an object, an instance or self-as-argument record takes it as its first value, and a static
-/// record leaves it out; the distance of an object that is not in the argument list does not count. Called
-/// without, the first argument is the object.
+/// A candidate must have the right number of parameters. Among these, the candidate with the most exact
+/// matches wins; then the smallest sum of distances (fitOf()); then the first one in the list, whose class is
+/// nearest.
 ///
-/// Raises K7Q::OutOfRange where only a number's range is at fault, else K7Q::WrongType, which
-/// lists the signatures there are.
+/// If `self` is given, an instance method or self-as-argument method takes it as its first value, and a
+/// static method ignores it. The distance of `self` is not part of the sum. Without `self`, the first
+/// argument is the object.
+///
+/// Raises K7Q::OutOfRange if the only problem is the range of a number. Otherwise raises K7Q::WrongType with
+/// the list of available signatures.
 Choice choose(const CallSite& site, std::span<const RVOMethodInfo* const> candidates, RVOInterface* self,
               std::span<const HostValue> arguments);
 
-/// Calls the record on which the choice fell and packs its result.
+/// Calls the chosen record and returns its result.
 HostResult invoke(const Choice& choice, RVOInterface* self, std::span<const HostValue> arguments);
 
 }  // namespace ruvo

@@ -8,18 +8,19 @@ namespace ruvo {
 
 class Class;
 
-/// An entry as the table makes it: with the class that bears the name, so that a class is found without a
-/// look-up.
+/// An entry of the name table. It also points to the class with that full name, so that finding a class by
+/// its interned name needs no look-up.
 struct NameEntry : internal::InternedEntry {
   std::atomic<Class*> bearer;
 };
 
-/// Every entry comes from the table, so every entry is one of these.
+/// Casts the entry of a name. REQUIRES: the name is not empty. Safe because the table creates all entries as
+/// NameEntry.
 inline NameEntry& entryOf(const InternedName& name) noexcept {
   return *const_cast<NameEntry*>(static_cast<const NameEntry*>(name.entry()));
 }
 
-/// The class of that full name, null if none is known (yet).
+/// The class with that full name, null if no such class is registered (yet).
 inline Class* bearerOf(const InternedName& name) noexcept {
   return name.empty() ? nullptr : entryOf(name).bearer.load(std::memory_order_acquire);
 }

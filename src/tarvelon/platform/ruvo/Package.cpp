@@ -23,23 +23,23 @@ std::string described(const Package& package) {
                           : "the root package";
 }
 
-/// The short name that an info reports.
+/// Returns the short name that an info reports, or raises K7Q::Exception if it is not a short name.
 std::string_view requireShortName(const char* name, std::string_view kind, const Package& package) {
   if (name && *name && !std::strchr(name, '.')) return name;
   throw K7Q::Exception("a " + std::string(kind) + " added to " + described(package) +
                        " must report a short name without a dot, got '" + (name ? name : "") + "'");
 }
 
-/// How far a full name leads down the packages.
+/// The result of following a full name through the packages.
 struct Descent {
-  Package* last;             ///< the last of its packages that is there
-  std::string_view missing;  ///< the name of the first that is not, empty if all are there
+  Package* last;             ///< the last existing package on the path
+  std::string_view missing;  ///< the full name of the first missing package; empty if all exist
 };
 
 Descent descend(std::string_view fullName) {
   Package* package = &Package::root();
   for (std::size_t start = 0; start < fullName.size();) {
-    // A dot at the very beginning is part of the name that is missing.
+    // A dot at the very beginning counts as part of the missing name.
     const std::size_t end = std::min(fullName.find('.', std::max<std::size_t>(start, 1)), fullName.size());
     const std::string_view part = fullName.substr(start, end - start);
     const bool isName = !part.empty() && part.front() != '.';
@@ -52,7 +52,7 @@ Descent descend(std::string_view fullName) {
   return {package, {}};
 }
 
-/// Asks the infos of a package for a name that it has not; true when one of them says that it is there now.
+/// Asks the infos of a package to load a missing name; true if one of them has loaded it.
 template <class Infos, class Ask>
 bool isBroughtIn(const Infos& infos, Ask ask) {
   for (std::size_t i = 0; i < infos.size(); ++i) {
@@ -133,10 +133,10 @@ Package& Package::get(std::string_view fullName) {
 
 std::string_view Package::shortName() const noexcept { return lastName(mFullName.view()); }
 
-// What brings in a package may attach more to those below it: from the top down.
+// Parents are populated first, because their initializers may add infos to the packages below.
 void Package::populate() {
   if (isPopulated()) return;
-  // Another thread that populates it is waited for; this one may come back while it does.
+  // Waits if another thread is populating the package. A nested call of the same thread returns at once.
   const std::scoped_lock lock(ObjectSystem::guard());
   if (mState == State::Populated || mState == State::Populating) return;
   std::vector<Package*> line{this};
@@ -167,13 +167,15 @@ void Package::runInitializers() {
   auto& initializers = mContent->initializers;
   auto& functions = mContent->functions;
   while (!initializers.empty()) {
-    // Its place stays for it: others may be added meanwhile, and it goes back there without memory.
+    // The initializer's place in the list is kept, so that it can be put back without an allocation. The
+    // initializer may add others to the list.
     auto initializer = std::move(initializers.front());
     const std::size_t functionsBefore = functions.size();
     try {
       initializer(this);
     } catch (const std::bad_alloc&) {
-      // Nobody can have seen a function of a package that is not populated; of classes and packages they may.
+      // The functions of an unpopulated package are not visible to anybody, so they can be deleted. Classes
+      // and child packages may be in use already; they stay.
       std::for_each(functions.begin() + static_cast<std::ptrdiff_t>(functionsBefore), functions.end(),
                     [](const factory::FunctionInfo* function) { delete function; });
       functions.resize(functionsBefore);
@@ -286,7 +288,8 @@ void Package::addPackageInfo(RVOPackageInfo* info) {
     known.origin = Origin::ThisRun;
     return;
   }
-  // Room first, then what may fail, then what cannot: no info stands without its initialiser.
+  // In this order an info is never stored without its initializer: reserve, then what may fail, then
+  // push_back.
   child.mContent->infos.reserve(child.mContent->infos.size() + 1);
   ObjectSystem::addInitializer(child, [info](RVOPackage* package) { info->initializePackage(package); });
   child.mContent->infos.push_back({std::move(owned), originOfNew()});

@@ -8,8 +8,8 @@
 
 namespace ruvo {
 
-/// A map from addresses to addresses: open addressing in one block, without an allocation for an entry.
-/// REQUIRES: no null key, no null value.
+/// A hash map from addresses to addresses. Open addressing in one block; no allocation for each entry.
+/// REQUIRES: keys and values are not null.
 template <class Value>
 class PointerMap {
  public:
@@ -24,7 +24,7 @@ class PointerMap {
     }
   }
 
-  /// Keeps the value that is there; says whether `value` went in.
+  /// Adds an entry and returns true. If the key exists, keeps its value and returns false.
   bool insert(const void* key, Value* value) {
     if (find(key)) return false;
     if ((mSize + 1) * 4 > mSlots.size() * 3) grow();
@@ -37,7 +37,7 @@ class PointerMap {
     if (!find(key)) return false;
     std::size_t hole = home(key);
     while (mSlots[hole].key != key) hole = next(hole);
-    // Whoever stands behind the hole and may stand in it moves up: no marks of the deleted are left.
+    // Moves later entries of the probe sequence into the hole, so that no tombstones are needed.
     for (std::size_t i = next(hole); mSlots[i].key; i = next(i)) {
       const std::size_t distance = (i - home(mSlots[i].key)) & (mSlots.size() - 1);
       const std::size_t gap = (i - hole) & (mSlots.size() - 1);

@@ -11,7 +11,7 @@ namespace {
 
 using internal::TypeKind;
 
-/// The types of optional scalars, which travel as arrays, and the scalar that each holds.
+/// An optional scalar type, which is passed as an array, and the type of the scalar in it.
 struct OptionalScalar {
   LiteralName type;
   LiteralName scalar;
@@ -31,7 +31,7 @@ const OptionalScalar* optionalScalarOf(const InternedName& type) {
   return nullptr;
 }
 
-/// One write: what is written, and how its errors name it.
+/// The arguments of one property write, with its checks and error texts.
 struct Write {
   RVOInterface* object;
   const PropertySlot& slot;
@@ -54,7 +54,7 @@ struct Write {
     if (fit == kOutOfRange) throw K7Q::OutOfRange(mismatchText(where(), rangeText(scalar), value));
     if (fit < 0) throwWrongType();
   }
-  /// An empty value unsets what may be unset.
+  /// Checks that an empty value may unset the property.
   void requireOptional() const {
     if (!slot.guard || slot.guard->isOptional()) return;
     throw K7Q::WrongValue(where() + ": expected " + expectedText(type) +
@@ -96,7 +96,7 @@ void setOptionalScalar(const Write& write, const OptionalScalar& scalar) {
     return;
   }
   const bool isText = write.value.kind() == HostValue::Kind::Text;
-  // The record says what is wrong with several elements.
+  // The record itself raises the error for several elements.
   if (!isText && hx::hxGetNumberOfElements(write.value.array()) > 1) {
     write.storeArray(hx::hxDuplicateArray(write.value.array()));
     return;
@@ -111,7 +111,7 @@ void setObject(const Write& write) {
     return write.storeArray(boxInterface(nullptr, write.type));
   }
   const bool isObject = write.value.kind() == HostValue::Kind::Object;
-  // A class that does not exist yet has no objects: its record refuses them.
+  // If the class does not exist yet, no object can be an instance of it: the record refuses the value.
   if (!isObject || (Class::find(write.type) && fitOf(*write.value.object(), write.type) < 0))
     write.throwWrongType();
   write.storeArray(boxInterface(write.value.object(), write.type));

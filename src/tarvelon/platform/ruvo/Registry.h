@@ -13,41 +13,43 @@
 
 namespace ruvo {
 
-/// Everything registered, which lives as long as the process: nothing is ever taken back.
+/// The global state of the object system. Registered things live until the process ends; nothing is
+/// unregistered.
 class ObjectSystem {
  public:
-  /// Held while something is registered, a package populated or a class defined, all of which may come back
-  /// for more. Nothing that waits for another thread may be called under it.
+  /// Held while something is registered, a package is populated or a class is defined. These operations may
+  /// nest, so the lock is recursive. Never wait for another thread while holding it.
   static std::recursive_mutex& guard() noexcept;
   static Package& root();
   static std::vector<Class*>& globals() noexcept;
-  /// On whose behalf classes are defined and methods called.
+  /// The client passed to class definitions and method calls.
   static const RVOClient* client() {
     static Immortal<RVOClient> client;
     return &*client;
   }
 
-  /// Makes a class of the info, which it owns, puts it into the list and lets its full name lead to it.
-  /// REQUIRES: guard(), a name that no class has.
+  /// Creates a class for `info`, adds it to `classes` and makes it the bearer of its full name. The class
+  /// owns `info`. REQUIRES: guard() is held and no class has this name.
   static void addClass(std::vector<Class*>& classes, std::unique_ptr<RVOClassInfo> info,
                        const InternedName& fullName, int access);
-  /// The child of that short name as it stands, made if there is none. REQUIRES: guard().
+  /// Returns the child with that short name; creates it if there is none. Populates nothing.
+  /// REQUIRES: guard() is held.
   static Package& childOf(Package& parent, std::string_view shortName);
-  /// What registerRuvoPackage() does, below `root`.
+  /// Implements registerRuvoPackage(), starting below `root`.
   static Package& registerPackage(Package& root, std::string_view fullName,
                                   std::function<void(RVOPackage*)> initializer);
-  /// Lets the package run `initializer` when it is touched next. REQUIRES: guard().
+  /// Queues `initializer` to run on the next use of the package. REQUIRES: guard() is held.
   static void addInitializer(Package& package, std::function<void(RVOPackage*)> initializer);
 };
 
 struct Package::Content {
-  /// What brings the package in, and whether its parent's initializer that has added it is at an end.
+  /// A package info and its origin.
   struct Info {
     std::unique_ptr<RVOPackageInfo> info;
     Origin origin = Origin::Settled;
   };
 
-  /// Passes the mark of each class and child's info that an initializer has added.
+  /// Calls `visit` for the origin of each class and each info of a child that is not Settled.
   template <class Visit>
   void visitOrigins(Visit visit);
 
@@ -55,12 +57,13 @@ struct Package::Content {
   std::vector<Class*> classes;
   std::vector<factory::FunctionInfo*> functions;
   std::vector<Info> infos;
-  /// What is still to be run when the package is touched.
+  /// The initializers that still have to run.
   std::vector<std::function<void(RVOPackage*)>> initializers;
   std::exception_ptr failure;
 };
 
-/// The part of a dotted name before its last dot, empty if there is none, and the part behind it.
+/// parentName() is the part of a dotted name before the last dot, empty without a dot. lastName() is the part
+/// behind the last dot.
 inline std::string_view parentName(std::string_view name) noexcept {
   const std::size_t dot = name.rfind('.');
   return dot == std::string_view::npos ? std::string_view() : name.substr(0, dot);

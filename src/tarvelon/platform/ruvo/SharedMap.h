@@ -8,8 +8,8 @@
 
 namespace ruvo {
 
-/// A map from addresses to addresses to which entries are only added: any thread looks them up without a lock
-/// while one adds. REQUIRES: no null key, no null value.
+/// An insert-only hash map from addresses to addresses. Any thread may read without a lock while one thread
+/// inserts. REQUIRES: keys and values are not null.
 template <class Value>
 class SharedMap {
  public:
@@ -25,7 +25,7 @@ class SharedMap {
     }
   }
 
-  /// REQUIRES: the key is not there, and no other thread adds.
+  /// Adds an entry. REQUIRES: the key is not in the map, and no other thread inserts at the same time.
   void insert(const void* key, Value* value) {
     if (mTables.empty() || (mSize + 1) * 4 > mTables.back()->slots.size() * 3) grow();
     place(*mTables.back(), key, value);
@@ -72,7 +72,7 @@ class SharedMap {
   }
 
   std::atomic<const Table*> mTable = nullptr;
-  /// The last one counts; the former ones stay for those who look into them just now.
+  /// The last table is the current one. Former tables are kept because readers may still use them.
   std::vector<std::unique_ptr<Table>> mTables;
   std::size_t mSize = 0;
 };

@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kShownCharacters = 40;
 
-/// The number as short as it can be read back, whatever the locale.
+/// The shortest text that reads back as the same number, independent of the locale.
 std::string numberText(double number) {
   char buffer[32];
   const auto end = std::to_chars(buffer, buffer + sizeof buffer, number).ptr;
@@ -23,7 +23,7 @@ std::string numberText(double number) {
 
 std::string shownText(std::u16string_view text) {
   if (text.size() <= kShownCharacters) return '"' + hx::toUtf8(text) + '"';
-  // Not between the two halves of a character.
+  // Never cuts between the two halves of a surrogate pair.
   const bool isSplit = text[kShownCharacters - 1] >= 0xD800 && text[kShownCharacters - 1] <= 0xDBFF;
   const std::string shown = hx::toUtf8(text.substr(0, kShownCharacters - (isSplit ? 1 : 0)));
   return '"' + shown + "\"... of " + std::to_string(text.size()) + " characters";
@@ -45,8 +45,8 @@ std::string elementTypeText(const hx::hxArray* array) {
   return "object";
 }
 
-/// The names of a signature's parameters. They stand in one text, and where there are fewer than parameters,
-/// they are the last ones'.
+/// The parameter names of a signature, from its comma-separated text. If there are fewer names than
+/// parameters, the names belong to the last parameters.
 std::vector<std::string_view> parameterNames(const RVOMethodSignature& signature) {
   std::vector<std::string_view> names;
   std::string_view rest = signature.parameterNames();
@@ -67,11 +67,10 @@ char folded(char letter) noexcept {
   return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-/// How many letters must be put in, left out, replaced or swapped with their neighbour to turn one name into
-/// the other, whatever their case; `limit` if there are that many or more.
+/// The edit distance of two names, ignoring case: the number of letters to insert, remove, replace or swap
+/// with their neighbour. Returns `limit` if the distance is at least `limit`.
 ///
-/// Cells further than that from the diagonal are never looked at, so that the cost is that of one name's
-/// length.
+/// Only computes cells near the diagonal, so the cost is linear in the length of a name.
 std::size_t editDistance(std::string_view left, std::string_view right, std::size_t limit) {
   const std::size_t width = right.size() + 1;
   std::vector<std::size_t> cells(width * 3, limit);
@@ -99,7 +98,7 @@ std::size_t editDistance(std::string_view left, std::string_view right, std::siz
   return row[width - 1];
 }
 
-/// A slip changes a third of a name at most, and three letters.
+/// A name that differs in up to a third of its letters, and at most 3, counts as a typing error.
 std::size_t slipsAllowed(std::size_t length) noexcept { return std::clamp<std::size_t>(length / 3, 1, 3); }
 
 }  // namespace
@@ -122,7 +121,7 @@ std::string nearestName(std::string_view name, std::span<const std::string_view>
   for (const std::string_view candidate : candidates) {
     const std::size_t shorter = std::min(name.size(), candidate.size());
     const std::size_t longer = std::max(name.size(), candidate.size());
-    // Any letter is one slip from any other: of names of one letter none is near.
+    // One-letter names are never similar: each is only one replacement away from any other.
     if (shorter == 0 || longer < 2 || longer - shorter >= least) continue;
     const std::size_t distance = editDistance(name, candidate, least);
     if (distance >= least) continue;
@@ -164,7 +163,7 @@ std::string describeValue(const HostValue& value) {
     case HostValue::Kind::Logical:
       return type + (value.integer() != 0 ? " true" : " false");
     case HostValue::Kind::Integer:
-      // One that is too large for the type that whole numbers have is not shown as one of it.
+      // A number beyond the range of int32 must not be described as an int32 scalar.
       if (!fitsInt32(value.integer())) type = "whole number";
       return type + " " + std::to_string(value.integer());
     case HostValue::Kind::Double:
@@ -222,12 +221,13 @@ bool isConstructibleBelow(Class& each, Class& cls) {
   try {
     return &each != &cls && each.isKindOf(cls) && each.constructors();
   } catch (const K7Q::Exception&) {
-    // What cannot be defined has nothing to offer.
+    // A class that cannot be defined cannot be constructed.
     return false;
   }
 }
 
-/// The classes below `cls` that can be constructed, of a package and all below it, each package before those.
+/// The constructible subclasses of `cls` in a package and in all packages below it; a package comes before
+/// its children.
 std::vector<std::string_view> constructibleIn(Package& top, Class& cls) {
   std::vector<std::string_view> names;
   std::vector<Package*> pending{&top};

@@ -5,8 +5,8 @@
 #include "tarvelon/platform/model/metamodel/ClassMethods.h"
 #include "tarvelon/platform/model/metamodel/EnumerationType.h"
 
-// The metamodel as Ecore has it: one root package with the others as packages below it, so that one file is
-// all that another program loads.
+// Writes the metamodel as one Ecore file: a root package that contains all other packages. So another program
+// needs only this file.
 namespace Tarvelon::files {
 
 using native::ClassMethods;
@@ -19,7 +19,7 @@ namespace {
 constexpr std::string_view kEcore = "http://www.eclipse.org/emf/2002/Ecore";
 constexpr std::string_view kPlatform = "Tarvelon.metamodel.arplatform";
 
-/// A package's place in the file: "//arplatform/behavior".
+/// A reference to a package within the file: "#//arplatform/behavior".
 std::string pathOf(const PackageRow& package) {
   const bool isBelow = package.name.starts_with(kPlatform);
   return (isBelow ? "#//arplatform/" : "#//") + std::string(prefixOf(package));
@@ -43,7 +43,8 @@ struct DataType {
   const char* initial;
 };
 
-/// Optional values may be none, which EMF's primitive types cannot be.
+/// An optional value may be absent. Ecore's primitive types cannot express this, so the object types are
+/// used.
 DataType dataTypeOf(const Property& property) {
   const bool isOptional = !property.isRequired();
   switch (property.row().type->kind) {
@@ -105,7 +106,7 @@ class EcoreWriter {
     if (!bases.empty()) mOut.raw(" eSuperTypes=\"" + bases + "\"");
     bool isOpen = false;
     for (const auto& property : cls.data().properties) {
-      // A redefinition shares the feature of what it redefines.
+      // A redefinition shares the feature of the redefined property.
       if (!property || property->row().redefined) continue;
       if (!isOpen) mOut.raw(">\n");
       isOpen = true;
@@ -130,7 +131,7 @@ class EcoreWriter {
 
   static std::string referenceOf(const Property& property) {
     std::string text = " eType=\"" + pathOf(*property.type()) + "\"";
-    // What is derived holds nothing: it shows what something else holds.
+    // A derived property does not contain objects. It shows objects that another property contains.
     if (property.holds() && property.storage() != Storage::None) text += " containment=\"true\"";
     if (const Property* back = property.opposite()) {
       text += " eOpposite=\"" + pathOf(back->ownerClass()) + "/" + back->row().name + "\"";
@@ -140,16 +141,16 @@ class EcoreWriter {
 
   static std::string attributeOf(const Property& property) {
     std::string text;
-    // A list of texts or literals may have the same twice.
+    // A list of texts or literals may contain duplicates.
     if (property.isMany()) text += " unique=\"false\"";
     if (const auto* enumeration = property.enumeration()) {
       text += " eType=\"" + pathOf(*enumeration) + "\"";
-      // Its default is the first literal, which must not be taken for no value.
+      // The default is the first literal. Unsettable distinguishes it from an absent value.
       return property.isRequired() || property.isMany() ? text : text + " unsettable=\"true\"";
     }
     const DataType type = dataTypeOf(property);
     text += " eType=\"ecore:EDataType " + std::string(kEcore) + "#//" + type.name + "\"";
-    // A required value that is not set reads as this.
+    // A required property that is not set reads as this value.
     if (property.isRequired()) text += " defaultValueLiteral=\"" + std::string(type.initial) + "\"";
     return text;
   }

@@ -37,7 +37,7 @@ std::string randomName() {
   return name;
 }
 
-/// ".NAME.", cut so that the name of a temporary file is no longer than any may be.
+/// ".NAME.", shortened so that the name of the temporary file does not exceed the system's limit.
 std::string leadOf(const std::string& name) {
   return "." + name.substr(0, NAME_MAX - 2 - kRandom - kSuffix.size()) + ".";
 }
@@ -57,7 +57,7 @@ bool isSame(const Descriptor& file, const Descriptor& folder, const char* name) 
          opened.st_ino == named.st_ino && opened.st_dev == named.st_dev;
 }
 
-/// The path behind all symbolic links, whether there is a file or not; empty behind too many.
+/// Resolves all symbolic links; the file need not exist. Empty if there are too many links.
 fs::path followed(fs::path path) {
   constexpr int kTooMany = 40;
   std::error_code failed;
@@ -84,13 +84,13 @@ AtomicFile::AtomicFile(const fs::path& path) : mShown(path.string()) {
 }
 
 AtomicFile::~AtomicFile() {
-  // Before the lock is gone: a sweep must not meet it.
+  // While the lock is still held, so that the sweep of another save cannot find the file.
   if (!mTemporary.empty()) ::unlinkat(mFolder.number(), mTemporary.c_str(), 0);
 }
 
 void AtomicFile::openFolder(const fs::path& target) {
   const fs::path folder = target.has_parent_path() ? target.parent_path() : fs::path(".");
-  // A folder may be written that cannot be listed.
+  // O_PATH, since a writable folder may not be readable.
   mFolder = Descriptor(::open(folder.c_str(), O_PATH | O_DIRECTORY | O_CLOEXEC));
   if (mFolder.isOpen()) return;
   refuse(errno == ENOENT ? kNoTemporary : kNotReplaced, errno);
@@ -106,7 +106,7 @@ void AtomicFile::openOld() {
   if (!S_ISREG(found.st_mode)) refuse("it is no regular file", EINVAL);
   if (::faccessat(mFolder.number(), mName.c_str(), W_OK, AT_EACCESS) != 0)
     refuse("the file may not be written", errno);
-  // One that may only be written has a mode and an owner as well.
+  // A write-only file is opened too, since its mode and owner are needed.
   for (const int way : {O_RDONLY, O_WRONLY}) {
     if (mOld.isOpen()) return;
     mOld = Descriptor(::openat(mFolder.number(), mName.c_str(), way | O_NONBLOCK | O_NOCTTY | O_CLOEXEC));
@@ -114,7 +114,7 @@ void AtomicFile::openOld() {
   if (!mOld.isOpen()) refuse(kNotReplaced, errno);
 }
 
-// What cannot be swept is left for the next save.
+// Files that cannot be removed are left for the next save.
 void AtomicFile::sweep() const {
   const int listed = ::openat(mFolder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
   const std::unique_ptr<DIR, int (*)(DIR*)> folder(listed < 0 ? nullptr : ::fdopendir(listed), &::closedir);
@@ -126,7 +126,7 @@ void AtomicFile::sweep() const {
     if (!isTemporary(entry->d_name, mLead)) continue;
     const Descriptor left(
         ::openat(mFolder.number(), entry->d_name, O_RDWR | O_NOFOLLOW | O_CLOEXEC | O_NONBLOCK));
-    // Whoever is writing holds the lock.
+    // A save that is still writing holds the lock.
     if (!left.isOpen() || ::flock(left.number(), LOCK_EX | LOCK_NB) != 0) continue;
     if (isSame(left, mFolder, entry->d_name)) ::unlinkat(mFolder.number(), entry->d_name, 0);
   }
@@ -140,10 +140,11 @@ void AtomicFile::open() {
   refuse(kNoTemporary, EEXIST);
 }
 
-/// False if the name was taken, or if another save swept the file away before it was locked.
+/// Returns false if the name exists, or if another save has removed the file before it was locked.
 bool AtomicFile::tryOpen() {
   mTemporary = mLead + randomName() + std::string(kSuffix);
-  // Until it is whole, nobody sees more of it than of the file that it replaces.
+  // Until the file is complete, only its owner may read it if it replaces a file, since that file may be
+  // private.
   const mode_t mode = mOld.isOpen() ? 0600 : 0666;
   constexpr int kWay = O_RDWR | O_CREAT | O_EXCL | O_CLOEXEC | O_NOFOLLOW;
   Descriptor file(::openat(mFolder.number(), mTemporary.c_str(), kWay, mode));
@@ -153,7 +154,7 @@ bool AtomicFile::tryOpen() {
     if (number == EEXIST) return false;
     refuse(kNoTemporary, number);
   }
-  // Where there are no locks, nobody can sweep either.
+  // On a file system without locks, no sweep can lock and remove the file either.
   const bool isLocked = ::flock(file.number(), LOCK_EX | LOCK_NB) == 0 || errno != EWOULDBLOCK;
   if (!isLocked || !isSame(file, mFolder, mTemporary.c_str())) return false;
   mFile = std::move(file);
@@ -180,7 +181,7 @@ void AtomicFile::commit(bool isDurable) {
   mTemporary.clear();
   if (!isDurable) return;
   const Descriptor folder(::openat(mFolder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
-  // The new file is there; a folder that cannot be synchronised, as on some network disks, changes nothing.
+  // The new file is in place. Some network file systems cannot synchronise a folder; this is not an error.
   if (folder.isOpen()) ::fsync(folder.number());
 }
 

@@ -9,24 +9,26 @@
 
 namespace Tarvelon::files {
 
-/// A file that takes the place of another, or none, when it is whole.
+/// A file that replaces another file atomically when it is complete.
 ///
-/// Until commit() its bytes lie in a temporary file of the same folder, called `.NAME.XXXXXXXX.tarvelon-new`
-/// with as much of NAME as fits, which its writer keeps locked. One that nobody has locked was left by a
-/// killed save: the next save of the same file removes it.
+/// Until commit(), the bytes are in a temporary file in the same folder. Its name is
+/// `.NAME.XXXXXXXX.tarvelon-new`, with as much of NAME as fits. The writer keeps it locked. A temporary file
+/// that nobody has locked was left by a killed save; the next save of the same file removes it.
 ///
-/// Where the file lies is looked up once, at the beginning: another current folder, a folder of another name
-/// or another symbolic link change nothing later.
+/// The path is resolved once, in the constructor. Later changes of the current folder, of folder names or of
+/// symbolic links have no effect.
 class AtomicFile final : public Sink {
  public:
-  /// Raises FileError.
+  /// Resolves the path and creates the temporary file. Raises FileError.
   explicit AtomicFile(const std::filesystem::path& path);
   AtomicFile(const AtomicFile&) = delete;
   AtomicFile& operator=(const AtomicFile&) = delete;
-  /// Takes the temporary file away unless it was committed.
+  /// Removes the temporary file unless commit() was called.
   ~AtomicFile() override;
 
   void write(const char* bytes, std::size_t count) override;
+  /// Replaces the file. Raises FileError; then the old file is unchanged. `isDurable` waits until the data is
+  /// on the disk.
   void commit(bool isDurable);
 
  private:
@@ -38,26 +40,27 @@ class AtomicFile final : public Sink {
   [[noreturn]] void refuse(const char* what, int number) const;
 
   std::string mShown;
-  /// The folder of the file itself, behind all symbolic links, and the file's name there.
+  /// The folder of the file, after resolving all symbolic links, and the name of the file in it.
   Descriptor mFolder;
   std::string mName;
-  /// The file that is there, if one is.
+  /// The existing file, if there is one.
   Descriptor mOld;
   Descriptor mFile;
-  /// Empty for none.
+  /// The name of the temporary file. Empty if there is none.
   std::string mTemporary;
-  /// How temporary files of this one begin: ".NAME."
+  /// The beginning of the names of temporary files for this file: ".NAME."
   std::string mLead;
 };
 
-/// A file that is read from its beginning to its end. Raises FileError.
+/// A file that is read sequentially. Raises FileError.
 class InputFile {
  public:
-  /// Calls `interrupted`, which may raise, when a signal has come while it waited, as it may with a pipe.
+  /// Opens the file. `interrupted` is called if a signal interrupts the waiting, as may happen with a pipe;
+  /// it may raise to end the load.
   InputFile(const std::filesystem::path& path, const std::function<void()>& interrupted);
-  /// How many bytes were read, 0 at the end.
+  /// Returns the number of bytes read, 0 at the end of the file.
   std::size_t read(char* buffer, std::size_t room, const std::function<void()>& interrupted);
-  /// In bytes, 0 where the system does not say.
+  /// The size in bytes, 0 if it is not known.
   std::size_t size() const noexcept { return mSize; }
 
  private:

@@ -15,7 +15,7 @@ namespace {
 constexpr mode_t kModeBits = 07777;
 constexpr const char* kAccessList = "system.posix_acl_access";
 
-/// What grows between the question for its size and that for it is asked for again.
+/// Repeats the query if the result has grown after its size was asked for.
 template <class Ask>
 bool readAll(std::string& text, Ask ask) {
   for (;;) {
@@ -30,7 +30,7 @@ bool readAll(std::string& text, Ask ask) {
 
 std::vector<std::string> attributesOf(int file) {
   std::string names;
-  // Where there are no attributes at all, that is an error.
+  // A file system without extended attributes reports an error.
   if (!readAll(names, [file](char* room, std::size_t size) { return ::flistxattr(file, room, size); }))
     return {};
   std::vector<std::string> found;
@@ -44,13 +44,13 @@ std::vector<std::string> attributesOf(int file) {
 bool copyAttribute(int from, int to, const std::string& name) {
   std::string value;
   const auto get = [&](char* room, std::size_t size) { return ::fgetxattr(from, name.c_str(), room, size); };
-  // One that has gone meanwhile is not missing.
+  // An attribute that was removed meanwhile is not missing.
   if (!readAll(value, get)) return errno == ENODATA;
   return ::fsetxattr(to, name.c_str(), value.data(), value.size(), 0) == 0;
 }
 
-/// Gives the file its owner and group, or the group alone; `mode` is what it may have then. False if the
-/// group is another one.
+/// Copies the owner and the group, or only the group. Reduces `mode` to the permissions that are then safe.
+/// Returns false if the group could not be kept.
 bool keepOwner(const struct stat& old, int to, mode_t& mode) noexcept {
   struct stat made {};
   if (::fstat(to, &made) != 0) return false;
@@ -80,11 +80,11 @@ const char* copyAttributes(int from, int to) {
       return "its extended attributes cannot be kept";
     }
   }
-  // The folder may have given it one of its own.
+  // The new file may have inherited an access control list from the folder.
   if (!hasAccessList) ::fremovexattr(to, kAccessList);
   if (::fchmod(to, mode) != 0) return "its mode cannot be kept";
   if (!hasAccessList) return nullptr;
-  // It says what the group may do that is not this one.
+  // The list refers to the old file's group and would now apply to another group.
   if (!isGroupKept) errno = EPERM;
   return isGroupKept && copyAttribute(from, to, kAccessList) ? nullptr
                                                              : "its access control list cannot be kept";

@@ -2,15 +2,17 @@
 
 namespace Tarvelon::files {
 
-/// Gives a file what another one has besides its bytes: mode, owner, group, access control list and extended
-/// attributes.
+/// Copies everything except the content from one file to another: mode, owner, group, access control list and
+/// extended attributes.
 ///
-/// Only root gives a file away: else it stays with the user who makes it, in the group of the other one if
-/// the user is in that. In another group its members may do what everybody may. Attributes of the system
-/// alone, of the spaces `security` and `trusted`, are kept as far as the system lets.
+/// Only root can change the owner. For other users the new file keeps its owner, and gets the group of the
+/// old file if the user is a member of it. Otherwise the members of its group get no more permissions than
+/// everybody has. System attributes, those in the namespaces `security` and `trusted`, are copied as far as
+/// the system allows.
 ///
-/// Null once that is done. Else what cannot be kept, and errno says why: the file must not take the other's
-/// place, since other people could read or write it then, or something of the person's would be lost.
+/// Returns null on success. Otherwise returns a text that says what cannot be kept, and errno says why. The
+/// new file must then not replace the old one: other people could read or write it, or an attribute of the
+/// user would be lost.
 /// Failure: std::bad_alloc.
 const char* copyAttributes(int from, int to);
 

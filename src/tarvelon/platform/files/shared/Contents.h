@@ -4,12 +4,12 @@
 
 #include "tarvelon/platform/model/objects/Cursor.h"
 
-/// What objects hold, as files nest it.
+/// Iteration over contained objects, as a file nests them.
 namespace Tarvelon::files {
 
 using metamodel::native::Cursor;
 
-/// Raises K7Q::Exception when an object stands deeper than a file may nest it.
+/// Raises K7Q::Exception if `depth` is greater than kMaxDepth. `object` is named in the text.
 void requireDepth(const metamodel::native::Instance& object, std::size_t depth);
 
 }  // namespace Tarvelon::files

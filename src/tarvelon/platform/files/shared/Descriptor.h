@@ -5,7 +5,7 @@
 
 namespace Tarvelon::files {
 
-/// An open file or folder of the system, closed at the end; negative for none.
+/// Owns a file descriptor and closes it in the destructor. Negative means none.
 class Descriptor {
  public:
   explicit Descriptor(int number = -1) noexcept : mNumber(number) {}

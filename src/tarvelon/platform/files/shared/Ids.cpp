@@ -30,7 +30,7 @@ constexpr std::array<std::int8_t, 256> makeValues() {
 }
 constexpr auto kValues = makeValues();
 
-/// One pass that gives ids.
+/// One run of assignIds().
 class Assignment {
  public:
   Assignment(const native::NativeModel& model, Schema& schema, std::size_t count) : mSchema(schema) {
@@ -39,8 +39,8 @@ class Assignment {
       if (const Word* id = numberedId(object)) mTaken.insert(id->bits);
     });
   }
-  /// Gives ids to an object that nothing holds, the one of that index, and to all that it holds: each before
-  /// what it holds.
+  /// Gives ids to a root and to everything it contains, owners first. `index` is the number of the root among
+  /// the roots.
   void visit(Instance& root, std::uint32_t index) {
     enter(root, 0, index);
     while (!mOpen.empty()) {
@@ -55,7 +55,7 @@ class Assignment {
   }
 
  private:
-  /// An object with an id, some of whose held objects have none yet.
+  /// An object with an id. Some objects that it contains may have none yet.
   struct Level {
     Cursor held;
     const ClassSchema* cls;
@@ -75,8 +75,8 @@ class Assignment {
     const Word* name = cls.name ? object.find(cls.name->slot) : nullptr;
     const std::uint64_t own = name && name->text ? hashOf(name->text->view()) : index;
     std::uint64_t number = mixed(mixed(place + cls.typeHash) + own) & kNumbers;
-    // Of equal names in one list each but the first goes by its place as well: a long list takes no long
-    // search.
+    // If the id is taken, the index of the object in its list is mixed in. So even many equal names in one
+    // list need no long search.
     for (std::uint64_t turn = index; number == 0 || !mTaken.insert(number); ++turn)
       number = mixed(number + turn + 1) & kNumbers;
     setId(object, number);
@@ -127,7 +127,7 @@ void setForeignId(Instance& object, std::string_view text) {
 void assignIds(const native::NativeModel& model, Schema& schema) {
   std::size_t count = 0;
   std::size_t missing = 0;
-  // An undo can bring back what was destroyed, with its id: so that is taken.
+  // Deleted objects that an undo can restore keep their ids, so these are taken too.
   model.instances().forEach([&](const Instance& object) {
     ++count;
     if (object.isAlive() && !numberedId(object) && !foreignId(object)) ++missing;

@@ -11,26 +11,26 @@
 
 namespace Tarvelon::files {
 
-/// Values by numbers: open addressing, at most three quarters full. Where a number stands nobody can foresee
-/// who writes a file: see keyedHash().
+/// A hash table with numbers as keys: open addressing, filled up to three quarters. The hashes are keyed, so
+/// the author of a file cannot provoke collisions: see keyedHash().
 template <class Value>
 class KeyTable {
  public:
   using Key = std::uint64_t;
-  /// Is no key.
+  /// Marks a free entry and is not a valid key.
   static constexpr Key kNone = ~Key{0};
   struct Entry {
     Key key = kNone;
     [[no_unique_address]] Value value{};
   };
 
-  /// Null for one that is not there. Valid until the next insert().
+  /// Null if the key is not in the table. The pointer is valid until the next insert().
   const Entry* find(Key key) const noexcept {
     if (mEntries.empty()) return nullptr;
     const Entry& entry = mEntries[placeOf(key)];
     return entry.key == kNone ? nullptr : &entry;
   }
-  /// False if it is there already.
+  /// Returns false if the key is in the table already.
   bool insert(Key key, Value value = {}) {
     if (4 * (mCount + 1) > 3 * mEntries.size()) reserve(mCount + 1);
     Entry& entry = mEntries[placeOf(key)];
@@ -39,7 +39,7 @@ class KeyTable {
     ++mCount;
     return true;
   }
-  /// Makes room for that many in all.
+  /// Makes room for `count` keys in total.
   void reserve(std::size_t count) {
     constexpr std::size_t kFirst = 64;
     std::vector<Entry> old(std::max(kFirst, std::bit_ceil(count + count / 2 + 1)));
@@ -53,7 +53,7 @@ class KeyTable {
     mCount = 0;
   }
   std::size_t size() const noexcept { return mCount; }
-  /// How many places are looked at for the key that is found last of all.
+  /// The greatest number of entries that the search for any key visits.
   std::size_t longestSearch() const noexcept {
     std::size_t longest = 0;
     for (std::size_t place = 0; place < mEntries.size(); ++place) {

@@ -9,19 +9,20 @@
 
 namespace Tarvelon::files {
 
-/// The order in which an attribute lists the elements of a list that has others already: the way back has put
-/// them in. The list is put into that order once, when it is full.
+/// Records the order in which an attribute lists the elements of a list that already has elements: opposite
+/// references that were read before have inserted them. Once all elements are known, the list is sorted into
+/// that order in one go.
 class ListedOrder {
  public:
   bool isEmpty() const noexcept { return mElements.empty(); }
-  /// The next one that is listed. False, and nothing noted, if it was listed before.
+  /// Adds the next listed element. Returns false and changes nothing if the element was added before.
   bool add(metamodel::native::Instance& element) {
     if (!mSeen.insert(element.number())) return false;
     mElements.push_back(&element);
     return true;
   }
-  /// Lets those come first that were listed, and the others behind them in the order they stand in; then
-  /// forgets them. REQUIRES: all of them are in the list.
+  /// Sorts the list: first the added elements in their order, then the others in their present order. Then
+  /// forgets the elements. REQUIRES: the list contains all added elements.
   void arrange(metamodel::native::WordList& list) {
     for (std::uint32_t index = 0; index < list.size(); ++index) add(*list.at(index).object);
     list.setAll([this](std::uint32_t index) { return metamodel::native::Word{.object = mElements[index]}; });

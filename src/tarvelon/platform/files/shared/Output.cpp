@@ -6,7 +6,7 @@ namespace Tarvelon::files {
 
 namespace {
 
-/// Which ASCII characters stand for themselves: between tags, and between quotes.
+/// The ASCII characters that need no escape, in an element and in an attribute.
 struct Plain {
   std::array<bool, 128> inElement{};
   std::array<bool, 128> inAttribute{};
@@ -19,7 +19,8 @@ constexpr Plain makePlain() {
     plain.inElement[unit] = !isMarkup;
     plain.inAttribute[unit] = !isMarkup && unit != '"';
   }
-  // An attribute's line ends and tabs would become blanks, a carriage return anywhere a line end.
+  // A parser turns line ends and tabs in attributes into spaces, and carriage returns anywhere into line
+  // ends.
   plain.inElement['\n'] = plain.inElement['\t'] = true;
   return plain;
 }

@@ -8,7 +8,7 @@
 
 namespace Tarvelon::files {
 
-/// Where a file's bytes go.
+/// A destination for the bytes of a file.
 class Sink {
  public:
   virtual ~Sink() = default;
@@ -24,7 +24,7 @@ class TextSink final : public Sink {
   std::string mText;
 };
 
-/// XML text on its way to a sink, through a buffer of its own.
+/// Writes XML text to a sink, through a buffer.
 class Output {
  public:
   explicit Output(Sink& sink) : mSink(sink), mBuffer(std::make_unique<char[]>(kCapacity)) {}
@@ -43,9 +43,10 @@ class Output {
     if (mUsed == kCapacity) flush();
     mBuffer[mUsed++] = character;
   }
-  /// A new line and that many spaces.
+  /// Writes a line end and `indent` spaces.
   void line(unsigned indent);
-  /// What stands between quotes, and between tags: what a parser would take otherwise is escaped.
+  /// Writes the text of an attribute value or of an element. Characters that a parser would read differently
+  /// are escaped.
   void attributeText(std::u16string_view text) { escaped(text, true); }
   void elementText(std::u16string_view text) { escaped(text, false); }
   void flush() {

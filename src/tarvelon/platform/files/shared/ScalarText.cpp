@@ -16,7 +16,7 @@ using metamodel::native::Word;
 
 namespace {
 
-/// Not-a-numbers and infinities as Java reads them, which other programs run on.
+/// Texts for not-a-number and infinities. The first three are written; the others are only read.
 struct Special {
   std::string_view text;
   double value;
@@ -44,7 +44,7 @@ ScalarFault readDouble(std::string_view text, Word& word) noexcept {
   }
   double number = 0;
   const ScalarFault fault = readNumber(text, number);
-  // from_chars() knows words of its own for them.
+  // from_chars() also accepts other spellings of not-a-number and infinity, which are refused here.
   if (fault == ScalarFault::None && !std::isfinite(number)) return ScalarFault::NoValue;
   word.bits = std::bit_cast<std::uint64_t>(number);
   return fault;
@@ -94,7 +94,7 @@ void ScalarText::set(double number) noexcept {
   } else if (std::isinf(number)) {
     mView = number > 0 ? "Infinity" : "-Infinity";
   } else {
-    // The shortest that reads as the same number.
+    // The shortest text that reads as the same number.
     const auto written = std::to_chars(mBuffer.data(), mBuffer.data() + mBuffer.size(), number);
     mView = {mBuffer.data(), static_cast<std::size_t>(written.ptr - mBuffer.data())};
   }

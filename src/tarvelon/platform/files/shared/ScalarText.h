@@ -7,13 +7,13 @@
 #include "tarvelon/platform/model/metamodel/Property.h"
 #include "tarvelon/platform/model/words/Word.h"
 
-/// Values that are no text, as files write them.
+/// The text form, in files, of values that are not texts.
 namespace Tarvelon::files {
 
-/// A text of its own, or one that the enumeration keeps.
+/// The text of a value. It is stored here, or belongs to the enumeration.
 class ScalarText {
  public:
-  /// REQUIRES: a value that the property can hold.
+  /// REQUIRES: the property can have this value.
   ScalarText(const metamodel::native::Property& property, metamodel::native::Word word);
   std::string_view view() const noexcept { return mView; }
 
@@ -23,10 +23,10 @@ class ScalarText {
   std::string_view mView;
 };
 
-/// Why a text is no value of a property.
+/// Why a text is not a value of a property.
 enum class ScalarFault { None, NoValue, OutOfRange };
 
-/// The value that a text stands for.
+/// Parses the text of a value. `word` receives the value.
 ScalarFault readScalar(const metamodel::native::Property& property, std::string_view text,
                        metamodel::native::Word& word) noexcept;
 

@@ -10,13 +10,14 @@
 #include "tarvelon/platform/model/metamodel/Registry.h"
 #include "tarvelon/platform/model/words/KeyedHash.h"
 
-/// How the metamodel is called in files. One rule for each kind of thing:
+/// The names of the metamodel in files:
 ///
-/// - A package has the namespace `urn:tarvelon:metamodel:` and its dotted name behind `Tarvelon.metamodel.`;
-///   its prefix is the last part of that.
-/// - A stored property is a feature of the class whose row introduces it, under the name that hosts show. A
-///   row that redefines an inherited one shares its storage, and so its feature.
-/// - A derived property is not in files.
+/// - A package has the namespace `urn:tarvelon:metamodel:` followed by its dotted name without
+///   `Tarvelon.metamodel.`. Its prefix is the last part of that name.
+/// - A stored property is a feature of the class whose row introduces it. Its name is the one that hosts
+///   show. A row that redefines an inherited property shares the storage of that property, and so its
+///   feature.
+/// - A derived property is not written to files.
 namespace Tarvelon::files {
 
 namespace native = metamodel::native;
@@ -28,54 +29,55 @@ inline constexpr std::string_view kOwn = "urn:tarvelon:file";
 std::string namespaceOf(const native::PackageRow& package);
 /// "behavior"
 std::string_view prefixOf(const native::PackageRow& package) noexcept;
-/// The package in which a class stands.
+/// The package that contains a class.
 const native::PackageRow& packageOf(const native::ClassMethods& cls);
 /// "behavior:Runnable"
 std::string typeName(const native::ClassMethods& cls);
 
-/// A stored property as an object of some class has it.
+/// A stored property of a class.
 struct Feature {
-  /// The row that introduces it: with its name and the type that xsi:type is measured against.
+  /// The declaration that introduces the property. It gives the name, and the type that xsi:type is compared
+  /// with.
   const native::Property* declared = nullptr;
-  /// The narrowest row: what a value is checked against.
+  /// The most derived declaration. Values are checked against it.
   const native::Property* narrowest = nullptr;
   std::uint8_t slot = 0;
   std::uint64_t nameHash = 0;
   std::string_view name() const noexcept { return declared->row().name; }
-  /// Whether its values stand as elements in a file, else in an attribute.
+  /// Whether the values are written as elements; otherwise they are written as one attribute.
   bool isElement() const noexcept;
 };
 
-/// A class as files know it.
+/// A class with its names in files.
 struct ClassSchema {
   explicit ClassSchema(const native::ClassData& data);
   ClassSchema(const ClassSchema&) = delete;
   ClassSchema& operator=(const ClassSchema&) = delete;
 
-  /// Null for a name without feature.
+  /// Null if there is no feature of that name.
   const Feature* find(std::string_view name) const noexcept;
   std::vector<std::string_view> featureNames() const;
 
   const native::ClassData* data;
   std::string type;
   std::uint64_t typeHash;
-  /// By slot.
+  /// Indexed by slot.
   std::vector<Feature> features;
-  /// Those whose features are elements.
+  /// A bit mask of the slots whose features are written as elements.
   std::uint64_t elementSlots = 0;
-  /// The feature that names an object, null for a class without one.
+  /// The feature Name. Null if the class has none.
   const Feature* name = nullptr;
-  /// How many values the last object of the class had: a guess of the reader for the next.
+  /// The number of values of the last object that was read. The reader reserves as many for the next object.
   unsigned expectedValues = 4;
 
  private:
   static constexpr std::uint8_t kNone = 0xFF;
   std::size_t bucketOf(std::uint64_t hash) const noexcept { return hash & (mBuckets.size() - 1); }
-  /// Slots by the hash of the name, open addressing.
+  /// A hash table of slots by feature name, with open addressing.
   std::vector<std::uint8_t> mBuckets;
 };
 
-/// The classes that one writing or reading meets, made when they are first met.
+/// The classes that a save or load has used so far, created on demand.
 class Schema {
  public:
   ClassSchema& of(const native::ClassData& data) {
@@ -88,7 +90,7 @@ class Schema {
   std::vector<std::unique_ptr<ClassSchema>> mClasses;
 };
 
-/// A hash that is the same in every process and on every machine.
+/// A hash that is the same in every process and on every machine; ids are computed from it.
 std::uint64_t hashOf(std::string_view text) noexcept;
 std::uint64_t hashOf(std::u16string_view text) noexcept;
 using native::mixed;

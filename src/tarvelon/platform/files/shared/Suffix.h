@@ -5,8 +5,9 @@
 
 namespace Tarvelon::files {
 
-/// Raises K7Q::WrongValue for a name with another suffix than `known`, which says that another format was
-/// meant. A name without suffix, and one in other letters, "BRAKES.XMI", will do. `what` is what is saved.
+/// Raises K7Q::WrongValue if the file name has a suffix other than `known`, since another format was probably
+/// meant. A name without a suffix is accepted. Upper and lower case are equal: "BRAKES.XMI". `what` names
+/// what is saved, for the text.
 void requireSuffix(const std::filesystem::path& path, std::string_view known, std::string_view what);
 
 }  // namespace Tarvelon::files

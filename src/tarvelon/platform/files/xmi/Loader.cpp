@@ -21,7 +21,7 @@ namespace {
 constexpr std::size_t kFirstChunk = std::size_t{1} << 16;
 constexpr std::size_t kLargestChunk = std::size_t{1} << 30;
 
-/// Where the bytes of a file come from.
+/// A source of bytes: a file or a text.
 class Source {
  public:
   virtual ~Source() = default;
@@ -79,7 +79,7 @@ void sortByPlace(Problems& problems) {
   throw WrongFile(text, std::move(problems));
 }
 
-/// As many bytes as there is room for, fewer at the end: a pipe gives a few at a time.
+/// Fills the buffer; reads less only at the end of the source. A pipe delivers a few bytes at a time.
 template <class Interrupted>
 std::size_t readAll(Source& source, char* buffer, std::size_t room, const Interrupted& interrupted) {
   std::size_t done = 0;
@@ -91,7 +91,7 @@ std::size_t readAll(Source& source, char* buffer, std::size_t room, const Interr
   return done;
 }
 
-/// Feeds the parser. False when the text broke off or is no XML.
+/// Feeds the parser. Returns false if the text ends too early or is not well-formed XML.
 bool parseAll(Parser& parser, Source& source, const Progress& progress) {
   constexpr std::size_t kEach = std::size_t{1} << 20;
   std::size_t chunk = kFirstChunk;
@@ -107,7 +107,8 @@ bool parseAll(Parser& parser, Source& source, const Progress& progress) {
     if (!parser.parse(count, count == 0)) return false;
     if (count == 0) return true;
     done += count;
-    // What does not fit one piece is parsed again from its beginning with the next: so that must be longer.
+    // If the parser has made no progress, a token is longer than the piece and is parsed again from its
+    // beginning with the next piece. So the next piece must be larger.
     chunk = parser.offset() == before ? std::min(2 * chunk, kLargestChunk) : kFirstChunk;
     if (done - reported < kEach || done == source.size()) continue;
     reported = done;

@@ -8,15 +8,15 @@ namespace Tarvelon::files {
 
 namespace {
 
-/// A feature that has another name since a format.
+/// A feature that has been renamed in a version of the format.
 struct RenamedFeature {
   int since;
-  std::string_view cls;  ///< that introduces it
+  std::string_view cls;  ///< the class that introduces the feature
   std::string_view before;
   std::string_view after;
 };
 
-// In ascending order of format: a name goes through all of them.
+// In ascending order of `since`: all rows are applied to a name, one after another.
 constexpr RenamedFeature kRenamedFeatures[] = {
     {1, "K7Q.ClassObject", "ExternalTool", "ExternalToolInfo"},
 };

@@ -4,11 +4,11 @@
 
 #include "tarvelon/platform/model/metamodel/ClassData.h"
 
-/// What older formats called otherwise. A reader asks for each name of a file of an older format; so a file
-/// is brought to the present while it is read.
+/// Names that older file formats used. The reader translates each name of an older file while reading, so an
+/// older file is loaded as if it had the current format.
 namespace Tarvelon::files {
 
-/// The present name of a feature that files of that format call `name`, on objects of the class.
+/// Returns the current name of the feature that files of `format` call `name`, for objects of the class.
 std::string_view featureSince(int format, const metamodel::native::ClassData& cls,
                               std::string_view name) noexcept;
 

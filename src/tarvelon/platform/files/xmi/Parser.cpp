@@ -14,10 +14,11 @@ namespace {
 
 constexpr char kSeparator = '\n';
 
-// The parser does not look at each of its allocations, and would go on with a wrong name.
+// Set when an allocation fails. The parser does not check all of its allocations and might continue with a
+// wrong name.
 TARVELON_THREAD_LOCAL bool tHasFailed = false;
 
-/// The block of an allocation has its size in front, so that it can be moved to a bigger one.
+/// The size of a block is stored in front of it; reallocate() needs it.
 constexpr std::size_t kHeader = alignof(std::max_align_t);
 
 void* allocate(std::size_t size) {
@@ -49,8 +50,8 @@ bool isBlank(char character) noexcept {
   return character == ' ' || character == '\n' || character == '\t' || character == '\r';
 }
 
-/// Where in the text of a start tag the attribute stands, 0 if it is not seen. The search begins behind the
-/// first character or at an attribute.
+/// The offset of an attribute in the text of a start tag, 0 if it is not found. The search begins after the
+/// first character, or at an attribute if `begin` is not 0.
 std::size_t findAttribute(std::string_view tag, QualifiedName attribute, std::size_t begin) noexcept {
   char quote = 0;
   for (std::size_t place = begin == 0 ? 1 : begin; place < tag.size(); ++place) {
@@ -72,7 +73,7 @@ std::size_t findAttribute(std::string_view tag, QualifiedName attribute, std::si
   return 0;
 }
 
-/// Where a text ends that begins there.
+/// The position after a text that begins at `place`.
 Place moved(Place place, std::string_view text) noexcept {
   for (const char character : text) {
     const bool isInside = (character & 0xC0) == 0x80;
@@ -87,7 +88,7 @@ Place moved(Place place, std::string_view text) noexcept {
 
 }  // namespace
 
-// Nothing may be raised through the parser, which is C.
+// No exception may pass through the parser, which is written in C.
 template <class Action>
 void Parser::guarded(Action action) noexcept {
   if (mRaised || tHasFailed) return;

@@ -11,19 +11,20 @@ struct XML_ParserStruct;
 
 namespace Tarvelon::files {
 
-/// Where something stands in a file; both from 1.
+/// A position in a file. Line and column count from 1.
 struct Place {
   std::uint32_t line = 1;
   std::uint32_t column = 1;
 };
 
-/// A name with its namespace, empty for one without.
+/// A name with its namespace. `space` is empty if there is none.
 struct QualifiedName {
   std::string_view space;
   std::string_view local;
 };
 
-/// What a parser finds. A handler may raise: the parsing ends, and parse() raises the same.
+/// Receives what the parser finds. If a handler raises, parsing stops and Parser::parse() raises the same
+/// exception.
 class ParserHandler {
  public:
   virtual void startElement(QualifiedName name, const char* const* attributes) = 0;
@@ -37,7 +38,7 @@ class ParserHandler {
   ~ParserHandler() = default;
 };
 
-/// A streaming XML parser. Memory comes from operator new.
+/// A streaming XML parser. It allocates memory with operator new.
 class Parser {
  public:
   explicit Parser(ParserHandler& handler);
@@ -45,18 +46,19 @@ class Parser {
   Parser& operator=(const Parser&) = delete;
   ~Parser();
 
-  /// Room for the next bytes, which parse() takes.
+  /// Returns a buffer for the next `room` bytes, which parse() then parses.
   char* buffer(std::size_t room);
-  /// False when the text is no well-formed XML up to there; fault() and place() say what and where.
+  /// Parses `count` bytes of the buffer. Returns false if the text is not well-formed; fault() and place()
+  /// describe the error.
   bool parse(std::size_t count, bool isLast);
   std::string fault() const;
-  /// How many bytes lie before what was found last.
+  /// The byte offset of the most recent event.
   std::int64_t offset() const noexcept;
 
-  /// Where the parser stands: at the beginning of an element that it has just announced.
+  /// The position of the parser. During startElement() this is the beginning of the element.
   Place place() const noexcept;
-  /// Where an attribute of that element stands, as far as that can be seen. Asked for one after the other in
-  /// their order, all of a tag cost one walk through its text.
+  /// The position of an attribute of the current element, or of the element if the attribute cannot be
+  /// located. If the attributes of a tag are asked for in their order, all calls together read the tag once.
   Place placeOf(QualifiedName attribute) const noexcept;
 
   static QualifiedName split(const char* name) noexcept;
@@ -68,10 +70,10 @@ class Parser {
 
   /// How far the text of a start tag has been searched for attributes.
   struct Search {
-    std::int64_t tag = -1;  ///< offset(), where the tag begins
-    std::size_t end = 0;    ///< behind that
-    Place place;            ///< of `end`
-    bool isInVain = false;  ///< an attribute was not seen: in an encoding of two bytes none is
+    std::int64_t tag = -1;  ///< offset() of the tag
+    std::size_t end = 0;    ///< where the search has stopped
+    Place place;            ///< the position of `end`
+    bool isInVain = false;  ///< an attribute was not found, as in a two-byte encoding, where none is found
   };
 
   ParserHandler& mHandler;

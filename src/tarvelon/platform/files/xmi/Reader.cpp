@@ -37,7 +37,8 @@ std::string shown(QualifiedName name) {
                             : inQuotes(name.local) + " of namespace " + inQuotes(name.space);
 }
 
-/// One of our objects may be called so as well.
+/// An ARXML root element. A class of our metamodel is called AUTOSAR too, so the namespace is compared as
+/// well.
 bool isArxml(QualifiedName root) noexcept {
   return root.space.starts_with("http://autosar.org/") || (root.space.empty() && root.local == "AUTOSAR");
 }
@@ -61,11 +62,11 @@ std::string Reader::hint(std::string_view name, const std::vector<std::string_vi
 }
 
 void Reader::startElement(QualifiedName name, const char* const* attributes) {
-  // The file's own element stands above the objects, a value below them.
+  // The root element of the file is above all objects, and a value is below them: two levels more.
   requireDepth(mFrames.size() <= static_cast<std::size_t>(kMaxDepth) + 1);
   const Marks marks = marksOf(attributes);
   const Frame frame = open(name, marks, attributes);
-  // So that who refers to it is told why there is nothing.
+  // Notes the id, so that references to it are told why the object is missing.
   if (frame.kind == Frame::Kind::Skipped && marks.id) mIds.insert(mIds.keyOf(marks.id), nullptr);
   if (frame.kind == Frame::Kind::Value) mValue.clear();
   mFrames.push_back(frame);
@@ -113,7 +114,7 @@ Reader::Frame Reader::openRoot(QualifiedName name, const Marks& marks, const cha
     file.kind = Frame::Kind::File;
     return file;
   }
-  // One object alone may be the root itself.
+  // A file with a single object may have this object as its root element.
   return openTop(name, marks, attributes);
 }
 
@@ -237,7 +238,7 @@ Reader::Frame Reader::openObject(ClassSchema& cls, const Marks& marks, const cha
 }
 
 void Reader::keepId(Instance& object, const char* id) {
-  // Blanks stand between the ids of a list of references.
+  // Ids in a list of references are separated by blanks.
   if (*id == 0 || std::string_view(id).find_first_of(" \t\r\n") != std::string_view::npos) {
     return report(placeOf({kXmi, "id"}), "expected an id without blanks, got " + inQuotes(id));
   }
@@ -315,7 +316,7 @@ void Reader::endNamespace(std::string_view prefix) {
   forgetTypes();
 }
 
-// Emptied, a map keeps its buckets, and emptying it again walks them all.
+// A new map, since clear() keeps the buckets and walks over all of them each time.
 void Reader::forgetTypes() {
   if (!mTypes.empty()) mTypes = {};
 }

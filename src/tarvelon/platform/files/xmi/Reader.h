@@ -16,21 +16,21 @@
 
 namespace Tarvelon::files {
 
-/// Whether a namespace is that of XMI, in any of its versions.
+/// Whether a namespace is that of XMI, in any version.
 bool isXmi(std::string_view space) noexcept;
-/// The beginning of a text between quotes.
+/// The beginning of a text, in quotes.
 std::string inQuotes(std::string_view text);
 
-/// Raised when nothing of a file can be loaded; the problem stands among the others.
+/// Thrown if nothing of a file can be loaded. The reason was reported as a problem.
 struct NotToBeLoaded {};
 
-/// Makes a model of what a parser finds.
+/// Builds a model from the events of a parser.
 class Reader final : public ParserHandler {
  public:
   explicit Reader(native::NativeModel& model, Problems& problems) : mModel(model), mProblems(problems) {}
-  /// REQUIRES: before the first byte is parsed.
+  /// REQUIRES: called before the first byte is parsed.
   void attach(const Parser& parser) noexcept { mParser = &parser; }
-  /// Makes the references that had to wait for their objects.
+  /// Sets the references whose targets came later in the file.
   void finish();
   void report(Place place, std::string text);
   bool hasRoot() const noexcept { return mHasRoot; }
@@ -43,15 +43,16 @@ class Reader final : public ParserHandler {
   void documentType() override;
 
  private:
-  /// What an open element is: the file, an object, a value, to be empty, or left out.
+  /// An open element: the file itself, an object, a value, an element that must be empty, or an element that
+  /// is skipped.
   struct Frame {
     enum class Kind : std::uint8_t { File, Object, Value, Nothing, Skipped } kind = Kind::Skipped;
-    bool hasText = false;  ///< of a value: there is one; of another: stray text was reported
+    bool hasText = false;  ///< of a value: it has a text; otherwise: a misplaced text was reported
     native::Instance* object = nullptr;
     ClassSchema* cls = nullptr;
     const Feature* feature = nullptr;
   };
-  /// The attributes that are not an object's own.
+  /// The attributes that do not belong to a property: XMI, XSI and our own.
   struct Marks {
     const char* id = nullptr;
     const char* type = nullptr;
@@ -64,7 +65,7 @@ class Reader final : public ParserHandler {
 
   Frame open(QualifiedName name, const Marks& marks, const char* const* attributes);
   Frame openRoot(QualifiedName name, const Marks& marks, const char* const* attributes);
-  /// An object that nothing holds.
+  /// Opens an object without an owner.
   Frame openTop(QualifiedName name, const Marks& marks, const char* const* attributes);
   Frame openMember(const Frame& parent, QualifiedName name, const Marks& marks,
                    const char* const* attributes);
@@ -74,17 +75,17 @@ class Reader final : public ParserHandler {
   void hold(native::Instance& owner, const Feature& feature, native::Instance& held);
   Marks marksOf(const char* const* attributes);
   bool isMark(QualifiedName name) const noexcept;
-  /// Reports all other attributes, and those that refer to an object unless it may.
+  /// Reports all attributes other than marks. Also reports `href` and `idref`, unless `mayRefer` is true.
   void requireMarks(const char* const* attributes, bool mayRefer);
   void checkVersions(const Marks& marks);
   void readFormat(const char* text);
   void keepId(native::Instance& object, const char* id);
 
-  /// Null for a name that the class has not.
+  /// Null if the class has no such feature.
   const Feature* featureOf(const Frame& frame, QualifiedName name) const noexcept;
   void reportUnknown(const Frame& frame, QualifiedName name, Place place, const char* cure = "");
   void readAttribute(const Frame& frame, QualifiedName name, std::string_view value);
-  // `attribute` is the name of the attribute that has the value, empty for an element's text.
+  // `attribute` is the name of the attribute that contains the value. It is empty for the text of an element.
   void readValue(const Frame& frame, const Feature& feature, std::string_view value,
                  std::string_view attribute);
   void readText(native::Instance& object, const Feature& feature, std::string_view value,
@@ -98,19 +99,19 @@ class Reader final : public ParserHandler {
   void reportReference(const Frame& frame, const Feature& feature, Place place, std::string_view fault,
                        IdTable::Key target);
   void refer(const PendingReference& reference, std::string_view attribute);
-  /// Why the reference cannot be made, null once it is.
+  /// Sets the reference. Returns null, or the reason why it cannot be set.
   const char* tie(const PendingReference& reference, native::Instance& target);
   const char* tieInList(const PendingReference& reference, native::Instance& target);
-  /// False if the attribute has listed it before.
+  /// Returns false if the attribute has listed the target before.
   bool noteListed(native::Instance& target, bool isInList);
-  /// The list that got the last elements is full, and gets its order.
+  /// Sorts the list that got the last elements, if an attribute requires it.
   void arrangeFilled();
 
   ClassSchema* classOf(QualifiedName name, Place place);
   ClassSchema* classOfType(std::string_view type, Place place);
   void forgetTypes();
   void requireDepth(bool isKept);
-  /// Whether no more problems are kept: what they would say need not be found out.
+  /// Whether the list of problems is full. Details of further problems need not be determined.
   bool isFull() const noexcept { return mProblems.kept.size() >= Problems::kKept; }
   std::string hint(std::string_view name, const std::vector<std::string_view>& names) const;
   Place here() const noexcept { return mParser->place(); }
@@ -133,21 +134,23 @@ class Reader final : public ParserHandler {
   Schema mSchema;
   IdTable mIds;
   PendingReferences mPending;
-  /// The list that got the last elements, and how many of its attribute stand at its front in their order.
+  /// The list that got the last elements, and how many elements at its front are those that the attribute
+  /// lists, in this order.
   const native::Instance* mFilled = nullptr;
   const Feature* mFilledFeature = nullptr;
   std::uint32_t mFilledCount = 0;
-  /// All that the attribute lists, from the first one on that does not stand behind those before it.
+  /// All elements that the attribute lists. Only filled if one of them is not directly after those listed
+  /// before it.
   ListedOrder mListedOrder;
   std::vector<Frame> mFrames;
   std::string mValue;
   std::u16string mUnits;
   std::vector<IdTable::Key> mTargets;
-  /// Of a long list, to find those that stand in it again.
+  /// The targets of a long list, to find duplicates.
   KeySet mTargetsSeen;
-  /// The namespaces of each prefix, the innermost last.
+  /// For each prefix: a stack of the namespaces that it stands for, the innermost last.
   Table<std::vector<std::string>> mNamespaces;
-  /// Classes by namespace and name, and by what xsi:type calls them here.
+  /// Classes by namespace and name, and by the value of xsi:type in the current scope.
   Table<ClassSchema*> mClasses;
   Table<ClassSchema*> mTypes;
 };

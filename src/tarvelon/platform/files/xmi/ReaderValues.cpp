@@ -10,7 +10,7 @@
 #include "tarvelon/platform/model/words/TextCell.h"
 #include "tarvelon/platform/model/words/WordList.h"
 
-// The values and references of a file.
+// Reading values and references.
 namespace Tarvelon::files {
 
 using native::Instance;
@@ -21,7 +21,7 @@ namespace {
 
 constexpr const char* kTwice = "an object stands once in it, and twice there is the id ";
 
-/// REQUIRES: well-formed UTF-8, which a parser gives.
+/// REQUIRES: well-formed UTF-8, as a parser delivers it.
 void decode(std::string_view text, std::u16string& units) {
   units.clear();
   units.reserve(text.size());
@@ -158,8 +158,8 @@ void Reader::readWord(Instance& object, const Feature& feature, std::string_view
   }
 }
 
-/// Takes the ids of a text apart. Of a long list those are reported at once that stand in it again: a person
-/// writes no such list, and each of them would wait for its object.
+/// Splits a text into ids. In a very long list, duplicates are reported at once and not stored: no person
+/// writes such a list, and each duplicate would otherwise take memory until its object is read.
 void Reader::readTargets(const Frame& frame, const Feature& feature, std::string_view ids,
                          std::string_view attribute) {
   constexpr std::size_t kLong = 4096;
@@ -203,7 +203,7 @@ void Reader::readReferences(const Frame& frame, const Feature& feature, std::str
   if (mTargets.empty()) return;
   PendingReference reference{frame.object, &feature, mTargets.front(), {0, 0}, !attribute.empty()};
   if (!areKnown) {
-    // The others of the same list wait with it, so that they come in their order.
+    // All references of the list wait, so that they are set in their order.
     reference.place = here();
     return mPending.add(reference, mTargets);
   }
@@ -233,8 +233,8 @@ void Reader::refer(const PendingReference& reference, std::string_view attribute
          nameOf(*reference.object, feature) + ": " + fault + inQuotes(mIds.textOf(reference.target)));
 }
 
-// Of two properties that are each other's way back, the one that is read first makes both: the other finds
-// its values there.
+// Of two opposite properties, the one that is read first sets both. The other one then finds its values
+// already there.
 const char* Reader::tie(const PendingReference& reference, Instance& target) {
   Instance& object = *reference.object;
   const Feature& feature = *reference.feature;
@@ -270,8 +270,9 @@ const char* Reader::tieInList(const PendingReference& reference, Instance& targe
   return nullptr;
 }
 
-// As a rule each stands, or comes to stand, right behind the one before it. Else the way back has put others
-// in between. To move each to its place would let the rest of the list move every time.
+// Usually each element comes directly after the one before it, or is appended there. If not, an opposite
+// reference has inserted others between them. The list is then sorted once at the end, since moving each
+// element to its place would take quadratic time.
 bool Reader::noteListed(Instance& target, bool isInList) {
   const native::WordList* list = native::listOf(*mFilled, mFilledFeature->slot);
   if (mListedOrder.isEmpty()) {

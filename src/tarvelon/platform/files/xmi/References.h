@@ -15,18 +15,18 @@
 
 namespace Tarvelon::files {
 
-/// The objects of a file by their ids. An id may be known without an object: of one that was left out.
+/// The objects of a file by their ids. An id without an object belongs to an element that was skipped.
 class IdTable {
  public:
-  /// An id as a number: its own, or that of a text that is none.
+  /// A numeric id, or a number that stands for a text id.
   using Key = std::uint64_t;
   Key keyOf(std::string_view text);
   std::string textOf(Key key) const;
 
   using Entry = KeyTable<native::Instance*>::Entry;
-  /// Null for an id that has not come yet.
+  /// Null if the id has not been read yet.
   const Entry* find(Key key) const noexcept { return mEntries.find(key); }
-  /// False if it is there already.
+  /// Returns false if the id is in the table already.
   bool insert(Key key, native::Instance* object) { return mEntries.insert(key, object); }
 
  private:
@@ -37,22 +37,24 @@ class IdTable {
   std::vector<const std::string*> mForeignTexts;
 };
 
-/// A reference to an object that has not been read yet.
+/// A reference whose target has not been read yet.
 struct PendingReference {
   native::Instance* object;
   const Feature* feature;
   IdTable::Key target;
-  /// Line 0: where the parser stands.
+  /// Line 0 means the current position of the parser.
   Place place;
-  /// Whether it stands in the text of an attribute, whose order is that of the list.
+  /// Whether the reference is part of an attribute's value. The order in the attribute is the order of the
+  /// list.
   bool isListed;
 };
 
-/// References in the order in which they are to be made. Those of one list share all but the target.
+/// A queue of references, in the order in which they will be set. The references of one list share everything
+/// except the target.
 class PendingReferences {
  public:
   bool empty() const noexcept { return mLists.empty(); }
-  /// REQUIRES: there are targets.
+  /// REQUIRES: `targets` is not empty.
   void add(const PendingReference& first, const std::vector<IdTable::Key>& targets);
   template <class Visit>
   void forEach(Visit visit) const {

@@ -22,7 +22,7 @@ using native::WordList;
 
 namespace {
 
-/// How far an attribute and an element stand to the right of what they belong to.
+/// The indentation of attributes and of elements relative to their element.
 constexpr unsigned kAttributeIndent = 4;
 constexpr unsigned kElementIndent = 2;
 
@@ -48,7 +48,8 @@ class Writer {
   }
 
  private:
-  /// All namespaces are named, used or not: so a first object of a package adds its own lines alone.
+  /// All namespaces are declared, used or not. So the first object of a package adds only its own lines to
+  /// the file.
   void begin() {
     mOut.raw("<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<xmi:XMI xmi:version=\"2.0\"");
     declare("xmi", kXmi);
@@ -68,7 +69,7 @@ class Writer {
     mOut.put('"');
   }
 
-  /// An object whose tag is open, and which of its elements come next.
+  /// An object whose tag is open, and the position in its elements.
   struct Level {
     Cursor elements;
     const ClassSchema* cls;
@@ -105,7 +106,8 @@ class Writer {
     writeId(object);
     mOut.put('"');
     const Extent extent = writeAttributes(object, cls, indent());
-    // On a line of its own, the end of the tag stays as it is when the last attribute comes or goes.
+    // The end of the tag has a line of its own. So this line does not change when the last attribute is added
+    // or removed.
     if (extent.hasAttributes) mOut.line(indent());
     if (extent.hasElements) {
       mOut.put('>');
@@ -132,7 +134,8 @@ class Writer {
     constexpr std::size_t kEach = 1 << 14;
     if (++mDone % kEach != 0 || !mProgress) return;
     mProgress(static_cast<double>(mDone) / static_cast<double>(mTotal));
-    // What the progress calls is not ours, and what this walks may be gone.
+    // The callback is foreign code: it may have changed the model, and the objects of this walk may not exist
+    // any more.
     if (mWatch->hasChanged()) refuseChange();
   }
 
@@ -197,7 +200,7 @@ class Writer {
     }
   }
 
-  /// Each id has a line, and the closing quote as well: so one more at the end adds its own line alone.
+  /// Each id and the closing quote have a line of their own. So adding an id at the end adds only one line.
   void writeReferences(const WordList& list, unsigned indent) {
     for (std::uint32_t index = 0; index < list.size(); ++index) {
       mOut.line(indent + 2 * kAttributeIndent);
@@ -240,7 +243,7 @@ class Writer {
 
 }  // namespace
 
-// The progress may drop the handle that the caller has given.
+// The progress callback may release the caller's handle.
 void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
   NativeModel& native = NativeModel::require(model);
   const K7Q::Model kept(model);

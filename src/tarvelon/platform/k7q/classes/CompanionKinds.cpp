@@ -18,8 +18,9 @@ constexpr const ElementKind* kNothing = nullptr;
 
 }  // namespace
 
-// An element class's companions, then those of texts: names before and behind the element, superclass,
-// whether the bases' companions are superclasses too, methods, what make() makes.
+// The companion classes of an element class, then those of texts. Columns: class name before and behind the
+// element's name, superclass, whether the companions of the element's base classes are superclasses too,
+// methods, and the kind of elements that make() accepts.
 // clang-format off
 constinit const CompanionKind kImmutableSequenceOfImmutable{
     "ImmutableSequenceOfImmutable", "",                  nullptr,

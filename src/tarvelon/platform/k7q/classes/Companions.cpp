@@ -7,7 +7,8 @@ namespace K7Q::mi {
 
 namespace {
 
-/// Every model object is a K7Q.ClassObject; sequences of these have no class.
+/// Base classes of this package are skipped: every model object is a K7Q.ClassObject, but there are no
+/// companion classes for K7Q.ClassObject.
 constexpr std::string_view kKernelPackage = "K7Q.";
 
 ruvo::InternedName companionName(std::string_view package, const CompanionKind& kind,
@@ -19,7 +20,7 @@ ruvo::InternedName companionName(std::string_view package, const CompanionKind& 
   return ruvo::InternedName(name);
 }
 
-/// The name as a text that lives as long as the process: as a rule the end of the dotted one.
+/// A copy of the name that lives until the process ends. Usually this is the end of the interned full name.
 const char* textOf(const std::string& name, const ruvo::InternedName& fullName) {
   const std::string_view full = fullName.view();
   return full.ends_with(name) ? full.data() + full.size() - name.size() : ruvo::InternedName(name).c_str();

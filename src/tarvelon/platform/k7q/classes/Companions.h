@@ -10,22 +10,22 @@
 #include "tarvelon/boundary/k7q/ClassMetaData.h"
 #include "tarvelon/platform/k7q/sequences/HostList.h"
 
-/// The classes that accompany an element class X: its sequences and their iterators.
+/// Companion classes: for each element class X there are classes for its sequences and for their iterators.
 namespace K7Q::mi {
 
 using binding::MethodRow;
 
-/// One of the kinds of companions: SequenceOfX, ImmutableXIterator and so on.
+/// A kind of companion class, for example SequenceOfX or ImmutableXIterator.
 struct CompanionKind {
-  /// The class is called `before` X `after`.
+  /// The class name is `before`, X and `after`, joined.
   std::string_view before;
   std::string_view after;
-  /// The kind of X's companion that is its superclass, null if there is none.
+  /// The companion kind of the same X that is the superclass; null if there is none.
   const CompanionKind* super;
-  /// Whether the companions of that kind of X's bases are superclasses too.
+  /// Whether the companions of X's base classes (of the same kind) are superclasses too.
   bool followsBases;
   std::span<const MethodRow> rows;
-  /// What make() makes lists of; null: there is no make().
+  /// The kind of elements of the lists that make() creates; null if the class has no make().
   const ElementKind* makes;
 };
 
@@ -42,16 +42,16 @@ extern const CompanionKind kImmutableSequenceOfString;
 extern const CompanionKind kStringIterator;
 extern const CompanionKind kStringImmutableIterator;
 
-/// Where a companion stands: dotted names, and those of the mutable bases of X.
+/// The dotted names of a companion class, of its element class and of the mutable base classes of X.
 struct CompanionNames {
   const std::string& fullName;
   const std::string& element;
-  /// The iterator of a sequence; empty for an iterator.
+  /// The iterator class of a sequence; empty for an iterator.
   const std::string& iterator;
   std::span<const std::string> bases;
 };
 
-/// Keeps names alone; what the class has is derived from them when it is first needed.
+/// Stores only names. The members are derived from the names when the class is first defined.
 class CompanionClassInfo final : public ClassMetaData {
  public:
   CompanionClassInfo(const CompanionKind& kind, const std::string& name, const std::string& description,

@@ -4,9 +4,9 @@
 
 namespace K7Q::mi {
 
-/// Registers the host package `K7Q`: the classes that every model class derives from, models, and the
-/// descriptions of the metamodel. Done when the library is loaded; who calls it makes sure that the library
-/// is linked. Safe to call again.
+/// Registers the host package `K7Q`: the base classes of all model classes, the model classes, and the
+/// classes that describe the metamodel. Runs automatically when the library is loaded. Call it to make sure
+/// that the linker keeps the library. Idempotent.
 TARVELON_API void initialize();
 
 }  // namespace K7Q::mi

@@ -6,10 +6,10 @@
 #include "tarvelon/binding/MethodRows.h"
 #include "tarvelon/platform/k7q/classes/Companions.h"
 
-/// The classes of the host package K7Q, as rows.
+/// The tables of the classes of the host package K7Q.
 namespace K7Q::mi {
 
-/// A class with its superclasses, which end with the first null, and its methods.
+/// A class with its methods and superclasses. Unused places of `superClasses` are null.
 struct KernelClass {
   const char* name;
   const char* description;
@@ -26,7 +26,7 @@ struct KernelCompanion {
   const char* description;
 };
 
-/// Both in order of registration.
+/// The tables are in order of registration.
 std::span<const KernelClass> kernelClasses();
 std::span<const KernelCompanion> kernelCompanions();
 

@@ -8,7 +8,7 @@ namespace K7Q::mi {
 
 namespace {
 
-/// The description behind a handle.
+/// The description that a handle refers to. Raises kNullReference for an empty handle.
 template <class Interface>
 const Interface& get(const ImmutableObject& self, int line = __builtin_LINE()) {
   self.requireValid(__FILE__, line);

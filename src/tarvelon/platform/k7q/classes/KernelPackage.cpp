@@ -10,7 +10,7 @@ namespace K7Q::mi {
 namespace {
 
 constexpr const char* kPackage = "K7Q";
-/// The access value that every class is added with.
+/// The access value passed for every class.
 constexpr int kAccess = 2;
 
 std::string dotted(const char* name) { return std::string(kPackage) + "." + name; }

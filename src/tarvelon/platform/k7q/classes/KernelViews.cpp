@@ -12,7 +12,8 @@ namespace {
 constexpr std::string_view kClassObject = "K7Q.ClassObject";
 constexpr std::string_view kContainer = "ContainerK7Q";
 
-/// The table of K7Q.ClassObject above a class, null if the class does not derive from it.
+/// Finds the methods table of K7Q.ClassObject among the base classes; null if the class does not derive from
+/// it.
 // NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 const IntrospectiveMethods* kernelMethods(const IntrospectiveMethods& methods) {
   if (methods.name(false).view() == kClassObject) return &methods;
@@ -22,7 +23,7 @@ const IntrospectiveMethods* kernelMethods(const IntrospectiveMethods& methods) {
   return nullptr;
 }
 
-/// The container is what the meta property of that name reads.
+/// Reads the container through the meta-property kContainer of K7Q.ClassObject.
 Object containerOf(const ImmutableObject& self) {
   self.requireValid();
   auto* object = static_cast<NSInterface::ClassObjectIntf*>(self.getInterface());

@@ -6,7 +6,7 @@ namespace K7Q::mi {
 
 namespace {
 
-/// A record that knows what its lists are to hold.
+/// The record of make() or makeUnique(). It knows the kind and class of the list's elements.
 class ListMaker final : public ruvo::factory::impl::MethodImpl {
  public:
   ListMaker(const ElementKind& kind, const ruvo::InternedName& element, bool isUnique)

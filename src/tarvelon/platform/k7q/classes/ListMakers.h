@@ -5,8 +5,8 @@
 
 namespace K7Q::mi {
 
-/// Adds the static records `make` and `makeUnique`, each for a model and an immutable model: they give a new
-/// list of the class under definition, seen under the model's deviant.
+/// Adds the static methods `make` and `makeUnique` to a sequence class, each with an overload for a model and
+/// for an immutable model. They create an empty list under the model's deviant.
 void addListMakers(ruvo::RVOClass& cls, const ruvo::InternedName& self, const ElementKind& kind,
                    const ruvo::InternedName& element);
 

@@ -28,7 +28,7 @@ void Asserter::keep(const char* message) noexcept {
   drop();
   const std::size_t size = std::strlen(message) + 1;
   mOwned = static_cast<char*>(std::malloc(size));
-  // What is raised without memory for its text says less, but says where.
+  // Without memory for the text, the exception has a shorter text; file and line are still reported.
   mMessage = mOwned ? static_cast<const char*>(std::memcpy(mOwned, message, size)) : "memory is exhausted";
 }
 

@@ -28,7 +28,7 @@ void RuvoExtensionsRegistryImpl::addNonConstCallback(const std::string& classNam
 
 void RuvoExtensionsRegistryImpl::executeNonConstCallbacks(const std::string& className, ruvo::RVOClass* cls,
                                                           const ruvo::RVOClient* client) {
-  // A copy: a callback may add others or clear them all.
+  // Iterates over a copy, because a callback may add callbacks or clear them.
   const auto callbacks = mState->of(className);
   for (const Callback& callback : callbacks) callback(cls, client);
 }
@@ -44,7 +44,7 @@ void RuvoExtensionsRegistryImpl::clear() noexcept {
 }
 
 RuvoExtensionsRegistryImpl& RuvoExtensionsRegistry::instance() {
-  // Never destroyed: classes may be defined until the process ends.
+  // Never destroyed, because classes may be defined until the process ends.
   static auto& registry = *new RuvoExtensionsRegistryImpl;
   return registry;
 }

@@ -7,7 +7,7 @@ namespace K7Q {
 
 namespace {
 
-/// `object` as the first of the interfaces that the tag stands for, null if it is none of them.
+/// Casts `object` to the interface with this tag, if that is in the list; null otherwise.
 template <class... Interfaces>
 void* castAmong(ReferenceCountingIntf* object, CooperativeVisitor::TagPair tag) {
   void* result = nullptr;
@@ -30,7 +30,7 @@ int ReferenceCountingIntf::numRef() const { return 0; }
 const void* ReferenceCountingIntf::getListOfReferences() const { return nullptr; }
 const char* ReferenceCountingIntf::getVisitMethod() const { return "visitReferenceCounting"; }
 
-// Whoever is asked often overrides this: it looks the interface up in the object's dynamic type.
+// Slow, because it uses dynamic_cast. Classes that are asked often override it.
 void* ReferenceCountingIntf::cast(CooperativeVisitor::TagPair tag) {
   using namespace NSInterface;
   if (tag.interface == tagsOf<ReferenceCountingIntf>().interface) return this;

@@ -29,24 +29,26 @@ std::u16string numbered(std::u16string_view name, unsigned number) {
 
 }  // namespace
 
-// A model that belongs to another thread is asked for nothing but whether it is open, and no handle on it is
-// copied or dropped: one that was closed stays until its own thread unbinds it.
+// A model may belong to another thread. So the cache only asks models whether they are open, and never copies
+// or drops a handle of a model just for searching. The entry of a closed model stays until its own thread
+// unbinds it.
 struct ModelCache::State {
   struct Entry {
     std::u16string uri;
     Model model;
-    /// Whether it is unbound when it is closed.
+    /// Whether the model's class unbinds a model when the model is closed (setUnbindingType()).
     bool isUnbinding;
   };
   using Entries = std::list<Entry>;
   using Place = Entries::iterator;
   std::mutex guard;
   Entries entries;
-  /// The entry that was bound last to each URI: those before it are closed. The texts are the entries'.
+  /// The last entry bound to each URI; all earlier entries with that URI are closed. The keys are the
+  /// entries' own texts.
   std::map<std::u16string_view, Place> byUri;
   std::map<const NSInterface::ModelIntf*, Place> byModel;
-  /// For a name, the first number that may be free: only what is not bound any more makes a lower one free,
-  /// as long as no model may be closed without a word.
+  /// For each name, a lower bound of the first free number. noteFree() lowers it when a URI becomes free.
+  /// Only used while notUnbinding is 0, because other models may be closed without notice.
   std::map<std::u16string, unsigned, std::less<>> nextNumbers;
   std::size_t notUnbinding = 0;
 
@@ -74,7 +76,7 @@ void ModelCache::State::takeOut(Place place, Entries& taken) noexcept {
   taken.splice(taken.end(), entries, place);
 }
 
-/// Takes over the only entry of another state, which has made all the room for it.
+/// Moves the only entry of another State into this one. Needs no memory: `made` has allocated all nodes.
 void ModelCache::State::putIn(State& made) noexcept {
   const Place place = made.entries.begin();
   byUri.erase(place->uri);
@@ -84,7 +86,8 @@ void ModelCache::State::putIn(State& made) noexcept {
   entries.splice(entries.end(), made.entries);
 }
 
-/// The URI may be that of a number for several names: "a12" is the twelfth of "a" and the second of "a1".
+/// Lowers the bounds in nextNumbers for a free URI. A URI may be a numbered form of several names: "a12" is
+/// number 12 of "a" and number 2 of "a1".
 void ModelCache::State::noteFree(std::u16string_view uri) noexcept {
   const auto lower = [this](std::u16string_view name, unsigned number) {
     const auto found = nextNumbers.find(name);
@@ -108,7 +111,7 @@ ModelCache::ModelCache() : mState(std::make_unique<State>()) {}
 ModelCache::~ModelCache() = default;
 
 ModelCache& ModelCache::instance() {
-  // Never destroyed: it holds models whose library may be gone by then.
+  // Never destroyed: it holds models whose library may be unloaded at that time.
   static auto& cache = *new ModelCache;
   return cache;
 }
@@ -118,7 +121,8 @@ void ModelCache::bindModel(const std::u16string& uri, const Model& model) {
   auto* interface = model.getModelInterface();
   const std::type_info* unbinding = gUnbindingType.load(std::memory_order_acquire);
   const bool isUnbinding = this == &instance() && unbinding && typeid(*interface) == *unbinding;
-  // What takes memory or drops a handle happens outside of the lock.
+  // Everything that allocates memory or drops a handle happens outside the lock: `made` and `unbound` are
+  // destroyed after the lock is released.
   State made;
   const auto place = made.entries.insert(made.entries.end(), {uri, model, isUnbinding});
   made.byUri.emplace(place->uri, place);
@@ -131,7 +135,7 @@ void ModelCache::bindModel(const std::u16string& uri, const Model& model) {
     if (taken == known) return;
     throw WrongValue(text::uriTaken(uri));
   }
-  // A model has one URI.
+  // A model has only one URI, so its former entry is removed.
   if (known != mState->entries.end()) mState->takeOut(known, unbound);
   mState->putIn(made);
 }
@@ -180,7 +184,7 @@ bool ModelCache::isBound(const std::u16string& uri, const Model& model) const {
 }
 
 void ModelCache::unbind(const NSInterface::ModelIntf* model) noexcept {
-  // Goes behind the lock: the last handle on a model may come back here.
+  // Destroyed after the lock is released: dropping the last handle on a model may call the cache again.
   State::Entries unbound;
   const std::scoped_lock lock(mState->guard);
   const auto found = mState->find(model);
@@ -203,7 +207,7 @@ void setUnbindingType(const std::type_info& type) { gUnbindingType.store(&type, 
 void setModelFactory(ModelFactory factory) { gModelFactory.store(factory, std::memory_order_release); }
 Model Model::create() { return makeModel({}); }
 void Model::close() const {
-  // One that is closed already may be closed again, so only a null handle is refused.
+  // Closing twice is allowed, so only a null handle raises kNullReference.
   if (isNull()) requireValid();
   DeviantAssertions::assertWritable(getDeviant(), getInterface());
   getModelInterface()->close();

@@ -8,16 +8,16 @@
 
 namespace K7Q {
 
-/// Makes a new, empty model of that name, which is its URI.
+/// Creates a new, empty model with `name` as its URI.
 using ModelFactory = Model (*)(const std::u16string& name);
 
-/// Says who makes models: Model::create() and FactoryIntf::createNewModel() ask the factory that was set
-/// last, and raise K7Q::Exception while there is none. The native model library sets its own when it is
-/// loaded. Null takes the factory away.
+/// Sets the function that creates models for Model::create() and FactoryIntf::createNewModel(). Without a
+/// factory both raise K7Q::Exception. The native model library sets its own factory when it is loaded. Null
+/// removes the factory.
 TARVELON_API void setModelFactory(ModelFactory factory);
 
-/// Says that models of this class leave ModelCache::instance() when they are closed: then a URI that was
-/// taken is free only when the cache has been told. Of models of other classes the cache has to ask each.
+/// Declares that models of this class are unbound from ModelCache::instance() when they are closed. The cache
+/// can then remember which URIs are free. For models of other classes it must ask each model.
 TARVELON_API void setUnbindingType(const std::type_info& type);
 
 }  // namespace K7Q

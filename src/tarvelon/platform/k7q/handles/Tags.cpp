@@ -18,7 +18,7 @@ std::array<std::string_view, sizeof...(Types)> namesOf(FixedTags<Types...> /*lis
   return {typeid(Types).name()...};
 }
 
-/// The place of a name in the list, its end if it does not stand there.
+/// The index of a name in KernelTags; KernelTags::kCount if it is not in the list.
 std::size_t fixedTagOf(std::string_view name) {
   std::size_t place = 0;
   for (const std::string_view each : namesOf(KernelTags())) {
@@ -31,12 +31,12 @@ std::size_t fixedTagOf(std::string_view name) {
 }  // namespace
 
 std::size_t GetTag(const std::type_info& interface, const std::type_info& domain) {
-  // By name: each library may have a type_info of its own for a type.
+  // Compares names, because each library may have its own type_info object for the same type.
   if (std::string_view(domain.name()) == typeid(VisitationDomain).name()) {
     const std::size_t fixed = fixedTagOf(interface.name());
     if (fixed != KernelTags::kCount) return fixed;
   }
-  // Never destroyed, like whoever keeps the numbers.
+  // Never destroyed, because callers keep the tags until the process ends.
   using Names = std::pair<std::string, std::string>;
   static auto& tags = *new std::map<Names, std::size_t>;
   static constinit std::mutex mutex;

@@ -110,7 +110,7 @@ void VariantTable::sweep(Stock& stock) const noexcept {
   std::uint32_t index = std::exchange(stock.retired, List{}).first;
   while (index != Variant::kNone) {
     const std::uint32_t next = at(index).next;
-    // It may have gone on another thread.
+    // The host object may have been destroyed on another thread.
     const bool isBound = at(index).slot.hostObject.load(std::memory_order_acquire) != nullptr;
     put(isBound ? stock.retired : stock.free, index);
     index = next;
@@ -118,7 +118,7 @@ void VariantTable::sweep(Stock& stock) const noexcept {
   stock.sweepAt = std::max(kChunkSize / 2, stock.retired.count * 2);
 }
 
-/// More records: those that others have left, or new ones.
+/// Gives the thread more records: free records of other threads, or else new ones.
 void VariantTable::fill(Stock& stock) {
   if (!list(stock)) throw bedrock::core::except::bad_alloc();
   const std::scoped_lock lock(mGuard);
@@ -153,7 +153,8 @@ void VariantTable::grow() {
     auto** larger = static_cast<Variant**>(utCalloc(room + 1, sizeof(void*)));
     if (!larger) throw bedrock::core::except::bad_alloc();
     std::copy_n(chunks, mChunkRoom, larger);
-    // Other threads may look into the former array just now. It stays behind the last place of the new one.
+    // Other threads may still read the old array, so it is not freed. The extra last place of the new array
+    // points to it, for leak checkers.
     larger[room] = reinterpret_cast<Variant*>(chunks);
     mChunks.store(larger, std::memory_order_release);
     chunks = larger;

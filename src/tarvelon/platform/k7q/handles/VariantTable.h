@@ -10,31 +10,32 @@
 
 namespace K7Q::mi {
 
-/// One view of a native object. Its address, with the marks of BindingSlot, is the view's id.
+/// One view of a native object. The address of the record, combined with the mark bits of BindingSlot, is the
+/// view's id.
 struct Variant {
   static constexpr std::uint32_t kNone = 0xFFFFFFFF;
 
-  /// The host object of the id; an id points here, so this stands first.
+  /// Holds the host object of the id. An id points to this member, so it must be the first.
   ruvo::factory::basic::BindingSlot slot;
-  /// Null once the object was retracted.
+  /// Null after the object was retracted.
   ReferenceCountingIntf* object = nullptr;
   Deviant deviant;
-  /// The object's next view, or the next record of the list that a record without object stands in.
+  /// The index of the object's next view. For a record without an object: the next record in its free list.
   std::uint32_t next = kNone;
   std::uint32_t isImmutable = 0;
 };
 static_assert(sizeof(Variant) == 32 && offsetof(Variant, slot) == 0);
 
-/// All views, in records that never move.
+/// The table of all views. Records never move.
 ///
-/// A native object knows the first of its records, and each record the next: there are one or two as a rule,
-/// so an id is found by walking, without hashing. A record whose object goes while a host object is bound to
-/// it waits in a list of its own until that host object has gone too; only then is its address given out
-/// again.
+/// The views of a native object are a linked list, and the object stores the index of the first one. An
+/// object usually has one or two views, so the list is searched without hashing. If an object is retracted
+/// while a host object is still bound to one of its views, the record goes into a list of retired records. It
+/// is reused only after that host object is destroyed.
 ///
-/// Threads: any. The views of an object belong to the thread that uses the object, those of a shared one
-///          stand behind a lock. Free records belong to a thread, which gets many at once; what a thread
-///          has too many of, or leaves when it ends, goes to the next that asks.
+/// Threads: any. The views of an object belong to the thread that uses the object; the views of a shared
+/// object are protected by a lock. Each thread has its own free records and takes them from the table in
+/// blocks. Surplus records of a thread, and all its free records when it ends, go back to the table.
 class VariantTable {
  public:
   constexpr VariantTable() noexcept = default;
@@ -43,7 +44,7 @@ class VariantTable {
 
   static VariantTable& instance() noexcept;
 
-  /// Throws bedrock::core::except::bad_alloc for a view that is new when there is no room for it.
+  /// Finds or creates a view. Throws bedrock::core::except::bad_alloc if there is no memory for a new one.
   void* idOf(const ReferenceCountingIntf& object, Deviant deviant, bool isImmutable);
   void retract(const ReferenceCountingIntf& object) noexcept;
   static VariantInfo infoOf(const void* id) noexcept {
@@ -53,33 +54,34 @@ class VariantTable {
     return {variant->object, variant->deviant};
   }
 
-  /// How many records there are, used and unused.
+  /// The number of records, used and unused.
   std::size_t capacity() const noexcept { return mCapacity.load(std::memory_order_relaxed); }
 
  private:
   static constexpr std::uint32_t kChunkBits = 10;
   static constexpr std::uint32_t kChunkSize = 1U << kChunkBits;
-  /// How many a thread gets at once.
+  /// The number of new records that a thread takes at once.
   static constexpr std::uint32_t kGranted = 128;
-  /// How many it keeps that nobody uses: what one thread makes another one may retract.
+  /// A thread with more unused records than this returns them to the table. A thread can collect many,
+  /// because it may retract views that other threads have created.
   static constexpr std::uint32_t kKept = 4 * kChunkSize;
 
-  /// A list of records, through their own links.
+  /// A linked list of records.
   struct List {
     std::uint32_t first = Variant::kNone;
     std::uint32_t count = 0;
   };
-  /// The records that a thread has at hand.
+  /// The unused records of a thread.
   struct Stock {
     List free;
     List retired;
-    /// Those from `next` to `end` were never used.
+    /// The records from `next` to `end` have never been used.
     std::uint32_t next = 0;
     std::uint32_t end = 0;
-    /// A sweep costs as much as there are retired records: it waits until there are twice as many as the last
-    /// one left.
+    /// The number of retired records at which the next sweep starts: twice the number that the last sweep
+    /// left, because the cost of a sweep is linear in this number.
     std::uint32_t sweepAt = kChunkSize / 2;
-    /// Whether the table gets it when the thread ends.
+    /// Whether inherit() is registered to run at the thread's end.
     bool isListed = false;
   };
   static TARVELON_THREAD_LOCAL Stock tStock;
@@ -101,15 +103,15 @@ class VariantTable {
   void inherit(Stock& stock) noexcept;
 
   std::mutex mGuard;
-  // Never freed, nor are former arrays of them: a host may ask for an id until the process ends.
+  // Neither the chunks nor former arrays of chunks are freed: hosts may use ids until the process ends.
   std::atomic<Variant**> mChunks = nullptr;
   std::uint32_t mChunkRoom = 0;
   std::atomic<std::uint32_t> mCapacity = 0;
-  /// Below it all were granted.
+  /// All records below this index have been given to threads.
   std::uint32_t mGrantedTo = 0;
-  /// Left by threads that have ended or had too many.
+  /// The records that threads have given back.
   Stock mLeft;
-  /// Held for the views of shared objects.
+  /// Locked while views of shared objects are found or added.
   std::mutex mSharedGuard;
 };
 

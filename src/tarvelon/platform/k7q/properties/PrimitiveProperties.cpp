@@ -30,7 +30,8 @@ template <class T>
 ruvo::RVOValue OptionalPrimitiveProperty<T>::read(const Target& target) const {
   Object value;
   mMethods->get(value, target.object, target.deviant, mId);
-  // The empty array of the type, which is no class: it holds no objects, and never will.
+  // No value: an empty array whose class name is the type's name. That is no class, so it can hold no
+  // objects.
   if (value.isNull()) return ruvo::RVOValue(ruvo::boxInterface(nullptr, mTypeName));
   return ruvo::RVOValue(ScalarForm<T>::toArray(T(value)));
 }

@@ -5,7 +5,7 @@
 
 namespace K7Q::mi {
 
-/// A required scalar: its values travel raw.
+/// A required scalar property. Its values are raw slots.
 template <class T>
 class PrimitiveProperty final : public Record {
  public:
@@ -20,7 +20,7 @@ class PrimitiveProperty final : public Record {
   ruvo::RVOValue read(const Target& target) const;
 };
 
-/// An optional scalar: an array of one element, or an empty one.
+/// An optional scalar property. Its values are arrays with one element or none.
 template <class T>
 class OptionalPrimitiveProperty final : public Record {
  public:
@@ -34,7 +34,7 @@ class OptionalPrimitiveProperty final : public Record {
   ruvo::RVOValue read(const Target& target) const;
 };
 
-/// How a scalar type looks on both sides.
+/// The conversions of a scalar type between native values, slots and arrays.
 template <class T>
 struct ScalarForm;
 

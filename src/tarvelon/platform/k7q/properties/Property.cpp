@@ -46,8 +46,8 @@ ruvo::RVOValue K7qmiProperty::getValue(ruvo::RVOInterface* object) {
   return isMany() ? getMultiValuedValue(handle, object) : getSingleValuedValue(handle);
 }
 
-// A live view, under the class that the sequence gives itself: what may be changed follows the object it is
-// read from.
+// Returns a live view of the property, announced under the class name that sequenceName() gives. The view is
+// immutable if the object it is read from is immutable.
 ruvo::RVOValue K7qmiProperty::getMultiValuedValue(ClassObject& object, ruvo::RVOInterface* interface) {
   const bool isElementImmutable = isSeenImmutable(interface);
   const bool isSequenceImmutable = isElementImmutable || isReadOnly();

@@ -13,7 +13,7 @@ namespace {
 using ruvo::InternedName;
 using ruvo::factory::PropertyAttributes;
 
-/// Interned once for each place that calls it.
+/// The type names are interned on first use, once for each T.
 template <class T>
 const InternedName& scalarType(bool isOptional) {
   static constinit ruvo::LiteralName plain(ScalarForm<T>::kType);
@@ -21,7 +21,7 @@ const InternedName& scalarType(bool isOptional) {
   return isOptional ? optional.get() : plain.get();
 }
 
-/// The class owns the record from here on, also when adding it fails.
+/// Adds the record to the class. The class takes ownership, even if adding fails.
 void addTo(ruvo::RVOClass& cls, ruvo::RVOPropInfo* record) { cls.addProperty(record, record); }
 
 }  // namespace

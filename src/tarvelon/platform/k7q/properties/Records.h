@@ -8,8 +8,7 @@
 
 namespace K7Q::mi {
 
-/// The native object that is read or written. Without a reference: the host object, which the caller holds,
-/// has one.
+/// The native object of a property access. Holds no reference: the caller's host object keeps it alive.
 struct Target {
   NSInterface::ClassObjectIntf* object;
   Deviant deviant;
@@ -17,22 +16,22 @@ struct Target {
 
 [[noreturn]] void throwNullReference(const K7qmiProperty& property, const ruvo::RVOInterface* object);
 
-/// Whether the host object stands for an immutable view.
+/// Whether the host object is an immutable view.
 inline bool isSeenImmutable(const ruvo::RVOInterface* object) noexcept {
   return object &&
          ruvo::factory::basic::BindingSlot::isImmutable(object->getBoundPointer(ruvo::InternedName()));
 }
 
-/// What the kinds of property records share.
+/// The common base of all property records.
 class Record : public K7qmiProperty {
  public:
   using K7qmiProperty::K7qmiProperty;
-  /// Values are arrays; kinds whose values are raw scalars override this.
+  /// Destroys the array of a value. Records with raw scalars override this.
   void releaseValue(ruvo::RVOInterface* object, ruvo::RVOValue value) override;
 
  protected:
   ~Record() override = default;
-  /// The object to be read. Raises kNullReference for one that is destroyed or was never bound.
+  /// The native object, for reading. Raises kNullReference if the object was destroyed or never bound.
   Target readable(ruvo::RVOInterface* object) const {
     const auto info = VariantTable::infoOf(object ? object->getBoundPointer(mOwnerName) : nullptr);
     auto* native = info.object ? info.object->cast(tagsOf<NSInterface::ClassObjectIntf>()) : nullptr;
@@ -40,8 +39,8 @@ class Record : public K7qmiProperty {
     if (!target || !target->isValid(info.deviant)) throwNullReference(*this, object);
     return {target, info.deviant};
   }
-  /// The object to be written to. Refuses in this order: many-valued, read-only, immutable, destroyed, view
-  /// not writable.
+  /// The native object, for writing. Raises an exception if the property is many-valued or read-only, the
+  /// object is immutable or destroyed, or the view is not writable. Checks in this order.
   Target writable(ruvo::RVOInterface* object) const {
     if ((mState & (kMultiValued | kReadOnly)) != 0 || isSeenImmutable(object)) requireSettable(object);
     const Target target = readable(object);
@@ -53,12 +52,12 @@ class Record : public K7qmiProperty {
   }
 };
 
-/// "Runnable.symbol", by the object's own class.
+/// For example "Runnable.symbol"; the class is the object's own class.
 std::string memberName(const K7qmiProperty& property, const ruvo::RVOInterface* object);
-/// What a value must be, as an error says it.
+/// The expected value in an error text.
 std::string expectedType(const K7qmiProperty& property);
 
-/// A required property was given an empty array.
+/// For an empty array as the value of a required property.
 [[noreturn]] void throwEmptyValue(const K7qmiProperty& property, const ruvo::RVOInterface* object);
 [[noreturn]] void throwOutOfRange(const K7qmiProperty& property, const ruvo::RVOInterface* object,
                                   const hx::hxArray* given);

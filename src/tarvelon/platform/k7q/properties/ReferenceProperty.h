@@ -4,7 +4,7 @@
 
 namespace K7Q::mi {
 
-/// A reference, or a sequence of them.
+/// A reference property with one value or many.
 class ReferenceProperty final : public Record {
  public:
   ReferenceProperty(const ruvo::InternedName& ownerName, const char* name,
@@ -18,11 +18,11 @@ class ReferenceProperty final : public Record {
 
  private:
   ruvo::RVOValue read(const Target& target, bool isImmutable) const;
-  /// What an unset reference is empty of when it is read through a mutable object.
+  /// The class of the empty array for an unset reference, when read through a mutable object.
   ruvo::InternedName mMutableType;
 };
 
-/// A sequence of texts or enumeration values.
+/// A property with many texts or many enumeration values.
 class PrimitiveSequenceProperty final : public Record {
  public:
   using Record::Record;

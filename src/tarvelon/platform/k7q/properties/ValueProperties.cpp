@@ -36,7 +36,7 @@ void DataTypeProperty::setValue(ruvo::RVOInterface* object, ruvo::RVOValue value
 ruvo::RVOValue StringProperty::read(const Target& target) const {
   Object value;
   mMethods->get(value, target.object, target.deviant, mId);
-  // Empty when it was never set.
+  // An unset text reads as an empty text.
   return ruvo::RVOValue(hx::hxCreateString_UTF16(charactersOf(value)));
 }
 

@@ -6,7 +6,7 @@
 
 namespace K7Q::mi {
 
-/// An enumeration value.
+/// An enumeration property.
 class DataTypeProperty final : public Record {
  public:
   DataTypeProperty(const ruvo::InternedName& ownerName, const char* name, const IntrospectiveMethods* methods,
@@ -23,7 +23,7 @@ class DataTypeProperty final : public Record {
   std::unique_ptr<PropHelperBase> mHelper;
 };
 
-/// A text. It reports "char", as which it is read; it is written as a "char vector".
+/// A text property. Its declared type is "char"; it accepts a "char vector".
 class StringProperty final : public Record {
  public:
   using Record::Record;

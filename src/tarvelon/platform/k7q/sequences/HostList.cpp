@@ -41,7 +41,8 @@ HostList::~HostList() = default;
 HostList::Elements& HostList::elements() const {
   if (!mModel.isNull()) mModel.requireValid(__FILE__, __LINE__);
   if (!mKind.isAlive) return mElements;
-  // The elements of a list without a model may be of several.
+  // Without a model there is no counter of destructions to compare: the elements may belong to several
+  // models.
   if (mModel.isNull()) {
     dropDead();
   } else if (const auto now = mModel.getModelInterface()->destructions(); now != mDestructionsSeen) {
@@ -114,7 +115,7 @@ void HostList::addAt(std::size_t position, Ref ref) {
 
 std::size_t HostList::placeOf(std::size_t position, const Ref& ref) const {
   if (!mIndex || !holds(ref)) return position;
-  // Taking it out lets what stands behind it move up.
+  // Removing the element from its old position shifts the later elements forward by one.
   return find(ref) < position ? position - 1 : position;
 }
 

@@ -16,39 +16,39 @@ namespace K7Q {
 
 class HostListIterator;
 
-/// What the elements of a list are, and how they are told apart.
+/// The operations on the elements of a list: check, hash, compare.
 struct ElementKind {
-  /// Raises K7Q::WrongType for a value that is no element of the class, K7Q::WrongValue for an empty one, one
-  /// that is no longer valid and one of another model than the given one, if that is not empty.
+  /// Raises K7Q::WrongType if the value is not an instance of the element class. Raises K7Q::WrongValue if
+  /// the value is empty, no longer valid, or belongs to another model than `model` (unless `model` is empty).
   void (*require)(const Generic::Ref& ref, const ruvo::InternedName& elementClass,
                   const ImmutableModel& model);
   std::size_t (*hash)(const void* value) noexcept;
   bool (*isSame)(const void* left, const void* right) noexcept;
-  /// Whether the element still stands in its model; null where none ever leaves.
+  /// Whether the element is still valid; null for elements that can never become invalid.
   bool (*isAlive)(const Generic::Ref& ref);
 };
 
-/// Objects of the element class or a subclass; the same native object is the same element.
+/// Objects of the element class or of a subclass. Two elements are the same if they are the same native
+/// object.
 TARVELON_API extern const ElementKind kObjectElements;
-/// Texts, compared by their characters.
+/// Texts. Two elements are the same if they have the same characters.
 extern const ElementKind kTextElements;
-/// Any objects that stay until the process ends: for lists of descriptions, which a host only reads.
+/// Objects of any class that live until the process ends. For read-only lists of descriptions.
 extern const ElementKind kAnyElements;
 
-/// A sequence that a host makes: objects or texts, in a vector.
+/// A sequence that a host creates: a vector of objects or texts.
 ///
-/// Unique:   holds an element once, as a property's references do: appending one that is there changes
-///           nothing, inserting it at an index moves it directly before the element that stood there, and
-///           replacing another by it exchanges the two.
-/// Model:    objects of a list that was made for a model are valid objects of that model, and the list ends
-///           with it: then every operation raises kNullReference. It keeps the model alive.
-/// Elements: an object that is destroyed leaves the list, as it leaves the sequences of its model.
-/// Failure:  indices and elements are tested before anything changes, and a failed allocation leaves the list
-///           as it was.
-/// Threads:  one at a time, with the model.
+/// Unique:   a unique list holds each element at most once, like the references of a property. Appending an
+///           element that is in the list changes nothing. Inserting it at an index moves it before the
+///           element at that index. Replacing another element with it swaps the two.
+/// Model:    a list created for a model accepts only valid objects of that model. It keeps the model alive,
+///           but when the model is closed, every operation of the list raises kNullReference.
+/// Elements: destroying an object removes it from the list, as it removes it from the sequences of its model.
+/// Failure:  all checks come before the first change. A failed allocation leaves the list unchanged.
+/// Threads:  one at a time, together with the model.
 class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf {
  public:
-  /// With an empty model the elements may be of any.
+  /// If the model is empty, the list accepts objects of any model.
   HostList(const ElementKind& kind, const ruvo::InternedName& elementClass, bool isUnique,
            const ImmutableModel& model = {});
   ~HostList() override;
@@ -83,7 +83,8 @@ class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf 
   bool isUnique() const noexcept override { return mIndex != nullptr; }
   void rewrite(const Deviant& aDeviant, std::span<const Generic::Ref> elements) override;
 
-  /// Differs from before when elements have come, gone or been replaced. Raises like every other question.
+  /// A counter that changes whenever elements are added, removed, moved or replaced. Raises kNullReference
+  /// like the other functions when the model is closed.
   std::uint64_t changes() const {
     elements();
     return mChanges;
@@ -101,11 +102,11 @@ class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf 
   using Elements = std::vector<Generic::Ref>;
   using Index = std::unordered_set<const void*, Hash, Same>;
 
-  /// The living elements. Raises kNullReference when the model is closed.
+  /// Removes destroyed elements and returns the others. Raises kNullReference when the model is closed.
   Elements& elements() const;
-  /// The sequence as an error names it.
+  /// The sequence as error texts name it.
   std::string shown() const;
-  /// The tested index; `end` is the first that is too much.
+  /// Checks and returns the index, which must be in [0, end).
   std::size_t checkedIndex(int index, std::size_t end, int line = __builtin_LINE()) const;
   void requireNotEmpty(int line = __builtin_LINE()) const;
   void requireElement(const Generic::Ref& ref) const { mKind.require(ref, mElementClass, mModel); }
@@ -114,9 +115,9 @@ class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf 
   std::size_t find(const Generic::Ref& ref) const;
   std::size_t positionOf(const Generic::IteratorIntf* iterator) const;
   std::unique_ptr<HostListIterator> iteratorAt(std::size_t position) const;
-  /// Behind or before all others. A unique list that has it stays as it is.
+  /// Inserts an element at the front or at the back. A unique list that contains the element is unchanged.
   void addAt(std::size_t position, Generic::Ref ref);
-  /// Where an element then stands that is put at `position`.
+  /// The final position of an element that is inserted at `position`.
   std::size_t placeOf(std::size_t position, const Generic::Ref& ref) const;
   void insertAt(std::size_t position, Generic::Ref ref);
   void moveTo(std::size_t from, std::size_t to) noexcept;
@@ -128,7 +129,7 @@ class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf 
   mutable std::uint64_t mDestructionsSeen = 0;
   mutable std::uint64_t mChanges = 0;
   mutable Elements mElements;
-  /// The values of a unique list.
+  /// The values of a unique list, to find duplicates; null for other lists.
   mutable std::unique_ptr<Index> mIndex;
 };
 

@@ -6,8 +6,8 @@
 
 namespace K7Q {
 
-/// A place in a list, counted from its start. A change of the list makes it stale: then it can be cloned and
-/// compared, and nothing else. Keeps the list alive.
+/// A position in a list, as an index. Any change of the list invalidates the iterator; then it can only be
+/// cloned and compared. The iterator keeps the list alive.
 class HostListIterator final : public IteratorProxy {
  public:
   HostListIterator(const HostList& list, std::size_t position)
@@ -19,9 +19,9 @@ class HostListIterator final : public IteratorProxy {
 
   const HostList* list() const noexcept { return &mList; }
   std::size_t position() const noexcept { return mPosition; }
-  /// Raises for an iterator that was taken before a change.
+  /// Raises kIteratorStale if the list has changed since the iterator was created.
   void requireFresh() const;
-  /// Says that the place was told after the change.
+  /// Marks the iterator as valid after a change that it already accounts for.
   void refresh() { mChanges = mList.changes(); }
 
   Generic::Ref current(const Deviant& aDeviant) const override;

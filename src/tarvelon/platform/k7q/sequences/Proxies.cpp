@@ -7,14 +7,14 @@ namespace {
 
 constexpr const char* kProxySite = "kernel/containers/sequence/SequenceProxy";
 
-// The count shows what was done, also when it was wrong: a release too many leaves it negative, which the
-// next addRef() reports.
+// The count changes even in case of an error: one release() too many makes it negative, and the next addRef()
+// reports that.
 void countUp(std::int32_t& references, int line) {
   LocalAsserter(kProxySite, line) = Asserter(references >= 0);
   ++references;
 }
 
-/// Whether the last reference has gone.
+/// Returns true when the last reference is released.
 bool countDown(std::int32_t& references, int line) {
   --references;
   LocalAsserter(kProxySite, line) = Asserter(references >= 0);

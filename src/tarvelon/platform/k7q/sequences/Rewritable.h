@@ -6,17 +6,17 @@
 
 namespace K7Q {
 
-/// A sequence whose whole contents can be changed in one go: sorted, reversed, in parts given anew.
+/// A sequence whose whole contents can be replaced at once, for example by a sort.
 ///
-/// A sequence of the platform is one; ask with dynamic_cast.
+/// All sequences of the platform implement it; use dynamic_cast to get it.
 class TARVELON_API RewritableIntf {
  public:
   virtual ~RewritableIntf();
-  /// Whether an element stands there once.
+  /// Whether each element occurs at most once.
   virtual bool isUnique() const noexcept = 0;
-  /// Lets the sequence hold these elements in this order, as one change. An element that stays is neither
-  /// taken out nor added. In a unique sequence one that is given again stands where it was given first.
-  /// Raises what adding an element raises; nothing has changed then.
+  /// Replaces the contents by these elements in this order, as one change. An element that was there before
+  /// is neither removed nor added, it only moves. A unique sequence uses the first occurrence of an element
+  /// and ignores the others. Raises the same exceptions as adding an element; then nothing has changed.
   virtual void rewrite(const Deviant& aDeviant, std::span<const Generic::Ref> elements) = 0;
 };
 

@@ -10,7 +10,7 @@ namespace {
 constexpr std::string_view kImmutable = "Immutable";
 constexpr std::string_view kSequenceOf = "SequenceOf";
 
-/// Takes `word` off the front; false if it does not stand there.
+/// Removes `word` from the front of `text`; false if `text` does not start with it.
 bool takeOff(std::string_view& text, std::string_view word) {
   if (text.substr(0, word.size()) != word) return false;
   text.remove_prefix(word.size());
@@ -32,7 +32,7 @@ ruvo::InternedName sequenceName(const Generic::SequenceIntf& sequence, bool isSe
   std::string result = package;
   if (isSequenceImmutable) result += kImmutable;
   result += kSequenceOf;
-  // The elements of a primitive sequence have one class.
+  // A sequence of texts or enumeration values has no "Immutable" before the element name.
   if (takeOff(rest, kImmutable) && isElementImmutable) result += kImmutable;
   result += rest;
   return ruvo::InternedName(result);

@@ -5,13 +5,14 @@
 
 namespace K7Q::mi {
 
-/// The host class under which a property's sequence is announced: what the sequence says or, when it gives
-/// back the declared class, that class with its words for immutable as they should be. `declared` is the
-/// class ImmutableSequenceOfImmutableY or ImmutableSequenceOfE.
+/// The host class name for a property's sequence. The sequence may name the class itself. Otherwise the name
+/// is `declared` with its "Immutable" words added or removed as the two flags say. `declared` has the form
+/// ImmutableSequenceOfImmutableY or ImmutableSequenceOfE.
 ruvo::InternedName sequenceName(const Generic::SequenceIntf& sequence, bool isSequenceImmutable,
                                 bool isElementImmutable, const ruvo::InternedName& declared);
 
-/// The mutable class of an immutable one: its dotted name without the first "Immutable" of the last part.
+/// The name of the mutable class that belongs to an immutable class: without the "Immutable" at the start of
+/// the last part. A name without "Immutable" is returned unchanged.
 ruvo::InternedName mutableName(const ruvo::InternedName& immutableClass);
 
 }  // namespace K7Q::mi

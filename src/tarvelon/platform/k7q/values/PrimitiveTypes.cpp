@@ -29,7 +29,7 @@ class PrimitiveType final : public DataTypeIntf {
 constexpr std::size_t kString = 4;
 
 const DataTypeIntf& typeAt(std::size_t index) {
-  // In the order of ScalarIntf::Type. Never destroyed: a host may ask until the process ends.
+  // In the order of ScalarIntf::Type. Never destroyed, because hosts may use it until the process ends.
   using Types = std::array<PrimitiveType, kString + 1>;
   static const Types& types = *new Types{{{u"Boolean", "K7Q.Boolean"},
                                           {u"Integer", "K7Q.Integer"},

@@ -4,7 +4,7 @@
 
 namespace K7Q::NSInterface {
 
-/// The description of a scalar type or of the text type.
+/// The metamodel's description of a scalar type, and of the text type.
 const DataTypeIntf& primitiveType(ScalarIntf::Type type);
 const DataTypeIntf& stringType();
 

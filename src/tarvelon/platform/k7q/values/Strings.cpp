@@ -39,7 +39,7 @@ StringIntf* StringIntf::make(std::u16string_view text) {
   return cell;
 }
 
-// An empty text has no cell of its own, but as an object it is one.
+// An empty String has no text cell, but its object form needs one. This cell is shared and never freed.
 StringIntf* StringIntf::empty() {
   static StringIntf* const cell = [] {
     StringIntf* made = make({});

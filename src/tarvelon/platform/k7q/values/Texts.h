@@ -8,7 +8,7 @@
 #include "tarvelon/boundary/k7q/Object.h"
 #include "tarvelon/boundary/ruvo/Interned.h"
 
-/// The words of the errors that this library raises: each kind has its one format here.
+/// The error texts of this library.
 namespace K7Q::text {
 
 inline constexpr const char* kNoMessage = "Internal assertion without a message detected! Please fix me asap";
@@ -41,22 +41,22 @@ inline constexpr const char* kNoModelFactory =
     "no library that makes models is loaded; load the native model library, or set one with "
     "K7Q::setModelFactory()";
 
-/// `where`: expected `expected`, got `given`.
+/// Formats "`where`: expected `expected`, got `given`".
 std::string mismatch(std::string_view where, std::string_view expected, std::string_view given);
-/// A host value and a number as the object system shows them.
+/// Formats a host value or a number as the object system does.
 std::string shown(const hx::hxArray* given);
 std::string shown(double number);
-/// What stands behind the last dot of a dotted name.
+/// The part of a dotted name behind the last dot.
 std::string_view shortName(const ruvo::InternedName& dotted);
-/// The class of a native object.
+/// Formats the class of a native object.
 std::string shown(const NSInterface::ObjectIntf& object);
-/// What the text of a wrong index leaves out: the index as C++ and as hosts count it, and how many elements
-/// the sequence has.
+/// The details of a wrong index: the index counted from 0 (C++) and from 1 (hosts), and the size of the
+/// sequence.
 TARVELON_API std::string indexDetail(std::string_view sequence, std::int64_t index, std::size_t size);
-/// What a URI is told that another open model has.
+/// The error text for a URI that another open model has.
 std::string uriTaken(std::u16string_view uri);
 
 }  // namespace K7Q::text
 
-/// The same as k7q::getTooManyElementsMessage(), for callers without namespaces.
+/// The same as k7q::getTooManyElementsMessage(), for callers that cannot use namespaces.
 extern "C" TARVELON_API const char* k7q_getTooManyElementsMessage();

@@ -6,45 +6,66 @@
 #include "tarvelon/boundary/Export.h"
 #include "tarvelon/boundary/k7q/Object.h"
 
-/// Copies of objects with all that they hold.
+/// Copying objects and whole models.
 ///
+/// A copy contains a copy of every object that the original contains, at any depth. All values are copied as
+/// they are, names included; no name is made unique.
+///
+/// References are copied as follows:
+/// - A reference from one copied object to another copied object leads to the copy of its target.
+/// - A reference to an object outside the copied tree still leads to the same target, if the copy stays in
+///   the same model. There is one exception: if the property has a single-valued opposite, the target keeps
+///   its reference to the original, and the copy gets no reference.
+/// - If the copy goes into another model, the argument of type Outside decides what happens to a reference to
+///   an object outside the copied tree.
+///
+/// Derived properties (owners, owned elements, namespaces) are never copied. They are computed from the new
+/// place.
+///
+/// Example:
 ///   const auto copy = common::Package::cast(clone(package, otherRoot));
 ///
-/// A copy has every value of the original, names included; nothing is made unique. A reference between two of
-/// the objects that are copied leads to the copy; one that leads outside is kept, as long as the copy
-/// stays in the model, unless what it leads to refers back to one object alone: that remains the original.
-/// What the model computes (owners, owned elements, namespaces) follows by itself.
-///
-/// Errors: nothing has changed when one is raised, and the same goes for memory that runs out
-///         (std::bad_alloc).
-/// Cost:   proportional to what is copied; there is no recursion, however deep it is.
-/// Threads: one thread uses both models during the call. Afterwards the models share nothing, and each may go
-///          to a thread of its own.
+/// Errors:  If a function raises, no model has changed. Besides the exceptions named below, every function
+///          raises K7Q::Exception for an empty handle, a destroyed object, a closed model and an owner that
+///          may not be written, and std::bad_alloc.
+/// Cost:    Proportional to the number of objects and values that are copied. There is no recursion, so depth
+///          is not limited by the stack.
+/// Threads: During the call one thread uses both models. Afterwards the two models share nothing, and each
+///          may be used by a thread of its own.
 namespace Tarvelon::metamodel {
 
-/// What becomes of a reference that leads outside the copy when the copy goes into another model.
+/// What happens to a reference that leads outside the copied tree when the copy goes into another model.
 enum class Outside : std::uint8_t {
-  Refused,  ///< K7Q::WrongValue, with the references and what they lead to
-  LeftOut,  ///< the copy has no such reference: an optional property is unset, a list is shorter
+  Refused,  ///< clone() raises K7Q::WrongValue; the text lists such references and their targets
+  LeftOut,  ///< the copy gets no such reference: a property is unset, or a list is shorter
 };
 
-/// A copy that `owner` holds: in the property in which the original stands, if the owner has it and it takes
-/// one more, otherwise in the only property of the owner that can take it.
+/// Copies an object and makes the owner contain the copy. Returns the copy.
 ///
-/// `object` is any object of a model. `owner` is an object of the same or another model, or a model, or
-/// empty: for a model, and for an empty one, which means the object's own model, nothing holds the copy.
-/// K7Q::WrongValue if no property can take it, or several can: these stand in the text.
+/// `object` is any object of a model. `owner` is one of:
+/// - an object of the same or of another model. It contains the copy: in the property in which the original
+///   is contained, if the owner has that property and the property can take one more object; otherwise in the
+///   only property of the owner that can take it.
+/// - a model. The copy goes into that model and has no owner.
+/// - empty. The copy goes into the object's own model and has no owner.
+///
+/// Raises K7Q::WrongType if `object` is not an object of a model, and K7Q::WrongValue if no property of the
+/// owner can take the copy or several can; the text lists them.
 TARVELON_API K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::Object& owner,
                                     Outside outside = Outside::Refused);
-/// A copy in the object's own model, which nothing holds. A handle that only reads does not compile.
+/// Copies an object within its own model. The copy has no owner. A call with an immutable handle does not
+/// compile.
 TARVELON_API K7Q::ClassObject clone(const K7Q::Object& object);
-/// The same in the property of that name, as the host shows it or as the metamodel has it. K7Q::UnknownName
-/// if the owner holds nothing by that name, K7Q::WrongType if that is of another class, K7Q::WrongValue if it
-/// is one object and there, or if there is no owner to hold the copy.
+/// Copies an object into the named containment property of the owner. `property` is the name that the host
+/// shows ("category") or the name in the metamodel ("Category").
+///
+/// Raises K7Q::UnknownName if the owner has no containment property of that name, K7Q::WrongType if the
+/// property takes objects of another class, and K7Q::WrongValue if the property has a single value and is
+/// set, or if `owner` is not an object.
 TARVELON_API K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::Object& owner,
                                     std::string_view property, Outside outside = Outside::Refused);
 
-/// A new model with a copy of every object of another one. It is bound to no URI and has none.
+/// Returns a new model with a copy of every object of the given model. The new model has no URI.
 TARVELON_API K7Q::Model cloneModel(const K7Q::ImmutableModel& model);
 
 }  // namespace Tarvelon::metamodel

@@ -10,51 +10,64 @@
 
 namespace Tarvelon::metamodel {
 
-/// One way in which a newer model or object differs from an older one.
+/// One difference between an older and a newer model, or between an older and a newer object.
 ///
-/// Paths are those of toJson(): qualified names, and steps by property and index for what has no name. Of
-/// more than 1000 levels or 4096 bytes there is the end alone, behind "...". All texts are UTF-8.
+/// Paths have the form that toJson() uses: the qualified name of the object, followed by property and index
+/// for objects without a name. A path of more than 1000 levels or 4096 bytes is shortened to its end, after
+/// "...". All texts are UTF-8.
 struct Difference {
   enum class Kind : std::uint8_t {
-    Added,    ///< an object with what it holds
-    Removed,  ///< likewise
-    Changed,  ///< a value or the references of one property
-    Moved,    ///< an object stands elsewhere: with another owner, in another property or at another index
-    Renamed   ///< an object has another name at the same owner
+    Added,    ///< an object was added, with everything it contains
+    Removed,  ///< an object was removed, with everything it contained
+    Changed,  ///< a value or the references of one property have changed
+    Moved,    ///< an object has another owner, property or index
+    Renamed   ///< an object has another name and the same owner
   };
   Kind kind;
-  /// Of the object in the older one; of one that was added, in the newer.
+  /// The path of the object in the older model. For Kind::Added: in the newer model.
   std::string path;
-  /// "behavior.Runnable"
+  /// The class of the object: "behavior.Runnable".
   std::string_view cls;
-  /// Of what was moved or renamed, its path in the newer one.
+  /// Only for Moved and Renamed: the path of the object in the newer model.
   std::string newPath;
-  /// Of what was moved: where it stood and where it stands, "/Brakes.PackagedElement[3]".
+  /// Only for Moved: the property and index of the owner in the older and in the newer model,
+  /// "/Brakes.PackagedElement[3]".
   std::string place;
   std::string newPlace;
-  /// Of what was changed: the property by the host's name, and its values as JSON, null for none.
+  /// Only for Changed: the name of the property that the host shows, and its value before and after as JSON.
+  /// `null` means that there was no value.
   std::string_view property;
   std::string before;
   std::string after;
-  /// Whether these are references: then they are paths.
+  /// Only for Changed: true if `before` and `after` are paths of referenced objects.
   bool isReference = false;
-  /// How many objects were added or removed, with the one itself.
+  /// Only for Added and Removed: the number of objects, the object itself included.
   std::uint32_t objects = 0;
 };
 
-/// What must be done to the older one to make it equal to the newer one. Both are models or both objects of
-/// one class, of one model or two; these match whatever they are called, and where they stand is not
+/// Returns the changes that would make the older model equal to the newer one.
+///
+/// Both arguments are models, or both are objects of one class. The two may belong to one model or to two.
+/// If two objects are given, they match each other whatever their names are, and their owners are not
 /// compared.
 ///
-/// Which object is which: objects of equal qualified name and class; if several have it, the equal ones
-/// first, then the others in their order, and what they hold stays with them. What is left and is equal with
-/// all it holds, references apart, is the same object moved (by its name) or renamed (by its owner and
-/// property). What has no name is found in the same property of the same owner: the equal ones first, then
-/// those of one class that stand behind the same one.
+/// Which older object matches which newer object is decided in this order. Matching objects always have the
+/// same class.
+/// - Objects with equal qualified names match. If several have the same name, objects with equal content
+///   match first, then the others in their order. Objects that they contain stay with them.
+/// - Of the remaining objects, two match if everything that they contain is equal, cross references apart.
+///   They match as moved if they have the same name, and as renamed if they have the same owner and property.
+/// - Objects without a name match in the same property of the same owner: first those with equal content,
+///   then those of the same class that follow the same matched object.
 ///
-/// Order: what was removed, added, moved and renamed, changed; each in the order of the models.
-/// K7Q::WrongType if the two are not of one kind. Cost: near linear in the objects and references of both.
-/// Threads: one at a time, which uses both models.
+/// Order:   Removed, added, moved, renamed, changed; each in the order of the models.
+/// Errors:  K7Q::WrongType if the two are neither two models nor two objects of one class. K7Q::Exception if
+///          one of them is not valid.
+/// Cost:    Nearly linear in the number of objects and references of both.
+/// Threads: One thread at a time, which uses both models.
+///
+/// Example:
+///   for (const Difference& each : differences(before, after)) std::puts(each.path.c_str());
 TARVELON_API std::vector<Difference> differences(const K7Q::ObjectHandle& older,
                                                  const K7Q::ObjectHandle& newer);
 

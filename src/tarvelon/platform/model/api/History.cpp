@@ -46,7 +46,7 @@ void requireOutside(const NativeModel& model, const char* what) {
   }
 }
 
-/// The value of a place as an object: of a list's element as well.
+/// The word of a step as an object: a single value or an element of a list.
 K7Q::Object valueOf(const Step& step, native::Word word, bool isThere, K7Q::Deviant deviant) {
   if (!isThere) return {};
   const native::Property& property = *step.object->cls().slotProperties[step.slot];
@@ -98,7 +98,7 @@ Change changeOf(const Step& step, K7Q::Deviant deviant) {
 void addChanges(std::vector<Change>& changes, const Step& step, K7Q::Deviant deviant) {
   changes.push_back(changeOf(step, deviant));
   if (step.kind != Step::Kind::Exchange) return;
-  // An exchange is told as two moves: the later element comes forward, the other one goes back.
+  // A swap is reported as moves: the later element moves forward, then the earlier one moves back.
   Change& forward = changes.back();
   std::tie(forward.index, forward.from) = std::minmax({forward.from, forward.index});
   if (forward.from - forward.index == 1) return;
@@ -108,7 +108,7 @@ void addChanges(std::vector<Change>& changes, const Step& step, K7Q::Deviant dev
   changes.push_back(std::move(back));
 }
 
-/// A listener sees the model under the view that it came with.
+/// The listener receives handles with the view of the handle that was given to listen().
 Journal::Listener adapt(Listener listener, K7Q::Deviant deviant) {
   return [listener = std::move(listener), deviant](std::span<const Step> steps, const Instance* object) {
     std::vector<Change> changes;
@@ -147,7 +147,7 @@ Transaction::Transaction(const K7Q::Model& model) : mModel(model) {
   }
 }
 
-// A closed model has taken its transactions with it.
+// Closing a model ends its transactions.
 Transaction::~Transaction() {
   if (isOpen()) rollBack();
 }
@@ -210,7 +210,7 @@ std::size_t redoable(const K7Q::Model& model) {
   return journal ? journal->redoable() : 0;
 }
 
-// A listener may drop the handle that the caller has given, and with it the model.
+// A listener may release the caller's handle, and with it the model.
 bool undo(const K7Q::Model& model) {
   const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
   NativeModel& native = requireWritable(kept);
@@ -242,7 +242,7 @@ Undertaking::Undertaking() noexcept : mExceptions(std::uncaught_exceptions()) {
 Undertaking::~Undertaking() {
   const bool hasFailed = std::uncaught_exceptions() > mExceptions;
   if (native::Batch::endDelay(mDelay, hasFailed) || !hasFailed) return;
-  // Nothing was noted: what was made goes, which needs no memory.
+  // Without a journal: the created object is destroyed, which needs no memory.
   Instance* made = native::asInstance(mMade.getInterface());
   if (made && made->isAlive()) native::destroyTree(*made);
 }

@@ -19,7 +19,7 @@ using Steps = std::span<const Step>;
 
 namespace {
 
-/// The label of a batch, put together place by place.
+/// Builds the label of a batch, place by place.
 class Label {
  public:
   explicit Label(Steps steps, bool isTurned = false) : mSteps(steps), mIsTurned(isTurned) {
@@ -56,7 +56,7 @@ class Label {
     mText += named(*step.object);
   }
 
-  /// An object that is not there just now has its name in the steps.
+  /// The name of an object that does not exist at the moment is taken from the steps.
   std::string named(const native::Instance& object) const {
     const auto found = native::isNamed(object) ? mNames.end() : mNames.find(&object);
     return found == mNames.end() ? native::describe(object) : native::describe(object, found->second);
@@ -67,9 +67,9 @@ class Label {
 
   Steps mSteps;
   bool mIsTurned;
-  /// Objects that are made or destroyed.
+  /// Objects that the batch creates or destroys.
   std::set<Object> mLives;
-  /// The last names that the steps give.
+  /// The last name that the steps give to each object.
   std::map<Object, std::u16string_view> mNames;
   std::set<std::pair<Object, unsigned>> mSeen;
   std::size_t mPlaces = 0;

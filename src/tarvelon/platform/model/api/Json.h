@@ -7,32 +7,44 @@
 
 namespace Tarvelon::metamodel {
 
-/// A model, or an object with all that it holds, as JSON in UTF-8, for people and for tools. It is for
-/// reading: nothing reads a model back from it.
+/// Returns a model, or an object with everything it contains, as JSON in UTF-8. The text is meant for people
+/// and for tools that read models; no function builds a model from it.
 ///
 ///   {"class": "common.Package", "Name": "Brakes", "PackagedElement": [{"class": ...}]}
 ///
-/// An object has its class, then the properties that have a value, by the host's names, in the order of the
-/// metamodel, those of its bases first. What it holds is nested. An unset property, an empty text and an
-/// empty list are absent, and so is what the model computes. A reference is the text of a path: the qualified
-/// name or, where that names no object or several, what the object has as "id" if it stands in this text:
-/// "/Brakes/Step.dataAccess[2]", an index from 0, or "#17" for the object of that number in this text, from
-/// 0, where such a path would be longer than 1000 levels or 4096 bytes. Of an enumeration there is the
-/// literal. A number that JSON has not is "NaN", "Infinity" or "-Infinity". A model is {"uri": ...,
-/// "objects": [...]} with what nothing holds, and without "uri" if it has none.
+/// An object is written as follows:
+/// - First comes its class. Then come the properties that have a value, under the names that the host shows,
+///   in the order of the metamodel, those of the base classes first.
+/// - Contained objects are nested. Unset properties, empty texts, empty lists and derived properties are left
+///   out.
+/// - The value of an enumeration is its literal. A number that JSON cannot write is "NaN", "Infinity" or
+///   "-Infinity".
+/// - A reference is the path of its target: usually the qualified name, "/Brakes/Step". If the name does not
+///   identify the target (the target has no name, or another object has the same one), the target is written
+///   with a member "id" and the reference repeats that id.
+/// - An id is a path by property and index from 0, "/Brakes/Step.dataAccess[2]". If this path would be longer
+///   than 1000 levels or 4096 bytes, the id is the number of the object in the text, from 0: "#17".
+/// - A model is {"uri": ..., "objects": [...]} with the objects that have no owner. "uri" is left out if the
+///   model has none.
 ///
-/// The same content gives the same text.
+/// Equal content gives equal text.
 ///
-/// `indent` is how many blanks a level is indented by, up to 128 levels, behind which the lines stand one
-/// below the other; negative puts everything on one line. Raises
-/// K7Q::WrongType for what is neither a model nor an object of one.
-/// Cost: linear, apart from one path for each reference. Threads: one at a time for each model.
+/// `indent` is the number of spaces for each level of nesting, up to 128 levels; deeper lines are not
+/// indented further. A negative value puts everything on one line.
+///
+/// Errors:  K7Q::WrongType if the argument is neither a model nor an object of a model. K7Q::Exception if it
+///          is not valid.
+/// Cost:    Linear in the content, plus one path for each reference.
+/// Threads: One thread at a time for each model.
 TARVELON_API std::string toJson(const K7Q::ObjectHandle& modelOrObject, int indent = -1);
 
-/// The same on one line for programs whose reader of JSON calls itself for what is nested: instead of an
-/// object with what it holds there is a list with a row for each, [holder, property, object], holders first.
-/// A holder is the place of its row in the list, from 0; for what nothing in the list holds both are null. In
-/// the object a property that holds objects is null, or [] for many, until the reader puts them in.
+/// As toJson(), but without nested objects, on one line. This form is for programs whose JSON parser is
+/// recursive.
+///
+/// Each object with its contained objects becomes a list of rows [owner, property, object], owners first.
+/// `owner` is the index of the owner's row, from 0. Both `owner` and `property` are null for an object
+/// without an owner in the list. Within an object, a containment property has the value null, or [] if it is
+/// many-valued; the reader of the text puts the contained objects in.
 TARVELON_API std::string toJsonRows(const K7Q::ObjectHandle& modelOrObject);
 
 }  // namespace Tarvelon::metamodel

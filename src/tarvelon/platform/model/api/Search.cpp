@@ -29,7 +29,7 @@ K7Q::ClassObject handleOf(const Instance& instance, K7Q::Deviant deviant) {
   return {const_cast<Instance*>(&instance), deviant};
 }
 
-/// The places of all classes in the order of registration, and the classes by name.
+/// The position of each class in the order of registration, and the classes by name.
 struct Registration {
   std::unordered_map<const native::ClassMethods*, std::size_t> places;
   std::unordered_map<std::string_view, const native::ClassMethods*> byName;
@@ -50,12 +50,12 @@ const Registration& registration() {
   return all;
 }
 
-/// The path without the slash in front, which may be left out.
+/// The path without its optional leading slash.
 std::u16string_view fromTop(std::u16string_view path) noexcept {
   return path.substr(path.starts_with(u'/') ? 1 : 0);
 }
 
-/// Walks down the names.
+/// Walks down a path of names, level by level.
 class Walk {
  public:
   Walk(const native::NameIndex& names, std::u16string_view path) : mNames(names) {
@@ -82,7 +82,8 @@ class Walk {
   }
 
  private:
-  // One level at a time. Where names are unique, as they are in a model without faults, it holds one object.
+  // The objects that the path without its last name leads to. In a correct model names are unique, and there
+  // is one.
   std::vector<Instance*> parents() const {
     std::vector<Instance*> level{nullptr};
     for (std::size_t depth = 0; depth + 1 < mSegments.size() && !level.empty(); ++depth) {

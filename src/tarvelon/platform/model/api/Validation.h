@@ -9,58 +9,69 @@
 #include "tarvelon/boundary/Export.h"
 #include "tarvelon/boundary/k7q/Object.h"
 
-/// What is wrong with a model, as far as the metamodel and AUTOSAR say.
+/// Finding what is wrong in a model, by the rules of the metamodel and of AUTOSAR.
 ///
-/// Nothing is refused while a model is edited that only becomes right with a later step: a port without an
-/// interface, two runnables of one name. Validation finds what is left of that, all in one pass.
-/// Threads: one at a time for each model.
+/// While a model is edited, states that a later step makes right are allowed: a port without an interface,
+/// two runnables with one name. Validation finds such states in a single pass over the model.
+///
+/// Example:
+///   for (const Problem& each : validate(model)) std::puts((each.path + ": " + each.message).c_str());
+///
+/// Threads: One thread at a time for each model.
 namespace K7Q {
 
-/// An error makes the model wrong: what reads it cannot know what was meant. A warning is what AUTOSAR
-/// allows and hardly anybody wants.
+/// Error: the model is wrong, since a program that reads it cannot know what was meant. Warning: AUTOSAR
+/// allows this, but it is rarely intended.
 enum class Severity : std::uint8_t { Error, Warning };
 
+/// One problem that a rule has found.
 struct Problem {
-  /// What it is about, seen as the model or object was that validate() was given; holds the model.
+  /// The object that is wrong. The handle keeps the model alive. It is writable or read-only, like the handle
+  /// that was given to validate().
   ClassObject object;
-  /// Where the object stands: "/Brakes/PedalSensor/Pedal.info[0].comSpec". The names of the object and of
-  /// those that hold it, from the root; behind the last named one, the properties that lead to the object,
-  /// with the index from 0 in one of many values. An object that has no name, and none above it, is
-  /// "(class)". Of more than 1000 levels or 4096 bytes there is the end alone, behind "...".
+  /// Where the object is: "/Brakes/PedalSensor/Pedal.info[0].comSpec". The path consists of the names of the
+  /// object and of its owners, from the root; below the last named owner follow the properties that lead to
+  /// the object, with an index from 0 for many-valued ones. An object without a name and without a named
+  /// owner is "(class)". A path of more than 1000 levels or 4096 bytes is shortened to its end, after "...".
   std::string path;
-  /// The host's name of the property, empty for the object as a whole.
+  /// The name of the property that the host shows. Empty if the problem is about the whole object.
   std::string property;
-  /// Which rule: "required-reference". Never changes once it was published.
+  /// The id of the rule: "required-reference". A published id never changes.
   std::string rule;
   Severity severity = Severity::Error;
-  /// What was expected, what there is, and the cure. UTF-8.
+  /// What was expected, what was found, and how to correct it. UTF-8.
   std::string message;
 };
 
-/// A rule of the library.
+/// One of the rules that validate() checks.
 struct RuleDescription {
   const char* id;
   Severity severity;
-  /// What must hold, as a sentence's end: "a required reference is set".
+  /// What must hold, without a full stop: "a required reference is set".
   const char* title;
 };
 
-/// All problems of a model: objects in order of ownership from each root on, roots in order of creation; of
-/// one object in the order of validationRules(). The same model gives the same problems.
-/// Raises kNullReference for a closed model. Cost: a few hundred nanoseconds an object.
+/// Returns all problems of a model. They are in the order of containment, beginning at each root; roots are
+/// in the order of model::objects(). Problems of one object are in the order of validationRules(). The same
+/// model always gives the same problems. Raises K7Q::Exception for a closed model. Cost: a few hundred
+/// nanoseconds for each object.
 TARVELON_API std::vector<Problem> validate(const Model& model);
-/// Those of an object and of all that it holds. Raises kNullReference for an object that is not valid.
+/// Returns the problems of an object and of everything that it contains. Raises K7Q::Exception for an object
+/// that is not valid.
 TARVELON_API std::vector<Problem> validate(const ClassObject& object);
 
-/// What validate() looks at, in its order: objects of that class and below. For rules of one's own.
-/// Raises K7Q::UnknownName for a name that no class has ("Tarvelon.metamodel.arplatform.behavior.Runnable").
+/// Returns the objects of that class and of its subclasses, in the order in which validate() visits them.
+/// This is meant for rules that a program adds itself.
+/// Raises K7Q::UnknownName for an unknown class. The name is the full one:
+/// "Tarvelon.metamodel.arplatform.behavior.Runnable".
 TARVELON_API std::vector<ClassObject> validatedObjects(const Model& model, std::string_view className);
 TARVELON_API std::vector<ClassObject> validatedObjects(const ClassObject& object, std::string_view className);
 
-/// The rules, in their order.
+/// Returns the descriptions of all rules, in their order.
 TARVELON_API std::span<const RuleDescription> validationRules();
 
-/// Where an object stands, as Problem::path says it. Raises kNullReference for an object that is not valid.
+/// Returns the path of an object in the form of Problem::path. Raises K7Q::Exception for an object that is
+/// not valid.
 TARVELON_API std::string pathOf(const ObjectHandle& object);
 
 }  // namespace K7Q

@@ -23,7 +23,7 @@ Pace paceOfEnvironment() {
   return text == "all" ? Pace::All : Pace::Paid;
 }
 
-/// What a change pays for the next look at the whole model.
+/// The work that each change contributes to the next audit of the whole model.
 constexpr std::uint64_t kPaid = 128;
 
 std::string shownStep(const Step* step) {
@@ -60,7 +60,7 @@ void runAudit(NativeModel& model) noexcept {
   if (pace == Pace::Off) return;
   constexpr std::size_t kSteps = 32;
   const Journal* journal = model.journal();
-  // Until listeners have been told, the steps of the change stand in no list of the journal.
+  // While listeners are called, the steps of the change are in none of the journal's lists.
   if (journal && journal->isTelling()) return;
   const auto steps = journal ? journal->lastSteps(kSteps) : std::span<const Step>();
   Auditor auditor(model);

@@ -13,7 +13,7 @@ namespace Tarvelon::metamodel::native {
 namespace {
 
 constexpr std::uint32_t kAnyLength = WordList::kMaxSize;
-/// Lists of one object that checkSteps() goes through.
+/// The longest list that checkSteps() reads.
 constexpr std::uint32_t kShort = 64;
 constexpr const char* kOwners = "owners and owned agree";
 constexpr const char* kReferrers = "references and referrers agree";
@@ -65,7 +65,7 @@ bool Auditor::isThere(const Instance* object) const noexcept {
   return object && mModel.instances().find(object->number()) == object && !object->hasExpired();
 }
 
-/// Goes down from the objects that nothing owns: so each is met once.
+/// Walks down from the objects without an owner. So each object is met exactly once.
 void Auditor::checkOwners() {
   UnnoticedVector<Instance*> pending;
   UnnoticedVector<const Instance*> met;
@@ -158,8 +158,8 @@ void Auditor::checkOpposite(const Instance& object, unsigned slot, const Instanc
                                  shownSlot(element, backSlot));
 }
 
-/// That the lists among them hold the object follows from the number of all references, which checkObjects()
-/// counts.
+/// Does not search the lists of referrers for the object. If one of them does not contain it, the number of
+/// references differs from the number of referrers, which checkObjects() compares.
 void Auditor::checkReferrers(const Instance& object) {
   const Word* word = object.find(Instance::kReferrerSlot);
   if (!word) return;

@@ -13,26 +13,26 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// What an auditor raises: the sentence of Audit.h.
+/// The exception of an audit, with the sentence described in Audit.h.
 struct Violation {
   std::string text;
 };
 
 [[noreturn]] void violate(std::string_view invariant, const std::string& what);
 
-/// An object and a property as an audit names them. They may belong to a model that is broken.
+/// The texts for an object and a property in messages. The model may be broken.
 std::string shownObject(const Instance* object);
 std::string shownSlot(const Instance& object, unsigned slot);
 
-/// One look at a model. Each function raises Violation for the first invariant that does not hold.
+/// One audit of a model. Each check function raises Violation for the first invariant that does not hold.
 class Auditor {
  public:
   explicit Auditor(const NativeModel& model) noexcept : mModel(model) {}
 
   void checkAll();
-  /// Those objects of the steps that are there, without going through long lists.
+  /// Checks the objects of the given steps, without reading long lists.
   void checkSteps(std::span<const Step> steps);
-  /// How much was looked at: objects, values, elements, steps.
+  /// How many objects, values, elements and steps were read.
   std::uint64_t cost() const noexcept { return mCost; }
 
  private:
@@ -60,7 +60,7 @@ class Auditor {
 
   const NativeModel& mModel;
   std::uint64_t mCost = 0;
-  /// Of the objects that were checked since the last call of checkObjects() began.
+  /// Counted since checkObjects() was last begun.
   std::uint64_t mReferences = 0;
   std::uint64_t mReferrers = 0;
   UnnoticedMap<const K7Q::NSInterface::StringIntf*, std::int64_t> mTexts;

@@ -1,4 +1,4 @@
-// What stands beside the objects agrees with them: numbers, lists of classes, names, ids.
+// Checks of everything besides the objects: numbers, class lists, the index of names, ids.
 
 #include <algorithm>
 #include <bit>

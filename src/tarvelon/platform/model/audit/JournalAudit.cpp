@@ -1,4 +1,5 @@
-// What a journal can take back or make again finds its places as they were, and its room.
+// Checks of the journal: an undo or redo must find each place in the state that its steps expect, and enough
+// room.
 
 #include <algorithm>
 #include <bit>
@@ -14,7 +15,7 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-/// A place of an object, or the object with all of its values or referrers.
+/// A slot of an object, or all values of the object, or its referrers.
 struct Place {
   const Instance* object;
   unsigned slot;
@@ -28,7 +29,8 @@ struct PlaceHash {
   }
 };
 
-/// How many there are of something while steps are gone through, against how many there are now.
+/// The number of values, elements or referrers at a place during a simulated undo or redo, relative to the
+/// number now, and its maximum.
 struct Level {
   std::int64_t now = 0;
   std::int64_t most = 0;
@@ -44,7 +46,7 @@ struct Value {
   bool operator==(const Value&) const noexcept = default;
 };
 
-/// Goes through steps as an undo or a redo does, and changes nothing.
+/// Simulates an undo or redo without changing anything.
 class Rehearsal {
  public:
   void play(const Step& step) {
@@ -61,7 +63,7 @@ class Rehearsal {
         break;
     }
   }
-  /// From here on, as if what is played now had not been played.
+  /// begin() saves the current state; goBack() returns to it. The maxima are kept.
   void begin() {
     mStart = mLevels;
     mStartValues = mValues;
@@ -193,7 +195,8 @@ void Auditor::checkHistory(const Journal& journal) {
   }
 }
 
-/// What is buried can come back: else nobody would free it before its model ends.
+/// Checks that a step can restore each deleted object that is kept. Otherwise nobody would free the object
+/// before its model ends.
 void Auditor::checkBuried(const Journal* journal) {
   UnnoticedVector<const Instance*> known;
   const auto add = [&](const Journal::Steps& steps, bool isTakenBack) {

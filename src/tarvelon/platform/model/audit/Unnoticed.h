@@ -9,8 +9,8 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// Memory of malloc() itself: an audit is not counted among the allocations of a program, and one that is to
-/// fail by request does not fail there.
+/// An allocator that uses malloc() directly. So the memory of an audit is not counted as memory of the
+/// program, and an allocation failure that a test has requested does not happen in an audit.
 template <class T>
 struct Unnoticed {
   using value_type = T;

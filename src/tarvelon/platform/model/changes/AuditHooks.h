@@ -1,14 +1,14 @@
 #pragma once
 
-/// A library that is built with TARVELON_AUDIT checks a model whenever a change of it has ended.
+/// Automatic audits. A library that is built with TARVELON_AUDIT checks a model after each change.
 ///
-/// The objects of the last steps are checked each time. The whole model is checked each time while it is
-/// small. In a large model each change pays a part of the price, and the model is checked when all is paid.
-/// The environment variable TARVELON_AUDIT is read once: `off` checks nothing, `all` checks the whole model
-/// each time.
+/// The objects of the last steps are checked each time. A small model is also checked completely each time.
+/// In a large model each change contributes a fixed amount of work, and the model is checked completely when
+/// the sum covers the cost of this check. The environment variable TARVELON_AUDIT is read once: `off`
+/// disables all checks, `all` checks the whole model after each change.
 ///
-/// A fault ends the process with a sentence: the invariant, the object, the last step.
-/// Without TARVELON_AUDIT nothing of this is compiled.
+/// A violation ends the process with a sentence that names the invariant, the object and the last step.
+/// Without TARVELON_AUDIT none of this is compiled.
 namespace Tarvelon::metamodel::native {
 
 class NativeModel;
@@ -20,20 +20,21 @@ inline constexpr bool kAudits = true;
 inline constexpr bool kAudits = false;
 #endif
 
-/// Looks at the objects of the last steps, then perhaps at the whole model.
+/// Checks the objects of the last steps and, when it is due, the whole model.
 void runAudit(NativeModel& model) noexcept;
 [[noreturn]] void endWithoutRoom(const Step& step) noexcept;
-/// How many changes on this thread are under way, which an audit must not see half done.
+/// The number of nested changes in progress on this thread. An audit must not see a change that is not
+/// complete.
 int& changesUnderWay() noexcept;
 
-/// A change has ended; nothing happens while it is part of another.
+/// Called when a change has ended. Does nothing while the change is part of another one.
 inline void auditAfter([[maybe_unused]] NativeModel& model) noexcept {
   if constexpr (kAudits) {
     if (changesUnderWay() == 0) runAudit(model);
   }
 }
 
-/// A step is about to be noted.
+/// Called before a step is recorded.
 inline void auditRoom([[maybe_unused]] bool isThere, [[maybe_unused]] const Step& step) noexcept {
   if constexpr (kAudits) {
     if (!isThere) endWithoutRoom(step);

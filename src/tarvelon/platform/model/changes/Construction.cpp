@@ -49,8 +49,8 @@ const ConstructorPlan& planOf(const ClassData& cls, unsigned constructor, std::s
   return plan;
 }
 
-/// What is held comes last: by then everything has been allocated, and no owner has lost anything to an
-/// object that then cannot be made.
+/// Containment properties are set last. Then all memory has been allocated, so no contained object is taken
+/// from its previous owner by an object that cannot be completed.
 void fill(Instance& object, const ConstructorPlan& plan, const Values& values) {
   for (const bool isHeld : {false, true}) {
     for (std::size_t index = 0; index < plan.size(); ++index) {

@@ -10,8 +10,9 @@ struct ClassData;
 class Instance;
 class NativeModel;
 
-/// A new object with the arguments of a constructor, each of which fills the property that it is named after.
-/// Raises what a set of the property would; then no object is left behind and nothing else has changed.
+/// Creates an object with the arguments of a constructor. Each argument sets the property that it is named
+/// after. Raises what setting the property would raise; then the new object is removed again and nothing has
+/// changed.
 Instance& construct(NativeModel& model, const ClassData& cls, unsigned constructor,
                     std::span<const K7Q::Object> arguments);
 

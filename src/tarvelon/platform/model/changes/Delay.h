@@ -12,16 +12,16 @@ namespace Tarvelon::metamodel::native {
 
 class NativeModel;
 
-/// A scope on the stack of a thread, in which listeners are told nothing. Scopes nest; the journals know the
-/// innermost one of each thread.
+/// A scope on the stack of a thread in which listeners are not called. Scopes may be nested; a thread-local
+/// pointer leads to the innermost one.
 struct Delay {
-  /// The scope around this one, null if there is none.
+  /// The enclosing scope, null if there is none.
   Delay* outer = nullptr;
-  /// Gets the last object or the root of the last copy that was made in the scope; may be null.
+  /// If not null: receives the last object, or the root of the last copy, that is created in the scope.
   K7Q::ClassObject* made = nullptr;
-  /// The model whose batch lasts until the end of the scope: the first one that was changed in it.
+  /// The first model that is changed in the scope. Its batch stays open until the scope ends.
   NativeModel* model = nullptr;
-  /// Where that batch begins.
+  /// The index of the first step of this batch.
   std::size_t start = 0;
 };
 

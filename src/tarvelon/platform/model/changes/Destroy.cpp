@@ -12,10 +12,13 @@
 #include "tarvelon/platform/model/objects/Slots.h"
 #include "tarvelon/platform/model/words/WordList.h"
 
-// An object goes with all that it holds, however deep that is: no recursion, and nothing that could fail.
-// What is to go is chained up through the objects themselves, each with what it holds right behind it, as
-// they were most likely made; on the way each lets go of what it refers to. Then they leave who refers to
-// them, which only others still do, and are freed.
+// Destroying an object together with everything it contains, at any depth: without recursion and without
+// anything that can fail.
+//
+// First the objects of the tree are linked into a list through the objects themselves, each followed by the
+// objects that it contains; this is mostly the order of their creation, and so of their memory. In the same
+// pass each object is removed from the referrers of the objects that it refers to. So the only remaining
+// referrers are outside the tree. Then the references from outside are removed, and the objects are freed.
 namespace Tarvelon::metamodel::native {
 
 namespace {
@@ -35,8 +38,9 @@ void chainUp(Instance& root) noexcept {
   }
 }
 
-/// Takes a dying object out of a list of references. One of many that stands far inside takes all that are
-/// dying along: so a tree is destroyed in one pass over each list, however many of its objects stand in it
+/// Removes a marked object, one that is being destroyed, from a list of references. If there are many marked
+/// objects and this one is not near an end of the list, all marked objects are removed from the list in one
+/// pass. So destroying a tree takes one pass over each list, however many of its objects the list contains
 /// and in whatever order.
 void leaveList(Instance& referring, unsigned slot, const Instance& object, bool isOneOfMany) noexcept {
   constexpr std::uint32_t kNear = 32;
@@ -54,7 +58,7 @@ void leaveList(Instance& referring, unsigned slot, const Instance& object, bool 
   });
 }
 
-/// Empties every place that refers to a dying object, all of which are outside by now.
+/// Removes all references to a marked object. REQUIRES: all its referrers are outside the tree.
 void leaveReferrers(Instance& object, bool isOneOfMany, StepRoom room) noexcept {
   Word* word = object.find(Instance::kReferrerSlot);
   if (!word) return;
@@ -68,7 +72,7 @@ void leaveReferrers(Instance& object, bool isOneOfMany, StepRoom room) noexcept 
   });
 }
 
-/// The object and all that it holds, holders first.
+/// The object and everything it contains, owners first.
 std::vector<Instance*> treeOf(Instance& root) {
   std::vector<Instance*> tree{&root};
   for (std::size_t index = 0; index < tree.size(); ++index) {
@@ -83,7 +87,7 @@ struct Mention {
   Instance* element;
 };
 
-/// Where something outside the tree, which is marked as dying, refers into it.
+/// The references from outside the tree into the tree. REQUIRES: the objects of the tree are marked.
 std::vector<Mention> mentionsOf(const std::vector<Instance*>& tree) {
   std::vector<Mention> mentions;
   for (Instance* object : tree) {
@@ -103,8 +107,8 @@ Step leaving(const Mention& mention, std::uint32_t index) noexcept {
   return {mention.object, element, {}, index, mention.slot, Step::Kind::Element, true, false};
 }
 
-/// Takes what is mentioned out of one place. Few are searched for in a list. Many are met on one way through
-/// it, and leave on another.
+/// Removes the references of one place. A few are searched for in a list one by one. Many are collected in
+/// one pass over the list and removed in another.
 void leavePlace(std::span<const Mention> mentions, Journal& journal) noexcept {
   constexpr std::size_t kFew = 32;
   const Mention& first = mentions[0];
@@ -125,7 +129,7 @@ void leavePlace(std::span<const Mention> mentions, Journal& journal) noexcept {
   apply(journal.lastSteps(mentions.size()));
 }
 
-/// Leaves all places, each at once.
+/// Removes the references of all places, place by place.
 void leaveAll(std::vector<Mention>& mentions, Journal& journal) noexcept {
   const auto place = [](const Mention& each) { return std::pair(each.object->number(), each.slot); };
   std::ranges::sort(mentions, {}, place);
@@ -137,8 +141,8 @@ void leaveAll(std::vector<Mention>& mentions, Journal& journal) noexcept {
   }
 }
 
-/// The way of a model with a journal, which can bring back what is destroyed: the tree stays as it is and is
-/// buried, so that nothing but what refers into it has to be put back.
+/// For a model with a journal, which can restore deleted objects. The tree keeps its values, so only the
+/// references from outside must be put back.
 void buryTree(Instance& root, Journal& journal) {
   const std::vector<Instance*> tree = treeOf(root);
   for (Instance* object : tree) object->setDying(true);
@@ -157,7 +161,7 @@ void buryTree(Instance& root, Journal& journal) {
   for (Instance* object : tree) make({object, {}, {}, 0, 0, Step::Kind::Life, true, false});
 }
 
-/// The way of a model without a journal: nothing is kept.
+/// For a model without a journal: nothing is kept.
 void freeTree(Instance& root, StepRoom room) noexcept {
   NativeModel& model = root.model();
   leaveOwner(root);

@@ -34,12 +34,13 @@ void dropTexts(const Step& step) noexcept {
   if (step.hasAfter && step.after.text) step.after.text->release();
 }
 
-/// Whether such a step leaves an object buried that nothing but the step can bring back.
+/// Whether the step destroyed an object or, if it was undone, created one. The journal keeps such an object,
+/// and only this step can restore it.
 bool buries(const Step& step, bool isTakenBack) noexcept {
   return step.kind == Step::Kind::Life && (isTakenBack ? step.hasAfter : step.hasBefore);
 }
 
-/// Listeners and transactions are told apart for good: one that has ended never stands for a later one.
+/// Ids of listeners and transactions are never reused.
 std::uint64_t nextId() noexcept {
   static std::atomic<std::uint64_t> last = 0;
   return ++last;
@@ -104,7 +105,7 @@ void Journal::commit() noexcept {
 void Journal::rollBackTransaction(std::uint64_t transaction) noexcept {
   const auto found = std::ranges::find(mTransactions, transaction, &Transaction::id);
   const std::size_t start = found->start;
-  // All of them end, the last one with rollBack(). A batch whose end is delayed goes on.
+  // All these transactions end; rollBack() ends the last one. A delayed batch stays open.
   mDepth -= static_cast<unsigned>(mTransactions.end() - found) - 1;
   mTransactions.erase(found, mTransactions.end());
   rollBack(start);
@@ -126,7 +127,7 @@ void Journal::finish() noexcept {
     tell(done);
     discard({&done, 1}, 0, false);
   } else {
-    // First, so that a listener finds the history as it is from now on.
+    // Before the listeners are called, so that they see the new history.
     remember(std::move(done));
     tell(mUndo.back());
   }
@@ -134,7 +135,7 @@ void Journal::finish() noexcept {
 
 void Journal::remember(Steps steps) noexcept {
   if (undoable() == mLimit) forgetOldest();
-  // setLimit() has made the room for twice as many as there are.
+  // Cannot allocate: setLimit() has reserved twice the limit.
   mUndo.push_back(std::move(steps));
 }
 
@@ -168,7 +169,8 @@ void Journal::discard(std::span<Steps> batches, std::size_t start, bool areTaken
     });
   };
   forEach(dropTexts);
-  // All of them let go first: what goes may refer to what goes with it.
+  // First, all objects are removed from the referrers of others, since objects that are freed here may refer
+  // to each other.
   forEachBuried(leaveReferred);
   forEachBuried([this](Instance& object) { mModel.expire(object); });
   for (Steps& steps : batches) {
@@ -201,7 +203,7 @@ void Journal::undo() noexcept {
   takeBack(steps, 0);
   mRedo.push_back(std::move(steps));
   if (!mListeners.empty()) {
-    // What listeners see of it: the steps turned round, last first.
+    // Listeners of an undo receive the inverse steps, the last one first.
     turn(mRedo.back());
     mIsTurned = true;
     tell(mRedo.back());
@@ -248,7 +250,7 @@ std::span<const Step> Journal::nextRedo() const noexcept {
 
 namespace {
 
-/// The innermost scope in which nobody is told.
+/// The innermost scope on this thread in which listeners are not called.
 TARVELON_THREAD_LOCAL Delay* tDelay = nullptr;
 
 }  // namespace
@@ -259,12 +261,12 @@ bool Batch::endDelay(Delay& scope, bool isToTakeBack) noexcept {
   Delay* const outer = tDelay = scope.outer;
   NativeModel* const model = scope.model;
   if (!model) return false;
-  // A listener may drop the last handle of the model.
+  // A listener may release the last handle of the model.
   model->addRef();
   if (isToTakeBack) {
     model->journal()->rollBack(scope.start);
   } else if (outer && !outer->model) {
-    // It goes on until the end of the scope around this one.
+    // The batch stays open until the enclosing scope ends.
     outer->model = model;
     outer->start = scope.start;
   } else {
@@ -299,7 +301,7 @@ void Batch::begin() {
   }
   mStart = mJournal->begin();
   mExceptions = std::uncaught_exceptions();
-  // A listener may drop the last handle of the model.
+  // A listener may release the last handle of the model.
   mModel.addRef();
 }
 
@@ -316,7 +318,7 @@ void Batch::end() noexcept {
   } else {
     mJournal->end();
   }
-  // Its last listener may have left while it was told, or gone with its object.
+  // A listener may have been removed during the notification, or together with its object.
   if (mJournal->depth() == 0) mModel.dropIdleJournal();
 }
 

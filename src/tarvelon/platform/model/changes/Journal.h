@@ -15,17 +15,21 @@ namespace Tarvelon::metamodel::native {
 class Instance;
 class NativeModel;
 
-/// The steps of a model in the order they were made, for as long as somebody wants to know of them: an open
-/// transaction, the history, a listener, a watch. A model that nobody asks has no journal.
+/// The log of a model's steps, in the order in which they were made. A model has a journal only while
+/// something needs it: an open transaction, the history, a listener or a ChangeWatch.
 ///
-/// Steps form batches: what one change does, or all that happens between the begin and the end of a
-/// transaction. Batches nest; the outermost one goes into the history and to the listeners when it ends.
+/// Steps are grouped into batches. A batch holds the steps of one change, or all steps between the begin and
+/// the end of a transaction. Batches may be nested. When the outermost batch ends, it goes into the history
+/// and to the listeners.
 ///
-/// Objects that are destroyed stay buried for as long as a step can bring them back.
-/// Failure: reserve() and setLimit() allocate; what takes steps back does not.
+/// An object that is destroyed is kept, with its values, as long as a step can restore it.
+///
+/// Failure: reserve(), beginTransaction(), setLimit() and listen() allocate. Undoing, redoing and rolling
+///          back do not.
 class Journal {
  public:
-  /// With the object that it was put on, null for the whole model: steps at others are not for it.
+  /// A listener receives the steps of a batch and the object that it was registered for; the object is null
+  /// for a listener of the whole model. A listener of an object must ignore steps of other objects.
   using Listener = Subscribers::Listener;
 
   explicit Journal(NativeModel& model) noexcept : mModel(model) {}
@@ -33,63 +37,67 @@ class Journal {
   Journal& operator=(const Journal&) = delete;
   ~Journal();
 
-  /// Makes room for that many steps.
+  /// Makes room for `steps` more steps.
   void reserve(std::size_t steps);
-  /// REQUIRES: room.
+  /// Records a step. REQUIRES: room.
   void note(const Step& step) noexcept;
 
-  /// Begins a batch and gives where it starts.
+  /// Begins a batch and returns the index of its first step.
   std::size_t begin() noexcept;
   /// Ends the innermost batch.
   void end() noexcept;
-  /// Takes back all that has happened since a batch began there, and ends it. A transaction that was begun
-  /// meanwhile stays open, and one that was rolled back meanwhile has taken its own part back already.
+  /// Undoes all steps since the batch that began at `start`, and ends this batch. A transaction that was
+  /// begun within the batch stays open. A transaction that was rolled back within it has undone its own steps
+  /// already.
   void rollBack(std::size_t start) noexcept;
 
-  /// A batch that may outlive the scope it began in. REQUIRES: no batch of a scope is open, but perhaps a
-  /// delayed one.
+  /// Begins a batch that may outlive the current scope, and returns its id. REQUIRES: no batch of a scope is
+  /// open, except a delayed one.
   std::uint64_t beginTransaction();
   bool isOpen(std::uint64_t transaction) const noexcept;
   bool isInnermost(std::uint64_t transaction) const noexcept;
-  /// Ends the innermost one.
+  /// Ends the innermost transaction and keeps its steps.
   void commit() noexcept;
-  /// Ends those that were begun in it as well. REQUIRES: isOpen().
+  /// Undoes and ends a transaction together with all transactions that were begun in it. REQUIRES: isOpen().
   void rollBackTransaction(std::uint64_t transaction) noexcept;
   unsigned depth() const noexcept { return mDepth; }
 
-  /// How many batches can be taken back; 0 keeps none. Fewer than there are drop the oldest and, if that is
-  /// not enough, all that could be made again.
+  /// Sets how many batches the history keeps for undo and redo together; 0 keeps none. If there are more, all
+  /// batches for redo are dropped first, then the oldest batches for undo.
   void setLimit(std::size_t limit);
   std::size_t limit() const noexcept { return mLimit; }
   std::size_t undoable() const noexcept { return mUndo.size() - mForgotten; }
   std::size_t redoable() const noexcept { return mRedo.size(); }
-  /// REQUIRES: depth() is 0, undoable() or redoable() is not.
+  /// REQUIRES: depth() == 0; undoable() != 0 for undo(), redoable() != 0 for redo().
   void undo() noexcept;
   void redo() noexcept;
 
-  /// Called with each batch when it has ended. What a listener raises is lost, and it may not change the
-  /// model. One that leaves meanwhile is not told any more, one that comes is told of the next batch.
-  /// With an object: only of the steps at that object, until it is freed.
+  /// Registers a listener and returns its id. The listener is called with each batch after the batch has
+  /// ended. It must not change the model, and its exceptions are ignored. A listener that is removed during a
+  /// notification is not called any more; one that is added then is called from the next batch on.
+  /// With `object`: only for batches with steps of that object, until the object is freed.
   std::uint64_t listen(Listener listener, const Instance* object = nullptr);
   void unlisten(std::uint64_t id) noexcept { mListeners.leave(id); }
-  /// An object is freed: nobody listens to it any more.
+  /// Removes all listeners of an object that is being freed.
   void forget(const Instance& object) noexcept { mListeners.leaveAll(object); }
-  /// Gives away one who has left, null when there is none: what goes with a listener may come back to the
-  /// model, and so goes when nothing is under way.
+  /// Hands out one removed listener so that the caller can free it; null if there is none. Destroying a
+  /// listener's captures may call back into the model, so this happens only when no change is in progress.
   std::shared_ptr<void> takeLeft() noexcept { return mListeners.takeLeft(); }
   bool isTelling() const noexcept { return mIsTelling; }
   bool hasListeners() const noexcept { return !mListeners.empty(); }
-  /// Differs from before when anything has changed, also when it was taken back.
+  /// Differs from an earlier result if anything has changed since, even if the change was undone.
   std::uint64_t changes() const noexcept { return mChanges; }
   bool isWatched() const noexcept { return mWatches != 0; }
-  /// Raises K7Q::Exception while listeners are called.
+  /// Raises K7Q::Exception while listeners are being called.
   void requireQuiet() const;
-  /// The newest steps that are open or can be taken back, `most` of them or fewer.
+  /// The newest steps, up to `most`: those of the open batch or, if none is open, of the last batch in the
+  /// history.
   std::span<const Step> lastSteps(std::size_t most) const noexcept;
-  /// The batch that undo() would take back, and the one that redo() would make again: empty without one.
+  /// The batches that undo() would undo and redo() would apply. Empty if there is none.
   std::span<const Step> nextUndo() const noexcept;
   std::span<const Step> nextRedo() const noexcept;
-  /// Whether nextRedo() gives inverse steps in inverse order, as it does while listeners are told of an undo.
+  /// Whether nextRedo() currently returns inverse steps in reverse order. This is so while listeners are told
+  /// of an undo.
   bool isNextRedoTurned() const noexcept { return mIsTurned; }
 
  private:
@@ -107,15 +115,16 @@ class Journal {
   void tell(const Steps& steps) noexcept;
   void takeBack(Steps& steps, std::size_t start) noexcept;
   static void turn(Steps& steps) noexcept;
-  /// Drops steps. Objects go with them that these have buried and nothing can bring back any more: the ones
-  /// that were destroyed or, of steps that were taken back, the ones that were made.
-  /// `start` is where the first batch is cut.
+  /// Drops steps from the journal. `start` is the index of the first step to drop in the first batch. Deleted
+  /// objects that only these steps could restore are freed: objects that the steps destroyed or, if the steps
+  /// were undone (`areTakenBack`), objects that the steps created.
   void discard(std::span<Steps> batches, std::size_t start, bool areTakenBack) noexcept;
 
   NativeModel& mModel;
   Steps mOpen;
   std::vector<Transaction> mTransactions;
-  /// The oldest come first; those that were forgotten leave their places until there are many.
+  /// The history, oldest batch first. The first mForgotten batches are empty; they are erased when there are
+  /// many.
   std::vector<Steps> mUndo;
   std::size_t mForgotten = 0;
   std::vector<Steps> mRedo;
@@ -128,24 +137,24 @@ class Journal {
   bool mIsTurned = false;
 };
 
-/// A batch for the length of a scope: one that an exception leaves takes back what happened in it. Costs a
-/// branch when the model has no journal.
+/// A batch that lasts as long as a scope. If an exception leaves the scope, the steps of the batch are
+/// undone. In a model without a journal this costs one branch.
 class Batch {
  public:
   explicit Batch(NativeModel& model);
   Batch(const Batch&) = delete;
   Batch& operator=(const Batch&) = delete;
   ~Batch();
-  /// From now on the outermost batch on this thread that is noted lasts until endDelay().
+  /// From now on, the next outermost batch on this thread stays open until endDelay().
   static void delay(Delay& scope) noexcept;
-  /// Ends that batch, or takes back what happened in it. Says whether one was noted.
-  /// REQUIRES: the scope is the innermost one of this thread.
+  /// Ends the delayed batch, or undoes its steps. Returns whether there was one. REQUIRES: the scope is the
+  /// innermost one of this thread.
   static bool endDelay(Delay& scope, bool isToTakeBack = false) noexcept;
-  /// Tells delay() of a new object.
+  /// Stores a new object in Delay::made of the current scope.
   static void noteMade(Instance& object) noexcept;
-  /// The model and its journal go: no batch of it is left to end.
+  /// Forgets the delayed batches of a model that is being closed or freed.
   static void forget(const NativeModel& model) noexcept;
-  /// Makes room for that many steps.
+  /// Makes room for `steps` more steps.
   void reserve(std::size_t steps) {
     if (mJournal) mJournal->reserve(steps);
   }
@@ -160,14 +169,14 @@ class Batch {
   int mExceptions = 0;
 };
 
-/// Sees whether a model changes while somebody who walks it calls what is not his.
+/// Detects whether a model changes while code that iterates over the model calls foreign code.
 class ChangeWatch {
  public:
   explicit ChangeWatch(NativeModel& model);
   ChangeWatch(const ChangeWatch&) = delete;
   ChangeWatch& operator=(const ChangeWatch&) = delete;
   ~ChangeWatch();
-  /// Whether the model has changed or was closed.
+  /// Whether the model was changed or closed since construction.
   bool hasChanged() const noexcept;
 
  private:

@@ -22,7 +22,7 @@ namespace {
 
 using Kind = Step::Kind;
 
-/// The slot of a property of the object's class or of one above.
+/// The slot of a property in the object's class. REQUIRES: the property belongs to this class or a base.
 std::uint8_t slotOf(const Instance& object, const Property& property) noexcept {
   return object.cls().placeOf(property.ownerClass().data(), property.id()).slot;
 }
@@ -43,7 +43,7 @@ Step replacement(Instance& object, unsigned slot, std::uint32_t index, Word word
   return {&object, old, word, index, static_cast<std::uint8_t>(slot), Kind::Element, true, true};
 }
 
-/// Takes an element out of a place that holds it or refers to it.
+/// Removes an element from a slot that contains it or refers to it.
 void takeOut(Instance& object, unsigned slot, const Instance& element) noexcept {
   if (isList(object, slot)) {
     make(removal(object, slot, listOf(object, slot)->find(&element)));
@@ -55,7 +55,7 @@ void takeOut(Instance& object, unsigned slot, const Instance& element) noexcept 
 WordList& reserveList(Instance& object, unsigned slot) {
   WordList* list = listOf(object, slot);
   if (!list) {
-    // The list stays when its first element is taken back.
+    // An undo removes the first element, but not the empty list.
     LastingRoom room = object.reserveLasting();
     list = WordList::make();
     object.put(slot, Word{.list = list}, std::move(room));
@@ -64,12 +64,12 @@ WordList& reserveList(Instance& object, unsigned slot) {
   return *list;
 }
 
-/// Room for what tying the element to the slot stores with the element.
+/// Makes the room in the element that linking it to the slot needs.
 void reserveTie(const Instance& object, unsigned slot, Instance& element) {
   if (!holds(object, slot)) element.reserveReferrer();
 }
 
-/// Room in the slot itself, of an object that gets that many values.
+/// Makes room in the slot itself. `values` is the number of values that the object will get.
 void reservePlace(Instance& object, unsigned slot, unsigned values) {
   if (isList(object, slot)) {
     reserveList(object, slot);
@@ -78,7 +78,7 @@ void reservePlace(Instance& object, unsigned slot, unsigned values) {
   }
 }
 
-/// The reference back that a slot's property has with its element.
+/// The opposite reference of a reference: the slot of the element that refers back to the object.
 class Opposite {
  public:
   Opposite(const Instance& object, unsigned slot, Instance& element) : mElement(element) {
@@ -89,7 +89,8 @@ class Opposite {
 
   void reserveTieBack(Instance& object) const { reserveTie(mElement, mSlot, object); }
   void reservePlaceBack(unsigned values) const { reservePlace(mElement, mSlot, values); }
-  /// Lets the element refer to the object. One that referred to another is taken from that one first.
+  /// Lets the element refer back to the object. If it referred to another object before, that object's
+  /// reference to the element is removed first.
   void add(Instance& object, unsigned slot) const noexcept {
     if (isList(mElement, mSlot)) {
       if (!containsElement(mElement, mSlot, object)) {
@@ -100,7 +101,7 @@ class Opposite {
     if (const Word* old = mElement.find(mSlot)) {
       Instance& former = *old->object;
       if (&former == &object) return;
-      // Its class may give the property another slot.
+      // The property may have another slot in the class of that object.
       const Property& property = *object.cls().slotProperties[slot];
       const unsigned formerSlot = slotOf(former, property);
       if (containsElement(former, formerSlot, mElement)) takeOut(former, formerSlot, mElement);
@@ -116,9 +117,9 @@ class Opposite {
   std::uint8_t mSlot = ClassData::kNoSlot;
 };
 
-/// All the room that a new reference needs.
+/// Makes all the room that a new reference needs.
 void reserveReference(Instance& object, unsigned slot, Instance& element, const Opposite& opposite) {
-  // Ties first: each puts a word, which would take room from a place.
+  // Room for links first: each may put a word, which would use room reserved for a value.
   reserveTie(object, slot, element);
   if (opposite.isThere()) opposite.reserveTieBack(object);
   const unsigned values = opposite.isThere() && &object == &element ? 2 : 1;
@@ -126,8 +127,9 @@ void reserveReference(Instance& object, unsigned slot, Instance& element, const 
   if (opposite.isThere()) opposite.reservePlaceBack(values);
 }
 
-/// What a change of one reference notes at most: the place, who held the element, and the references back of
-/// the element, of the one before and of the one that had it.
+/// The most steps that changing one reference can make: the reference itself, the removal from the previous
+/// owner, and the opposite references of the new element, of the old element and of the object that the new
+/// element referred to before.
 constexpr std::size_t kMostSteps = 6;
 
 void storeReference(Instance& object, unsigned slot, Instance& element) {
@@ -159,7 +161,7 @@ void clear(Instance& object, unsigned slot) {
   make(valueStep(object, slot, false, {}));
 }
 
-/// The road of a model that nobody asks for steps: what a step would do, and nothing else.
+/// The fast path for a model without a journal: does what the step would do.
 void storeUnnoted(Instance& object, unsigned slot, Word word, StepRoom room) {
   const ClassData& cls = object.cls();
   const bool isText = (cls.textSlots & bitOf(slot)) != 0;
@@ -193,8 +195,8 @@ void storeValue(Instance& object, unsigned slot, Word word) {
   }
 }
 
-/// Makes a row of steps on one list, for which apply() goes through it once. Without a journal there is no
-/// place for all of them, and it goes through it once for as many as fit here.
+/// Applies a run of steps on one list, so that apply() needs one pass over the list. Without a journal there
+/// is no memory for all steps, so they are applied in groups of 64, with one pass for each group.
 template <class StepAt>
 void makeRow(Instance& object, std::uint32_t count, StepAt stepAt) noexcept {
   if (Journal* journal = object.model().journal()) {
@@ -210,7 +212,7 @@ void makeRow(Instance& object, std::uint32_t count, StepAt stepAt) noexcept {
   }
 }
 
-/// From the last place on, so that all of them are one row.
+/// REQUIRES: placeAt() gives descending indices, so that the removals are one run.
 template <class PlaceAt>
 void eraseMany(Instance& object, unsigned slot, std::uint32_t count, PlaceAt placeAt) {
   if (count == 0) return;
@@ -228,7 +230,7 @@ void eraseMany(Instance& object, unsigned slot, std::uint32_t count, PlaceAt pla
   }
 }
 
-/// The steps that put a value into a list, in a batch.
+/// Inserts a value into a list, in a batch of its own.
 void makeInsertion(Instance& object, unsigned slot, std::uint32_t index, Word word) {
   Batch batch(object.model());
   batch.reserve(1);
@@ -260,8 +262,8 @@ void store(Instance& object, unsigned slot, Prepared value) {
 
 void requireNoCycle(const Instance& object, const Property& property, const Instance& element) {
   if (!property.holds()) return;
-  // What holds nothing can only hold the object by being it: so a chain is built downwards without walking up
-  // it.
+  // An element without contained objects can contain `object` only by being the same object. So building a
+  // chain from the top down does not walk up the chain each time.
   const bool holdsSomething = (element.presence() & element.cls().holdingSlots) != 0;
   const Instance* above = &object;
   while (above && above != &element) above = holdsSomething ? above->owner() : nullptr;
@@ -285,7 +287,8 @@ void insertElement(Instance& object, unsigned slot, std::uint32_t index, Instanc
 
 void insertElements(Instance& object, unsigned slot, std::span<const Placed> elements) {
   if (holds(object, slot) || (object.cls().oppositeSlots & bitOf(slot)) != 0) {
-    // Between them there are steps elsewhere: each leaves who holds it, or refers back.
+    // Each insertion also makes steps elsewhere: removing the element from its previous owner, or adding the
+    // opposite reference.
     for (const Placed& each : elements) insertElement(object, slot, each.index, *each.element);
     return;
   }

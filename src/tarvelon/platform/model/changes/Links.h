@@ -5,56 +5,61 @@
 
 #include "tarvelon/platform/model/values/Values.h"
 
-/// Every change of a model: values, references, ownership, the end of an object.
+/// All changes of a model: values, references, containment and the destruction of objects.
 ///
-/// An object has at most one owner; whoever comes to hold it takes it from the one before. Each reference is
-/// known to the object it refers to, so that a destroyed object leaves every place it stood in. What a change
-/// needs is allocated before anything is changed: a function that raises has changed nothing.
+/// An object has at most one owner. Moving an object into another owner removes it from its previous owner.
+/// Each object knows the references that lead to it; so a destroyed object can be removed from every place
+/// that refers to it.
+///
+/// Failure: Memory is allocated before anything is changed. So a function that raises has changed nothing.
 namespace Tarvelon::metamodel::native {
 
-/// Writes or unsets a property of one value.
+/// Sets or unsets a single-valued property.
 void store(Instance& object, unsigned slot, Prepared value);
 
-/// Raises K7Q::WrongValue if holding `element` would make it, through others, hold itself.
+/// Raises K7Q::WrongValue if `element` contains `object`, directly or not: then `element` cannot be contained
+/// in `object`.
 void requireNoCycle(const Instance& object, const Property& property, const Instance& element);
 
-/// Whether the list of references holds the element: constant time.
+/// Whether the list of references contains the element. Constant time.
 bool containsElement(const Instance& object, unsigned slot, const Instance& element) noexcept;
-/// Puts an element that is not there yet into a list of references. REQUIRES: index <= size.
+/// Inserts an element into a list of references. REQUIRES: index <= size; the element is not in the list.
 void insertElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element);
 struct Placed {
   std::uint32_t index;
   Instance* element;
 };
-/// The same for many, each with the index where it stands when all of them are there, in ascending order.
-/// REQUIRES: a batch of a journal, which takes a part of it back.
+/// Inserts many elements. Each has the index at which it will be in the final list; indices are in ascending
+/// order. REQUIRES: a Batch with a journal, which undoes the insertions if one of them fails.
 void insertElements(Instance& object, unsigned slot, std::span<const Placed> elements);
-/// Puts an element in the place of another. One that stands elsewhere in the list changes places with it.
+/// Replaces the element at `index`. If the new element is elsewhere in the list, the two elements are
+/// swapped.
 void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instance& element);
-/// Takes elements out of a list of anything; what was held stays in the model without an owner.
+/// Removes elements from a list of any type. Objects that were contained stay in the model without an owner.
 void eraseElements(Instance& object, unsigned slot, std::uint32_t first, std::uint32_t count);
-/// The same for those at such places, which are given from the last one on.
+/// Removes the elements at the given indices. REQUIRES: the indices are in descending order.
 void eraseElements(Instance& object, unsigned slot, std::span<const std::uint32_t> places);
 
-/// The same for a list of texts, where a text may stand more than once. A text that is put in gains a
-/// reference.
+/// Inserts and replaces a text in a list of texts. A text may occur several times. The list keeps a reference
+/// to the text or a copy of it (TextCell::keptOf()).
 void insertText(Instance& object, unsigned slot, std::uint32_t index, K7Q::NSInterface::StringIntf* text);
 void replaceText(Instance& object, unsigned slot, std::uint32_t index, K7Q::NSInterface::StringIntf* text);
 
-/// The same for a list of enumeration values.
+/// Inserts and replaces a value in a list of enumeration values.
 void insertNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number);
 void replaceNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number);
 
-/// Takes an object out of the place that holds it, if one does. REQUIRES: room for a step in the journal.
+/// Removes an object from its owner, if it has one. REQUIRES: room for one step in the journal.
 void leaveOwner(Instance& element) noexcept;
 
-/// Takes an object that is about to be freed out of the referrers of everything that it refers to and that is
-/// not dying with it.
+/// Removes an object that is about to be freed from the referrer sets of the objects that it refers to.
 void leaveReferred(Instance& object) noexcept;
 
-/// Destroys an object and everything that it holds, and takes them out of every place they stand in.
-/// Cost: proportional to what is destroyed, its references and the lists that lose an element.
-/// A model with a journal buries them; only that can fail, and then nothing has changed.
+/// Destroys an object and everything it contains, and removes all references to these objects.
+/// Cost: Proportional to the number of destroyed objects, their references and the length of the lists that
+///       lose an element.
+/// Failure: Cannot fail in a model without a journal. A model with a journal keeps the deleted objects, which
+///          needs memory; if the function raises, nothing has changed.
 void destroyTree(Instance& root);
 
 }  // namespace Tarvelon::metamodel::native

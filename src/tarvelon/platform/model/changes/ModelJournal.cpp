@@ -12,9 +12,9 @@ Journal& NativeModel::requireJournal() {
 }
 
 void NativeModel::dropIdleJournal() noexcept {
-  // Who is told of a change stands in the journal, and comes back to it.
+  // The listener that is being called belongs to the journal and returns to it.
   if (mJournal && mJournal->isTelling()) return;
-  // Whatever happens meanwhile: the journal may have gone as well, and the last handle of the model.
+  // Freeing a listener may run any code: it may release the last handle of the model, or end the journal.
   addRef();
   while (mJournal && mJournal->takeLeft()) {
   }

@@ -13,7 +13,7 @@ namespace {
 
 using Kind = Step::Kind;
 
-/// The kind says what becomes of the two indices.
+/// A Move or an Exchange, as `kind` says.
 Step reordering(Kind kind, Instance& object, unsigned slot, std::uint32_t from, std::uint32_t to) noexcept {
   return {&object, Word{.bits = from}, Word{.bits = to}, 0, static_cast<std::uint8_t>(slot), kind, true,
           true};
@@ -24,7 +24,7 @@ void makeOne(Kind kind, Instance& object, unsigned slot, std::uint32_t from, std
   make(reordering(kind, object, slot, from, to));
 }
 
-/// Any order is made of cycles, in which each exchange brings one element to its place.
+/// Every permutation consists of cycles. Within a cycle, each exchange brings one element to its final place.
 void exchangeInCycles(Instance& object, unsigned slot, std::span<const std::uint32_t> order) {
   std::vector<bool> isDone(order.size());
   Batch batch(object.model());
@@ -37,7 +37,7 @@ void exchangeInCycles(Instance& object, unsigned slot, std::span<const std::uint
   }
 }
 
-/// Whether the places up to and without `end` get what stands `by` further on.
+/// Whether each place from `begin` to before `end` gets the element that is `by` places further on.
 bool isShifted(std::span<const std::uint32_t> order, std::uint32_t begin, std::uint32_t end, int by) {
   for (std::uint32_t place = begin; place < end; ++place) {
     if (std::int64_t{order[place]} != std::int64_t{place} + by) return false;
@@ -62,7 +62,7 @@ void arrangeElements(Instance& object, unsigned slot, std::span<const std::uint3
   if (first == size) return;
   std::uint32_t last = size - 1;
   while (order[last] == last) --last;
-  // One element that goes elsewhere is one step, whatever it passes.
+  // If only one element moves and the others shift, one step is enough.
   if (order[last] == first && isShifted(order, first, last, 1)) {
     moveElement(object, slot, first, last);
   } else if (order[first] == last && isShifted(order, first + 1, last + 1, -1)) {

@@ -3,19 +3,20 @@
 #include <cstdint>
 #include <span>
 
-/// The order of a list of anything that an object keeps: no element comes or goes, no reference changes.
+/// Reordering a list of any type. No element is inserted or removed, and no reference changes.
 ///
-/// Failure: room for the steps is made first; a function that raises has changed nothing.
+/// Failure: Room for the steps is allocated first. If a function raises, nothing has changed.
 namespace Tarvelon::metamodel::native {
 
 class Instance;
 
-/// Moves an element to where it then stands.
+/// Moves the element at index `from` to index `to`.
 void moveElement(Instance& object, unsigned slot, std::uint32_t from, std::uint32_t to);
-/// Lets two elements change places.
+/// Swaps two elements.
 void exchangeElements(Instance& object, unsigned slot, std::uint32_t left, std::uint32_t right);
-/// Puts the list into another order: what stood at order[i] then stands at i. REQUIRES: each index of the
-/// list once. Cost: proportional to the list; each step brings one element to its place.
+/// Reorders the list: the element at index order[i] moves to index i. REQUIRES: `order` contains each index
+/// of the list once. Cost: Proportional to the length of the list. Each step brings one element to its final
+/// place.
 void arrangeElements(Instance& object, unsigned slot, std::span<const std::uint32_t> order);
 
 }  // namespace Tarvelon::metamodel::native

@@ -34,7 +34,8 @@ void untie(Instance& object, unsigned slot, Instance& element, bool keepsRoom) n
   }
 }
 
-/// Elements of a list change places. What is computed from those that are held has their order.
+/// Reorders the elements of a list. Derived lists have the order of the containment lists they are computed
+/// from.
 void applyOrder(const Step& step) noexcept {
   WordList& list = *step.object->find(step.slot)->list;
   const auto from = static_cast<std::uint32_t>(step.before.bits);
@@ -70,16 +71,16 @@ void applyValue(const Step& step, StepRoom room) noexcept {
 void applyLife(const Step& step) noexcept {
   if (step.hasAfter) {
     step.object->revive();
-    // An index that was built meanwhile does not know it.
+    // An index of names that was built meanwhile has no entry for the object.
     step.object->model().noteNameOf(*step.object, true);
   } else {
     step.object->bury();
   }
 }
 
-// What is stored at a place: texts are counted, references tied. A text is counted before it is put in, and a
-// reference is tied after that; a reference is untied before it is taken out, and a text is let go after
-// that.
+// Storing the value of a place keeps reference counts and links consistent. A new text gets its reference
+// before it is stored, and an old text loses its reference after it was removed. A new reference is linked
+// after it was stored, and an old reference is unlinked before it is removed.
 
 bool isText(const Step& step) noexcept { return (step.object->cls().textSlots & bitOf(step.slot)) != 0; }
 
@@ -88,7 +89,7 @@ bool isReference(const Step& step) noexcept {
   return ((cls.holdingSlots | cls.referringSlots) & bitOf(step.slot)) != 0;
 }
 
-/// Who may take a step back must find the room that it was made with.
+/// An undo of the step must find the room that the step has freed.
 bool mustKeepRoom(const Step& step) noexcept { return step.object->model().journal() != nullptr; }
 
 void beginStored(const Step& step) noexcept {
@@ -114,9 +115,9 @@ void applyStored(const Step& step, StepRoom room) noexcept {
     step.object->model().noteNameOf(*step.object, step.hasBefore && step.before.text);
 }
 
-/// Whether both take an element out of the same list, the later one from before the other, or both put one
-/// in, the later one behind the other. Then each index is the element's place in the list that has all of
-/// them.
+/// Whether both steps remove an element from the same list, the later step at a smaller index, or both insert
+/// one, the later step at a greater index. Then each index is also the element's index in the list that
+/// contains all of these elements.
 bool isRow(const Step& step, const Step& next) noexcept {
   if (step.kind != Step::Kind::Element || next.kind != Step::Kind::Element) return false;
   if (step.object != next.object || step.slot != next.slot) return false;
@@ -125,7 +126,7 @@ bool isRow(const Step& step, const Step& next) noexcept {
   return step.hasAfter ? step.index < next.index : step.index > next.index;
 }
 
-/// A row of such steps, or any single step, which is made or taken back.
+/// A run of such steps, or any single step. The run is applied or undone.
 class Row {
  public:
   Row(std::span<const Step> steps, bool isTakenBack) noexcept
@@ -141,14 +142,14 @@ class Row {
  private:
   WordList& list() const noexcept { return *mSteps[0].object->find(mSteps[0].slot)->list; }
   std::uint32_t count() const noexcept { return static_cast<std::uint32_t>(mSteps.size()); }
-  /// In the order in which they are made or taken back.
+  /// The step that is applied at this position. For an undo: the inverse steps in reverse order.
   Step at(std::size_t index) const noexcept {
     return mIsTakenBack ? mSteps[mSteps.size() - 1 - index].turned() : mSteps[index];
   }
-  /// In the order of their places.
+  /// The step at this position in the order of indices in the list.
   Step inOrder(std::size_t index) const noexcept { return at(mDoCome ? index : mSteps.size() - 1 - index); }
-  /// Whether one way through the list moves fewer elements than each step alone, which moves those up to the
-  /// nearer end.
+  /// Whether one pass over the list moves fewer elements than single insertions or removals. Each of these
+  /// moves the elements up to the nearer end.
   bool isShorterAtOnce() const noexcept {
     const std::uint32_t size = list().size() + (mDoCome ? count() : 0);
     std::uint64_t moved = 0;
@@ -212,7 +213,7 @@ void takeBack(std::span<const Step> steps) noexcept {
 }
 
 void make(const Step& step) noexcept {
-  // Noted first: the journal takes its references on texts while both are there.
+  // Recorded first: the journal takes its references on the texts while both texts still exist.
   if (Journal* journal = step.object->model().journal()) journal->note(step);
   apply(step);
 }

@@ -7,17 +7,17 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// One change of one place of a model: what stood there and what stands there now.
+/// An elementary change of a model: one place, its value before and its value after.
 ///
-/// Every change is made of such steps, so that whoever wants to know of changes, or to take them back, sees
-/// them all. A step that is turned round undoes itself.
+/// Every change of a model consists of steps. So transactions, undo and listeners see every change by
+/// recording steps. The inverse of a step undoes the step.
 struct Step {
   enum class Kind : std::uint8_t {
-    Value,     ///< of a slot of one value; of a list's slot never
-    Element,   ///< of a list at `index`: put in, taken out or replaced
-    Move,      ///< within a list, from the index in `before` to the one in `after`
-    Exchange,  ///< within a list, of the elements at the indices in `before` and `after`
-    Life,      ///< of the object: with an `after` it has come, with a `before` it has gone
+    Value,     ///< a single-valued property: sets, replaces or unsets the value
+    Element,   ///< a list: inserts, removes or replaces the element at `index`
+    Move,      ///< a list: moves the element at index `before` to index `after`
+    Exchange,  ///< a list: swaps the elements at the indices `before` and `after`
+    Life,      ///< creates or restores the object (hasAfter), or destroys it (hasBefore)
   };
 
   Instance* object;
@@ -33,22 +33,25 @@ struct Step {
 };
 static_assert(sizeof(Step) == 32);
 
-/// Makes a step: stores, counts texts, ties and unties referrers and owners.
+/// Applies a step: stores the value, adjusts the reference counts of texts, and links or unlinks owners and
+/// referrers.
 ///
-/// REQUIRES: room where a value, an element or a referrer is added; that the place is as `before` says.
+/// REQUIRES: the place has the value `before`, and there is room for the value, element or referrer that is
+/// added.
 void apply(const Step& step) noexcept;
 
-/// Makes steps one behind the other, or takes them back from the last one on.
+/// Applies steps in their order, or undoes them in reverse order.
 ///
-/// Cost: a row of steps that take elements out of one list, each from before the one taken out last, or put
-/// them in, each behind the one put in last, goes through the list once.
+/// Cost: A run of removals from one list with descending indices, or of insertions into one list with
+///       ascending indices, takes a single pass over the list.
 void apply(std::span<const Step> steps) noexcept;
 void takeBack(std::span<const Step> steps) noexcept;
 
-/// Makes one step, noted in the model's journal if it keeps one. REQUIRES: also room in the journal.
+/// Applies one step and records it in the model's journal, if there is one. REQUIRES: as apply(), and room in
+/// the journal.
 void make(const Step& step) noexcept;
 
-/// The step by which a slot of one value gets another or, without one, is emptied.
+/// Returns the step that sets a single-valued property to `value`, or unsets it if `hasValue` is false.
 Step valueStep(Instance& object, unsigned slot, bool hasValue, Word value) noexcept;
 
 }  // namespace Tarvelon::metamodel::native

@@ -11,8 +11,8 @@ namespace {
 
 std::uint32_t numberOf(const Step& step) noexcept { return step.object->number(); }
 
-/// Steps by object, those at one in their order. Without memory it is none, and each who listens to an object
-/// gets all steps: they take more time to look through.
+/// The steps ordered by object, the steps of one object in their order. Empty if there is no memory: then
+/// each listener of an object gets all steps and takes more time to filter them.
 std::vector<Step> sortedByObject(std::span<const Step> steps) noexcept {
   try {
     std::vector<Step> sorted(steps.begin(), steps.end());
@@ -83,7 +83,7 @@ std::size_t Subscribers::select(std::span<const Step> steps) noexcept {
   for (const Step& step : steps) {
     auto each = mOfObjects.lower_bound({numberOf(step), 0});
     for (; each != mOfObjects.end() && each->first.first == numberOf(step); ++each) {
-      // Then all who listen to the object are there.
+      // Then all listeners of this object were added already.
       if (each->second->batch == mBatch) break;
       each->second->batch = mBatch;
       mTold.push_back(each->second);
@@ -95,7 +95,7 @@ std::size_t Subscribers::select(std::span<const Step> steps) noexcept {
 
 void Subscribers::tell(std::span<const Step> steps) noexcept {
   const std::vector<Step> sorted = select(steps) > 1 ? sortedByObject(steps) : std::vector<Step>();
-  // By place: those that come may need more room in the list than it has.
+  // By index, since a listener that is added meanwhile may reallocate the list.
   for (std::size_t index = 0; index < mTold.size(); ++index) {
     const Subscriber& subscriber = *mTold[index];
     if (subscriber.hasLeft) continue;

@@ -15,25 +15,28 @@ namespace Tarvelon::metamodel::native {
 
 class Instance;
 
-/// The listeners of a model: those to all of it and those to one object each.
-/// Cost: to come, to leave and to be told takes time with the logarithm of their number. Those that a batch
-///       has nothing for take none.
+/// The listeners of a model: those of the whole model and those of single objects.
+/// Cost: Adding, removing and calling a listener takes time logarithmic in the number of listeners. Listeners
+///       of objects that a batch does not change cost nothing.
 class Subscribers {
  public:
-  /// With the object that it was put on, null for the whole model: steps at others are not for it.
+  /// A listener receives the steps of a batch and the object that it was registered for; the object is null
+  /// for a listener of the whole model. A listener of an object must ignore steps of other objects.
   using Listener = std::function<void(std::span<const Step>, const Instance*)>;
 
-  /// REQUIRES: an id that is greater than those before it.
+  /// REQUIRES: `id` is greater than all ids before.
   void add(std::uint64_t id, Listener listener, const Instance* object);
-  /// Of those that leave nobody is told any more. They stay until they are taken.
+  /// Removes a listener, or all listeners of an object. A removed listener is not called any more. It stays
+  /// in memory until takeLeft() hands it out.
   void leave(std::uint64_t id) noexcept;
   void leaveAll(const Instance& object) noexcept;
-  /// Null when there is none who has left.
+  /// Hands out one removed listener, null if there is none.
   std::shared_ptr<void> takeLeft() noexcept;
   bool empty() const noexcept { return mAll.empty(); }
 
-  /// Calls them in the order of their ids: not those that come meanwhile. What they raise is lost.
-  /// REQUIRES: none is taken meanwhile.
+  /// Calls the listeners in the order of their ids, without those that are added meanwhile. Their exceptions
+  /// are ignored.
+  /// REQUIRES: takeLeft() is not called meanwhile.
   void tell(std::span<const Step> steps) noexcept;
 
  private:
@@ -42,22 +45,23 @@ class Subscribers {
     const Instance* object;
     Listener listener;
     bool hasLeft = false;
-    /// The last batch that it was to be told of.
+    /// The number of the last batch that this listener was selected for.
     std::uint64_t batch = 0;
     Subscriber* nextLeft = nullptr;
   };
-  /// The number of an object and the id of one who listens to it.
+  /// The number of an object and the id of one of its listeners.
   using ObjectAndId = std::pair<std::uint32_t, std::uint64_t>;
 
   void leave(Subscriber& subscriber) noexcept;
-  /// Puts those into mTold that the steps are for, and says how many of them listen to one object.
+  /// Collects in mTold the listeners that the steps concern. Returns how many of them are listeners of single
+  /// objects.
   std::size_t select(std::span<const Step> steps) noexcept;
 
   std::map<std::uint64_t, std::shared_ptr<Subscriber>> mAll;
-  /// Those that have not left.
+  /// The listeners that were not removed.
   std::map<std::uint64_t, Subscriber*> mOfModel;
   std::map<ObjectAndId, Subscriber*> mOfObjects;
-  /// Has room for all of them: no memory is needed when they are told.
+  /// Has capacity for all listeners, so that calling them allocates nothing here.
   std::vector<Subscriber*> mTold;
   std::uint64_t mBatch = 0;
   Subscriber* mFirstLeft = nullptr;

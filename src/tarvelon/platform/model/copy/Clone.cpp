@@ -19,9 +19,9 @@
 #include "tarvelon/platform/model/words/TextCell.h"
 #include "tarvelon/platform/ruvo/Texts.h"
 
-// A copy is made in the order of the tree: all objects with their values, then what holds what, then the
-// references. Each step goes through the functions that every change goes through. Whatever fails, a journal
-// takes back what was done so far; without one the objects that were made are destroyed again.
+// A copy is made in the order of the tree: first all objects with their values, then containment, then cross
+// references. All of this uses the same functions as any other change. If something fails, a journal undoes
+// what was done so far; without a journal the new objects are destroyed again.
 namespace Tarvelon::metamodel::native {
 
 namespace {
@@ -34,7 +34,7 @@ class Copier {
   }
   Copier(const Copier&) = delete;
   Copier& operator=(const Copier&) = delete;
-  /// Destroys the copies unless they were kept.
+  /// Destroys the copies unless keep() was called.
   ~Copier();
 
   void copyAll();
@@ -54,7 +54,8 @@ class Copier {
   std::vector<Instance*> mCopies;
 };
 
-// What has an owner goes with it; the others are told apart before the first of them is destroyed.
+// A copy with an owner is destroyed with the owner. All of them are sorted out before the first is destroyed,
+// which frees the others.
 Copier::~Copier() {
   if (mModel.journal()) return;
   std::erase_if(mCopies, [](const Instance* copy) { return copy->owner() != nullptr; });
@@ -75,14 +76,14 @@ void Copier::copyAll() {
     copyValues(*node.object, *mCopies.back());
   }
   for (std::uint32_t index = 0; index < mTree.size(); ++index) hold(mTree[index], *mCopies[index]);
-  // Lists first: where a list and a single reference are two ends of one link, the list says the order.
+  // Lists first: if a list and a single-valued reference are opposites, the list decides the order.
   for (const bool isOfLists : {true, false}) {
     for (std::uint32_t index = 0; index < mTree.size(); ++index)
       copyReferences(*mTree[index].object, *mCopies[index], isOfLists);
   }
 }
 
-/// Models share no texts: they may be used by different threads.
+/// Models share no texts, since they may be used by different threads.
 TextCell copyOf(K7Q::NSInterface::StringIntf* text) {
   return text ? TextCell(text->view()) : TextCell::keptOf(nullptr);
 }
@@ -107,7 +108,7 @@ void Copier::copyValues(const Instance& original, Instance& copy) const {
   });
 }
 
-/// Adds an element to the end of a list that is to have `expected` of them.
+/// Adds an element at the end of a list that will have `expected` elements.
 void append(Instance& object, unsigned slot, Instance& element, std::uint32_t expected) {
   WordList* list = listOf(object, slot);
   insertElement(object, slot, list ? list->size() : 0, element);
@@ -138,13 +139,14 @@ void Copier::copyReferences(const Instance& original, Instance& copy, bool isOfL
   });
 }
 
-/// Whether what the slot refers to refers back to one object alone, which is the original then.
+/// Whether the target of the slot refers back to a single object, which is the original.
 bool isTaken(const ClassData& cls, unsigned slot) {
   if ((cls.oppositeSlots >> slot & 1) == 0) return false;
   return !cls.slotProperties[slot]->opposite()->isMany();
 }
 
-/// What the copy refers to where the original refers to `target`; null if it is to refer to nothing.
+/// The object that the copy refers to where the original refers to `target`. Null if the copy gets no such
+/// reference.
 Instance* Copier::counterpart(const ClassData& cls, unsigned slot, Instance& target) const {
   const std::uint32_t node = mTree.find(target);
   if (node != Tree::kNone) return mCopies[node];
@@ -175,7 +177,8 @@ void requireClosed(const Tree& tree) {
                         "; copy an object that holds both ends, or leave such references out");
 }
 
-/// The object behind a handle. Raises K7Q::WrongType for anything else, and for an object that is gone.
+/// The object behind a handle. Raises K7Q::WrongType if it is not an object of a model, and kNullReference
+/// for an empty handle and for a destroyed object.
 Instance& requireObject(const K7Q::ObjectHandle& handle) {
   if (handle.isNull()) raiseNullReference();
   Instance* object = asInstance(handle.getInterface());
@@ -188,7 +191,7 @@ Instance& requireObject(const K7Q::ObjectHandle& handle) {
   return *object;
 }
 
-/// Where a copy goes.
+/// The place where a copy goes.
 struct Destination {
   NativeModel& model;
   Instance* owner;

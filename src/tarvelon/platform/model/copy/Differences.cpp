@@ -48,7 +48,8 @@ class Comparison {
   Paths mNewerPaths;
   bool mAreRootsOne;
   Matching mMatching;
-  /// Which nodes stand at the same owner and before or behind others than they did.
+  /// Nodes of the older tree whose owner is the same, but whose order among the other contained objects has
+  /// changed.
   std::vector<bool> mIsShifted;
   std::vector<Difference> mFound;
 };
@@ -61,7 +62,9 @@ Difference& Comparison::add(Kind kind, const Instance& object, const Paths& path
   return difference;
 }
 
-/// For each node that has no match and whose owner has one: how many below it, in a row, have none either.
+/// Calls visit(object, count) for each topmost node without a match: a root, or a node whose owner has a
+/// match. `count` is the number of nodes without a match in its subtree that are connected with it, itself
+/// included.
 template <class IsOpen, class Visit>
 void forEachOpenTree(const Tree& tree, IsOpen isOpen, Visit visit) {
   std::vector<std::uint32_t> counts(tree.size());
@@ -101,11 +104,12 @@ bool Comparison::standsInPlace(std::uint32_t older) const {
   return mMatching.newerOf(before.parent) == after.parent && before.slot == after.slot;
 }
 
-/// Finds the longest row that rises and, among the longest, one that keeps the most in their places.
+/// Finds a longest ascending subsequence and, among all longest ones, one with the most items that kept their
+/// place.
 class LongestRow {
  public:
   struct Item {
-    std::uint32_t rank;  ///< each from 0 to the number of items once
+    std::uint32_t rank;  ///< a permutation of the numbers from 0 to the number of items - 1
     bool isKept;
   };
   explicit LongestRow(const std::vector<Item>& items)
@@ -116,7 +120,7 @@ class LongestRow {
       add(items[index].rank, {before.length + 1, before.kept + (items[index].isKept ? 1 : 0), index});
     }
   }
-  /// Calls visit(index) for each item of the row, from its end.
+  /// Calls visit(index) for each item of the subsequence, from its end.
   template <class Visit>
   void forEach(Visit visit) const {
     const auto count = static_cast<std::uint32_t>(mBefore.size());
@@ -125,7 +129,7 @@ class LongestRow {
 
  private:
   static constexpr std::uint32_t kNone = Tree::kNone;
-  /// A row: how long it is, how many in it are kept, and its last item.
+  /// A subsequence: its length, how many of its items kept their place, and its last item.
   struct Best {
     std::uint32_t length = 0;
     std::uint32_t kept = 0;
@@ -134,7 +138,7 @@ class LongestRow {
       return length != other.length ? length < other.length : kept < other.kept;
     }
   };
-  // Entry i of the tree stands for as many ranks below it as its lowest bit says.
+  // A Fenwick tree of maxima: entry i covers as many ranks below i as the lowest bit of i says.
   Best bestBelow(std::uint32_t rank) const noexcept {
     Best best;
     for (; rank > 0; rank &= rank - 1) {
@@ -152,8 +156,8 @@ class LongestRow {
   std::vector<std::uint32_t> mBefore;
 };
 
-/// Of what a node holds in its place, in both trees in the order of the older one: all but the longest row
-/// that has kept its order.
+/// Marks the contained objects of a node that have changed their order. Only objects that the same property
+/// contains in both trees are considered. Those of a longest subsequence in unchanged order are not marked.
 void Comparison::noteShifted(std::uint32_t parent) {
   std::vector<std::uint32_t> held;
   bool isSorted = true;
@@ -235,7 +239,8 @@ void Comparison::change(const Instance& older, const Instance& newer, unsigned s
       return isUnique ? paths.uniquePath(target) : paths.path(target);
     };
   };
-  // Several objects may have one name; then the names do not show what has changed.
+  // Several objects may have the same name. If so, the names would not show what has changed, and paths by
+  // index are used.
   for (const bool isUnique : {false, true}) {
     difference.before = valueOf(older, slot, pathIn(mOlderPaths, isUnique));
     difference.after = valueOf(newer, slot, pathIn(mNewerPaths, isUnique));
@@ -258,7 +263,7 @@ std::vector<Difference> Comparison::all() {
   removed();
   added();
   places();
-  // What was renamed goes behind what was moved.
+  // Renamed objects come after moved ones.
   std::stable_partition(mFound.begin(), mFound.end(),
                         [](const Difference& each) { return each.kind != Kind::Renamed; });
   for (std::uint32_t node = 0; node < mOlder.size(); ++node) {
@@ -276,7 +281,7 @@ std::vector<Difference> Comparison::all() {
                        " and " + told(newer));
 }
 
-/// The trees of both, of two models or of two objects of one class.
+/// Compares the trees of two models or of two objects of one class.
 std::vector<Difference> compare(Tree older, Tree newer, bool areRootsOne) {
   older.index();
   newer.index();

@@ -15,7 +15,7 @@ Hash valueHash(const ClassData& cls, unsigned slot, Word word) noexcept {
   return hashOf(word.text ? word.text->view() : std::u16string_view());
 }
 
-/// The class and the values, without name and references.
+/// The hash of the class and the values, without the name and the references.
 Hash ownHash(const Instance& object) {
   const ClassData& cls = object.cls();
   const std::uint8_t name = cls.nameSlot;
@@ -50,7 +50,7 @@ Contents contentHashes(const Tree& tree) {
   Contents hashes;
   hashes.body.resize(tree.size());
   hashes.whole.resize(tree.size());
-  // Each node is complete when its turn comes: what it holds stands behind it.
+  // In reverse order: contained objects come after their owner, so each node is complete when it is reached.
   for (std::uint32_t node = tree.size(); node-- > 0;) {
     const Instance& object = *tree[node].object;
     hashes.body[node] = mix(ownHash(object), hashes.body[node]);

@@ -11,17 +11,18 @@ namespace Tarvelon::metamodel::native {
 
 using Hash = std::uint64_t;
 
-/// Of both in this order. Values come from files and are hashed as they are, so it has a key.
+/// The hash of two values in this order. It is keyed, since the values may come from a file.
 inline Hash mix(Hash left, Hash right) noexcept { return keyedHash(left, right); }
 Hash hashOf(std::u16string_view text) noexcept;
 
-/// Of each node the names from its root down to it, as far as an object counts: with isNamed() equal for
-/// nodes of equal qualified name. What does not count has the hash of what holds it.
+/// For each node, the hash of the names from its root down to it. Only objects for which `counts` returns
+/// true contribute; other nodes have the hash of their owner. With isNamed(), nodes with equal qualified
+/// names have equal hashes.
 std::vector<Hash> pathHashes(const Tree& tree, bool (*counts)(const Instance&));
 
-/// What a node is and holds, without its references.
+/// Hashes of the content of each node, without cross references.
 struct Contents {
-  /// Its class, its values but for the name, and all it holds.
+  /// The class, all values except the name, and all contained objects.
   std::vector<Hash> body;
   /// The same with the name.
   std::vector<Hash> whole;

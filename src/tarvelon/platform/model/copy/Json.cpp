@@ -19,7 +19,7 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-/// How references are written, and which objects need an id for it.
+/// How references are written, and which objects need an id for this.
 class References {
  public:
   explicit References(const Tree& tree);
@@ -57,7 +57,7 @@ bool References::needsId(std::uint32_t node, KeyIndex& names, const std::vector<
   return !isNamed(object) || names.isShared(hashes[node]) || mPaths.isCut(object);
 }
 
-/// Where even the way by property and index is too long, objects are numbered as they come in the text.
+/// If even the path by property and index is too long, the id is the number of the object in the text.
 std::string References::id(std::uint32_t node) const {
   const Instance& object = *mTree[node].object;
   return mPaths.isCut(object) ? "#" + std::to_string(node) : mPaths.uniquePath(object);
@@ -68,15 +68,15 @@ std::string References::path(const Instance& target) const {
   return node != Tree::kNone && mHasId[node] ? id(node) : mPaths.path(target);
 }
 
-/// How many levels are indented one more than the next outer one: a line for each of many levels would grow
-/// with the square of their number.
+/// The deepest level that is indented further. Without a limit, the length of the text would be quadratic in
+/// the depth.
 constexpr int kDeepestIndent = 128;
 
 class JsonPrinter {
  public:
   JsonPrinter(const Tree& tree, int indent) : mTree(tree), mReferences(tree), mIndent(indent) {}
 
-  /// The next object of the tree with all it holds.
+  /// Prints the next object of the tree and everything it contains.
   void printObject();
   void printModel(std::u16string_view uri);
   /// The same as rows: see toJsonRows().
@@ -85,11 +85,11 @@ class JsonPrinter {
   std::string take() noexcept { return std::move(mOut); }
 
  private:
-  /// An object that is open.
+  /// An object that is being printed.
   struct Frame {
     const Instance* object;
     std::uint64_t slots;
-    /// The list that is open, and how many of its elements are written.
+    /// The list that is being printed, and how many of its elements were printed.
     const WordList* list;
     std::uint32_t written;
   };
@@ -275,7 +275,7 @@ void JsonPrinter::printModelRows(std::u16string_view uri) {
   close('}');
 }
 
-/// What `model` says of a model, or `one` of an object, with a printer for its tree.
+/// Calls `model` for a model or `one` for an object, with a printer for its tree. Returns the printed text.
 template <class Model, class One>
 std::string printed(const K7Q::ObjectHandle& shown, const char* function, int indent, Model model, One one) {
   shown.requireValid();

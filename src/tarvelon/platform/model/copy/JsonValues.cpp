@@ -52,7 +52,7 @@ void appendJson(std::string& out, std::string_view utf8) {
   out.push_back('"');
 }
 
-// Most texts are plain ASCII: these need no second buffer.
+// Most texts are plain ASCII and need no second buffer.
 void appendJson(std::string& out, std::u16string_view text) {
   const std::size_t start = out.size();
   out.resize(start + text.size() + 2);
@@ -78,7 +78,7 @@ void appendJson(std::string& out, double number) {
   const auto result = std::to_chars(buffer.data(), buffer.data() + buffer.size(), number);
   const std::string_view digits(buffer.data(), static_cast<std::size_t>(result.ptr - buffer.data()));
   out.append(digits);
-  // A number of floating point is read back as one.
+  // Makes sure that the number is read back as a floating point number.
   if (digits.find_first_of(".e") == std::string_view::npos) out.append(".0");
 }
 

@@ -15,8 +15,8 @@ void appendJson(std::string& out, double number);
 /// Whether a property is shown: it has a value that is neither an empty text nor an empty list.
 bool isShown(const Instance& object, unsigned slot) noexcept;
 
-/// A stored value or one element of a list, null as the empty text. A reference is the text that
-/// pathOf(Instance&) gives.
+/// Appends a stored value or one element of a list. A null text is the empty text. A reference becomes the
+/// text that pathOf(Instance&) returns.
 template <class PathOf>
 void appendJson(std::string& out, const Property& property, Word word, PathOf pathOf) {
   switch (property.storage()) {

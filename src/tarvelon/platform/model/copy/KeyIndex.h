@@ -5,17 +5,17 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// Numbers by key, several under one key in a queue: what matches the nodes of two trees in linear time.
+/// A hash table from keys to stacks of numbers. It matches the nodes of two trees in linear time.
 class KeyIndex {
  public:
   static constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
-  /// Empties it and makes room for that many.
+  /// Removes everything and makes room for `count` numbers.
   void reset(std::size_t count);
-  /// Puts a number in front of those that are there under the key. REQUIRES: room for it.
+  /// Puts a number in front of the other numbers of the key. REQUIRES: room for it.
   void push(std::uint64_t key, std::uint32_t number) noexcept;
-  /// Takes the first number of the key that `isWanted` says yes to, and those in front of it. kNone if there
-  /// is none.
+  /// Removes and returns the first number of the key for which `isWanted` returns true, and removes all
+  /// numbers in front of it. Returns kNone, with no numbers left, if there is none.
   template <class IsWanted>
   std::uint32_t take(std::uint64_t key, IsWanted isWanted) noexcept {
     Entry* entry = find(key);
@@ -26,7 +26,7 @@ class KeyIndex {
     }
     return kNone;
   }
-  /// Whether there is more than one number under the key.
+  /// Whether the key has more than one number.
   bool isShared(std::uint64_t key) noexcept {
     const Entry* entry = find(key);
     return entry && entry->head != kNone && mItems[entry->head].next != kNone;

@@ -42,7 +42,7 @@ void Matching::pair(std::uint32_t older, std::uint32_t newer) noexcept {
   mNewer.match[newer] = older;
 }
 
-/// Pairs two nodes that are equal with all they hold, and what they hold.
+/// Pairs two nodes with equal content, and the nodes they contain.
 void Matching::pairTrees(std::uint32_t older, std::uint32_t newer) noexcept {
   const std::uint32_t size = mOlder.tree[older].end - older;
   pair(older, newer);
@@ -87,12 +87,12 @@ void Matching::roundAmong(Nodes older, Nodes newer, KeyOf keyOf, Pair pairUp) {
 
 namespace {
 
-/// The nodes that have a name, by how many with a name hold them.
+/// The nodes whose class has a name property, grouped by the number of such owners above them.
 struct Levels {
   explicit Levels(const Tree& tree);
 
   std::vector<std::vector<std::uint32_t>> nodes;
-  /// Of each node the nearest that has a name and holds it.
+  /// For each node: the nearest owner whose class has a name property.
   std::vector<std::uint32_t> holders;
 };
 
@@ -112,8 +112,9 @@ Levels::Levels(const Tree& tree) : holders(tree.size(), Tree::kNone) {
 
 }  // namespace
 
-// From the top down, so that what objects of one name hold stays apart. Of several with one name those that
-// are equal besides come first, among them those in the same place.
+// Level by level from the top, so that objects below different owners of the same name stay apart. Of several
+// nodes with the same name, those with equal content are paired first, and before these those with equal
+// content in the same place.
 void Matching::matchNamesBelow() {
   Levels older(mOlder.tree);
   Levels newer(mNewer.tree);
@@ -139,7 +140,7 @@ void Matching::matchNamesBelow() {
   const std::size_t depth = std::min(older.nodes.size(), newer.nodes.size());
   for (std::size_t level = 0; level < depth; ++level) {
     roundAmong(older.nodes[level], newer.nodes[level], byPlace, one);
-    // Mostly everything is matched by now.
+    // Most nodes are paired by now.
     std::erase_if(older.nodes[level], [&](std::uint32_t node) { return !mOlder.isOpen(node); });
     std::erase_if(newer.nodes[level], [&](std::uint32_t node) { return !mNewer.isOpen(node); });
     roundAmong(older.nodes[level], newer.nodes[level], byContents, one);
@@ -147,7 +148,7 @@ void Matching::matchNamesBelow() {
   }
 }
 
-// What is left has changed its holder for one of the same name.
+// A node that is still open has moved to another owner with the same qualified name.
 void Matching::matchNames() {
   const auto one = [this](std::uint32_t older, std::uint32_t newer) { pair(older, newer); };
   const auto byName = [](const Side& side, std::uint32_t node) {
@@ -167,8 +168,8 @@ void Matching::matchMoved() {
         [this](std::uint32_t older, std::uint32_t newer) { pairTrees(older, newer); });
 }
 
-// The owner must match, which it does or not by the time its turn has come. What holds something goes before
-// what was moved: else what it holds would seem to have been moved.
+// The owners must match. Nodes that contain something are tried before moved nodes; otherwise the objects
+// they contain would be reported as moved.
 void Matching::matchRenamed(bool isHolding) {
   round(
       [&](const Side& side, std::uint32_t node) -> Hash {
@@ -182,7 +183,7 @@ void Matching::matchRenamed(bool isHolding) {
       [this](std::uint32_t older, std::uint32_t newer) { pairTrees(older, newer); });
 }
 
-/// What tells a target in both trees: the pair it belongs to, or its name.
+/// Identifies the target of a reference in both trees: by its pair or by its name.
 Hash Matching::targetHash(const Side& side, bool isNewer, const Instance& target) const {
   std::uint32_t node = side.tree.find(target);
   if (node == kNone) return keyedHash(std::string_view(side.outside.path(target)));
@@ -207,8 +208,8 @@ void Matching::hashReferences(Side& side, bool isNewer) const {
   }
 }
 
-// From the top down: what holds an object is matched before it is. What is equal and was found nowhere so far
-// stands elsewhere.
+// From the top: an owner is matched before the objects it contains. Equal nodes that are still open after
+// that were moved to another place.
 void Matching::matchUnnamed() {
   matchChildren(kNone, kNone);
   for (std::uint32_t node = 0; node < mOlder.tree.size(); ++node) {
@@ -233,8 +234,8 @@ void Matching::matchChildren(std::uint32_t older, std::uint32_t newer) {
   if (!newerOpen.empty()) matchGroups(olderOpen, newerOpen);
 }
 
-/// Pairs what is equal at the beginning and at the end of both and, if they are as many, at one place: mostly
-/// everything.
+/// Pairs equal nodes at the beginning and at the end of both lists and, if the lists have the same length,
+/// equal nodes at the same index. Mostly this pairs everything.
 void Matching::matchPlaces(Nodes older, Nodes newer) {
   const auto pairEqual = [&](std::size_t left, std::size_t right) {
     const std::uint32_t before = older[left];
@@ -253,8 +254,8 @@ void Matching::matchPlaces(Nodes older, Nodes newer) {
   for (std::size_t place = front; place + back < shorter; ++place) pairEqual(place, place);
 }
 
-/// The children of one pair of nodes, in order: equal ones, then those that are equal but for references,
-/// then those of one class that stand behind the same one.
+/// Pairs the children of one pair of nodes: first equal ones, then those that differ only in references, then
+/// those of the same class that follow the same matched node.
 void Matching::matchGroups(Nodes older, Nodes newer) {
   matchPlaces(older, newer);
   const auto isOpen = [this](std::uint32_t node) { return mOlder.isOpen(node); };
@@ -271,7 +272,7 @@ void Matching::matchGroups(Nodes older, Nodes newer) {
     };
     matchKeys(older, keysOf(mOlder, older), newer, keysOf(mNewer, newer));
   }
-  // Where a node stands is told by the last one before it that has a match.
+  // The position of a node is described by the last matched node before it.
   const auto keysOf = [](const Side& side, Nodes nodes, auto newerOf) {
     std::vector<Hash> keys;
     keys.reserve(nodes.size());
@@ -286,7 +287,7 @@ void Matching::matchGroups(Nodes older, Nodes newer) {
             keysOf(mNewer, newer, [](std::uint32_t node) { return node; }));
 }
 
-/// Pairs open nodes of equal key, in their order.
+/// Pairs open nodes with equal keys, in their order.
 void Matching::matchKeys(Nodes older, const std::vector<Hash>& olderKeys, Nodes newer,
                          const std::vector<Hash>& newerKeys) {
   mKeys.reset(newer.size());

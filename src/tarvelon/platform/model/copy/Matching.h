@@ -9,21 +9,20 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// Which node of an older tree is which of a newer one, by the rules of differences().
-///
-/// Two nodes that match have the same class.
+/// Decides which node of an older tree corresponds to which node of a newer tree, by the rules of
+/// differences(). Two nodes that match always have the same class.
 class Matching {
  public:
   static constexpr std::uint32_t kNone = Tree::kNone;
 
-  /// `areRootsOne` says that each tree has one root and that these match, whatever they are called.
-  /// REQUIRES: both trees are indexed and stay as long as this.
+  /// If `areRootsOne` is true, each tree has one root, and the roots match whatever their names are.
+  /// REQUIRES: both trees are indexed and outlive this object.
   Matching(const Tree& older, const Tree& newer, bool areRootsOne);
 
-  /// The node on the other side, kNone for one that has none.
+  /// The matching node in the other tree, kNone if there is none.
   std::uint32_t newerOf(std::uint32_t node) const noexcept { return mOlder.match[node]; }
   std::uint32_t olderOf(std::uint32_t node) const noexcept { return mNewer.match[node]; }
-  /// Whether what the older node refers to is what the newer one refers to.
+  /// Whether the targets of two references are the same object.
   bool areSame(const Instance& olderTarget, const Instance& newerTarget) const;
 
  private:
@@ -36,18 +35,18 @@ class Matching {
     std::vector<std::uint32_t> match;
     std::vector<Hash> paths;
     Contents contents;
-    /// With references, which takes the names to be matched.
+    /// Hashes of the content with references. They are computed after the named nodes have been matched.
     std::vector<Hash> referring;
-    /// For what is referred to and stands outside the tree.
+    /// Paths of referenced objects outside the tree.
     Paths outside;
   };
 
   void pair(std::uint32_t older, std::uint32_t newer) noexcept;
   void pairTrees(std::uint32_t older, std::uint32_t newer) noexcept;
-  /// Pairs open nodes of equal key: keyOf(side, node) gives 0 for a node that has no part in it.
+  /// Pairs open nodes with equal keys. keyOf(side, node) returns 0 for a node that does not take part.
   template <class KeyOf, class Pair>
   void round(KeyOf keyOf, Pair pairUp);
-  /// The same among some nodes, in the order of the trees.
+  /// The same for some of the nodes, in the order of the trees.
   template <class KeyOf, class Pair>
   void roundAmong(Nodes older, Nodes newer, KeyOf keyOf, Pair pairUp);
   void matchNamesBelow();

@@ -32,7 +32,7 @@ std::string Paths::stepTo(const Instance& object) const {
   return step;
 }
 
-/// From below the first object that has a name by property and index, from there on by the names alone.
+/// Uses property and index up to the first named object, and only names from there on.
 void Paths::walk(PathText& path, const Instance* from, bool isByName) const {
   const Instance* each = from;
   for (; each && !(isByName && isNamed(*each)); each = each->owner(), isByName = true) {
@@ -64,7 +64,7 @@ std::string Paths::place(const Instance& object, bool isUnique) const {
 bool Paths::isCut(const Instance& object) const {
   PathText path(object);
   if (path.isCut()) return true;
-  // Most are so short that their text need not be made to see it.
+  // Most paths are short, which an upper bound of their length shows without building the text.
   constexpr std::size_t kStep = 128;
   std::size_t most = 0;
   for (const Instance* each = &object; each; each = each->owner()) most += kStep + 3 * ownName(*each).size();

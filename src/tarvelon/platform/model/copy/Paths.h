@@ -8,29 +8,29 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// What tells one object of a model from all others: its qualified name or, where it has none, the way to it
-/// from what holds it. "/Brakes/Controller.dataAccess[2]" stands at index 2, counted from 0; what nothing
-/// holds is "behavior.Runnable#3", the model's root of that index.
+/// Paths that identify objects of a model: the qualified name or, for objects without a name, property and
+/// index below the nearest named owner: "/Brakes/Controller.dataAccess[2]", with indices from 0. A root
+/// without a name is "behavior.Runnable#3", with its index among the roots of the model.
 ///
-/// A property and an index name what has a name as well: uniquePath() says so where a name is not enough.
-/// What stands very deep, or has very long names above it, is told by the end of its path: see PathText.
-/// Cost: proportional to the depth, up to PathText's bound, and, for what stands in a list or nowhere and was
-/// not met in the tree, to that list or the model.
+/// uniquePath() uses property and index for the object even if it has a name, for names that are ambiguous.
+/// A very long path is shortened to its end: see PathText.
+/// Cost: Proportional to the depth, up to the limit of PathText. In addition, for an object outside the tree,
+///       proportional to the length of its list or, for a root, to the size of the model.
 class Paths {
  public:
-  /// REQUIRES: tree.index(), and the tree stays as long as this.
+  /// REQUIRES: tree.index() was called, and the tree outlives this object.
   explicit Paths(const Tree& tree) noexcept : mTree(&tree) {}
-  /// For objects of any kind, without a tree that knows where they stand.
+  /// For any objects, without a tree that knows their positions.
   Paths() noexcept = default;
 
   std::string path(const Instance& object) const;
   std::string uniquePath(const Instance& object) const;
-  /// The place in the property of its owner: "/Brakes.PackagedElement[3]". `isUnique` tells owners of one
-  /// name apart.
+  /// The object's property and index below its owner: "/Brakes.PackagedElement[3]". If `isUnique` is true,
+  /// the owner is identified by property and index instead of its name.
   std::string place(const Instance& object, bool isUnique = false) const;
-  /// Whether the path is so long that it is told by its end, and so may be that of another object as well.
+  /// Whether uniquePath() of the object is shortened. Then it may be the path of another object as well.
   bool isCut(const Instance& object) const;
-  /// Whether the path of one object is that of another, which may belong to another model: all of both.
+  /// Whether two objects, which may belong to different models, have the same path. Compares the full paths.
   bool areEqual(const Instance& object, const Paths& others, const Instance& other) const;
 
  private:
@@ -40,7 +40,7 @@ class Paths {
   std::uint32_t rootNumber(const Instance& root) const;
 
   const Tree* mTree = nullptr;
-  /// Made when first asked for.
+  /// Lazily filled.
   mutable std::vector<Instance*> mRoots;
 };
 

@@ -72,7 +72,8 @@ unsigned namedPlace(const Instance& object, const Instance& owner, std::string_v
                          "; it holds objects as " + listed(owner, slots));
 }
 
-/// The slot in which the owner has the property that holds the original.
+/// The owner's slot for the property that contains the original. kNoSlot if the owner does not have this
+/// property.
 unsigned sameProperty(const Instance& object, const Instance& owner) {
   if (!object.owner()) return ClassData::kNoSlot;
   const ClassData& cls = object.owner()->cls();

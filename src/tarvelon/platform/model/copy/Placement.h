@@ -6,8 +6,8 @@ namespace Tarvelon::metamodel::native {
 
 class Instance;
 
-/// The slot of `owner` that is to hold a copy of `object`, told by the rules of clone(), or by name if
-/// `property` is not empty. Raises what clone() does.
+/// Returns the slot of `owner` in which a copy of `object` is placed: by the rules of clone() or, if
+/// `property` is not empty, by that name. Raises the exceptions of clone().
 unsigned placeFor(const Instance& object, const Instance& owner, std::string_view property);
 
 }  // namespace Tarvelon::metamodel::native

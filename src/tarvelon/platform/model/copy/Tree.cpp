@@ -21,7 +21,7 @@ Tree::Tree(const NativeModel& model) : mIsWhole(true) {
   grow(std::move(pending));
 }
 
-/// `pending` has what is still to come, the next at its end.
+/// `pending` is a stack of the nodes that are still to be added; the next one is at its end.
 void Tree::grow(std::vector<Node> pending) {
   while (!pending.empty()) {
     const Node node = pending.back();
@@ -42,7 +42,8 @@ void Tree::grow(std::vector<Node> pending) {
   }
 }
 
-// Objects made one after another have numbers in a row: sixteen of them stay together.
+// Objects that were created one after another have consecutive numbers. Sixteen consecutive numbers share a
+// block of the table.
 std::uint32_t Tree::home(std::uint32_t number) const noexcept {
   const std::uint64_t block = (number >> 4) * std::uint64_t{0x9E3779B97F4A7C15U};
   return (static_cast<std::uint32_t>(block >> mShift) << 4 | (number & 15)) &

@@ -8,41 +8,43 @@ namespace Tarvelon::metamodel::native {
 class Instance;
 class NativeModel;
 
-/// Objects with all that they hold, at one moment, in a row: each before what it holds, that in the order of
-/// its properties and their lists. So what one object holds stands in a row behind it.
+/// A snapshot of objects and everything they contain, in depth-first order: each object comes before the
+/// objects it contains, which are in the order of its properties and lists. So the subtree of an object is a
+/// contiguous range.
 class Tree {
  public:
   static constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
   struct Node {
     Instance* object;
-    /// The node that holds it, kNone for a root.
+    /// The node of the owner, kNone for a root.
     std::uint32_t parent;
-    /// Its place in the list that holds it, or among the roots.
+    /// The index in the owner's list, or among the roots.
     std::uint32_t position;
-    /// Behind the last of what it holds.
+    /// The index after the last node of the subtree.
     std::uint32_t end;
-    /// The property of its owner that holds it. REQUIRES: it is no root.
+    /// The owner's slot that contains the object. REQUIRES: it is not a root.
     std::uint8_t slot;
   };
 
-  /// One object, whoever holds it.
+  /// The tree of one object, whether the object has an owner or not.
   explicit Tree(Instance& root);
-  /// A whole model: the roots are what nothing holds.
+  /// The tree of a whole model. Its roots are the objects without an owner.
   explicit Tree(const NativeModel& model);
 
   std::uint32_t size() const noexcept { return static_cast<std::uint32_t>(mNodes.size()); }
   const Node& operator[](std::uint32_t index) const noexcept { return mNodes[index]; }
   const std::vector<Node>& nodes() const noexcept { return mNodes; }
-  /// Whether it is the tree of a model.
+  /// Whether this is the tree of a whole model.
   bool isWhole() const noexcept { return mIsWhole; }
 
-  /// Lets find() find. Cost: linear.
+  /// Builds the table that find() uses. Cost: Linear.
   void index();
-  /// The node of an object of the same model, kNone if it is not there. REQUIRES: index(). Constant time.
+  /// Returns the node of an object of the same model, kNone if the tree does not contain it. Constant time.
+  /// REQUIRES: index().
   std::uint32_t find(const Instance& object) const noexcept;
 
-  /// Calls visit(node index) for each that the node holds itself; for the roots when it is kNone.
+  /// Calls visit(node) for each child of the node, or for each root if `parent` is kNone.
   template <class Visit>
   void forEachChild(std::uint32_t parent, Visit visit) const {
     const std::uint32_t end = parent == kNone ? size() : mNodes[parent].end;

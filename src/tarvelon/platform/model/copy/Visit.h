@@ -6,7 +6,7 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// The slots of an object's own values, without what refers to it and its id in files.
+/// The bit mask of the slots with a value of a property: without the referrers and the ids in files.
 inline std::uint64_t valueSlots(const Instance& object) noexcept {
   return object.presence() & (bitOf(static_cast<unsigned>(object.cls().slotProperties.size())) - 1);
 }
@@ -26,7 +26,7 @@ void forEachWord(const Instance& object, unsigned slot, Visit visit) {
   for (std::uint32_t index = 0; index < word.list->size(); ++index) visit(word.list->at(index), index);
 }
 
-/// Calls visit(target, slot, position) for each object in those of the slots that have a value.
+/// Calls visit(target, slot, position) for each object in the given slots.
 template <class Visit>
 void forEachTarget(const Instance& object, std::uint64_t slots, Visit visit) {
   forEachSlot(valueSlots(object) & slots, [&](unsigned slot) {

@@ -1,6 +1,5 @@
-// What the compiler can check of the rows is not left to a test: a row that breaks one of these rules does
-// not compile. That bases have rows and form no cycle follows from how they are read: each by the row of its
-// class.
+// Compile-time checks of the rows: a row that breaks one of these rules does not compile. Two rules need no
+// check, since a base is named by its type: bases have rows, and they form no cycle.
 
 #include <algorithm>
 #include <string_view>
@@ -23,14 +22,14 @@ constexpr bool isNamed(const PropertyRow& row, std::string_view metaName) {
   return !metaName.empty() && capital(name[0]) == metaName[0] && name.substr(1) == metaName.substr(1);
 }
 
-/// A copy of a row, if there is one. No pointer: comparing one with null is no constant under every
-/// sanitizer.
+/// A copy of a row, if one was found. A pointer is not used, since comparing it with null is not a constant
+/// expression under every sanitizer.
 struct Found {
   bool isFound = false;
   PropertyRow row{};
 };
 
-/// The property of that meta name that the class's list meets first.
+/// Finds a property by its metamodel name: among the class's own rows, then in its bases in order.
 template <class X>
 constexpr Found find(std::string_view metaName);
 
@@ -59,7 +58,7 @@ constexpr bool haveAscendingIds() {
   return true;
 }
 
-/// A redefinition shares the storage of what it redefines, so both must be stored alike.
+/// A redefinition shares the slot of the redefined property, so both must be stored in the same way.
 constexpr bool isStoredAlike(const PropertyRow& narrower, const PropertyRow& wider) {
   return narrower.type->kind == wider.type->kind && narrower.isMany() == wider.isMany() &&
          narrower.role == wider.role && narrower.derivation == wider.derivation;
@@ -81,8 +80,8 @@ constexpr bool haveHiddenProperties() {
   });
 }
 
-/// The engine has lists of objects, of texts and of enumeration values; one of another kind needs a view of
-/// its own (Views.cpp) first.
+/// The engine stores lists of objects, of texts and of enumeration values. A list of another type first needs
+/// a view of its own (Views.cpp).
 template <class X>
 constexpr bool haveStorableLists() {
   return std::ranges::all_of(kRow<X>.properties.rows, [](const PropertyRow& row) {
@@ -91,7 +90,8 @@ constexpr bool haveStorableLists() {
   });
 }
 
-/// Each argument fills the property that it is named after, " aSymbol, aName", and is of its type.
+/// Each argument sets the property that it is named after (" aSymbol, aName") and has the type of that
+/// property.
 template <class X>
 constexpr bool fillsProperties(const ConstructorRow& constructor) {
   std::string_view rest = constructor.parameterNames;
@@ -139,8 +139,8 @@ constexpr bool check() {
 
 }  // namespace Tarvelon::metamodel::native
 
-// The compiler runs every check; clang's analyser would walk each instantiation of them for minutes and has
-// nothing to find in what the compiler ran.
+// The compiler runs every check. The static analyser of clang is excluded: it would walk each instantiation
+// for minutes and can find nothing that the compiler did not check.
 #ifndef __clang_analyzer__
 
 #define TARVELON_NOTHING(...)

@@ -26,7 +26,7 @@ void setBit(std::vector<std::uint64_t>& bits, std::size_t bit) {
   bits[bit / 64] |= std::uint64_t{1} << (bit % 64);
 }
 
-/// What is wrong with the rows themselves: nobody but their author can meet it.
+/// An error in the rows themselves. Only their author can see it.
 [[noreturn]] void refuseRows(const ClassMethods& cls, const std::string& problem) {
   throw std::logic_error(std::string("rows of class '") + cls.className().name + "': " + problem);
 }
@@ -40,7 +40,7 @@ ClassData::ClassData(const ClassMethods& table)
            K7Q::CooperativeVisitor::internal::GetTag(table.interface(), typeid(K7Q::VisitationDomain))},
       description(table) {
   inherit();
-  // Behind inherit(), which makes the bases: so a base's ordinal is always the smaller one.
+  // Must come after inherit(), which creates the bases: so the ordinal of a base is always smaller.
   ordinal = nextOrdinal();
   addTags();
   addProperties();
@@ -152,7 +152,7 @@ ArgumentPlan ClassData::planArgument(std::string_view parameter) const {
   const Property* property = findProperty(metaName);
   if (!property)
     refuseRows(*methods, "no property '" + std::string(metaName) + "' for a constructor's argument");
-  // An own property belongs to the class that is being made just now.
+  // A property of this class belongs to the ClassData that is being constructed.
   const ClassData& owner = &property->ownerClass() == methods ? *this : property->ownerClass().data();
   const std::uint8_t slot = placeOf(owner, property->id()).slot;
   return {slotProperties[slot], slot};

@@ -14,7 +14,7 @@ namespace Tarvelon::metamodel::native {
 
 class ClassMethods;
 
-/// What `K7Q.ImmutableClass` answers.
+/// The description of a class that `K7Q.ImmutableClass` shows.
 class ClassDescription final : public K7Q::NSInterface::ClassIntf {
  public:
   explicit ClassDescription(const ClassMethods& methods) noexcept : mMethods(&methods) { share(); }
@@ -29,28 +29,29 @@ class ClassDescription final : public K7Q::NSInterface::ClassIntf {
   const ClassMethods* mMethods;
 };
 
-/// What an argument of a constructor fills.
+/// The property that one argument of a constructor sets.
 struct ArgumentPlan {
-  /// The narrowest row of the slot.
+  /// The most derived declaration of the property.
   const Property* property;
   std::uint8_t slot;
 };
 using ConstructorPlan = std::vector<ArgumentPlan>;
 
-/// A property of an owner, as an object of a class has it.
+/// The property and slot that an id of an owner class has in objects of a class.
 struct PropertyPlace {
-  /// Null for an id without a property.
+  /// Null if there is no property with this id.
   const Property* property = nullptr;
   std::uint8_t slot = 0;
 };
 
-/// What the engine knows of a class beyond its rows; made when the class is first used, and kept.
+/// What the engine derives from the rows of a class, such as the storage layout. It is created when the class
+/// is first used and never freed.
 struct ClassData {
   static constexpr std::uint8_t kNoSlot = 0xFF;
   static constexpr std::uint16_t kNotAbove = 0xFFFF;
   /// How many slots an object has (objects/Instance.h).
   static constexpr unsigned kMaxSlots = 47;
-  /// The slots in which an object keeps its id in files, a number or a text. No property gets them.
+  /// Slots for the id that an object has in files, a number or a text. No property uses them.
   static constexpr unsigned kIdSlot = kMaxSlots - 1;
   static constexpr unsigned kForeignIdSlot = kMaxSlots - 2;
   static constexpr unsigned kMaxPropertySlots = kForeignIdSlot;
@@ -59,49 +60,51 @@ struct ClassData {
   ClassData(const ClassData&) = delete;
   ClassData& operator=(const ClassData&) = delete;
 
-  /// Whether the class is the one of that ordinal or stands below it.
+  /// Whether the class is the class with that ordinal or a subclass of it.
   bool isKindOf(unsigned other) const noexcept { return other <= ordinal && firstPlace[other] != kNotAbove; }
   bool answersTag(std::size_t tag) const noexcept {
     return tag / 64 < tagBits.size() && (tagBits[tag / 64] >> (tag % 64) & 1) != 0;
   }
-  /// The owner's property and its slot, kNoSlot for one that is not stored.
-  /// REQUIRES: isKindOf(owner.ordinal), an id up to the owner's last.
+  /// The property of a base class `owner` as objects of this class have it. Its slot is kNoSlot if the
+  /// property is not stored.
+  /// REQUIRES: isKindOf(owner.ordinal), and `id` is not greater than the owner's last id.
   const PropertyPlace& placeOf(const ClassData& owner, unsigned id) const noexcept {
     return places[firstPlace[owner.ordinal] + id];
   }
-  /// An own property, null for an id without one.
+  /// A property that the class itself declares, null if no property has this id.
   const Property* ownProperty(unsigned id) const noexcept {
     return id < properties.size() ? properties[id].get() : nullptr;
   }
-  /// The property of that meta name that comes first in the class's list: its own, then those of its bases in
-  /// order.
+  /// Finds a property by its metamodel name: among the class's own properties, then in its bases in order.
   const Property* findProperty(std::string_view metaName) const noexcept;
 
   const ClassMethods* methods;
   std::array<ruvo::InternedName, 2> names;
-  /// Classes are numbered as they are first used, each behind its bases.
+  /// Number of the class in the order of first use. A base class always has a smaller ordinal.
   unsigned ordinal = 0;
   K7Q::CooperativeVisitor::TagPair tags;
   ClassDescription description;
   std::vector<std::uint64_t> tagBits;
-  /// The class and all above, each behind its bases.
+  /// The class and all its bases; each class comes after its own bases.
   std::vector<const ClassData*> ancestors;
 
-  /// By id, from 0; own ones alone.
+  /// The properties that the class itself declares, by id. Index 0 is unused.
   std::vector<std::unique_ptr<Property>> properties;
-  /// By ordinal of the owner: where its ids start in `places`. A class above always has the smaller ordinal.
+  /// For each base class, by its ordinal: the index in `places` where its ids begin. kNotAbove for a class
+  /// that is not a base.
   std::vector<std::uint16_t> firstPlace;
   std::vector<PropertyPlace> places;
-  /// By slot: the narrowest row that shares it. What is written is checked against this one.
+  /// By slot: the most derived declaration. New values are checked against it.
   std::vector<const Property*> slotProperties;
-  /// A bit for each slot that holds, refers, has a list, has text (the text of an id as well).
+  /// Bit masks of slots: containment references, cross references, lists, texts (including the slot of a text
+  /// id).
   std::uint64_t holdingSlots = 0;
   std::uint64_t referringSlots = 0;
   std::uint64_t listSlots = 0;
   std::uint64_t textSlots = std::uint64_t{1} << kForeignIdSlot;
-  /// Those whose references are kept in step with references back.
+  /// The bit mask of the slots whose property has an opposite.
   std::uint64_t oppositeSlots = 0;
-  /// Of the object's Name, kNoSlot if it has none.
+  /// The slot of the property Name, kNoSlot if the class has none.
   std::uint8_t nameSlot = kNoSlot;
 
   std::vector<ConstructorPlan> constructors;

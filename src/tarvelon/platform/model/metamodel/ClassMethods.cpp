@@ -8,7 +8,7 @@
 namespace Tarvelon::metamodel::native {
 
 const ClassData& ClassMethods::makeData() const {
-  // Making a class makes its bases first, under the same lock.
+  // Creating a class creates its bases first, under the same lock.
   static std::recursive_mutex& guard = *new std::recursive_mutex;
   const std::scoped_lock lock(guard);
   const ClassData* data = mData.load(std::memory_order_acquire);

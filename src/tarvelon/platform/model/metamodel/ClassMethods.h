@@ -15,10 +15,11 @@ struct ClassData;
 class Instance;
 class Property;
 
-/// The introspective table of a class: its rows, and what is made of them when the class is first used.
+/// The introspective table of a class: the rows of the class and, once the class is first used, its
+/// ClassData.
 ///
-/// A class that is named but has no rows has a table too: no properties, no instance, nothing to create.
-/// Constant-initialised: nothing runs when the library is loaded.
+/// A class that is only named and has no rows has a table too: it has no properties and no instances. Tables
+/// are constant-initialised, so loading the library runs no code for them.
 class ClassMethods final : public K7Q::IntrospectiveMethods {
  public:
   constexpr ClassMethods(const ClassName& name, const std::type_info& interface, const ClassTable* rows,
@@ -53,13 +54,13 @@ class ClassMethods final : public K7Q::IntrospectiveMethods {
   const ClassTable* rows() const noexcept { return mRows; }
   const ClassName& className() const noexcept { return *mClassName; }
   const std::type_info& interface() const noexcept { return *mInterface; }
-  /// Makes it at the first call.
+  /// The layout of the class. It is created by the first call.
   const ClassData& data() const {
     const ClassData* data = mData.load(std::memory_order_acquire);
     return data ? *data : makeData();
   }
   bool isInstance(const Instance& object) const noexcept;
-  /// The host class of a sequence of the class's objects.
+  /// The name of the host's class for sequences of this class's objects.
   const ruvo::InternedName& sequenceName(bool isSequenceImmutable, bool isElementImmutable) const;
 
  private:

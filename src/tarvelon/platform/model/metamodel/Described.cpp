@@ -31,7 +31,7 @@ class DescribedType final : public K7Q::NSInterface::TypeIntf {
   std::array<ruvo::LiteralName, 2> mNames;
 };
 
-// Never destroyed: a host may ask until the process ends.
+// Never destroyed, since a host may ask for it until the process ends.
 const DescribedType& typeOf(Described described) {
   using Types = std::array<DescribedType, 7>;
   // clang-format off

@@ -4,14 +4,15 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// The types of what is no object of the metamodel: models and the descriptions themselves.
+/// The kinds of objects that do not belong to a class of the metamodel: models, factories and the
+/// descriptions of the metamodel.
 enum class Described : std::uint8_t { Model, Factory, Class, Property, DataType, Package, Type };
 
-/// The host class of such a thing.
+/// The name of the host's class for objects of that kind.
 const ruvo::InternedName& ruvoNameOf(Described described, bool immutable);
 K7Q::ImmutableType metaTypeOf(Described described, K7Q::Deviant deviant);
 
-/// `self` as the interface of that tag, if it is one of those listed, else null.
+/// Returns `self` as the interface with that tag, or null if the interface is not in the list.
 template <class... Interfaces, class T>
 void* castAmong(T* self, K7Q::CooperativeVisitor::TagPair tag) {
   void* result = nullptr;

@@ -9,8 +9,8 @@
 #include "tarvelon/platform/model/metamodel/Registry.h"
 #include "tarvelon/types/Purposes.h"
 
-// The purposes of a package, looked up by short name. A chain of comparisons rather than a table: it needs no
-// relocation, so that loading the library pays nothing for texts that few programs ask for.
+// Finds the purposes of a package by short name. The code is a chain of comparisons and not a table, since a
+// table would need relocations: loading the library costs nothing for texts that few programs use.
 #define TARVELON_SHORT_NAME(X, ...) ::Tarvelon::metamodel::shortNameOf<X>(),
 #define TARVELON_CASE(X, ...)                                                 \
   if (name == ::Tarvelon::metamodel::shortNameOf<X>()) {                      \
@@ -46,7 +46,7 @@ namespace {
 
 constexpr std::string_view kImmutable = "Immutable";
 
-/// The purpose of what stands in a package, or of the package itself where the name is empty.
+/// The purpose of a class or enumeration in a package, or of the package itself if the name is empty.
 std::string_view findPurpose(std::string_view package, std::string_view name) {
   if (package == "Tarvelon.metamodel.foundation") return foundation::findPurpose(name);
   if (package == "Tarvelon.metamodel.types") return types::findPurpose(name);
@@ -57,7 +57,7 @@ std::string_view findPurpose(std::string_view package, std::string_view name) {
   return {};
 }
 
-/// Null for a name that no class has.
+/// Null if no class has this name.
 const ClassTable* findRows(std::string_view className) {
   for (const PackageRow& package : packageRows()) {
     for (const ClassMethods* table : package.classes) {
@@ -87,7 +87,7 @@ std::vector<std::string> splitArgumentNames(std::string_view declared) {
   while (!declared.empty()) {
     const std::string_view parameter = declared.substr(0, declared.find(','));
     declared.remove_prefix(std::min(parameter.size() + 1, declared.size()));
-    // A name that fills no property is shown as it is declared.
+    // A name that sets no property is shown as declared.
     const std::string_view property = filledBy(parameter);
     std::string name(property.empty() ? parameter.substr(parameter.starts_with(' ') ? 1 : 0) : property);
     if (!name.empty()) name[0] = static_cast<char>(std::tolower(static_cast<unsigned char>(name[0])));

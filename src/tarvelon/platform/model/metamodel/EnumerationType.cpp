@@ -11,8 +11,8 @@
 namespace Tarvelon::metamodel::native {
 
 const EnumerationType& EnumerationType::of(const EnumerationName& enumeration) {
-  // The addresses of names differ from library to library, so the text is the key. Never freed: descriptions
-  // are used until the process ends.
+  // The text is the key, since the addresses of names differ from library to library. Never freed:
+  // descriptions are used until the process ends.
   using Types = std::unordered_map<std::string_view, std::unique_ptr<EnumerationType>>;
   static Types& types = *new Types;
   static std::mutex& guard = *new std::mutex;

@@ -12,12 +12,13 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// What `K7Q.ImmutableDataType` answers for an enumeration.
+/// The description of an enumeration that `K7Q.ImmutableDataType` shows.
 ///
-/// One per dotted name, whichever library's EnumerationName asked for it first: made once and kept.
+/// There is one for each dotted name. It is created when it is first asked for and never freed. Enumerations
+/// with the same name in several libraries share it.
 class EnumerationType final : public K7Q::NSInterface::DataTypeIntf {
  public:
-  /// Cost: a look-up by the dotted name.
+  /// Cost: One lookup by the dotted name.
   static const EnumerationType& of(const EnumerationName& enumeration);
   explicit EnumerationType(const EnumerationName& enumeration);
 
@@ -31,12 +32,12 @@ class EnumerationType final : public K7Q::NSInterface::DataTypeIntf {
   bool hasLiteral(std::int32_t value) const noexcept {
     return value >= 0 && static_cast<std::size_t>(value) < mLiterals.size();
   }
-  /// The literal's name, or the number of a value that has none.
+  /// The name of the literal. The number itself if there is no such literal.
   std::string text(std::int32_t value) const;
-  /// "'A', 'B', 'C'"
+  /// The names of all literals: "'A', 'B', 'C'".
   std::string literalList() const;
   K7Q::Object box(std::int32_t value) const;
-  /// The host class of a sequence of its values.
+  /// The name of the host's class for sequences of these values.
   const ruvo::InternedName& sequenceName(bool isImmutable) const;
 
  private:
@@ -47,7 +48,7 @@ class EnumerationType final : public K7Q::NSInterface::DataTypeIntf {
   std::array<ruvo::LazyName, 2> mSequenceNames;
 };
 
-/// The object form of one enumeration value, counted.
+/// One value of an enumeration as a reference-counted object.
 class EnumerationCell final : public K7Q::NSInterface::ObjectIntf {
  public:
   EnumerationCell(const EnumerationType& type, std::int32_t value) noexcept : mValue(value), mType(&type) {}
@@ -74,7 +75,7 @@ class EnumerationCell final : public K7Q::NSInterface::ObjectIntf {
   const EnumerationType* mType;
 };
 
-/// The cell behind an interface, null when it is none.
+/// The cell behind an interface, null if the interface is not one of a cell.
 inline const EnumerationCell* asCell(const K7Q::NSInterface::ObjectIntf* object) noexcept {
   return object && &typeid(*object) == &typeid(EnumerationCell) ? static_cast<const EnumerationCell*>(object)
                                                                 : nullptr;

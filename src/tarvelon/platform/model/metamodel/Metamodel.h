@@ -1,9 +1,10 @@
 #pragma once
 
-/// Every class of the metamodel with its row: what a program includes that uses the native handles.
+/// Includes all classes of the metamodel with their rows. A program that uses the native handles includes
+/// this header.
 ///
-/// Which constructors, properties and bases a class has follows from the rows that are seen; a program that
-/// saw some of them in one file and others in another would have two meanings of one class.
+/// The constructors, properties and bases of a class follow from the rows that the compiler has seen. If a
+/// program included some rows in one file and others in another, one class would have two definitions.
 #include "tarvelon/arplatform/Tables.h"  // IWYU pragma: export
 #include "tarvelon/foundation/Table.h"   // IWYU pragma: export
 #include "tarvelon/types/Table.h"        // IWYU pragma: export

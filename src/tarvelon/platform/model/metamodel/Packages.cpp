@@ -18,10 +18,10 @@ namespace {
 
 constexpr std::string_view kPlatform = "Tarvelon.metamodel.arplatform";
 
-/// What `K7Q.ImmutablePackage` answers.
+/// The description of a package that `K7Q.ImmutablePackage` shows.
 class PackageDescription final : public K7Q::NSInterface::PackageIntf {
  public:
-  /// The root of the platform's packages has no row.
+  /// `row` is null for the root of the platform's packages.
   PackageDescription(std::string_view fullName, const PackageRow* row) : mFullName(fullName), mRow(row) {
     share();
   }
@@ -64,7 +64,7 @@ class PackageDescription final : public K7Q::NSInterface::PackageIntf {
 
 using Descriptions = std::vector<std::unique_ptr<PackageDescription>>;
 
-// The platform's root, then all packages with rows. Never freed: descriptions are used until the process
+// The root of the platform, then all packages with rows. Never freed: descriptions are used until the process
 // ends.
 const Descriptions& descriptions() {
   static const Descriptions& made = *[] {

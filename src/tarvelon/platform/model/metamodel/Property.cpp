@@ -87,7 +87,7 @@ const Property* Property::findOpposite() const {
   return found;
 }
 
-// An entry of the same name is left out in any case.
+// An inherited entry of the same name is hidden in any case.
 const char* Property::hiddenName() const {
   return mRow->hidden && mMetaName != mRow->hidden ? mRow->hidden : nullptr;
 }

@@ -11,7 +11,7 @@ namespace Tarvelon::metamodel::native {
 class ClassMethods;
 class EnumerationType;
 
-/// How the values of a property are stored.
+/// How the values of a property are stored. None means that they are computed.
 enum class Storage : std::uint8_t {
   Boolean,
   Integer,
@@ -26,7 +26,8 @@ enum class Storage : std::uint8_t {
   None
 };
 
-/// A row of a class's table as the engine works with it, and what `K7Q.ImmutableProperty` answers.
+/// A row of a class's table in the form that the engine needs. It is also the description that
+/// `K7Q.ImmutableProperty` shows.
 class Property final : public K7Q::NSInterface::PropertyIntf {
  public:
   Property(const ClassMethods& owner, const PropertyRow& row);
@@ -53,11 +54,11 @@ class Property final : public K7Q::NSInterface::PropertyIntf {
   bool isReadOnly() const noexcept { return mRow->mutability == K7Q::mi::Mutability::ReadOnly; }
   bool holds() const noexcept { return mRow->role == Role::Holds; }
   Derivation derivation() const noexcept { return mRow->derivation; }
-  /// The class of a reference's values, null for others.
+  /// The class of the referenced objects. Null for properties that are not references.
   const ClassMethods* type() const noexcept { return mType; }
-  /// The property of the value's class that refers back, null if there is none.
+  /// The opposite: the property of the referenced class that refers back. Null if there is none.
   const Property* opposite() const { return mRow->opposite ? findOpposite() : nullptr; }
-  /// The enumeration of an enumerated property, null for others.
+  /// The enumeration. Null for properties of other types.
   const EnumerationType* enumeration() const noexcept { return mEnumeration; }
 
  private:
@@ -73,7 +74,7 @@ class Property final : public K7Q::NSInterface::PropertyIntf {
   Storage mStorage;
 };
 
-/// The name under which the property stands in the class's list of meta properties.
+/// The metamodel name of the property: its name with a capital first letter.
 std::string metaNameOf(const PropertyRow& row);
 
 }  // namespace Tarvelon::metamodel::native

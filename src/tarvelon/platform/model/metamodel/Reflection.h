@@ -9,28 +9,29 @@
 #include "tarvelon/boundary/k7q/Introspection.h"
 #include "tarvelon/platform/model/metamodel/Metamodel.h"
 
-/// Objects looked at without knowing their classes: what a program uses that walks any model.
+/// Generic access to objects: for programs that walk any model without knowing its classes.
 ///
+/// Example:
 ///   for (const auto& property : propertiesOf(element)) {
 ///     if (property->isContainment() && !property.isReadOnly())
-///       for (const auto& held : property.objects()) ...
+///       for (const auto& child : property.objects()) ...
 ///   }
 namespace Tarvelon::metamodel {
 
-/// The description of an object's own class. Raises kNullReference for an object that is not valid.
+/// Returns the description of the object's class. Raises kNullReference if the object is not valid.
 inline const K7Q::NSInterface::ClassIntf& classOf(const foundation::Element& object) {
   object.requireValid();
   const K7Q::ImmutableType type = object.getClassObject()->getMetaType(object.getDeviant());
   return static_cast<const K7Q::NSInterface::ClassIntf&>(*type.getInterface());
 }
 
-/// The short name of that class in UTF-8.
+/// Returns the name of the object's class, without its package, in UTF-8.
 inline std::string classNameOf(const foundation::Element& object) {
   return K7Q::String::to_string(std::u16string_view(classOf(object).name()));
 }
 
-/// A property of an object: its description, through ->, and its values.
-/// Lifetime: keeps the object's model alive.
+/// A property of one object: the description, through ->, and the values.
+/// Lifetime: Keeps the object's model alive.
 class ObjectProperty {
  public:
   ObjectProperty(foundation::Element object, const K7Q::NSInterface::PropertyIntf& description)
@@ -41,11 +42,12 @@ class ObjectProperty {
   bool isRequired() const { return mDescription->multiplicity() == K7Q::mi::Multiplicity::One; }
   bool isReadOnly() const { return mDescription->mutability() == K7Q::mi::Mutability::ReadOnly; }
 
-  /// How many values it has: 0 or 1 unless it is many-valued.
+  /// The number of values: 0 or 1 for a single-valued property.
   int size() const {
     return isMany() ? values().size() : static_cast<int>(methods().has(interface(), deviant(), id()));
   }
-  /// The objects that it holds or refers to, in their order; none for a property of values.
+  /// The objects that the property contains or refers to, in their order. Empty if the property is not a
+  /// reference.
   std::vector<foundation::Element> objects() const {
     std::vector<foundation::Element> found;
     if (!mDescription->isReference()) return found;
@@ -88,8 +90,9 @@ inline void collect(const foundation::Element& object, const K7Q::IntrospectiveM
 
 }  // namespace reflection
 
-/// The properties of the object's class, its own first, then those of its bases. One that a class narrows
-/// stands once, as the narrower one. Raises kNullReference for an object that is not valid.
+/// Returns the properties of the object's class: its own first, then those of its bases. A property that a
+/// subclass redefines is returned once, as the redefinition. Raises kNullReference if the object is not
+/// valid.
 inline std::vector<ObjectProperty> propertiesOf(const foundation::Element& object) {
   std::set<std::string_view> names;
   std::vector<ObjectProperty> found;

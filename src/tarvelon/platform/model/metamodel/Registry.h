@@ -9,17 +9,18 @@ namespace Tarvelon::metamodel::native {
 
 class ClassMethods;
 
-/// A package with the tables of its classes and the names of its enumerations, in the order of registration.
+/// A package with the tables of its classes and the names of its enumerations, both in the order of
+/// registration.
 struct PackageRow {
   std::string_view name;
   std::span<const ClassMethods* const> classes;
   std::span<const EnumerationName* const> enumerations;
 };
 
-/// All packages that have classes; those of the platform in the order of registration.
+/// All packages that have classes. The packages of the platform are in the order of registration.
 std::span<const PackageRow> packageRows() noexcept;
 
-/// The table of a class that is named in some package.
+/// Returns the table of a class. Raises std::logic_error if no package names the class.
 const ClassMethods& tableOf(const ClassName& name);
 
 }  // namespace Tarvelon::metamodel::native

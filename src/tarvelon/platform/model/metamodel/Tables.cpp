@@ -1,4 +1,5 @@
-// Every class and enumeration of the metamodel, projected from the lists of names and the rows.
+// The tables of all classes and enumerations of the metamodel, generated from the lists of names and the
+// rows.
 
 #include "tarvelon/arplatform/Tables.h"
 
@@ -42,7 +43,8 @@ constinit const ClassMethods TableOf<X>::sMethods = makeTable<X>();
 
 }  // namespace
 
-// The table of each class, and the lists of a package. A list ends with a null, since it may have no entry.
+// The table of each class, and the lists of a package. Each list ends with a null, since an array must not be
+// empty.
 #define TARVELON_NOTHING(...)
 #define TARVELON_TABLE(X)                                                                    \
   constinit const ::K7Q::IntrospectiveMethods& NSInterface::X##Intf::sIntrospectiveMethods = \

@@ -21,17 +21,19 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-/// How many names a bucket is meant for.
+/// The average number of names in a bucket.
 constexpr std::uint64_t kMean = 5;
-/// Buckets that many names share beside the first ones, as a part of these.
+/// There is one overflow bucket for each kFurther first buckets.
 constexpr std::uint64_t kFurther = 4;
 constexpr std::uint64_t kLeast = 16;
 constexpr std::size_t kLine = 64;
-/// How many names of a path are looked up before their objects are looked at.
+/// How many names of a path are looked up before the objects that they lead to are read.
 constexpr std::size_t kAtOnce = 8;
-/// How many holders without a name may stand above one another before the index is rather built anew.
+/// How many levels of objects without a name are searched for named ones; if there are more, the index is
+/// rebuilt.
 constexpr std::size_t kDeepest = 64;
-/// How many holders without a name are passed on the way up from an object before the same holds.
+/// How many owners without a name are passed in search of the naming holder; if there are more, the index is
+/// rebuilt.
 constexpr unsigned kFarthest = 1024;
 
 /// The naming holder, if it is found within kFarthest steps.
@@ -43,12 +45,12 @@ std::optional<const Instance*> nearHolder(const Instance& object) noexcept {
   return holder;
 }
 
-/// What stands at the top has no number.
+/// The key for a parent. All ones for objects without a naming holder.
 std::uint64_t numberOf(const Instance* parent) noexcept {
   return parent ? parent->number() : ~std::uint64_t{0};
 }
 
-/// Cuts the first name off a path. `isLast` says that none is left.
+/// Removes the first name from a path. `isLast` says whether it was the last one.
 std::u16string_view cutName(std::u16string_view& path, bool& isLast) noexcept {
   const std::size_t end = path.find(u'/');
   const std::u16string_view name = path.substr(0, end);
@@ -72,7 +74,7 @@ bool NameIndex::Bucket::contains(const Entry& entry) const noexcept {
 }
 
 NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
-  // As if all that can have a name had one, which most do: so nobody has to be looked at twice.
+  // Counts every object that can have a name. Most of them have one, and so no object is read twice.
   std::uint64_t names = 0;
   for (const InstanceIndex::ClassList& list : mModel.instances().classes()) {
     if (hasName(*list.cls)) names += list.numbers.size() - list.gaps;
@@ -81,13 +83,13 @@ NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
   allocate(first, first / kFurther);
   enterAll();
   if (mIsComplete) return;
-  // Very many stand under one name: a full bucket for each seven of them.
+  // Very many objects share one name: adds an overflow bucket for each kEntries names.
   allocate(first, 2 * first + names / Bucket::kEntries);
   enterAll();
 }
 
 void NameIndex::allocate(std::uint64_t first, std::uint64_t further) {
-  // All objects that a model can hold, under one name, take fewer than 2^32 buckets.
+  // Even if all objects of a model share one name, they need fewer than 2^32 buckets.
   mFirstCount = static_cast<std::uint32_t>(first);
   mCapacity = static_cast<std::uint32_t>(first + further);
   mUsed = mFirstCount;
@@ -133,7 +135,7 @@ void NameIndex::enter(const Instance& object, const Instance* holder) noexcept {
   bucket->entries[bucket->used++] = entry;
 }
 
-/// Enters an object that has a name.
+/// Enters an object. REQUIRES: the object has a name.
 void NameIndex::enterNamed(const Instance& object) noexcept {
   const auto holder = nearHolder(object);
   if (holder) {
@@ -143,7 +145,8 @@ void NameIndex::enterNamed(const Instance& object) noexcept {
   }
 }
 
-/// Enters the nearest named ones below. False if some stand deeper than kDeepest.
+/// Enters the nearest named objects below. Returns false if there are more than kDeepest levels without a
+/// name.
 bool NameIndex::enterBelow(const Instance& object) noexcept {
   std::array<Cursor, kDeepest> open;
   std::size_t depth = 0;
@@ -215,8 +218,8 @@ std::uint32_t NameIndex::onlyNumber(std::uint64_t hash) const noexcept {
   return number;
 }
 
-/// Whether each object is there and has its name, below the one before. Goes from object to object and not
-/// from one to its name at once: each step waits for memory, and so all wait together.
+/// Whether each object exists, has its name, and is directly below the object before. Reads one level of
+/// memory for all objects at a time, so that the waiting times for memory overlap.
 bool NameIndex::stand(std::span<const std::u16string_view> names, std::span<Instance* const> objects,
                       const Instance* parent) const noexcept {
   std::array<const Word*, kAtOnce> words;
@@ -262,7 +265,7 @@ Instance* NameIndex::findPath(std::u16string_view path) const noexcept {
 std::vector<Instance*> NameIndex::candidates(const Instance* parent, std::u16string_view name) const {
   std::vector<Instance*> found;
   forEach(parent, name, [&found](Instance& object) { found.push_back(&object); });
-  // One that had the name before stands there twice.
+  // An object that had the same name before has two entries.
   std::ranges::sort(found);
   found.erase(std::unique(found.begin(), found.end()), found.end());
   if (found.size() == 1 && !isNamedBelow(*found[0], parent)) found.clear();

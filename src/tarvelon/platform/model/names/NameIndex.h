@@ -14,48 +14,53 @@ namespace Tarvelon::metamodel::native {
 class Instance;
 class NativeModel;
 
-/// Finds objects by name below the object that names them: the nearest holder that has a name.
+/// A hash table that finds objects by name and by naming holder. The naming holder of an object is its
+/// nearest owner that has a name.
 ///
-/// An entry says under which name an object once stood, and is checked against the object when it is met: so
-/// nothing need be taken out when an object is renamed, moved or destroyed, and one that comes back to where
-/// it stood finds its entry there. Entries that say nothing any more go with the index, of which a new one is
-/// built when it is full.
-/// Cost:    some 16 bytes a name. Constant time to enter and to find one, however many objects there are.
-/// What
-///          takes time is to wait for memory: so a bucket is one line of a cache, and the objects on a path
-///          are fetched together.
-/// Failure: the constructor and find() allocate.
+/// An entry says that an object once had a certain name and holder. Each lookup checks the entry against the
+/// current state of the object. So renaming, moving and destroying objects need not remove entries, and an
+/// object that is restored finds its entry again. Obsolete entries remain until the index is full; then a new
+/// index is built.
+///
+/// Cost:    About 16 bytes for each name. Inserting and finding take constant time. Most of this time is
+///          spent on waiting for memory; so a bucket is one cache line, and the objects of a path are
+///          prefetched together.
+/// Failure: The constructor and the find functions allocate; findPath() and the note functions do not.
 class NameIndex {
  public:
-  /// The index of all objects of the model.
+  /// Builds the index of all objects of the model.
   explicit NameIndex(const NativeModel& model);
   NameIndex(const NameIndex&) = delete;
   NameIndex& operator=(const NameIndex&) = delete;
 
-  /// The object has another name. One that had none, or has none any more, names others than before.
+  /// Records that the object has another name. `hadName` says whether it had a name before; if it gains or
+  /// loses its name, the objects below it get another naming holder.
   void noteName(const Instance& object, bool hadName) noexcept;
-  /// The object has another owner: it stands elsewhere, or for one without a name the nearest it holds do.
+  /// Records that the object has another owner. If the object has no name, the nearest named objects below it
+  /// are entered instead.
   void noteOwner(const Instance& object) noexcept;
-  /// False when there was no room for a name, or too much to note: then an index is to be built anew.
+  /// False if there was no room for an entry or too many objects to enter. The index must then be rebuilt.
   bool isComplete() const noexcept { return mIsComplete; }
 
-  /// Whether it has an entry that says where the object stands, which is named.
+  /// Whether the index has a current entry for the object. REQUIRES: the object has a name.
   bool knows(const Instance& object) const noexcept;
 
-  /// What a path of names leads to from the top, where each of them is a name that stands once: null if one
-  /// does not, or perhaps not. Allocates nothing.
+  /// Finds an object by a path of names from the root. Returns null if a name of the path is missing or not
+  /// unique, or if this cannot be decided quickly. Allocates nothing.
   Instance* findPath(std::u16string_view path) const noexcept;
-  /// The objects of that name below `parent`, null for those that nothing named holds, in owner order.
+  /// Returns the objects with that name below `parent`, in the order of containment. `parent` is their naming
+  /// holder, or null for objects without one.
   std::vector<Instance*> find(const Instance* parent, std::u16string_view name) const;
-  /// The first of them, null if there is none.
+  /// Returns the first of these objects, null if there is none.
   Instance* findFirst(const Instance* parent, std::u16string_view name) const;
 
  private:
   struct Entry {
-    std::uint32_t tag;  ///< a part of the hash
+    std::uint32_t tag;  ///< the lower half of the hash
     std::uint32_t number;
   };
-  /// Entries that share a place; where there are more, the bucket that still has room stands second.
+  /// Entries that share a bucket. If the first bucket is full, overflow buckets are chained to it; the one
+  /// that has free places comes second.
   struct alignas(64) Bucket {
     static constexpr std::uint32_t kEntries = 7;
     Entry entries[kEntries];
@@ -69,32 +74,33 @@ class NameIndex {
   };
   static constexpr std::uint32_t kNone = ~std::uint32_t{0};
 
-  /// So many empty buckets that a hash leads to, and further ones behind those that are full.
+  /// Allocates `first` empty buckets, which are addressed by hash, and room for `further` overflow buckets.
   void allocate(std::uint64_t first, std::uint64_t further);
   void enterAll();
   Bucket& bucketOf(std::uint64_t hash) const noexcept {
     return mBuckets[static_cast<std::uint32_t>((hash >> 32) * mFirstCount >> 32)];
   }
-  /// The next one of those that share a place, null if there is none.
+  /// The next bucket in the chain, null at the end.
   const Bucket* behind(const Bucket& bucket) const noexcept {
     return bucket.next == kNone ? nullptr : &mBuckets[bucket.next];
   }
-  /// Objects of that name that have an entry below `parent`. A single one stands there.
+  /// The objects that have an entry for this name and parent. A single result is known to be below `parent`;
+  /// several results must still be checked.
   std::vector<Instance*> candidates(const Instance* parent, std::u16string_view name) const;
   template <class Visit>
   void forEach(const Instance* parent, std::u16string_view name, Visit visit) const;
-  /// The number of the only entry of that hash, kNone if there is none or another.
+  /// The object number of the only entry with that hash. kNone if there is no entry or more than one.
   std::uint32_t onlyNumber(std::uint64_t hash) const noexcept;
   bool stand(std::span<const std::u16string_view> names, std::span<Instance* const> objects,
              const Instance* parent) const noexcept;
-  /// REQUIRES: the object is named, and `holder` is its naming holder.
+  /// Enters an object. REQUIRES: the object has a name, and `holder` is its naming holder.
   void enter(const Instance& object, const Instance* holder) noexcept;
   void enterNamed(const Instance& object) noexcept;
   bool enterBelow(const Instance& object) noexcept;
 
   const NativeModel& mModel;
   std::unique_ptr<std::byte[], Free> mStorage;
-  /// Those that a hash leads to, then the others.
+  /// The buckets addressed by hash, then the overflow buckets.
   Bucket* mBuckets = nullptr;
   std::uint32_t mFirstCount = 0;
   std::uint32_t mCapacity = 0;

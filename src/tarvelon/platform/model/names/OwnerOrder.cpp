@@ -58,7 +58,7 @@ std::vector<OwnerOrder::Place> OwnerOrder::childrenOf(std::uint32_t node) const 
   return children;
 }
 
-// A list is gone through once for all that stand in it, unless it is short.
+// A long list is searched in one pass for all children in it; a short list is searched for each child.
 void OwnerOrder::findPositions(std::vector<Place>& children, const std::vector<Node>& nodes) {
   constexpr std::uint32_t kShort = 64;
   std::unordered_map<const Instance*, Place*> sought;

@@ -9,7 +9,7 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-/// What is shown of the end of a path that is too long.
+/// How much of the end of a shortened path is shown.
 constexpr std::size_t kShownParts = 24;
 constexpr std::size_t kShownBytes = 400;
 
@@ -30,7 +30,7 @@ bool PathText::prepend(std::string part) {
 }
 
 bool PathText::prependName(std::u16string_view name) {
-  // Of a name that alone is too long, the end is all that is ever shown.
+  // Of a very long name, only the end can ever be shown.
   if (name.size() > kMostBytes) name.remove_prefix(name.size() - kMostBytes);
   if ((name.empty() ? 0 : name.front() & 0xFC00) == 0xDC00) name.remove_prefix(1);  // not within a character
   return prepend("/" + K7Q::String::to_string(name));

@@ -9,24 +9,23 @@ namespace Tarvelon::metamodel::native {
 
 class Instance;
 
-/// The text of an object's path, put together from its end: who builds it goes up from the object to what
-/// holds it.
+/// The text of an object's path. It is built from the end: the caller walks from the object up to the root
+/// and prepends each part.
 ///
-/// Objects may be nested as deep as memory goes and have names of any length, and a text for each of them
-/// would grow with the square of that. So the path of an object on a deeper level than a file may have, or
-/// one longer than people write it, is told by its end: ".../Controller/Step". It may be that of others as
-/// well.
+/// Objects may be nested without limit and may have names of any length, so full paths of all objects could
+/// need quadratic space. A path is therefore shortened to its end, ".../Controller/Step", if the object is
+/// deeper than a file allows or if the path is too long. Several objects may have the same shortened path.
 class PathText {
  public:
   static constexpr std::size_t kMostLevels = 1000;
   static constexpr std::size_t kMostBytes = 4096;
 
   explicit PathText(const Instance& object) noexcept;
-  /// Adds in front. False when that is enough: then the way up need not be gone on with.
+  /// Prepends a part. Returns false if no further parts are needed.
   bool prepend(std::string part);
-  /// "/" and the name in front.
+  /// Prepends "/" and the name. Returns as prepend().
   bool prependName(std::u16string_view name);
-  /// Passes a level that the text does not show.
+  /// Counts a level that the text does not show. Returns as prepend().
   bool pass() noexcept { return ++mPassed <= kMostLevels; }
   bool isCut() const noexcept { return mIsDeep || mBytes > kMostBytes; }
   std::string text() const;

@@ -17,7 +17,7 @@ std::u16string_view ownName(const Instance& object) noexcept {
   return word && word->text ? word->text->view() : std::u16string_view();
 }
 
-// An empty text is stored as none.
+// An empty text is stored as a null text.
 bool isNamed(const Instance& object) noexcept {
   const std::uint8_t slot = object.cls().nameSlot;
   const Word* word = slot == ClassData::kNoSlot ? nullptr : object.find(slot);

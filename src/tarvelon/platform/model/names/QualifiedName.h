@@ -8,30 +8,30 @@ namespace Tarvelon::metamodel::native {
 class Instance;
 struct ClassData;
 
-/// How objects are called when they are spoken of.
+/// The names of objects in texts and searches.
 ///
-/// A qualified name has a segment for the object and for each one that holds it, from the top, as far as they
-/// have names: "/Brakes/BrakeController/Behavior". What has none is passed over, be it that its class has no
-/// property Name or that it was not given one, as the root of an AUTOSAR model mostly is not.
+/// A qualified name consists of the names of the object and of all its owners, from the root down:
+/// "/Brakes/BrakeController/Behavior". Owners without a name are left out: their class has no property Name,
+/// or the name was not set, as mostly for the root of an AUTOSAR model.
 
 /// Whether objects of the class have the property Name.
 bool hasName(const ClassData& cls) noexcept;
-/// The object's own name; empty for none. Valid until the name is written.
+/// The object's own name, empty if there is none. Valid until the name is changed.
 std::u16string_view ownName(const Instance& object) noexcept;
 
 /// Whether the object has a name of its own.
 bool isNamed(const Instance& object) noexcept;
 
-/// The nearest holder that has a name, null if there is none.
+/// The nearest owner that has a name, null if there is none.
 const Instance* namingHolder(const Instance& object) noexcept;
-/// Whether namingHolder() is `holder`, which is null or has a name.
+/// Whether namingHolder() is `holder`. REQUIRES: `holder` is null or has a name.
 bool isNamedBelow(const Instance& object, const Instance* holder) noexcept;
 
-/// In UTF-8; empty for an object without a name.
-/// Cost: proportional to the depth.
+/// In UTF-8. Empty for an object without a name.
+/// Cost: Proportional to the depth of the object.
 std::string qualifiedName(const Instance& object);
 
-/// A class as people write it: its name and its package's, "behavior.Runnable".
+/// The name of a class with that of its package, as people write it: "behavior.Runnable".
 std::string_view shortName(const ClassData& cls) noexcept;
 
 }  // namespace Tarvelon::metamodel::native

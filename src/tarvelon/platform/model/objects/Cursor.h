@@ -9,16 +9,17 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// Goes through the slots of an object and the elements of their lists, so that a walk down a tree keeps one
-/// of these for each level instead of calling itself.
+/// An iterator over some slots of an object and over the elements of their lists. A walk over a tree keeps
+/// one cursor for each level, so it needs no recursion.
 class Cursor {
  public:
-  /// Nothing.
+  /// An empty cursor.
   Cursor() noexcept = default;
   Cursor(const Instance& object, std::uint64_t slots) noexcept
       : mObject(&object), mSlots(object.presence() & slots) {}
 
-  /// Goes to the next value; false at the end. Behind it value(), slot() and index() say what and where.
+  /// Advances to the next value. Returns false at the end. After true, value(), slot() and index() describe
+  /// the value.
   bool next() noexcept {
     for (; mSlots != 0; mSlots &= mSlots - 1, mNext = 0) {
       mSlot = static_cast<unsigned>(std::countr_zero(mSlots));

@@ -48,7 +48,7 @@ LastingRoom Instance::reserveLasting() {
 }
 
 void Instance::grow(unsigned needed) {
-  // An odd number of words fills the blocks of the allocator.
+  // An odd number of words fills the allocator's blocks.
   const unsigned capacity = needed | 1;
   Word* words = allocateArray<Word>(capacity);
   std::memcpy(words, this->words(), count() * sizeof(Word));

@@ -16,21 +16,23 @@ namespace Tarvelon::metamodel::native {
 
 class NativeModel;
 
-/// A model object of any class: 72 bytes in its model's InstanceIndex, and a block of memory when it has more
+/// A model object of any class.
+///
+/// An object is 72 bytes in the InstanceIndex of its model. It has a separate block of memory if it has more
 /// than two values.
 ///
-/// Only values that were set take room. Each class gives its stored properties slots (ClassData); a bit for
-/// each slot says whether there is a value, and the words of those that have one stand packed in slot order.
-///
-/// Ownership: the model owns its objects. The first handle on an object takes a reference on the model, the
-///            last one drops it. An object that was destroyed, or whose model was closed, while handles are
-///            left stays as a shell without values, which the last handle frees.
-/// Changes:   put() and remove() only store. What a change means for owners and referrers is the business of
-///            Links.h.
+/// Storage:   Only values that were set take memory. The class gives each of its stored properties a slot
+///            (ClassData). One bit for each slot says whether the slot has a value. The words of the present
+///            values are stored side by side, in slot order.
+/// Ownership: The model owns its objects. The first handle on an object adds a reference to the model;
+///            releasing the last handle removes it. If an object is destroyed, or its model closed, while it
+///            still has handles, the object stays as a shell without values. Releasing the last handle frees
+///            the shell.
+/// Changes:   put() and remove() only store a word. Links.h keeps owners, referrers and opposites consistent.
 class Instance final : public K7Q::NSInterface::ClassObjectIntf {
  public:
   static constexpr unsigned kMaxSlots = ClassData::kMaxSlots;
-  /// Where an object that is referred to keeps its referrers.
+  /// The slot in which a referenced object keeps the set of its referrers.
   static constexpr unsigned kReferrerSlot = kMaxSlots;
 
   Instance(NativeModel& model, const ClassData& cls, std::uint32_t number) noexcept
@@ -40,8 +42,8 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   void addRef() const override;
   void release() const override;
   int numRef() const override { return mReferences; }
-  /// The object as a ClassObjectIntf, for the tags of its class, of every class above and of the interfaces
-  /// it has.
+  /// Returns the object as a ClassObjectIntf if the tag is that of its class, of a base class or of an
+  /// interface that the class implements.
   void* cast(K7Q::CooperativeVisitor::TagPair tag) override;
   const ruvo::InternedName& getRuvoName(bool immutable) const override;
   bool isValid(K7Q::Deviant) const override { return isAlive(); }
@@ -50,57 +52,60 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   K7Q::Model getModel(K7Q::Deviant deviant) const override;
 
   bool isAlive() const noexcept { return (mState & (kGone | kBuried)) == 0; }
-  /// Whether it is gone for everybody but the journal, which may bring it back.
+  /// Whether the object was destroyed but the journal keeps it, so that an undo can restore it.
   bool isBuried() const noexcept { return (mState & kBuried) != 0; }
   void bury() noexcept { mState |= kBuried; }
   void revive() noexcept { mState &= ~kBuried; }
   const ClassData& cls() const noexcept { return *mClass; }
   NativeModel& model() const noexcept { return *mModel; }
-  /// The object's place in its model's index: stable while it lives, then given to another.
+  /// The place of the object in its model's index. The number does not change while the object exists and is
+  /// reused afterwards.
   std::uint32_t number() const noexcept { return mNumber; }
 
   Instance* owner() const noexcept { return mOwner; }
-  /// The slot of the owner that holds the object. REQUIRES: it has an owner.
+  /// The slot of the owner that contains the object. REQUIRES: the object has an owner.
   unsigned ownerSlot() const noexcept { return (mState >> kOwnerShift) & 0xFF; }
   void setOwner(Instance* owner, unsigned slot) noexcept {
     mOwner = owner;
     mState = (mState & ~(std::uint64_t{0xFF} << kOwnerShift)) | (std::uint64_t{slot} << kOwnerShift);
   }
 
-  /// A bit for each slot that has a value.
+  /// The bit mask of the slots that have a value.
   std::uint64_t presence() const noexcept { return mState & kPresence; }
   bool has(unsigned slot) const noexcept { return (mState >> slot & 1) != 0; }
-  /// Null when the slot has no value. A pointer that the next put() or remove() makes stale.
+  /// The word in a slot, null if the slot has no value. The next put(), remove() or reserve...() invalidates
+  /// the pointer.
   const Word* find(unsigned slot) const noexcept {
     const std::uint64_t bit = std::uint64_t{1} << slot;
     return (mState & bit) != 0 ? words() + std::popcount(mState & (bit - 1)) : nullptr;
   }
   Word* find(unsigned slot) noexcept { return const_cast<Word*>(std::as_const(*this).find(slot)); }
-  /// Makes room for `count` more values that steps put. This and reserveLasting() can fail, the others
-  /// cannot.
+  /// Makes room for `count` more values that steps will put. Only the reserve...() functions can fail.
   void reserve(unsigned count);
-  /// Makes room for a word that is put without a step and stays. While the model keeps a journal, that is
-  /// room in addition to what there is, which the journal may need.
+  /// Makes room for a word that is put without a step and is never removed. If the model has a journal, this
+  /// room is in addition to the free room, which an undo may need.
   [[nodiscard]] LastingRoom reserveLasting();
-  /// Puts a word without a step. REQUIRES: the slot has no value; the room was reserved for this object.
+  /// Puts a word without a step. REQUIRES: the slot has no value, and `room` was reserved for this object.
   void put(unsigned slot, Word word, LastingRoom /*room*/) noexcept { putWord(slot, word); }
-  /// Puts the word of a step. REQUIRES: the slot has a value, or there is room for one more.
+  /// Puts the word of a step. REQUIRES: the slot has a value, or room() > 0.
   void put(unsigned slot, Word word, StepRoom /*room*/) noexcept { putWord(slot, word); }
   /// REQUIRES: the slot has a value.
   void remove(unsigned slot, StepRoom room) noexcept;
 
-  /// How many more values fit.
+  /// How many more values can be put without allocating.
   unsigned room() const noexcept { return capacity() - count(); }
 
-  /// From the first referrer on, the object keeps the word for them.
+  /// Makes room for one more referrer. From the first call on, the object keeps a word for its referrers.
   void reserveReferrer();
   /// REQUIRES: reserveReferrer().
   void addReferrer(Referrer referrer) noexcept;
-  /// With `keepsRoom` as many can come back without a reserveReferrer().
+  /// If `keepsRoom` is true, the freed room stays, so that the referrer can be added again without
+  /// allocating.
   void removeReferrer(Referrer referrer, bool keepsRoom = false) noexcept;
   bool isReferredBy(Referrer referrer) const noexcept;
 
-  /// Marks what is about to be destroyed, and links it up: the owner's place serves as the link.
+  /// Marks an object that is being destroyed. markDying() also clears the owner; the same member then links
+  /// the marked objects into a list.
   bool isDying() const noexcept { return (mState & kDying) != 0; }
   void setDying(bool isDying) noexcept { mState = isDying ? mState | kDying : mState & ~kDying; }
   void markDying() noexcept {
@@ -109,8 +114,7 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   }
   Instance* nextDying() const noexcept { return mOwner; }
   void setNextDying(Instance* next) noexcept { mOwner = next; }
-  /// Drops every value and turns the object into a shell, which is freed at once when no handle is left on
-  /// it.
+  /// Drops all values and turns the object into a shell. A shell without handles is freed at once.
   void expire() noexcept;
   bool hasExpired() const noexcept { return (mState & kGone) != 0; }
 
@@ -140,15 +144,15 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   NativeModel* mModel;
   Instance* mOwner = nullptr;
   std::uint64_t mState = 0;
-  /// The values or, when they are more, where they stand and how many there is room for.
+  /// The values, if there is room for them here. Otherwise a pointer to the values and their capacity.
   Word mWords[kInline] = {};
 };
 static_assert(sizeof(Instance) == 72);
 
-/// How many objects there are in all models, shells included: leak tests compare it before and after.
+/// How many objects exist in all models, shells included. Leak tests compare this number before and after.
 TARVELON_API std::size_t liveObjects() noexcept;
 
-/// The model object behind an interface, null when it is none of ours.
+/// Returns the model object behind an interface, or null if the interface is not one of an Instance.
 inline Instance* asInstance(K7Q::NSInterface::ObjectIntf* object) noexcept {
   // One type_info exists, since the class is hidden: comparing its address is enough.
   return object && &typeid(*object) == &typeid(Instance) ? static_cast<Instance*>(object) : nullptr;

@@ -17,7 +17,7 @@ namespace {
 
 constexpr std::uint16_t kNoList = std::numeric_limits<std::uint16_t>::max();
 
-/// Room for one more, in steps that keep the cost of an element constant.
+/// Makes room for one more element. The capacity grows geometrically, so the amortised cost is constant.
 template <class T>
 void reserveOne(std::vector<T>& vector) {
   constexpr std::size_t kFirst = 8;
@@ -36,10 +36,11 @@ void InstanceIndex::reserve(const ClassData& cls) {
     mClasses.push_back({&cls, {}});
   }
   reserveOne(listOf(cls).numbers);
-  // Where an allocation is to fail by request, an object counts as one whether a chunk has room or not.
+  // For tests that let an allocation fail: each object counts as one allocation, whether its chunk has room
+  // or not.
   if (hx::tThread.allocationsUntilFailure != 0) utFree(allocate(1));
   if (mFirstWithRoom == kNone) {
-    // The last number of all is none.
+    // The greatest number is kNone and cannot be used.
     if (mSlabs.size() == kNone / kChunk) {
       throw K7Q::OutOfRange("a model holds at most " + std::to_string(kNone / kChunk * kChunk) +
                             " objects; make a second model");
@@ -108,7 +109,7 @@ void InstanceIndex::free(Instance& instance) noexcept {
   if (slab.chunk->used == 0) dropEmpty(slabNumber);
 }
 
-// One is kept, so that making and ending a single object again and again allocates nothing.
+// One empty chunk is kept, so that creating and destroying a single object repeatedly allocates nothing.
 void InstanceIndex::dropEmpty(std::uint32_t slab) noexcept {
   if (mEmpty == kNone && !hx::kHasAsan) {
     mEmpty = slab;

@@ -11,19 +11,19 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// The storage of all objects of a model, by their numbers, and the list of those of each class in the order
-/// in which they were made.
+/// The storage of all objects of a model, addressed by number, and a list of the objects of each class in the
+/// order of creation.
 ///
-/// Objects stand side by side in chunks, so that a number is a place and going through all of them reads
-/// memory in order. A number that has become free is given out again before a new one. Going through the
-/// numbers from 0 up visits the objects in an order that only changes where objects go and come.
-/// Cost: 5 bytes an object beside it, and 4 to 8 in the list of its class.
+/// Objects are stored in chunks, in the order of their numbers. So an object is found by number in constant
+/// time, and iterating over all objects reads memory sequentially. Free numbers are reused before new ones
+/// are given out. Iteration in order of numbers gives an order that does not change for existing objects.
+/// Cost: 5 bytes for each object besides the object itself, and 4 to 8 bytes in the list of its class.
 class InstanceIndex {
  public:
-  /// The objects of exactly one class.
+  /// All objects whose class is exactly `cls`.
   struct ClassList {
     const ClassData* cls;
-    /// Numbers; kNone where an object has gone.
+    /// Object numbers in the order of creation; kNone in place of an object that was removed.
     std::vector<std::uint32_t> numbers;
     std::uint32_t gaps = 0;
   };
@@ -35,27 +35,27 @@ class InstanceIndex {
   /// REQUIRES: no object is left.
   ~InstanceIndex() { clear(); }
 
-  /// Makes all the room that the next make() needs, for an object of that class.
+  /// Makes all the room that the next make() needs for an object of that class.
   void reserve(const ClassData& cls);
-  /// A new object. REQUIRES: reserve() just before.
+  /// Creates an object. REQUIRES: reserve() was called just before.
   Instance& make(NativeModel& model, const ClassData& cls) noexcept;
-  /// Takes an object, which is about to expire, out of the list of its class.
+  /// Removes an object that is about to expire from the list of its class.
   void leaveClass(const Instance& instance) noexcept;
-  /// Ends an object that has expired and that nobody holds any more.
+  /// Ends an expired object without handles and frees its number.
   void free(Instance& instance) noexcept;
 
-  /// REQUIRES: there is an object, expired or not, of that number.
+  /// REQUIRES: the number is that of an object, expired or not.
   Instance* at(std::uint32_t number) const noexcept {
     return mSlabs[number / kChunk].chunk->at(number % kChunk);
   }
-  /// The same for any number, null for one that is free.
+  /// As at(), for any number. Null for a free number.
   Instance* find(std::uint32_t number) const noexcept {
     if (number / kChunk >= mSlabs.size()) return nullptr;
     Chunk* chunk = mSlabs[number / kChunk].chunk;
     return chunk && (chunk->used >> number % kChunk & 1) != 0 ? chunk->at(number % kChunk) : nullptr;
   }
-  /// Calls visit(Instance&) for each that has not expired, in order of number; it may end the one it is
-  /// called for.
+  /// Calls visit(Instance&) for each object that has not expired, in order of number. `visit` may free the
+  /// object it is called with.
   template <class Visit>
   void forEach(Visit visit) const {
     for (const Slab& slab : mSlabs) {
@@ -65,9 +65,9 @@ class InstanceIndex {
       }
     }
   }
-  /// A list for each class of which there were objects, in the order of their first ones.
+  /// One list for each class that has or had objects, in the order in which the classes were first used.
   const std::vector<ClassList>& classes() const noexcept { return mClasses; }
-  /// Forgets the classes and releases all storage in which no object is left.
+  /// Removes all class lists and frees the empty chunk that is kept.
   void clear() noexcept;
 
  private:
@@ -75,9 +75,9 @@ class InstanceIndex {
   static constexpr std::uint32_t kChunk = hx::kHasAsan ? 1 : 64;
   static constexpr std::uint64_t kFull = ~std::uint64_t{0} >> (64 - kChunk);
   struct Chunk {
-    /// A bit for each place in which an object stands.
+    /// A bit for each place that is in use.
     std::uint64_t used;
-    /// Where each object stands in the list of its class.
+    /// For each object, its index in the list of its class.
     std::uint32_t places[kChunk];
     alignas(Instance) std::byte storage[kChunk][sizeof(Instance)];
 
@@ -85,7 +85,7 @@ class InstanceIndex {
       return std::launder(reinterpret_cast<Instance*>(&storage[place]));
     }
   };
-  /// Those with a free place, which one without a chunk has too, are chained.
+  /// A range of kChunk numbers. Slabs with a free place, also those without a chunk, form a free list.
   struct Slab {
     Chunk* chunk;
     std::uint32_t nextWithRoom;
@@ -100,10 +100,10 @@ class InstanceIndex {
 
   std::vector<Slab> mSlabs;
   std::vector<ClassList> mClasses;
-  /// By ordinal of the class: where its list stands.
+  /// By ordinal of the class: the index of its list in mClasses.
   std::vector<std::uint16_t> mLists;
   std::uint32_t mFirstWithRoom = kNone;
-  /// The one empty slab whose chunk is kept for the next object.
+  /// The one empty slab whose chunk is kept for the next object. kNone if there is none.
   std::uint32_t mEmpty = kNone;
 };
 

@@ -7,8 +7,8 @@ namespace Tarvelon::metamodel::native {
 class Instance;
 class NativeModel;
 
-/// What nothing holds, in the order of the model's index.
-/// Cost: proportional to the objects of the model.
+/// The objects without an owner, in the order of the model's index.
+/// Cost: Proportional to the number of objects in the model.
 std::vector<Instance*> rootsOf(const NativeModel& model);
 
 }  // namespace Tarvelon::metamodel::native

@@ -18,16 +18,17 @@ namespace Tarvelon::metamodel::native {
 class Journal;
 class NameIndex;
 
-/// A model: owns its objects, in a table by their numbers.
+/// A model. It owns its objects, which are stored in a table by their numbers.
 ///
-/// Lifetime: counted by handles on the model and by objects that have handles; the last of them frees it with
-///           all objects. close() frees the objects at once, except for shells that handles still hold.
-/// Sources:  the functions for the journal are in changes/, those for the index of names in names/, those of
-///           the boundary's interface and the model's life in views/.
+/// Lifetime: The model is reference counted: by the handles on the model and by the objects that have
+///           handles. The last reference frees the model and all its objects. close() frees the objects at
+///           once; objects that still have handles stay as shells.
+/// Sources:  Functions that need the journal are in changes/, those that need the index of names in names/.
+///           Functions of the boundary interface, creation and destruction are in views/.
 class NativeModel final : public K7Q::NSInterface::ModelIntf {
  public:
   static K7Q::Model make(const std::u16string& uri);
-  /// The model behind a handle. Raises kNullReference for an empty one and a closed model.
+  /// Returns the model behind a handle. Raises kNullReference for an empty handle and for a closed model.
   static NativeModel& require(const K7Q::Model& model);
 
   void addRef() const override { ++mReferences; }
@@ -43,19 +44,19 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   std::u16string getUri(K7Q::Deviant deviant) const override;
   void close() override;
   bool isClosed() const noexcept { return mIsClosed; }
-  /// Of a closed model, too.
+  /// The URI, also of a closed model.
   std::u16string_view uri() const noexcept { return mUri; }
 
-  /// A new object of the class, with room for that many values, owned by nobody.
+  /// Creates an object of the class without an owner, with room for `values` values.
   Instance& add(const ClassData& cls, unsigned values);
-  /// Ends an object that is linked to no other any more.
+  /// Ends an object. REQUIRES: no other object refers to it or contains it.
   void expire(Instance& instance) noexcept;
-  /// Frees the storage of an expired object that nobody holds.
+  /// Frees the storage of an expired object without handles.
   void free(Instance& instance) noexcept { mInstances.free(instance); }
   Instance& instance(std::uint32_t number) const noexcept { return *mInstances.at(number); }
   const InstanceIndex& instances() const noexcept { return mInstances; }
-  /// Calls visit(Instance&) for each object that is not gone, in an order that changes only where objects
-  /// come and go. It must not make or destroy any.
+  /// Calls visit(Instance&) for each object that is not destroyed. The order of two objects does not change
+  /// while both exist. `visit` must not create or destroy objects.
   template <class Visit>
   void forEachInstance(Visit visit) const {
     mInstances.forEach([&visit](Instance& instance) {
@@ -63,25 +64,25 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
     });
   }
 
-  /// The right to change objects without steps, which holds until a journal is begun; none while there is
-  /// one.
+  /// The permission to change objects without steps. It is valid until a journal is created. Empty if there
+  /// is a journal.
   std::optional<StepRoom> unjournaled() const noexcept {
     return mJournal ? std::nullopt : std::optional(StepRoom());
   }
 
-  /// What the library of files has to say of the file that the model came from, which knows its kind. It goes
-  /// with the model. Null for nothing.
+  /// Keeps the problems that the file library found when it loaded this model. Only that library knows their
+  /// type. They are freed with the model. Null if there are none.
   void keepReport(std::shared_ptr<const void> report) noexcept { mReport = std::move(report); }
   const void* report() const noexcept { return mReport.get(); }
 
-  /// Null while nobody asks for steps.
+  /// The journal. Null while there is no transaction, history, listener or watch.
   Journal* journal() const noexcept { return mJournal.get(); }
   Journal& requireJournal();
-  /// Lets listeners go that have left, and gives up a journal that nobody asks any more. Does nothing while
-  /// listeners are told of a change.
+  /// Frees listeners that were removed, then the journal if nothing needs it any more. Does nothing while
+  /// listeners are being called.
   void dropIdleJournal() noexcept;
 
-  /// The index of names, built when it is asked for and not complete.
+  /// The index of names. It is built here if it does not exist or is incomplete.
   const NameIndex& names();
   void noteNameOf(const Instance& object, bool hadName) noexcept {
     if (mNames) enterName(object, hadName);
@@ -90,16 +91,18 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
     if (mNames) enterOwner(object);
   }
 
-  /// Pays for the next look of an audit at the whole model. True when that is paid.
+  /// Adds `paid` to the work that is saved up for the next audit of the whole model. Returns true when it
+  /// covers the cost of that audit.
   bool payForAudit(std::uint64_t paid) noexcept { return (mAuditPaid += paid) >= mAuditPrice; }
   void setAuditPrice(std::uint64_t price) noexcept {
     mAuditPaid = 0;
     mAuditPrice = price;
   }
 
-  /// Says that what `owner` holds has changed.
+  /// Records that the set of objects that `owner` contains has changed.
   void noteOwnership(const Instance& owner) noexcept { ++mStamps[owner.number() % kStamps]; }
-  /// Differs from before when what `owner` holds has changed, and now and then when it has not.
+  /// Differs from an earlier result if the set of objects that `owner` contains has changed. It may also
+  /// differ without such a change, since several owners share one stamp.
   std::uint32_t ownershipStamp(const Instance& owner) const noexcept {
     return mStamps[owner.number() % kStamps];
   }
@@ -115,7 +118,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   static constexpr std::uint32_t kStamps = 64;
 
   mutable std::int32_t mReferences = 0;
-  /// Any thread may ask whether the model is open.
+  /// Atomic, since any thread may ask whether the model is open.
   std::atomic<bool> mIsClosed = false;
   InstanceIndex mInstances;
   std::unique_ptr<Journal> mJournal;

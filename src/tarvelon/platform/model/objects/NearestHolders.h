@@ -7,13 +7,13 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// The nearest holders of some kind, asked for one object after the other. Where very many of another kind
-/// stand above one another, some of them are remembered, so that the way up is not gone from each again.
-/// REQUIRES: meanwhile no object gets another owner or becomes one of that kind, or is none any more.
+/// Finds the nearest owner of a certain kind, for one object after the other. In deep trees it caches the
+/// result for every 64th owner that it passes, so that long paths are not walked again for each object.
+/// REQUIRES: while it is used, no object gets another owner or becomes or stops being an owner of that kind.
 template <bool (*IsWanted)(const Instance&)>
 class NearestHolders {
  public:
-  /// Null if there is none.
+  /// Null if there is no such owner.
   const Instance* of(const Instance& object) {
     constexpr unsigned kEach = 64;
     const Instance* holder = object.owner();

@@ -7,7 +7,7 @@
 #include "tarvelon/platform/model/objects/Instance.h"
 #include "tarvelon/platform/model/words/WordList.h"
 
-/// Walks over the references of one object.
+/// Iteration over the references of one object.
 namespace Tarvelon::metamodel::native {
 
 inline constexpr std::uint64_t bitOf(unsigned slot) noexcept { return std::uint64_t{1} << slot; }
@@ -21,20 +21,20 @@ inline bool holds(const ClassData& cls, unsigned slot) noexcept {
 }
 inline bool holds(const Instance& object, unsigned slot) noexcept { return holds(object.cls(), slot); }
 
-/// The list of a property of many values. Null while no value was ever put in.
+/// The list of a many-valued property. Null until the first element is inserted.
 inline WordList* listOf(const Instance& object, unsigned slot) noexcept {
   const Word* word = object.find(slot);
   return word ? word->list : nullptr;
 }
 
-/// Calls visit(slot) for each slot of the set, from the lowest.
+/// Calls visit(slot) for each slot of the bit mask, lowest first.
 template <class Visit>
 void forEachSlot(std::uint64_t slots, Visit visit) {
   for (; slots != 0; slots &= slots - 1) visit(static_cast<unsigned>(std::countr_zero(slots)));
 }
 
-/// Calls visit(Instance&, slot) for each object in those of the object's slots, in order. The object must not
-/// change meanwhile.
+/// Calls visit(Instance&, slot) for each object in the given slots of an object, in order. The object must
+/// not change meanwhile.
 template <class Visit>
 void forEachObject(const Instance& object, std::uint64_t slots, Visit visit) {
   forEachSlot(object.presence() & slots, [&](unsigned slot) {
@@ -49,7 +49,7 @@ void forEachObject(const Instance& object, std::uint64_t slots, Visit visit) {
   });
 }
 
-/// The same for what the object holds.
+/// The same for the objects that the object contains.
 template <class Visit>
 void forEachHeld(const Instance& object, Visit visit) {
   forEachObject(object, object.cls().holdingSlots, visit);

@@ -1,4 +1,4 @@
-// Configured values and the definitions that they are values of.
+// Rules for configured values and their definitions.
 
 #include <bit>
 #include <cmath>
@@ -13,7 +13,7 @@ namespace {
 using namespace arplatform;  // NOLINT(google-build-using-namespace): the rules name the packages below it
 using namespace ecuc;        // NOLINT(google-build-using-namespace)
 
-/// Reports a definition that is none of those which the definition of the value's container holds.
+/// Reports a value whose definition is not contained in the definition of the value's container.
 template <class X>
 void requireDefinedIn(const Instance& value, const Instance* holder, Findings& findings) {
   const Instance* definition = get<X, "Definition">(value);

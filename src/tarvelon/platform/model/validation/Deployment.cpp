@@ -1,4 +1,4 @@
-// Services and their deployment, and what runs on which ECU.
+// Rules for services, their deployment, and the mapping of software to ECUs.
 
 #include <unordered_set>
 #include <vector>
@@ -17,7 +17,8 @@ const Instance* deployedBy(const Instance* serviceInstance) {
   return getOf<manifest::AdaptivePlatformServiceInstance, "Deployment">(serviceInstance);
 }
 
-/// The composition and all that stand in it, at whatever depth, by the types of their components.
+/// The composition and all compositions that are used in it, at any depth, through the types of their
+/// components.
 const std::unordered_set<const Instance*>& compositionsWithin(const Instance& whole, Findings& findings) {
   std::unordered_set<const Instance*>& found = findings.compositionsWithin(whole);
   if (!found.empty()) return found;

@@ -14,17 +14,18 @@
 
 namespace Tarvelon::metamodel::native::validation {
 
-/// The problems that a pass has found, and what its rules share.
+/// The problems that a validation pass has found, and data that its rules share.
 class Findings {
  public:
-  /// Problems show their objects in that view.
+  /// `deviant` is the view of the handles in the problems. `top` is the validated object.
   explicit Findings(K7Q::Deviant deviant, const Instance* top = nullptr) noexcept
       : mDeviant(deviant), mTop(top) {}
 
-  /// The object that was asked, null for a model.
+  /// The object that is validated, null for a model.
   const Instance* top() const noexcept { return mTop; }
 
-  /// A problem of an object's property, by the host's name for it, under the rule that runs.
+  /// Adds a problem with a property of an object, for the current rule. `Name` is the name that the host
+  /// shows.
   template <class X, FixedString Name>
   void add(const Instance& object, std::string message) {
     add(object, slotOf<X, Name>(object), std::move(message));
@@ -32,7 +33,7 @@ class Findings {
   void add(const Instance& object, unsigned slot, std::string message) {
     add(object, hostNameOf(object.cls(), slot), std::move(message));
   }
-  /// A problem of the object as a whole.
+  /// Adds a problem with the whole object.
   void add(const Instance& object, std::string message) { add(object, "", std::move(message)); }
 
   void begin(const Rule& rule) noexcept { mRule = &rule; }
@@ -45,33 +46,33 @@ class Findings {
   };
   std::vector<Found>& found() noexcept { return mFound; }
 
-  /// How far the search for circles has come with an object, for the rule that runs.
+  /// The state of an object in the search for cycles, for the current rule.
   struct Search {
     enum class State : std::uint8_t { New, Open, Done };
     State state = State::New;
-    /// Of one that is open, how many steps lead to it.
+    /// For an open object: the number of steps that lead to it.
     std::size_t depth = 0;
   };
   Search& search(const Instance& object) { return mSearches[mRule][&object]; }
 
-  /// What the object stands below, itself if nothing holds it.
+  /// The root of the object's tree; the object itself if it has no owner.
   const Instance& rootOf(const Instance& object) {
     const Instance* root = mRoots.of(object);
     return root ? *root : object;
   }
-  /// The behavior that holds the object, null if none does.
+  /// The nearest behavior above the object, null if there is none.
   const Instance* behaviorAbove(const Instance& object) { return mBehaviors.of(object); }
 
-  /// What a composition consists of, once for all that ask.
+  /// The set of compositions that a composition uses. It is cached; the caller fills it if it is empty.
   std::unordered_set<const Instance*>& compositionsWithin(const Instance& whole) {
     return mCompositions[&whole];
   }
 
-  /// Whether the model has objects that nothing holds although something should.
+  /// Whether the model has objects without an owner that should have one.
   bool hasStrays() const noexcept { return mHasStrays; }
   void noteStrays() noexcept { mHasStrays = true; }
 
-  /// What the rules know of the object's class.
+  /// The precomputed data for the object's class.
   const ClassPlan& planOf(const Instance& object) { return mPlans.of(object.cls()); }
 
   struct Named {
@@ -79,10 +80,11 @@ class Findings {
     std::size_t order;
     const Instance* object;
   };
-  /// What rules use while they look at one object, kept so that it is not allocated for each.
+  /// Buffers that rules use while they check one object. They are kept to avoid an allocation for each
+  /// object.
   struct Room {
     std::vector<Named> named;
-    /// Whose namespace `named` lists.
+    /// The object whose namespace `named` lists.
     const Instance* namespaceOf = nullptr;
     std::vector<Named> values;
     std::vector<const Instance*> open;

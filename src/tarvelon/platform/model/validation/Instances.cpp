@@ -1,5 +1,5 @@
-// Instance references: what they point at must be reachable through what they name on the way, and what
-// belongs to a behavior is reached within that behavior.
+// Rules for instance references. The target must be reachable through the objects that the reference names as
+// its context. An element of a behavior must be referenced within that behavior.
 
 #include "tarvelon/platform/model/metamodel/Metamodel.h"
 #include "tarvelon/platform/model/validation/Ports.h"
@@ -11,10 +11,11 @@ namespace {
 
 using namespace arplatform;  // NOLINT(google-build-using-namespace): the rules name the packages below it
 
-/// The component whose behavior the object stands in, or that holds it.
+/// The component that contains the object, directly or through its behavior.
 const Instance* componentOf(const Instance& object) { return holderOf<component::Component>(&object); }
 
-/// The behavior that the object stands in or, in a component beside it, the component's.
+/// The behavior that contains the object or, if there is none, the behavior of the component that contains
+/// it.
 const Instance* behaviorFor(const Instance& object) {
   if (const Instance* own = holderOf<behavior::ApplicationComponentBehavior>(&object)) return own;
   const Instance* component = componentOf(object);
@@ -28,13 +29,14 @@ const Instance* behaviorOf(const Instance* element) {
   return holderOf<behavior::ApplicationComponentBehavior>(element);
 }
 
-/// "'Torque' is no element of the interface 'Pedal' of the port 'Speed'; ..."
+/// "'Torque' does not belong to the interface 'Pedal' of the port 'Speed'; ..."
 std::string notOfInterface(const Instance& element, const Instance& port, const Instance& interface) {
   return shown(element) + " does not belong to the interface " + shown(interface) + " of the port " +
          shown(port) + "; name an element of that interface, or a port with another one";
 }
 
-/// Reports an element that the interface of the port does not hold. Silent while one of them is missing.
+/// Reports an element that the interface of the port does not contain. Reports nothing while one of them is
+/// missing.
 template <class X, FixedString Name>
 void requireOfInterface(const Instance& object, const Instance* port, Findings& findings) {
   const Instance* element = get<X, Name>(object);

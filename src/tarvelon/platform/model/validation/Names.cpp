@@ -1,4 +1,4 @@
-// Short names, and namespaces: what one path can mean.
+// Rules for short names and namespaces: a path must identify one object.
 
 #include <algorithm>
 #include <compare>
@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t kLongest = 128;
 
-/// What has no name in AUTOSAR, or a short label that may be left out.
+/// Objects that have no name in AUTOSAR, or a short label that may be left out.
 bool mayBeNameless(const Instance& object) {
   return isA<arplatform::common::AUTOSAR>(object) || isA<arplatform::variant::VariationPoint>(object) ||
          isA<arplatform::behavior::PortDefinedArgumentValue>(object);
@@ -32,7 +32,7 @@ bool isLegal(std::u16string_view name) {
          });
 }
 
-/// Equal for names that differ in case alone.
+/// Names that differ only in case have the same hash.
 std::size_t hashOf(std::u16string_view name) {
   std::uint64_t hash = 0xcbf29ce484222325;
   for (const char16_t unit : name) hash = (hash ^ small(unit)) * 0x100000001b3;
@@ -48,8 +48,8 @@ void addNamed(const Instance& object, Findings& findings) {
   if (!name.empty()) findings.room().named.push_back({hashOf(name), findings.room().named.size(), &object});
 }
 
-/// Adds everything whose name stands directly below the object's: what it holds and, of what was given no
-/// name, what that holds.
+/// Adds all objects whose names belong to the object's namespace: the contained objects and, below contained
+/// objects without a name, the objects that these contain.
 void addHeld(const Instance& object, Findings& findings) {
   auto& open = findings.room().open;
   open.clear();
@@ -62,14 +62,14 @@ void addHeld(const Instance& object, Findings& findings) {
   }
 }
 
-/// Whether a namespace begins with the object: what has no name itself leaves its names to that of its
-/// holder.
+/// Whether the object begins a namespace. The names below an object without a name belong to the namespace of
+/// its owner.
 bool isNamespace(const Instance& object, const Findings& findings) {
   return !nameOf(object).empty() || &object == findings.top() ||
          (!object.owner() && !isA<foundation::Package>(object));
 }
 
-/// The names of the object's namespace, once for the rules that follow each other.
+/// Collects the names of the object's namespace. The result is kept for the next rule.
 void gather(const Instance& object, Findings& findings) {
   if (findings.room().namespaceOf == &object) return;
   findings.room().namespaceOf = &object;
@@ -81,7 +81,7 @@ void sortBy(Findings& findings, auto isBefore) {
   if (findings.room().named.size() > 1) std::ranges::sort(findings.room().named, isBefore);
 }
 
-/// Reports in order of ownership what was found in another order.
+/// Reports name clashes in the order of containment.
 void report(std::vector<std::pair<Findings::Named, const Instance*>>& clashes, auto add) {
   std::ranges::sort(clashes, {}, [](const auto& each) { return each.first.order; });
   for (const auto& [later, earlier] : clashes) add(*later.object, *earlier);

@@ -1,4 +1,4 @@
-// What may not lead back to itself.
+// Rules against cycles.
 
 #include "tarvelon/platform/model/metamodel/Metamodel.h"
 #include "tarvelon/platform/model/validation/Rules.h"
@@ -9,13 +9,13 @@ namespace {
 
 using namespace arplatform;  // NOLINT(google-build-using-namespace): the rules name the packages below it
 
-/// One object on the way, and what it leads to that was not looked at yet.
+/// One object of the current path, and its successors that were not visited yet.
 struct Step {
   const Instance* object;
   std::vector<const Instance*> next;
 };
 
-/// "'A' -> 'B' -> 'A'", of a long one the first steps and the last.
+/// "'A' -> 'B' -> 'A'". Of a long cycle, only the first steps and the last are shown.
 std::string circleOf(const std::vector<Step>& way, std::size_t first) {
   constexpr std::size_t kShown = 6;
   const std::size_t length = way.size() - first;
@@ -29,8 +29,8 @@ std::string circleOf(const std::vector<Step>& way, std::size_t first) {
   return circle + shown(*way[first].object);
 }
 
-/// Calls report(object, circle) for each way that leads from the object on and back to where it was. What an
-/// earlier search has followed is not followed again: all searches of a pass together look at each once.
+/// Calls report(object, cycle) for each cycle that can be reached from `start`. Objects that an earlier
+/// search has visited are not visited again; so all searches of a pass together visit each object once.
 template <class Next, class Report>
 void searchCircles(const Instance& start, Findings& findings, Next next, Report report) {
   using State = Findings::Search::State;

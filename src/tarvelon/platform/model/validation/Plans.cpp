@@ -13,7 +13,7 @@ namespace {
 
 using namespace arplatform;  // NOLINT(google-build-using-namespace): the rows name the packages below it
 
-/// A property of a class, by its rows.
+/// A property of a class, as the rows identify it.
 struct Row {
   const K7Q::IntrospectiveMethods* owner;
   unsigned id;
@@ -25,7 +25,7 @@ Row rowOf() {
   return {&Found::methods(), Found::kProperty.id};
 }
 
-/// Required by the metamodel, but without meaning for one class below.
+/// A property that the metamodel requires, but that has no meaning for one subclass.
 struct Exemption {
   const K7Q::IntrospectiveMethods* cls;
   Row row;
@@ -33,7 +33,7 @@ struct Exemption {
 
 const auto& exemptions() {
   static const Exemption kRows[] = {
-      // What a port says of a trigger names no data element, since a trigger carries none.
+      // A trigger carries no data, so the port info for a trigger names no data element.
       {&port::NSInterface::TriggerReceiverPortInfoIntf::sIntrospectiveMethods,
        rowOf<port::DataPortInfo, "DataElements">()},
   };
@@ -45,7 +45,8 @@ struct Expectation {
   const char* without;
 };
 
-// Optional in the metamodel, so that an object can be made before it is known; what an object is without it.
+// Properties that are optional in the metamodel, so that an object can be created before the value is known,
+// and what is wrong with an object without the value.
 const auto& expectations() {
   static const Expectation kRows[] = {
       {rowOf<behavior::Event, "StartOnEvent">(), "the event starts no runnable"},
@@ -85,7 +86,7 @@ const ClassData& dataOf(const K7Q::IntrospectiveMethods* methods) {
   return static_cast<const ClassMethods*>(methods)->data();
 }
 
-/// The slot in which objects of the class have the property, kNoSlot for a class that is not below its owner.
+/// The slot that objects of the class have for the property. kNoSlot if the class does not have it.
 unsigned slotIn(const ClassData& cls, const Row& row) {
   const ClassData& owner = dataOf(row.owner);
   return cls.isKindOf(owner.ordinal) ? cls.placeOf(owner, row.id).slot : ClassData::kNoSlot;
@@ -144,7 +145,7 @@ const ClassPlan& Plans::make(const ClassData& cls) {
   for (const Rule& rule : rules()) {
     if (!rule.cls || cls.isKindOf(dataOf(&rule.cls()).ordinal)) plan->rules.push_back(&rule);
   }
-  // Later: isHoldable() may have numbered classes anew.
+  // Only now, since isHoldable() may have given ordinals to more classes.
   if (cls.ordinal >= mPlans.size()) mPlans.resize(cls.ordinal + 1);
   return *(mPlans[cls.ordinal] = std::move(plan));
 }

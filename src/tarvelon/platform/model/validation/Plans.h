@@ -15,29 +15,29 @@ namespace Tarvelon::metamodel::native::validation {
 
 class Findings;
 
-/// What must hold of every object of a class: one row of the table in Rules.cpp.
+/// A rule: what must hold for every object of a class. Each is one row of the table in Rules.cpp.
 struct Rule {
   K7Q::RuleDescription description;
-  /// Objects of the class with that table and below; null for all.
+  /// The rule checks objects of this class and its subclasses. Null for all objects.
   const K7Q::IntrospectiveMethods& (*cls)();
   void (*check)(const Instance&, Findings&);
 };
 
-/// What can be known of the objects of a class before one is seen: a bit for each slot, and the rules.
+/// Data that is computed once for each class: bit masks of slots, and the rules that apply.
 struct ClassPlan {
   std::uint64_t requiredReferences = 0;
-  /// Besides the name, which has rules of its own.
+  /// Without the name, which has rules of its own.
   std::uint64_t requiredTexts = 0;
-  /// Optional, but an object without says nothing: the rows of Plans.cpp.
+  /// Slots that are optional, but without which an object is incomplete: the rows of Plans.cpp.
   std::uint64_t expected = 0;
   std::uint64_t enumerations = 0;
   std::uint64_t numbers = 0;
-  /// Whether some property of some class can hold such an object.
+  /// Whether a property of some class can contain objects of this class.
   bool isHoldable = false;
   std::vector<const Rule*> rules;
 };
 
-/// The plans of all classes that a pass has met.
+/// The plans of all classes that a validation pass has met.
 class Plans {
  public:
   const ClassPlan& of(const ClassData& cls) {
@@ -51,7 +51,7 @@ class Plans {
   std::vector<std::unique_ptr<ClassPlan>> mPlans;
 };
 
-/// Why an object should have a value in one of its expected slots: what the object is without.
+/// What is wrong with an object that has no value in one of its expected slots.
 const char* reasonFor(const ClassData& cls, unsigned slot);
 
 }  // namespace Tarvelon::metamodel::native::validation

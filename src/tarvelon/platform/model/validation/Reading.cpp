@@ -46,7 +46,7 @@ void pushHeld(const Instance& object, std::vector<const Instance*>& stack) {
 }
 
 const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept {
-  // Each class stands behind its bases.
+  // From the end, since each class comes after its bases.
   for (auto place = cls.places.rbegin(); place != cls.places.rend(); ++place) {
     if (place->property && place->slot == slot && place->property->row().isExposed)
       return place->property->row().name;

@@ -15,8 +15,8 @@
 #include "tarvelon/platform/model/objects/Slots.h"
 #include "tarvelon/platform/model/words/WordList.h"
 
-/// Objects read as the rules see them: by class and property, whose names the compiler checks, and without a
-/// handle. A value that was never set reads as null.
+/// Read access to objects for the rules: by class and property, whose names the compiler checks, and without
+/// handles. A value that was never set reads as null.
 namespace Tarvelon::metamodel::native::validation {
 
 template <class X>
@@ -33,7 +33,7 @@ bool isA(const Instance* object) {
   return object && isA<X>(*object);
 }
 
-/// The slot of a property, by the host's name for it. REQUIRES: isA<X>(object).
+/// The slot of a property, by the name that the host shows. REQUIRES: isA<X>(object).
 template <class X, FixedString Name>
 unsigned slotOf(const Instance& object) {
   using Found = PropertyAccess<X, Name>;
@@ -45,26 +45,26 @@ const Word* wordOf(const Instance& object) {
   return object.find(slotOf<X, Name>(object));
 }
 
-/// What a property of one reference names, null when it is unset.
+/// The object that a single-valued reference leads to, null if it is unset.
 template <class X, FixedString Name>
 const Instance* get(const Instance& object) {
   const Word* word = wordOf<X, Name>(object);
   return word ? word->object : nullptr;
 }
-/// The same for an object that may be none, or not of that class.
+/// The same for an object that may be null or of another class; then the result is null.
 template <class X, FixedString Name>
 const Instance* getOf(const Instance* object) {
   return isA<X>(object) ? get<X, Name>(*object) : nullptr;
 }
 
-/// An enumeration's number or an integer: 0, as it reads, when it was never set.
+/// The number of an enumeration value, or an integer. 0 if it was never set, as when reading it.
 template <class X, FixedString Name>
 std::int32_t number(const Instance& object) {
   const Word* word = wordOf<X, Name>(object);
   return word ? integerOf(*word) : 0;
 }
 
-/// The objects in a list, also in one that was never filled.
+/// The objects in a list. The list may be null, if it was never filled.
 class Objects {
  public:
   explicit Objects(const WordList* list) noexcept : mList(list) {}
@@ -107,8 +107,8 @@ Objects all(const Instance& object) {
   return Objects(word ? word->list : nullptr);
 }
 
-/// Calls visit(const Instance*, unsigned slot) for each entry in those of the object's slots, in order.
-/// Unlike forEachObject() it takes what is broken: an entry may be null.
+/// Calls visit(const Instance*, unsigned slot) for each entry in the given slots, in order. Unlike
+/// forEachObject() it accepts broken models, in which an entry may be null.
 template <class Visit>
 void forEachIn(const Instance& object, std::uint64_t slots, Visit visit) {
   forEachSlot(slots & object.presence(), [&](unsigned slot) {
@@ -121,7 +121,7 @@ void forEachIn(const Instance& object, std::uint64_t slots, Visit visit) {
   });
 }
 
-/// The nearest object of the class that holds it, null if none does; the object itself does not count.
+/// The nearest owner of class X above the object, null if there is none.
 template <class X>
 const Instance* holderOf(const Instance* object) {
   if (!object) return nullptr;
@@ -130,22 +130,24 @@ const Instance* holderOf(const Instance* object) {
   return holder;
 }
 
-/// Puts what the object holds on the stack, the first on top. What is broken (see checkHeld) is left out.
+/// Pushes the contained objects on the stack, the first one on top. Leaves out broken entries (see
+/// checkHeld).
 void pushHeld(const Instance& object, std::vector<const Instance*>& stack);
 
-/// The host's name for the property of a slot: the narrowest that the host has.
+/// The name that the host shows for the property of a slot: that of its most derived declaration that the
+/// host knows.
 const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept;
 
-/// The class's name without its packages.
+/// The name of the class without its packages.
 std::string classText(const Instance& object);
-/// The name, empty when there is none.
+/// The name of the object, empty if there is none.
 std::u16string_view nameOf(const Instance& object) noexcept;
-/// As messages show an object: its name in quotes, or its class.
+/// The object as messages show it: its name in quotes, or else its class.
 std::string shown(const Instance& object);
-/// Where objects were last seen in lists: whoever asks for the paths of many in order finds each from the one
-/// before, where a search would take as long as the list.
+/// The index that was last found in each list. When the paths of many objects are asked for in order, each
+/// search begins at the previous index and takes constant time.
 using Places = std::unordered_map<const WordList*, std::uint32_t>;
-/// As messages show where it stands.
+/// The path of the object as messages show it.
 std::string shownPath(const Instance& object, Places* places = nullptr);
 
 }  // namespace Tarvelon::metamodel::native::validation

@@ -21,7 +21,7 @@ const K7Q::IntrospectiveMethods& of() {
   return X::Interface::sIntrospectiveMethods;
 }
 
-// Those that find what is broken come first, since the others rely on it.
+// The rules that find broken models come first, since the others rely on a model that is not broken.
 // clang-format off
 constexpr Rule kRules[] = {
   {{"dangling-reference", kError, "what is referred to is there, and stands in a package"},

@@ -1,4 +1,4 @@
-// What holds of every object, whatever its class: its references, what it holds, what must be set.
+// Rules for objects of every class: references, containment and required values.
 
 #include <algorithm>
 #include <vector>
@@ -18,7 +18,7 @@ const Property& propertyAt(const Instance& object, unsigned slot) {
 
 std::string typeOf(const Property& property) { return std::string(property.type()->className().shortName()); }
 
-/// Whether the entry stands below something that nothing holds, and the object elsewhere.
+/// Whether the entry is below a root that should have an owner, and the object is not below the same root.
 bool isStrayFor(const Instance& object, const Instance& entry, Findings& findings) {
   if (!findings.hasStrays()) return false;
   const Instance& root = findings.rootOf(entry);

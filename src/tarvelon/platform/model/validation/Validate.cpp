@@ -49,8 +49,8 @@ std::vector<const Instance*> rootsOf(const NativeModel& model, Findings& finding
   return roots;
 }
 
-/// Where objects that problems are about come in order of ownership; no place for one below none of the
-/// roots.
+/// The positions of the objects with problems, in the order of containment. kNowhere for an object that is
+/// not below one of the roots.
 std::unordered_map<const Instance*, std::size_t> placesOf(const std::vector<Findings::Found>& found,
                                                           std::span<const Instance* const> roots) {
   std::unordered_map<const Instance*, std::size_t> places;
@@ -66,8 +66,8 @@ std::unordered_map<const Instance*, std::size_t> placesOf(const std::vector<Find
   return places;
 }
 
-/// The problems in order of ownership and of the rules. A rule may speak of another object than it looks at;
-/// what it says of one elsewhere is left out.
+/// The problems in the order of containment, then of the rules. A rule may report another object than the one
+/// it checks; problems of objects outside the roots are left out.
 std::vector<K7Q::Problem> arranged(Findings& findings, std::span<const Instance* const> roots) {
   auto& found = findings.found();
   const auto places = placesOf(found, roots);
@@ -136,7 +136,7 @@ std::vector<Problem> validate(const Model& model) {
 std::vector<Problem> validate(const ClassObject& object) {
   const auto& root = validation::require(object, "validate");
   validation::Findings findings(object.getDeviant(), &root);
-  // To know better would take a look at every object of the model.
+  // Assumes that there are some. Finding out would mean to visit every object of the model.
   findings.noteStrays();
   validation::visitTree(root, [&](const native::Instance& each) { validation::visit(each, findings); });
   const native::Instance* const roots[] = {&root};

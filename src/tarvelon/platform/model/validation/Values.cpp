@@ -1,4 +1,4 @@
-// What values may be, beyond what their types hold.
+// Rules for values that their types alone do not express.
 
 #include <algorithm>
 #include <array>
@@ -19,7 +19,7 @@ using namespace arplatform;  // NOLINT(google-build-using-namespace): the rows n
 
 constexpr double kNoLimit = std::numeric_limits<double>::infinity();
 
-/// The values of a property lie between two limits; the lower one may itself be left out.
+/// The allowed range of a numeric property. `isAbove` means that the lower limit itself is not allowed.
 struct Range {
   const K7Q::IntrospectiveMethods* owner;
   unsigned id;
@@ -27,7 +27,7 @@ struct Range {
   double high = kNoLimit;
   bool isAbove = false;
   const char* what = "";
-  /// Also INF, -INF and NaN, as AUTOSAR has it for the values of data.
+  /// Any number is allowed, including INF, -INF and NaN, which AUTOSAR allows for data values.
   bool isAny = false;
 };
 
@@ -76,7 +76,7 @@ const auto& ranges() {
   return kRows;
 }
 
-/// Null for a property that has no limits.
+/// Null if the property has no range.
 const Range* rangeOf(const Property& property) {
   for (const Range& range : ranges()) {
     if (range.owner == &property.ownerClass() && range.id == property.id()) return &range;
@@ -150,7 +150,7 @@ void checkRanges(const Instance& object, Findings& findings) {
     const auto slot = static_cast<unsigned>(std::countr_zero(slots));
     const Property& property = *object.cls().slotProperties[slot];
     const Word* word = object.find(slot);
-    // One that is optional and unset has no value; one that is required reads as 0.
+    // An optional property that is unset has no value. A required property that is unset reads as 0.
     if (!word && !property.isRequired()) continue;
     const double value = valueOf(property, word);
     const Range* range = rangeOf(property);

@@ -1,4 +1,4 @@
-// Ports, what is said of their elements, and the connectors between them.
+// Rules for ports, port infos and connectors.
 
 #include <string_view>
 #include <unordered_set>
@@ -18,19 +18,21 @@ std::string notOfPort(const Instance& element, const Instance& port, const Insta
          shown(port) + "; name one of its elements";
 }
 
-/// Whether what an interface holds is part of its contract, not what is said about it.
+/// Whether a contained object is part of the interface's contract, in contrast to an annotation.
 bool isElementOfInterface(const Instance& held) {
   return isA<common::Data>(held) || isA<interface::Operation>(held) || isA<interface::Trigger>(held) ||
          isA<interface::ModeDeclarationGroupElement>(held);
 }
 
-/// Interfaces of data may be connected with each other, whatever their class: their elements decide.
+/// Data interfaces may be connected with each other even if their classes differ: their elements are
+/// compared.
 bool isSameFamily(const Instance& left, const Instance& right) {
   if (isA<interface::DataInterface>(left)) return isA<interface::DataInterface>(right);
   return &left.cls() == &right.cls();
 }
 
-/// The first element that the required interface has and the provided one has none of that name for.
+/// The first element of the required interface for which the provided interface has no element of the same
+/// name.
 const Instance* missingElement(const Instance& provided, const Instance& required) {
   std::unordered_set<std::u16string_view> given;
   forEachIn(provided, provided.cls().holdingSlots, [&](const Instance* each, unsigned /*slot*/) {
@@ -74,7 +76,7 @@ void requireOuter(const Instance& connector, Findings& findings) {
                                        "; name one of its own ports");
 }
 
-/// What an access point or an event does at the port it goes through.
+/// Which kind of port an access point or event must go through.
 enum class Need : std::uint8_t { Nothing, Provided, Required };
 
 Need needOf(const Instance& object) {
@@ -115,7 +117,7 @@ void checkPortInfo(const Instance& object, Findings& findings) {
 void checkAccessDirection(const Instance& object, Findings& findings) {
   const Need need = needOf(object);
   if (need == Need::Nothing) return;
-  // The modes that disable an event come from elsewhere than what raises it.
+  // The modes that disable an event may come through other ports than the trigger of the event.
   const std::uint64_t aside =
       isA<behavior::Event>(object) ? bitOf(slotOf<behavior::Event, "DisabledMode">(object)) : 0;
   forEachIn(object, object.cls().holdingSlots & ~aside, [&](const Instance* reference, unsigned slot) {
@@ -156,14 +158,15 @@ void checkConnectorInterfaces(const Instance& object, Findings& findings) {
     requireInterfaces(object, portAt(get<AssemblyConnector, "Provider">(object)),
                       portAt(get<AssemblyConnector, "Requester">(object)), findings);
   } else if (isA<PassThroughConnector>(object)) {
-    // From outside in: what comes in at the required port goes out at the provided one.
+    // Seen from inside: the data that enters at the required port leaves at the provided port.
     requireInterfaces(object, get<PassThroughConnector, "RequiredOuterPort">(object),
                       get<PassThroughConnector, "ProvidedOuterPort">(object), findings);
   } else if (isA<DelegationConnector>(object)) {
     const Instance* outer = get<DelegationConnector, "OuterPort">(object);
     const Instance* inner = portAt(get<DelegationConnector, "InnerPort">(object));
     if (!outer || !inner) return;
-    // The inner port serves the outer one where both provide, else the outer one the inner.
+    // If both ports provide, the inner port serves the outer one; otherwise the outer port serves the inner
+    // one.
     if (isProvided(*outer) && isProvided(*inner)) {
       requireInterfaces(object, inner, outer, findings);
     } else {

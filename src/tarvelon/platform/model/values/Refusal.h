@@ -5,8 +5,8 @@
 
 #include "tarvelon/boundary/k7q/Object.h"
 
-/// Every refusal of the engine, with its text, in one place. A text names the thing, what was expected, what
-/// came and the cure.
+/// All errors that the engine raises, with their texts. A text names the thing, what was expected, what was
+/// given, and how to correct it.
 namespace Tarvelon::metamodel::native {
 
 class ClassMethods;
@@ -16,43 +16,43 @@ class NativeModel;
 class Property;
 struct ClassData;
 
-/// Raises an assertion of that message at the place of the caller, named relative to the repository. The
-/// detail stands behind all that.
+/// Raises an assertion with that message and the caller's place in the source, relative to the repository.
+/// The detail is appended.
 [[noreturn]] void raiseAssertion(const char* message, const std::string& detail = {},
                                  const char* file = __builtin_FILE(), int line = __builtin_LINE());
-/// The text for an empty handle.
+/// Raises the assertion for an empty handle.
 [[noreturn]] void raiseNullReference(const char* file = __builtin_FILE(), int line = __builtin_LINE());
-/// The same text for an object or a model that cannot be used any more, with what it was and what became of
-/// it.
+/// Raises the same assertion for an object or model that cannot be used any more. The detail says what it was
+/// and what happened to it.
 [[noreturn]] void raiseLost(const Instance& object, const char* file = __builtin_FILE(),
                             int line = __builtin_LINE());
 [[noreturn]] void raiseLost(const NativeModel& model, const char* file = __builtin_FILE(),
                             int line = __builtin_LINE());
-/// "common.Package 'Brakes'", the class alone of an object without a name. A very long name is cut.
+/// "common.Package 'Brakes'", or the class alone if the object has no name. A very long name is shortened.
 std::string describe(const Instance& object);
 std::string describe(const Instance& object, std::u16string_view name);
-/// "common.Package 'Brakes' was destroyed", by its name for as long as the object may come back.
+/// "common.Package 'Brakes' was destroyed". The name is known as long as an undo can restore the object.
 std::string lossOf(const Instance& object);
 /// "the model 'brakes' is closed".
 std::string lossOf(const NativeModel& model);
 
-/// The property of an object of a class, as a text names it: "Package.category".
+/// The name of a property in texts: "Package.category".
 std::string nameOf(const ClassData& cls, const Property& property);
-/// A value as a text shows it: `int32 scalar 7`, `char vector "yes"`, a class name, `nothing`.
+/// A value in texts: `int32 scalar 7`, `char vector "yes"`, the name of a class, or `nothing`.
 std::string describe(const K7Q::Object& value);
 
-/// A value of the wrong kind: K7Q::WrongType.
+/// Raise K7Q::WrongType: a value of the wrong kind.
 [[noreturn]] void refuseKind(const ClassData& cls, const Property& property, const K7Q::Object& given);
-/// A number that does not fit the property's type: K7Q::OutOfRange.
+/// Raise K7Q::OutOfRange: a number that the property's type cannot hold.
 [[noreturn]] void refuseRange(const ClassData& cls, const Property& property, const K7Q::Object& given);
-/// Any other value that may not stand here: K7Q::WrongValue.
+/// Raise K7Q::WrongValue: a value of the right type that is not allowed here.
 [[noreturn]] void refuseEmpty(const ClassData& cls, const Property& property);
 [[noreturn]] void refuseForeign(const ClassData& cls, const Property& property, const K7Q::Object& given);
 [[noreturn]] void refuseDead(const ClassData& cls, const Property& property, const K7Q::Object& given);
 [[noreturn]] void refuseCycle(const ClassData& cls, const Property& property, const Instance& given);
 [[noreturn]] void refuseText(const ClassData& cls, const Property& property, char16_t unit,
                              std::size_t position);
-/// A change that the property does not take whatever the value: K7Q::Exception.
+/// Raise K7Q::Exception: the property does not allow this operation, whatever the value is.
 [[noreturn]] void refuseMany(const ClassData& cls, const Property& property);
 [[noreturn]] void refuseSingle(const ClassData& cls, const Property& property);
 [[noreturn]] void refuseReadOnly(const ClassData& cls, const Property& property);

@@ -19,8 +19,8 @@ namespace {
 using K7Q::NSInterface::ScalarIntf;
 using K7Q::NSInterface::StringIntf;
 
-// Looks at four units at once. Says true for a text that has in its groups of four a unit below U+0020, a
-// surrogate, or one above U+FFFD.
+// Checks four code units at a time. Returns true if one of them is below U+0020, is a surrogate or is above
+// U+FFFD. The last, incomplete group of four is not checked.
 bool mayBeRefused(std::u16string_view text) noexcept {
   constexpr std::uint64_t kOnes = 0x0001000100010001;
   constexpr std::uint64_t kHighs = 0x8000800080008000;
@@ -35,7 +35,7 @@ bool mayBeRefused(std::u16string_view text) noexcept {
   return (found & kHighs) != 0;
 }
 
-// What XML has no way to write.
+// Code units that XML cannot represent.
 constexpr bool isOutsideXml(char16_t unit) noexcept {
   const bool isControl = unit < 0x20 && unit != u'\t' && unit != u'\n' && unit != u'\r';
   return isControl || unit > 0xFFFD;

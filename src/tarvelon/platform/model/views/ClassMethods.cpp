@@ -18,14 +18,14 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-/// The row against which what is written to the slot is checked.
+/// The most derived declaration of a slot. New values are checked against it.
 Target targetOf(const Instance& object, unsigned slot) {
   return {object.cls(), *object.cls().slotProperties[slot], object.model()};
 }
 
 }  // namespace
 
-// Every read and write of a property starts here.
+// Every access to a property goes through this function.
 [[gnu::always_inline]] inline ClassMethods::Place ClassMethods::locate(
     K7Q::NSInterface::ClassObjectIntf* object, unsigned id) const {
   Instance* instance = asInstance(object);
@@ -118,7 +118,7 @@ K7Q::Generic::SequenceIntf* ClassMethods::read(K7Q::NSInterface::ClassObjectIntf
 }
 
 bool ClassMethods::isInstance(const Instance& object) const noexcept {
-  // A class that was never used has no objects, nor has one above an object's class ever not been used.
+  // If this class was never used, it has no objects, and no class of an existing object is below it.
   const ClassData* data = mData.load(std::memory_order_acquire);
   return data && object.cls().isKindOf(data->ordinal);
 }

@@ -17,7 +17,7 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-/// The slots in which an object can hold values of the property.
+/// The bit mask of the slots whose values the derived property can show.
 std::uint64_t slotsOf(const Instance& object, const Property& property) noexcept {
   if (property.derivation() == Derivation::Nothing) return 0;
   if (property.derivation() == Derivation::Owned) return object.cls().holdingSlots;
@@ -26,8 +26,8 @@ std::uint64_t slotsOf(const Instance& object, const Property& property) noexcept
   return std::uint64_t{1} << object.cls().placeOf(owner, packaged->id()).slot;
 }
 
-/// Visits what the object holds of the property's class, in order of slots, until a visit says that it is
-/// enough.
+/// Calls visit() for the contained objects of the property's class, in order of slots, until visit() returns
+/// true.
 template <class Visit>
 void visitHeld(const Instance& object, const Property& property, Visit visit) {
   const auto isEnough = [&](Instance* held) { return property.type()->isInstance(*held) && visit(*held); };
@@ -88,7 +88,7 @@ K7Q::Generic::SequenceIntf* readKind(const Instance& object, const ClassMethods&
   for (std::uint32_t index = 0; values && index < values->size(); ++index) {
     Instance& element = *values->at(index).object;
     const Word* number = element.find(element.cls().placeOf(kind.ownerClass().data(), kind.id()).slot);
-    // A kind that was never set reads as the first literal.
+    // A kind that was never set reads as the first literal, 0.
     if ((number ? integerOf(*number) : 0) != row.kind) continue;
     result->generic_push_back(deviant, K7Q::makeObjectRef(&element, deviant));
   }

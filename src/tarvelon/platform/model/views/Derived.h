@@ -11,14 +11,14 @@ class ClassMethods;
 class Instance;
 class Property;
 
-/// The value of a derived property of one value, null if there is none.
+/// The value of a single-valued derived property, null if there is none.
 K7Q::NSInterface::ObjectIntf* derivedValue(const Instance& object, const Property& property) noexcept;
 
-/// A new sequence of what a read row of the class selects, without a reference for the caller.
+/// A new sequence of the objects that a read row of the class selects. The caller gets no reference to it.
 K7Q::Generic::SequenceIntf* readKind(const Instance& object, const ClassMethods& cls, const ReadRow& row,
                                      K7Q::Deviant deviant);
 
-/// The values of a derived property of many values.
+/// The values of a many-valued derived property.
 std::vector<Instance*> derivedValues(const Instance& object, const Property& property);
 
 }  // namespace Tarvelon::metamodel::native

@@ -20,14 +20,14 @@ namespace {
 constexpr std::string_view kRoot = "Tarvelon.metamodel.arplatform.";
 constexpr std::string_view kKernel = "K7Q.";
 
-/// The name of a class as a script may write it: short of the platform's own prefix.
+/// The name of a class as a script may write it: without the prefix of the platform.
 std::string_view relativeName(const ClassMethods& table) {
   std::string_view name(table.className().name);
   if (name.starts_with(kRoot)) name.remove_prefix(kRoot.size());
   return name;
 }
 
-/// Calls visit(table) for each class that can be named, until it says true.
+/// Calls visit(table) for each class that can be created by name, until visit() returns true.
 template <class Visit>
 void visitClasses(Visit visit) {
   for (const PackageRow& package : packageRows()) {
@@ -38,7 +38,8 @@ void visitClasses(Visit visit) {
   }
 }
 
-/// The class that a name may have been meant for; one without a package may mean any class of the platform.
+/// The known class name that is most similar to `name`. A name without a package is compared with the classes
+/// of the platform.
 std::string nearestTo(std::string_view name) {
   if (name.starts_with(kRoot)) name.remove_prefix(kRoot.size());
   const bool isShort = name.find('.') == std::string_view::npos;
@@ -79,7 +80,8 @@ constexpr std::string_view kName = "Name";
 
 void* Factory::cast(K7Q::CooperativeVisitor::TagPair tag) {
   using namespace K7Q::NSInterface;
-  // The tag of our own interface may have to be made, which can fail: it is asked for when it can be meant.
+  // The tag of the factory interface may have to be created here, which can fail. So it is asked for only if
+  // the tag can be that one.
   if (tag.interface < K7Q::CooperativeVisitor::internal::KernelTags::kCount) {
     return castAmong<FactoryIntf, FactoryObjectIntf, ObjectIntf, K7Q::ReferenceCountingIntf>(this, tag);
   }
@@ -110,7 +112,7 @@ K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& c
 K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& cls, const K7Q::String& name) {
   const ClassMethods& table = find(K7Q::String::to_string(cls));
   const Property* property = table.data().findProperty(kName);
-  // Of an abstract class that is the reason to give, which create() does.
+  // If the class is abstract, create() raises the error that tells so.
   if (!property && !table.isAbstract()) {
     throw K7Q::WrongValue("Factory.createFromString: objects of class '" + std::string(relativeName(table)) +
                           "' have no name; give the class alone");
@@ -121,7 +123,7 @@ K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& c
   try {
     property->ownerClass().set(object.getClassObject(), mModel.getDeviant(), property->id(), name);
   } catch (...) {
-    // With a journal the batch takes it back.
+    // With a journal, the batch undoes the creation.
     if (!model.journal()) object.getClassObject()->destroy(mModel.getDeviant());
     throw;
   }

@@ -8,7 +8,7 @@ namespace Tarvelon::metamodel::native {
 
 class ClassMethods;
 
-/// Makes objects for one model, which it holds. Stateless beside that.
+/// Creates objects of one model and holds a handle on this model. It has no other state.
 class Factory final : public arplatform::NSInterface::FactoryIntf {
  public:
   explicit Factory(const K7Q::Model& model) noexcept
@@ -32,7 +32,7 @@ class Factory final : public arplatform::NSInterface::FactoryIntf {
                                const K7Q::String& name) override;
 
  private:
-  /// Whether the view may be written is asked before this interface is called, where it is asked at all.
+  /// The model handle is always writable: callers check the view before they call this interface.
   static K7Q::Deviant writable(K7Q::Deviant deviant) noexcept {
     return {deviant.word & ~(K7Q::Deviant::kReadOnly | K7Q::Deviant::kFrozen)};
   }

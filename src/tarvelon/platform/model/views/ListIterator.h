@@ -8,8 +8,8 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// A place in a sequence of the model: a view and an index, which may be past either end. A change of the
-/// list makes it stale: then it can be cloned and compared, and nothing else.
+/// A position in a sequence of the model: a view and an index, which may be outside the list. A change of the
+/// list invalidates the iterator; then it can only be cloned and compared.
 class ListIterator final : public K7Q::IteratorProxy {
  public:
   ListIterator(const ListView& view, int index) : mView(&view), mIndex(index), mChanges(view.changes()) {
@@ -34,16 +34,17 @@ class ListIterator final : public K7Q::IteratorProxy {
     copy->mChanges = mChanges;
     return copy;
   }
-  /// Whether both stand at the same place of the same property's list; a stale one stands nowhere.
+  /// Whether both are valid and refer to the same index of the same object's list. An invalidated iterator
+  /// equals only itself.
   bool equal(const IteratorIntf* other) const override;
 
   const ListView& view() const noexcept { return *mView; }
   int index() const noexcept { return mIndex; }
-  /// REQUIRES: the object of the list is valid.
+  /// REQUIRES: the object that has the list is valid.
   bool isStale() const { return mChanges != mView->changes(); }
-  /// Says that the place was told after the change.
+  /// Makes the iterator valid for the list as it is now.
   void refresh() { mChanges = mView->changes(); }
-  /// The same for another place.
+  /// Moves to another index and makes the iterator valid.
   void moveTo(std::uint32_t index) {
     mIndex = static_cast<int>(index);
     refresh();

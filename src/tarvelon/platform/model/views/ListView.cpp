@@ -15,7 +15,7 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-/// Objects, texts or enumeration values, which are read in different ways.
+/// Whether both hold objects, both texts or both enumeration values. Each kind is read in its own way.
 bool holdsSameKind(const Property& left, const Property& right) noexcept {
   if (left.type() || right.type()) return left.type() && right.type();
   return left.storage() == right.storage();
@@ -49,7 +49,7 @@ void ListView::requireElement() const {
   if (count() == 0) raiseAssertion("sequence is empty", nameOf(object().cls(), *mProperty));
 }
 
-/// Up to and without `limit`.
+/// `limit` itself is not allowed.
 std::uint32_t ListView::requireIndex(std::int64_t index, std::uint32_t limit) const {
   if (index >= 0 && index < std::int64_t{limit}) return static_cast<std::uint32_t>(index);
   raiseAssertion(index < 0 ? "sequence index must be positive" : "sequence index out of bounds",
@@ -201,7 +201,7 @@ int ListView::generic_removeAll(const K7Q::Deviant& aDeviant, Ref ref) {
 void ListView::rewrite(const K7Q::Deviant& aDeviant, std::span<const Ref> elements) {
   requireWritable(aDeviant);
   for (const Ref& element : elements) check(element);
-  // Many changes that are one: the journal takes them back should a later one find no memory.
+  // Several changes that must be applied together: the journal undoes them if a later one runs out of memory.
   NativeModel& model = object().model();
   model.requireJournal();
   Batch batch(model);
@@ -222,7 +222,7 @@ bool ListView::specialized_assign(const SequenceIntf* other) {
   requireWritable(deviant);
   const auto* source = dynamic_cast<const ListView*>(other);
   if (!source || !holdsSameKind(*source->mProperty, *mProperty)) return false;
-  // The other one may be this one, or lose elements to it.
+  // Copied first: the other view may be this one, or may lose elements that this one takes over.
   std::vector<Ref> elements;
   for (std::uint32_t index = 0; index < source->count(); ++index) {
     elements.push_back(source->refAt(index, deviant));

@@ -12,20 +12,20 @@ namespace Tarvelon::metamodel::native {
 class Instance;
 class ListIterator;
 
-/// The live view of a many-valued property: what the sequence shows is what the object has at that moment.
+/// A live view of a many-valued property: it always shows the current elements.
 ///
-/// Lifetime:  keeps the object's model alive. When the object is destroyed or the model closed, everything
-///            raises the text for an empty handle.
-/// Adding:    is checked like the value of a set. In a list of references an object stands once: appending
-///            one that is there changes nothing, inserting it at an index moves it directly before the
-///            element that stood there, and replacing another by it exchanges the two. A list of texts takes
-///            duplicates.
-/// Positions: an iterator is an index into the list as it was. Once elements have come, gone or moved it is
-///            stale and raises; what a change by iterator gives is not. Behind the end an iterator raises
+/// Lifetime:  A view keeps the model of its object alive. If the object was destroyed or the model closed,
+///            every function raises the assertion for an empty handle.
+/// Adding:    An element is checked like the value of a single-valued property. A list of references contains
+///            an object at most once: appending an object that is present changes nothing, inserting it at an
+///            index moves it directly before the element at this index, and replacing another element with it
+///            swaps the two. A list of texts or enumeration values may contain duplicates.
+/// Iterators: An iterator is an index. Inserting, removing or moving elements invalidates it, and using it
+///            raises; the iterator that such a function returns is valid. An iterator past the end raises
 ///            "sequence index out of bounds".
-/// REQUIRES:  a Ref that is given carries what the sequence holds, an object or a text.
-/// Refusals:  of an immutable view first, then of a deviant that may not be written, then of the place, then
-///            of the element. Nothing changes.
+/// Errors:    Checked in this order: an immutable view, a handle that may not be written, the position, the
+///            element. If a function raises, nothing has changed.
+/// REQUIRES:  A Ref argument carries what the sequence holds: an object, a text or an enumeration value.
 class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
  public:
   using Ref = K7Q::Generic::Ref;
@@ -55,18 +55,18 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
   bool generic_contains(const K7Q::Deviant& aDeviant, Ref ref) const final;
   int generic_removeAll(const K7Q::Deviant& aDeviant, Ref ref) final;
   void rewrite(const K7Q::Deviant& aDeviant, std::span<const Ref> elements) final;
-  /// Whether both hold equal elements in the same order.
+  /// Whether both have equal elements in the same order.
   bool specialized_equal(const SequenceIntf* other) const final;
-  /// Takes over the elements of another view, as rewrite() does. False, and nothing done, for a sequence of
-  /// another kind.
+  /// Takes over the elements of another view, as rewrite() does. Returns false and changes nothing if the
+  /// other sequence has another kind of elements.
   bool specialized_assign(const SequenceIntf* other) final;
 
-  /// Differs from before when elements have come, gone or moved.
+  /// Differs from an earlier result if elements were inserted, removed or moved.
   virtual std::uint32_t changes() const = 0;
-  /// Raises for an iterator that was taken before a change.
+  /// Raises if the iterator was invalidated by a change.
   void requireFresh(const ListIterator& iterator) const;
 
-  /// Whether the object is valid.
+  /// Whether the object that has the list is valid.
   bool isThere() const noexcept;
   /// Whether both show the same property of the same object.
   bool showsSameAs(const ListView& other) const noexcept {
@@ -76,7 +76,7 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
  protected:
   ListView(Instance& object, const Property& property, bool immutable);
 
-  /// The object. Raises kNullReference when it is not valid any more.
+  /// The object that has the list. Raises kNullReference if it is not valid any more.
   Instance& object() const;
   const Property& property() const noexcept { return *mProperty; }
 
@@ -84,16 +84,17 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
   virtual Ref refAt(std::uint32_t index, K7Q::Deviant deviant) const = 0;
   virtual bool isAt(std::uint32_t index, const Ref& ref) const = 0;
   virtual bool contains(const Ref& ref) const = 0;
-  /// Raises if the element may not stand in the list.
+  /// Raises if the list may not contain the element.
   virtual void check(const Ref& ref) const = 0;
-  /// Adds behind the others. REQUIRES: check(ref).
+  /// Adds the element at the end. REQUIRES: check(ref).
   virtual void append(const Ref& ref) = 0;
   virtual void prepend(const Ref& ref) = 0;
-  /// Puts the element at a place and returns where it then stands.
+  /// Inserts the element at an index and returns its final index.
   virtual std::uint32_t insertAt(std::uint32_t index, const Ref& ref) = 0;
   virtual void replaceAt(std::uint32_t index, const Ref& ref) = 0;
   virtual void eraseAt(std::uint32_t first, std::uint32_t last) = 0;
-  /// REQUIRES: check() of each; a batch that takes a part of it back.
+  /// Replaces all elements. REQUIRES: check() of each element; a Batch with a journal, which undoes the
+  /// changes if one of them fails.
   virtual void rewriteAs(std::span<const Ref> elements) = 0;
 
  private:
@@ -108,7 +109,8 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
   bool mIsImmutable;
 };
 
-/// The view of a property; a read-only one has immutable views alone. No reference for the caller.
+/// Creates the view of a property. The view of a read-only property is always immutable. The caller gets no
+/// reference to it.
 K7Q::Generic::SequenceIntf* makeView(Instance& object, const Property& property, unsigned slot,
                                      bool immutable);
 

@@ -30,7 +30,7 @@ NativeModel& NativeModel::require(const K7Q::Model& model) {
   return native;
 }
 
-// Nothing outside holds the model or an object of it any more.
+// No handle on the model or on one of its objects is left.
 NativeModel::~NativeModel() {
   Batch::forget(*this);
   mJournal.reset();
@@ -69,12 +69,12 @@ void NativeModel::close() {
   mIsClosed = true;
   K7Q::ModelCache::instance().unbind(this);
   Batch::forget(*this);
-  // What it has buried goes with it, which the objects must still be there for.
+  // The journal frees the deleted objects that it keeps, which needs the other objects.
   mJournal.reset();
   expireAll();
 }
 
-// All at once: no object is taken out of another, since all go.
+// All objects expire together, so none is removed from another.
 void NativeModel::expireAll() noexcept {
   noteDestruction();
   mNames.reset();
@@ -89,7 +89,7 @@ void initialize() {
 
 namespace {
 
-/// Sets the factory when the library is loaded: a program that links it need do nothing.
+/// Sets the factory when the library is loaded. A program only needs to link the library.
 struct Registration {
   Registration() { initialize(); }
 } const kRegistration;

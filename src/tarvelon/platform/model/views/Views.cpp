@@ -29,7 +29,7 @@ K7Q::NSInterface::ObjectIntf* objectOf(const K7Q::Generic::Ref& ref) {
   return static_cast<K7Q::NSInterface::ObjectIntf*>(ref.value());
 }
 
-/// What the views of objects have in common.
+/// The common part of views of objects.
 class ObjectView : public ListView {
  public:
   using ListView::ListView;
@@ -47,21 +47,21 @@ class ObjectView : public ListView {
   bool isAt(std::uint32_t index, const Ref& ref) const final { return &elementAt(index) == objectOf(ref); }
 };
 
-/// References that are stored, held or referred to.
+/// A view of stored references, contained objects or cross references.
 class ReferencesView final : public ObjectView {
  public:
   ReferencesView(Instance& object, const Property& property, unsigned slot, bool immutable)
       : ObjectView(object, property, immutable), mSlot(slot) {}
 
  private:
-  /// Null while nothing was ever put in; after that the object keeps the same list.
+  /// Null until the first element is inserted. After that the object keeps the same list.
   const WordList* list() const {
     const Instance& host = object();
     if (!mList) mList = listOf(host, mSlot);
     return mList;
   }
   Instance& elementAt(std::uint32_t index) const override { return *list()->at(index).object; }
-  /// REQUIRES: checked.
+  /// REQUIRES: check(ref).
   static Instance& elementOf(const Ref& ref) { return *asInstance(objectOf(ref)); }
 
   std::uint32_t count() const override {
@@ -93,7 +93,7 @@ class ReferencesView final : public ObjectView {
       return index;
     }
     const std::uint32_t from = list()->find(&elementOf(ref));
-    // Taking it out lets what stands behind it move up.
+    // Removing the element moves the elements after it one place forward.
     const std::uint32_t to = from < index ? index - 1 : index;
     if (from != to) moveElement(object(), mSlot, from, to);
     return to;
@@ -112,7 +112,7 @@ class ReferencesView final : public ObjectView {
       if (wanted.insert(&elementOf(ref)).second) target.push_back(&elementOf(ref));
     }
     eraseAllBut(wanted);
-    // In their order, so that each comes to its place behind those that are there.
+    // In ascending order, so that each element is inserted after those that are already in their places.
     std::vector<Placed> missing;
     for (std::uint32_t place = 0; place < target.size(); ++place) {
       if (!containsElement(object(), mSlot, *target[place])) missing.push_back({place, target[place]});
@@ -140,8 +140,8 @@ class ReferencesView final : public ObjectView {
   mutable const WordList* mList = nullptr;
 };
 
-/// What the views of stored values have in common: a value stands there as often as it was put in, and is
-/// found by a scan.
+/// The common part of views of stored values. A value may occur several times and is found by a linear
+/// search.
 class ValuesView : public ListView {
  public:
   ValuesView(Instance& object, const Property& property, unsigned slot, bool immutable)
@@ -149,7 +149,7 @@ class ValuesView : public ListView {
 
  protected:
   unsigned slot() const { return mSlot; }
-  /// Null while nothing was ever put in.
+  /// Null until the first value is inserted.
   const WordList* list() const { return listOf(object(), mSlot); }
 
  private:
@@ -173,7 +173,8 @@ class ValuesView : public ListView {
   void rewriteAs(std::span<const Ref> elements) final {
     if (!eraseOthers(elements)) replaceBetween(elements);
   }
-  /// Takes out what stands between the elements; false if they do not stand there in this order.
+  /// Removes everything between the given elements. Returns false and changes nothing if the list does not
+  /// contain these elements in this order.
   bool eraseOthers(std::span<const Ref> elements) {
     std::vector<std::uint32_t> others;
     std::size_t found = 0;
@@ -189,7 +190,7 @@ class ValuesView : public ListView {
     eraseElements(object(), mSlot, others);
     return true;
   }
-  /// What is equal at both ends stays untouched.
+  /// Equal values at both ends of the list are not touched.
   void replaceBetween(std::span<const Ref> elements) {
     const std::uint32_t before = count();
     const auto after = static_cast<std::uint32_t>(elements.size());
@@ -245,7 +246,7 @@ class TextsView final : public ValuesView {
   }
 };
 
-/// Values of an enumeration, each in a cell of its own while it travels.
+/// Values of an enumeration. Each is put into a cell of its own when it is passed to the caller.
 class EnumerationsView final : public ValuesView {
  public:
   using ValuesView::ValuesView;
@@ -281,8 +282,8 @@ class EnumerationsView final : public ValuesView {
   }
 };
 
-/// Objects that are computed from what the object holds. They are collected once for as long as that stays
-/// the same.
+/// Objects that are computed from what the object contains. The result is cached until the set of contained
+/// objects changes.
 class DerivedView final : public ObjectView {
  public:
   DerivedView(Instance& object, const Property& property) : ObjectView(object, property, true) {}
@@ -312,7 +313,8 @@ class DerivedView final : public ObjectView {
     }
     return false;
   }
-  // A read-only property has immutable views alone, and these are refused before anything else is asked.
+  // A read-only property has only immutable views, and writing to an immutable view is refused earlier. So
+  // these functions are never reached.
   [[noreturn]] void refuse() const { refuseReadOnly(object().cls(), property()); }
   void check(const Ref& /*ref*/) const override { refuse(); }
   void append(const Ref& /*ref*/) override { refuse(); }

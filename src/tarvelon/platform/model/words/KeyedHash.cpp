@@ -8,7 +8,7 @@ namespace {
 
 HashKey drawKey() noexcept {
   const int onStack = 0;
-  // Where there is no source of chance, the place of the stack is one.
+  // Used if the system has no source of random numbers: the address of the stack is random too.
   HashKey key{reinterpret_cast<std::uintptr_t>(&onStack), 0x9E3779B97F4A7C15U};
   try {
     std::random_device chance;

@@ -10,40 +10,40 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// Spreads the bits of a number; the same everywhere.
+/// Mixes the bits of a number. Not keyed: the result is the same in every process.
 constexpr std::uint64_t mixed(std::uint64_t value) noexcept {
   value = (value ^ value >> 30) * 0xBF58476D1CE4E5B9;
   value = (value ^ value >> 27) * 0x94D049BB133111EB;
   return value ^ value >> 31;
 }
 
-/// What keys the hashes of this process: it is drawn anew for each.
+/// The random key of this process's hashes.
 struct HashKey {
   std::uint64_t first;
   std::uint64_t second;
 };
 TARVELON_API extern const HashKey kHashKey;
 
-/// Both halves of the product in one. When one factor has a key in it that nobody knows, nobody knows either
-/// how a difference of the other one shows.
+/// Multiplies two numbers and combines both halves of the product. If one factor contains a secret key,
+/// nobody can predict how a change of the other factor changes the result.
 inline std::uint64_t folded(std::uint64_t left, std::uint64_t right) noexcept {
   __extension__ using Product = unsigned __int128;
   const Product product = static_cast<Product>(left) * right;
   return static_cast<std::uint64_t>(product) ^ static_cast<std::uint64_t>(product >> 64);
 }
 
-/// Hashes that nobody can foresee who writes a file, so that no file has ids or names that all fall onto one
-/// place of a table, which would take time with the square of their number. They differ from process to
-/// process: nothing that is kept, shown or put in an order may follow from one.
+/// Keyed hashes. The author of a file cannot predict them, so no file can make all its ids or names collide
+/// in a hash table, which would take quadratic time. They differ from process to process: nothing that is
+/// stored, shown or ordered may depend on them.
 inline std::uint64_t keyedHash(std::uint64_t number) noexcept {
   return mixed(mixed(number ^ kHashKey.first) + kHashKey.second);
 }
-/// Of two numbers, in this order.
+/// The hash of two numbers, in this order.
 inline std::uint64_t keyedHash(std::uint64_t first, std::uint64_t second) noexcept {
   return folded(folded(first ^ kHashKey.first, kHashKey.second) ^ second, kHashKey.first);
 }
-/// Of a number and bytes. Each block of these is multiplied with all that comes before it: the differences
-/// of two blocks never meet before a key has changed the first one.
+/// The hash of a number and bytes. Each block of bytes is multiplied with the hash of everything before it;
+/// so two blocks are combined only after a key was mixed into the first one.
 inline std::uint64_t keyedHash(std::uint64_t number, const void* bytes, std::size_t size) noexcept {
   constexpr std::size_t kBlock = sizeof(std::uint64_t);
   const auto* at = static_cast<const unsigned char*>(bytes);
@@ -52,7 +52,7 @@ inline std::uint64_t keyedHash(std::uint64_t number, const void* bytes, std::siz
     std::memcpy(&block, from, count);
     return block;
   };
-  // The size keeps apart what ends in zeros.
+  // The size distinguishes inputs that differ only in zeros at the end.
   std::uint64_t hash = folded(number ^ kHashKey.first, size ^ kHashKey.second);
   std::size_t left = size;
   for (; left > 2 * kBlock; left -= 2 * kBlock, at += 2 * kBlock) {
@@ -61,7 +61,7 @@ inline std::uint64_t keyedHash(std::uint64_t number, const void* bytes, std::siz
   std::uint64_t first = 0;
   std::uint64_t last = 0;
   if (left >= kBlock) {
-    // They overlap, which is faster than to read less than a block.
+    // The two blocks may overlap; this is faster than reading less than a block.
     first = read(at, kBlock);
     last = read(at + left - kBlock, kBlock);
   } else if (left >= 4) {
@@ -82,7 +82,7 @@ inline std::uint64_t keyedHash(std::uint64_t number, std::u16string_view text) n
 TARVELON_API std::uint64_t keyedHash(std::string_view text) noexcept;
 TARVELON_API std::uint64_t keyedHash(std::u16string_view text) noexcept;
 
-/// The same for the standard's containers.
+/// The keyed hash for standard containers.
 struct KeyedTextHash {
   std::size_t operator()(const std::string& text) const noexcept { return keyedHash(std::string_view(text)); }
 };

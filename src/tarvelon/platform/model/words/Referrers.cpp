@@ -83,7 +83,7 @@ void Referrers::insert(Referrer referrer) noexcept {
   }
 }
 
-// Moves what stands behind the gap and would not be found across it.
+// Fills the gap with later keys that linear probing would not find across the gap.
 void Referrers::eraseHashed(Block& set, std::uint32_t place) noexcept {
   const std::uint32_t mask = set.capacity - 1;
   std::uint32_t gap = place;

@@ -4,33 +4,34 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// One reference to an object: who refers, by its number in the model, and from which slot.
+/// One reference to an object: the number of the referring object and its slot.
 struct Referrer {
   std::uint32_t instance;
   std::uint8_t slot;
 };
 
-/// The set of references to one object, in the one word that an object which is referred to keeps for it.
+/// The set of references to one object. It is stored in a single word of that object.
 ///
-/// One referrer stands in the word itself, a few in a row, more in a hash table: adding and removing one is
-/// constant time however many there are, and an object that nobody ever referred to has no such word at all.
-/// Failure: only reserve() allocates.
+/// One referrer is stored in the word itself, up to eight in an array, more in a hash table. Adding and
+/// removing a referrer takes constant time. An object that was never referred to has no such word.
+/// Failure: Only reserve() allocates.
 class Referrers {
  public:
-  /// A view of the word; changes go through to it.
+  /// Works on the given word.
   explicit Referrers(std::uint64_t& word) noexcept : mWord(word) {}
 
   bool contains(Referrer referrer) const noexcept;
-  /// Makes room for one more.
+  /// Makes room for one more referrer.
   void reserve();
-  /// REQUIRES: room for one more, not there yet.
+  /// REQUIRES: room for one more; the referrer is not in the set.
   void insert(Referrer referrer) noexcept;
-  /// One that is not there is no error. With `keepsRoom` as many can come back without a reserve().
+  /// Removes a referrer if it is in the set. With `keepsRoom` the room stays, so that the referrer can be
+  /// inserted again without a reserve().
   void erase(Referrer referrer, bool keepsRoom = false) noexcept;
   bool empty() const noexcept { return mWord == 0 || (!isSingle() && block().size == 0); }
-  /// How many more fit.
+  /// How many more referrers can be inserted without a reserve().
   std::uint32_t room() const noexcept;
-  /// Calls visit(Referrer) for each, in no order. The set must not change meanwhile.
+  /// Calls visit(Referrer) for each referrer, in no particular order. The set must not change meanwhile.
   template <class Visit>
   void forEach(Visit visit) const {
     if (mWord == 0) return;
@@ -43,25 +44,25 @@ class Referrers {
       if (set.keys()[place] != 0) visit(unpack(set.keys()[place]));
     }
   }
-  /// Releases the storage and leaves the set empty.
+  /// Frees the storage and empties the set.
   void dispose() noexcept;
 
  private:
-  /// Up to kLinear keys stand in a row; behind that, capacity is a power of two and the place follows from
-  /// the key.
+  /// Up to kLinear keys are an array. With a larger capacity, which is a power of two, the keys are a hash
+  /// table with linear probing.
   struct Block {
     std::uint32_t size;
     std::uint32_t capacity;
     std::uint64_t* keys() noexcept { return reinterpret_cast<std::uint64_t*>(this + 1); }
     const std::uint64_t* keys() const noexcept { return reinterpret_cast<const std::uint64_t*>(this + 1); }
     bool isHashed() const noexcept { return capacity > kLinear; }
-    /// A table that is three quarters full makes long searches.
+    /// A hash table is filled up to three quarters; above that, searches take long.
     std::uint32_t limit() const noexcept { return isHashed() ? capacity / 4 * 3 : capacity; }
     std::uint32_t home(std::uint64_t key) const noexcept;
   };
   static constexpr std::uint32_t kLinear = 8;
 
-  // Never 0, and never more than 41 bits.
+  // Never 0, and at most 41 bits.
   static std::uint64_t pack(Referrer referrer) noexcept {
     return ((std::uint64_t{referrer.instance} << 8) | referrer.slot) + 1;
   }

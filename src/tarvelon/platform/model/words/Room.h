@@ -6,12 +6,12 @@ class Instance;
 class NativeModel;
 struct Step;
 
-/// Room for one word of an object that is put without a step and stays, as an id or an empty list.
+/// Proof that an object has room for one word that is put without a step and is never removed, such as an id
+/// or an empty list.
 ///
-/// A journal counts on the free room of objects: an undo puts back what a step took out, and must not fail.
-/// So a word that no step knows of needs room that is not among the free one, which
-/// Instance::reserveLasting() makes. Only there can this type be made, and without it no such word can be
-/// put.
+/// A journal relies on the free room of objects: an undo puts back values that steps have removed, and must
+/// not fail. So a word without a step must not use that room. Instance::reserveLasting() makes separate room
+/// for it and is the only function that can create this type; without it, no such word can be put.
 class LastingRoom {
  public:
   LastingRoom(LastingRoom&&) noexcept = default;
@@ -23,8 +23,8 @@ class LastingRoom {
   LastingRoom() noexcept = default;
 };
 
-/// The right to use the free room of objects: of apply(), which makes and takes back steps, and of a model
-/// without a journal (NativeModel::unjournaled()).
+/// The permission to use the free room of objects. Only apply(), which applies steps, and a model without a
+/// journal (NativeModel::unjournaled()) can create it.
 class StepRoom {
  private:
   friend void apply(const Step& step) noexcept;

@@ -7,15 +7,15 @@
 
 namespace Tarvelon::metamodel::native {
 
-/// A text with the one reference that goes with the scope; none for the empty text.
+/// Owns one reference to a text for the length of a scope. Holds no reference for an empty text.
 class TextCell {
  public:
   using Text = K7Q::NSInterface::StringIntf;
 
   explicit TextCell(std::u16string_view text) : mText(Text::make(text)) {}
-  /// What a model keeps of a text that it is given: a copy of its own, since who else holds the text may
-  /// count it on another thread. Where only the caller holds it, who lets go of it then, it is the text
-  /// itself.
+  /// The text that a model stores when it is given `given`: usually a copy, since another holder may change
+  /// the reference count of `given` on another thread. If the caller holds the only reference, the text
+  /// itself is stored.
   static TextCell keptOf(Text* given) {
     if (!given) return TextCell(given);
     if (given->numRef() != 1) return TextCell(given->view());
@@ -29,7 +29,7 @@ class TextCell {
   }
 
   Text* get() const noexcept { return mText; }
-  /// Hands the reference over.
+  /// Transfers the reference to the caller.
   Text* release() noexcept { return std::exchange(mText, nullptr); }
 
  private:

@@ -11,17 +11,17 @@ namespace Tarvelon::metamodel::native {
 class Instance;
 class WordList;
 
-/// One stored value, told apart by the property that it belongs to.
+/// One stored value. Which member is valid follows from the property.
 union Word {
-  std::uint64_t bits;                  ///< a scalar or an enumeration's number
-  K7Q::NSInterface::StringIntf* text;  ///< counted; null is the empty text
-  Instance* object;                    ///< what is held or referred to
-  WordList* list;                      ///< owned; of texts or objects
-  Word* words;                         ///< where an object's words stand that do not fit into it
+  std::uint64_t bits;                  ///< a scalar or the number of an enumeration value
+  K7Q::NSInterface::StringIntf* text;  ///< reference counted; null is the empty text
+  Instance* object;                    ///< a contained or referenced object
+  WordList* list;                      ///< owned by the object that has the list
+  Word* words;                         ///< the external block of values of an Instance
 };
 static_assert(sizeof(Word) == 8);
 
-/// A number of 32 bits, which an enumeration's value is, as a word and back.
+/// Converts a 32-bit number, such as an enumeration value, to a word and back.
 inline Word wordOf(std::int32_t number) noexcept { return Word{.bits = static_cast<std::uint32_t>(number)}; }
 inline std::int32_t integerOf(Word word) noexcept {
   return static_cast<std::int32_t>(static_cast<std::uint32_t>(word.bits));

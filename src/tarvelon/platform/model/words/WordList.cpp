@@ -11,9 +11,9 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-// One less than a power of two words fills the blocks of the allocator.
+// A power of two minus one fills the allocator's blocks.
 constexpr std::uint32_t kFirstCapacity = 3;
-// Smaller lists keep their storage.
+// Lists of up to this capacity do not shrink.
 constexpr std::uint32_t kShrinkAbove = 15;
 
 void moveWords(Word* to, const Word* from, std::uint32_t count) noexcept {
@@ -45,11 +45,11 @@ void WordList::reserve(std::uint32_t count) {
   }
   const std::uint32_t doubled = mCapacity == 0 ? kFirstCapacity : 2 * mCapacity + 1;
   const std::uint32_t capacity = std::max(doubled, mSize + count);
-  // Lists grow at their end far more often than at their front.
+  // Lists grow at the end far more often than at the front.
   relocate(allocateArray<Word>(capacity), capacity, 0);
 }
 
-// Spreads the free room over both ends, which makes a row of insertions at the front cheap.
+// Moves the elements to the middle of the storage, so that repeated insertions at the front are cheap.
 void WordList::centre() noexcept {
   const std::uint32_t first = (mCapacity - mSize + 1) / 2;
   moveWords(mWords + first, mWords + mFirst, mSize);
@@ -118,7 +118,7 @@ std::uint32_t WordList::findNearEnds(const Instance* object, std::uint32_t limit
 void WordList::shrink() noexcept {
   if (mCapacity <= kShrinkAbove || mSize >= mCapacity / 4) return;
   const std::uint32_t capacity = std::max(kFirstCapacity, mCapacity / 2);
-  // A list that cannot be made smaller stays as it is.
+  // If there is no memory for a smaller block, the list keeps its storage.
   auto* words = static_cast<Word*>(utMalloc(capacity * sizeof(Word)));
   if (words) relocate(words, capacity, (capacity - mSize) / 2);
 }

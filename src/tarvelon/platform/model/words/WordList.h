@@ -10,11 +10,11 @@ namespace Tarvelon::metamodel::native {
 
 /// The values of one many-valued property, in order.
 ///
-/// Room lies on both sides of the elements, so that taking from and adding to either end does not move the
-/// others.
+/// There may be free room before and after the elements, so adding and removing at either end does not move
+/// the other elements.
 ///
-/// Ownership: the list owns its storage and not what its words point at.
-/// Failure:   only make() and reserve() allocate; everything else cannot fail.
+/// Ownership: The list owns its storage, but not what its words point to.
+/// Failure:   Only make() and reserve() allocate. The other functions cannot fail.
 class WordList {
  public:
   static constexpr std::uint32_t kNotFound = std::numeric_limits<std::uint32_t>::max();
@@ -32,25 +32,25 @@ class WordList {
     mWords[mFirst + index] = word;
     ++mChanges;
   }
-  /// Sets all of them, to wordAt(0) and so on, as one change.
+  /// Replaces all words with wordAt(0), wordAt(1) and so on; counts as one change.
   template <class WordAt>
   void setAll(WordAt wordAt) noexcept {
     for (std::uint32_t index = 0; index < mSize; ++index) mWords[mFirst + index] = wordAt(index);
     ++mChanges;
   }
-  /// Differs from before when elements have come, gone or moved.
+  /// Differs from an earlier result if elements were inserted, removed or moved.
   std::uint32_t changes() const noexcept { return mChanges; }
 
-  /// How many more words fit.
+  /// How many more words fit without a reserve().
   std::uint32_t room() const noexcept { return mCapacity - mSize; }
   /// Makes room for `count` more words.
   void reserve(std::uint32_t count);
-  /// REQUIRES: index <= size(), room for one more word.
+  /// REQUIRES: index <= size(), and room for one more word.
   void insert(std::uint32_t index, Word word) noexcept;
-  /// Keeps the room. REQUIRES: first + count <= size().
+  /// Removes words and keeps the room. REQUIRES: first + count <= size().
   void erase(std::uint32_t first, std::uint32_t count) noexcept;
-  /// Takes out as many elements as there are places, which placeAt(0) and so on give in ascending order. Each
-  /// of the others moves once at most. Keeps the room.
+  /// Removes `count` words at the indices placeAt(0), placeAt(1) and so on, which must be in ascending order.
+  /// Each other word moves at most once. Keeps the room.
   template <class PlaceAt>
   void eraseMany(std::uint32_t count, PlaceAt placeAt) noexcept {
     std::uint32_t end = placeAt(0);
@@ -63,8 +63,9 @@ class WordList {
     mSize -= count;
     ++mChanges;
   }
-  /// Puts in words where they stand when all of them are there: what eraseMany() has taken out.
-  /// REQUIRES: room for them.
+  /// Inserts words; the inverse of eraseMany(). placeAt(i) is the index of word i in the final list, in
+  /// ascending order.
+  /// REQUIRES: room for `count` words.
   template <class PlaceAt, class WordAt>
   void insertMany(std::uint32_t count, PlaceAt placeAt, WordAt wordAt) noexcept {
     if (mFirst + mSize + count > mCapacity) moveToFront();
@@ -80,20 +81,20 @@ class WordList {
     }
     ++mChanges;
   }
-  /// Gives up room that so few elements do not need.
+  /// Frees memory if the list has become much smaller than its capacity.
   void shrink() noexcept;
-  /// Takes the element from one place and puts it where it then stands at index `to`.
+  /// Moves the word at index `from` so that its final index is `to`.
   void move(std::uint32_t from, std::uint32_t to) noexcept;
-  /// Lets two elements change places.
+  /// Swaps two words.
   void exchange(std::uint32_t left, std::uint32_t right) noexcept {
     std::swap(mWords[mFirst + left], mWords[mFirst + right]);
     ++mChanges;
   }
-  /// The place of an object, searched from both ends at once; kNotFound if it is not there.
+  /// The index of an object, kNotFound if there is none. Searches from both ends at once.
   std::uint32_t find(const Instance* object) const noexcept { return findNearEnds(object, mSize); }
-  /// The same, looking at no more than `limit` elements from each end.
+  /// As find(), but looks only at `limit` words from each end.
   std::uint32_t findNearEnds(const Instance* object, std::uint32_t limit) const noexcept;
-  /// Takes out every word for which `isOut` says so; the others keep their order.
+  /// Removes each word for which `isOut` returns true. The others keep their order.
   template <class Predicate>
   void eraseIf(Predicate isOut) noexcept {
     std::uint32_t kept = 0;
@@ -111,7 +112,7 @@ class WordList {
   void relocate(Word* words, std::uint32_t capacity, std::uint32_t first) noexcept;
   void centre() noexcept;
   void moveToFront() noexcept;
-  /// Moves neighbours to another index, over what stands there.
+  /// Moves `count` neighbouring words to another index and overwrites what is there.
   void shift(std::uint32_t from, std::uint32_t count, std::uint32_t to) noexcept;
 
   Word* mWords = nullptr;
