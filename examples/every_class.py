@@ -20,7 +20,7 @@ def packages():
 
 
 def concrete_classes():
-    """All classes that are not abstract, including those of foundation and types, which contain the classes of values."""
+    """All non-abstract classes, including those of foundation and types, which have the classes of values."""
     for package in [*packages(), foundation, types]:
         for description in package.MetaPackage().classes():
             if not description.isAbstract():
@@ -65,7 +65,7 @@ def attribute_of(cls, description):
 
 
 def write_and_read(target, name, description, maker):
-    """Sets a property, or adds to it. True if the same value is read back; None if no value can be made for it."""
+    """Sets a property, or adds to it. True if the same value is read back; None if no value can be made."""
     value = maker.value(description.type())
     if value is None:
         return None
