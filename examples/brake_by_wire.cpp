@@ -1,5 +1,5 @@
-// Brake by wire: a braking function, modelled from the pedal to the deployed service, and reported. The model
-// is built in brake_model.h; here it is read, by its classes and, for the counts, without knowing any.
+// Brake by wire: prints a report of the model of a braking function, from the pedal to the deployed service.
+// brake_model.h builds the model. The report uses statically typed classes, and reflection for the counts.
 #include <iostream>
 #include <set>
 #include <string>
@@ -96,7 +96,7 @@ struct Counts {
   int values = 0;
 };
 
-/// Counts the element and all that it holds, by what its class says of its properties.
+/// Counts the element and everything that it contains. Uses reflection to find its properties.
 void count(const foundation::Element& element, Counts& counts) {
   const std::string name = classNameOf(element);
   counts.classes.insert(name);

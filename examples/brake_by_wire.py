@@ -1,6 +1,6 @@
-"""Brake by wire: a braking function, modelled from the pedal to the deployed service, and reported.
+"""Brake by wire: builds the model of a braking function from the pedal to the deployed service, and prints a report.
 
-    ./tarvelon run examples/brake_by_wire.py              # with the name of a file, saves the model to it as well
+    ./tarvelon run examples/brake_by_wire.py [FILE]       # with FILE: also saves the model to that file
 """
 
 import pathlib
@@ -12,7 +12,7 @@ from Tarvelon.metamodel import foundation
 from Tarvelon.metamodel.arplatform import (Factory, behavior, common, component, composition, instance,
                                            interface, port, timingExtension)
 
-# A script is run without its folder on the path; behind everything else, no example hides a standard module.
+# The folder of a script is not on the path. Appended at the end, its files cannot hide a standard module.
 sys.path.append(str(pathlib.Path(__file__).parent))
 import brake_components as brake
 import brake_deployment as deployment
@@ -21,7 +21,7 @@ Access = behavior.DataAccessKind
 
 
 def data_access(new, runnable, kind, port_):
-    """The runnable reads or writes each element of the port."""
+    """Adds an access to each data element of the port: the runnable reads or writes the element."""
     for element in port_.Interface.DataElements:
         where = new(instance.FlowDataPortInstanceRef, element, port_)
         runnable.dataAccess.append(new(behavior.FlowDataAccess, where, kind, f"{port_.Name}_{element.Name}"))
@@ -40,7 +40,7 @@ def operation_of(new, port_):
 
 
 def behave(new, component_, runnables, starts):
-    """The behavior of a component: its runnables, and the events that start them."""
+    """Gives a component its behavior, with runnables and the events that start them."""
     kind = behavior.TerminateAndRestartKind.NoSupport
     name = f"{component_.Name}Behavior"
     result = new(behavior.ApplicationComponentBehavior, kind, name, Runnables=runnables)
@@ -55,12 +55,12 @@ def behave(new, component_, runnables, starts):
 
 
 def runnable_of(new, name, **properties):
-    """A runnable; the first argument is the symbol of its function in the code."""
+    """A runnable. The first argument of the constructor is the name of the function in the code."""
     return new(behavior.Runnable, f"Bbw_{name}", name, **properties)
 
 
 def behave_pedal(new, sensor, t):
-    """Every 5 ms the pedal is sampled; a test of the sensor is a call from outside."""
+    """Samples the pedal every 5 ms. Other components can call an operation that tests the sensor."""
     sample, test = runnable_of(new, "Sample", SwAddrMethod=t.FastCode), runnable_of(new, "Test")
     data_access(new, sample, Access.ImplicitWrite, sensor.SenderPorts[0])
     invoked = new(behavior.OperationInvokedEvent, operation_of(new, sensor.ServerPorts[0]), "TestInvoked")
@@ -74,7 +74,7 @@ def behave_pedal(new, sensor, t):
 
 
 def controller_data(new, behavior_, t):
-    """What the controller remembers, shares between its runnables, and is calibrated by."""
+    """The data of the controller: parameters, inter-runnable variables, memory and an exclusive area."""
     def data(kind, name, *arguments):
         return new(kind, *arguments, brake.Percent, name, Type=t.Share)
 
@@ -97,7 +97,7 @@ def controller_data(new, behavior_, t):
 
 
 def control_accesses(new, control, lost, controller):
-    """How the runnables of the controller reach what they work on."""
+    """The accesses of the controller's runnables to data, parameters, memory, operations and modes."""
     own = controller.Behavior
     for port_ in controller.ReceiverPorts:
         data_access(new, control, Access.ImplicitRead, port_)
@@ -127,7 +127,7 @@ def control_accesses(new, control, lost, controller):
 
 
 def behave_controller(new, controller, variants, t):
-    """Control every 10 ms, unless degraded; react when the pedal is lost or the mode changes."""
+    """Runs the control every 10 ms, except in degraded mode. Reacts to a lost pedal signal and to a change of mode."""
     init, control, lost = (runnable_of(new, name) for name in ("Init", "Control", "PedalLost"))
     fallback = new(behavior.InternalTrigger, "Fallback", IsQueued=True)
     lost.InternalTriggeringPoint += [fallback, new(behavior.Internal, "FallbackAgain", Trigger=fallback)]
@@ -154,7 +154,7 @@ def behave_controller(new, controller, variants, t):
 
 
 def behave_others(new, c):
-    """The wheel actuator applies the torque; diagnostics tests the pedal and switches the modes."""
+    """The wheel actuator applies the torque. The diagnostics component tests the pedal and switches the modes."""
     apply = runnable_of(new, "Apply", canBeInvokedConcurrently=True)
     data_access(new, apply, Access.ImplicitRead, c.WheelActuator.ReceiverPorts[0])
     data_access(new, apply, Access.ImplicitWrite, c.WheelActuator.SenderPorts[0])
@@ -184,7 +184,7 @@ def prototype_name(type_):
 
 
 def make_composition(new, brakes, i, c, t):
-    """One of each component, wired; what the vehicle sees of them are the ports of the whole."""
+    """The composition: one prototype of each component, connectors, and outer ports for the rest of the vehicle."""
     whole = new(composition.CompositionComponent, "BrakeSystem", DataTypeMappingSet=[t.Mapping])
     for each in vars(c).values():
         whole.Components.append(new(composition.ComponentPrototype, each, prototype_name(each)))
@@ -216,7 +216,7 @@ def make_composition(new, brakes, i, c, t):
 
 
 def make_timing(new, brakes, whole):
-    """The pedal is sampled before torque is computed before it is applied."""
+    """The execution order: sample the pedal, then compute the torque, then apply the torque."""
     p = brake.named(whole.Components)
     steps = []
     for prototype, index in ((p.pedalSensor, 0), (p.brakeController, 1), (p.wheelActuator, 0)):
@@ -233,7 +233,7 @@ def make_timing(new, brakes, whole):
 
 
 def values_of(element, row):
-    """The values of a property, read by its row: none, one or many."""
+    """A list with the values of a property: none, one or many."""
     name = row.name()
     names = [each for each in (name, name[0].lower() + name[1:]) if hasattr(element, each)]
     value = getattr(element, names[0]) if names else None
@@ -243,7 +243,7 @@ def values_of(element, row):
 
 
 def walk(element):
-    """The element and all that it holds, by what its class says it holds."""
+    """The element and everything that it contains, found by reflection."""
     yield element
     for row in element.MetaProperty():
         if row.isContainment() and not row.isReadOnly():
@@ -252,7 +252,7 @@ def walk(element):
 
 
 def count(root):
-    """What the model is made of: elements by package, values and references by kind, and what is missing."""
+    """Counts the model: elements by package, values and references by kind, and unset required properties."""
     packages, classes, facts, missing = Counter(), set(), Counter(), []
     for element in walk(root):
         metaclass = element.MetaClass()
@@ -346,7 +346,7 @@ def report_counts(root):
 
 
 def build(new):
-    """The whole model; gives its root and what the report begins at."""
+    """Builds the whole model; returns its root and the objects for the report."""
     root = new(common.AUTOSAR, Name="Vehicle", ArxmlFilePackaging=common.ArxmlFilePackagingKind.Modular,
                ComponentQualifiedName="/BrakeByWire/BrakeSystem", ImplementationQualifiedName="",
                InternalBehaviorQualifiedName="", DataTypePackage="/BrakeByWire/Types",

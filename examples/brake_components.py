@@ -15,11 +15,11 @@ Percent = "%3.1f"
 
 
 def maker(model):
-    """A function that makes an object of a class and sets its properties; a list is added to a sequence."""
+    """A function that makes an object of a class and sets its properties. A list extends the sequence of a property."""
     factory = Factory.createNewFactory(model)
 
     def new(kind, *arguments, **properties):
-        # The factory makes the classes of the platform; values and types stand in packages below it.
+        # The factory makes objects of the packages below arplatform. Objects of foundation and types use constructors.
         own = kind.__module__.startswith(common.__name__.rpartition(".")[0])
         element = factory.create(kind, *arguments) if own else kind(model, *arguments)
         for name, value in properties.items():
@@ -33,7 +33,7 @@ def maker(model):
 
 
 def package(new, parent, name, elements):
-    """A package with the elements in it; gives them by their names."""
+    """Makes a package with the elements; returns a namespace with the elements by their names."""
     parent.PackagedElement.append(new(common.Package, name, PackagedElement=elements))
     return named(elements)
 
@@ -47,7 +47,7 @@ def number(new, value):
 
 
 def modes(new, name, *literals):
-    """A group of modes, the first of them the initial one."""
+    """A group of modes. The first mode is the initial mode."""
     group = new(common.ModeDeclarationGroup, name, OnTransitionValue=255)
     for value, literal in enumerate(literals):
         group.Mode.append(new(common.ModeDeclaration, literal, Value=value))
@@ -56,7 +56,7 @@ def modes(new, name, *literals):
 
 
 def make_documentation(new, brakes):
-    """What stands before the model: names and descriptions in a language, revisions, data of tools."""
+    """Documents the package: long name and description in a language, revisions, tool-specific data."""
     def sentence(text):
         return new(documentation.MultiLanguageOverviewParagraph,
                    L2=[new(documentation.LOverviewParagraph, language="EN", Body=text)])
@@ -76,7 +76,7 @@ def make_documentation(new, brakes):
 
 
 def make_types(new, brakes):
-    """Data types, modes and the sections that code and data go to."""
+    """Data types, modes, and memory sections for code and data."""
     base = new(types.SwBaseType, "BaseUInt16", BaseTypeSize=16, NativeDeclaration="unsigned short")
     unit = new(types.CompuMethod, "Percent", Unit="%")
     word = new(types.ImplementationDataType, "UInt16", BaseType=base)
@@ -91,7 +91,7 @@ def make_types(new, brakes):
 
 
 def make_variants(new, brakes, unit):
-    """A constant bound when code is generated, a criterion bound after the build, and a variant with both."""
+    """A system constant bound at code generation, a criterion bound after the build, and a variant that sets both."""
     axles = new(variant.SystemConst, "BrakedAxles")
     values = new(variant.SystemConstValueSet, "TwoAxles",
                  SysConstValue=[new(variant.SystemConstValue, 2.0, axles)])
@@ -111,7 +111,7 @@ def only_with_rear_axle(new, variants):
 
 
 def variant_proxies(new, variants, word):
-    """What the code of the controller reads of the variant it was built for."""
+    """Lets the controller's code read the values of the variant for which it was built."""
     kinds = {"Axles": variant.IntegerValueVariationPoint, "Pumps": variant.PositiveIntegerValueVariationPoint,
              "HasTrailer": variant.BooleanValueVariationPoint, "Torque": variant.FloatValueVariationPoint,
              "Pressure": variant.NumericalValueVariationPoint, "TopSpeed": variant.LimitValueVariationPoint}
@@ -124,7 +124,7 @@ def variant_proxies(new, variants, word):
 
 
 def make_interfaces(new, brakes, t):
-    """What components say to each other: data, operations, modes, parameters, triggers, stored data."""
+    """The interfaces between components: data, operations, modes, parameters, triggers, non-volatile data."""
     def data(kind, name):
         return new(kind, Percent, name, Type=t.Share, InitValue=number(new, 0))
 
@@ -165,7 +165,7 @@ def sender(new, interface_, name):
 
 
 def receiver(new, interface_, name):
-    """A port that reads the last value of each element, and notices when none comes or it does not change."""
+    """A port that reads the last value of each element, and detects a missing or unchanged value."""
     differs, filtered = port.DataFilterKind.MaskedNewDiffersMaskedOld, port.ProcessingKind.Filtered
     infos = []
     for element in interface_.DataElements:
@@ -196,7 +196,7 @@ def modes_in(new, interface_, name):
 
 
 def nv_ports(new, wear):
-    """One port that restores what was stored, one that stores it."""
+    """Two ports for non-volatile data: one restores the data, one stores it."""
     element = wear.DataElements[0]
     restored = new(port.NvDataReceiverPortComSpec, InitValue=number(new, 0))
     restore = new(port.NvDataReceiverPortInfo, element, ComSpec=restored,
@@ -209,11 +209,11 @@ def nv_ports(new, wear):
 
 
 def make_controller(new, i):
-    """The application: it reads the pedal and the wheel, and asks for torque."""
+    """The application component: reads the pedal and the wheel, and requests torque."""
     read = new(port.ParameterReceiverPortInfo, i.Calibration.DataElements[0],
                annotation=new(port.ParameterReceiverPortAnnotation),
                comSpec=new(port.ParameterReceiverPortComSpec, InitValue=number(new, 1)))
-    # What a port says of a trigger names no data element, since a trigger carries none.
+    # The port info of a trigger has no data element, since a trigger carries no data.
     tick = new(port.TriggerReceiverPortInfo, annotation=new(port.TriggerReceiverPortAnnotation))
     controller = component_of(
         new, Kind.Application, "BrakeController", **nv_ports(new, i.PadWear),
@@ -229,7 +229,7 @@ def make_controller(new, i):
 
 
 def make_parameters(new, i):
-    """The component that holds nothing but what calibration sets."""
+    """A component that only has calibration parameters."""
     gain = i.Calibration.DataElements[0]
     given = new(port.ParameterSenderPortInfo, gain, annotation=new(port.ParameterSenderPortAnnotation),
                 comSpec=new(port.ParameterSenderPortComSpec, InitValue=number(new, 1)))
@@ -240,7 +240,7 @@ def make_parameters(new, i):
 
 
 def make_wheel(new, i):
-    """The actuator: it applies the torque, and tells in a queue how much it applied."""
+    """The actuator component: applies the torque, and sends the applied torque through a queued port."""
     torque = i.WheelTorque.DataElements[0]
     queued = new(port.DataReceiverQueuedPortComSpec, QueueLength=4)
     loop = new(port.DataSenderReceiverPort, i.WheelTorque, "TorqueLoop", info=[

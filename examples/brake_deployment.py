@@ -1,4 +1,4 @@
-"""Where `brake_by_wire.py` runs: ECUs and their configuration, and the adaptive side from service to storage.
+"""The deployment of `brake_by_wire.py`: ECUs with their configuration, and the adaptive platform with its services.
 
     ./tarvelon run examples/brake_deployment.py
 """
@@ -9,7 +9,7 @@ import sys
 from Tarvelon.metamodel.arplatform import (Factory, common, component, ecuc, instance, interface, manifest,
                                            port, system)
 
-# A script is run without its folder on the path; behind everything else, no example hides a standard module.
+# The folder of a script is not on the path. Appended at the end, its files cannot hide a standard module.
 sys.path.append(str(pathlib.Path(__file__).parent))
 import brake_components as brake
 
@@ -17,7 +17,7 @@ Overwrite = interface.PersistencyUpdateStrategyEnum.Overwrite
 
 
 def make_system(new, brakes, whole):
-    """Which ECU runs what."""
+    """Maps the components to ECUs."""
     p = brake.named(whole.Components)
     central, corner = new(system.EcuInstance, "BrakeEcu"), new(system.EcuInstance, "WheelEcu")
     corner_mapping = new(system.SwcToEcuMapping, corner, "OnWheel", Component=[p.wheelActuator])
@@ -30,7 +30,7 @@ def make_system(new, brakes, whole):
 
 
 def make_configuration(new, brakes, whole):
-    """The operating system of the ECU: what can be configured, and the task that is."""
+    """The operating system of the ECU: definitions of parameters, and the configuration of one task."""
     kinds = {"Priority": ecuc.EcucIntegerParamDef, "Autostart": ecuc.EcucBooleanParamDef,
              "Schedule": ecuc.EcucEnumerationParamDef, "Period": ecuc.EcucFloatParamDef}
     parameters = [new(kind, name) for name, kind in kinds.items()]
@@ -54,7 +54,7 @@ def make_configuration(new, brakes, whole):
 
 
 def make_service(new, t):
-    """The service that other functions of the vehicle see, and what it remembers."""
+    """The service for other functions of the vehicle, and its persistent data."""
     def data(kind, name, *arguments):
         return new(kind, *arguments, brake.Percent, name, Type=t.Share)
 
@@ -70,7 +70,7 @@ def make_service(new, t):
 
 
 def make_application(new, service, history):
-    """An application that offers the service, follows the one of a trailer, and keeps its history."""
+    """An application that provides the service, uses another instance of it, and stores a history."""
     stops, event, method = history.DataElements[0], service.Events[0], service.Methods[0]
     written = new(port.PersistencyProvidedPortInfo, stops,
                   comSpec=new(port.PersistencyProvidedPortComSpec, InitValue=brake.number(new, 0)))
@@ -90,7 +90,7 @@ def make_application(new, service, history):
 
 
 def make_machine(new, states):
-    """A machine with its states, the timeouts of one of them, and a share of its processors."""
+    """A machine with its states, the timeouts of one state, and a share of its processors."""
     group = new(interface.ModeDeclarationGroupElement, "MachineState", ModeGroup=states)
     timeout = new(manifest.PerStateTimeout, states.Mode[2], EnterTimeout=0.5, ExitTimeout=2)
     share = new(manifest.ResourceGroup, "Safety", CpuUsage=30, MemUsage=64)
@@ -100,7 +100,7 @@ def make_machine(new, states):
 
 
 def make_process(new, application, machine, states):
-    """The program, the process that runs it, and when and how the process starts."""
+    """The executable, the process that runs it, and the conditions and options of the start."""
     root = new(manifest.RootSwComponentPrototype, application, "Root")
     program = new(manifest.Executable, root, "brake_assistant",
                   BuildType=manifest.BuildTypeEnum.BuildTypeRelease)
@@ -122,7 +122,7 @@ def make_process(new, application, machine, states):
 
 
 def make_deployment(new, service, application, design):
-    """The service over DDS, with its quality, and once more over a binding of our own."""
+    """Deploys the service over DDS with quality settings, and also over a user-defined binding."""
     transport = manifest.TransportLayerProtocolEnum
     event = new(manifest.DdsEventDeployment, service.Events[0], "TorqueTopic", TopicName="bbw/torque",
                 TransportProtocol=[transport.Udp, transport.Tcp])

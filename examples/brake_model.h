@@ -1,6 +1,6 @@
 #pragma once
 
-// The model of brake_by_wire.cpp: a braking function from the pedal to the service that tells of it.
+// The model of brake_by_wire.cpp: a braking function from the pedal to the service that reports its torque.
 #include <string>
 #include <tarvelon/boundary/k7q/Object.h>
 #include <tarvelon/platform/model/metamodel/Metamodel.h>
@@ -14,7 +14,7 @@ namespace types = Tarvelon::metamodel::types;
 using K7Q::Model;
 using Text = const char16_t*;
 
-/// Where a report of the model begins.
+/// The objects with which the report of the model begins.
 struct Vehicle {
   common::AUTOSAR root;
   std::vector<component::AtomicComponent> components;
@@ -47,7 +47,7 @@ inline foundation::NumericalValueSpecification number(const Model& model, double
   return foundation::NumericalValueSpecification::create(model, value);
 }
 
-/// A share of the whole, in percent.
+/// A data element whose values are percentages.
 inline interface::FlowData share(const Model& model, const types::ApplicationPrimitiveDataType& type,
                                  Text name) {
   return interface::FlowData::create(model, u"%3.1f", name)
@@ -55,7 +55,7 @@ inline interface::FlowData share(const Model& model, const types::ApplicationPri
       .set<"InitValue">(number(model, 0));
 }
 
-/// What components say to each other: data that flows, and an operation that one calls of another.
+/// The interfaces between components: data elements, and an operation.
 inline Interfaces makeInterfaces(const Model& model, const common::Package& brakes,
                                  const types::ApplicationPrimitiveDataType& type) {
   const auto isService = false;
@@ -86,7 +86,7 @@ inline port::DataSenderPort sender(const Model& model, const interface::SenderRe
   return result;
 }
 
-/// A port that reads the last value of each element, and notices when none comes.
+/// A port that reads the last value of each element, and detects a missing value.
 inline port::DataReceiverPort receiver(const Model& model, const interface::SenderReceiverInterface& type,
                                        Text name) {
   auto result = port::DataReceiverPort::create(model, type, name);
@@ -133,12 +133,12 @@ inline Components makeComponents(const Model& model, const common::Package& brak
   return {pedal, controller, wheel};
 }
 
-/// A runnable; the symbol is the name of its function in the code.
+/// A runnable. Its symbol is the name of the function in the code.
 inline behavior::Runnable runnable(const Model& model, const std::u16string& name) {
   return behavior::Runnable::create(model, u"Bbw_" + name, name);
 }
 
-/// The runnable reads or writes each element of the port.
+/// Adds an access to each data element of the port: the runnable reads or writes the element.
 template <class Port>
 void accessData(const Model& model, const behavior::Runnable& runnable, behavior::DataAccessKind kind,
                 const Port& port) {
@@ -154,7 +154,7 @@ struct Start {
   behavior::Runnable runnable;
 };
 
-/// The behavior of a component: its runnables, and the events that start them.
+/// Gives a component its behavior, with runnables and the events that start them.
 inline void behave(const Model& model, const component::AtomicComponent& component,
                    const std::vector<behavior::Runnable>& runnables, const std::vector<Start>& starts) {
   using Restart = behavior::TerminateAndRestartKind;
@@ -169,7 +169,7 @@ inline void behave(const Model& model, const component::AtomicComponent& compone
   component.set<"Behavior">(result);
 }
 
-/// The pedal is sampled every 5 ms and tested on demand; torque follows every 10 ms or when the pedal moves.
+/// Samples the pedal every 5 ms and tests it on demand. Computes torque every 10 ms or when the pedal moves.
 inline void makeBehavior(const Model& model, const Components& c) {
   using Access = behavior::DataAccessKind;
   const auto testPort = c.pedal.get<"ServerPorts">()[0];
@@ -210,7 +210,7 @@ inline composition::AssemblyConnector assemble(const Model& model,
       .set<"Requester">(instance::CompositionRPortInstanceRef::create(model, required, requester));
 }
 
-/// One of each component, wired; the vehicle sees the test of the pedal from outside.
+/// The composition: one prototype of each component, connectors, and an outer port for the test of the pedal.
 inline composition::CompositionComponent makeComposition(const Model& model, const common::Package& brakes,
                                                          const Interfaces& i, const Components& c) {
   const auto pedal = composition::ComponentPrototype::create(model, c.pedal, u"pedal");
@@ -234,7 +234,7 @@ inline composition::CompositionComponent makeComposition(const Model& model, con
   return whole;
 }
 
-/// The pedal is sampled before torque is computed before it is applied.
+/// The execution order: sample the pedal, then compute the torque, then apply the torque.
 inline timingExtension::ExecutionOrderConstraint makeTiming(const Model& model, const common::Package& brakes,
                                                             const composition::CompositionComponent& whole) {
   auto order =
@@ -255,7 +255,7 @@ inline timingExtension::ExecutionOrderConstraint makeTiming(const Model& model, 
   return order;
 }
 
-/// Which ECU runs what.
+/// Maps the components to ECUs.
 inline system::SystemMapping makeSystem(const Model& model, const common::Package& brakes,
                                         const composition::CompositionComponent& whole) {
   const auto prototypes = whole.get<"Components">();
@@ -275,7 +275,7 @@ inline system::SystemMapping makeSystem(const Model& model, const common::Packag
   return mapping;
 }
 
-/// The service that tells the vehicle of the torque.
+/// The service that reports the torque to the vehicle.
 inline interface::ServiceInterface makeService(const Model& model, const common::Package& adaptive,
                                                const types::ApplicationPrimitiveDataType& type) {
   auto service = interface::ServiceInterface::create(model, u"BrakeService")
@@ -285,7 +285,7 @@ inline interface::ServiceInterface makeService(const Model& model, const common:
   return service;
 }
 
-/// The application that offers the service.
+/// The application that provides the service.
 inline component::AdaptiveApplication makeApplication(const Model& model, const common::Package& adaptive,
                                                       const interface::ServiceInterface& service) {
   const auto port = port::ServiceProvidedPort::create(model, service, u"Offered")
@@ -297,7 +297,7 @@ inline component::AdaptiveApplication makeApplication(const Model& model, const 
   return application;
 }
 
-/// How the service goes out over DDS, and at which port.
+/// Deploys the service over DDS, and maps it to a port.
 inline manifest::DdsEventDeployment makeDeployment(const Model& model, const common::Package& adaptive,
                                                    const interface::ServiceInterface& service,
                                                    const component::AdaptiveApplication& application) {
@@ -319,7 +319,7 @@ inline manifest::DdsEventDeployment makeDeployment(const Model& model, const com
   return topic;
 }
 
-/// The machine, and the process that runs the application on it.
+/// The machine, and the process that runs the application on the machine.
 inline manifest::ProcessToMachineMapping makeProcess(const Model& model, const common::Package& adaptive,
                                                      const component::AdaptiveApplication& application) {
   const auto share = manifest::ResourceGroup::create(model, u"Safety").set<"CpuUsage">(30);
@@ -345,7 +345,7 @@ inline manifest::ProcessToMachineMapping makeProcess(const Model& model, const c
   return place;
 }
 
-/// The whole model, classic and adaptive.
+/// Builds the whole model, classic and adaptive.
 inline Vehicle build(const Model& model) {
   const auto root = common::AUTOSAR::create(model).set<"Name">(u"Vehicle");
   const auto brakes = common::Package::create(model, u"BrakeByWire");

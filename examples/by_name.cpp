@@ -1,5 +1,6 @@
-// The same model through the object system alone: classes, methods and properties by name, as a scripting
-// host does it. Nothing of the metamodel is compiled in; the module is opened like any plug-in.
+// A part of the model of first_model.cpp, built only through the object system: the program finds classes,
+// methods and properties by name, as a scripting host does. It is not compiled with the metamodel; it opens
+// the module at run time, like a plug-in.
 #include <dlfcn.h>
 #include <iostream>
 #include <string>

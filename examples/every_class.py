@@ -2,7 +2,7 @@
 
     ./tarvelon run examples/every_class.py
 
-Nothing here knows a class or a property: all of it is asked of the model's own descriptions.
+The program names no class and no property of the metamodel. It uses only the model's own descriptions.
 """
 
 import K7Q
@@ -14,13 +14,13 @@ NUMBERS = {"logical scalar": True, "int32 scalar": 7, "double scalar": 0.5}
 
 
 def packages():
-    """The packages of the platform, in order, as modules."""
+    """The packages of the platform as modules, in the order of the root package."""
     root = arplatform.MetaPackage()
     return [getattr(arplatform, package.name()) for package in root.subPackages()]
 
 
 def concrete_classes():
-    """The classes of which objects can be made; foundation's too, since values come from there."""
+    """All non-abstract classes, including those of foundation and types, which have the classes of values."""
     for package in [*packages(), foundation, types]:
         for description in package.MetaPackage().classes():
             if not description.isAbstract():
@@ -28,14 +28,14 @@ def concrete_classes():
 
 
 class Maker:
-    """Makes a fitting value for a property."""
+    """Makes values for properties."""
 
     def __init__(self, model):
         self.model = model
         self.classes = list(concrete_classes())
 
     def concrete(self, name):
-        """The first class that can be made below that dotted name, itself included; None if none can."""
+        """The first non-abstract class that is the class with that dotted name or a subclass; None if there is none."""
         package, _, short = name.rpartition(".")
         wanted = getattr(module_of(package), short)
         return next((cls for cls in self.classes if issubclass(cls, wanted)), None)
@@ -65,7 +65,7 @@ def attribute_of(cls, description):
 
 
 def write_and_read(target, name, description, maker):
-    """Sets a property, or adds to it, and says whether it reads back. None: nothing can be made for it."""
+    """Sets a property, or adds to it. True if the same value is read back; None if no value can be made."""
     value = maker.value(description.type())
     if value is None:
         return None

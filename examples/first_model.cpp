@@ -1,5 +1,5 @@
-// Builds, reads and changes a model through the native handles: classes, constructors and properties are
-// checked by the compiler against the metamodel's tables.
+// Builds, reads and changes a model with native handles. The compiler checks classes, constructors and
+// properties against the metamodel's tables.
 #include <iostream>
 #include <string>
 #include <tarvelon/boundary/k7q/Object.h>
@@ -12,7 +12,7 @@ namespace {
 
 std::string utf8(const K7Q::String& text) { return K7Q::String::to_string(text); }
 
-/// A revision whose one change is told in a language.
+/// A revision with one change, described in one language.
 documentation::DocRevision revision(const K7Q::Model& model, const char16_t* date, const char16_t* language,
                                     const char16_t* change) {
   auto text = documentation::LOverviewParagraph::create(model);

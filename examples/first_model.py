@@ -1,4 +1,4 @@
-"""A first model: packages, documentation and variants of a brake controller, built, read back and changed.
+"""A first model: builds, reads and changes packages, documentation and variants of a brake controller.
 
     ./tarvelon run examples/first_model.py
 """
@@ -36,7 +36,7 @@ def long_name(factory: Factory, texts: dict[str, str]) -> documentation.MultiLan
 
 
 def history(factory: Factory) -> common.AdminData:
-    """Administrative data with two revisions; the second says what was changed, and why, in two languages."""
+    """Administrative data with two revisions. The second one describes a change and its reason in two languages."""
     first = factory.create("documentation.DocRevision", "2026-03-02")
     first.revisionLabel = "1.0.0"
     first.issuedBy = "brakes team"
@@ -56,7 +56,7 @@ def history(factory: Factory) -> common.AdminData:
 
 
 def tool_data(factory: Factory) -> common.Sdg:
-    """Data of a tool that the standard does not know: a group with values and a nested group."""
+    """Tool-specific data outside the standard: a group with values and a nested group."""
     group = factory.create("common.Sdg", "build-tool")
     group.sdgCaption = factory.create("common.SdgCaption", "BuildSettings")
     group.sdgContents.append(factory.create("common.Sd", "compiler", "gcc 12.2"))
@@ -67,7 +67,7 @@ def tool_data(factory: Factory) -> common.Sdg:
 
 
 def variants(factory: Factory, package: common.Package) -> variant.SystemConst:
-    """A system constant, its values for two vehicles, and the variant that picks one of them."""
+    """A system constant, its values for two vehicles, and a variant that selects one of the values."""
     wheels = factory.create("variant.SystemConst", "DrivenWheels")
     package.PackagedElement.append(wheels)
     for name, value in (("FrontWheelDrive", 2.0), ("AllWheelDrive", 4.0)):
@@ -82,7 +82,7 @@ def variants(factory: Factory, package: common.Package) -> variant.SystemConst:
 
 
 def variation_point(factory: Factory, wheels: variant.SystemConst) -> variant.VariationPoint:
-    """What exists in all-wheel-drive vehicles alone, decided when the code is generated."""
+    """The condition of an element that exists only in all-wheel-drive vehicles; evaluated when code is generated."""
     time = variant.BindingTimeKind.CodeGenerationTime
     condition = factory.create("variant.ConditionByFormula", time, "DrivenWheels == 4")
     condition.SysConst.append(wheels)
@@ -92,7 +92,7 @@ def variation_point(factory: Factory, wheels: variant.SystemConst) -> variant.Va
 
 
 def build(factory: Factory) -> common.AUTOSAR:
-    """The whole model; returns its root."""
+    """Builds the whole model; returns its root."""
     root = factory.create("common.AUTOSAR")
     root.Name = "Vehicle"
     root.ArxmlFilePackaging = common.ArxmlFilePackagingKind.SingleFile
@@ -125,7 +125,7 @@ def build(factory: Factory) -> common.AUTOSAR:
 
 
 def label(element: foundation.Element) -> str:
-    """One line about an element: its class, its name, and what is worth knowing of it."""
+    """One line about an element: its class, its name and its main values."""
     name = getattr(element, "Name", "")
     line = type(element).__name__ + (f" {name}" if name else "")
     if isinstance(element, variant.SystemConstValue):
@@ -145,14 +145,14 @@ def label(element: foundation.Element) -> str:
 
 
 def print_tree(element: foundation.Element, depth: int = 0) -> None:
-    """The element and everything that it holds."""
+    """Prints the element and everything that it contains."""
     print("  " * depth + label(element))
     for owned in element.OwnedElement:
         print_tree(owned, depth + 1)
 
 
 def named(package: foundation.Package, kind: type[Element], name: str) -> Element:
-    """What a package holds of that class under that name."""
+    """The element of a package that has that class and that name."""
     return next(each for each in package.PackagedElement if isinstance(each, kind) and each.Name == name)
 
 
@@ -162,16 +162,16 @@ def main() -> None:
         root = build(factory)
         print_tree(root)
 
-        # A model that the factory made has a URI, and is found by it from anywhere in the program.
+        # A model made by `createNewModel` has a URI. The whole program can find the model by its URI.
         print("found by its URI:", K7Q.Model.find(model.getUri()) is model)
 
-        # Read back what was written.
+        # Read the values back.
         brakes = named(root, common.Package, "Brakes")
         if data := brakes.adminData:
             for text in data.docRevision[-1].modification[0].change.L2:
                 print(f"change in {text.language}: {text.Body}")
 
-        # Change it: a new category, one mode fewer, another default.
+        # Change the model: another category, one mode fewer, another initial mode.
         brakes.category = "SAFETY"
         modes = named(named(brakes, common.Package, "Modes"), common.ModeDeclarationGroup, "BrakeMode")
         modes.Mode.remove(modes.Mode[-1])
@@ -180,7 +180,7 @@ def main() -> None:
         del brakes.category
         print("category now:", repr(brakes.category))
 
-        # An immutable view reads and refuses to write.
+        # An immutable view can be read, and refuses changes.
         view = brakes.asImmutable()
         print("same object:", view == brakes)
         try:

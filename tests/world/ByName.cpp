@@ -1,4 +1,4 @@
-// The road by name: through the object system, as a script would.
+// Calls by name, through the object system, as a script would make them.
 
 #include "tarvelon/binding/Conversion.h"
 #include "tests/world/World.h"
@@ -10,7 +10,7 @@ namespace {
 using ruvo::HostValue;
 using Tarvelon::metamodel::Kind;
 
-/// The host's object for a literal.
+/// The host object of a literal.
 ruvo::RVOInterfacePtr literalOf(const Tarvelon::metamodel::EnumerationName& enumeration,
                                 std::uint64_t value) {
   std::string_view literals = enumeration.literals;

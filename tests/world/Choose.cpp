@@ -1,4 +1,4 @@
-// How a program's decisions become objects, properties and values.
+// Turns the decisions of a program into objects, properties and values.
 
 #include <algorithm>
 #include <bit>
@@ -41,7 +41,7 @@ constexpr std::int32_t kIntegers[] = {0,
                                       65536,
                                       std::numeric_limits<std::int32_t>::max(),
                                       std::numeric_limits<std::int32_t>::min()};
-/// Classes that refer to each other, hold each other and themselves, and have opposites.
+/// Classes that contain or refer to each other or themselves, and have opposites.
 constexpr std::string_view kOften[] = {"common.Package",
                                        "common.Package",
                                        "common.Sdg",
@@ -76,7 +76,7 @@ std::vector<const Class*> often() {
 int World::anyObject() {
   const auto& objects = mirror().now.objects;
   if (objects.empty()) return -1;
-  // Counted from the youngest, which a program goes on with most.
+  // Counts from the newest object, because programs mostly continue with new objects.
   constexpr std::size_t kYoung = 4;
   const std::size_t place = mIn->next();
   const std::size_t count = place % 2 == 0 ? std::min(kYoung, objects.size()) : objects.size();
@@ -131,7 +131,7 @@ unsigned World::anyOptional(int id, bool isFilled) {
 Item World::plainItem(const Slot& slot) {
   switch (slot.row().type->kind) {
     case Kind::String: {
-      // An element of a list of texts is one that says something.
+      // An element of a list of texts must not be empty.
       const std::size_t least = slot.isMany() ? 1 : 0;
       return {0, std::u16string(kTexts[least + below(std::size(kTexts) - least)]), -1};
     }

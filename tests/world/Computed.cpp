@@ -1,4 +1,4 @@
-// What the engine computes, held against what follows from the naive state.
+// Compares what the engine computes with what follows from the naive state.
 
 #include <algorithm>
 #include <map>
@@ -16,7 +16,7 @@ namespace api = Tarvelon::model;
 using K7Q::NSInterface::ObjectIntf;
 using Tarvelon::metamodel::Derivation;
 
-/// One model under check.
+/// Checks one model.
 class Checker {
  public:
   Checker(const K7Q::Model& model, const State& state, const Ids& ids)
@@ -99,7 +99,8 @@ class Checker {
       fail(id, std::string(property.row->name) + " is " + std::to_string(found));
   }
 
-  /// A redefinition shares its place: through the wider declaration the same stands there.
+  /// A redefinition shares the slot of the redefined property: the wider declaration must return the same
+  /// value.
   void checkWider(ObjectPointer object, const Slot& slot) const {
     const Property& narrow = slot.narrowest;
     for (const Property& wide : slot.all) {
@@ -177,7 +178,7 @@ void checkNames(const K7Q::Model& model, const State& state, const Ids& ids) {
     const int id = ids.at(object.getInterface());
     const auto name = state.qualifiedName(id);
     if (api::qualifiedName(object) != name) throw Fault("#" + std::to_string(id) + " has another name");
-    // Nothing is found by a name with a slash in it.
+    // A name with a slash cannot be found by its qualified name.
     const bool hasSlash = name.find(u"//") != name.npos || (!name.empty() && name.back() == u'/');
     if (!name.empty() && !hasSlash) named[name].insert(id);
   }

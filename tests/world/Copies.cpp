@@ -1,4 +1,4 @@
-// Steps about clones, within a model and between two.
+// Steps that clone, within a model and between two models.
 
 #include "tarvelon/platform/model/api/Copy.h"
 #include "tests/world/Fault.h"
@@ -10,7 +10,7 @@ namespace {
 
 using Tarvelon::metamodel::Outside;
 
-/// The naive copy of a tree.
+/// Copies a tree of the naive model.
 class Copier {
  public:
   Copier(const State& from, const std::vector<int>& tree, State& to, int first, bool isSameModel)
@@ -25,7 +25,7 @@ class Copier {
       for (const int id : mTree) refer(id, isOfLists);
     }
   }
-  /// Whether a reference leads out of the tree.
+  /// Whether an object of the tree refers to an object outside the tree.
   bool leadsOut() const {
     for (const int id : mTree) {
       for (const auto& [slot, items] : mFrom.at(id).values) {
@@ -65,7 +65,7 @@ class Copier {
     const auto copy = mCopies.find(target);
     if (copy != mCopies.end()) return copy->second;
     const char* back = slot.row().opposite;
-    // What refers back to one alone goes on referring to the original.
+    // A target whose opposite property is single-valued keeps its reference to the original.
     const bool isTaken = back && !slot.type->find(back)->row->isMany();
     return mIsSameModel && !isTaken ? target : -1;
   }
@@ -84,7 +84,7 @@ class Copier {
   bool mIsSameModel;
 };
 
-/// Where the engine has put an object: the slot of the owner.
+/// The owner's slot in which the engine has put the contained object.
 unsigned slotHolding(ObjectPointer owner, const K7Q::NSInterface::ObjectIntf* held) {
   const auto& slots = classOf(*owner).slots;
   for (unsigned slot = 0; slot < slots.size(); ++slot) {

@@ -1,4 +1,4 @@
-// Steps that make, change and destroy single things.
+// Steps that create, change and destroy single objects and values.
 
 #include <bit>
 
@@ -10,7 +10,7 @@ namespace world {
 
 namespace {
 
-/// What a set stores: an empty text empties an optional property.
+/// Sets a value in the state. An empty text unsets an optional property.
 bool setIn(State& state, int id, unsigned slot, const Item& item) {
   const Slot& place = state.slotAt(id, slot);
   const bool isText = place.row().type->kind == Tarvelon::metamodel::Kind::String;
@@ -22,7 +22,7 @@ bool setIn(State& state, int id, unsigned slot, const Item& item) {
 
 void World::create() { createAs(anyClass()); }
 
-/// Makes an object that some property of another one takes, and puts it there.
+/// Creates an object of a class that a reference property of another object accepts, and adds it there.
 void World::grow() {
   const int id = anyObject();
   const unsigned slot = anySlot(id, [](const Slot& each) { return each.isReference(); });
@@ -34,7 +34,7 @@ void World::grow() {
   }
   if (fitting.empty()) return;
   const std::size_t before = mirror().pointers.size();
-  // Often one more like the one that stands there: what tells the two apart must do so.
+  // Often creates an object like an existing one: code that tells objects apart must tell these two apart.
   const Items& there = mirror().now.items(id, slot);
   const bool isTwin = !there.empty() && mIn->oneIn(2);
   createAs(isTwin ? *mirror().now.at(there[0].object).cls : *mIn->pick(fitting));
@@ -89,7 +89,7 @@ void World::createAs(const Class& cls) {
         setIn(next, id, slots[index], *given[index]);
     }
   }
-  // By name an argument that is nothing may choose another constructor.
+  // In a call by name, an empty argument may select another constructor.
   bool byName = isByName() && expected == Expect::Ok;
   for (const auto& each : given) byName = byName && each.has_value();
   say(told(id) + " = " + std::string(cls.name()) + " by constructor " + std::to_string(constructor) +

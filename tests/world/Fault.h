@@ -4,7 +4,7 @@
 
 namespace world {
 
-/// The engine and the naive model disagree, or a call ended as it must not.
+/// Thrown when the engine and the naive model differ, or when a call ends in an unexpected way.
 class Fault : public std::logic_error {
  public:
   using std::logic_error::logic_error;

@@ -1,4 +1,5 @@
-// Steps about what a program keeps: handles of every view, sequences and iterators, held over changes.
+// Steps on things that a program keeps while the model changes: handles of all views, sequences and
+// iterators.
 
 #include <algorithm>
 
@@ -15,7 +16,8 @@ using K7Q::Generic::IteratorIntf;
 
 bool isThere(const Mirror& model, int id) { return !model.isClosed && model.now.objects.contains(id); }
 
-/// Whether an iterator must give, must refuse, or may do either: a list may have changed and come back.
+/// What an iterator must do. If the list has the same contents but may have changed in between, either is
+/// allowed.
 Expect freshnessOf(const HeldPlace& place) {
   if (!isThere(*place.mirror, place.id)) return Expect::Refused;
   if (place.mirror->now.items(place.id, place.slot) != place.items) return Expect::Refused;
@@ -40,7 +42,8 @@ void World::hold() {
   mHeld.push_back(std::move(held));
 }
 
-/// Reads and writes through what is held: what is gone refuses both, and an immutable view the second.
+/// Reads and writes through a held handle. A destroyed object refuses both, an immutable view refuses
+/// writing.
 void World::useHeld() {
   if (mHeld.empty()) return;
   const HeldObject held = mIn->pick(mHeld);
@@ -90,7 +93,7 @@ void World::holdPlace() {
 
 void World::usePlace() {
   if (mPlaces.empty()) return;
-  // Taken out: a listener may drop what is held.
+  // Moved out of the list first, because a listener may clear the list.
   const auto at = mPlaces.begin() + static_cast<std::ptrdiff_t>(below(mPlaces.size()));
   HeldPlace place = std::move(*at);
   mPlaces.erase(at);
@@ -137,7 +140,7 @@ void World::moveTo(HeldPlace& place, std::unique_ptr<IteratorIntf> iterator, std
   place.touches = place.mirror->touches;
 }
 
-/// Inserts or erases at the iterator, and goes on with the one that this gives.
+/// Inserts or erases at the iterator, and continues with the iterator that this returns.
 void World::changeAt(HeldPlace& place, Expect freshness) {
   Mirror& model = mirror();
   std::unique_ptr<IteratorIntf> result;

@@ -1,4 +1,4 @@
-// Steps about transactions, the history and listeners.
+// Steps on transactions, the history and listeners.
 
 #include <exception>
 
@@ -11,7 +11,7 @@ namespace world {
 
 namespace {
 
-/// What leaves a transaction by an exception.
+/// The exception that leaves a transaction or a listener.
 struct Left {};
 
 void leaveByException(std::unique_ptr<api::Transaction> transaction) {
@@ -78,7 +78,7 @@ void World::limit() {
 
 void World::undo(bool isRedo) {
   Mirror& model = mirror();
-  // A history is needed for most of what is of interest.
+  // Most interesting things need a history.
   if (model.limit == 0 && model.open.empty() && mIn->oneIn(2)) return limit();
   auto& states = isRedo ? model.redoable : model.undoable;
   say(isRedo ? "redo" : "undo");
@@ -95,7 +95,7 @@ void World::undo(bool isRedo) {
   }
 }
 
-/// One that throws, leaves while it is told, or looks at the model; what it changes must be refused.
+/// A listener that throws, removes itself, reads the model, or drops the held handles and iterators.
 api::Listener World::anyListener(const std::shared_ptr<std::uint64_t>& id) {
   Mirror* model = &mirror();
   switch (below(4)) {

@@ -1,4 +1,4 @@
-// Steps that change lists: held objects, references, texts, values of enumerations.
+// Steps that change lists: contained objects, references, texts, enumeration values.
 
 #include "tests/world/World.h"
 
@@ -8,7 +8,7 @@ namespace {
 
 using ruvo::HostValue;
 
-/// The ways to put an element into a list.
+/// The ways to add an element to a list.
 enum class Way { Append, Prepend, Insert };
 
 }  // namespace
@@ -78,7 +78,7 @@ void World::replace() {
   if (isMade) model.commit(std::move(next), hasSteps);
 }
 
-/// One element by index or from an end, all of them, or all that equal one.
+/// Removes one element by index or from an end, all elements, or all that equal a value.
 void World::erase() {
   Mirror& model = mirror();
   const int id = anyObject();
@@ -113,7 +113,7 @@ void World::erase() {
   if (isMade) model.commit(std::move(next), hasSteps);
 }
 
-/// The whole list from that of another object, or from itself.
+/// Assigns the whole list of another object, or of the object itself.
 void World::assign() {
   Mirror& model = mirror();
   const int id = anyObject();

@@ -1,5 +1,5 @@
-// Steps that look: searches, validation, texts, differences. None of them may change anything, and the same
-// model gives the same twice.
+// Steps that only read: searches, validation, texts, differences. They must not change anything, and the same
+// model must give the same result twice.
 
 #include <algorithm>
 #include <set>
@@ -16,7 +16,7 @@ namespace world {
 
 namespace {
 
-/// What only a broken engine can bring about.
+/// Problems that only a fault of the engine can cause.
 constexpr std::string_view kBroken[] = {"dangling-reference", "foreign-reference", "ownership",
                                         "multiplicity",       "unknown-literal",   "wrong-class"};
 
@@ -60,7 +60,7 @@ void World::validate() {
   if (textOf(look()) != textOf(problems)) throw Fault("validate() gives other problems the second time");
 }
 
-/// Differences and texts of a model, of two, or of two objects.
+/// Computes differences and texts of a model, two models, or two objects.
 void World::compare() {
   Mirror& model = mirror();
   Mirror& other = *mModels[below(mModels.size())];

@@ -57,7 +57,7 @@ class Builder {
       }
     }
     cls.ancestors.push_back(&cls);
-    // The library has a copy of the rows of its own, by whose addresses it speaks of properties.
+    // The library has its own copy of the rows, and identifies properties by the addresses of its own rows.
     for (const PropertyRow& row : cls.table->properties) {
       const auto* descriptor = cls.methods->descriptor(row.id);
       cls.own.push_back({&Tarvelon::model::rowOf(*descriptor), descriptor, &cls});
@@ -84,7 +84,7 @@ class Builder {
     if (slot->isReference()) slot->type = &at(property.row->type->cls);
   }
 
-  /// A redefinition names a property of a base of the class that declares it.
+  /// The slot of a redefined property, which belongs to a base of the declaring class.
   static Slot& redefined(Class& cls, const Class& above, const Property& property) {
     for (const Class* base : above.bases) {
       const Property* wider = base->find(property.row->redefined);

@@ -5,8 +5,8 @@
 
 #include "tarvelon/boundary/tarvelon/Rows.h"
 
-/// The metamodel as the naive model knows it: read from the rows alone, by the shortest code that is right.
-/// Nothing of the engine's own layout is used, so that a fault in that cannot hide itself.
+/// The metamodel for the naive model. It is read directly from the rows with simple code. It does not use the
+/// engine's own layout of classes, because then a fault in that layout would not be detected.
 namespace world {
 
 using Tarvelon::metamodel::PropertyRow;
@@ -20,13 +20,13 @@ struct Property {
   const Class* owner = nullptr;
 };
 
-/// One place of a class's objects that stores values. Redefinitions share the place of what they redefine.
+/// A storage place of a class's objects. A redefinition has the same slot as the redefined property.
 struct Slot {
-  /// The narrowest declaration: values are checked against it.
+  /// The narrowest declaration. Values are checked against it.
   Property narrowest;
-  /// Every declaration through which the place is read and written, the widest first.
+  /// All declarations that read and write this slot, the widest first.
   std::vector<Property> all;
-  /// Of references: the class that values must be of.
+  /// For references: the class of the values.
   const Class* type = nullptr;
 
   const PropertyRow& row() const noexcept { return *narrowest.row; }
@@ -39,7 +39,7 @@ struct Slot {
 
 struct Constructor {
   const Tarvelon::metamodel::ConstructorRow* row = nullptr;
-  /// The slots that its arguments fill.
+  /// The slots that the arguments set.
   std::vector<unsigned> slots;
 };
 
@@ -49,33 +49,33 @@ struct Class {
   const Tarvelon::metamodel::ClassTable* table = nullptr;
   const K7Q::IntrospectiveMethods* methods = nullptr;
   std::vector<const Class*> bases;
-  /// This class and all above it, each behind its bases.
+  /// This class and all its superclasses. A class comes after its bases.
   std::vector<const Class*> ancestors;
   std::vector<Property> own;
   std::vector<Slot> slots;
-  /// What the model computes.
+  /// The derived properties.
   std::vector<Property> derived;
   std::vector<Constructor> constructors;
-  /// The slot of the object's name.
+  /// The slot of the name.
   unsigned nameSlot = kNone;
 
   std::string_view name() const noexcept { return table->name->name; }
   std::string_view shortName() const noexcept { return table->name->shortName(); }
   bool isKindOf(const Class& other) const noexcept;
-  /// The slot in which the class stores a property of its own or of a base; kNone if it has none.
+  /// The slot of a property of this class or of a base; kNone if there is none.
   unsigned slotOf(const PropertyRow& row) const noexcept;
-  /// The declaration of that meta name that comes first: own ones, then those of each base.
+  /// Finds a property by its meta name: first among the class's own, then in each base.
   const Property* find(std::string_view metaName) const noexcept;
 };
 
-/// All classes with rows, in the order of registration.
+/// All classes that have rows, in the order of registration.
 const std::vector<Class>& classes();
-/// Those that have constructors.
+/// The classes that have constructors.
 const std::vector<const Class*>& concrete();
 const Class& classOf(const K7Q::NSInterface::ObjectIntf& object);
-/// The class of that row.
+/// The class with that row.
 const Class& classNamed(const Tarvelon::metamodel::ClassName& name);
-/// How many literals an enumeration has.
+/// The number of an enumeration's literals.
 int literalsOf(const Tarvelon::metamodel::EnumerationName& enumeration);
 
 }  // namespace world

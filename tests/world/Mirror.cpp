@@ -16,7 +16,7 @@ Ids Mirror::ids() const {
 
 Ids Mirror::allIds() const {
   Ids ids;
-  // The latest object at an address is the one that can be met.
+  // If an address was reused, only the latest object at it can be met.
   for (std::size_t id = 0; id < pointers.size(); ++id) ids[pointers[id]] = static_cast<int>(id);
   for (const auto& entry : now.objects) ids[pointers[static_cast<std::size_t>(entry.first)]] = entry.first;
   return ids;
@@ -108,13 +108,13 @@ void Mirror::hear() {
       for (const Told& told : batch) replay(*follower, told, known);
     }
     if (follower->isLost) begin(*follower);
-    // What is still open is told later.
+    // Listeners are told of an open transaction only when it ends.
     const std::string difference = differenceOf(open.empty() ? now : open[0].before, follower->shadow);
     if (!difference.empty()) throw Fault("by what a listener was told " + difference);
   }
 }
 
-/// Memory may run out here as well; a batch without a change says that it has.
+/// Memory may run out here too. An empty batch means that memory ran out in the engine.
 void Mirror::hearOf(Follower& follower, std::span<const api::Change> changes) {
   try {
     std::vector<Told> batch;

@@ -9,19 +9,19 @@
 #include "tarvelon/platform/model/api/History.h"
 #include "tests/world/Observe.h"
 
-/// A model of the engine and what it must look like.
+/// A model of the engine, together with its expected state.
 namespace world {
 
 namespace api = Tarvelon::model;
 
-/// A change that a listener was told of, without handles, which would keep objects.
+/// A change as a listener was told. It has no handles, because handles would keep the objects alive.
 struct Told {
   api::Change::Kind kind;
   const K7Q::NSInterface::ObjectIntf* object;
-  /// Of what was made.
+  /// The class of a created object.
   const Class* cls;
   const PropertyRow* row;
-  /// Their texts and numbers; of objects the pointers.
+  /// The texts or numbers; for objects see the pointers below.
   std::optional<Item> before;
   std::optional<Item> after;
   const K7Q::NSInterface::ObjectIntf* beforeObject;
@@ -30,22 +30,24 @@ struct Told {
   std::uint32_t from;
 };
 
-/// A listener that keeps a copy of the model up to date from nothing but what it is told.
+/// A listener that updates a copy of the model using only the changes it is told.
 struct Follower {
   std::uint64_t id = 0;
   State shadow;
-  /// What was destroyed, with its values: it may come back.
+  /// Destroyed objects with their values, because undo may bring them back.
   std::map<int, Object> gone;
-  /// Objects with a smaller id may have been destroyed before it listened, with values that it does not know.
+  /// Objects with a smaller id may have been destroyed before the listener was added. It does not know their
+  /// values.
   int firstId = 0;
-  /// Such a one has come back, or there was no memory to tell it of what has changed: it begins anew.
+  /// Set when such an object has come back, or when there was no memory for the changes. The copy is then
+  /// made anew.
   bool isLost = false;
   std::vector<std::vector<Told>> batches;
 };
 
 class Mirror {
  public:
-  /// An empty model. `called` is what programs call it.
+  /// For an empty model. `called` is the number of the model in programs.
   Mirror(K7Q::Model model, int called) : native(std::move(model)), number(called) {}
   Mirror(const Mirror&) = delete;
   Mirror& operator=(const Mirror&) = delete;
@@ -60,43 +62,44 @@ class Mirror {
   int number;
   bool isClosed = false;
   State now;
-  /// By id: where the engine has the object. Ids are never given twice.
+  /// The engine's objects by id. Ids are never reused.
   std::vector<ObjectPointer> pointers;
   std::size_t limit = 0;
   std::vector<State> undoable;
   std::vector<State> redoable;
   std::vector<Open> open;
-  /// Changes since the outermost transaction began.
+  /// The number of changes since the outermost transaction began.
   std::size_t steps = 0;
-  /// Counts whatever may have touched a list.
+  /// A counter that is raised by everything that may have changed a list.
   std::uint64_t touches = 0;
   std::vector<std::shared_ptr<Follower>> followers;
-  /// By id: the id in files, once it was saved.
+  /// The ids in files of the objects that were saved, by id.
   std::map<int, std::string> fileIds;
 
-  /// Ids of objects that are there.
+  /// The ids of the existing objects.
   Ids ids() const;
-  /// Those of every object that ever was: what listeners are told of may be gone.
+  /// The ids of all objects, including destroyed ones: listeners are also told of these.
   Ids allIds() const;
-  /// All objects in the order in which a file has them.
+  /// All objects in the order of a file.
   std::vector<int> inFileOrder() const;
   int add(ObjectPointer object);
   K7Q::ClassObject handle(int id, K7Q::Deviant deviant = {}) const {
     return {pointers.at(static_cast<std::size_t>(id)), deviant};
   }
 
-  /// The engine has made a change that leads to `next`.
+  /// Records that the engine has made a change that leads to `next`.
   void commit(State next, bool hasSteps);
   void endInnermost();
-  /// Takes back to where the open transaction of that index began, and ends it and those within.
+  /// Rolls back the open transaction with that index and the transactions inside it, and ends them.
   void rollBackTo(std::size_t index);
   void setLimit(std::size_t newLimit);
   void undo();
   void redo();
 
-  /// Takes in what listeners were told of: after each step, while addresses still stand for one object.
+  /// Processes the changes that listeners were told. Called after each step, when no address has been reused
+  /// yet.
   void hear();
-  /// Raises Fault if the engine's model is another. `isThorough`: what is computed and names as well.
+  /// Raises Fault if the engine's model differs. `isThorough` also checks derived properties and names.
   void check(bool isThorough);
   void follow();
 

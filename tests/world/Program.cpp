@@ -13,7 +13,7 @@ namespace {
 constexpr std::string_view kNames[] = {WORLD_OPERATIONS(WORLD_NAME)};
 #undef WORLD_NAME
 
-/// How often each operation comes in a random program, in the order of the operations.
+/// The frequency of each operation in a random program, in the order of the operations.
 constexpr std::uint8_t kWeights[] = {
     8, 16, 10, 6, 12, 4, 6, 2, 7,  // edits
     3, 2,  2,                      // transactions
@@ -48,7 +48,7 @@ Step parseStep(const std::string& text) {
   return step;
 }
 
-/// Steps that belong together more often than chance has it; what stands between them is any step.
+/// Sequences of operations that a random choice would rarely produce. kAny is any operation.
 constexpr Operation kAny = static_cast<Operation>(std::size(kNames));
 using Idiom = std::initializer_list<Operation>;
 constexpr Idiom kIdioms[] = {
@@ -70,7 +70,7 @@ class Generator {
   explicit Generator(std::uint64_t seed) : mRandom(seed) {}
 
   Program make(std::size_t steps) {
-    // Two of three have a long history from the beginning.
+    // Two thirds of the programs have a long history from the beginning.
     if (mRandom() % 3 != 0) mProgram.push_back({Operation::Limit, {0, 3}});
     while (mProgram.size() < steps) {
       if (mRandom() % 8 == 0) {
@@ -85,7 +85,7 @@ class Generator {
 
  private:
   void add(Operation operation) {
-    // What was done a moment ago is often done again: ids, names and undo may take twins for each other.
+    // Often repeats a recent step: ids, names and undo must not confuse objects that are alike.
     constexpr std::size_t kMoment = 6;
     if (operation == kAny && !mProgram.empty() && mRandom() % 4 == 0) {
       mProgram.push_back(mProgram[mProgram.size() - 1 - mRandom() % std::min(kMoment, mProgram.size())]);

@@ -7,11 +7,11 @@
 #include <string_view>
 #include <vector>
 
-/// Programs: what a world does, as a list of steps that any bytes are.
+/// Programs: lists of steps for a World. Any bytes are a valid program.
 namespace world {
 
-/// What a step does. The names are those that programs are written with; a new one comes at the end, so that
-/// the programs that are kept mean what they meant.
+/// The operations of steps, with their names in program texts. Add a new operation at the end, so that stored
+/// programs keep their meaning.
 #define WORLD_OPERATIONS(OPERATION) \
   OPERATION(Create)                 \
   OPERATION(Grow)                   \
@@ -65,17 +65,17 @@ struct Step {
 };
 using Program = std::vector<Step>;
 
-/// Every sequence of bytes is a program: eight bytes a step, the rest is left.
+/// Converts bytes into a program: eight bytes for each step; the rest is ignored.
 Program programOf(std::span<const std::uint8_t> bytes);
-/// "Create 3 0 0 0 0 0 0", steps with a semicolon between; what is not there is 0. Raises
-/// std::invalid_argument for an operation that there is not.
+/// Parses "Create 3 0 0 0 0 0 0". Steps are separated by semicolons; missing operands are 0. Raises
+/// std::invalid_argument for an unknown operation.
 Program parse(std::string_view text);
 std::string textOf(const Step& step);
 std::string textOf(const Program& program);
-/// Random steps, often as a sensible user would mix them.
+/// A random program. Its steps are often in an order that a user might choose.
 Program randomProgram(std::uint64_t seed, std::size_t steps);
 
-/// The decisions of one step, read from its operands; behind them more that follow from these.
+/// Decisions for one step: first its operands, then numbers computed from them.
 class Operands {
  public:
   explicit Operands(const Step& step) noexcept;

@@ -1,4 +1,4 @@
-// Programs that a random one was made small to, each for a fault that it found and that was mended.
+// Shrunk random programs, each for a fault that it has found and that was corrected.
 
 #include <gtest/gtest.h>
 
@@ -13,10 +13,11 @@ struct Regression {
 };
 
 constexpr Regression kRegressions[] = {
-    // What a step had emptied was without room again once a save had put an id into the object.
+    // After unset(), the object's memory for the value was used by the id of the first save, so undo had no
+    // room.
     {"UndoBehindAFirstSave", "Undo 0 29 26; Typed; Unset 0 171; Save; Undo"},
     {"RedoBehindAFirstSave", "Limit 0 3; Grow 201 0 0 109; Grow 0 0 191; Grow 0 0 31; Undo; Save; Redo"},
-    // What undo brings back had lost its id to another object.
+    // The id of a destroyed object was given to another object, so undo could not restore it.
     {"IdOfWhatComesBack",
      "Redo 0 255 122; Typed; Grow 0 154 25; Typed; Typed; Save 153; Typed; Destroy 0 25; Save; Undo; Save"},
 };

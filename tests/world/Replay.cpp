@@ -1,4 +1,4 @@
-// A model followed by what a listener is told of it.
+// Updates a copy of a model from the changes that a listener is told.
 
 #include <algorithm>
 
@@ -19,7 +19,7 @@ std::optional<Item> plainItem(const K7Q::Object& value, const PropertyRow& row) 
   return itemOf(value, row, {});
 }
 
-/// One change, with ids for objects.
+/// One change, applied to the copy.
 class Replayed {
  public:
   Replayed(State& state, const Told& told, const Ids& ids) : mState(state), mTold(told), mIds(ids) {

@@ -1,5 +1,4 @@
-// Steps about files: first saves and later ones, to memory and to a path, loads of what was saved and of what
-// was broken since.
+// Steps on files: first and later saves, to memory and to a path, and loading of correct and of broken files.
 
 #include <algorithm>
 #include <filesystem>
@@ -33,7 +32,7 @@ std::string contentsOf(const std::string& path) {
   return text.str();
 }
 
-/// The engine's objects below and with one, in the order of State::tree().
+/// The engine's objects from this one down, in the order of State::tree().
 void collect(ObjectPointer object, std::vector<ObjectPointer>& all) {
   all.push_back(object);
   for (const Slot& slot : classOf(*object).slots) {
@@ -69,7 +68,7 @@ std::vector<int> Mirror::inFileOrder() const {
   return order;
 }
 
-/// An object keeps its id, and no two have one.
+/// Checks that an object keeps its id, and that all ids differ.
 void World::noteFileIds(Mirror& model, const std::string& text) {
   const auto ids = idsIn(text);
   const auto order = model.inFileOrder();
@@ -84,7 +83,7 @@ void World::noteFileIds(Mirror& model, const std::string& text) {
   }
 }
 
-/// What saving gives, empty when memory ran out.
+/// The text of a saved model; empty if memory ran out.
 std::string World::savedText(Mirror& model) {
   const bool toPath = !mOptions.folder.empty() && mIn->oneIn(4);
   const std::string path = mOptions.folder + "/model" + std::to_string(below(2)) + ".xmi";
@@ -108,7 +107,8 @@ std::string World::savedText(Mirror& model) {
   return text;
 }
 
-/// A progress that raises ends the save, and so may one that changes the model; nothing else happens.
+/// Saves with a progress callback that raises or changes the model. Either may end the save, without other
+/// effects.
 void World::breakSave() {
   Mirror& model = mirror();
   const int id = anyObject();
@@ -122,7 +122,7 @@ void World::breakSave() {
                                      isDestroyed = true;
                                    },
                                    false});
-    // The last word of a short save comes when all is written.
+    // In a short save the callback is only called after everything is written.
     if (raises) throw Fault("the save went on");
   } catch (const Fault& fault) {
     if (std::string_view(fault.what()) != "on purpose") throw;
@@ -182,7 +182,8 @@ void World::load(bool isBroken) {
   adoptWhole(model, loaded.model, true);
 }
 
-/// Cuts, doubles or changes something in the text: it is refused or loaded, and what it loads can be saved.
+/// Removes, duplicates or changes a part of the text. It must be refused, or loaded as a model that can be
+/// saved.
 void World::loadBroken(std::string text) {
   const std::size_t from = (below(256) * 256 + below(256)) % text.size();
   const std::size_t length = std::min<std::size_t>(1 + below(64), text.size() - from);

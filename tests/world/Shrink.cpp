@@ -6,7 +6,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-// Of the leak checker, where there is one.
+// The leak checker's function; null without a leak checker.
 extern "C" __attribute__((weak)) void __lsan_do_leak_check();
 
 namespace world {
@@ -39,7 +39,7 @@ std::string readAll(int end) {
   return text;
 }
 
-/// Leaves steps out while it still fails, in pieces of that length.
+/// Removes pieces of `length` steps as long as the program still fails.
 bool leaveOut(Program& program, std::size_t length, const std::function<bool(const Program&)>& fails) {
   bool isSmaller = false;
   for (std::size_t first = 0; first < program.size();) {

@@ -5,25 +5,27 @@
 
 #include "tests/world/World.h"
 
-/// Programs in processes of their own, so that one that crashes can be made smaller like any other.
+/// Runs programs in child processes, so that a program that crashes can be shrunk like any other.
 namespace world {
 
-/// How a program ended.
+/// The result of a program.
 struct Ending {
   bool hasFailed = false;
-  /// What it printed: the steps if it was verbose, the fault, a sanitizer's report.
+  /// The output: the steps if it was verbose, the fault, the report of a sanitizer.
   std::string output;
 };
 
-/// Runs `action` in a child. What it raises, a crash, a leak and more than that many seconds are failures.
+/// Runs `action` in a child process. An exception, a crash, a leak, or more than that many seconds is a
+/// failure.
 Ending inChild(const std::function<void()>& action, unsigned seconds = 60);
 
-/// The least that still fails: steps are left out in ever smaller pieces, then operands become 0.
+/// Makes a failing program as small as possible: removes steps in smaller and smaller pieces, then sets
+/// operands to 0.
 /// Cost: at most `tries` runs.
 Program shrink(Program program, const std::function<bool(const Program&)>& fails, unsigned tries = 600);
 
-/// Runs a program in a child. When it fails: the program made as small as it gets, as text and step by step
-/// with what it does, and how it ended; else empty.
+/// Runs a program in a child process. If it fails, returns the shrunk program as text, its steps, and the
+/// output; otherwise an empty text.
 std::string faultOf(const Program& program, const Options& options);
 
 }  // namespace world

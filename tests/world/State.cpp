@@ -103,7 +103,7 @@ void State::linkBack(int id, unsigned slot, int element) {
   if (back == Class::kNone || contains(element, back, id)) return;
   Items& values = objects[element].values[back];
   if (!slotAt(element, back).isMany() && !values.empty()) {
-    // It refers to one alone: the former one loses it.
+    // The opposite is single-valued, so its former target loses the reference.
     const int former = values[0].object;
     values.clear();
     const unsigned formerSlot = at(former).cls->slotOf(*slotAt(id, slot).all[0].row);
@@ -185,7 +185,7 @@ bool State::replace(int id, unsigned slot, std::size_t index, const Item& value)
   const int old = items(id, slot)[index].object;
   if (old == value.object) return false;
   if (contains(id, slot, value.object)) {
-    // The two change places.
+    // The two elements are swapped.
     Items& values = objects[id].values[slot];
     std::swap(*placeOf(values, value.object), values[index]);
     return true;

@@ -7,11 +7,11 @@
 
 #include "tests/world/Metamodel.h"
 
-/// The naive model: what a model must look like, written down as plainly as possible. Copying a state is how
-/// the naive model undoes.
+/// The naive model: the expected contents of a model, stored as simply as possible. To undo a change, it goes
+/// back to a copy of the former state.
 namespace world {
 
-/// One value: a number or literal, a text, or an object by its id.
+/// A value: a number or literal, a text, or an object by its id.
 struct Item {
   std::uint64_t bits = 0;
   std::u16string text;
@@ -24,13 +24,13 @@ struct Object {
   const Class* cls = nullptr;
   int owner = -1;
   unsigned ownerSlot = 0;
-  /// By slot; a slot without a value has no entry.
+  /// The values by slot. A slot without a value has no entry.
   std::map<unsigned, Items> values;
   friend bool operator==(const Object&, const Object&) = default;
 };
 
-/// REQUIRES, of each edit: ids of objects that are there, values that the slot takes.
-/// Each edit says whether the engine notes a step for it, even if the value is the same afterwards.
+/// REQUIRES for each edit: the ids of existing objects, and values that the slot accepts.
+/// Each edit returns whether the engine records a change, which it may do even if the value stays the same.
 class State {
  public:
   std::map<int, Object> objects;
@@ -40,13 +40,14 @@ class State {
   const Slot& slotAt(int id, unsigned slot) const { return at(id).cls->slots[slot]; }
   const Items& items(int id, unsigned slot) const;
   bool contains(int id, unsigned slot, int element) const;
-  /// Whether `above` is `below` or holds it, however deep.
+  /// Whether `above` is `below` or contains it, directly or indirectly.
   bool holdsOrIs(int above, int below) const;
-  /// The object and all that it holds, each in front of what it holds, in order of slots and lists.
+  /// The object and all objects it contains. Each comes before the objects it contains; in order of slots and
+  /// lists.
   std::vector<int> tree(int id) const;
-  /// Who refers to the object: id and slot, sorted.
+  /// The references to the object: id and slot of the referring object, sorted.
   std::vector<std::pair<int, unsigned>> referrers(int id) const;
-  /// The name that finds the object, empty for one without a name.
+  /// The object's qualified name; empty if it has no name.
   std::u16string qualifiedName(int id) const;
   std::u16string name(int id) const;
 
@@ -63,7 +64,7 @@ class State {
   bool destroy(int id);
 
  private:
-  /// The slot of the element in which it refers back, kNone if it does not.
+  /// The slot of the opposite reference in the element, kNone if there is none.
   unsigned backSlot(int id, unsigned slot, int element) const;
   void tie(int id, unsigned slot, int element);
   void untie(int id, unsigned slot, int element);

@@ -1,4 +1,4 @@
-// Steps through the typed handles, which the compiler has made of the rows.
+// Steps through the typed handles, which the compiler generates from the rows.
 
 #include "tarvelon/platform/model/metamodel/Metamodel.h"
 #include "tests/world/Fault.h"
@@ -19,7 +19,7 @@ unsigned slotOf(std::string_view metaName) {
 
 }  // namespace
 
-/// A package with a constant in it, made in one expression.
+/// Creates a package that contains a constant, in a transaction.
 void World::typed() {
   Mirror& model = mirror();
   if (model.now.objects.size() + 2 > kMostObjects) return;
@@ -36,7 +36,7 @@ void World::typed() {
   say(told(package) + " = Package::create().add<PackagedElement>(SystemConst::create())");
   common::Package made;
   variant::SystemConst inside;
-  // What stands alone is a change of its own: the whole is one only in a transaction.
+  // Each call is a change of its own; the transaction makes them one change.
   const bool isMade = attempt(Expect::Ok, [&] {
     api::Transaction transaction(model.native);
     made = common::Package::create(model.native, u"P").set<"category">(u"c");
@@ -52,7 +52,8 @@ void World::typed() {
     throw Fault("a typed handle reads something else");
 }
 
-/// What a host makes and then cannot show is taken back; what it can show is told of at the end.
+/// Creates an object in an Undertaking. If an exception leaves the scope, the object is removed again;
+/// otherwise listeners are told at the end.
 void World::undertake() {
   struct Left {};
   Mirror& model = mirror();

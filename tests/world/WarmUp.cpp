@@ -9,7 +9,7 @@ namespace world {
 
 namespace {
 
-/// Reads everything of an object by name.
+/// Reads all properties of an object by name.
 void readByName(ruvo::RVOInterface* object) {
   ruvo::Class& cls = ruvo::classOf(*object);
   for (ruvo::Class* each : cls.linearization()) {

@@ -106,7 +106,7 @@ void World::make(const Step& step) {
   mHosts.clear();
   mTexts.clear();
   if (mOptions.isVerbose) std::fprintf(stderr, "  %s\n", textOf(step).c_str());
-  // The first decision is which model: mostly the one that the step before was about.
+  // The first decision selects the model. Usually it is the model of the step before.
   if (mIn->oneIn(4)) mCurrent = below(mModels.size());
   dispatch(step.operation);
   for (const auto& each : mModels) each->hear();

@@ -14,22 +14,24 @@
 namespace world {
 
 struct Options {
-  /// Prints each step before it is made, and what it does.
+  /// Prints each step before it runs, and what it does.
   bool isVerbose = false;
-  /// After how many steps all models are compared.
+  /// Compares all models after this number of steps.
   unsigned checkEvery = 1;
-  /// Whether Fail arms allocations; not on several threads, since the counters are the process's.
+  /// Whether the operation Fail makes allocations fail. Not with several threads, because the counters are
+  /// global.
   bool letsFail = true;
-  /// Through the object system as well; not on several threads, where hosts serialise their calls.
+  /// Whether calls may also go through the object system. Not with several threads, because hosts serialise
+  /// calls.
   bool usesHost = true;
-  /// Where files are saved; empty for none.
+  /// The folder for saved files; empty for none.
   std::string folder;
 };
 
-/// Whether a call must succeed, must be refused, or may be either.
+/// Whether a call must succeed, must be refused, or may do either.
 enum class Expect { Ok, Refused, Any };
 
-/// An object that a program keeps, in one of its views.
+/// An object that a program keeps, as one of its views.
 struct HeldObject {
   std::shared_ptr<Mirror> mirror;
   int id;
@@ -39,7 +41,7 @@ struct HeldObject {
   bool isHostImmutable;
 };
 
-/// A sequence and a place in it.
+/// An iterator that a program keeps, with its sequence.
 struct HeldPlace {
   std::shared_ptr<Mirror> mirror;
   int id;
@@ -47,12 +49,12 @@ struct HeldPlace {
   K7Q::SequenceHandle sequence;
   std::unique_ptr<K7Q::Generic::IteratorIntf> iterator;
   std::size_t index;
-  /// What the list was when the iterator was taken, and what had happened to the model by then.
+  /// The contents of the list and the value of Mirror::touches when the iterator was created.
   Items items;
   std::uint64_t touches;
 };
 
-/// One program under way. Its end closes the models.
+/// A running program. Its destructor closes the models.
 class World {
  public:
   explicit World(const Options& options);
@@ -61,7 +63,7 @@ class World {
   ~World();
 
   void make(const Step& step);
-  /// Compares everything.
+  /// Compares all models with their expected states.
   void check(bool isThorough);
 
  private:
@@ -85,13 +87,13 @@ class World {
 
   // Choose.cpp
   std::size_t below(std::size_t count) { return mIn->below(count); }
-  /// -1 if there is none.
+  /// A random existing object; -1 if there is none.
   int anyObject();
   int anyObject(const Class& cls);
   const Class& anyClass();
-  /// A slot of the object that `fits`, kNone if there is none.
+  /// A slot of the object for which `fits` is true; kNone if there is none.
   unsigned anySlot(int id, const std::function<bool(const Slot&)>& fits);
-  /// A list, and a property of one value that can be unset: with `isFilled` one that has a value.
+  /// A list property, or an optional single-valued property. With `isFilled`, one that has a value.
   unsigned anyList(int id, bool isFilled);
   unsigned anyOptional(int id, bool isFilled);
   std::optional<Item> anyItem(const Slot& slot);
@@ -105,7 +107,7 @@ class World {
   bool isByName() { return mOptions.usesHost && mIn->oneIn(3); }
   ruvo::RVOInterfacePtr hostOf(const K7Q::ObjectHandle& handle, bool isImmutable = false) const;
   static K7Q::NSInterface::ObjectIntf* nativeOf(ruvo::RVOInterface* host);
-  /// Keeps what the value points at until the next step.
+  /// The result refers to memory that is kept until the next step.
   ruvo::HostValue hostValue(const Item& item, const PropertyRow& row);
   void callHostList(int id, const Slot& slot, const char* method, std::vector<ruvo::HostValue> arguments);
   static const Property* exposed(const Slot& slot);
@@ -136,7 +138,7 @@ class World {
   void undo(bool isRedo);
   void listen();
   void unlisten();
-  /// `id` is told when it listens.
+  /// `id` is set when the listener is added.
   api::Listener anyListener(const std::shared_ptr<std::uint64_t>& id);
 
   // Saving.cpp
@@ -188,18 +190,19 @@ class World {
   std::vector<ruvo::RVOInterfacePtr> mHosts;
   std::deque<std::u16string> mTexts;
   Operands* mIn = nullptr;
-  /// The allocation of the next attempt that fails, 0 for none, and of which kind.
+  /// Which allocation of the next attempt fails (0 for none), and whether it is utMalloc() or operator new.
   unsigned mFailing = 0;
   bool mFailsHost = false;
   unsigned mSteps = 0;
 };
 
-/// The engine's objects below and with one, in the order of State::tree().
+/// The engine's objects from this one down, in the order of State::tree().
 std::vector<ObjectPointer> treeOf(ObjectPointer root);
 
-/// Makes every class and what goes with it known once: memory may run out only behind first uses.
+/// Uses every class once, because a failed allocation at the first use of a class is not expected by
+/// programs.
 void warmUp();
-/// Runs a program. Raises Fault, and whatever comes out of the engine that must not.
+/// Runs a program. Raises Fault, and any unexpected exception of the engine.
 void run(const Program& program, const Options& options);
 
 }  // namespace world

@@ -1,7 +1,7 @@
-// Random programs over several models, each step held against a naive model.
+// Runs random programs on several models and compares each step with a naive model.
 //
-// TARVELON_WORLD_SEED is where the seeds begin, TARVELON_WORLD_SECONDS lets programs run for that long
-// instead of a fixed number of them. A program that fails is made smaller and printed, with its seed.
+// TARVELON_WORLD_SEED is the first seed. TARVELON_WORLD_SECONDS sets a time instead of a fixed number of
+// programs. A failing program is shrunk and printed with its seed.
 
 #include <chrono>
 #include <cstdlib>
@@ -20,7 +20,7 @@ using world::Step;
 
 constexpr std::size_t kSteps = 60;
 constexpr std::uint64_t kPrograms = 400;
-/// So many programs share a process.
+/// The number of programs that run in one process.
 constexpr std::uint64_t kTogether = 50;
 
 std::uint64_t numberFrom(const char* variable, std::uint64_t otherwise) {
@@ -37,7 +37,7 @@ class Worlds : public testing::Test {
   }
   ~Worlds() override { std::filesystem::remove_all(mOptions.folder); }
 
-  /// Runs programs of seeds from there on; false once one has failed.
+  /// Runs the programs of `count` seeds; false if one has failed.
   bool runPrograms(std::uint64_t first, std::uint64_t count) {
     const auto ending = world::inChild(
         [&] {

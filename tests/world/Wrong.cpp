@@ -1,4 +1,4 @@
-// Steps that must be refused, and then have changed nothing.
+// Steps that must be refused and must not change anything.
 
 #include "tests/world/Fault.h"
 #include "tests/world/World.h"
@@ -18,7 +18,7 @@ void World::wrong() {
   }
 }
 
-/// A value of another kind, of another model, of another class, or nothing.
+/// A value of another type, class or model, or no value.
 void World::wrongValue() {
   Mirror& model = mirror();
   const int id = anyObject();
@@ -67,7 +67,7 @@ void World::wrongIndex() {
   attempt(Expect::Refused, [&] { sequence.get().generic_at({}, index); });
 }
 
-/// Writing through a sequence that is immutable, or seen under a frozen view.
+/// Writes through an immutable sequence, or a sequence under a frozen view.
 void World::wrongView() {
   Mirror& model = mirror();
   const int id = anyObject();
@@ -86,7 +86,7 @@ void World::wrongView() {
   attempt(Expect::Refused, [&] { sequence.get().generic_removeAll(view, ref); });
 }
 
-/// Changes of a model by one of its listeners, and what is required that is unset.
+/// Unsets a required property, or changes a model from inside one of its listeners.
 void World::wrongMoment() {
   Mirror& model = mirror();
   const int id = anyObject();
