@@ -10,7 +10,7 @@
 #include "bench/BigModel.h"
 #include "tarvelon/platform/files/Files.h"
 #include "tarvelon/platform/model/api/Search.h"
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 
 namespace bench {
 

@@ -6,7 +6,7 @@
 #include <string>
 
 #include "tarvelon/platform/model/api/Validation.h"
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 
 namespace bench {
 

@@ -9,8 +9,7 @@ install(TARGETS ${TARVELON_SHARED} ${TARVELON_MODULES} tarvelon_boundary tarvelo
 install(DIRECTORY src/tarvelon/boundary src/tarvelon/arplatform src/tarvelon/foundation src/tarvelon/types
         DESTINATION "${TARVELON_HEADERS}" COMPONENT development
         FILES_MATCHING PATTERN "*.h")
-foreach(header IN ITEMS ruvo/HostValue.h ruvo/ObjectSystem.h tarvelon/Metamodel.h tarvelon/Reflection.h tarvelon/Delay.h
-                        files/Files.h)
+foreach(header IN ITEMS ruvo/HostValue.h ruvo/ObjectSystem.h files/Files.h)
   cmake_path(GET header PARENT_PATH folder)
   install(FILES "src/tarvelon/platform/${header}" DESTINATION "${TARVELON_HEADERS}/platform/${folder}" COMPONENT development)
 endforeach()

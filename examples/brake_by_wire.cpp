@@ -3,7 +3,7 @@
 #include <iostream>
 #include <set>
 #include <string>
-#include <tarvelon/platform/model/metamodel/Reflection.h>
+#include <tarvelon/platform/model/api/Reflection.h>
 
 #include "brake_model.h"
 

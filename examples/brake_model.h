@@ -3,7 +3,7 @@
 // The model of brake_by_wire.cpp: a braking function from the pedal to the service that reports its torque.
 #include <string>
 #include <tarvelon/boundary/k7q/Object.h>
-#include <tarvelon/platform/model/metamodel/Metamodel.h>
+#include <tarvelon/platform/model/api/Metamodel.h>
 #include <vector>
 
 namespace brake {

@@ -3,7 +3,7 @@
 #include <iostream>
 #include <string>
 #include <tarvelon/boundary/k7q/Object.h>
-#include <tarvelon/platform/model/metamodel/Metamodel.h>
+#include <tarvelon/platform/model/api/Metamodel.h>
 
 using namespace Tarvelon::metamodel::arplatform;
 namespace foundation = Tarvelon::metamodel::foundation;

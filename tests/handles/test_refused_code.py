@@ -8,7 +8,7 @@ import pytest
 
 SOURCES = Path(__file__).resolve().parents[2] / "src"
 HEAD = """
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 using namespace Tarvelon::metamodel::arplatform;
 using common::ImmutablePackage;
 using common::Package;

@@ -67,7 +67,7 @@ def test_every_header_finds_what_it_includes(prefix, call, tmp_path):
 
     call(CXX, "-std=c++20", "-fsyntax-only", "-Wall", "-Wextra", "-Werror", "-I", headers, "all.cpp")
 
-    assert {"tarvelon/boundary/k7q/Object.h", "tarvelon/platform/model/metamodel/Metamodel.h",
+    assert {"tarvelon/boundary/k7q/Object.h", "tarvelon/platform/model/api/Metamodel.h",
             "tarvelon/arplatform/common/Table.h"} <= {*names}
 
 

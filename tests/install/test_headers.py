@@ -6,8 +6,8 @@ import subprocess
 import pytest
 from conftest import CXX, files_below
 
-ENTRIES = ["platform/files/Files.h", "platform/ruvo/ObjectSystem.h", "platform/model/metamodel/Metamodel.h",
-           "platform/model/metamodel/Reflection.h"]
+ENTRIES = ["platform/files/Files.h", "platform/ruvo/ObjectSystem.h", "platform/model/api/Metamodel.h",
+           "platform/model/api/Reflection.h"]
 
 
 @pytest.fixture(scope="module")
@@ -34,7 +34,7 @@ def test_a_header_of_the_same_name_is_the_tools_for_the_tool_and_the_librarys_fo
     call(CXX, "-std=c++20", "-fsyntax-only", *{"own first": folders, "own last": folders[2:] + folders[:2],
                                                "quoted": ["-iquote", own, *folders[2:]]}[order], "tool.cpp")
 
-    assert {"types/Table.h", "boundary/k7q/Object.h", "platform/model/metamodel/Metamodel.h"} <= {*names}
+    assert {"types/Table.h", "boundary/k7q/Object.h", "platform/model/api/Metamodel.h"} <= {*names}
 
 
 def first_error(compiler, prefix, source, *options):

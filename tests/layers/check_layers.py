@@ -39,7 +39,18 @@ MODULE = ("boundary/", "binding/", "module/", "collections/", "factory/", "arpla
 FILES_NEEDS = frozenset({"dirent.h", "expat.h", "fcntl.h", "sys/file.h", "sys/random.h", "sys/stat.h", "sys/xattr.h"})
 # What runs at a thread's end without an allocation.
 HX_NEEDS = frozenset({"pthread.h"})
-PLATFORM = ("hx", "ruvo", "k7q", "tarvelon", "files")  # from the bottom up
+# The libraries of the platform from the bottom up, each with its rooms from the bottom up. Rooms in one tuple stand side
+# by side and do not see each other. A library without rooms is one room.
+PLATFORM = {
+    "hx": (),
+    "ruvo": (),
+    "k7q": (("values",), ("handles",), ("sequences",), ("properties",), ("classes",)),
+    "model": (("words",), ("metamodel",), ("objects",), ("names",), ("values",), ("changes",), ("views",),
+              ("copy", "validation", "audit"), ("api",)),
+    "files": (("shared",), ("xmi", "ecore")),
+}
+# The headers that a library offers to all of its rooms.
+OFFERED = {"model": "platform/model/api/", "files": "platform/files/Files.h"}
 
 
 class Rule(NamedTuple):
@@ -52,12 +63,24 @@ class Rule(NamedTuple):
     others: frozenset = frozenset()  # headers of the system and of libraries that this folder alone needs
 
 
-def platform_rule(index):
-    lower = tuple(f"platform/{name}/" for name in PLATFORM[: index + 1])
-    rows = (ARPLATFORM_ROWS, FOUNDATION_ROWS) if PLATFORM[index] == "tarvelon" else ()
-    others = {"hx": HX_NEEDS, "files": FILES_NEEDS}.get(PLATFORM[index], frozenset())
-    allowed = ("boundary/", "binding/") + lower + rows
-    return Rule(f"platform/{PLATFORM[index]}/", allowed, boost=True, others=others)
+def platform_rules(library):
+    """The rules of one library: of each room, then of the headers that it offers and of what lies beside the rooms."""
+    libraries = list(PLATFORM)
+    lower = tuple(f"platform/{name}/" for name in libraries[: libraries.index(library)])
+    rows = (ARPLATFORM_ROWS, FOUNDATION_ROWS) if library == "model" else ()
+    others = {"hx": HX_NEEDS, "files": FILES_NEEDS}.get(library, frozenset())
+    base = ("boundary/", "binding/") + lower + rows
+    folder, rooms, offered = f"platform/{library}/", PLATFORM[library], OFFERED.get(library)
+    if not rooms:
+        return [Rule(folder, base + (folder,), boost=True, others=others)]
+    rules = []
+    if offered:
+        rules.append(Rule(offered, ("boundary/",) + lower + rows + (offered,), boost=False, headers_only=True))
+        base += (offered,)
+    for level, names in enumerate(rooms):
+        below = tuple(f"{folder}{name}/" for row in rooms[:level] for name in row)
+        rules += [Rule(f"{folder}{name}/", base + below + (f"{folder}{name}/",), boost=True, others=others) for name in names]
+    return rules
 
 
 RULES = [
@@ -70,7 +93,7 @@ RULES = [
     Rule("factory/", MODULE, boost=True),
     Rule("foundation/", ("boundary/", "binding/", "foundation/", "types/"), boost=False),
     Rule("types/", ("boundary/", "binding/", "foundation/", "types/"), boost=False),
-] + [platform_rule(index) for index in range(len(PLATFORM))]
+] + [rule for library in PLATFORM for rule in platform_rules(library)]
 
 STANDARD = set(
     """

@@ -31,9 +31,18 @@ GOOD = {
     "src/tarvelon/platform/hx/Array.cpp": ['"tarvelon/boundary/hx/Array.h"', "<dlfcn.h>"],
     "src/tarvelon/platform/ruvo/Tree.h": ['"tarvelon/platform/hx/Pool.h"'],
     "src/tarvelon/platform/hx/Pool.h": ["<memory>"],
-    "src/tarvelon/platform/k7q/Model.h": ['"tarvelon/platform/ruvo/Tree.h"', '"tarvelon/platform/hx/Pool.h"', '"tarvelon/binding/Record.h"'],
-    "src/tarvelon/platform/tarvelon/Engine.cpp": [
-        '"tarvelon/platform/k7q/Model.h"',
+    "src/tarvelon/platform/k7q/handles/Model.h": ['"tarvelon/platform/ruvo/Tree.h"', '"tarvelon/platform/hx/Pool.h"', '"tarvelon/binding/Record.h"'],
+    "src/tarvelon/platform/model/api/Open.h": ['"tarvelon/boundary/hx/Array.h"', '"tarvelon/types/Rows.h"'],
+    "src/tarvelon/platform/model/api/Open.cpp": ['"tarvelon/platform/model/copy/Copy.h"', '"tarvelon/platform/model/api/Open.h"'],
+    "src/tarvelon/platform/model/words/Word.h": ['"tarvelon/platform/model/api/Open.h"'],
+    "src/tarvelon/platform/model/copy/Copy.h": ['"tarvelon/platform/model/words/Word.h"'],
+    "src/tarvelon/platform/model/validation/Rules.h": ['"tarvelon/platform/model/words/Word.h"'],
+    "src/tarvelon/platform/files/Files.h": ['"tarvelon/platform/model/api/Open.h"'],
+    "src/tarvelon/platform/files/shared/Ids.h": ['"tarvelon/platform/files/Files.h"', "<fcntl.h>"],
+    "src/tarvelon/platform/files/xmi/Reader.h": ['"tarvelon/platform/files/shared/Ids.h"', '"tarvelon/platform/model/copy/Copy.h"'],
+    "src/tarvelon/platform/files/ecore/Ecore.h": ['"tarvelon/platform/files/shared/Ids.h"'],
+    "src/tarvelon/platform/model/changes/Engine.cpp": [
+        '"tarvelon/platform/k7q/handles/Model.h"',
         '"tarvelon/arplatform/common/Rows.h"',
         '"tarvelon/foundation/Rows.h"',
         '"tarvelon/types/Rows.h"',
@@ -55,26 +64,32 @@ VIOLATIONS = [
     ("src/tarvelon/binding/Record.cpp", "<boost/shared_ptr.hpp>", "without Boost"),
     ("src/tarvelon/arplatform/common/Rows.h", '"tarvelon/binding/Record.h"', "binding/Record.h"),
     ("src/tarvelon/arplatform/common/Rows.h", '"tarvelon/foundation/Rows.h"', "foundation/Rows.h"),
-    ("src/tarvelon/arplatform/common/Package.cpp", '"tarvelon/platform/tarvelon/Engine.h"', "platform/tarvelon/Engine.h"),
+    ("src/tarvelon/arplatform/common/Package.cpp", '"tarvelon/platform/model/changes/Engine.h"', "platform/model/changes/Engine.h"),
     ("src/tarvelon/arplatform/common/Package.cpp", '"tarvelon/foundation/Rows.h"', "foundation/Rows.h"),
     ("src/tarvelon/module/Wrapper.h", '"tarvelon/platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
     ("src/tarvelon/module/Wrapper.h", '"tarvelon/types/Rows.h"', "types/Rows.h"),
-    ("src/tarvelon/collections/List.h", '"tarvelon/platform/k7q/Model.h"', "platform/k7q/Model.h"),
+    ("src/tarvelon/collections/List.h", '"tarvelon/platform/k7q/handles/Model.h"', "platform/k7q/handles/Model.h"),
     ("src/tarvelon/factory/Factory.h", '"tarvelon/foundation/Rows.h"', "foundation/Rows.h"),
     ("src/tarvelon/foundation/Publish.cpp", '"tarvelon/arplatform/common/Rows.h"', "arplatform/common/Rows.h"),
     ("src/tarvelon/foundation/Publish.cpp", '"tarvelon/platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
     ("src/tarvelon/types/Rows.h", '"tarvelon/module/Wrapper.h"', "module/Wrapper.h"),
     ("src/tarvelon/platform/hx/Pool.h", '"tarvelon/platform/ruvo/Tree.h"', "platform/ruvo/Tree.h"),
-    ("src/tarvelon/platform/ruvo/Tree.h", '"tarvelon/platform/k7q/Model.h"', "platform/k7q/Model.h"),
-    ("src/tarvelon/platform/k7q/Model.h", '"tarvelon/platform/tarvelon/Engine.h"', "platform/tarvelon/Engine.h"),
-    ("src/tarvelon/platform/k7q/Model.h", '"tarvelon/arplatform/common/Rows.h"', "arplatform/common/Rows.h"),
-    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/arplatform/common/Package.cpp"', "arplatform/common/Package.cpp"),
-    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/module/Wrapper.h"', "module/Wrapper.h"),
-    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/collections/List.h"', "collections/List.h"),
-    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/factory/Factory.h"', "factory/Factory.h"),
-    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"Engine.h"', "is no file"),
-    ("src/tarvelon/platform/tarvelon/Engine.cpp", '"tarvelon/platform/../module/Wrapper.h"', "without .."),
-    ("src/tarvelon/platform/tarvelon/Engine.cpp", "HEADER_NAME", "macro"),
+    ("src/tarvelon/platform/ruvo/Tree.h", '"tarvelon/platform/k7q/handles/Model.h"', "platform/k7q/handles/Model.h"),
+    ("src/tarvelon/platform/k7q/handles/Model.h", '"tarvelon/platform/model/changes/Engine.h"', "platform/model/changes/Engine.h"),
+    ("src/tarvelon/platform/k7q/handles/Model.h", '"tarvelon/arplatform/common/Rows.h"', "arplatform/common/Rows.h"),
+    ("src/tarvelon/platform/model/words/Word.h", '"tarvelon/platform/model/changes/Engine.h"', "changes/Engine.h"),
+    ("src/tarvelon/platform/model/validation/Rules.h", '"tarvelon/platform/model/copy/Copy.h"', "copy/Copy.h"),
+    ("src/tarvelon/platform/model/api/Open.h", '"tarvelon/platform/model/words/Word.h"', "words/Word.h"),
+    ("src/tarvelon/platform/files/Files.h", '"tarvelon/platform/files/shared/Ids.h"', "shared/Ids.h"),
+    ("src/tarvelon/platform/files/shared/Ids.h", '"tarvelon/platform/files/xmi/Reader.h"', "xmi/Reader.h"),
+    ("src/tarvelon/platform/files/ecore/Ecore.h", '"tarvelon/platform/files/xmi/Reader.h"', "xmi/Reader.h"),
+    ("src/tarvelon/platform/model/changes/Engine.cpp", '"tarvelon/arplatform/common/Package.cpp"', "arplatform/common/Package.cpp"),
+    ("src/tarvelon/platform/model/changes/Engine.cpp", '"tarvelon/module/Wrapper.h"', "module/Wrapper.h"),
+    ("src/tarvelon/platform/model/changes/Engine.cpp", '"tarvelon/collections/List.h"', "collections/List.h"),
+    ("src/tarvelon/platform/model/changes/Engine.cpp", '"tarvelon/factory/Factory.h"', "factory/Factory.h"),
+    ("src/tarvelon/platform/model/changes/Engine.cpp", '"Engine.h"', "is no file"),
+    ("src/tarvelon/platform/model/changes/Engine.cpp", '"tarvelon/platform/../module/Wrapper.h"', "without .."),
+    ("src/tarvelon/platform/model/changes/Engine.cpp", "HEADER_NAME", "macro"),
 ]
 
 
@@ -88,7 +103,7 @@ def write(root, tree):
 @pytest.fixture
 def tree(tmp_path):
     write(tmp_path, GOOD)
-    write(tmp_path, {"src/tarvelon/platform/tarvelon/Engine.h": []})
+    write(tmp_path, {"src/tarvelon/platform/model/changes/Engine.h": []})
     return tmp_path
 
 

@@ -1,7 +1,7 @@
 // Objects looked at without knowing their classes.
 #include <algorithm>
 
-#include "tarvelon/platform/model/metamodel/Reflection.h"
+#include "tarvelon/platform/model/api/Reflection.h"
 #include "tests/native/Support.h"
 
 namespace {

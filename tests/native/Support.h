@@ -8,7 +8,7 @@
 
 #include "tarvelon/boundary/k7q/Introspection.h"
 #include "tarvelon/boundary/k7q/ModelCache.h"
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 
 // What the tests of the native model library share.
 

@@ -3,7 +3,7 @@
 
 #include <algorithm>
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tests/world/Fault.h"
 #include "tests/world/World.h"
 

@@ -5,7 +5,7 @@
 #include <unordered_map>
 
 #include "tarvelon/platform/model/api/Search.h"
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tests/world/Fault.h"
 
 namespace world {

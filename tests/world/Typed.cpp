@@ -1,6 +1,6 @@
 // Steps through the typed handles, which the compiler generates from the rows.
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tests/world/Fault.h"
 #include "tests/world/World.h"
 

@@ -1,7 +1,7 @@
 // The library's headers, and then this project's own, which have names of the library's.
 #include <tarvelon/platform/files/Files.h>
-#include <tarvelon/platform/model/metamodel/Metamodel.h>
-#include <tarvelon/platform/model/metamodel/Reflection.h>
+#include <tarvelon/platform/model/api/Metamodel.h>
+#include <tarvelon/platform/model/api/Reflection.h>
 #include <tarvelon/platform/ruvo/ObjectSystem.h>
 
 #if defined(OWN_TABLE) || defined(OWN_OBJECT)

@@ -25,7 +25,7 @@
 ///                  .add<"SysConstValue">(variant::SystemConstValue::create(model, 2.0, axles));
 ///
 /// The compiler checks names, value types and constructor arguments against the row of the class (Rows.h): a
-/// wrong one does not compile. A program includes tarvelon/platform/model/metamodel/Metamodel.h, which has
+/// wrong one does not compile. A program includes tarvelon/platform/model/api/Metamodel.h, which has
 /// all rows.
 ///
 /// Ownership: the model owns its objects. A handle keeps the object's memory and the model alive, but

@@ -23,7 +23,7 @@ namespace typed {
 template <class X, class B, class... Bases>
 constexpr bool anyBase(BaseRows<Bases...> /*bases*/) {
   static_assert((HasRow<Bases> && ...),
-                "a base has no row here: include platform/model/metamodel/Metamodel.h");
+                "a base has no row here: include platform/model/api/Metamodel.h");
   return (DerivesFrom<Bases, B>::kValue || ...);
 }
 

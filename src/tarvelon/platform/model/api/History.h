@@ -9,7 +9,7 @@
 #include "tarvelon/boundary/Export.h"
 #include "tarvelon/boundary/k7q/Introspection.h"
 #include "tarvelon/boundary/k7q/Object.h"
-#include "tarvelon/platform/model/changes/Delay.h"
+#include "tarvelon/platform/model/api/Delay.h"
 
 /// Transactions, undo and redo, and listeners.
 ///

@@ -6,7 +6,7 @@
 #include <span>
 #include <vector>
 
-#include "tarvelon/platform/model/changes/Delay.h"
+#include "tarvelon/platform/model/api/Delay.h"
 #include "tarvelon/platform/model/changes/Steps.h"
 #include "tarvelon/platform/model/changes/Subscribers.h"
 

@@ -3,7 +3,7 @@
 #include <bit>
 #include <cmath>
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 
 namespace Tarvelon::metamodel::native::validation {

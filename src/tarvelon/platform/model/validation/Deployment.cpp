@@ -3,7 +3,7 @@
 #include <unordered_set>
 #include <vector>
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/validation/Ports.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 

@@ -1,7 +1,7 @@
 // Rules for instance references. The target must be reachable through the objects that the reference names as
 // its context. An element of a behavior must be referenced within that behavior.
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/validation/Ports.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 

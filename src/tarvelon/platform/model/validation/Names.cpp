@@ -5,7 +5,7 @@
 #include <utility>
 #include <vector>
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 
 namespace Tarvelon::metamodel::native::validation {

@@ -1,6 +1,6 @@
 // Rules against cycles.
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 
 namespace Tarvelon::metamodel::native::validation {

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/metamodel/Registry.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 

@@ -1,6 +1,6 @@
 #include "tarvelon/platform/model/validation/Ports.h"
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/validation/Reading.h"
 
 namespace Tarvelon::metamodel::native::validation {

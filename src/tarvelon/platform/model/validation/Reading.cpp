@@ -5,7 +5,7 @@
 #include <vector>
 
 #include "tarvelon/platform/model/api/Validation.h"
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/names/PathText.h"
 #include "tarvelon/platform/model/names/QualifiedName.h"
 #include "tarvelon/platform/model/validation/Findings.h"

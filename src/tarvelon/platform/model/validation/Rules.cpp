@@ -4,7 +4,7 @@
 #include <memory>
 #include <vector>
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 
 namespace Tarvelon::metamodel::native::validation {
 

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "tarvelon/platform/model/metamodel/EnumerationType.h"
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 #include "tarvelon/platform/model/values/Refusal.h"
 

@@ -8,7 +8,7 @@
 #include <limits>
 #include <optional>
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 
 namespace Tarvelon::metamodel::native::validation {

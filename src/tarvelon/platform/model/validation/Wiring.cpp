@@ -3,7 +3,7 @@
 #include <string_view>
 #include <unordered_set>
 
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 #include "tarvelon/platform/model/validation/Ports.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 

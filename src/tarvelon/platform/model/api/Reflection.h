@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "tarvelon/boundary/k7q/Introspection.h"
-#include "tarvelon/platform/model/metamodel/Metamodel.h"
+#include "tarvelon/platform/model/api/Metamodel.h"
 
 /// Generic access to objects: for programs that walk any model without knowing its classes.
 ///
