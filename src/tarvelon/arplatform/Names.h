@@ -14,7 +14,8 @@
 #include "tarvelon/arplatform/timingExtension/Names.h"
 #include "tarvelon/arplatform/variant/Names.h"
 
-// The child packages in the order of their registration, each with the list of its names.
+// The child packages in the order of their registration, each with the list macro of its classes and
+// enumerations.
 // clang-format off
 #define ARPLATFORM_PACKAGES(PACKAGE)                                \
   PACKAGE(documentation,   ARPLATFORM_DOCUMENTATION_NAMES)          \

@@ -1,6 +1,6 @@
 #pragma once
 
-// What each package, class and enumeration of the platform's metamodel is for.
+// The descriptions of all packages, classes and enumerations of the metamodel `arplatform`.
 #include <string_view>
 
 #include "tarvelon/arplatform/Names.h"

@@ -1,6 +1,6 @@
 #pragma once
 
-// Every row of the platform's metamodel.
+// The rows of all classes of the metamodel `arplatform`.
 #include "tarvelon/arplatform/Names.h"
 #include "tarvelon/arplatform/behavior/Table.h"
 #include "tarvelon/arplatform/common/Table.h"

@@ -10,8 +10,9 @@
 #include "tarvelon/boundary/k7q/Introspection.h"
 #include "tarvelon/boundary/tarvelon/Rows.h"
 
-/// What a class wrapper needs to know of one metamodel class: its row, and the native functions that are
-/// typed by it. Everything is constant data; nothing is made before the object system asks.
+/// The data from which a class wrapper defines the host classes of one metamodel class: the row of the class,
+/// and the native functions that depend on its C++ type. All of it is constant data. Nothing is created
+/// before the object system needs a class.
 namespace binding {
 
 namespace metamodel = Tarvelon::metamodel;
@@ -20,7 +21,8 @@ using metamodel::ClassTable;
 
 struct ClassBinding;
 
-/// The methods that classes with two bases declare themselves; other classes inherit them.
+/// The functions that add the methods which a class with two bases declares itself. Any other class inherits
+/// these methods.
 struct OwnViewMethods {
   void (*addImmutableValidity)(MethodTable& table, const ClassBinding& binding);
   void (*addImmutableViews)(MethodTable& table, const ClassBinding& binding);
@@ -29,6 +31,7 @@ struct OwnViewMethods {
   void (*addMutableViews)(MethodTable& table, const ClassBinding& binding);
 };
 
+/// The row and the native functions of one metamodel class.
 struct ClassBinding {
   ClassTable table;
   const K7Q::IntrospectiveMethods& (*methods)();
@@ -44,7 +47,7 @@ struct ClassBinding {
   const ClassName& name() const noexcept { return *table.name; }
 };
 
-/// The dotted name under which a slot of that type is declared: a class, or a word of the vocabulary.
+/// The type name of a method argument of that type: a class, or a word such as "int32 scalar".
 InternedName typeName(const metamodel::TypeRow& type);
 
 /// Adds the record of a read method of class X.
@@ -58,7 +61,7 @@ void addRead(MethodTable& table, const metamodel::ReadRow& row, const ClassName&
             {}, function);
 }
 
-/// Raises the NULL ref text for a null or invalid handle, and what the view says when it refuses writing.
+/// Throws a K7Q::Exception for a null or invalid handle, and for a view that cannot be written.
 inline const K7Q::ObjectHandle& requireWritable(const K7Q::ObjectHandle& handle) {
   handle.requireValid();
   K7Q::DeviantAssertions::assertWritable(handle.getDeviant(), handle.getInterface());

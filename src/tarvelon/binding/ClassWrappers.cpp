@@ -13,7 +13,7 @@ namespace {
 using ruvo::factory::kHiddenMethod;
 using ruvo::factory::kOverridesAllSignatures;
 
-/// Serves every class: the native object tells its own type.
+/// One function for every class: the native object returns the description of its own class.
 K7Q::ImmutableType getMetaType(const K7Q::ImmutableObject& self) {
   self.requireValid();
   return self.getInterface()->getMetaType(self.getDeviant());
@@ -31,7 +31,7 @@ void addMetaAccess(MethodTable& table, const ClassBinding& binding, std::uint32_
   table.add({"MetaProperty", attributes, "", metaPropertyName(binding.name()), {}}, {}, &newMetaProperty);
 }
 
-/// What other libraries add to the class; they know it by its mutable name.
+/// Runs the callbacks of other modules, which are registered under the name of the mutable class.
 void runExtensions(const ClassBinding& binding, ruvo::RVOClass* cls, const ruvo::RVOClient* client) {
   K7Q::mi::RuvoExtensionsRegistry::instance().executeNonConstCallbacks(binding.name().name, cls, client);
 }

@@ -3,11 +3,11 @@
 #include "tarvelon/binding/ClassBinding.h"
 #include "tarvelon/boundary/k7q/ClassMetaData.h"
 
-/// The class infos of one metamodel class: the immutable class, the mutable class and the meta-property
-/// class. A wrapper is a name and a pointer to constant data; all work waits for defineMembers().
+/// The three class infos of one metamodel class: the immutable class, the mutable class and the meta-property
+/// class. A class info stores a name and a pointer to constant data; defineMembers() does all the work.
 namespace binding {
 
-/// Reads: superclasses, queries, properties, casts.
+/// The immutable class: superclasses, queries, properties, casts.
 class ImmutableClassWrapper final : public K7Q::mi::ClassMetaData {
  public:
   explicit ImmutableClassWrapper(const ClassBinding& binding);
@@ -17,7 +17,8 @@ class ImmutableClassWrapper final : public K7Q::mi::ClassMetaData {
   const ClassBinding& mBinding;
 };
 
-/// Adds construction and what can only be done to a mutable object; properties are inherited.
+/// The mutable class: constructors and the methods that change an object. It inherits the properties from the
+/// immutable class.
 class ClassWrapper final : public K7Q::mi::ClassMetaData {
  public:
   explicit ClassWrapper(const ClassBinding& binding);
@@ -27,7 +28,7 @@ class ClassWrapper final : public K7Q::mi::ClassMetaData {
   const ClassBinding& mBinding;
 };
 
-/// One static entry per property that the class has or inherits.
+/// The meta-property class: one static entry for each property that the class declares or inherits.
 class MetaPropertyWrapper final : public K7Q::mi::MetaPropertyMetaData<MetaPropertyDummy> {
  public:
   explicit MetaPropertyWrapper(const ClassBinding& binding);
@@ -37,22 +38,24 @@ class MetaPropertyWrapper final : public K7Q::mi::MetaPropertyMetaData<MetaPrope
   const ClassBinding& mBinding;
 };
 
-/// The description that every meta-property class has.
+/// The description of all meta-property classes.
 inline constexpr const char* kMetaPropertyDescription =
     "This class has static methods to access meta properties";
 
-/// The property descriptor of that id. Raises "invalid meta property id" for an id beyond the owner's own.
+/// The description of the property with that id. Throws a K7Q::Exception ("invalid meta property id") for an
+/// id above owner.numberOfProperties().
 K7Q::ImmutableProperty lookUpMetaProperty(const K7Q::IntrospectiveMethods& owner, unsigned id);
 
-/// One entry of a class's meta-property list.
+/// An entry of the meta-property list of a class.
 struct MetaPropertyListEntry {
   const char* name;
   const K7Q::IntrospectiveMethods* owner;
   unsigned id;
 };
 
-/// Own entries by id, then each base's whole list from left to right, without names that stand already or
-/// that an own entry hides.
+/// The meta-property list of a class: its own properties by id, then the whole list of each base from left to
+/// right. The list leaves out an inherited property if its name is already in the list, or if an own property
+/// hides it.
 std::vector<MetaPropertyListEntry> metaPropertyList(const K7Q::IntrospectiveMethods& methods);
 
 }  // namespace binding

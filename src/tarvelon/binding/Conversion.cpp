@@ -57,7 +57,7 @@ K7Q::IteratorHandle Conversion<K7Q::IteratorHandle>::fromSlot(RVOValue slot) {
 }
 
 hx::hxArray* boxIterator(const K7Q::IteratorHandle& iterator, bool immutable, const InternedName& declared) {
-  // The copy is what goes out.
+  // The host gets the copy.
   const K7Q::IteratorHandle clone(iterator);  // NOLINT(performance-unnecessary-copy-initialization)
   if (!clone.getInterface()) {
     K7Q::LocalAsserter("kernel/containers/iterator/Iterator", immutable ? 41 : 85) =

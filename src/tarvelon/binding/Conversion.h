@@ -12,14 +12,16 @@
 #include "tarvelon/boundary/ruvo/Value.h"
 #include "tarvelon/boundary/tarvelon/Names.h"
 
-/// The conversions between slots and native values, one specialisation of Conversion a family of types.
+/// The conversions between slots (ruvo/Value.h) and native values. There is one specialisation of Conversion
+/// for each type or family of types, with these functions:
 ///
 ///   static T fromSlot(ruvo::RVOValue slot);
 ///   static ruvo::RVOValue toSlot(const T& value, const ruvo::InternedName& declared);
 ///
-/// fromSlot() does not test what the object system has matched already; of an object array it reads element 0
-/// alone, and an empty array gives a null handle. toSlot() gives a raw scalar or an array that belongs to the
-/// caller; `declared` is the class that the signature names, of which an empty result is.
+/// fromSlot() does not test the type, because the object system has matched the arguments with the signature.
+/// From an object array it reads element 0 only; an empty array gives a null handle. toSlot() returns a raw
+/// scalar, or an array that the caller owns. `declared` is the result class of the signature; an empty result
+/// is an empty array of that class.
 namespace binding {
 
 using ruvo::InternedName;
@@ -28,22 +30,24 @@ using ruvo::RVOValue;
 template <class T>
 struct Conversion;
 
-/// What stands behind element 0 of an object array: an object and the deviant it is seen under.
+/// The native object and the deviant of the host object in element 0 of an object array.
 K7Q::VariantInfo unbox(const hx::hxArray* array);
-/// The same as the interface of that tag; null for an empty array or an object without that interface.
+/// The native object as the interface with that tag, and the deviant. The interface is null for an empty
+/// array and for an object that does not implement it.
 struct UnboxedInterface {
   void* interface = nullptr;
   K7Q::Deviant deviant;
 };
 UnboxedInterface unboxAs(const hx::hxArray* array, K7Q::CooperativeVisitor::TagPair tags);
 
-/// A host object for a native one under the given class: made with a reference on the native object if it is
-/// new. The result is a 1 by 1 object array, or the empty array of that class for a null object.
+/// Returns a 1 by 1 array with the host object of a native object, or an empty array of class `className` for
+/// a null object. If the host object is new, it has the class `className` and holds a reference on the native
+/// object.
 hx::hxArray* boxAs(const K7Q::ReferenceCountingIntf* object, K7Q::Deviant deviant, bool immutable,
                    const InternedName& className);
-/// The same under the object's own dynamic class.
+/// The same with the object's own host class; `declared` is the class of the empty array.
 hx::hxArray* boxObject(const K7Q::ObjectHandle& handle, bool immutable, const InternedName& declared);
-/// Announces the dummy of a meta-property class; takes ownership of it.
+/// The same for the placeholder object of a meta-property class. Takes ownership of the placeholder.
 hx::hxArray* boxMetaProperty(void* dummy, const InternedName& className);
 
 template <>
@@ -86,7 +90,7 @@ struct Conversion<K7Q::Double> {
   }
 };
 
-/// `char vector`: UTF-16 in both directions.
+/// A text of type "char vector": UTF-16 in both directions.
 template <>
 struct Conversion<K7Q::String> {
   static K7Q::String fromSlot(RVOValue slot) { return {hx::hxGetText(slot.array())}; }
@@ -95,13 +99,13 @@ struct Conversion<K7Q::String> {
   }
 };
 
-/// `char`: UTF-8 text, an argument only.
+/// A text of type "char": UTF-8, for arguments only.
 template <>
 struct Conversion<std::string> {
   static std::string fromSlot(RVOValue slot);
 };
 
-/// An argument of any enumeration. An empty array is the literal with value 0, and was not passed.
+/// An argument of any enumeration. For an empty array, both members are 0.
 struct AnyEnumeration {
   std::int32_t value;
   std::int32_t wasPassed;
@@ -112,7 +116,7 @@ struct Conversion<AnyEnumeration> {
   static AnyEnumeration fromSlot(RVOValue slot);
 };
 
-/// A result of any enumeration: a cell of its own.
+/// A result of any enumeration, in its object form.
 struct BoxedEnumeration {
   K7Q::Object cell;
 };
@@ -124,7 +128,7 @@ struct Conversion<BoxedEnumeration> {
   }
 };
 
-/// A native enumeration.
+/// The value class of an enumeration.
 template <Tarvelon::metamodel::IsEnumeration E>
 struct Conversion<E> {
   static E fromSlot(RVOValue slot) { return E(Conversion<AnyEnumeration>::fromSlot(slot).value); }
@@ -133,8 +137,7 @@ struct Conversion<E> {
   }
 };
 
-/// The interface that a handle type stands for, the tag it is asked by, and whether its host objects are
-/// immutable.
+/// For a handle type: its interface, the tag for cast(), and whether its host objects are immutable.
 template <class Handle>
 struct HandleTraits;
 
@@ -183,7 +186,8 @@ struct HandleTraits<K7Q::ImmutableDataType>
 template <>
 struct HandleTraits<K7Q::ImmutablePackage>
     : HandleTraitsBase<interfaces::PackageIntf, interfaces::PackageIntf, true> {};
-/// Native handles are asked by the tag of their own class; every model object is a ClassObjectIntf.
+/// The native handles of metamodel classes use the tag of their own class. Their interface is
+/// ClassObjectIntf, which every model object implements.
 template <class X>
 requires requires { typename X::ImmutableHandle; }
 struct HandleTraits<X> : HandleTraitsBase<interfaces::ClassObjectIntf, typename X::Interface, false> {};
@@ -208,7 +212,7 @@ struct Conversion<Handle> {
   }
 };
 
-/// A result that goes out under the class that the signature names, whatever the object itself says.
+/// A result whose host object gets the result class of the signature, not the object's own class.
 template <class Handle>
 struct Literal {
   Handle handle;
@@ -222,7 +226,7 @@ struct Conversion<Literal<Handle>> {
   }
 };
 
-/// The dummy that MetaProperty() hands out.
+/// The placeholder object that `MetaProperty()` returns.
 struct MetaPropertyDummy {
   void* instance;
 };
@@ -234,8 +238,8 @@ struct Conversion<MetaPropertyDummy> {
   }
 };
 
-/// Sequences: a result is bound under the class that the signature names. A null one raises the NULL sequence
-/// text.
+/// Sequences. The host object of a result gets the result class of the signature. A null result throws a
+/// K7Q::Exception.
 template <class Handle>
 requires std::derived_from<Handle, K7Q::SequenceHandle>
 struct Conversion<Handle> {
@@ -248,7 +252,7 @@ struct Conversion<Handle> {
   }
 };
 
-/// The sequence that a read method gives: bound under the class that it names itself.
+/// The result of a read method. Its host object gets the class that the sequence itself names.
 struct ReadSequence {
   K7Q::SequenceHandle handle;
 };
@@ -263,14 +267,14 @@ struct Conversion<ReadSequence> {
   }
 };
 
-/// An iterator argument stands for the host's own iterator.
+/// An iterator argument is the iterator of the host itself, not a copy.
 template <>
 struct Conversion<K7Q::IteratorHandle> {
   static K7Q::IteratorHandle fromSlot(RVOValue slot);
 };
 
-/// An iterator that goes out, of a sequence that can be changed or of one that is only read: a clone of its
-/// own. A null one raises the NULL ref text.
+/// An iterator result of a sequence that can be changed (ChangingPlace) or only read (ReadingPlace). The host
+/// gets a clone. A null iterator throws a K7Q::Exception.
 struct ChangingPlace {
   K7Q::IteratorHandle iterator;
 };

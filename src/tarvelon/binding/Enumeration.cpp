@@ -6,7 +6,7 @@ namespace binding {
 
 namespace {
 
-// Values of all enumerations compare as numbers.
+// All enumerations share these functions, because values compare as numbers.
 bool eq(AnyEnumeration left, AnyEnumeration right) { return left.value == right.value; }
 bool ne(AnyEnumeration left, AnyEnumeration right) { return left.value != right.value; }
 bool gt(AnyEnumeration left, AnyEnumeration right) { return left.value > right.value; }

@@ -11,12 +11,12 @@
 #include "tarvelon/binding/MethodRows.h"
 #include "tarvelon/boundary/tarvelon/Names.h"
 
-/// The members of an enumeration's class.
+/// The members of the host classes of enumerations.
 namespace binding {
 
 using Tarvelon::metamodel::EnumerationName;
 
-/// The description that every enumeration's class has.
+/// The description of all these classes.
 inline constexpr const char* kEnumerationDescription = "An enumeration";
 
 /// The literals of an enumeration in ascending order of value.
@@ -27,8 +27,8 @@ constexpr std::size_t countLiterals(std::string_view literals) {
                           : 1 + static_cast<std::size_t>(std::count(literals.begin(), literals.end(), ','));
 }
 
-/// What the records of one enumeration differ in: its name, the functions that are typed by it, and one
-/// function a literal, in ascending order of value.
+/// The data of one enumeration: its name, the rows of the functions that depend on its C++ type, and one
+/// function for each literal, in ascending order of value.
 struct EnumerationBinding {
   using Literal = BoxedEnumeration (*)();
 
@@ -37,10 +37,10 @@ struct EnumerationBinding {
   std::span<const Literal> literals;
 };
 
-/// Adds the members in their order: queries, conversions, literals by value, comparisons.
+/// Adds the members to the class in this order: queries and conversions, literals by value, comparisons.
 void defineEnumeration(ruvo::RVOClass& cls, const EnumerationBinding& binding);
 
-/// The shared question of every class, asked of an enumeration value.
+/// The method getMetaType() of enumeration values.
 K7Q::ImmutableType getMetaTypeOfValue(const K7Q::Object& self);
 
 void displayEnumeration(const EnumerationName& name, std::int32_t value);
@@ -54,7 +54,7 @@ struct EnumerationFunctions {
   static K7Q::String toString(AnyEnumeration self) { return E(self.value).toString(); }
   static void disp(AnyEnumeration self) { displayEnumeration(E::kName, self.value); }
 
-  /// One instance a literal.
+  /// There is one static instance for each literal.
   template <int Value>
   static BoxedEnumeration literal() {
     static constexpr E instance(static_cast<typename E::Value>(Value));

@@ -5,23 +5,24 @@
 
 #include "tarvelon/binding/Methods.h"
 
-/// Method records as rows of constant data.
+/// Describes methods as rows of constant data, from which addRows() creates the records.
 namespace binding {
 
-/// Words of a row that stand for a name which the class fills in: the class itself, its iterator and its
+/// Placeholders in a row. addRows() replaces them by the names of the class itself, its iterator and its
 /// element.
 inline constexpr char kSelf[] = "<self>";
 inline constexpr char kIterator[] = "<iterator>";
 inline constexpr char kElement[] = "<element>";
 
+/// The names that replace the placeholders.
 struct RowNames {
   InternedName self;
   InternedName iterator;
   InternedName element;
 };
 
-/// One record: its types are dotted names or words of the vocabulary; no self type means none, and the
-/// arguments end with the first null.
+/// A method. A type is a dotted class name, a word such as "int32 scalar", or a placeholder. `self` is null
+/// for a method without self. The arguments end at the first null.
 struct MethodRow {
   static constexpr std::size_t kMaxArguments = 3;
   using Arguments = std::array<const char*, kMaxArguments>;
@@ -35,19 +36,19 @@ struct MethodRow {
   std::uint32_t attributes = 0;
   const char* parameterNames = "";
 
-  /// The same row with attributes.
+  /// A copy of the row with this flag word.
   constexpr MethodRow with(std::uint32_t word) const {
     MethodRow row = *this;
     row.attributes = word;
     return row;
   }
-  /// The same row with a self of another class.
+  /// A copy of the row with another class of self.
   constexpr MethodRow of(const char* type) const {
     MethodRow row = *this;
     row.self = type;
     return row;
   }
-  /// The same row with names for its parameters.
+  /// A copy of the row with parameter names.
   constexpr MethodRow naming(const char* parameters) const {
     MethodRow row = *this;
     row.parameterNames = parameters;
@@ -55,13 +56,14 @@ struct MethodRow {
   }
 };
 
-/// The invoker that is made for the types of a native function.
+/// The invoker for the type of a native function.
 template <class Result, class... Arguments>
 constexpr InvokerFunction invokerOf(Result (* /*function*/)(Arguments...)) {
   return &invoker::invoke<Result, Arguments...>;
 }
 
-/// A constant cannot hold the number that a record keeps of a function, so a row holds who knows it.
+/// Returns the NativeFunction of F. A row stores a pointer to this function, because a constant expression
+/// cannot convert a function pointer to the integer that NativeFunction stores.
 template <auto F>
 NativeFunction nativeOf() {
   return NativeFunction::of(F);
@@ -73,19 +75,20 @@ constexpr MethodRow member(const char* name, const char* result, MethodRow::Argu
   return {name, result, kSelf, arguments, invokerOf(F), &nativeOf<F>};
 }
 
-/// A method that takes its object as an ordinary first argument, which the arguments name.
+/// A method that takes its object as the first ordinary argument (kSelfAsArgument). `arguments` includes the
+/// object.
 template <auto F>
 constexpr MethodRow asArgument(const char* name, const char* result, MethodRow::Arguments arguments) {
   return {name, result, nullptr, arguments, invokerOf(F), &nativeOf<F>, ruvo::factory::kSelfAsArgument};
 }
 
-/// A method without self.
+/// A static method.
 template <auto F>
 constexpr MethodRow classLevel(const char* name, const char* result, MethodRow::Arguments arguments = {}) {
   return {name, result, nullptr, arguments, invokerOf(F), &nativeOf<F>};
 }
 
-/// Adds the rows in their order.
+/// Adds one record for each row to the class, in the order of the rows.
 void addRows(ruvo::RVOClass& cls, std::span<const MethodRow> rows, const RowNames& names);
 
 }  // namespace binding

@@ -11,8 +11,8 @@ using ruvo::factory::impl::Invoker;
 using ruvo::factory::impl::MethodImpl;
 using ruvo::factory::impl::RuvoConstructor;
 
-/// The step that tells the kinds apart: self clears the self-as-argument bit, no self sets the static one
-/// unless that bit is set.
+/// Sets the flag bits that tell the kinds of methods apart. With a self, the kSelfAsArgument bit is cleared.
+/// Without a self, the kStatic bit is set unless the kSelfAsArgument bit is set.
 void settleFlags(GeneratedMethod& record, bool hasSelf) {
   auto& flags = record.flags();
   if (hasSelf) {

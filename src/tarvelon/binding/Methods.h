@@ -13,22 +13,21 @@
 #include "tarvelon/boundary/ruvo/Method.h"
 #include "tarvelon/boundary/ruvo/Package.h"
 
-/// Registration of method records: signature strings, native function, and the invoker made for that
-/// function's types.
+/// Creates method records from type names, a native function and the invoker for the type of that function.
 namespace binding {
 
 using ruvo::factory::impl::GeneratedMethod;
 using ruvo::factory::impl::InvokerFunction;
 using ruvo::factory::impl::NativeFunction;
 
-/// Whether a method of that handle type refuses an empty self before it is called. Elsewhere an empty self
-/// reaches the operation: what is tested there is the address of the local handle, which is never null.
+/// Whether the invoker rejects a null self for methods of that handle type. For other handle types, the
+/// native function itself gets the null handle.
 template <class Handle>
 inline constexpr bool kSelfMustBeThere = false;
 
 namespace invoker {
 
-/// The arguments as local values, converted from left to right. A slot per argument.
+/// Converts the slots to native values, from left to right.
 template <class... Arguments, std::size_t... Index>
 auto convert(const RVOValue* slots, std::index_sequence<Index...> /*index*/) {
   return std::tuple<std::decay_t<Arguments>...>{
@@ -39,7 +38,7 @@ inline void countResult(std::uint32_t* count) noexcept {
   if (*count == 0) *count = 1;
 }
 
-/// The test of self, behind the conversion of all arguments.
+/// Tests self. The invokers call this function after all arguments are converted.
 template <class... Arguments>
 void validateSelf(const std::tuple<Arguments...>& arguments, const GeneratedMethod& record) {
   if constexpr (sizeof...(Arguments) > 0) {
@@ -51,7 +50,8 @@ void validateSelf(const std::tuple<Arguments...>& arguments, const GeneratedMeth
   }
 }
 
-/// Calls a free function; a method with self takes it as the first argument.
+/// The invoker of methods and package functions. The native function is a free function; self is its first
+/// argument.
 template <class Result, class... Arguments>
 void invoke(const GeneratedMethod* record, const ruvo::RVOClient* /*client*/, std::uint32_t* count,
             RVOValue* results, int /*argumentCount*/, const RVOValue* slots) {
@@ -67,10 +67,11 @@ void invoke(const GeneratedMethod* record, const ruvo::RVOClient* /*client*/, st
   }
 }
 
-/// Ties a new native object to the host object under construction; the object goes again if that fails.
+/// Binds a new native object to the host object under construction. If that fails, destroys the native object
+/// and rethrows.
 void bindConstructed(const GeneratedMethod& record, const K7Q::ClassObject& object, hx::hxArray* array);
 
-/// Calls a constructor's forwarder: the result slot holds the object under construction.
+/// The invoker of constructors. results[0] contains the array with the host object under construction.
 template <class... Arguments>
 void construct(const GeneratedMethod* record, const ruvo::RVOClient* /*client*/, std::uint32_t* count,
                RVOValue* results, int /*argumentCount*/, const RVOValue* slots) {
@@ -82,36 +83,37 @@ void construct(const GeneratedMethod* record, const ruvo::RVOClient* /*client*/,
 
 }  // namespace invoker
 
-/// How a record is found to be static: by its attributes and whether it has a self.
+/// The name, flag word and types of a method, without its arguments.
 struct MethodSpec {
   const char* name;
   std::uint32_t attributes;
-  /// Stored as it stands; a literal.
+  /// REQUIRES: lives as long as the record, as a literal does.
   const char* parameterNames;
   InternedName result;
-  /// The empty name: no self. Such a method is static, or takes the object as an ordinary first argument when
-  /// the attributes have 4096.
+  /// The class of self. The empty name: the method takes the object as its first ordinary argument if the
+  /// attributes have the bit kSelfAsArgument, and is static otherwise.
   InternedName self;
 };
 
-/// Adds records to a class in the order of the calls. The class owns them.
+/// Adds records to a class, in the order of the calls. The class owns the records.
 class MethodTable {
  public:
   explicit MethodTable(ruvo::RVOClass& cls) noexcept : mClass(cls) {}
   ruvo::RVOClass& cls() const noexcept { return mClass; }
 
-  /// The native function's first parameter is self when the record has one.
+  /// Adds a method. If the method has a self, self is the first parameter of the native function.
   template <class Result, class... Arguments>
   void add(const MethodSpec& spec, std::initializer_list<InternedName> arguments,
            Result (*function)(Arguments...)) {
     add(spec, {arguments.begin(), arguments.size()}, &invoker::invoke<Result, Arguments...>,
         NativeFunction::of(function));
   }
-  /// REQUIRES: an invoker made for the function's types.
+  /// Adds a method with that invoker. REQUIRES: the invoker is for the type of the native function.
   void add(const MethodSpec& spec, std::span<const InternedName> arguments, InvokerFunction invoker,
            NativeFunction native);
 
-  /// A constructor: named like the class, attributes 0, no parameter names, result the class.
+  /// Adds a constructor. Its record has the dotted name of the class, the flag kStatic and no parameter
+  /// names, and its result is the class.
   template <class... Arguments>
   void addConstructor(std::span<const InternedName> arguments, K7Q::ClassObject (*function)(Arguments...)) {
     addConstructorRecord(arguments, &invoker::construct<Arguments...>, NativeFunction::of(function));
@@ -138,7 +140,7 @@ void addPackageFunction(ruvo::RVOPackage& package, const char* name, const char*
   addPackageFunctionRecord(package, name, resultType, &invoker::invoke<Result>, NativeFunction::of(function));
 }
 
-/// An interned name of a text.
+/// The interned name of a text.
 inline InternedName named(const char* text) { return InternedName(ruvo::internal::makeInterned(text)); }
 
 }  // namespace binding

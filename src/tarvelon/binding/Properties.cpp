@@ -35,7 +35,7 @@ void addProperty(K7qmiPropertyFactory& factory, const PropertyRow& row) {
     return factory.PrimitiveSequence(row.name, row.id, recordTypeName(row), row.mutability, attributes);
   }
   if (row.type->kind == Kind::DataType) {
-    // The name first: it may fail, and nothing owns the helper before the factory does.
+    // The name is made before the helper: making the name may throw, and nothing would free the helper.
     const InternedName typeName = recordTypeName(row);
     return factory.DataType(row.name, row.id, typeName, new PropHelper(*row.type->enumeration),
                             row.multiplicity, row.mutability, attributes);
@@ -47,7 +47,7 @@ void addProperty(K7qmiPropertyFactory& factory, const PropertyRow& row) {
   addPrimitive(factory, row, attributes);
 }
 
-/// The dotted name with `word` put before the short name.
+/// The dotted name with `word` inserted before the short name.
 std::string prefixed(const char* name, std::size_t prefix, const char* word) {
   return std::string(name, prefix) + word + (name + prefix);
 }

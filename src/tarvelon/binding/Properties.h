@@ -5,13 +5,14 @@
 
 namespace binding {
 
-/// Adds one property record per exposed row, in ascending id, to the immutable class under definition.
+/// Adds one property record for each exposed row to the immutable class that is being defined, in ascending
+/// id.
 void addProperties(ruvo::RVOClass& cls, const ClassBinding& binding);
 
-/// The type that a reference, enumeration or sequence record reports.
+/// The type name that the record of a reference, an enumeration or a many-valued property reports.
 InternedName recordTypeName(const metamodel::PropertyRow& row);
 
-/// The conversions of one enumeration's properties.
+/// Converts the values of one enumeration for its property records.
 class PropHelper final : public K7Q::mi::PropHelperBase {
  public:
   explicit PropHelper(const metamodel::EnumerationName& enumeration) noexcept : mEnumeration(enumeration) {}

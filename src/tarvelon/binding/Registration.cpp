@@ -9,7 +9,7 @@ namespace binding {
 
 namespace {
 
-/// The names of the companions: short names and dotted names of one class.
+/// Composes the short and dotted names of the sequence and iterator classes of one metamodel class.
 class CompanionNames {
  public:
   explicit CompanionNames(const ClassName& name)
@@ -63,7 +63,7 @@ constexpr SequenceKind kSequences[] = {
      "ImmutableSequenceOfImmutable", "Immutable", "Immutable", "ImmutableIterator", kUnchangeable},
 };
 
-// The element's mutability decides the description, not the iterator's.
+// The description depends on the mutability of the element, not of the iterator.
 constexpr IteratorKind kIterators[] = {
     {&sequences::createIteratorOfRefClassInfo,
      "",          "Iterator",          "",          kModifiable},

@@ -5,20 +5,20 @@
 #include "tarvelon/boundary/k7q/ClassMetaData.h"
 #include "tarvelon/boundary/ruvo/Package.h"
 
-/// What a package registers when it is first touched.
+/// The registration of classes when a package is first used.
 namespace binding {
 
-/// The access value that every class is added with.
+/// The access number of all classes.
 inline constexpr int kClassAccess = 2;
 
-/// Adds the three class infos of a class and its eight sequence and iterator companions. A null package
-/// registers nothing.
+/// Adds the three class infos of a metamodel class and the eight class infos of its sequences and iterators.
+/// Does nothing if the package is null.
 void registerClassInfos(ruvo::RVOPackage* package, const ClassBinding& binding);
 
-/// Adds one info to the package, or as a global class when there is none.
+/// Adds a class info to the package, or as a global class if the package is null. Takes ownership.
 void addClassInfo(ruvo::RVOPackage* package, ruvo::RVOClassInfo* info);
 
-/// The wrapper of an enumeration: a value class.
+/// The class info of an enumeration.
 class EnumerationWrapper final : public K7Q::mi::ClassMetaData {
  public:
   explicit EnumerationWrapper(const EnumerationBinding& binding);

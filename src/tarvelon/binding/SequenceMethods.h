@@ -8,19 +8,20 @@
 #include "tarvelon/boundary/k7q/ElementCarrier.h"
 #include "tarvelon/boundary/tarvelon/PrimitiveCell.h"
 
-/// The methods of sequence classes and their iterators, the same for every type of element.
+/// The methods of sequence and iterator classes. They are the same for every element type.
 namespace binding {
 
 namespace Generic = K7Q::Generic;
 using K7Q::IteratorHandle;
 
-/// The host counts from 1. The least number stays negative, as which it is refused.
+/// Converts an index of the host, which counts from 1, to an index that counts from 0. The smallest int stays
+/// as it is: subtracting 1 would overflow, and the sequence rejects any negative index.
 constexpr int fromHostIndex(int index) noexcept {
   return index == std::numeric_limits<int>::min() ? index : index - 1;
 }
 
-/// What a record takes for an element: the element itself, or what stands for a value of any enumeration, so
-/// that the records of all enumerations share their functions and invokers.
+/// The C++ type of an element argument. For enumerations this is AnyEnumeration, so that the methods of all
+/// enumerations share their functions and invokers.
 template <class Element>
 struct ElementArguments {
   using Type = const Element&;
@@ -34,12 +35,12 @@ template <class Element>
 using ArgumentsOf = std::conditional_t<Tarvelon::metamodel::IsEnumeration<Element>, EnumerationArguments,
                                        ElementArguments<Element>>;
 
-/// What a record gives for one.
+/// The C++ type of an element result.
 template <class Element>
 using ResultOf = std::conditional_t<Tarvelon::metamodel::IsEnumeration<Element>, BoxedEnumeration, Element>;
 
-/// The operations of sequence classes that no element passes. An iterator comes by value, which clones it:
-/// the host's own does not move.
+/// The operations without an element argument or result. Iterators are passed by value, which clones them, so
+/// the host's iterator does not change.
 struct SequencePlaces {
   using Self = K7Q::SequenceHandle;
 
@@ -60,7 +61,7 @@ struct SequencePlaces {
   }
 };
 
-/// Those whose iterators a sequence gives that can be changed, or one that is read.
+/// begin() and end(). Place is ChangingPlace or ReadingPlace.
 template <class Place>
 struct SequenceEnds {
   using Self = K7Q::SequenceHandle;
@@ -73,7 +74,7 @@ struct SequenceEnds {
   }
 };
 
-/// Those that take an element.
+/// The operations with an element argument.
 template <class Arguments>
 struct SequenceWrites {
   using Self = K7Q::SequenceHandle;
@@ -100,7 +101,7 @@ struct SequenceWrites {
   }
 };
 
-/// Those that give one.
+/// The operations with an element result.
 template <class Element>
 struct SequenceReads {
   using Self = K7Q::SequenceHandle;
@@ -114,7 +115,8 @@ struct SequenceReads {
   }
 };
 
-/// The operations of iterator classes. The argument is the host's own iterator.
+/// The operations of iterator classes. The argument is the iterator of the host itself, so getNext() moves
+/// it.
 struct IteratorPlaces {
   using Self = IteratorHandle;
 
@@ -147,11 +149,13 @@ inline constexpr const char* kVoid = "void";
 inline constexpr const char* kInteger = "int32 scalar";
 inline constexpr const char* kLogical = "logical scalar";
 
-/// Given for the one method with self as well, which clears it again.
+/// The flag word of the method insert(iterator, element). MethodTable clears the bit, since the method has a
+/// self.
 inline constexpr std::uint32_t kGiven = ruvo::factory::kSelfAsArgument;
 
 // clang-format off
-/// A sequence whose values can be changed; the records that make one follow.
+/// The methods of a sequence class whose values can be changed. The class also has static methods that create
+/// a sequence; other rows describe those.
 template <class Element, class Place = ChangingPlace>
 inline constexpr std::array kSequenceRows = [] {
   using P = SequencePlaces;
@@ -182,7 +186,7 @@ inline constexpr std::array kSequenceRows = [] {
   });
 }();
 
-/// A sequence whose values cannot be changed.
+/// The methods of a sequence class whose values cannot be changed.
 template <class Element, class Place = ReadingPlace>
 inline constexpr std::array kImmutableSequenceRows = [] {
   using P = SequencePlaces;
@@ -199,7 +203,7 @@ inline constexpr std::array kImmutableSequenceRows = [] {
   });
 }();
 
-/// The iterators of one or of the other.
+/// The methods of an iterator class.
 template <class Element, class Place>
 inline constexpr std::array kIteratorRows = [] {
   using I = IteratorPlaces;

@@ -4,29 +4,31 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Containers with value semantics at the price of a pointer.
+/// Copy-on-write containers.
 ///
-/// All wrappers of a container type start on one shared, empty payload; a wrapper takes a private copy of its
-/// payload at the moment it is about to be written, so one that is never written costs no storage.
+/// A wrapper points to a reference-counted payload, which contains the container. All new wrappers of a
+/// container type share one empty payload, so a wrapper that is never written needs no memory for a
+/// container. Before a wrapper is written, it copies a shared payload.
 ///
-/// Threads: a wrapper belongs to one thread at a time. Wrappers on different threads may share a payload,
-///          whose count is atomic.
+/// Threads: one thread at a time uses a wrapper. Wrappers of different threads may share a payload, because
+///          the reference count is atomic.
 namespace Performance {
 
-/// The payload that wrappers share. Whoever sees a count above 1 must not write the value.
+/// The payload: a container and a reference count. While the count is above 1, the container must not be
+/// written.
 template <class C>
 struct COWWrapperTypedData {
-  /// A payload for one holder.
+  /// Creates a payload with a copy of `value` and a reference count of 1.
   explicit COWWrapperTypedData(const C& value) : mRefCount(0), mValue(value) {
     mRefCount.store(1, std::memory_order_relaxed);
 #ifndef __SANITIZE_THREAD__
-    // The value must be there for every thread that learns of the payload. ThreadSanitizer, which sees no
-    // fences, is content with the counts.
+    // The value must be visible to every thread that gets a pointer to the payload. ThreadSanitizer does not
+    // support fences; for its analysis the atomic operations on the count are enough.
     std::atomic_thread_fence(std::memory_order_seq_cst);
 #endif
   }
 
-  /// The empty payload. Its count of 1 is its hold on itself: no wrapper ever frees it.
+  /// The shared empty payload. Its count starts at 1 without a wrapper, so no wrapper ever frees it.
   static COWWrapperTypedData* getSharedNull() {
     static COWWrapperTypedData shared_null{C()};
     return &shared_null;
@@ -39,25 +41,25 @@ struct COWWrapperTypedData {
 template <class C>
 class COWDataAccessToken;
 
-/// Holds a payload, shared or private.
+/// Base of the wrappers: points to a shared or private payload.
 template <class C>
 class COWWrapper {
  public:
-  /// Starts on the shared empty payload. Cost: no allocation.
+  /// Shares the empty payload. Does not allocate.
   COWWrapper() : COWWrapper(COWWrapperTypedData<C>::getSharedNull()) {}
-  /// Shares the payload of `other`. REQUIRES: no token is attached to `other`, since whoever holds one may
-  /// write.
+  /// Shares the payload of `other`. REQUIRES: no token is attached to `other`; code with a token may write
+  /// the payload.
   COWWrapper(const COWWrapper& other) : COWWrapper(other.mData) {}
   COWWrapper& operator=(const COWWrapper&) = delete;
   virtual ~COWWrapper() { swapData(nullptr); }
 
-  /// Makes the payload private. When no memory is left for the copy, nothing has changed.
+  /// Makes the payload private: copies a shared payload. Throws std::bad_alloc, and then nothing has changed.
   void detach() {
     if (!isPrivate()) copyShared();
   }
 
-  /// The private container, to be read and written for as long as the token is attached to this wrapper. A
-  /// token that is attached to another wrapper is moved here.
+  /// Makes the payload private and returns the container, which may be read and written as long as the token
+  /// is attached to this wrapper. Detaches the token from any other wrapper.
   C& publicDataRef(COWDataAccessToken<C>& token) {
     detach();
     if (token.mWrapper != this) {
@@ -69,9 +71,10 @@ class COWWrapper {
     return mData->mValue;
   }
 
-  /// The container as it stands. Any change through this wrapper may end it.
+  /// The container for reading. Any change through this wrapper may invalidate the reference.
   const C& data() const noexcept { return mData->mValue; }
-  /// Detaches and gives the private container, until the payload is shared again.
+  /// Makes the payload private and returns the container. The container may be written until the payload is
+  /// shared again.
   C& detachedData() {
     detach();
     return mData->mValue;
@@ -79,7 +82,7 @@ class COWWrapper {
 
  protected:
   COWWrapperTypedData<C>* mData;
-  /// How many tokens are attached.
+  /// The number of attached tokens.
   std::int32_t mTokenCount = 0;
 
  private:
@@ -88,12 +91,12 @@ class COWWrapper {
   explicit COWWrapper(COWWrapperTypedData<C>* data) noexcept : mData(data) {
     mData->mRefCount.fetch_add(1, std::memory_order_acq_rel);
   }
-  // Who finds the payload private writes it: what the others read of it before they let go comes first. On
-  // the processors at hand this is a plain load.
+  // The caller writes a private payload. The acquire order makes sure that the reads of former sharers happen
+  // before that write. On x86-64 this is a plain load.
   bool isPrivate() const noexcept { return mData->mRefCount.load(std::memory_order_acquire) == 1; }
-  // Apart from detach(), which most of the time is the test alone.
+  // Not inlined into detach(), so that the usual case is only a test.
   [[gnu::noinline]] void copyShared() {
-    // Another thread may have let go meanwhile, which saves the copy.
+    // Another thread may have released the payload meanwhile; then no copy is needed.
     if (isPrivate()) return;
     swapData(new COWWrapperTypedData<C>(mData->mValue));
   }
@@ -102,13 +105,14 @@ class COWWrapper {
     if (mData->mRefCount.fetch_add(-1, std::memory_order_acq_rel) - 1 <= 0) free(mData);
     mData = data;
   }
-  // Not inlined: the compiler would believe that the shared empty payload can come here, and warn.
+  // Not inlined: the compiler would assume that the shared empty payload can be freed here, and warn.
   [[gnu::noinline]] static void free(COWWrapperTypedData<C>* data) noexcept { delete data; }
 };
 
-/// Says that the data of a wrapper is being accessed: a local object of whoever does so.
+/// Marks the scope in which the container of a wrapper is accessed. Code that calls publicDataRef() has a
+/// token as a local variable.
 ///
-/// Lifetime: the wrapper must outlive the token.
+/// REQUIRES: the wrapper outlives the token.
 template <class C>
 class COWDataAccessToken {
  public:
@@ -129,28 +133,28 @@ class COWDataAccessToken {
   COWWrapper<C>* mWrapper = nullptr;
 };
 
-/// A wrapper that knows how many elements it has.
+/// A wrapper of a container with size().
 template <class C>
 class COWWrapperContainer : public COWWrapper<C> {
  public:
-  /// Does not detach.
+  /// Does not copy a shared payload.
   std::size_t size() const noexcept { return this->mData->mValue.size(); }
 };
 
-/// A wrapper of elements in a row.
+/// A wrapper of a sequential container with random access, such as std::vector.
 template <class C>
 class COWWrapperContainerSequential : public COWWrapperContainer<C> {
  public:
   using Position = typename C::const_iterator;
 
-  /// Inserts before `position`, which may stand in a payload that is still shared: the private copy is
-  /// changed at the same place. Gives the place of the new element.
+  /// Inserts before `position` and returns the position of the new element. `position` may refer to the
+  /// shared payload: the function then inserts at the same index of the private copy.
   Position insert(const Position& position, const typename C::value_type& value) {
     const auto offset = position - this->mData->mValue.cbegin();
     C& own = this->detachedData();
     return own.insert(own.cbegin() + offset, value);
   }
-  /// Erases one element in the same way. Gives the place of the element behind it.
+  /// Erases the element at `position`, in the same way. Returns the position of the element after it.
   Position erase(Position position) {
     const auto offset = position - this->mData->mValue.cbegin();
     C& own = this->detachedData();

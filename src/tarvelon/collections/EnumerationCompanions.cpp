@@ -18,13 +18,13 @@ struct Around {
   const char* after;
 
   std::string put(const char* shortName) const { return std::string(before).append(shortName).append(after); }
-  /// The dotted name of the class in the enumeration's package.
+  /// The dotted name of the class; it is in the package of the enumeration.
   binding::InternedName dotted(const EnumerationName& name) const {
     return binding::InternedName(std::string(name.name, name.prefix).append(put(name.shortName())));
   }
 };
 
-/// One of the four companions; a null superclass is none.
+/// One of the four classes. `superClass` is null for a class without a superclass of its own.
 struct CompanionKind {
   Around name;
   Around description;
@@ -38,8 +38,8 @@ constexpr Around kSequence{"SequenceOf", ""};
 constexpr Around kImmutableSequence{"ImmutableSequenceOf", ""};
 constexpr Around kIterator{"", "Iterator"};
 constexpr Around kImmutableIterator{"", "ImmutableIterator"};
-// Both iterators claim a modifiable list, and both sequences values that can be changed: hosts know the
-// classes by these words.
+// Both iterator classes and both sequence classes have the same description, although one of each cannot
+// change the sequence. The texts are kept, because hosts rely on them.
 constexpr Around kWalks{"A iterator for traversing a modifiable list of ", " objects"};
 
 using C = EnumerationCompanions;

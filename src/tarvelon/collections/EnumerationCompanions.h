@@ -10,8 +10,9 @@
 /// The host classes of the sequences of enumeration values, and of their iterators.
 namespace K7Q::mi {
 
-/// What the four companions of one enumeration differ in. SequenceOfX has `changing` and behind it `makers`,
-/// ImmutableSequenceOfX has `reading`; then the iterators of each.
+/// The method rows of the four sequence and iterator classes of one enumeration X. SequenceOfX has the
+/// methods `changing` and then `makers`; ImmutableSequenceOfX has `reading`; the iterator classes have
+/// `changingIterator` and `readingIterator`.
 struct EnumerationCompanions {
   using Rows = std::span<const binding::MethodRow>;
 
@@ -23,11 +24,11 @@ struct EnumerationCompanions {
   Rows readingIterator;
 };
 
-/// Adds the infos of the companions to the package, or as global classes when there is none: SequenceOfX,
-/// ImmutableSequenceOfX, XIterator, XImmutableIterator.
+/// Adds the class infos of SequenceOfX, ImmutableSequenceOfX, XIterator and XImmutableIterator to the
+/// package, or as global classes if the package is null.
 void addCompanionInfos(ruvo::RVOPackage* package, const EnumerationCompanions& companions);
 
-/// The native functions behind the records that make a sequence.
+/// The native functions behind the static methods that create a sequence.
 template <class E>
 struct SequenceMakers {
   static SequenceHandle make(const ImmutableModel& model, bool isUnique) {

@@ -6,8 +6,8 @@ using Proxy = GenericReferenceCountingSequenceProxy;
 using Generic::IteratorIntf;
 using Generic::Ref;
 
-// A Ref is handed on as a copy, not moved: the implementation gets a counted one of its own, and the caller's
-// stays until the call is over.
+// A Ref is passed on as a copy and not moved: the implementation gets a reference of its own, and the
+// caller's Ref keeps the value alive until the call returns.
 
 Proxy::~GenericReferenceCountingSequenceProxy() = default;
 

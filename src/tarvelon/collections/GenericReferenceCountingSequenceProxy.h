@@ -7,10 +7,10 @@
 
 namespace K7Q {
 
-/// Gives a sequence that does not count its references one that does: owns the implementation, hands every
-/// operation on to it and goes with the last reference.
+/// Adds a reference count to a sequence that has none. The proxy owns the sequence and forwards every
+/// operation to it. The release of the last reference destroys both.
 ///
-/// Threads: one at a time; the count is a plain integer.
+/// Threads: one thread at a time, because the count is a plain integer.
 class GenericReferenceCountingSequenceProxy final : public SequenceProxy {
  public:
   using IteratorPtr = std::unique_ptr<Generic::IteratorIntf>;

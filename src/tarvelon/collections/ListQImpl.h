@@ -14,16 +14,18 @@ namespace K7Q {
 
 namespace ListQImplInternal {
 
-/// A list of values in a vector that is shared until it is written.
+/// A list of enumeration values in a copy-on-write vector.
 ///
-/// Elements:  any value, as often as it is added. An index counts from 0.
-/// Iterators: a place in the vector. Whatever writes the list may leave it on another element or in freed
-///            storage, and nothing tests an iterator that is passed in or moved.
-/// Lifetime:  addRef() and release() do nothing: somebody owns the list, as a rule a proxy that counts.
-/// Failure:   tests come first and raise K7Q::Exception; std::bad_alloc when memory is exhausted. Either way
-///            the elements are as before, but that generic_removeAll() may have removed some.
-/// Threads:   one at a time.
-/// Cost:      an empty list has no storage of its own. What searches is linear.
+/// Elements:  a value may be in the list several times. Indices count from 0.
+/// Iterators: an iterator is a position in the vector. Any change of the list may invalidate it; it may then
+/// refer to
+///            another element or to freed memory. The functions do not test iterators.
+/// Lifetime:  addRef() and release() do nothing. The list has an owner, usually a proxy that counts
+///            references.
+/// Errors:    K7Q::Exception for a wrong index and for an empty list; std::bad_alloc. After an exception, the
+///            elements are as before, except that generic_removeAll() may have removed some.
+/// Threads:   one thread at a time.
+/// Cost:      an empty list has no memory of its own. Searching takes linear time.
 template <class T>
 class ListQImplForPrimitives : public Generic::SequenceIntf {
  public:
@@ -44,7 +46,7 @@ class ListQImplForPrimitives : public Generic::SequenceIntf {
     return makeRef(elements().back());
   }
 
-  // A place that is handed out must lie in storage that no other list shares, so these two detach.
+  // An iterator must refer to a vector that no other list shares, so these two make the payload private.
   IteratorPtr generic_begin(const Deviant& /*aDeviant*/) const override {
     Performance::COWDataAccessToken<Elements> token;
     return std::make_unique<Iterator>(mStorage.publicDataRef(token).cbegin());
@@ -54,7 +56,7 @@ class ListQImplForPrimitives : public Generic::SequenceIntf {
     return std::make_unique<Iterator>(mStorage.publicDataRef(token).cend());
   }
 
-  /// Keeps the capacity.
+  /// Does not free the memory of the vector.
   void generic_clear(const Deviant& /*aDeviant*/) override { mStorage.detachedData().clear(); }
   int generic_size(const Deviant& /*aDeviant*/) const override { return static_cast<int>(mStorage.size()); }
   bool generic_empty(const Deviant& /*aDeviant*/) const override { return elements().empty(); }
@@ -130,7 +132,7 @@ class ListQImplForPrimitives : public Generic::SequenceIntf {
       const IteratorPtr behind = this->generic_erase(aDeviant, &match);
       scan = Iterator::positionOf(behind.get());
       ++count;
-      // The list is shorter, and may stand in other storage.
+      // The list is shorter now, and its vector may be another one.
       limit = elements().cend();
     }
     return count;

@@ -11,32 +11,33 @@
 
 namespace K7Q {
 
-/// What a sequence is made of.
+/// The implementation of a sequence.
 enum SequenceImplementation : std::int32_t {
   STD_VECTOR = 0,   ///< ListQImpl
   MULTI_INDEX = 1,  ///< MultiIndexImpl
 };
 
-/// What makeSequence() is to make.
+/// The options of makeSequence().
 struct SequenceOptions {
-  /// Goes into the handle.
+  /// The deviant of the returned handle.
   Deviant aDeviant;
   SequenceImplementation aImplementation = STD_VECTOR;
-  /// Each value once; MULTI_INDEX alone can do that.
+  /// Whether the sequence contains a value at most once. REQUIRES: MULTI_INDEX.
   bool aIsUnique = false;
-  /// The handle's references count, and the sequence goes with the last of them.
+  /// Whether the sequence counts references, so that the last handle destroys it.
   bool aUseReferenceCountingProxy = false;
 };
 
 namespace SequenceCreatorInternal {
 
-/// Raise K7Q::Exception for options that do not go together, and for an implementation that there is not.
+/// Throws K7Q::Exception if `options` asks for a unique sequence.
 void requireNotUnique(const SequenceOptions& options);
+/// Throws K7Q::Exception.
 [[noreturn]] void raiseUnknownImplementation();
 
-/// The last steps of makeSequence(): the implementation, behind a proxy where one is asked for. Raises
-/// K7Q::Exception when nothing was created. createImplementation() always creates something or raises, so
-/// that only a call of this function with null shows that case: the tests make it.
+/// The last step of makeSequence(): puts the sequence behind a reference-counting proxy if the options ask
+/// for one. Throws K7Q::Exception for null. createImplementation() never returns null, so only the tests
+/// reach this case.
 std::unique_ptr<Generic::SequenceIntf> finish(std::unique_ptr<Generic::SequenceIntf> implementation,
                                               const SequenceOptions& options);
 
@@ -56,11 +57,11 @@ std::unique_ptr<Generic::SequenceIntf> createImplementation(const SequenceOption
 
 }  // namespace SequenceCreatorInternal
 
-/// A new, empty sequence of values of enumeration T.
+/// Creates an empty sequence of values of enumeration T.
 ///
-/// Ownership: with a proxy the handles own the sequence. Without one nothing counts: whoever calls destroys
-///            what getInterface() gives, after the last handle.
-/// Failure:   K7Q::Exception for a unique STD_VECTOR and for an unknown implementation.
+/// Ownership: with a reference-counting proxy, the last handle destroys the sequence. Without one, the caller
+///            deletes the object that getInterface() returns, after the last use of a handle.
+/// Errors:    K7Q::Exception for a unique STD_VECTOR and for an unknown implementation.
 template <class T>
 Sequence<T> makeSequence(const SequenceOptions& options) {
   namespace creator = SequenceCreatorInternal;

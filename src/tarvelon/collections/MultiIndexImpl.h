@@ -18,32 +18,37 @@ namespace K7Q {
 
 namespace MultiIndexImplInternal {
 
-/// A sequence of values that is at the same time an ordered set of them: it finds a value without a scan, and
-/// a unique one holds each value once.
+/// A sequence of enumeration values with an ordered index, so that a value is found without a scan. A unique
+/// sequence contains a value at most once.
 ///
-/// Elements:  a unique sequence that is given a value which it holds already, or a replacement by one that it
-///            holds elsewhere, stays as it is without a message. An index counts from 0.
-/// Iterators: stay on their element through every change but its own removal, also when it is replaced; the
-///            end stays the end. Nothing tests an iterator that is passed in or moved.
-/// Lifetime:  addRef() and release() do nothing: somebody owns the sequence, as a rule a proxy that counts.
-/// Failure:   tests come first and raise K7Q::Exception; std::bad_alloc when memory is exhausted. Either way
+/// Elements:  adding a value that a unique sequence contains changes nothing and reports no error; neither
+///            does replacing an element by a value that the sequence contains at another index. Indices count
+///            from 0.
+/// Iterators: an iterator stays at its element until the element is removed, also when the value of the
+/// element is
+///            replaced. An end iterator stays at the end. The functions do not test iterators.
+/// Lifetime:  addRef() and release() do nothing. The sequence has an owner, usually a proxy that counts
+///            references.
+/// Errors:    K7Q::Exception for a wrong index and for an empty sequence; std::bad_alloc. After an exception,
 ///            the elements are as before.
-/// Threads:   one at a time.
-/// Cost:      a node on the heap for each element. Reading at an index and stepping are constant, finding is
-///            logarithmic; a change moves the entries of the places behind it.
+/// Threads:   one thread at a time.
+/// Cost:      one heap allocation for each element. Access by index and moving an iterator take constant
+///            time, finding a value takes logarithmic time. Inserting and erasing take linear time in the
+///            number of following elements.
 template <class T, bool IsUnique, class KeyExtractor>
 class MultiIndexImplForPrimitives : public Generic::SequenceIntf {
   using Ordered = boost::multi_index::ordered_non_unique<KeyExtractor>;
   using OrderedUnique = boost::multi_index::ordered_unique<KeyExtractor>;
 
  public:
-  /// By place; by value, to find all that are equal; by value, to find one and to refuse what is there.
+  /// Index 0: by position. Index 1: by value, to find all equal elements. Index 2: by value, to find one
+  /// element and, in a unique sequence, to reject duplicates.
   using Container = boost::multi_index_container<
       T, boost::multi_index::indexed_by<boost::multi_index::random_access<>, Ordered,
                                         std::conditional_t<IsUnique, OrderedUnique, Ordered>>>;
   using Iterator = PlaceIterator<Container>;
   using IteratorPtr = typename Iterator::IteratorPtr;
-  /// A place is a node of the container.
+  /// A position is a pointer to a node of the container.
   static_assert(sizeof(typename Iterator::Position) == sizeof(void*), "a position is a pointer to a node");
 
   Generic::Ref generic_at(const Deviant& /*aDeviant*/, int index) const override {
@@ -72,8 +77,8 @@ class MultiIndexImplForPrimitives : public Generic::SequenceIntf {
     SequenceChecks::requirePlace({kSite, 314}, index, mContainer.size());
     mContainer.insert(at(index), valueOf<T>(ref));
   }
-  /// The result stands on the element that has the value: on the new one, or in a unique sequence on the one
-  /// that was there.
+  /// The result is at the element with that value: the new element or, in a unique sequence, the element that
+  /// already had the value.
   IteratorPtr generic_insert(const Deviant& /*aDeviant*/, const Generic::IteratorIntf* iterator,
                              Generic::Ref ref) override {
     return Iterator::changeAt(
@@ -113,7 +118,7 @@ class MultiIndexImplForPrimitives : public Generic::SequenceIntf {
     const auto& values = mContainer.template get<2>();
     return values.find(valueOf<T>(ref)) != values.end();
   }
-  /// The class is known here: the declared name is not needed.
+  /// The class is known from T, so the declared name is not used.
   const char* generic_getRuvoName(bool isSequenceImmutable, bool /*isElementImmutable*/,
                                   const char* /*name*/) const override {
     return isSequenceImmutable ? SequenceNames::kImmutableSequence<T>.data()

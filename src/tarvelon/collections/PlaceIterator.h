@@ -8,10 +8,11 @@
 
 namespace K7Q {
 
-/// An iterator of a sequence that keeps its values in a container of the standard's shape: a place there.
+/// The iterator of a sequence that stores its values in a standard container or in a similar one: a position
+/// in that container.
 ///
-/// Equal:    with an iterator at the same place of a container of the same type.
-/// Lifetime: as the container's own iterators; nothing tests a place before it is read or moved.
+/// Equality: equal to an iterator of the same type at the same position.
+/// Lifetime: becomes invalid like the container's own iterators. The functions do not test the position.
 template <class Container>
 class PlaceIterator final : public IteratorProxy {
  public:
@@ -32,8 +33,9 @@ class PlaceIterator final : public IteratorProxy {
     return static_cast<const PlaceIterator*>(iterator)->mPosition;
   }
 
-  /// Changes a sequence at an iterator's place and gives an iterator at the place that comes of it. The
-  /// result is made first: without memory for it nothing may have changed.
+  /// Calls change(position) with the position of the iterator, and returns a new iterator at the position
+  /// that `change` returns. Allocates the new iterator first, so that nothing has changed if memory is
+  /// exhausted.
   template <class Change>
   static IteratorPtr changeAt(const Generic::IteratorIntf* iterator, Change change) {
     auto result = std::make_unique<PlaceIterator>(positionOf(iterator));

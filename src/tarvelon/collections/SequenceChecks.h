@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <cstdint>
 
-/// What the containers test before they change anything. A failed test raises K7Q::Exception.
+/// The tests that sequences make before they change anything. A failed test throws K7Q::Exception.
 namespace K7Q::SequenceChecks {
 
-/// Where a failed test is reported.
+/// The source position in the error of a failed test.
 struct Site {
   const char* file;
   int line;
@@ -16,13 +16,14 @@ struct Site {
 [[noreturn]] void raiseOutOfBounds(Site site);
 [[noreturn]] void raiseEmpty(Site site);
 
-/// Refuses an index at which no element stands: a negative one at the given line, one too large at the next.
+/// Throws for an index without an element. The error names the given line for a negative index, and the next
+/// line for an index that is too large.
 inline void requireElement(Site site, int index, std::size_t size) {
   if (index < 0) raiseNotPositive(site);
   if (index >= static_cast<std::int32_t>(size)) raiseOutOfBounds({site.file, site.line + 1});
 }
 
-/// The same for an index to insert at, which may be the size.
+/// The same for the index of an insertion, which may be equal to the size.
 inline void requirePlace(Site site, int index, std::size_t size) {
   if (index < 0) raiseNotPositive(site);
   if (index > static_cast<std::int32_t>(size)) raiseOutOfBounds({site.file, site.line + 1});

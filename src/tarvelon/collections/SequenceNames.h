@@ -6,10 +6,10 @@
 
 #include "tarvelon/boundary/tarvelon/Names.h"
 
-/// The full names of an enumeration's sequence classes, put together by the compiler.
+/// The dotted names of the sequence classes of enumerations, composed at compile time.
 namespace K7Q::SequenceNames {
 
-/// The enumeration's name with `word` before its short name; NUL-terminated, like the literals it comes from.
+/// The dotted name of the enumeration with `word` inserted before its short name, NUL-terminated.
 template <Tarvelon::metamodel::IsEnumeration T, std::size_t N>
 constexpr auto join(const char (&word)[N]) {
   constexpr std::string_view kName = T::kName.name;

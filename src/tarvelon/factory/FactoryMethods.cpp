@@ -10,7 +10,7 @@ namespace Tarvelon::metamodel::arplatform::mi {
 
 namespace {
 
-/// Switches deviant assertions off for a scope.
+/// Turns deviant assertions off for the current scope.
 class AssertionsOff {
  public:
   AssertionsOff() noexcept : mWereOn(K7Q::DeviantAssertions::enableAssertions(false)) {}
@@ -22,7 +22,7 @@ class AssertionsOff {
   bool mWereOn;
 };
 
-// What a null model reports.
+// The source position in the error for a null model.
 constexpr const char* kModelHeader = "boundary/k7q/Object.h";
 constexpr int kModelLine = 84;
 
@@ -37,7 +37,7 @@ K7Q::Model createNewModel() {
   const std::u16string name = K7Q::ModelCache::UNTITLED;
   const K7Q::Model model = K7Q::NSInterface::FactoryIntf::createNewModel(name);
   const AssertionsOff whileItIsSetUp;
-  // Two threads that ask for a free URI at once must not get the same one.
+  // The lock prevents two threads from getting the same free URI.
   static std::mutex oneAtATime;
   const std::lock_guard lock(oneAtATime);
   auto& cache = K7Q::ModelCache::instance();

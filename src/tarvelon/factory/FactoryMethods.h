@@ -3,22 +3,23 @@
 #include "tarvelon/binding/Methods.h"
 #include "tarvelon/boundary/tarvelon/Factory.h"
 
-/// The native functions behind the fixed records of the factories.
+/// The native functions behind the methods of the factory classes, except for the create methods of each
+/// class.
 namespace Tarvelon::metamodel::arplatform::mi {
 
-/// Makes a model with a URI that no bound model has, and binds it. Deviant assertions are off meanwhile, and
-/// are what they were on every way out. Raises kNullReference when no model was made.
+/// Creates a model with a URI that is not in use, and binds it in the ModelCache. Turns deviant assertions
+/// off during the call. Throws a K7Q::Exception with the text kNullReference if no model was created.
 K7Q::Model createNewModel();
 
 binding::Literal<Factory> createNewFactory(const K7Q::Model& model);
 K7Q::Object createFromString(const Factory& self, const K7Q::String& cls);
 K7Q::Object createNamedFromString(const Factory& self, const K7Q::String& cls, const K7Q::String& name);
-/// What is no factory gives an empty handle.
+/// Returns its argument. An argument that is not a factory has already been converted to a null handle.
 binding::Literal<Factory> castToFactory(const Factory& other);
 K7Q::Object toK7QObject(const Factory& self);
 K7Q::FactoryObject toK7QFactoryObject(const Factory& self);
 
-/// Factories are ordered by object, then by deviant.
+/// Factories are ordered by the address of the object, then by the deviant.
 bool eq(const ImmutableFactory& left, const ImmutableFactory& right);
 bool ne(const ImmutableFactory& left, const ImmutableFactory& right);
 bool gt(const ImmutableFactory& left, const ImmutableFactory& right);

@@ -23,7 +23,8 @@ constexpr const char* kImmutableFactory = "Tarvelon.metamodel.arplatform.Immutab
 constexpr std::string_view kOwner = "Tarvelon.";
 constexpr std::string_view kVerb = "create";
 
-/// The name of a class's create methods: the class's dotted name behind the first dot, run together.
+/// The name of the create methods of class X: "create" and the dotted name of X without "Tarvelon." and
+/// without dots.
 template <class X>
 constexpr auto kCreateName = [] {
   constexpr std::string_view kDotted = X::Interface::kName.name;
@@ -35,7 +36,7 @@ constexpr auto kCreateName = [] {
   return text;
 }();
 
-/// The native functions behind the create records of class X.
+/// The native functions behind the create methods of class X.
 template <class X>
 struct CreateFunctions {
   template <unsigned Constructor, class... Arguments>
@@ -61,7 +62,7 @@ struct CreateFunctions {
   }
 };
 
-/// Adds the records of a class: none for an abstract class.
+/// Adds the create methods of a class, none for an abstract class.
 template <class X>
 void addCreateRecords(MethodTable& table, const InternedName& self) {
   constexpr auto kCount = kTable<X>.constructors.size();

@@ -28,7 +28,7 @@ void populateTypes(ruvo::RVOPackage* package) {
   binding::addPackageFunction(*package, "MetaPackage", "K7Q.ImmutablePackage", &typesMetaPackage);
 }
 
-/// `Tarvelon.metamodel` has no content of its own: its children attach themselves.
+/// The package `Tarvelon.metamodel` has only child packages, which register themselves.
 class MetamodelPackage final : public ruvo::RVOPackageInfo {
  public:
   const char* getName() const override { return "metamodel"; }

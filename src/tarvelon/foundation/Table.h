@@ -3,8 +3,9 @@
 #include "tarvelon/boundary/tarvelon/Foundation.h"
 #include "tarvelon/boundary/tarvelon/Rows.h"
 
-// One row a class: bases; constructors with the names of the properties they fill; properties in ascending
-// id. What follows from containment (owner, owned elements, namespaces) is derived: the model computes it.
+// One row for each class: its bases, its constructors with the names of the properties that they set, and its
+// properties in ascending id. The properties that follow from containment (owner, owned elements, namespaces)
+// are derived: the model computes them.
 // clang-format off
 namespace Tarvelon::metamodel::kernel {
 

@@ -8,7 +8,7 @@
 
 namespace {
 
-// The two guards know nothing of each other and are never cleared.
+// The two flags are independent. Only std::bad_alloc clears gIsInitialized; nothing clears gIsTerminated.
 bool gIsInitialized = false;
 bool gIsTerminated = false;
 
@@ -25,12 +25,12 @@ void initializeMetamodel() {
 
 void ZtInitialize_mm_arplatform_mi() {
   if (gIsInitialized) return;
-  // Set before the work: a re-entrant call returns at once, and a failed initialisation is not retried.
+  // Set before the work, so that a nested call returns at once and a failed initialisation is not repeated.
   gIsInitialized = true;
   try {
     initializeMetamodel();
   } catch (const std::bad_alloc&) {
-    // Want of memory is no failure of the initialisation: the next call does what is left.
+    // After exhausted memory, the next call continues the initialisation.
     gIsInitialized = false;
     throw;
   }
@@ -40,6 +40,6 @@ void ZtTerminate_mm_arplatform_mi() {
   if (gIsTerminated) return;
   gIsTerminated = true;
   for ([[maybe_unused]] const auto& entry : Tarvelon::metamodel::arplatform::mi::registrationMap()) {
-    // Nothing is undone: packages, class infos and the map stay.
+    // Nothing is removed: packages, class infos and the map stay.
   }
 }

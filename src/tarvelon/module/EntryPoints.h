@@ -2,14 +2,14 @@
 
 #include "tarvelon/boundary/Export.h"
 
-/// The module's two plain entry points, called by the host on one thread.
+/// The entry points of the module. The host calls them on one thread.
 extern "C" {
 
-/// Hangs the package `Tarvelon.metamodel` below `Tarvelon` and runs every registered initialiser with it.
-/// Once only, also when it fails; an exception of an initialiser passes. Want of memory alone is no failure:
-/// after std::bad_alloc the next call does what is left to do.
+/// Adds the package `Tarvelon.metamodel` to `Tarvelon` and runs all registered initialisers, which add the
+/// packages of the module. A second call has no effect, also if the first one threw. The exception is
+/// std::bad_alloc: after it, the next call does the remaining work. Throws what an initialiser throws.
 TARVELON_API void ZtInitialize_mm_arplatform_mi();
 
-/// Takes nothing down: what was given to the object system stays with it. Once only.
+/// Does nothing: the object system owns the packages and classes of the module until the process ends.
 TARVELON_API void ZtTerminate_mm_arplatform_mi();
 }

@@ -26,7 +26,8 @@ arplatformModuleRegistration::arplatformModuleRegistration() {
   try {
     enter();
   } catch (const std::bad_alloc&) {
-    // Nobody catches what a library throws while it is loaded; completeRegistration() can report it.
+    // An exception while a library is being loaded would end the process. completeRegistration() tries again
+    // and can report the failure.
     gHasRunOutOfMemory = true;
   }
 }

@@ -8,20 +8,19 @@
 
 namespace Tarvelon::metamodel::arplatform::mi {
 
-/// Runs when the library is loaded: brings up the metamodels that this one builds on and enters its own
-/// initialiser.
+/// Its constructor runs when the library is loaded. It initialises the metamodels `types` and `foundation`
+/// and adds the module's initialiser to registrationMap().
 class arplatformModuleRegistration {
  public:
   arplatformModuleRegistration();
   TARVELON_API static arplatformModuleRegistration registerThis;
 };
 
-/// The initialisers of the module's metamodels by package name. Made on first use; it lives until the process
-/// ends.
+/// The initialisers of the module's metamodels by package name. The map is created at the first use.
 using RegistrationMap = std::map<std::string, void (*)(ruvo::RVOPackage*)>;
 RegistrationMap& registrationMap();
 
-/// Makes the module's own entry in the map if there was no memory for it when the library was loaded.
+/// Adds the module's initialiser to the map if memory was exhausted when the library was loaded.
 void completeRegistration();
 
 }  // namespace Tarvelon::metamodel::arplatform::mi

@@ -12,7 +12,8 @@ void PackageWrapper::initializePackage(ruvo::RVOPackage* package) {
 
 namespace {
 
-/// Those for which there was no memory, the last one first.
+/// The packages that could not be attached because memory was exhausted, as a linked list; the latest is
+/// first.
 PackageState* gRemaining = nullptr;
 
 void attach(PackageState& state) {
@@ -25,7 +26,7 @@ void attach(PackageState& state) {
 
 void attachPackage(PackageState& state) {
   if (state.isAttached) return;
-  // Set before the work: an initialiser that failed is not tried again.
+  // Set before the work, so that a failed initialisation is not repeated.
   state.isAttached = true;
   try {
     attach(state);

@@ -6,21 +6,22 @@
 #include "tarvelon/collections/EnumerationCompanions.h"
 #include "tarvelon/module/Packages.h"
 
-/// What all packages of the module share; a package's own file says its name and its list of names.
+/// The code that all packages of the module share. The file of a package only calls ARPLATFORM_DEFINE_PACKAGE
+/// with the name of the package and the list of its classes and enumerations.
 namespace arplatform_module {
 
-/// What the module knows of a package of its own.
+/// The state of one package of the module.
 struct PackageState {
   const char* parentName;
   const char* name;
   void (*initializer)(ruvo::RVOPackage*);
   ruvo::RVOPackage* package = nullptr;
   bool isAttached = false;
-  /// The next one for which there was no memory.
+  /// The next package in the list of packages that could not be attached for lack of memory.
   PackageState* nextRemaining = nullptr;
 };
 
-/// The object that the object system calls back when the package is first touched.
+/// The package info, through which the object system initialises the package at its first use.
 class PackageWrapper final : public ruvo::RVOPackageInfo {
  public:
   explicit PackageWrapper(PackageState& state) noexcept : mState(state) {}
@@ -31,15 +32,15 @@ class PackageWrapper final : public ruvo::RVOPackageInfo {
   PackageState& mState;
 };
 
-/// Attaches the wrapper to the parent of that name, which is brought into being, empty, if it does not exist.
-/// Once for each package, also when it fails.
+/// Adds the package to its parent package, which is created if it does not exist. A second call for the same
+/// package has no effect, also if the first one threw.
 void attachPackage(PackageState& state);
 
-/// Attaches those for which attachPackage() had no memory. The entry point and the root package call this:
-/// they are run again after such a failure, the initialiser of a package is not.
+/// Attaches the packages that attachPackage() could not attach for lack of memory. The entry point and the
+/// initialiser of the root package call this function, because both run again after such a failure.
 void attachRemaining();
 
-/// What every package registers behind its classes.
+/// Registers the package function MetaPackage(), after the classes of the package.
 void finishPackage(ruvo::RVOPackage* package, K7Q::ImmutablePackage (*metaPackage)());
 
 template <class X>
@@ -61,8 +62,8 @@ void registerEnumeration(ruvo::RVOPackage* package) {
   bool E::isValid() const { return true; }
 #define ARPLATFORM_SKIP(...)
 
-/// Defines the functions of child package P, whose classes and enumerations the list macro NAMES gives in
-/// order.
+/// Defines the functions of child package P (module/Packages.h). NAMES is the list macro of its classes and
+/// enumerations.
 #define ARPLATFORM_DEFINE_PACKAGE(P, NAMES)                                                                  \
   namespace Tarvelon::metamodel::arplatform::P {                                                             \
   NAMES(ARPLATFORM_SKIP, ARPLATFORM_DEFINE_VALIDITY)                                                         \

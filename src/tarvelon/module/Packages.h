@@ -4,11 +4,14 @@
 #include "tarvelon/boundary/Export.h"
 #include "tarvelon/boundary/ruvo/Package.h"
 
-/// The fourteen packages: per package a getter, an initialiser and a static initialiser.
+/// Declares three functions for package P of the module. The module has the root package `arplatform` and its
+/// child packages.
 ///
-///   getXRVOPackage()            the object system's package; null until the object system has initialised it
-///   initXPackageWrapper(p)      attaches the package's wrapper to its parent, found by name; once only
-///   XStaticInitializePackage(p) registers the package's classes, enumerations and functions
+///   getPRVOPackage()            returns the package of the object system; null until it is initialised
+///   initPPackageWrapper(p)      adds the package to its parent package, which is found by name, so `p` is
+///   not used; only
+///                               the first call has an effect
+///   PStaticInitializePackage(p) registers the classes, enumerations and functions of the package in `p`
 #define ARPLATFORM_DECLARE_PACKAGE(P)                                  \
   TARVELON_API ruvo::RVOPackage* get##P##RVOPackage();                 \
   TARVELON_API void init##P##PackageWrapper(ruvo::RVOPackage* parent); \

@@ -18,7 +18,8 @@ void initarplatformPackageWrapper(ruvo::RVOPackage* /*parent*/) {
 
 void arplatformStaticInitializePackage(ruvo::RVOPackage* package) {
   registerFactories(package);
-  // First those that an earlier run had no memory for: the packages keep their order.
+  // First the packages that an earlier run could not attach for lack of memory, so that the order stays the
+  // same.
   ::arplatform_module::attachRemaining();
 #define ARPLATFORM_ATTACH(P, NAMES) P::mi::init##P##PackageWrapper(package);
   ARPLATFORM_PACKAGES(ARPLATFORM_ATTACH)

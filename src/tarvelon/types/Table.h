@@ -3,8 +3,8 @@
 #include "tarvelon/boundary/tarvelon/Foundation.h"
 #include "tarvelon/boundary/tarvelon/Rows.h"
 
-// One row a class: bases; constructors with the names of the properties they fill; properties in ascending
-// id.
+// One row for each class: its bases, its constructors with the names of the properties that they set, and its
+// properties in ascending id (boundary/tarvelon/Rows.h).
 // clang-format off
 namespace Tarvelon::metamodel::types {
 

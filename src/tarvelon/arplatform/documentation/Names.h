@@ -2,7 +2,8 @@
 
 #include "tarvelon/boundary/tarvelon/Names.h"
 
-// The classes and enumerations of the package, in the order of their registration; the literals from 0 up.
+// The classes and enumerations of the package, in the order of their registration. The first literal of an
+// enumeration has the value 0.
 // clang-format off
 #define ARPLATFORM_DOCUMENTATION_NAMES(CLASS, ENUMERATION) \
   CLASS(DocumentationBlock)                                \

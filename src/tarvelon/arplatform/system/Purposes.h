@@ -3,7 +3,7 @@
 #include "tarvelon/arplatform/system/Names.h"
 #include "tarvelon/boundary/tarvelon/Purposes.h"
 
-// What each class and enumeration is for, in the order of their registration.
+// The descriptions of the classes and enumerations, in the order of their registration.
 // clang-format off
 namespace Tarvelon::metamodel::arplatform::system {
 

@@ -45,8 +45,9 @@ void MetaPropertyMetaData<T>::destroyInstance(ruvo::RVOClass* /*cls*/, const ruv
   destroyMetaPropertyInstance(instance);
 }
 
-/// A registry of callbacks with which another module extends a metamodel class. The definition of a class
-/// calls its callbacks after it has added its own members.
+/// A registry of callbacks with which another module adds members to a metamodel class. The definition of the
+/// immutable class calls them after it has added its properties. So `cls` is the immutable class, and the
+/// mutable class inherits the added members.
 ///
 /// Threads: any. A callback runs on the thread that first uses the class, under the lock of the object
 ///          system. Other threads that need a class definition wait meanwhile, so a callback must not wait

@@ -76,11 +76,12 @@ class IteratorIntf;
 /// Elements:  a property of references contains an object at most once. Adding an object that is already an
 ///            element at the front or the back changes nothing; inserting it at an index moves it there;
 ///            replacing another element by it exchanges the two.
-/// Errors:    an index out of range, an element of a wrong class or model, an iterator of another sequence
-///            and a view that cannot be changed throw a K7Q::Exception, or a type derived from it, before
-///            anything changes.
-/// Iterators: a change of the sequence invalidates its iterators, except for the iterator that the changing
-///            function returns. Using an invalid iterator throws.
+/// Errors:    an index out of range, an empty sequence, an element of a wrong class or model and a view that
+///            cannot be changed throw a K7Q::Exception, or a type derived from it, before anything changes.
+/// Iterators: a change of a property invalidates the iterators of its sequences, except for the iterator that
+///            the changing function returns. A sequence of a property rejects an invalid iterator and an
+///            iterator of another sequence with a K7Q::Exception. The sequences of enumeration values that a
+///            host creates do not test iterators (collections/MultiIndexImpl.h).
 /// Threads:   the thread that uses the model uses the sequence, its iterators and the returned Refs.
 class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
  public:
@@ -128,15 +129,19 @@ class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
   virtual bool specialized_assign(const SequenceIntf* other);
 };
 
-/// The interface of all iterators: a position in a sequence, which may be outside of the sequence. An
-/// iterator keeps its sequence alive. The order of the virtual functions is part of the binary interface and
-/// must not change.
+/// The interface of all iterators: a position in a sequence, which may be outside of the sequence. The order
+/// of the virtual functions is part of the binary interface and must not change.
+///
+/// Example:
+///   const auto end = sequence.generic_end(deviant);
+///   for (auto each = sequence.generic_begin(deviant); !each->equal(end.get()); each->next(deviant))
+///     visit(each->current(deviant));
 class TARVELON_API IteratorIntf : public ReferenceCountingIntf {
  public:
   ~IteratorIntf() override;
   const char* getVisitMethod() const override;
   void* cast(CooperativeVisitor::TagPair tag) override;
-  /// The element at the position. Throws a K7Q::Exception if there is none.
+  /// The element at the position.
   virtual Ref current(const Deviant& aDeviant) const = 0;
   virtual void next(const Deviant& aDeviant) = 0;
   virtual void previous(const Deviant& aDeviant) = 0;
