@@ -1,8 +1,8 @@
-#include "python/host/Console.h"
-#include "python/host/Descriptors.h"
-#include "python/host/Functions.h"
-#include "python/host/Loader.h"
-#include "python/host/Packages.h"
+#include "python/host/interpreter/Console.h"
+#include "python/host/objects/Descriptors.h"
+#include "python/host/objects/Functions.h"
+#include "python/host/types/Loader.h"
+#include "python/host/types/Packages.h"
 
 namespace pyhost {
 

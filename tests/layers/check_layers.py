@@ -23,8 +23,12 @@ from typing import NamedTuple
 SUFFIXES = {".h", ".hpp", ".hh", ".inl", ".ipp", ".inc", ".tcc", ".cpp", ".cc", ".cxx", ".c"}
 HEADERS = SUFFIXES - {".cpp", ".cc", ".cxx", ".c"}
 
-# Folders whose files may include anything: nothing includes them.
+# Folders whose files may include anything of the layers: no layer includes them.
 FREE = {"python", "examples", "bench", "tests"}
+
+# The rooms of the Python host from the bottom up. Module.cpp, beside them, sees all.
+HOST = "python/host/"
+HOST_ROOMS = ("interpreter", "objects", "members", "sequences", "types", "engine")
 
 # Where the layers lie, and how their files are included.
 SOURCES = "src/"
@@ -169,11 +173,25 @@ def complaint(root, rule, text):
     return f"includes <{target}>: {rule.folder} may include {outside} alone"
 
 
+def host_complaints(root, file):
+    """What a file in a room of the Python host includes from rooms above, or beside the rooms."""
+    name = file.as_posix()
+    if not name.startswith(HOST) or name.count("/") != HOST.count("/") + 1:
+        return []
+    room = file.parts[2]
+    if room not in HOST_ROOMS:
+        return [f"{file}: lies in no room; its folder must be entered in HOST_ROOMS"]
+    below = tuple(f"{HOST}{each}/" for each in HOST_ROOMS[: HOST_ROOMS.index(room) + 1])
+    found = re.findall(rf'#include "({HOST}[^"]+)"', (root / file).read_text(encoding="utf-8"))
+    return [f"{file}: includes {each}: {HOST}{room}/ may include {', '.join(below)}" for each in found if not each.startswith(below)]
+
+
 def check(root):
     """Returns the complaints, the number of files and the number of includes read."""
     complaints, files, includes = [], 0, 0
     for file in sources(root):
         if file.parts[0] in FREE:
+            complaints += host_complaints(root, file)
             continue
         files += 1
         rule = rule_of(file)

@@ -139,6 +139,17 @@ def test_a_folder_without_a_rule_is_found(tree):
     assert complaints == ["helpers/Helper.h: lies in no layer; its folder must be entered in RULES"]
 
 
+def test_a_room_of_the_host_does_not_look_up(tree):
+    write(tree, {"python/host/objects/Objects.h": ['"python/host/interpreter/Errors.h"', '"python/host/types/Types.h"']})
+    write(tree, {"python/host/attic/Old.h": []})
+
+    complaints, _, _ = check_layers.check(tree)
+
+    assert [each.split(": ")[:2] for each in complaints] == [
+        ["python/host/attic/Old.h", "lies in no room; its folder must be entered in HOST_ROOMS"],
+        ["python/host/objects/Objects.h", "includes python/host/types/Types.h"]]
+
+
 @pytest.mark.parametrize("change, status", [({}, 0), ({"src/tarvelon/boundary/Bad.h": ['"tarvelon/binding/Record.h"']}, 1)])
 def test_the_exit_status_tells(tree, change, status):
     write(tree, change)

@@ -1,0 +1,132 @@
+#include "tarvelon/platform/files/Files.h"
+
+#include <cstring>
+
+#include "python/host/interpreter/Errors.h"
+#include "python/host/objects/Functions.h"
+#include "python/host/objects/NativeObjects.h"
+
+namespace pyhost {
+
+namespace {
+
+namespace files = Tarvelon::files;
+
+/// A progress function that also lets the user interrupt the work with the keyboard. It calls `callable` with
+/// the fraction done, unless `callable` is None.
+files::Progress progressOf(PyObject* callable) {
+  return [callable](double done) {
+    require(PyErr_CheckSignals);
+    if (callable == Py_None) return;
+    const Reference fraction = owned(PyFloat_FromDouble, done);
+    owned(PyObject_CallOneArg, callable, fraction.get());
+  };
+}
+
+/// Converts a path as the operating system functions of Python do.
+std::filesystem::path pathOf(PyObject* path) {
+  PyObject* bytes = nullptr;
+  if (enter(PyUnicode_FSConverter, path, &bytes) == 0) throw PythonError();
+  const Reference kept(bytes);
+  return {std::string(PyBytes_AS_STRING(bytes), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes)))};
+}
+
+Reference toList(const files::Problems& problems) {
+  Reference list = owned(PyList_New, 0);
+  for (const files::Problem& each : problems.kept) {
+    const Reference entry = owned(Py_BuildValue, "(IIN)", each.line, each.column, toStr(each.text).release());
+    require(PyList_Append, list.get(), entry.get());
+  }
+  return list;
+}
+
+/// Raises the exception class `name` of the module K7Q. `complete` may add attributes to the exception.
+template <class Complete>
+[[noreturn]] void raiseError(const char* name, const char* text, Complete complete) {
+  const Reference module = owned(PyImport_ImportModule, "K7Q");
+  const Reference cls = owned(PyObject_GetAttrString, module.get(), name);
+  const Reference error = owned(PyObject_CallOneArg, cls.get(), toStr(text).get());
+  complete(error.get());
+  enter(PyErr_SetObject, cls.get(), error.get());
+  throw PythonError();
+}
+
+void setAttribute(PyObject* object, const char* name, const Reference& value) {
+  require(PyObject_SetAttrString, object, name, value.get());
+}
+
+/// Calls `body` and returns its result. Converts errors of files into Python exceptions.
+template <class Body>
+PyObject* withFileErrors(PyObject* path, Body body) {
+  try {
+    return body();
+  } catch (const files::WrongFile& error) {
+    raiseError("WrongFile", error.what(), [&error](PyObject* raised) {
+      const Reference convert = owned(PyObject_GetAttrString, raised, "_fill");
+      const Reference problems = toList(error.problems());
+      owned(PyObject_CallFunction, convert.get(), "On", problems.get(),
+            static_cast<Py_ssize_t>(error.problems().count));
+    });
+  } catch (const files::FileError& error) {
+    raiseError("FileError", error.what(), [&](PyObject* raised) {
+      setAttribute(raised, "errno", owned(PyLong_FromLong, error.number()));
+      setAttribute(raised, "strerror", toStr(std::strerror(error.number())));
+      setAttribute(raised, "filename", Reference::share(path));
+    });
+  }
+}
+
+PyObject* saveModel(Given arguments) {
+  PyObject* path = arguments[1];
+  return withFileErrors(path, [&]() -> PyObject* {
+    files::save(toModel(arguments[0], "save"), pathOf(path), {progressOf(arguments[2]), true});
+    Py_RETURN_NONE;
+  });
+}
+
+PyObject* loadModel(Given arguments) {
+  PyObject* path = arguments[0];
+  return withFileErrors(path, [&]() -> PyObject* {
+    const bool isLenient = isTrue(arguments[1]);
+    const files::Loaded loaded = files::load(pathOf(path), {progressOf(arguments[2]), isLenient});
+    return fromModelObject(loaded.model).release();
+  });
+}
+
+PyObject* problemsOf(Given arguments) {
+  const files::Problems& problems = files::problems(toModel(arguments[0], "problems"));
+  return owned(Py_BuildValue, "(On)", toList(problems).get(), static_cast<Py_ssize_t>(problems.count))
+      .release();
+}
+
+PyObject* saveEcore(Given arguments) {
+  return withFileErrors(arguments[0], [&]() -> PyObject* {
+    files::saveEcore(pathOf(arguments[0]));
+    Py_RETURN_NONE;
+  });
+}
+
+PyObject* rootsOf(Given arguments) {
+  const K7Q::Model handle = toModel(arguments[0], "roots");
+  const bool isImmutable = isImmutableView(arguments[0]);
+  Reference list = owned(PyList_New, 0);
+  for (const K7Q::ClassObject& root : files::roots(handle)) {
+    require(PyList_Append, list.get(), fromModelObject(root, isImmutable).get());
+  }
+  return list.release();
+}
+
+constexpr FunctionRow kFunctions[] = {
+    {"saveModel", 3, saveModel, "saveModel(model, path, progress): writes a model."},
+    {"loadModel", 3, loadModel, "loadModel(path, lenient, progress): the model."},
+    {"problemsOf", 1, problemsOf,
+     "problemsOf(model): a list of what its file had wrong, as tuples, and how many there are."},
+    {"rootsOf", 1, rootsOf, "rootsOf(model): a list of the objects that nothing holds."},
+    {"saveEcore", 1, saveEcore, "saveEcore(path): writes the metamodel."},
+};
+
+}  // namespace
+
+PyMethodDef* fileFunctions() noexcept { return Published<kFunctions>::methods(); }
+
+}  // namespace pyhost
