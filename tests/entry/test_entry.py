@@ -12,7 +12,7 @@ import pytest
 ROOT = Path(__file__).resolve().parents[2]
 ENTRY = ROOT / "tarvelon"
 
-# A project that takes no time: one file that the build copies to where Python finds it.
+# A project that builds at once: the build only copies one file to Python's path.
 PROJECT = """
 cmake_minimum_required(VERSION 3.25)
 project(small LANGUAGES NONE)
@@ -25,7 +25,7 @@ add_custom_target(runtime ALL DEPENDS "${copy}")
 PRESETS = """{"version": 6, "configurePresets": [
   {"name": "release", "generator": "Ninja", "binaryDir": "${sourceDir}/build/release"}]}"""
 
-# What `bare` below lacks for running, and the line that a person is told to type.
+# The packages that `bare` below lacks for running, and the line that the user is told to type.
 MISSING = "cmake ninja-build libboost-dev libexpat1-dev python3-dev"
 CURE = f"apt-get install --no-install-recommends {MISSING}\n"
 

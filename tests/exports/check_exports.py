@@ -15,7 +15,7 @@ def exported(nm, library):
     """The demangled names that `library` defines and shows."""
     command = [nm, "--dynamic", "--defined-only", "--demangle", library]
     output = subprocess.run(command, check=True, capture_output=True, text=True).stdout
-    # A line is: address, one letter for the kind, name; the name itself may hold spaces.
+    # A line is: address, a letter for the kind, name. The name may contain blanks.
     return sorted(line.split(maxsplit=2)[2] for line in output.splitlines())
 
 

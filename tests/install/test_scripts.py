@@ -7,7 +7,7 @@ from conftest import BUILD, PYTHON, SOURCE, VERSION, install
 
 PACKAGES = "lib/python3/dist-packages"
 
-# Notes every file that is opened or mapped into the process while a model is made.
+# Records every file that the process opens or maps while it creates a model.
 SCRIPT = """
 import sys
 opened = []

@@ -10,7 +10,8 @@ from conftest import CMAKE, CXX, SOURCE
 
 PARENT = Path(__file__).resolve().parent / "parent"
 
-# What a build of the library leaves in the cache of its parent: its own, what it looked for, and where files are installed.
+# The cache variables that a build of the library may add to its parent: its own, those of its dependencies
+# and of installation.
 OURS = re.compile(r"_?(TARVELON|tarvelon|Boost|boost|EXPAT|PC_EXPAT|pkgcfg|__pkg|PKG_CONFIG|FIND_PACKAGE_MESSAGE|_GNUInstallDirs|prefix_result|"
                   r"CMAKE_INSTALL_)")
 
