@@ -23,21 +23,21 @@ from typing import NamedTuple
 SUFFIXES = {".h", ".hpp", ".hh", ".inl", ".ipp", ".inc", ".tcc", ".cpp", ".cc", ".cxx", ".c"}
 HEADERS = SUFFIXES - {".cpp", ".cc", ".cxx", ".c"}
 
-# Folders whose files may include anything: nothing includes them.
+# Folders whose files may include anything, because nothing includes them.
 FREE = {"python", "examples", "bench", "tests"}
 
-# Where the layers lie, and how their files are included.
+# The folder of all layers, and the path from which their files are included.
 SOURCES = "src/"
 PRODUCT = "tarvelon/"
 
-# The rows are headers, wherever below these folders they lie.
+# The rows are headers in any folder below these.
 ARPLATFORM_ROWS = "rows of arplatform/"
 FOUNDATION_ROWS = "rows of foundation/ and types/"
 
 MODULE = ("boundary/", "binding/", "module/", "collections/", "factory/", "arplatform/")
-# What replaces a file at once, and the XML parser.
+# System headers for replacing a file atomically, and the header of the XML parser.
 FILES_NEEDS = frozenset({"dirent.h", "expat.h", "fcntl.h", "sys/file.h", "sys/random.h", "sys/stat.h", "sys/xattr.h"})
-# What runs at a thread's end without an allocation.
+# The system header for functions that run at a thread's end.
 HX_NEEDS = frozenset({"pthread.h"})
 PLATFORM = ("hx", "ruvo", "k7q", "tarvelon", "files")  # from the bottom up
 
@@ -85,7 +85,7 @@ STANDARD = set(
     variant vector version
     """.split()
 )
-# What the C++ library and the C library under it add to the standard on the systems we build for.
+# Headers of the C++ and C libraries on our systems that are not part of the standard.
 SYSTEM = {"cxxabi.h", "dlfcn.h", "unistd.h"}
 
 INCLUDE = re.compile(r"^[ \t]*#[ \t]*(?:include|include_next|import)\b[ \t]*(.*)$", re.MULTILINE)
@@ -172,7 +172,7 @@ def main(arguments):
     complaints, files, includes = check(Path(arguments[0]))
     print(f"{includes} includes in {files} files, {len(complaints)} that may not be")
     print("\n".join(complaints))
-    # A check that reads nothing would pass for ever.
+    # Finding no files is an error, because such a check would always pass.
     return 1 if complaints or files == 0 else 0
 
 

@@ -41,7 +41,7 @@ def verdicts(tmp_path_factory):
     """What mypy says of programs, examples and hand-written modules in one run: errors by the name of a copy."""
     folder = tmp_path_factory.mktemp("sources")
     copies = {each: folder / each.name for each in [*EXAMPLES, *PROGRAMS.glob("*.py")]}
-    # Under their own names these would be taken for a module of Python's own, or for what the stubs describe.
+    # Under their own names, these would be mistaken for Python's modules or for the described packages.
     copies[ROOT / "examples" / "collections.py"] = folder / "example_collections.py"
     copies |= {each: folder / f"{each.parent.name}_{each.name}" for each in HAND_WRITTEN}
     for source, copy in copies.items():

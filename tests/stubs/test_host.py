@@ -19,9 +19,10 @@ sys.path.append(str(ROOT / "examples"))
 reflection = importlib.import_module("every_class")
 sys.path.pop()
 
-# What stubtest cannot see: a method of the host is neither a staticmethod nor a function of Python's, its classes are
-# derived from by others of the host alone, a literal that is a keyword has a second name that no program writes, an
-# object has methods for `copy` that do nothing but refuse, and `find` of the class is another one than of its objects.
+# Differences that stubtest reports but that are no errors. A method of the host is neither a staticmethod nor
+# a Python function. The host's classes are only subclassed by other classes of the host. A literal whose name
+# is a keyword has a second name that programs don't use. Objects have methods for `copy` that only raise.
+# `find` of the class is not `find` of its objects.
 KNOWN = (
     r" is inconsistent, stub is a staticmethod but runtime is not$",
     r"\.MetaPackage is not a function$",
@@ -65,7 +66,7 @@ def test_stubtest_finds_no_difference(tmp_path):
                           env={**os.environ, "MYPYPATH": str(tmp_path)})
     lines = done.stdout.splitlines()
     assert [each for each in lines if not any(re.search(known, each) for known in KNOWN)] == [], done.stderr
-    # It has looked: each of these differences is there.
+    # Checks that stubtest has really looked: each known difference must occur.
     assert all(any(re.search(known, each) for each in lines) for known in KNOWN)
 
 
@@ -148,7 +149,7 @@ def test_a_property_reads_as_its_stub_says(model, maker, cls, attribute, descrip
     unset = getattr(target, attribute)
     kind, may_be_none, is_set = property_of(cls, attribute)
     assert is_set == (not description.isReadOnly())
-    # A required reference that nobody has set yet is none as well: it is stated as if it were set.
+    # An unset required reference is None too, but the stub describes it as set.
     is_required = description.lowerBound() == 1 and issubclass(kind, K7Q.ImmutableObject)
     assert unset is not None or may_be_none or is_required
     if is_set:
@@ -158,7 +159,8 @@ def test_a_property_reads_as_its_stub_says(model, maker, cls, attribute, descrip
         value = getattr(owner, attribute)
         if value is None:
             continue
-        # A reference may be to an object of a class below; sequences and values are of their class itself.
+        # The object of a reference may be an instance of a subclass; sequences and values have exactly this
+        # class.
         assert isinstance(value, kind) if issubclass(kind, K7Q.ImmutableObject) else type(value) is kind
 
 
