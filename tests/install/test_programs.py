@@ -1,4 +1,4 @@
-"""C++ programs outside this tree, built with an installed copy where it was put and where it was moved to."""
+"""C++ programs outside of this tree, built with an installation at its first place and after it was moved."""
 
 import shutil
 import subprocess
@@ -22,7 +22,7 @@ def examples(place, tmp_path):
 
 
 def printed_in_the_tree(name):
-    """What the same example prints as this tree builds it."""
+    """The output of the same example, built in this tree."""
     return subprocess.run([BUILD / "bin" / name], check=True, capture_output=True, text=True).stdout
 
 

@@ -93,7 +93,7 @@ TARGET = re.compile(r'(?:"([^"]+)"|<([^>]+)>)')
 
 
 def sources(root):
-    """Every C++ file of the repository, as a path from its root; hidden folders and build/ are not read."""
+    """All C++ files of the repository, as paths from its root, without hidden folders and build/."""
     for path in sorted(root.rglob("*")):
         name = path.relative_to(root)
         if name.parts[0] == "build" or any(part.startswith(".") for part in name.parts):
@@ -110,7 +110,7 @@ def rule_of(file):
 
 
 def is_allowed(target, rule):
-    """Says whether `rule` lets a file include `target`, a file of our own."""
+    """Whether `rule` allows a file to include `target`, one of our own files."""
     is_header = Path(target).suffix in HEADERS
     for allowed in rule.allowed:
         if allowed == ARPLATFORM_ROWS:
@@ -125,7 +125,7 @@ def is_allowed(target, rule):
 
 
 def complaint(root, rule, text):
-    """What is wrong with the include whose operand is `text`, or None."""
+    """What is wrong with the include whose operand is `text`; None if it is allowed."""
     match = TARGET.match(text)
     if not match:
         return f"includes the macro {text}: write the name itself, so that it can be checked"
@@ -147,7 +147,7 @@ def complaint(root, rule, text):
 
 
 def check(root):
-    """Returns the complaints, the number of files and the number of includes read."""
+    """Returns the complaints, the number of files and the number of includes."""
     complaints, files, includes = [], 0, 0
     for file in sources(root):
         if file.parts[0] in FREE:

@@ -1,4 +1,5 @@
-"""The layer check itself: a small made-up tree passes, and each kind of look upwards is found."""
+"""The layer check itself: a small tree made for this test passes, and each kind of upward include is
+found."""
 
 import subprocess
 import sys

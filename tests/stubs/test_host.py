@@ -1,4 +1,4 @@
-"""The stubs against the host as it runs: what they say of a class is what the class has, and nothing is left out."""
+"""Compares the stubs with the running host: they must describe each class correctly and completely."""
 
 import ast
 import builtins
@@ -54,7 +54,7 @@ CLASSES = {name: stub_classes(name) for name in MODULES}
 
 
 def is_hosts(module, name):
-    """Whether a class is one of the host's, and not written in Python."""
+    """Whether a class is one of the host's classes, not a Python class."""
     return issubclass(getattr(importlib.import_module(module), name), _tarvelon_host.HostObject)
 
 
@@ -80,7 +80,7 @@ def test_every_class_of_every_package_stands_in_its_stub():
 
 
 def named(module, text):
-    """What an expression of a stub names: a class of its own module, or of another one that it imports."""
+    """The class named by an expression of a stub: of its own module or of an imported one."""
     first, _, last = text.rpartition(".")
     if text == "NamedTuple":
         return tuple
@@ -113,7 +113,7 @@ def test_a_class_says_what_it_is_for_and_names_the_arguments_of_its_constructors
 
 
 def property_of(cls, attribute):
-    """What the stub says of a property: the class it reads as, whether it may be None, and whether it can be set."""
+    """The type of a property in the stub, whether it may be None, and whether it can be set."""
     for base in cls.__mro__:
         written = CLASSES.get(base.__module__, {}).get(base.__name__)
         members = written.body if written else []

@@ -1,4 +1,5 @@
-"""What mypy says with the stubs: of programs that are right, of programs that are wrong, and of the stubs."""
+"""The results of mypy with the stubs: for correct programs, for wrong programs, and for the stubs
+themselves."""
 
 import re
 import subprocess
