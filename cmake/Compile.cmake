@@ -1,4 +1,4 @@
-# How every C++ file of the project is compiled.
+# The compile and link options of all C++ files of the project.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -6,19 +6,21 @@ if(PROJECT_IS_TOP_LEVEL)
   set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 endif()
 
-# Hidden unless marked: what crosses a library carries TARVELON_API (boundary/Export.h).
+# Symbols are hidden. TARVELON_API marks those that other libraries use (boundary/Export.h).
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_CXX_VISIBILITY_PRESET hidden)
 set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
-# Counting bits is one instruction from this level on, which 64-bit x86 processors since 2009 have. What is built
-# runs where it is built: a machine without it gets the library call instead, and so does a build for any machine.
+# x86-64-v2, which processors have since 2009, counts bits in one instruction. The option is set only if the
+# building machine has that instruction. On other machines, and with TARVELON_PORTABLE, a library call counts
+# bits.
 if(NOT TARVELON_PORTABLE AND CMAKE_SYSTEM_PROCESSOR STREQUAL "x86_64" AND EXISTS /proc/cpuinfo)
   file(STRINGS /proc/cpuinfo flags REGEX "^flags" LIMIT_COUNT 1)
   if(flags MATCHES " popcnt " AND flags MATCHES " sse4_2 ")
     add_compile_options(-march=x86-64-v2)
   endif()
 endif()
-# Error texts name a source file relative to src/tarvelon or the repository, also when a compiler cache has made its path relative.
+# Error texts name source files relative to src/tarvelon or to the repository. The option is needed for the
+# absolute paths and for the relative paths that a compiler cache uses.
 file(RELATIVE_PATH way "${CMAKE_BINARY_DIR}" "${PROJECT_SOURCE_DIR}/src")
 cmake_path(GET way PARENT_PATH way)
 foreach(folder IN ITEMS "${PROJECT_SOURCE_DIR}" "${way}" "${PROJECT_SOURCE_DIR}/src/tarvelon" "${way}/src/tarvelon")
@@ -28,18 +30,19 @@ add_compile_options(-fno-plt -fno-semantic-interposition -Wall -Wextra -Wpedanti
 if(TARVELON_WERROR)
   add_compile_options(-Werror)
 elseif(NOT PROJECT_IS_TOP_LEVEL)
-  # A parent's -Werror is meant for the warnings that the parent asks for.
+  # The -Werror of a parent project is not meant for the additional warnings of this project.
   add_compile_options(-Wno-error)
 endif()
 
-# Tables of constant data are full of addresses: packed, what relocates them is a fortieth of its size.
+# Tables of constant data contain many addresses. Packing their relocations makes the relocations 40 times
+# smaller.
 include(CheckLinkerFlag)
 check_linker_flag(CXX "LINKER:-z,pack-relative-relocs" TARVELON_PACKS_RELOCATIONS)
 if(TARVELON_PACKS_RELOCATIONS)
   add_link_options("LINKER:-z,pack-relative-relocs")
 endif()
 
-# All libraries lie in one folder and find each other relative to $ORIGIN.
+# All libraries are in one folder and find each other through $ORIGIN.
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_ARCHIVE_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/lib")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
@@ -48,7 +51,7 @@ set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
 if(PROJECT_IS_TOP_LEVEL AND NOT CMAKE_CXX_COMPILER_LAUNCHER)
   find_program(CCACHE ccache)
   if(CCACHE)
-    # What one clone has compiled serves another: paths below the repository are looked up relative to it.
+    # The cache looks up paths relative to the repository, so several clones share its entries.
     set(CMAKE_CXX_COMPILER_LAUNCHER /usr/bin/env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" "${CCACHE}")
   endif()
 endif()
@@ -61,12 +64,14 @@ if(TARVELON_SANITIZE_THREAD)
   add_compile_options(-fsanitize=thread -fno-omit-frame-pointer)
   add_link_options(-fsanitize=thread)
 endif()
-# Clang's sanitizers stand in the program alone: its libraries cannot be asked to be complete.
+# Clang links its sanitizer runtimes only into programs, so libraries must be allowed to have undefined
+# symbols.
 set(TARVELON_NO_UNDEFINED -Wl,--no-undefined)
 if(TARVELON_FUZZ)
   set(TARVELON_NO_UNDEFINED "")
   add_compile_options(-fsanitize=fuzzer-no-link)
-  # Sources are named relative to the build folder, which keeps what is compiled the same in every clone.
+  # Debug information names sources relative to the build folder, so that object files are the same in every
+  # clone.
   add_compile_options("-fdebug-prefix-map=${PROJECT_BINARY_DIR}=.")
 endif()
 if(TARVELON_PROFILE)
@@ -86,16 +91,16 @@ if(NOT TARVELON_PYTHON)
   return()
 endif()
 
-# Debian's own interpreter, whatever else stands on PATH: the packages that the tests need belong to it.
+# Always Debian's interpreter, not another one on PATH, because the packages that the tests need belong to it.
 set(Python3_EXECUTABLE /usr/bin/python3)
 find_package(Python3 REQUIRED COMPONENTS Interpreter Development.Module)
 
-# The environment in which a Python program meets the built tree, for the ENVIRONMENT property of a test.
+# The ENVIRONMENT property of tests that run Python programs with the built packages.
 set(TARVELON_PYTHON_ENVIRONMENT "PYTHONPATH=${PROJECT_BINARY_DIR}/python")
 if(TARVELON_SANITIZE)
-  # The interpreter is not instrumented, so the runtime must be loaded first, and the C++ library with it, or
-  # exceptions pass the interceptors by. With malloc for its own pools, Python objects are seen as well.
-  # CPython 3.11 itself leaks nothing, so there is no list of suppressions: what is reported is ours.
+  # The interpreter is not instrumented, so the sanitizer runtime must be preloaded. libstdc++ is preloaded as
+  # well, because otherwise the runtime does not intercept exceptions. PYTHONMALLOC=malloc lets the sanitizer
+  # see the memory of Python objects. CPython 3.11 itself has no leaks, so no suppressions are needed.
   foreach(library IN ITEMS libasan.so libstdc++.so)
     execute_process(COMMAND "${CMAKE_CXX_COMPILER}" -print-file-name=${library}
                     OUTPUT_VARIABLE file OUTPUT_STRIP_TRAILING_WHITESPACE COMMAND_ERROR_IS_FATAL ANY)

@@ -1,11 +1,12 @@
-# What `cmake --install` puts where. Everything finds the rest relative to itself, so DESTDIR and a moved prefix work.
+# The files that `cmake --install` installs. They refer to each other by relative paths, so DESTDIR and moving
+# the prefix work.
 include(CMakePackageConfigHelpers)
 
-# The parts that a packager may install alone, with --component: libraries, development, python, documentation.
+# Each part can be installed alone with --component: libraries, development, python, documentation.
 install(TARGETS ${TARVELON_SHARED} ${TARVELON_MODULES} tarvelon_boundary tarvelon_typed tarvelon_named EXPORT Tarvelon
         LIBRARY DESTINATION "${CMAKE_INSTALL_LIBDIR}" COMPONENT libraries NAMELINK_COMPONENT development)
 
-# Headers: the boundary, the rows, and of the platform what a program includes.
+# Headers: boundary/, the rows, and the headers of platform/ that programs include.
 install(DIRECTORY src/tarvelon/boundary src/tarvelon/arplatform src/tarvelon/foundation src/tarvelon/types
         DESTINATION "${TARVELON_HEADERS}" COMPONENT development
         FILES_MATCHING PATTERN "*.h")
@@ -36,7 +37,8 @@ endif()
 
 install(FILES README.md CHANGELOG.md LICENSE DESTINATION "${TARVELON_DOCUMENTS}" COMPONENT documentation)
 install(DIRECTORY docs DESTINATION "${TARVELON_DOCUMENTS}" COMPONENT documentation FILES_MATCHING PATTERN "*.md")
-# They come with a CMakeLists.txt of their own, which builds them as any program outside this tree is built.
+# The installed examples have their own CMakeLists.txt, which builds them like any program outside of this
+# repository.
 install(DIRECTORY examples/ DESTINATION "${TARVELON_EXAMPLES}" COMPONENT documentation
         FILES_MATCHING PATTERN "*.cpp" PATTERN "*.h" PATTERN "*.py" PATTERN __pycache__ EXCLUDE)
 configure_file(cmake/examples.CMakeLists.txt.in "${generated}/CMakeLists.txt" @ONLY)

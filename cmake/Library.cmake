@@ -1,4 +1,5 @@
-# Sets `result` to every C++ source below the given folders of the repository; a new file is found without an edit here.
+# Sets `result` to all C++ sources below the given folders of the repository. New files are found
+# automatically.
 function(tarvelon_sources result)
   set(patterns "")
   foreach(folder IN LISTS ARGN)
@@ -8,7 +9,7 @@ function(tarvelon_sources result)
   set(${result} "${sources}" PARENT_SCOPE)
 endfunction()
 
-# Links those of the given targets that exist.
+# Links `target` with those of the given libraries that exist.
 function(tarvelon_link target)
   foreach(library IN LISTS ARGN)
     if(TARGET ${library})
@@ -18,7 +19,8 @@ function(tarvelon_link target)
 endfunction()
 
 # tarvelon_library(<name> SHARED|STATIC FOLDERS <folder>... [LINKS <target>...])
-# The library of all sources below the folders of src/tarvelon. A folder without sources makes no target.
+# Adds a library of all sources below the given folders of src/tarvelon. Adds no target if there are no
+# sources.
 function(tarvelon_library name kind)
   cmake_parse_arguments(PARSE_ARGV 2 arg "" "" "FOLDERS;LINKS")
   list(TRANSFORM arg_FOLDERS PREPEND src/tarvelon/)
@@ -28,13 +30,15 @@ function(tarvelon_library name kind)
     target_link_libraries(${name} PUBLIC tarvelon_boundary)
     tarvelon_link(${name} ${arg_LINKS})
     if(kind STREQUAL "SHARED")
-      # What was registered points into a library, and so do threads that are yet to end: it stays mapped.
+      # The library must stay loaded: the object system and the exit handlers of threads keep pointers into
+      # it.
       target_link_options(${name} PRIVATE ${TARVELON_NO_UNDEFINED} -Wl,-z,nodelete)
     endif()
   endif()
 endfunction()
 
-# Makes `runtime`, if there is one, build those of the given targets that exist.
+# Makes the target `runtime` depend on those of the given targets that exist. Does nothing without a target
+# `runtime`.
 function(tarvelon_runtime)
   foreach(target IN LISTS ARGN)
     if(TARGET runtime AND TARGET ${target})
@@ -43,12 +47,13 @@ function(tarvelon_runtime)
   endforeach()
 endfunction()
 
-# Every library that a C++ program of ours (test, example, benchmark) may call.
+# The libraries that the project's own C++ programs (tests, examples, benchmarks) may use.
 set(TARVELON_LIBRARIES
     tarvelon_binding mm_foundation_mi tarvelon_native tarvelon_k7q tarvelon_ruvo tarvelon_hx)
 
-# tarvelon_program(<name> <source>...): an executable with all libraries at hand. The module is opened at run time
-# (tarvelon_module_path); a program that names one of its exported symbols gets it linked as well.
+# tarvelon_program(<name> <source>...)
+# Adds an executable that may use all libraries. The program opens the module at run time
+# (tarvelon_module_path). The module is also linked, but only if the program uses one of its exported symbols.
 function(tarvelon_program name)
   add_executable(${name} ${ARGN})
   target_link_libraries(${name} PRIVATE tarvelon_boundary ${CMAKE_DL_LIBS})
@@ -59,8 +64,9 @@ function(tarvelon_program name)
   endif()
 endfunction()
 
-# tarvelon_module_path(<source>): TARVELON_MODULE_PATH is where the module lies. In that source alone, since what is
-# compiled with the path of a build folder comes from no compiler cache in another one.
+# tarvelon_module_path(<source>)
+# Defines TARVELON_MODULE_PATH, the path of the module, for that source only: a compiler cache cannot share a
+# source that is compiled with the path of a build folder.
 function(tarvelon_module_path source)
   set_source_files_properties("${source}" PROPERTIES
                               COMPILE_DEFINITIONS "TARVELON_MODULE_PATH=\"$<TARGET_FILE:mm_arplatform_mi>\"")

@@ -1,8 +1,10 @@
-# mm_arplatform_mi is opened by a host, under its bare name, and shows the host only what the map file names.
+# A host opens a module by its file name without the prefix `lib`. mm_arplatform_mi exports only the symbols
+# that the map file names.
 foreach(module IN ITEMS mm_foundation_mi mm_arplatform_mi)
   if(TARGET ${module})
     set_target_properties(${module} PROPERTIES PREFIX "")
-    # What is registered stays with the object system, so its code and names must stay mapped after dlclose().
+    # The module must stay loaded after dlclose(), because the object system keeps pointers to its code and
+    # names.
     target_link_options(${module} PRIVATE -Wl,--exclude-libs,ALL -Wl,-z,nodelete)
   endif()
 endforeach()

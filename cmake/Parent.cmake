@@ -1,5 +1,5 @@
-# What a parent project has set for its own folders. Its compiler, build type, options and definitions hold here as well;
-# what it looks for its own headers and modules in does not.
+# Resets settings that a parent project has made for its own folders, such as search paths for headers and
+# modules. The parent's compiler, build type, options and definitions stay in effect.
 if(NOT PROJECT_IS_TOP_LEVEL)
   set_directory_properties(PROPERTIES INCLUDE_DIRECTORIES "" LINK_LIBRARIES "")
   foreach(setting IN ITEMS CMAKE_MODULE_PATH CMAKE_INCLUDE_CURRENT_DIR CMAKE_UNITY_BUILD CMAKE_DEBUG_POSTFIX

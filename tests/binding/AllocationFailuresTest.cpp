@@ -1,4 +1,4 @@
-// Each allocation of a call fails in turn: nothing leaks and nothing is freed twice.
+// Each allocation of a call fails in turn. Nothing may leak, and nothing may be freed twice.
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@ using ruvo::factory::basic::BindingRegistry;
 TEST(AllocationFailures, OfAMetaPropertyLeaveNothing) {
   host::openModule();
   const auto call = [] { host::callStatic("common.Package", "MetaProperty"); };
-  // What is made for good is there after the first time.
+  // The first call creates permanent data, which is not a leak.
   call();
   std::size_t live = 0;
   std::size_t bindings = 0;

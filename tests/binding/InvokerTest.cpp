@@ -22,7 +22,7 @@ struct DestroyArray {
 };
 using ArrayPtr = std::unique_ptr<hx::hxArray, DestroyArray>;
 
-/// Calls of records with slots made by hand, as no checked host would make them.
+/// Calls records directly, with slots that a host would never pass, because it checks its arguments.
 class Invoker : public testing::Test {
  protected:
   void SetUp() override {
@@ -162,7 +162,7 @@ TEST_F(Invoker, ComparesEnumerationsByNumberWhateverTheirClass) {
 }
 
 TEST_F(Invoker, FailedAllocationsLeaveNothingBehind) {
-  // A class whose definition failed stays so: define it before.
+  // Defines the class before, so that only the allocations of the call itself are tested.
   host::getText(host::make("common.Package", {host::object(mModel), host::text(u"P")}), "Name");
   const auto arrays = hx::hxLiveArrays();
   const auto bindings = ruvo::factory::basic::BindingRegistry::size();

@@ -36,7 +36,7 @@ TEST_F(Properties, RequiredScalarIsReadAndWrittenWithoutAnyAllocation) {
   const auto error = make("common.ApplicationError");
   host::set(error, "errorCode", host::integer(1));
   auto* record = ruvo::classOf(*error).findProperty("errorCode")->property;
-  // Blocks are not reused while an allocation is to fail, so that any would be seen.
+  // No block is reused while a failing allocation is armed, so any allocation would be detected.
   utFailAllocation(1);
   record->setValue(error, ruvo::RVOValue::ofInt32(2));
   const int read = record->getValue(error).int32();

@@ -1,5 +1,5 @@
-// Each allocation of an operation fails in turn: the contents stay, nothing leaks, and the operation can be
-// done again.
+// Each allocation of an operation fails in turn. The contents must not change, nothing may leak, and the
+// operation must succeed when repeated.
 #include <functional>
 #include <new>
 
@@ -10,7 +10,7 @@ using namespace collections;
 
 namespace {
 
-/// What was allocated in its scope must have been given back at its end.
+/// Checks at the end of its scope that all memory allocated in the scope was freed.
 class ExpectNoLeak {
  public:
   ~ExpectNoLeak() { EXPECT_EQ(allocations::live(), mLive); }
@@ -19,7 +19,8 @@ class ExpectNoLeak {
   std::size_t mLive = allocations::live();
 };
 
-/// Lets the first, the second, ... allocation of `action` fail until none does. Returns how many failed.
+/// Makes the first, then the second, ... allocation of `action` fail, until it succeeds. Returns the number
+/// of failures.
 int failEach(const std::function<void()>& action, const std::function<void()>& check) {
   constexpr int kTooMany = 100;
   for (int failures = 0; failures < kTooMany; ++failures) {
@@ -57,7 +58,7 @@ const Change kReplace = [](SequenceIntf& s) { s.generic_replace(kDeviant, 0, kVa
 const Change kPopBack = [](SequenceIntf& s) { s.generic_pop_back(kDeviant); };
 const Change kPopFront = [](SequenceIntf& s) { s.generic_pop_front(kDeviant); };
 
-/// How an operation may change a sequence, told by what comes of it.
+/// Checks that an operation either succeeds or leaves the sequence unchanged.
 template <class Sequence>
 void expectAllOrNothing(const Change& change, const Values& before, const Values& after, bool allocates) {
   const ExpectNoLeak expectNoLeak;
@@ -76,7 +77,7 @@ TYPED_TEST_SUITE(AllocationFailures, AllKinds);
 }  // namespace
 
 TYPED_TEST(AllocationFailures, OfAdding) {
-  // Four elements fill what a vector has room for.
+  // After four elements a vector's capacity is used up.
   expectAllOrNothing<TypeParam>(kPushBack, {1, 2, 3, 4}, {1, 2, 3, 4, 9}, true);
   expectAllOrNothing<TypeParam>(kPushFront, {1, 2, 3, 4}, {9, 1, 2, 3, 4}, true);
   expectAllOrNothing<TypeParam>(kInsert, {1, 2, 3, 4}, {9, 1, 2, 3, 4}, true);
@@ -141,7 +142,7 @@ TEST(ListAllocationFailures, OfRemovingAllLeaveTheListWhole) {
   List list;
   push(list, {5, 1, 5, 2, 5});
   const Ref five = ref(5);
-  // One match goes at a time: those before the failure are gone, nothing else is.
+  // The matches are removed one at a time: only those before the failure are removed.
   allocations::fail(2);
   EXPECT_THROW(list.generic_removeAll(kDeviant, five), std::bad_alloc);
   EXPECT_EQ(valuesOf(list), (Values{1, 5, 2, 5}));

@@ -8,7 +8,7 @@ namespace {
 
 std::atomic<std::size_t> gCount = 0;
 std::atomic<std::size_t> gLive = 0;
-// Armed by tests with one thread alone.
+// Only for tests with a single thread.
 std::size_t gCountdown = 0;
 
 }  // namespace

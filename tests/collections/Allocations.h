@@ -2,16 +2,16 @@
 
 #include <cstddef>
 
-/// What the program's operator new is asked for, and the failing of it by request.
+/// Counts the program's allocations with operator new and makes them fail.
 namespace allocations {
 
-/// How many there have been.
+/// The number of allocations so far.
 std::size_t count() noexcept;
 
-/// How many are there to be given back.
+/// The number of allocations that were not freed yet.
 std::size_t live() noexcept;
 
-/// The n-th allocation from now (1 is the next one) fails with std::bad_alloc; 0 disarms.
+/// Makes the n-th allocation from now fail with std::bad_alloc (1 is the next one); 0 disarms.
 void fail(std::size_t countdown) noexcept;
 
 }  // namespace allocations

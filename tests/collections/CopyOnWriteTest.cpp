@@ -16,7 +16,7 @@ using Data = std::vector<int>;
 using Payload = Performance::COWWrapperTypedData<Data>;
 using Token = Performance::COWDataAccessToken<Data>;
 
-/// A wrapper that shows its fields.
+/// A wrapper with public access to its fields.
 class Wrapper : public Performance::COWWrapperContainerSequential<Data> {
  public:
   Payload* payload() const { return mData; }
@@ -126,7 +126,7 @@ TEST(Detach, ChangesNothingWithoutMemory) {
   Wrapper first = filled({1, 2});
   Wrapper second = first;
   const auto live = allocations::live();
-  // The payload, then its elements.
+  // The first allocation is the payload, the second its elements.
   for (std::size_t allocation : {1U, 2U}) {
     allocations::fail(allocation);
     EXPECT_THROW(second.detach(), std::bad_alloc);

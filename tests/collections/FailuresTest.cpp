@@ -1,4 +1,4 @@
-// Refused calls: the exact text, and contents that are as they were.
+// Refused calls: the exact error text, and unchanged contents.
 #include <functional>
 #include <limits>
 
@@ -25,13 +25,13 @@ const Call kBack = [](SequenceIntf& sequence, int) { sequence.generic_back(kDevi
 const Call kPopBack = [](SequenceIntf& sequence, int) { sequence.generic_pop_back(kDeviant); };
 const Call kPopFront = [](SequenceIntf& sequence, int) { sequence.generic_pop_front(kDeviant); };
 
-/// A call that tests an index, and the line at which a negative one is reported; one too large is reported at
-/// the next.
+/// A call that checks an index, and the line number in the error for a negative index. The error for an index
+/// that is too large has the next line number.
 struct IndexRow {
   const char* name;
   Call call;
   int line;
-  /// How far beyond the last element an index may stand.
+  /// How far behind the last element the index may be.
   int beyond;
 };
 struct EmptyRow {
@@ -78,7 +78,7 @@ struct MultiIndexRows {
 template <class Rows>
 class Failures : public testing::Test {
  protected:
-  /// Expects the call to be refused with that text, on a sequence of `values` that is the same after it.
+  /// Expects that the call is refused with that text, and that the sequence still contains `values`.
   void expectRefused(const char* name, const Call& call, int index, const Values& values,
                      const std::string& text) {
     typename Rows::Sequence sequence;

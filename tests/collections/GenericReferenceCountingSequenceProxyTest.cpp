@@ -15,7 +15,7 @@ static_assert(sizeof(Proxy) <= sizeof(K7Q::SequenceProxy) + sizeof(void*));
 
 constexpr Deviant kSeen{96};
 
-/// Notes what it is called with, and answers with what can be told apart.
+/// Records the calls, and returns values that differ from each other.
 struct Recorder final : SequenceIntf {
   explicit Recorder(std::string& log, int& destroyed) : mLog(log), mDestroyed(destroyed) {}
   ~Recorder() override { ++mDestroyed; }
@@ -53,7 +53,7 @@ struct Recorder final : SequenceIntf {
   }
   int generic_removeAll(const Deviant& d, Ref ref) override { return note(d, "removeAll", -1, ref), 23; }
 
-  /// The iterators that the calls are made with, and the one that they give.
+  /// The iterators passed to the calls, and the iterator that the calls return.
   List::Iterator mFirst{List::Iterator::Position()};
   List::Iterator mSecond{List::Iterator::Position()};
   mutable const IteratorIntf* mGiven = nullptr;
@@ -73,7 +73,7 @@ struct Recorder final : SequenceIntf {
     mLog += operation;
     if (index != -1) mLog += " " + std::to_string(index);
     if (!ref.value()) return;
-    // One reference of the caller's, one of the proxy's parameter, one of our own.
+    // One reference of the caller, one of the proxy's parameter, one of this function.
     mLog += " value " + std::to_string(value(ref)) + " count " +
             std::to_string(static_cast<const K7Q::PrimitiveCell*>(ref.value())->count);
   }
@@ -88,7 +88,7 @@ class SequenceProxyTest : public testing::Test {
   ~SequenceProxyTest() override {
     if (mProxy) mProxy->release();
   }
-  /// What the implementation was called with.
+  /// Returns and clears the record of calls.
   std::string take() { return std::exchange(mLog, {}); }
 
   std::string mLog;

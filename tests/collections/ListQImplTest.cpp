@@ -18,7 +18,7 @@ static_assert(sizeof(List) == sizeof(SequenceIntf) + sizeof(Storage), "the stora
 static_assert(std::is_base_of_v<K7Q::IteratorProxy, ForPrimitives::Iterator>);
 static_assert(sizeof(ForPrimitives::Iterator) == sizeof(K7Q::IteratorProxy) + sizeof(void*));
 
-/// The payload that all lists start on.
+/// The reference count of the shared empty payload, with which all lists begin.
 int holdersOfNothing() {
   return Performance::COWWrapperTypedData<std::vector<Kind>>::getSharedNull()->mRefCount.load();
 }
@@ -70,7 +70,7 @@ TEST(List, DetachesForEveryChange) {
   EXPECT_TRUE(detaches([](List& list) { list.generic_clear(kDeviant); }));
   EXPECT_TRUE(detaches([](List& list) { list.generic_insert(kDeviant, 0, ref(1)); }));
   EXPECT_TRUE(detaches([](List& list) { list.generic_push_front(kDeviant, ref(1)); }));
-  // Equal iterators erase nothing, and detach all the same.
+  // Erasing an empty range removes nothing but still detaches.
   EXPECT_TRUE(detaches([](List& list) {
     const ForPrimitives::Iterator::Position start{};
     const ForPrimitives::Iterator nowhere(start);
@@ -152,7 +152,7 @@ TEST(ListIterator, StandsOnTheElementAtItsPlace) {
   list.generic_replace(kDeviant, 0, ref(7));
   const auto begin = list.generic_begin(kDeviant);
   EXPECT_EQ(value(*begin), 7);
-  // No capacity is needed for this one: the place stays, and another element comes to stand there.
+  // Erasing does not reallocate: the iterator keeps its position, where the next element is now.
   list.generic_erase(kDeviant, 0);
   EXPECT_EQ(value(*begin), 2);
 }

@@ -28,7 +28,7 @@ SequenceOptions behindProxy(K7Q::SequenceImplementation implementation, bool isU
   return {kSomeDeviant, implementation, isUnique, true};
 }
 
-/// What makeSequence() makes without a proxy, which the caller owns.
+/// The sequence that makeSequence() creates without a proxy. The caller owns it.
 std::unique_ptr<SequenceIntf> makeBare(K7Q::SequenceImplementation implementation, bool isUnique) {
   return std::unique_ptr<SequenceIntf>(
       makeSequence<Kind>({kSomeDeviant, implementation, isUnique, false}).getInterface());

@@ -1,4 +1,4 @@
-// Random operations on each container and on a plain vector: both must tell the same at every step.
+// Applies random operations to each container and to a plain vector, and compares them after every step.
 #include <algorithm>
 #include <limits>
 #include <random>
@@ -12,8 +12,8 @@ namespace {
 constexpr int kSteps = 100000;
 constexpr unsigned kSeed = 20260731;
 
-/// Elements in a row, by the rules that are stated for the containers. Each has a number of its own, so that
-/// what an iterator stands on can be told from an element of the same value.
+/// A simple sequence with the documented rules of the containers. Each element has a unique number, so that
+/// elements with equal values can be told apart.
 class Model {
  public:
   explicit Model(bool isUnique) : mIsUnique(isUnique) {}
@@ -32,7 +32,7 @@ class Model {
   int findId(int id) const {
     return indexOf([id](const Element& element) { return element.id == id; });
   }
-  /// The index of the element that has the value afterwards.
+  /// Returns the index of the element with that value after the insertion.
   int insert(int index, int value) {
     if (mIsUnique && find(value) != size()) return find(value);
     mElements.insert(mElements.begin() + index, {value, ++mLastId});
@@ -64,7 +64,7 @@ class Model {
   int mLastId = 0;
 };
 
-/// An iterator that was kept, and the element that it must stand on.
+/// An iterator, and the element that it must refer to.
 struct Kept {
   IteratorPtr iterator;
   int id;
@@ -110,7 +110,7 @@ class Walk {
     }
   }
 
-  /// Compares everything that can be seen.
+  /// Compares the contents and all iterators.
   void compare() {
     ASSERT_EQ(mSequence.generic_size(kDeviant), mModel.size());
     ASSERT_EQ(mSequence.generic_empty(kDeviant), mModel.size() == 0);
@@ -131,7 +131,7 @@ class Walk {
   int someIndex() { return number(0, mModel.size() - 1); }
   int somePlace() { return number(0, mModel.size()); }
   bool isEmpty() const { return mModel.size() == 0; }
-  /// From whichever end is nearer: stepping back must lead to the same place.
+  /// Walks from the nearer end, so that stepping backwards is tested too.
   IteratorPtr at(int index) const {
     if (index <= mModel.size() / 2) return iteratorAt(mSequence, index);
     auto iterator = mSequence.generic_end(kDeviant);
@@ -141,7 +141,8 @@ class Walk {
   void expectAt(const IteratorPtr& iterator, int index) const {
     EXPECT_TRUE(iterator->equal(iteratorAt(mSequence, index).get()));
   }
-  /// A list's iterators go stale with every change, those of other containers with their element.
+  /// Removes invalidated iterators. Any change invalidates all iterators of a list; in the other containers,
+  /// only those of removed elements are invalidated.
   void dropStale() {
     if (kIsList) mKept.clear();
     std::erase_if(mKept, [this](const Kept& kept) { return mModel.findId(kept.id) == mModel.size(); });

@@ -1,4 +1,4 @@
-// What every container does alike.
+// The behaviour that all containers have in common.
 #include "tarvelon/boundary/k7q/Reference.h"
 #include "tests/collections/Support.h"
 

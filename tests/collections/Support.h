@@ -14,7 +14,7 @@
 #include "tarvelon/collections/MultiIndexImpl.h"
 #include "tests/collections/Allocations.h"
 
-/// What the tests of the containers share.
+/// Helpers for the tests of the containers.
 namespace collections {
 
 using Kind = Tarvelon::metamodel::arplatform::variant::BindingTimeKind;
@@ -28,10 +28,10 @@ using List = K7Q::ListQImpl<Kind>;
 using Multi = K7Q::MultiIndexImpl<Kind, false, boost::multi_index::identity<Kind>>;
 using Unique = K7Q::MultiIndexImpl<Kind, true, boost::multi_index::identity<Kind>>;
 
-/// The containers are told no deviant that they would look at.
+/// The containers ignore the deviant.
 inline constexpr K7Q::Deviant kDeviant{};
 
-/// Any number, whether a literal has it or not.
+/// A value with any number, even if no literal has the number.
 inline Ref ref(int value) { return K7Q::makeRef(Kind(value)); }
 inline int value(const Ref& ref) { return K7Q::valueOf<Kind>(ref).value(); }
 inline int value(const IteratorIntf& iterator) { return value(iterator.current(kDeviant)); }
@@ -49,7 +49,7 @@ inline Values valuesOf(const SequenceIntf& sequence) {
   return values;
 }
 
-/// The elements, read by an iterator.
+/// The elements, read with an iterator.
 inline Values walk(const SequenceIntf& sequence) {
   Values values;
   const auto end = sequence.generic_end(kDeviant);
@@ -59,14 +59,14 @@ inline Values walk(const SequenceIntf& sequence) {
   return values;
 }
 
-/// An iterator `index` steps from the start.
+/// An iterator `index` elements behind the first.
 inline IteratorPtr iteratorAt(const SequenceIntf& sequence, int index) {
   auto iterator = sequence.generic_begin(kDeviant);
   for (int i = 0; i < index; ++i) iterator->next(kDeviant);
   return iterator;
 }
 
-/// The text of the K7Q::Exception that `action` raises; "nothing was raised" if none.
+/// The text of the K7Q::Exception that `action` raises; "nothing was raised" if there is none.
 template <class Action>
 std::string raised(Action action) {
   try {

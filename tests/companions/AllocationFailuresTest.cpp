@@ -1,5 +1,5 @@
-// Each allocation of a call fails in turn: nothing leaks, and the sequence is whole, before or after the
-// change.
+// Each allocation of a call fails in turn. Nothing may leak, and the sequence must be as before or as after
+// the change.
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
 #include "tests/companions/Support.h"
 #include "tests/support/FailingNew.h"
@@ -12,10 +12,10 @@ class Allocations : public Companions {
  protected:
   using Action = std::function<void(const RVOInterfacePtr&)>;
 
-  /// What the action makes of {2, 1}.
+  /// Checks the action on {2, 1}; `after` is its expected result.
   void expectWhole(const char* name, const Action& action, const Values& after) {
     const Values before{2, 1};
-    // What is made for good is there after the first time.
+    // The first round also creates permanent data, so only the second round checks for leaks.
     for (const bool isMeasured : {false, true}) {
       RVOInterfacePtr sequence;
       std::size_t live = 0;

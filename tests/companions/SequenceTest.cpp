@@ -91,12 +91,13 @@ TEST_P(Companions, ClearTwice) {
   EXPECT_EQ(sizeOf(sequence), 0);
 }
 
-/// A call with an index, and the lines at which it is refused: below 1, and above what there is.
+/// A call with an index, and the line numbers in its errors: for an index below 1, and for one that is too
+/// large.
 struct IndexCall {
   const char* method;
   bool takesElement;
   int line;
-  /// How far above the size the first index lies that is refused.
+  /// How far the first refused index is above the size.
   int beyond;
 };
 constexpr IndexCall kIndexCalls[] = {
@@ -169,7 +170,7 @@ TEST_P(Companions, OfNothingRaiseTheNullSequenceText) {
           slots.emplace_back(iterator);
         }
       }
-      // `make` alone has no sequence among what it takes.
+      // Only `make` has no parameter for the sequence.
       if (each->getName().view().starts_with("make")) continue;
       EXPECT_EQ(raised([&] { invoke(*each, slots); }), kNullSequence) << cls << " " << each->getName().view();
       ++calls;

@@ -17,8 +17,8 @@
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tests/support/Host.h"
 
-/// Sequences of enumeration values and their iterators as a host has them: called by name through the object
-/// system, and by record with slots made by hand where no checked host would.
+/// Sequences of enumeration values and their iterators, as a host uses them: called by name through the
+/// object system. Calls that a host would refuse are made directly on the record, with hand-made slots.
 namespace companions {
 
 using host::HostValue;
@@ -58,7 +58,7 @@ inline RVOInterfacePtr objectIn(const hx::hxArray* array) {
   return RVOInterfacePtr(static_cast<ruvo::RVOInterface*>(hx::hxGetElement(array, 0)));
 }
 
-/// The host object of a value, whether a literal has it or not.
+/// The host object of a value, even if no literal has the number.
 inline RVOInterfacePtr element(int value) {
   const K7Q::Object cell = Kind(value);
   const ArrayPtr array(binding::boxAs(cell.getInterface(), cell.getDeviant(), false,
@@ -70,7 +70,7 @@ inline int valueOf(const RVOInterfacePtr& element) {
   return binding::Conversion<Kind>::fromSlot(ruvo::RVOValue(array.get())).value();
 }
 
-/// One value for a slot made by hand.
+/// The hand-made slot of one value.
 class Slot {
  public:
   Slot(int number) : mValue(ruvo::RVOValue::ofInt32(number)) {}  // NOLINT(google-explicit-constructor)
@@ -121,7 +121,7 @@ inline bool areEqual(const RVOInterfacePtr& left, const RVOInterfacePtr& right) 
 }
 inline int itemOf(const RVOInterfacePtr& iterator) { return valueOf(host::callObject(iterator, "item")); }
 
-/// The values, read by iterator.
+/// The values, read with an iterator.
 inline Values walk(const RVOInterfacePtr& sequence) {
   Values values;
   const auto end = host::callObject(sequence, "end");
@@ -131,7 +131,7 @@ inline Values walk(const RVOInterfacePtr& sequence) {
   return values;
 }
 
-/// Sequences that take duplicates ("make") and that do not ("makeUnique").
+/// Sequences with duplicates ("make") and without ("makeUnique").
 class Companions : public testing::TestWithParam<const char*> {
  protected:
   void SetUp() override {
@@ -148,7 +148,7 @@ class Companions : public testing::TestWithParam<const char*> {
     return sequence;
   }
   bool isUnique() const { return std::string_view(GetParam()) == "makeUnique"; }
-  /// An iterator `steps` from the start.
+  /// An iterator `steps` elements behind the first.
   static RVOInterfacePtr iteratorAt(const RVOInterfacePtr& sequence, int steps) {
     auto iterator = host::callObject(sequence, "begin");
     for (int i = 0; i < steps; ++i) host::call(iterator, "getNext");

@@ -1,4 +1,4 @@
-"""The comparison with a kept release, on a small package and a library made for the purpose."""
+"""The comparison with a recorded release, for a small package and a library made for this test."""
 
 import copy
 import os
@@ -48,7 +48,7 @@ def changed():
 
 @pytest.fixture
 def kept(tmp_path, monkeypatch):
-    """The folder of the releases, with 0.1.0 of the package in it."""
+    """The folder of the releases, which contains 0.1.0 of the package."""
     monkeypatch.setattr(compatibility, "KEPT", tmp_path)
     monkeypatch.setattr(compatibility, "ROOT", tmp_path)
     compatibility.record("0.1.0", facts_of(PACKAGE))

@@ -1,4 +1,4 @@
-// Copies by the native handles, and what a failed allocation leaves behind.
+// Copies through the native handles, and the effects of failed allocations.
 
 #include <string>
 
@@ -20,7 +20,7 @@ namespace {
 
 using K7Q::Model;
 
-/// A root with a package in which each kind of storage has a value, and what it refers to outside.
+/// A root and a package that has a value of each kind of storage, and the objects it refers to outside.
 struct Fixture {
   Fixture() {
     mRoot.set<"Name">(u"Top");
@@ -127,8 +127,8 @@ TEST(Clone, RefusesAReferenceThatCannotGoAlong) {
   EXPECT_EQ(copy.get<"ClientDependency">().size(), 1);
 }
 
-/// Lets each allocation of `action` fail in turn: the model is as it was, and nothing leaks.
-/// A journal keeps what can be taken back, so that its memory is not counted.
+/// Makes each allocation of `action` fail in turn. The model must be unchanged and nothing may leak.
+/// With a journal the memory is not counted, because the journal keeps data for undo.
 template <class Action>
 void expectWholeOrNothing(Action action, bool isCounted = true) {
   const Fixture f;
@@ -140,7 +140,7 @@ void expectWholeOrNothing(Action action, bool isCounted = true) {
     }
     live = failing::live();
   };
-  // What is made for good is there after the first time.
+  // The first round also creates permanent data, so only the second round checks for leaks.
   for (const bool isMeasured : {false, true}) {
     const int failures = failing::eachAllocation(
         takeBack, [&] { action(f); },

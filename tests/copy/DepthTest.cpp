@@ -1,5 +1,5 @@
-// However deep objects are nested, nothing calls itself for each level and no text for each level has all the
-// levels above it: it works on a small stack and takes memory in proportion to the objects.
+// Deeply nested objects. No function may be recursive, and no text for each object may contain all levels
+// above it: everything must work on a small stack, with memory proportional to the number of objects.
 
 #include <string>
 #include <vector>
@@ -27,7 +27,7 @@ using Tarvelon::metamodel::toJsonRows;
 
 constexpr int kLevels = 100000;
 
-/// Packages nested in one another, from the top down.
+/// Nested packages, from the top down.
 struct Nested {
   explicit Nested(int levels, const std::u16string& name = u"p") {
     mPackages.push_back(common::Package::create(mModel, name));
@@ -73,7 +73,7 @@ TEST(Depth, OfWhatIsTakenBackNeedsNoStack) {
   });
 }
 
-/// How many bytes an object takes at most for texts of a few hundred.
+/// The maximum number of bytes for each object, in texts of a few hundred bytes.
 constexpr std::size_t kMostBytesALevel = 5000;
 
 TEST(Depth, TakesMemoryForEachLevelAlikeWhenEachHasAFault) {
@@ -111,7 +111,7 @@ TEST(Depth, TakesMemoryForEachLevelAlikeWhenEachIsRenamed) {
 TEST(Depth, GivesATextInProportionHoweverItIsIndented) {
   const Nested nested(20000);
   for (const auto& package : nested.mPackages) package.get<"ClientDependency">().add(nested.bottom());
-  // An object has some six lines, each indented by up to 128 blanks.
+  // An object has about six lines, each indented by at most 128 blanks.
   EXPECT_LT(toJson(nested.mModel, 1).size(), 20000U * 2000);
   EXPECT_LT(toJson(nested.mModel).size(), 20000U * 200);
 }
@@ -155,7 +155,7 @@ TEST(Depth, OfLongNamesIsToldByItsEndAsWell) {
 }
 
 TEST(Depth, DoesNotMakeDifferentTargetsAlike) {
-  // What stands outside of what is compared is told by its whole path, however long that is.
+  // A reference to an object outside of the compared trees is shown with the whole path, even if it is long.
   const Nested older(1100);
   const Nested newer(1100);
   newer.top().set<"Name">(u"q");

@@ -1,4 +1,4 @@
-"""What the pages of the metamodel say of its classes, before Sphinx makes a site of them."""
+"""The contents of the metamodel's pages, before Sphinx makes a site of them."""
 
 import functools
 
@@ -29,7 +29,7 @@ def page(name):
 
 @functools.lru_cache(maxsize=None)
 def section(short):
-    """What a page says of one class."""
+    """The section of a page for one class."""
     text = page(short.partition(".")[0])
     return text.partition(f".. py:class:: {short}\n")[2].partition(".. py:class:: ")[0]
 

@@ -1,4 +1,4 @@
-"""The site that `./tarvelon docs` builds, as a browser without a network finds it."""
+"""The site that `./tarvelon docs` builds, as a browser without a network sees it."""
 
 import subprocess
 import sys
@@ -16,7 +16,7 @@ LOADED = {("script", "src"), ("img", "src"), ("link", "href"), ("iframe", "src")
 
 
 class Page(HTMLParser):
-    """What a page can be linked at, what it links to, and what it loads."""
+    """The link targets of a page, its links, and the files that it loads."""
 
     def __init__(self, file):
         super().__init__()

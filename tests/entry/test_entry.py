@@ -1,4 +1,4 @@
-"""The script at the root: what it passes on, what it builds when, what it says when something is missing."""
+"""The script at the root: what it passes on, when it builds, and its messages when something is missing."""
 
 import json
 import os
@@ -12,7 +12,7 @@ import pytest
 ROOT = Path(__file__).resolve().parents[2]
 ENTRY = ROOT / "tarvelon"
 
-# A project that takes no time: one file that the build copies to where Python finds it.
+# A project that builds at once: the build only copies one file to Python's path.
 PROJECT = """
 cmake_minimum_required(VERSION 3.25)
 project(small LANGUAGES NONE)
@@ -25,7 +25,7 @@ add_custom_target(runtime ALL DEPENDS "${copy}")
 PRESETS = """{"version": 6, "configurePresets": [
   {"name": "release", "generator": "Ninja", "binaryDir": "${sourceDir}/build/release"}]}"""
 
-# What `bare` below lacks for running, and the line that a person is told to type.
+# The packages that `bare` below lacks for running, and the line that the user is told to type.
 MISSING = "cmake ninja-build libboost-dev libexpat1-dev python3-dev"
 CURE = f"apt-get install --no-install-recommends {MISSING}\n"
 
@@ -39,7 +39,7 @@ def call(*arguments, entry=ENTRY, cwd=None, path=None, stdin=""):
 
 
 def fake(folder, name, body):
-    """Puts a program `name` into `folder`, to stand before the real one on PATH."""
+    """Writes a program `name` into `folder`, which hides the real program on PATH."""
     program = folder / name
     program.write_text("#!/bin/bash\n" + body)
     program.chmod(0o755)
@@ -53,7 +53,7 @@ def script(folder, text):
 
 @pytest.fixture
 def small(tmp_path):
-    """A tree of its own, below a folder with a space in its name."""
+    """A small source tree of its own, below a folder with a blank in its name."""
     root = tmp_path / "a tree"
     (root / "src").mkdir(parents=True)
     shutil.copy(ENTRY, root)
@@ -68,7 +68,7 @@ def small(tmp_path):
 
 @pytest.fixture
 def bare(tmp_path):
-    """A PATH of a machine where g++ alone is installed, and an apt-get that notes how it was called."""
+    """A PATH like on a machine with g++ only, and an apt-get that records its calls."""
     folder = tmp_path / "bin"
     folder.mkdir()
     fake(folder, "dpkg-query", "echo installed g++\n")
@@ -293,7 +293,7 @@ def test_without_a_network_the_cure_is_named(bare):
 
 @pytest.fixture
 def compilers(bare):
-    """A machine on which everything is installed, and whose PATH has clang++-14 and no g++."""
+    """A machine on which everything is installed, whose PATH has clang++-14 but no g++."""
     for name in ["bash", "cat", "cmake", "dirname", "find", "flock", "grep", "mkdir", "mv", "ninja", "nproc", "python3",
                  "readlink", "rm", "sed"]:
         (bare / name).symlink_to(shutil.which(name))

@@ -12,15 +12,15 @@ from pathlib import Path
 
 
 def exported(nm, library):
-    """The demangled names that `library` defines and shows."""
+    """The demangled names of the library's defined and visible symbols."""
     command = [nm, "--dynamic", "--defined-only", "--demangle", library]
     output = subprocess.run(command, check=True, capture_output=True, text=True).stdout
-    # A line is: address, one letter for the kind, name; the name itself may hold spaces.
+    # A line is: address, a letter for the kind, name. The name may contain blanks.
     return sorted(line.split(maxsplit=2)[2] for line in output.splitlines())
 
 
 def differences(kept, found):
-    """One line for each name that stands in one list alone, and one for a kept list out of order."""
+    """One line for each name that is in only one of the lists, and one if the kept list is not sorted."""
     lines = []
     if kept != sorted(set(kept)):
         lines.append("the kept list is not sorted, or names something twice")

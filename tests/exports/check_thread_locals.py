@@ -18,12 +18,12 @@ def output_of(*command):
 
 
 def asks_at_run_time(readelf, library):
-    """Whether the library finds a variable of a thread through the function."""
+    """Whether the library calls the function that finds a thread-local variable at run time."""
     return "__tls_get_addr" in output_of(readelf, "--wide", "--dyn-syms", library)
 
 
 def bytes_for_each_thread(readelf, library):
-    """How much room each thread gives the library."""
+    """The number of bytes that the library needs for each thread."""
     for line in output_of(readelf, "--wide", "--program-headers", library).splitlines():
         words = line.split()
         if words and words[0] == "TLS":
@@ -32,7 +32,8 @@ def bytes_for_each_thread(readelf, library):
 
 
 def faults(readelf, libraries):
-    """One line for each library that asks at run time, and one when all together want too much."""
+    """One line for each library that finds variables at run time, and one if all libraries together need
+    too much."""
     lines = [f"{library} asks for a thread_local at run time" for library in libraries if asks_at_run_time(readelf, library)]
     total = sum(bytes_for_each_thread(readelf, library) for library in libraries)
     if total > MOST_BYTES:

@@ -1,4 +1,4 @@
-"""The export check itself, on a library made for the purpose."""
+"""The check of exports, for a library made for this test."""
 
 import os
 import shutil

@@ -1,4 +1,4 @@
-"""The check of what threads keep itself, on libraries made for the purpose."""
+"""The check of thread-local variables, for libraries made for this test."""
 
 import shutil
 import subprocess

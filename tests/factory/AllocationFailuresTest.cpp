@@ -1,4 +1,5 @@
-// Each allocation of an operation fails in turn: nothing leaks, and the operation can be done again.
+// Each allocation of an operation fails in turn. Nothing may leak, and the operation must succeed when
+// repeated.
 #include "tarvelon/boundary/ruvo/BindingRegistry.h"
 #include "tests/factory/Support.h"
 #include "tests/support/FailingNew.h"
@@ -7,7 +8,7 @@ using namespace factory;
 
 namespace {
 
-/// What must be as before behind a failed operation.
+/// The counts that must be unchanged after a failed operation.
 struct Counts {
   std::size_t arrays = hx::hxLiveArrays();
   std::size_t bindings = ruvo::factory::basic::BindingRegistry::size();
@@ -18,8 +19,8 @@ struct Counts {
 
 class AllocationFailures : public Factories {
  protected:
-  /// Defines the classes that the action needs, then lets all fail once, so that what is made for good is
-  /// there; then counts what each failure leaves.
+  /// Runs the action once, then once with all failures, so that permanent data exists. Then checks that no
+  /// failure leaves anything behind.
   template <class Action>
   static void expectNothingLeft(Action action) {
     action();
@@ -73,7 +74,8 @@ TEST_F(AllocationFailures, OfCreateNewModel) {
         },
         [] { RVOInterfacePtr(host::callStatic("Factory", "createNewModel").object()); },
         [&](std::size_t n) {
-          // Without memory for the host's object the model is bound: it is found by its URI, and closed.
+          // Without memory for the host object, the model is bound nevertheless: it can be found by its URI
+          // and closed.
           EXPECT_LE(K7Q::ModelCache::instance().models().size(), 1U) << n;
           EXPECT_TRUE(K7Q::DeviantAssertions::sAssertionsEnabled) << n;
           close();

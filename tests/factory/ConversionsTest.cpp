@@ -15,7 +15,7 @@ class Conversions : public Factories {
   static bool compare(const char* how, const RVOInterfacePtr& left, const RVOInterfacePtr& right) {
     return host::call(left, how, {host::object(right)}).slot().logical();
   }
-  /// eq, ne, gt, ge, lt, le as a text of digits.
+  /// The results of eq, ne, gt, ge, lt, le as a text of digits.
   static std::string compareAll(const RVOInterfacePtr& left, const RVOInterfacePtr& right) {
     std::string all;
     for (const char* how : {"eq", "ne", "gt", "ge", "lt", "le"}) all += compare(how, left, right) ? '1' : '0';

@@ -9,7 +9,7 @@ using namespace factory;
 
 namespace {
 
-/// A model whose steps a test decides.
+/// A model whose behaviour is set by the test.
 class TestModel final : public K7Q::NSInterface::ModelIntf {
  public:
   TestModel() { ++sLive; }
@@ -48,7 +48,7 @@ int TestModel::sLive = 0;
 
 constexpr K7Q::Deviant kDeviant{6};
 
-/// Each test says who makes models; a process serves one test alone, but those of a whole program take turns.
+/// Each test sets the model factory and cleans up, because all tests may run in one process.
 class CreateNewModel : public testing::Test {
  protected:
   void SetUp() override { ZtInitialize_mm_arplatform_mi(); }
@@ -137,7 +137,7 @@ TEST_F(CreateNewModel, SetsTheUriUnderTheModelsDeviantWithAssertionsOff) {
   EXPECT_EQ(nativeOf(model).deviant, kDeviant);
 }
 
-/// What the assertion switch is after `action`, for both states it may have before.
+/// Checks that `action` leaves the assertion switch unchanged, for both states.
 template <class Action>
 void expectSwitchRestored(Action action) {
   for (const bool before : {true, false}) {
@@ -178,7 +178,7 @@ TEST_F(CreateNewModel, RestoresTheAssertionSettingWhenTheUriIsRefused) {
 
 TEST_F(CreateNewModel, RestoresTheAssertionSettingWhenTheModelCannotBeBound) {
   useTestModels();
-  // The URI is taken between the asking for a free one and the binding.
+  // Another model takes the URI after a free one was looked up and before it is bound.
   TestModel::sOnSetUri = [](TestModel&, K7Q::Deviant, const std::u16string& uri) {
     K7Q::ModelCache::instance().bindModel(uri, {new TestModel, kDeviant});
   };

@@ -17,14 +17,14 @@ constexpr const char* kReadOnlyView =
     "the view is read-only, its deviant refuses writing; asDeviant(model) with the model itself gives a "
     "writable view";
 
-/// A package by its constructor without arguments.
+/// A package, created without arguments.
 K7Q::ClassObject createPackage(const arplatform::Factory& factory) {
   return factory.create(arplatform::common::Package::Interface::sIntrospectiveMethods, 0, {});
 }
 
 class Create : public Factories {
  protected:
-  /// The create records of the factory, in their order.
+  /// The create methods of the factory, in their order.
   static std::vector<const ruvo::RVOMethodInfo*> creates() {
     std::vector<const ruvo::RVOMethodInfo*> found;
     for (const auto* each : host::cls("Factory").methods()) {
@@ -36,14 +36,14 @@ class Create : public Factories {
     return std::string(record.getName().view());
   }
 
-  /// Calls a record with an empty self and otherwise good arguments, slots made by hand.
+  /// Calls a record with an empty self and otherwise correct arguments, in hand-made slots.
   static std::string raisedByEmptySelf(const char* name, std::size_t index,
                                        std::initializer_list<const ArrayPtr*> arguments) {
     return raised([&] { invoke(record("Factory", name, index), arguments); });
   }
 };
 
-/// The values of one call: texts and numbers that tell the places apart, objects of fitting classes.
+/// The arguments of one call: texts and numbers that differ by position, and objects of matching classes.
 class Values {
  public:
   Values(const RVOInterfacePtr& model, std::span<const ruvo::InternedName> types) : mModel(model) {
@@ -79,7 +79,7 @@ class Values {
     const HostValue argument = host::object(mModel);
     return ruvo::construct(made, {&argument, 1});
   }
-  /// What is abstract stands for the first class below it that is not.
+  /// The class itself, or for an abstract class the first concrete subclass.
   static ruvo::Class& concrete(ruvo::Class& cls) {
     if (cls.constructors()) return cls;
     std::vector<std::string> packages{"Tarvelon.metamodel.foundation", "Tarvelon.metamodel.types"};
@@ -103,7 +103,7 @@ class Values {
   std::vector<RVOInterfacePtr> mObjects;
 };
 
-/// A property's value in words: raw scalars and texts as they are, objects by their class.
+/// A property's value as text: scalars and texts as they are, objects by their class.
 std::string shown(const RVOInterfacePtr& object, const ruvo::PropertySlot& slot) {
   std::string name(slot.name.view());
   const auto value = ruvo::getProperty(object, slot);
@@ -117,7 +117,7 @@ std::string shown(const RVOInterfacePtr& object, const ruvo::PropertySlot& slot)
   return name + "=" + (isLiteral ? host::textOf(host::call(found, "toString")) : cls.getClassName());
 }
 
-/// All that an object's own properties and those it inherits say.
+/// The values of all own and inherited properties of an object.
 std::vector<std::string> shown(const RVOInterfacePtr& object) {
   std::vector<std::string> values;
   for (auto* cls : ruvo::classOf(*object).linearization()) {
@@ -225,7 +225,7 @@ TEST_F(Create, RefusesAnEmptySelfInEachOfTheOtherMethods) {
 
 TEST_F(Create, TellsOfTheArgumentBeforeTheSelf) {
   const auto self = empty();
-  // A package where an enumeration value is meant: no checked host lets it pass.
+  // A package instead of an enumeration value. A host would refuse this argument.
   const auto wrong = box(create("commonPackage"));
   const auto formula = text(u"a > 1");
   const auto refused =
@@ -274,7 +274,7 @@ TEST_F(Create, GivesWhatItMakesTheFactorysDeviant) {
   EXPECT_EQ(interface->createFromString(kOther, K7Q::String(u"common.Package")).getDeviant(), kOther);
 }
 
-/// A factory that pays no heed to the deviant it is given.
+/// A factory that ignores the deviant it is given.
 class OwnFactory final : public arplatform::NSInterface::FactoryIntf {
  public:
   explicit OwnFactory(const K7Q::Model& model) : mModel(model) {}

@@ -14,7 +14,8 @@
 #include "tarvelon/module/EntryPoints.h"
 #include "tests/support/Host.h"
 
-/// What the tests of the factories share. The module's objects are part of the program: nothing is opened.
+/// Helpers for the tests of the factories. The module's objects are linked into the program; no library is
+/// loaded.
 namespace factory {
 
 using host::HostValue;
@@ -24,12 +25,12 @@ using host::RVOInterfacePtr;
 inline constexpr const char* kNullText =
     "Assertion failed: Cannot access NULL ref. Use isValid() before calling methods at ";
 
-/// The native object behind a host object, and the deviant it is seen under.
+/// The native object of a host object, and the deviant of the view.
 inline K7Q::VariantInfo nativeOf(const RVOInterfacePtr& object) {
   return K7Q::DeviantRegistry::getVariantInfo(object->getBoundPointer({}));
 }
 
-/// A record of a class, the index-th of its name.
+/// The index-th record of a class with that name.
 inline const ruvo::RVOMethodInfo& record(const char* cls, std::string_view name, std::size_t index = 0) {
   for (const auto* each : host::cls(cls).methods()) {
     if (each->getName().view() == name && index-- == 0) return *each;
@@ -37,7 +38,7 @@ inline const ruvo::RVOMethodInfo& record(const char* cls, std::string_view name,
   throw K7Q::Exception("no record " + std::string(name));
 }
 
-/// An array as slots have it, destroyed behind the call.
+/// Owns an array of a slot, and destroys it after the call.
 struct DestroyArray {
   void operator()(hx::hxArray* array) const { hx::hxDestroyArray(array); }
 };
@@ -51,8 +52,8 @@ inline ArrayPtr text(std::u16string_view characters) {
   return ArrayPtr(hx::hxCreateString_UTF16(characters));
 }
 
-/// Calls a record with slots made by hand, as no checked host would make them. Gives the result slot, which
-/// holds nothing for a call that gave none.
+/// Calls a record with hand-made slots, which a host would not pass. Returns the result slot, which is empty
+/// if the call has no result.
 inline ruvo::RVOValue invoke(const ruvo::RVOMethodInfo& method,
                              std::initializer_list<const ArrayPtr*> arguments) {
   std::vector<ruvo::RVOValue> slots;
@@ -74,7 +75,7 @@ class Factories : public testing::Test {
   static RVOInterfacePtr factoryOf(const RVOInterfacePtr& model) {
     return RVOInterfacePtr(host::callStatic("Factory", "createNewFactory", {host::object(model)}).object());
   }
-  /// A factory on a view of the model that refuses writing.
+  /// A factory on a read-only view of the model.
   RVOInterfacePtr readOnlyFactory() const {
     const auto frozen = host::callObject(mModel, "frozen");
     return host::callObject(mFactory, "asDeviant", {host::object(frozen)});
@@ -86,7 +87,7 @@ class Factories : public testing::Test {
   RVOInterfacePtr mFactory;
 };
 
-/// Switches deviant assertions for a test.
+/// Sets the switch of the deviant assertions for the length of a scope.
 class Assertions {
  public:
   explicit Assertions(bool enable) : mBefore(K7Q::DeviantAssertions::enableAssertions(enable)) {}

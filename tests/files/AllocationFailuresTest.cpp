@@ -1,4 +1,5 @@
-// Whatever allocation of a save or a load fails: nothing is left behind, and the next one succeeds.
+// Each allocation of a save or a load fails in turn. Nothing may be left behind, and the next attempt must
+// succeed.
 
 #include <string>
 
@@ -38,7 +39,7 @@ TEST(AllocationFailures, OfALoadLeaveNothing) {
 TEST(AllocationFailures, OfALoadWithProblemsLeaveNothing) {
   const std::string text =
       fileOf("<common:Package nme=\"a\"/><common:Pakage/><common:ReferenceBase Package=\"a\"/>");
-  files::loadText(text, {nullptr, true});  // what is made at the first use of a class is kept
+  files::loadText(text, {nullptr, true});  // creates the data of each class's first use
   std::size_t before = 0;
   const int failures =
       failing::eachAllocation([&] { before = failing::live(); },

@@ -53,7 +53,7 @@ class AtomicFile : public testing::Test {
 
 using Names = std::vector<std::string>;
 
-/// What a save that must fail says; the file and the folder must stay as they are.
+/// The error text of a save that must fail.
 inline std::string refusalOfSave(const fs::path& path, const K7Q::Model& model) {
   try {
     files::save(model, path);
@@ -64,7 +64,7 @@ inline std::string refusalOfSave(const fs::path& path, const K7Q::Model& model) 
   return {};
 }
 
-/// Whoever is root may write everywhere: so nobody is who writes in its scope.
+/// Changes the user for the length of a scope, because root may write to every file.
 class AsNobody {
  public:
   AsNobody() {

@@ -1,4 +1,4 @@
-// A saved file is the old or the new one, whatever happens, and nothing else is left.
+// Whatever happens, a saved file has either the old or the new contents, and no other file is left.
 
 #include <algorithm>
 #include <cerrno>
@@ -25,14 +25,14 @@ namespace {
 
 bool gHasLocks = true;
 
-/// As on a network disk that knows none.
+/// Simulates a network disk that does not support locks.
 class WithoutLocks {
  public:
   WithoutLocks() noexcept { gHasLocks = false; }
   ~WithoutLocks() { gHasLocks = true; }
 };
 
-/// In memory where there is such a folder: a kill is a kill, and nobody waits for a disk.
+/// Saves in memory if there is such a folder, because a killed process does not need a real disk.
 class KilledSave : public AtomicFile {
  protected:
   KilledSave() : AtomicFile(::access("/dev/shm", W_OK) == 0 ? "/dev/shm" : fs::temp_directory_path()) {}
@@ -149,7 +149,7 @@ TEST_F(AtomicFile, SavesOfTwoProcessesAtOnceAllEndWell) {
 
 TEST_F(AtomicFile, StaysAsItIsWhenTheDiskIsFull) {
   const std::string old = write("brakes.xmi");
-  // A limit on the size of files fails as a full disk does.
+  // A limit on the size of files causes the same failure as a full disk.
   std::signal(SIGXFSZ, SIG_IGN);
   const rlimit small{100000, RLIM_INFINITY};
   ::setrlimit(RLIMIT_FSIZE, &small);
@@ -239,14 +239,15 @@ TEST_F(AtomicFile, StaysAsItIsWhenTheSaveIsCancelled) {
   EXPECT_EQ(names(), Names{"brakes.xmi"});
 }
 
-/// A number of the environment, so that the same test can do more by hand.
+/// A number from the environment, so that the test can do more when it is run by hand.
 int numberOf(const char* variable, int usual) {
   const char* text = std::getenv(variable);
   return text ? std::atoi(text) : usual;
 }
 
-/// Saves one model and the other in turn until it is killed: at a point of its `save`th save, by itself or by
-/// whoever reads the pipe. What is done in between says where, not how long it takes.
+/// Saves the two models alternately until the process is killed in its `save`th save, when the progress
+/// reaches `point`: by itself, or by the process that reads the pipe. So the place of the kill does not
+/// depend on time.
 [[noreturn]] void saveUntilKilled(const K7Q::Model& first, const K7Q::Model& second, const fs::path& path,
                                   int save, double point, int pipe) {
   for (int number = 0;; ++number) {
@@ -278,8 +279,8 @@ TEST_F(KilledSave, LeavesAWholeFileHoweverOftenItHappens) {
   unsigned seed = 1;
   Outcome outcome;
   for (int turn = 0; turn < kills; ++turn) {
-    // Some are killed in their first save, some in a later one; every second one at a point of writing, the
-    // others somewhere behind all that is written.
+    // Some processes are killed in their first save, others in a later one. Every second process kills itself
+    // at a point of writing; the others are killed from outside after all data was written.
     const bool isKilledFromOutside = turn % 2 == 1;
     const int save = ::rand_r(&seed) % 3;
     const double point = isKilledFromOutside ? 0.97 : ::rand_r(&seed) % 97 / 100.0;
@@ -335,7 +336,7 @@ TEST_F(AtomicFile, ThatIsNotThereCannotBeLoaded) {
 
 }  // namespace
 
-// In place of the system's.
+// Replaces the system's function.
 extern "C" __attribute__((visibility("default"))) int flock(int descriptor, int operation) noexcept {
   if (gHasLocks) return static_cast<int>(::syscall(SYS_flock, descriptor, operation));
   errno = ENOLCK;

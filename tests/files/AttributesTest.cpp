@@ -1,4 +1,4 @@
-// What a saved file has besides its bytes is what the file before it had.
+// Saving over a file keeps the file's attributes.
 
 #include <cstdint>
 #include <string>
@@ -45,7 +45,7 @@ TEST_F(Attributes, OfAnotherPersonsGroupGivesNoMoreRightsThanEverybodyHas) {
   EXPECT_EQ(statOf(mFile).st_mode & 07777, 0666U);
 }
 
-/// An access control list as the system has it, with rights for one more user.
+/// An access control list in the system's format, with rights for one more user.
 std::string accessListFor(std::uint32_t user, std::uint16_t rights = 4) {
   struct Entry {
     std::uint16_t tag;

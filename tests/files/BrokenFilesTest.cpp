@@ -1,4 +1,4 @@
-// What is wrong with a file is said with its place; nothing of it is loaded unless that is asked for.
+// Problems in a file are reported with their places. Nothing is loaded, unless loading is lenient.
 
 #include <string>
 
@@ -6,7 +6,8 @@
 
 namespace {
 
-/// The problems of a file with those objects, which begin in line 3; what is right must be loaded leniently.
+/// The problems of a file with these objects, which begin in line 3. Also checks that the correct ones load
+/// leniently.
 std::string problemsOfObjects(const std::string& objects) {
   const std::string text = fileOf(objects);
   std::string problems = refusalOfText(text);
@@ -335,7 +336,7 @@ TEST(BrokenFiles, OfAnotherFormatOfOursAreCalledByIt) {
   EXPECT_EQ(refusalOfText(text), refusal);
   EXPECT_EQ(refusalOfText(text, true), refusal);
   EXPECT_EQ(refusalOfText("<?xml version=\"1.0\"?>\n<AUTOSAR/>"), refusal);
-  // One of our objects that is called so may stand alone at the top.
+  // A file of ours may have an object of the class AUTOSAR as its root element.
   const auto model = K7Q::Model::create();
   common::AUTOSAR::create(model);
   std::string alone = objectsOf(files::saveText(model));

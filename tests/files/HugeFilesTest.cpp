@@ -1,5 +1,5 @@
-// Large files with many faults are refused with all of them. What that takes is measured by
-// `./tarvelon bench --files`; at a size where a quadratic cost would take hours these tests would not end.
+// Large files with many problems are refused, and all problems are counted. `./tarvelon bench --files`
+// measures the time. With a quadratic algorithm these tests would take hours.
 
 #include <string>
 
@@ -54,7 +54,7 @@ TEST(HugeFiles, OfOneListWithTheSameIdsTakeMemoryAsTheirText) {
   ASSERT_FALSE(problems.kept.empty());
   EXPECT_EQ(problems.kept.front().text,
             "Package.ClientDependency: an object stands once in it, and twice there is the id 'a'");
-  // The parser's copies are most of it: an id takes less than it would as a number.
+  // Most of the memory is the parser's copy; an id needs less memory than a number in its place would.
   EXPECT_LT(bytes, 6 * text.size());
 }
 

@@ -63,7 +63,7 @@ TEST(Ids, StayApartWhenAnObjectTakesTheNameOfAnother) {
   EXPECT_EQ(files::saveText(files::loadText(text).model), text);
 }
 
-// The first one keeps its id, with which an undo brings it back.
+// The destroyed object keeps its id, because undo may restore it with that id.
 TEST(Ids, StayApartFromThoseThatAnUndoBringsBack) {
   const auto model = K7Q::Model::create();
   const auto package = common::Package::create(model, u"Brakes");
@@ -88,7 +88,7 @@ TEST(Ids, OfHeldObjectsAreTaken) {
   const auto package = common::Package::create(model, u"Brakes");
   const auto elements = Access<foundation::Package>(package, "PackagedElement").sequence();
   for (int count = 0; count < 2; ++count) {
-    // The next one comes in front, so that it is given an id first: by the same name in the same list.
+    // The new object is inserted at the front, so that it gets its id first, from the same name and list.
     elements.get().generic_insert({}, 0, refOf(variant::SystemConst::create(model, u"Wheels")));
     const std::string text = files::saveText(model);
     EXPECT_EQ(files::saveText(files::loadText(text).model), text);

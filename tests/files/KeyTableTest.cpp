@@ -1,4 +1,4 @@
-// Nobody can write a file whose ids all fall onto one place of the tables that find them.
+// A file with chosen ids must not be able to make the hash tables slow.
 
 #include <cstdint>
 #include <set>
@@ -25,7 +25,7 @@ constexpr std::uint64_t unshifted(std::uint64_t value, unsigned shift) {
   return found;
 }
 
-/// The number that mixed() gives this for.
+/// The inverse of mixed().
 constexpr std::uint64_t unmixed(std::uint64_t value) {
   value = unshifted(value, 31) * inverseOf(0x94D049BB133111EB);
   value = unshifted(value, 27) * inverseOf(0xBF58476D1CE4E5B9);
@@ -47,14 +47,14 @@ TEST(KeyTable, FindsWhatWasPutIn) {
 }
 
 TEST(KeyTable, IsNotToBeFilledAtOnePlace) {
-  // Numbers whose low bits are equal when they were mixed, which everybody can do.
+  // Numbers whose low bits are equal after mixing. Anybody can compute such numbers.
   files::KeySet table;
   for (std::uint64_t high = 1; high <= 100000; ++high) table.insert(unmixed(high << 40));
   ASSERT_EQ(table.size(), 100000U);
   EXPECT_LT(table.longestSearch(), 1000U);
 }
 
-// By such hashes two models are compared: who writes a list of two numbers chooses both.
+// Two models are compared by such hashes, and the author of a list of two numbers can choose both numbers.
 TEST(KeyedHash, OfTwoNumbersIsNotToBeForeseen) {
   using Tarvelon::metamodel::native::mix;
   const auto before = [](std::uint64_t left, std::uint64_t right) {

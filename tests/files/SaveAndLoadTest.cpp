@@ -1,4 +1,4 @@
-// Models in files and back.
+// Saving models to files and loading them.
 
 #include <bit>
 #include <limits>
@@ -18,10 +18,10 @@ namespace {
 
 namespace native = Tarvelon::metamodel::native;
 
-/// The text of a model that was saved, loaded and saved.
+/// Loads the text of a model and saves it again.
 std::string again(const std::string& text) { return files::saveText(files::loadText(text).model); }
 
-/// A behavior with a runnable, and two events that start it and disable each other's way.
+/// A behavior with a runnable and two events that start it.
 K7Q::Model makeBehavior() {
   auto model = K7Q::Model::create();
   const auto owner = behavior::ApplicationComponentBehavior::create(
@@ -37,7 +37,7 @@ K7Q::Model makeBehavior() {
   return model;
 }
 
-/// The list itself, which knows how often it was changed.
+/// The internal list, which counts its changes.
 const native::WordList& eventsOf(const K7Q::ClassObject& runnable) {
   const auto& instance = *static_cast<native::Instance*>(runnable.getClassObject());
   const auto& properties = instance.cls().slotProperties;
@@ -95,12 +95,12 @@ TEST(SaveAndLoad, KeepsTheOrderOfAListThatItsWayBackFillsFirst) {
 }
 
 TEST(SaveAndLoad, PutsWhatAnAttributeListsBeforeWhatTheWayBackPutIn) {
-  // In order at first, then one from behind, one that is not in the list yet, and one that was passed over.
+  // Elements in order, then an earlier one, one that is not in the list yet, and one that was skipped.
   std::string objects = "<behavior:Runnable xmi:id=\"s\" Events=\"a d f b\"/>";
   for (const char* id : {"a", "b", "c", "d", "e"})
     objects += std::string("<behavior:TimingEvent xmi:id=\"") + id + "\" StartOnEvent=\"s\"/>";
   objects += "<behavior:TimingEvent xmi:id=\"f\"/>";
-  // A list that is filled after it, and none.
+  // With and without another list that is filled later.
   for (const char* next : {"<behavior:Runnable Events=\"g\"/><behavior:TimingEvent xmi:id=\"g\"/>", ""}) {
     const std::string saved = files::saveText(files::loadText(fileOf(objects + next)).model);
     EXPECT_NE(

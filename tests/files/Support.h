@@ -8,12 +8,12 @@
 #include "tarvelon/platform/files/Files.h"
 #include "tests/native/Support.h"
 
-// What the tests of files share.
+// Helpers for the tests of files.
 
 namespace files = Tarvelon::files;
 namespace instance = Tarvelon::metamodel::arplatform::instance;
 
-/// A file with those objects.
+/// The text of a file with these objects.
 inline std::string fileOf(std::string_view objects, std::string_view format = "1") {
   return "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n"
          "<xmi:XMI xmi:version=\"2.0\" xmlns:xmi=\"http://www.omg.org/XMI\""
@@ -26,7 +26,7 @@ inline std::string fileOf(std::string_view objects, std::string_view format = "1
          std::string(format) + "\">\n" + std::string(objects) + "\n</xmi:XMI>\n";
 }
 
-/// What stands in a saved text behind the root element.
+/// The part of a saved text inside the root element.
 inline std::string objectsOf(const std::string& text) {
   const auto begin = text.find("tarvelon:format=");
   const auto line = text.find('\n', begin);
@@ -35,7 +35,7 @@ inline std::string objectsOf(const std::string& text) {
                                                                 : text.substr(line + 1, end - line - 1);
 }
 
-/// The problems of a text, one a line: "2:5 what it is".
+/// The problems of a text, one on each line: "2:5 what it is".
 inline std::string problemsOf(const files::Problems& problems) {
   std::string text;
   for (const auto& each : problems.kept)
@@ -43,7 +43,7 @@ inline std::string problemsOf(const files::Problems& problems) {
   return text;
 }
 
-/// The problems for which a text is refused; it must be.
+/// The problems for which a text is refused. The text must be refused.
 inline std::string refusalOfText(std::string_view text, bool isLenient = false) {
   try {
     files::loadText(text, {nullptr, isLenient});

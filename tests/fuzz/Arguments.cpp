@@ -13,7 +13,7 @@ namespace {
 using ruvo::HostValue;
 using ruvo::internal::TypeKind;
 
-/// The types of optional scalars are names of no class.
+/// Whether a type is an optional scalar. Its name is not the name of a class.
 bool isOptionalScalar(const ruvo::InternedName& type) { return type.view().starts_with("k7q"); }
 
 constexpr std::u16string_view kTexts[] = {

@@ -9,14 +9,14 @@
 
 namespace fuzz {
 
-/// The values of one call, and what they point at.
+/// The arguments of one call, and the memory they refer to.
 class Arguments {
  public:
   Arguments(World& world, Input& input) noexcept : mWorld(world), mInput(input) {}
   Arguments(const Arguments&) = delete;
   Arguments& operator=(const Arguments&) = delete;
 
-  /// Values for a record, most of them of the types that it asks for; now and then one too many or too few.
+  /// Adds values for a record. Most have the expected types; sometimes there is one too many or too few.
   void addFor(const ruvo::RVOMethodInfo& record, bool isSelfGiven);
   void add(const ruvo::InternedName& type) { mValues.push_back(valueOf(type)); }
   std::span<const ruvo::HostValue> span() const noexcept { return mValues; }
@@ -37,7 +37,7 @@ class Arguments {
   std::vector<ruvo::HostValue> mValues;
   std::deque<std::u16string> mTexts;
   std::vector<hx::ArrayPtr> mArrays;
-  /// What an entry of the world that gives way must not take along.
+  /// Keeps objects alive when the world drops them.
   std::vector<ruvo::RVOInterfacePtr> mObjects;
 };
 

@@ -25,7 +25,7 @@ void addOnce(std::vector<Item>& items, const Item& item) {
   if (std::find(items.begin(), items.end(), item) == items.end()) items.push_back(item);
 }
 
-/// Whether the method gives a value of an enumeration.
+/// Whether the method returns an enumeration value.
 bool givesValue(ruvo::Class& cls, std::string_view method) {
   const ruvo::InternedName& type = cls.findMethods(method)->candidates.front()->getSignature()->result();
   ruvo::Class* result = type.kind() == ruvo::internal::TypeKind::Class ? ruvo::Class::find(type) : nullptr;
@@ -49,7 +49,7 @@ bool isEnumeration(ruvo::Class& cls) {
 }
 
 Catalog& Catalog::instance() {
-  // Kept until the end, like what it points at.
+  // Never destroyed, like the classes it points to.
   static Catalog& made = *new Catalog;
   return made;
 }

@@ -6,20 +6,20 @@
 
 namespace fuzz {
 
-/// What a class's objects are, as far as the calls on them differ.
+/// The kinds of objects that have different calls.
 enum class Kind : std::uint8_t { Object, Sequence, Iterator, ValueSequence, ValueIterator };
 
-/// What can be asked of a class, inherited members too.
+/// The members of a class, including inherited ones.
 struct Members {
   std::vector<ruvo::InternedName> methods;
   std::vector<const ruvo::PropertySlot*> properties;
   Kind kind = Kind::Object;
 };
 
-/// Everything that the object system publishes, found once.
+/// Everything that the object system publishes, collected once.
 class Catalog {
  public:
-  /// Loads the module at first.
+  /// Loads the module on the first call.
   static Catalog& instance();
 
   std::vector<ruvo::Class*> classes;
@@ -28,11 +28,11 @@ class Catalog {
   std::vector<ruvo::Class*> concrete;
   /// The sequences of enumeration values.
   std::vector<ruvo::Class*> valueSequences;
-  /// Names of every kind, to be misspelt.
+  /// Names of every kind, for misspelling.
   std::vector<std::string_view> names;
 
   const Members& membersOf(ruvo::Class& cls);
-  /// Those with constructors at or below a class.
+  /// A class and its subclasses, as far as they have constructors.
   const std::vector<ruvo::Class*>& concreteBelow(ruvo::Class& cls);
 
  private:

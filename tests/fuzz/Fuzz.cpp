@@ -1,5 +1,5 @@
-// The entry of libFuzzer: each input is a program, and when it is over nothing of it is left. Most are
-// programs of a world (tests/world), which a naive model follows; some are single calls of any method with
+// The entry point for libFuzzer. Each input is a program; it must leave nothing behind. Most programs are
+// those of a world (tests/world), which a naive model checks. The others are single calls of any method with
 // any arguments.
 
 #include <algorithm>
@@ -32,7 +32,7 @@ const std::string& folder() {
   return made;
 }
 
-/// What counts up while things are held.
+/// The counts of existing things, to detect leaks.
 struct Counts {
   std::size_t bindings = ruvo::factory::basic::BindingRegistry::size();
   std::size_t arrays = hx::hxLiveArrays();
@@ -51,11 +51,11 @@ void requireNothingLeft(const Counts& before) {
   std::abort();
 }
 
-/// The first byte says which kind of program the others are.
+/// The first byte selects the kind of program.
 bool isOfCalls(const std::uint8_t* data) noexcept { return data[0] % 8 == 7; }
 
 void runWorld(const world::Program& program) {
-  // Prints each step when one program is run again.
+  // Prints each step when a single program is run again.
   static const bool isVerbose = std::getenv("TARVELON_FUZZ_VERBOSE") != nullptr;
   ++gWorlds;
   try {
@@ -66,7 +66,7 @@ void runWorld(const world::Program& program) {
   }
 }
 
-/// Changes programs step by step, so that what stands behind a change keeps its meaning.
+/// Mutates whole steps, so that the steps behind a mutation keep their meaning.
 class Mutation {
  public:
   Mutation(std::uint8_t* data, std::size_t size, std::size_t room, unsigned seed)

@@ -8,8 +8,8 @@
 
 namespace fuzz {
 
-/// The bytes of a program, read from the front. Every sequence of bytes is a program: once they are used up,
-/// everything reads as 0.
+/// Reads the bytes of a program from the front. Every sequence of bytes is a program: behind the end, all
+/// values are 0.
 class Input {
  public:
   explicit Input(std::span<const std::uint8_t> bytes) noexcept : mBytes(bytes) {}
@@ -32,7 +32,7 @@ class Input {
   /// REQUIRES: count > 0.
   std::size_t below(std::size_t count) noexcept { return bits(count > 256 ? 2 : 1) % count; }
 
-  /// True for one byte in `count`; not for a byte that is used up.
+  /// True for one byte value in `count`; false behind the end.
   bool oneIn(unsigned count) noexcept { return byte() % count == count - 1; }
 
   template <class Range>

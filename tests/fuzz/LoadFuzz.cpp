@@ -1,5 +1,5 @@
-// Any bytes as a file: the loader refuses them or loads them, and what it loads can be saved and loaded
-// again. The fuzzer knows the words of the metamodel, which it would hardly guess.
+// Any bytes as a file: the loader must refuse them or load them, and a loaded model can be saved and loaded
+// again. The fuzzer gets the words of the metamodel, because it could hardly guess them.
 
 #include <algorithm>
 #include <cstdint>
@@ -23,7 +23,7 @@ void requirePlaces(const files::Problems& problems) {
   }
 }
 
-/// What stands between quotes behind `name` in the line, empty if it does not have it.
+/// The value in quotes of an attribute in the line; empty if the line does not have it.
 std::string_view attributeOf(std::string_view line, std::string_view name) {
   const auto begin = line.find(name);
   if (begin == std::string_view::npos) return {};
@@ -31,8 +31,8 @@ std::string_view attributeOf(std::string_view line, std::string_view name) {
   return value.substr(0, value.find('"'));
 }
 
-/// Pieces of files: namespaces, types, properties as attributes and as elements, objects with one property,
-/// literals. What there is stands in the lines of the Ecore file.
+/// Pieces of files, found in the lines of the Ecore file: namespaces, types, properties as attributes and as
+/// elements, objects with one property, literals.
 std::vector<std::string> makeWords() {
   std::vector<std::string> words = {" xmi:id=\"e\"",     " xmi:idref=\"e\"",  " href=\"#e\"",
                                     " xsi:nil=\"true\"", " xmi:type=\"a:B\"", "=\"e r\"",
@@ -59,7 +59,8 @@ std::vector<std::string> makeWords() {
   return words;
 }
 
-/// Where a word may stand: elements behind an element, attributes in front of another, all else anywhere.
+/// Where to insert a word: an element behind an element, an attribute in front of another, anything else
+/// anywhere.
 std::size_t placeFor(std::string_view word, std::string_view text, std::size_t start) {
   const char before = word.front() == '<' ? '>' : ' ';
   const auto found = text.find(before, start);
@@ -71,7 +72,7 @@ std::size_t placeFor(std::string_view word, std::string_view text, std::size_t s
 
 extern "C" std::size_t LLVMFuzzerMutate(std::uint8_t* data, std::size_t size, std::size_t room);
 
-/// Every fourth time a word comes in somewhere.
+/// Inserts a word in one of four mutations.
 extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t size, std::size_t room,
                                                unsigned seed) {
   static const std::vector<std::string> words = makeWords();
@@ -86,7 +87,7 @@ extern "C" std::size_t LLVMFuzzerCustomMutator(std::uint8_t* data, std::size_t s
   return size + word.size();
 }
 
-// What is raised out of here, a refusal of a file that we have written ourselves, is a find.
+// Exceptions that leave this function are findings: a file that we have saved ourselves was refused.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   files::Loaded loaded;
   try {

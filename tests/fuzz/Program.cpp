@@ -29,8 +29,7 @@ enum class Outcome { Made, Refused, Left };
   std::abort();
 }
 
-/// What a property holds, as far as a text can tell: objects by their place in memory, sequences by their
-/// size.
+/// The value of a property as text: objects by address, sequences by size.
 std::string shown(const HostResult& value) {
   if (value.isRaw()) return std::to_string(value.slot().int32());
   if (RVOInterface* object = value.object()) {
@@ -46,7 +45,7 @@ std::string shown(const HostResult& value) {
   return result;
 }
 
-/// One program under way.
+/// Runs one program.
 class Runner {
  public:
   Runner(Input& input, Tally& tally) : mInput(input), mTally(tally) {}
@@ -59,7 +58,7 @@ class Runner {
                                  Action::CallPackage, Action::Misspell,  Action::Drop, Action::Destroy};
     const Action action = mInput.pick(kOften);
     auto& row = mTally.rows[static_cast<std::size_t>(action)];
-    // Made by the arguments, whatever becomes of the call.
+    // The arguments may have created objects, whatever happens to the call.
     mObjects = liveObjects();
     try {
       (act(action) == Outcome::Left ? row.left : row.made) += 1;
@@ -72,7 +71,7 @@ class Runner {
     mIsCalling = false;
   }
 
-  /// Reads every property of every object that is held: what the program has left behind must be readable.
+  /// Reads all properties of all held objects: everything must be readable at the end of a program.
   void sweep();
 
  private:
@@ -89,7 +88,7 @@ class Runner {
   Outcome misspell();
   Outcome call(ruvo::Class& cls, const ruvo::InternedName& method, RVOInterface* self);
 
-  /// From here on a refusal must leave no object behind.
+  /// From here on, a refused call must not create an object.
   void begin() noexcept {
     mObjects = liveObjects();
     mIsCalling = true;
@@ -115,12 +114,13 @@ void Runner::sweep() {
         shown(ruvo::getProperty(each.object, *slot));
       }
     } catch (const K7Q::Exception&) {
-      // One that was destroyed, or whose model is closed.
+      // The object was destroyed, or its model is closed.
     }
   }
 }
 
-/// Any object, a sequence or an iterator, or one of those over values of an enumeration, each as often.
+/// With equal frequency: any object; a sequence or an iterator; a sequence or an iterator of enumeration
+/// values.
 RVOInterfacePtr Runner::anyTarget() {
   const auto& held = mWorld.held();
   const std::size_t from = mInput.below(held.size());
@@ -140,7 +140,7 @@ Outcome Runner::makeValues() {
   return makers ? call(sequences, makers->name, nullptr) : Outcome::Left;
 }
 
-/// The first at or behind a place in the world that has properties, or a new one.
+/// The first object from a random index on that has properties; otherwise a new object.
 RVOInterfacePtr Runner::anyWithProperties() {
   const auto& held = mWorld.held();
   const std::size_t from = mInput.below(held.size());
@@ -154,7 +154,7 @@ RVOInterfacePtr Runner::anyWithProperties() {
   return made;
 }
 
-/// Most of the time one that has many values, or none that has.
+/// Prefers a property with many values, or one with a single value, as `isMany` says.
 const ruvo::PropertySlot& Runner::anyProperty(RVOInterface& object, bool isMany) {
   const auto& slots = Catalog::instance().membersOf(ruvo::classOf(object)).properties;
   const std::size_t from = mInput.below(slots.size());
@@ -194,7 +194,7 @@ Outcome Runner::act(Action action) {
 }
 
 Outcome Runner::construct() {
-  // What has no constructor is refused after a search through all classes: now and then is enough.
+  // Refusing an abstract class takes long, because all classes are searched. So it is tried rarely.
   auto& classes = mInput.oneIn(64) ? Catalog::instance().classes : Catalog::instance().concrete;
   ruvo::Class& cls = *mInput.pick(classes);
   Arguments arguments(mWorld, mInput);
@@ -208,7 +208,7 @@ Outcome Runner::construct() {
 Outcome Runner::set() {
   const RVOInterfacePtr object = anyWithProperties();
   const ruvo::PropertySlot& slot = anyProperty(*object, false);
-  // The value is held, so that no other one takes its place in memory.
+  // Keeps the value alive, so that its address is not reused.
   const HostResult before = ruvo::getProperty(object, slot);
   const std::string shownBefore = shown(before);
   Arguments arguments(mWorld, mInput);
@@ -226,7 +226,7 @@ Outcome Runner::set() {
   return Outcome::Made;
 }
 
-/// A many-valued property is written by adding to its sequence.
+/// Changes a many-valued property by adding to its sequence.
 Outcome Runner::add() {
   const RVOInterfacePtr object = anyWithProperties();
   const ruvo::PropertySlot& slot = anyProperty(*object, true);
@@ -291,7 +291,7 @@ Outcome Runner::callPackage() {
   return Outcome::Made;
 }
 
-/// Ends an object, and lets go of it now and then: what referred to it must not any more.
+/// Destroys an object, and sometimes drops it: references to it must be removed.
 Outcome Runner::destroy() {
   const RVOInterfacePtr object = anyWithProperties();
   ruvo::call(object, "destroy", {});
@@ -300,9 +300,9 @@ Outcome Runner::destroy() {
   return Outcome::Made;
 }
 
-/// A name with one letter wrong, through every door that takes names.
+/// Passes a name with one wrong letter to each function that takes names.
 Outcome Runner::misspell() {
-  // To look for the nearest name costs as much as a hundred calls.
+  // Finding the most similar name costs as much as a hundred calls.
   if (mIsMisspelt) return Outcome::Left;
   mIsMisspelt = true;
   const RVOInterfacePtr object = anyObject();

@@ -22,20 +22,20 @@ enum class Action : std::uint8_t {
 };
 inline constexpr std::size_t kActions = 10;
 
-/// How the calls of all programs so far ended.
+/// The results of all calls so far.
 struct Tally {
   struct Row {
     std::uint64_t made = 0;
     std::uint64_t refused = 0;
-    /// Not called, since the outcome is undefined.
+    /// Not called, because the outcome would be undefined.
     std::uint64_t left = 0;
   };
   std::array<Row, kActions> rows;
   void print() const;
 };
 
-/// Runs the program that the input holds: calls on random objects with random arguments. A refusal is part of
-/// it; anything else that is thrown gets out, and what a refused call has changed all the same aborts.
+/// Runs the program in the input: random calls with random arguments. A refused call is expected. Other
+/// exceptions leave this function; a refused call that has an effect aborts.
 void run(Input& input, Tally& tally);
 
 }  // namespace fuzz

@@ -1,5 +1,5 @@
-// Writes programs to begin with into a folder: tarvelon_fuzz_seeds FOLDER. Most are worlds of the random
-// generator, one in eight is of single calls; the same ones each time.
+// Writes the first programs for the fuzzer into a folder: tarvelon_fuzz_seeds FOLDER. Most are random
+// programs of a world; one in eight consists of single calls. The programs are the same each time.
 
 #include <cstdio>
 #include <fstream>

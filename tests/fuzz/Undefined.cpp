@@ -40,24 +40,26 @@ bool isInOrder(RVOInterface* first, RVOInterface* last, RVOInterface* sequence) 
   return false;
 }
 
-/// getNext, getPrev and item test for no end, and no method of an iterator tests what it is compared with.
+/// getNext, getPrev and item do not check for the ends, and no method of an iterator checks the iterator it
+/// is compared with.
 bool isUndefinedStep(World& world, std::string_view method, RVOInterface* iterator,
                      std::span<const HostValue> rest) {
   const Held* held = world.find(iterator);
-  // What was not seen to come out of a sequence may stand in none.
+  // An iterator whose sequence is unknown may be invalid.
   if (!held || !held->sequence) return true;
   if (!std::all_of(rest.begin(), rest.end(), isValueIterator)) return true;
   if (method == "getNext" || method == "item") return standsAt(iterator, held->sequence, "end");
   return method == "getPrev" && standsAt(iterator, held->sequence, "begin");
 }
 
-/// Nothing, in one of its forms.
+/// Whether the value is empty, in any form.
 bool isNothing(const HostValue& value) {
   return value.kind() == HostValue::Kind::Empty ||
          (value.kind() == HostValue::Kind::Text && value.array() && value.text().empty());
 }
 
-/// insert and erase take the iterators as they come: none, one of another sequence, the end, in any order.
+/// insert and erase do not check their iterators: missing, of another sequence, at the end, in the wrong
+/// order.
 bool isUndefinedPlace(World& world, std::string_view method, RVOInterface* sequence,
                       std::span<const HostValue> rest) {
   const bool isErase = method == "erase";

@@ -10,7 +10,7 @@ namespace fuzz {
 namespace {
 
 constexpr std::size_t kMost = 64;
-/// These stay: two models and the factory of the first.
+/// The first objects are never dropped: two models, and the factory of the first.
 constexpr std::size_t kKept = 3;
 
 constexpr const char* kFactory = "Tarvelon.metamodel.arplatform.Factory";

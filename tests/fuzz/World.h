@@ -7,13 +7,13 @@
 
 namespace fuzz {
 
-/// An object that the program has met, and of an iterator the sequence that it walks.
+/// An object that the program knows; for an iterator also its sequence.
 struct Held {
   ruvo::RVOInterfacePtr object;
   ruvo::RVOInterfacePtr sequence;
 };
 
-/// The objects of one program. Its end closes every model.
+/// The objects of one program. The destructor closes all models.
 class World {
  public:
   World();
@@ -23,17 +23,17 @@ class World {
 
   /// Never empty.
   std::vector<Held>& held() noexcept { return mHeld; }
-  /// Keeps an object that came out of a call on `self`, which may be null; one that is there already gives
-  /// way when there are many.
+  /// Keeps an object that a call on `self` has returned (`self` may be null). If there are many objects, it
+  /// replaces another one.
   void keep(ruvo::RVOInterface* object, ruvo::RVOInterface* self, Input& input);
   void drop(std::size_t index);
-  /// What is held of an object, null if nothing is.
+  /// The entry of an object, null if there is none.
   Held* find(const ruvo::RVOInterface* object) noexcept;
-  /// The first object at or behind a place that is of the class, null if there is none.
+  /// The first object from index `from` on that is an instance of the class; null if there is none.
   ruvo::RVOInterface* fitting(ruvo::Class& cls, std::size_t from);
-  /// Forgets the iterators over values: the element of one of them may be gone.
+  /// Drops the iterators over enumeration values, because their elements may have been removed.
   void forgetValueIterators();
-  /// Makes a model if there is none that is open.
+  /// Returns an open model; creates one if there is none.
   ruvo::RVOInterfacePtr openModel();
 
  private:

@@ -1,4 +1,4 @@
-"""What the native handles must not let compile, and what the compiler says of it."""
+"""Code with native handles that must not compile, and the compiler's messages."""
 
 import os
 import subprocess

@@ -28,7 +28,7 @@ TEST(Blocks, AreAsLargeAsTheSizeSays) {
   for (unsigned char* block : blocks) Blocks::give(kSize, block);
 }
 
-// Where every use is watched no block is reused.
+// With AddressSanitizer no block is reused.
 UNINSTRUMENTED_TEST(Blocks, TheLastOneThatCameBackIsReused) {
   void* first = Blocks::take(kSize);
   Blocks::give(kSize, first);

@@ -15,7 +15,7 @@ TEST(UtMalloc, GivesStorageForNothing) {
   utFree(storage);
 }
 
-// AddressSanitizer ends a program that asks for more than there can be.
+// AddressSanitizer ends a program that requests more memory than there is.
 UNINSTRUMENTED_TEST(UtMalloc, GivesNullForMoreThanThereIs) {
   EXPECT_EQ(utMalloc(std::numeric_limits<std::size_t>::max() / 2), nullptr);
 }

@@ -70,7 +70,7 @@ TEST(UtVSNprintf, CutsTheTextAndTerminatesIt) {
 
 TEST(UtVSNprintf, TerminatesTheBufferWhenItFails) {
   char buffer[8] = "before";
-  // No locale of this program can show the character.
+  // No locale of this program can represent the character.
   EXPECT_LT(format(buffer, sizeof buffer, "%lc", static_cast<wint_t>(0x110000)), 0);
   EXPECT_STREQ(buffer, "");
 }

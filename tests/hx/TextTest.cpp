@@ -45,8 +45,8 @@ TEST_P(MalformedUtf8, IsRefusedWithItsPlace) {
   EXPECT_EQ(hxLiveArrays(), before);
 }
 
-// In order: lone continuation, overlong in 2, 3 and 4 bytes, surrogates, beyond the last character, no lead,
-// cut short at the end and by another character.
+// In this order: a continuation byte alone, overlong forms of 2, 3 and 4 bytes, surrogates, above the last
+// character, an invalid first byte, truncated at the end and by another character.
 INSTANTIATE_TEST_SUITE_P(Texts, MalformedUtf8,
                          ::testing::Values("\x80", "\xC0\x80", "\xC1\xBF", "\xE0\x9F\xBF", "\xF0\x8F\xBF\xBF",
                                            "\xED\xA0\x80", "\xED\xBF\xBF", "\xF4\x90\x80\x80",

@@ -1,4 +1,4 @@
-"""An installed copy of what was built, and an environment that knows nothing of this tree."""
+"""An installation of what was built, and an environment without any trace of this tree."""
 
 import os
 import re
@@ -22,13 +22,13 @@ def install(prefix, *arguments, **environment):
 
 
 def files_below(folder):
-    """The files and links below a folder, by their way from it."""
+    """The files and links below a folder, by their relative paths."""
     return sorted(str(each.relative_to(folder)) for each in folder.rglob("*") if not each.is_dir())
 
 
 @pytest.fixture(scope="session")
 def prefix(tmp_path_factory):
-    """The prefix of a whole copy. It is read alone."""
+    """The prefix of a complete installation. Tests only read it."""
     folder = tmp_path_factory.mktemp("installed") / "a prefix"
     install(folder)
     return folder
@@ -36,14 +36,15 @@ def prefix(tmp_path_factory):
 
 @pytest.fixture(scope="session")
 def moved(tmp_path_factory):
-    """The prefix of a copy that was installed elsewhere and then moved."""
+    """The prefix of an installation that was moved after it was made."""
     before = tmp_path_factory.mktemp("before") / "prefix"
     install(before)
     return before.rename(tmp_path_factory.mktemp("after") / "another prefix")
 
 
 def run_clean(folder, *command, status=0, stdin="", **environment):
-    """Runs a program in a folder, as someone would who has never seen this tree; gives what it printed."""
+    """Runs a program in a folder, in the environment of a user who does not have this tree. Returns its
+    output."""
     clean = {"PATH": "/usr/bin:/bin", "HOME": str(folder), "LANG": "C.UTF-8", **environment}
     command = [str(each) for each in command]
     done = subprocess.run(command, cwd=folder, env=clean, input=stdin, capture_output=True, text=True)
@@ -58,5 +59,5 @@ def call(tmp_path):
 
 @pytest.fixture(scope="session")
 def clean_call(tmp_path_factory):
-    """The same, for what several tests share."""
+    """The same, for use by several tests."""
     return partial(run_clean, tmp_path_factory.mktemp("home"))

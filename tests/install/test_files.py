@@ -1,4 +1,4 @@
-"""Which files an installed copy has, and that each finds the others from where it lies."""
+"""The files of an installation; each must find the others relative to its own place."""
 
 import re
 import subprocess
@@ -19,7 +19,7 @@ def libraries(prefix):
 
 
 def naming(prefix, place):
-    """The files below a prefix that hold the path of a place."""
+    """The files below a prefix that contain the path `place`."""
     return [name for name in files_below(prefix) if str(place).encode() in (prefix / name).read_bytes()]
 
 

@@ -1,4 +1,4 @@
-"""The installed headers among those of a program: names that both have, and compilers and options that do not fit."""
+"""The installed headers in a foreign program: equal names in both, and unsuitable compilers and options."""
 
 import shutil
 import subprocess
@@ -12,7 +12,8 @@ ENTRIES = ["platform/files/Files.h", "platform/ruvo/ObjectSystem.h", "platform/m
 
 @pytest.fixture(scope="module")
 def names(prefix):
-    """The headers by their ways below include/tarvelon: names that a tool has as well, types/Table.h say."""
+    """The headers' paths below include/tarvelon. Some of them, like types/Table.h, also exist in other
+    programs."""
     return files_below(prefix / "include/tarvelon")
 
 
@@ -38,7 +39,7 @@ def test_a_header_of_the_same_name_is_the_tools_for_the_tool_and_the_librarys_fo
 
 
 def first_error(compiler, prefix, source, *options):
-    """The first error of a program with a line of source, which must not compile."""
+    """The first error of a program with that line of source. The program must not compile."""
     command = [compiler, "-std=c++20", "-Wfatal-errors", *options, "-I", prefix / "include", "-x", "c++", "-"]
     done = subprocess.run(command, input=source, capture_output=True, text=True)
     assert done.returncode != 0

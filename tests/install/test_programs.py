@@ -1,4 +1,4 @@
-"""C++ programs outside this tree, built with an installed copy where it was put and where it was moved to."""
+"""C++ programs outside of this tree, built with an installation at its first place and after it was moved."""
 
 import shutil
 import subprocess
@@ -22,7 +22,7 @@ def examples(place, tmp_path):
 
 
 def printed_in_the_tree(name):
-    """What the same example prints as this tree builds it."""
+    """The output of the same example, built in this tree."""
     return subprocess.run([BUILD / "bin" / name], check=True, capture_output=True, text=True).stdout
 
 
@@ -54,7 +54,7 @@ def test_another_series_or_a_later_version_is_refused(prefix, call, tmp_path, ve
 
 
 def test_programs_find_the_package_with_pkg_config(place, examples, call):
-    # A shell takes the line apart again: the folder has a space in its name.
+    # The shell splits the line again, and the folder has a blank in its name.
     command = '"$0" -std=c++20 -o "$1" "$1.cpp" "-DTARVELON_MODULE_PATH=\\"$2\\"" '
     command += flags(call, place, "--cflags", "--libs")
     module = flags(call, place, "--variable=module").replace("\\", "")

@@ -1,4 +1,4 @@
-"""Python scripts with an installed copy: by the command `tarvelon` and by the interpreter alone."""
+"""Python scripts with an installation, run by the command `tarvelon` and by the interpreter alone."""
 
 import json
 
@@ -7,7 +7,7 @@ from conftest import BUILD, PYTHON, SOURCE, VERSION, install
 
 PACKAGES = "lib/python3/dist-packages"
 
-# Notes every file that is opened or mapped into the process while a model is made.
+# Records every file that the process opens or maps while it creates a model.
 SCRIPT = """
 import sys
 opened = []
@@ -34,7 +34,7 @@ def script(tmp_path):
 
 
 def check(output, prefix):
-    """Looks at what the script printed: its result, and that nothing of the tree was touched."""
+    """Checks the script's output: the result, and that no file of the tree was opened."""
     result, *files = output.splitlines()
     assert result == f"Brakes {VERSION}"
     assert f"{prefix}/lib/mm_arplatform_mi.so" in {each.replace(f"{PACKAGES}/../../", "lib/") for each in files}

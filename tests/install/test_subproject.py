@@ -1,4 +1,4 @@
-"""Another project that has the sources as a part of its own, with add_subdirectory(): see the folder `parent`."""
+"""A foreign project that adds the sources with add_subdirectory(): see the folder `parent`."""
 
 import json
 import re
@@ -10,14 +10,15 @@ from conftest import CMAKE, CXX, SOURCE
 
 PARENT = Path(__file__).resolve().parent / "parent"
 
-# What a build of the library leaves in the cache of its parent: its own, what it looked for, and where files are installed.
+# The cache variables that a build of the library may add to its parent: its own, those of its dependencies
+# and of installation.
 OURS = re.compile(r"_?(TARVELON|tarvelon|Boost|boost|EXPAT|PC_EXPAT|pkgcfg|__pkg|PKG_CONFIG|FIND_PACKAGE_MESSAGE|_GNUInstallDirs|prefix_result|"
                   r"CMAKE_INSTALL_)")
 
 
 @pytest.fixture(scope="module")
 def targets(prefix):
-    """The names that an installed copy gives."""
+    """The targets that an installation defines."""
     text = (prefix / "lib/cmake/Tarvelon/TarvelonTargets.cmake").read_text()
     return re.findall(r"^add_library\((Tarvelon::\w+)", text, re.MULTILINE)
 
@@ -40,7 +41,7 @@ def build(configure, targets):
 
 @pytest.fixture(scope="module")
 def commands(build):
-    """The options that each file is compiled with, by its name."""
+    """The compile options of each file, by its name."""
     return {entry["file"]: shlex.split(entry["command"])
             for entry in json.loads((build / "compile_commands.json").read_text())}
 

@@ -43,7 +43,7 @@ TEST(Asserter, CutsAMessageAtTheEndOfItsBuffer) {
 }
 
 TEST(Asserter, ClearsTheBufferWhenTheMessageCannotBeFormatted) {
-  // A wide character that has no form in the C locale makes the formatting fail.
+  // A wide character that the C locale cannot represent makes the formatting fail.
   const wchar_t text[] = {static_cast<wchar_t>(0xFFFFFF), 0};
   const auto message = raised([&text] { LocalAsserter("f", 1) = Asserter(false).Make("%ls", text); });
   EXPECT_EQ(message, "Internal assertion without a message detected! Please fix me asap");

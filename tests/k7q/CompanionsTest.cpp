@@ -17,7 +17,7 @@ Names superClassesOf(const char* name) {
   return names;
 }
 
-/// A record as "result name(self; arguments) flags".
+/// A record as text: "result name(self; arguments) flags".
 std::string shown(const ruvo::RVOMethodInfo& record) {
   const auto& signature = *record.getSignature();
   std::string text(signature.result().view());

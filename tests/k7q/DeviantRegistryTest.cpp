@@ -83,7 +83,7 @@ TEST(DeviantRegistry, KeepsABoundIdForItsHostObjectAlone) {
   DeviantRegistry::retract(object);
   object->release();
 
-  // Enough new views to use every record that has become free.
+  // Enough new views to use up all free records.
   std::vector<K7Q::ClassObject> objects;
   std::set<void*> ids;
   for (int i = 0; i < 5000; ++i) {
@@ -105,17 +105,17 @@ TEST(DeviantRegistry, GivesOutAgainWhatItsHostObjectsHaveLeft) {
       hosts.push_back(fake::thing());
       void* id = hosts.back()->getBoundPointer(ruvo::InternedName());
       addresses.insert(id);
-      // The native object goes while its host object stays.
+      // The native object is destroyed while its host object still exists.
       auto* object = DeviantRegistry::getVariantInfo(id).object;
       DeviantRegistry::retract(object);
       object->release();
     }
   }
-  // Not an address for each object of the twenty rounds; some were free before.
+  // Fewer addresses than objects, so addresses were reused. Some were free before.
   EXPECT_LT(addresses.size(), 10U * kObjects);
 }
 
-// The other thread goes on living, as those of a pool do.
+// The other thread does not end, like the threads of a thread pool.
 TEST(DeviantRegistry, GivesOutAgainWhatAnotherThreadHasRetracted) {
   fake::publish();
   constexpr int kObjects = 10000;

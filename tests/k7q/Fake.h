@@ -8,15 +8,15 @@
 #include "tarvelon/boundary/k7q/PropertyRecords.h"
 #include "tests/support/Host.h"
 
-/// A metamodel of two classes, just enough to see what the model infrastructure makes of it: `Fake.Base`, and
-/// `Fake.Thing` with one property of each kind.
+/// A small metamodel for tests of the model infrastructure: the class `Fake.Base`, and `Fake.Thing`, which
+/// has one property of each kind.
 namespace fake {
 
 using K7Q::Deviant;
 using K7Q::NSInterface::ClassObjectIntf;
 using ruvo::RVOInterfacePtr;
 
-/// The properties of Thing by id. The optional ones end in Maybe, lists in Many.
+/// The ids of Thing's properties. Optional properties end in Maybe, many-valued ones in Many.
 enum Id : unsigned {
   kText = 1,
   kTextMaybe,
@@ -39,7 +39,7 @@ enum Id : unsigned {
 
 class Methods;
 
-/// A model object that counts for real; values by property id.
+/// A model object with a real reference count. The values are stored by property id.
 class Object final : public ClassObjectIntf {
  public:
   explicit Object(const Methods& methods) : mMethods(methods) { ++sLive; }
@@ -66,7 +66,7 @@ class Object final : public ClassObjectIntf {
   mutable int mReferences = 0;
 };
 
-/// The model of every fake object, and one that has none.
+/// The model of all fake objects, and the null model.
 K7Q::Model model();
 K7Q::Model otherModel();
 
@@ -77,25 +77,25 @@ const K7Q::IntrospectiveMethods& methodsOf(const Methods& methods);
 K7Q::ClassObject newThing();
 K7Q::ClassObject newBase();
 
-/// What was asked of the table, in order: "get 1", "set 2", "unset 2", "has 2".
+/// The calls of the methods table, in order: "get 1", "set 2", "unset 2", "has 2".
 std::vector<std::string>& journal();
 
-/// Publishes the package `Fake`; once.
+/// Publishes the package `Fake`. Idempotent.
 void publish();
-/// The host object of a native one.
+/// The host object of a native object.
 RVOInterfacePtr hostOf(const K7Q::ImmutableObject& object, bool immutable = false);
-/// The native object behind a host object.
+/// The native object of a host object.
 Object& nativeOf(const RVOInterfacePtr& host);
-/// A new Thing as a host object.
+/// The host object of a new Thing.
 RVOInterfacePtr thing();
-/// The same object under another host object: immutable, or on a deviant that refuses writing.
+/// Another host object for the same native object: an immutable view, or a view that is read-only.
 RVOInterfacePtr immutableOf(const RVOInterfacePtr& host);
 RVOInterfacePtr frozenOf(const RVOInterfacePtr& host);
 /// The host object of a value of the enumeration `Fake.Kind`.
 RVOInterfacePtr kind(int value);
 int kindOf(const RVOInterfacePtr& host);
 
-/// Calls a static method of any class by its full name.
+/// Calls a static method of any class, given by its full name.
 host::HostResult callStatic(const char* cls, const char* method,
                             std::initializer_list<host::HostValue> arguments);
 

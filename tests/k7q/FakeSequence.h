@@ -8,7 +8,7 @@ namespace fake {
 
 using K7Q::Deviant;
 
-/// A view of a list of values that can be read and appended to.
+/// A view of a list of values, with reading and appending only.
 class Sequence final : public K7Q::SequenceProxy {
  public:
   using Ref = K7Q::Generic::Ref;

@@ -13,7 +13,7 @@ using K7Q::mi::Multiplicity;
 using K7Q::mi::Mutability;
 using ruvo::InternedName;
 
-/// The one descriptor there is: Thing.Text.
+/// The descriptor of Thing.Text, the only property with one.
 class TextDescriptor final : public K7Q::NSInterface::PropertyIntf {
  public:
   const char* name() const override { return "Text"; }
@@ -112,7 +112,7 @@ class Methods final : public K7Q::IntrospectiveMethods {
   }
 
  private:
-  /// Of a required scalar never set.
+  /// The value of a required scalar that was never set.
   static K7Q::Object defaultOf(unsigned id) {
     switch (id) {
       case kText:

@@ -4,7 +4,7 @@
 
 namespace fake {
 
-/// What a property's meta entry gives.
+/// Returns the descriptor of a property, for its meta entry.
 K7Q::ImmutableProperty descriptorOf(const K7Q::IntrospectiveMethods& owner, unsigned id);
 
 }  // namespace fake

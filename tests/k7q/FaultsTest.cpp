@@ -17,7 +17,7 @@ using ruvo::RVOInterfacePtr;
 
 namespace {
 
-/// What must be as before when an action has failed.
+/// The counts that must be unchanged after a failed action.
 struct Live {
   std::size_t arrays = hx::hxLiveArrays();
   std::size_t bindings = ruvo::factory::basic::BindingRegistry::size();
@@ -25,7 +25,8 @@ struct Live {
   friend bool operator==(const Live&, const Live&) = default;
 };
 
-/// Lets the first, the second, ... allocation of the action fail until none does. Returns how many failed.
+/// Makes the first, then the second, ... allocation of the action fail, until it succeeds. Returns the number
+/// of failures.
 int failEach(
     const std::function<void()>& action, const std::function<void()>& check = [] {}) {
   constexpr int kTooMany = 1000;
@@ -74,7 +75,7 @@ TEST(Faults, ReadingAPropertyLeaksNothing) {
 
 TEST(Faults, ARequiredScalarNeedsNoMemory) {
   const auto thing = fake::thing();
-  // A class whose definition failed stays so: it is defined before.
+  // Defines the class before, so that only the allocations of the action itself are tested.
   auto& record = fake::record("number");
   EXPECT_EQ(failEach([&] {
               record.setValue(thing, ruvo::RVOValue::ofInt32(5));
@@ -94,7 +95,7 @@ TEST(Faults, WritingATextChangesNothingWhenItFails) {
 TEST(Faults, MakingAListLeaksNothing) {
   const auto model = fake::hostOf(fake::model());
   for (const char* how : {"make", "makeUnique"}) {
-    // A class whose definition failed stays so: it is defined before.
+    // Defines the class before, so that only the allocations of the action itself are tested.
     fake::callStatic("Fake.SequenceOfThing", how, {object(model)});
     EXPECT_GT(failEach([&] { fake::callStatic("Fake.SequenceOfThing", how, {object(model)}); }), 0);
   }
@@ -126,9 +127,9 @@ TEST(Faults, AnObjectIsSeenAgainAfterItsIdCouldNotBeMade) {
   fake::publish();
   fake::hostOf(fake::model());
   const auto thing = fake::newThing();
-  // A class whose definition failed stays so: it is defined before.
+  // Defines the class before, so that only the allocations of the action itself are tested.
   fake::hostOf(thing);
-  // Enough views that the table has to grow on the way.
+  // Enough views that the table must grow.
   for (std::uintptr_t view = 0; view < 3000; ++view) {
     const K7Q::ImmutableObject seen(thing.getInterface(), K7Q::Deviant{view * 4});
     failEach([&] { fake::hostOf(seen); });
@@ -137,7 +138,7 @@ TEST(Faults, AnObjectIsSeenAgainAfterItsIdCouldNotBeMade) {
 }
 
 TEST(Faults, AClassThatCannotBeDefinedLeaksNothing) {
-  // Each definition can fail once: every attempt has a class of its own.
+  // Each attempt uses a new class, so that each definition starts from the beginning.
   ruvo::RVOPackage* package = ruvo::factory::registerRuvoPackage("FakeFaults", [](ruvo::RVOPackage*) {});
   int failures = 0;
   for (bool isDefined = false; !isDefined; ++failures) {

@@ -30,7 +30,7 @@ RVOInterfacePtr at(const RVOInterfacePtr& list, int index) {
   return host::callObject(list, "at", {integer(index)});
 }
 
-/// Host objects are compared by what they are, not by what they hold.
+/// Returns the host object itself: objects are compared by identity, not by contents.
 RVOInterface* raw(const RVOInterfacePtr& object) { return object; }
 
 std::vector<std::string> textsOf(const RVOInterfacePtr& list) {

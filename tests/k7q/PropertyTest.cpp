@@ -116,7 +116,7 @@ TEST(Property, TellsMultiplicityMutabilityAndWord) {
 }
 
 TEST(Property, IsSmall) {
-  // What every record adds to this is at most one pointer.
+  // The records add at most one pointer to this size.
   EXPECT_LE(sizeof(K7qmiProperty), 88U);
 }
 

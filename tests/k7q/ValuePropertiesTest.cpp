@@ -10,7 +10,7 @@ using hx::hxArray;
 
 namespace {
 
-/// An array that goes with the test.
+/// Owns an array during the test.
 struct Given {
   hxArray* array;
   explicit Given(hxArray* given) : array(given) {}
@@ -31,7 +31,7 @@ std::string refused(const ruvo::RVOInterfacePtr& object, const char* property, h
   return text;
 }
 
-/// The value that the record gives, raw for a scalar.
+/// The value returned by the record; raw for a scalar.
 struct Read {
   Read(const ruvo::RVOInterfacePtr& object, const char* property)
       : mRecord(fake::record(property)), mObject(object), slot(mRecord.getValue(object)) {}

@@ -34,14 +34,14 @@ HOST_ROOMS = ("interpreter", "objects", "members", "sequences", "types", "engine
 SOURCES = "src/"
 PRODUCT = "tarvelon/"
 
-# The rows are headers, wherever below these folders they lie.
+# The rows are headers in any folder below these.
 ARPLATFORM_ROWS = "rows of arplatform/"
 FOUNDATION_ROWS = "rows of foundation/ and types/"
 
 MODULE = ("boundary/", "binding/", "module/", "collections/", "factory/", "arplatform/")
-# What replaces a file at once, and the XML parser.
+# System headers for replacing a file atomically, and the header of the XML parser.
 FILES_NEEDS = frozenset({"dirent.h", "expat.h", "fcntl.h", "sys/file.h", "sys/random.h", "sys/stat.h", "sys/xattr.h"})
-# What runs at a thread's end without an allocation.
+# The system header for functions that run at a thread's end.
 HX_NEEDS = frozenset({"pthread.h"})
 # The libraries of the platform from the bottom up, each with its rooms from the bottom up. Rooms in one tuple stand side
 # by side and do not see each other. A library without rooms is one room.
@@ -112,7 +112,7 @@ STANDARD = set(
     variant vector version
     """.split()
 )
-# What the C++ library and the C library under it add to the standard on the systems we build for.
+# Headers of the C++ and C libraries on our systems that are not part of the standard.
 SYSTEM = {"cxxabi.h", "dlfcn.h", "unistd.h"}
 
 INCLUDE = re.compile(r"^[ \t]*#[ \t]*(?:include|include_next|import)\b[ \t]*(.*)$", re.MULTILINE)
@@ -120,7 +120,7 @@ TARGET = re.compile(r'(?:"([^"]+)"|<([^>]+)>)')
 
 
 def sources(root):
-    """Every C++ file of the repository, as a path from its root; hidden folders and build/ are not read."""
+    """All C++ files of the repository, as paths from its root, without hidden folders and build/."""
     for path in sorted(root.rglob("*")):
         name = path.relative_to(root)
         if name.parts[0] == "build" or any(part.startswith(".") for part in name.parts):
@@ -137,7 +137,7 @@ def rule_of(file):
 
 
 def is_allowed(target, rule):
-    """Says whether `rule` lets a file include `target`, a file of our own."""
+    """Whether `rule` allows a file to include `target`, one of our own files."""
     is_header = Path(target).suffix in HEADERS
     for allowed in rule.allowed:
         if allowed == ARPLATFORM_ROWS:
@@ -152,7 +152,7 @@ def is_allowed(target, rule):
 
 
 def complaint(root, rule, text):
-    """What is wrong with the include whose operand is `text`, or None."""
+    """What is wrong with the include whose operand is `text`; None if it is allowed."""
     match = TARGET.match(text)
     if not match:
         return f"includes the macro {text}: write the name itself, so that it can be checked"
@@ -187,7 +187,7 @@ def host_complaints(root, file):
 
 
 def check(root):
-    """Returns the complaints, the number of files and the number of includes read."""
+    """Returns the complaints, the number of files and the number of includes."""
     complaints, files, includes = [], 0, 0
     for file in sources(root):
         if file.parts[0] in FREE:
@@ -213,7 +213,7 @@ def main(arguments):
     complaints, files, includes = check(Path(arguments[0]))
     print(f"{includes} includes in {files} files, {len(complaints)} that may not be")
     print("\n".join(complaints))
-    # A check that reads nothing would pass for ever.
+    # Finding no files is an error, because such a check would always pass.
     return 1 if complaints or files == 0 else 0
 
 

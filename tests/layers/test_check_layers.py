@@ -1,4 +1,5 @@
-"""The layer check itself: a small made-up tree passes, and each kind of look upwards is found."""
+"""The layer check itself: a small tree made for this test passes, and each kind of upward include is
+found."""
 
 import subprocess
 import sys
@@ -9,7 +10,7 @@ import pytest
 sys.path.insert(0, str(Path(__file__).parent))
 import check_layers
 
-# One file of every layer, each with all it may include.
+# One file of each layer, with everything that it may include.
 GOOD = {
     "src/tarvelon/boundary/ruvo/Class.h": ["<string>", "<boost/shared_ptr.hpp>", '"tarvelon/boundary/hx/Array.h"'],
     "src/tarvelon/boundary/hx/Array.h": ["<cstddef>"],
@@ -52,7 +53,7 @@ GOOD = {
     "build/release/Generated.h": ['"tarvelon/module/Wrapper.h"'],
 }
 
-# A file, an include that it may not have, and a word that the complaint must hold.
+# A file, an include that it may not have, and a word of the expected complaint.
 VIOLATIONS = [
     ("src/tarvelon/boundary/ruvo/Class.h", '"tarvelon/binding/Record.h"', "binding/Record.h"),
     ("src/tarvelon/boundary/ruvo/Class.h", '"tarvelon/platform/hx/Pool.h"', "platform/hx/Pool.h"),

@@ -23,7 +23,7 @@ namespace firstuse {
 
 namespace {
 
-/// Which of the two kinds of allocation fails, and how it is told whether it has.
+/// A kind of allocation that fails, and how to find out whether it has failed.
 struct Kind {
   const char* name;
   void (*arm)(std::size_t);
@@ -36,7 +36,7 @@ const Kind kKinds[] = {
      [] { return hx::tThread.allocationsUntilFailure != 0; }},
 };
 
-/// What a child has seen, in the order of these.
+/// The results of a child process, in this order.
 struct Seen {
   bool hasEnded = false;
   bool hasFailed = false;
@@ -70,7 +70,7 @@ Seen parsed(std::string_view text) {
   return seen;
 }
 
-/// Runs act() with its n-th allocation failing. Says whether it failed.
+/// Runs act() with its n-th allocation failing. Returns whether it failed.
 bool hasFailed(const Case& what, const Kind& kind, std::size_t n, Seen& seen) {
   kind.arm(n);
   try {
@@ -108,7 +108,7 @@ Seen watch(const Case& what, const Kind& kind, std::size_t n) {
   return seen;
 }
 
-/// What the child writes is all that is read until it ends.
+/// Reads everything that the child writes until it ends.
 std::string readAll(int from) {
   std::string text;
   char buffer[4096];
@@ -127,7 +127,7 @@ void writeAll(int to, std::string_view text) {
   }
 }
 
-/// Runs one turn in a child. Null text means that the child did not live to tell.
+/// Runs one attempt in a child process. Returns a null text if the child crashed.
 std::string inChild(const std::function<Seen()>& turn) {
   int ends[2] = {};
   if (::pipe(ends) != 0) throw std::runtime_error("no pipe");
@@ -160,7 +160,7 @@ Seen undisturbed(const Case& what, bool isToAct) {
 
 std::size_t expectSafe(const Case& what, std::size_t stride) {
 #ifdef TARVELON_HAS_ASAN
-  // A child with a look for leaks takes twenty times as long as one without.
+  // With leak detection, a child process takes twenty times as long.
   stride *= 13;
 #endif
   if (std::getenv("TARVELON_EVERY_ALLOCATION")) stride = 1;

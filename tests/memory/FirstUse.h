@@ -3,27 +3,25 @@
 #include <functional>
 #include <string>
 
-/// What a program does for the first time while memory runs out.
+/// Tests of the first use of something while memory runs out.
 ///
-/// A fault at a first use cannot be asked for twice in one process: each turn runs in a child of its own.
+/// A first use happens only once in a process, so each attempt runs in its own child process.
 namespace firstuse {
 
 struct Case {
-  /// Runs in each child with memory enough.
+  /// Runs first in each child process, with enough memory.
   std::function<void()> prepare;
-  /// What is to be done. Once more behind a failure it must come through.
+  /// The tested action. It is repeated after a failure and must then succeed.
   std::function<void()> act;
-  /// Everything that can be seen of what is there, before and behind act().
+  /// Describes everything that act() may change; called before and after act().
   std::function<std::string()> show;
 };
 
-/// Lets each allocation of act() fail in turn, of operator new first and of the host's memory then.
-/// Complains, as a test that fails, of a child that a signal or std::terminate() ends, of an exception other
-/// than std::bad_alloc, of what has changed behind a failure, and of a second attempt that fails or gives
-/// another result.
+/// Makes each allocation of act() fail in turn: first those of operator new, then those of utMalloc(). The
+/// test fails if a child process crashes or terminates, if an exception other than std::bad_alloc is raised,
+/// if anything has changed after a failure, or if the second attempt fails or has another result.
 ///
-/// `stride` tells how many points are left out between two; TARVELON_EVERY_ALLOCATION in the environment
-/// takes all.
+/// Only every `stride`-th allocation is tested; with TARVELON_EVERY_ALLOCATION in the environment, all are.
 std::size_t expectSafe(const Case& what, std::size_t stride = 1);
 
 }  // namespace firstuse

@@ -1,5 +1,5 @@
-// Memory runs out while something is used for the first time: the process lives, the model is as it was, and
-// the same thing done again comes through.
+// Memory runs out while something is used for the first time. The process must not crash, the model must be
+// unchanged, and the same action must then succeed.
 
 #include <filesystem>
 #include <fstream>
@@ -42,7 +42,7 @@ std::string membersOf(ruvo::Class& cls) {
   return members;
 }
 
-/// A model with a package and a constant in it that a formula refers to.
+/// A model with a package, a constant in it, and a formula that refers to the constant.
 struct Scene {
   void make() {
     mModel = K7Q::Model::create();
@@ -57,14 +57,15 @@ struct Scene {
   variant::SystemConst mConstant;
 };
 
-/// Lets each allocation of an action on a fresh scene fail. Gives how many there were.
+/// Makes each allocation of an action on a new scene fail. Returns the number of allocations.
 std::size_t expectSafe(const std::function<void(Scene&)>& act) {
   const auto scene = std::make_shared<Scene>();
   return firstuse::expectSafe(
       {[scene] { scene->make(); }, [scene, act] { act(*scene); }, [scene] { return scene->shown(); }});
 }
 
-/// The same for a model with a history in which one step was taken back: no step is left, and none is lost.
+/// The same, with a history in which one change was undone. No change may be added to or lost from the
+/// history.
 std::size_t expectSafeWithHistory(const std::function<void(Scene&)>& act) {
   const auto scene = std::make_shared<Scene>();
   return firstuse::expectSafe({[scene] {
@@ -209,7 +210,7 @@ TEST(FirstUse, OfJson) {
   expectSafeBothWays([](Scene& s) { ASSERT_FALSE(Tarvelon::metamodel::toJson(s.mModel).empty()); });
 }
 
-/// A file of this process, gone at the end of the test.
+/// A file whose name has the process id; removed at the end of the test.
 class TemporaryFile {
  public:
   ~TemporaryFile() { std::filesystem::remove(path); }

@@ -14,7 +14,7 @@ namespace arplatform = Tarvelon::metamodel::arplatform;
 
 namespace {
 
-// Each test runs in a process of its own: the guards are never cleared.
+// Each test runs in its own process, because the guards are never reset.
 
 int gCalls = 0;
 void countCall(ruvo::RVOPackage* /*package*/) { ++gCalls; }

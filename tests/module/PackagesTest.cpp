@@ -47,7 +47,7 @@ TEST(Initialiser, AttachesOnceWhateverPackageItIsGiven) {
     arplatform::common::mi::initcommonPackageWrapper(given);
   }
   EXPECT_EQ(root().packageNames(), kChildren);
-  // A second wrapper would register every class a second time, which the package refuses.
+  // If there were two wrappers, each class would be registered twice, which the package refuses.
   EXPECT_NE(ruvo::Class::find("Tarvelon.metamodel.arplatform.common.Package"), nullptr);
 }
 

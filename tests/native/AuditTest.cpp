@@ -1,4 +1,5 @@
-// An audit names each invariant that is broken. The models are broken past the library: by what it stores.
+// The audit must report each broken invariant. The tests break a model by changing its internal data
+// directly.
 
 #include <stdexcept>
 #include <string>
@@ -26,7 +27,7 @@ using native::Journal;
 using native::NativeModel;
 using native::Word;
 
-/// What a class keeps to itself: an explicit instantiation may name it.
+/// Gives access to a private member of a class: an explicit instantiation may name private members.
 template <class Tag, typename Tag::Member kMember>
 struct Reveal {
   friend typename Tag::Member memberOf(Tag /*tag*/) { return kMember; }
@@ -58,7 +59,7 @@ auto& reveal(const Object& object) {
   return const_cast<Object&>(object).*memberOf(Tag());
 }
 
-/// Breaks a member for the length of a scope: so the model can be freed behind it.
+/// Changes a member for the length of a scope, and restores it so that the model can be destroyed.
 template <class T>
 class Broken {
  public:
@@ -98,7 +99,7 @@ class Audit : public testing::Test {
   static Word& referrersOf(const K7Q::ClassObject& object) {
     return *at(object).find(Instance::kReferrerSlot);
   }
-  /// The set of one referrer as a word.
+  /// The word of a referrer set that contains a single referrer.
   static std::uint64_t only(std::uint64_t number, unsigned slot) {
     return ((number << 8 | slot) + 1) << 1 | 1;
   }
@@ -201,7 +202,8 @@ TEST_F(Audit, SeesReferrersThatDoNotRefer) {
                 ", which refers to nothing");
   EXPECT_EQ(textWith(only(4, slot)), sentence + "4, slot " + std::to_string(slot) +
                                          ", and behavior.InitEvent 'E' (number 4) does not have it there");
-  // A list is not gone through for each of its elements: the number of all references tells.
+  // For references in a list, the audit only compares numbers, because searching the list for each of them is
+  // slow.
   const unsigned events = slotOf(mRunnable, "Events");
   EXPECT_EQ(
       textWith(only(3, events)),

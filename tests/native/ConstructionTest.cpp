@@ -1,4 +1,4 @@
-// Constructors: which property each argument fills, and what a failed one leaves behind.
+// Constructors: which argument sets which property, and the effects of a failed constructor.
 
 #include <vector>
 
@@ -63,7 +63,7 @@ TEST_F(Construction, RefusesAnArgumentAsASetWouldAndLeavesNoObject) {
       "ApplicationError.errorCode: expected int32 scalar, got char vector \"x\"; give a whole number from "
       "-2147483648 to 2147483647");
   refusalOf<K7Q::WrongValue>([&] { create<documentation::Modification>(1, {K7Q::Object()}); });
-  // The next object takes the next place in the model: nothing was left in between.
+  // The failed object has left no gap: the next object has the next number.
   EXPECT_EQ(mModel.getInterface()->numRef(), 2);
 }
 

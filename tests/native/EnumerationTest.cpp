@@ -58,7 +58,7 @@ TEST(Enumeration, IsDescribedByOneType) {
 }
 
 TEST(Enumeration, IsTheSameTypeWhicheverLibraryNamesIt) {
-  // A name at another address, as another library has it.
+  // The same name at another address, as in another library.
   static constexpr Tarvelon::metamodel::EnumerationName kCopy = BindingTimeKind::kName;
   EXPECT_TRUE(Tarvelon::metamodel::native::enumerationDataType(kCopy) == BindingTimeKind::MetaDataType());
 }

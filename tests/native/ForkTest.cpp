@@ -1,4 +1,4 @@
-// A process whose threads have used models forks, and its child starts threads of its own.
+// A process whose threads have used models forks; the child starts its own threads.
 
 #include <barrier>
 #include <sys/wait.h>
@@ -45,7 +45,7 @@ TEST(Fork, LeavesTheChildThreadsOfItsOwn) {
   haveUsed.arrive_and_wait();
   const pid_t child = fork();
   if (child == 0) {
-    // Should it hang, it ends.
+    // Ends the process if it hangs.
     alarm(60);
     for (int round = 0; round < 10; ++round) useModelsOnThreads();
     _exit(Tarvelon::metamodel::native::liveObjects() == before && package.isValid() ? 0 : 1);

@@ -1,5 +1,5 @@
-// Each allocation of a change fails in turn, in a model whose changes are noted: afterwards the model is as
-// it was before or as it is after the change, and goes on working.
+// Each allocation of a change fails in turn, in a model with a journal. Afterwards the model must be either
+// unchanged or completely changed, and it must remain usable.
 
 #include <algorithm>
 #include <functional>
@@ -19,7 +19,7 @@ namespace api = Tarvelon::model;
 
 enum class Journal { Transaction, History, Listener };
 
-/// Objects that are tied up in many ways, in a model that notes changes for one reason.
+/// Objects with many kinds of links, in a model that has a journal for one of the three reasons.
 class Scene {
  public:
   explicit Scene(Journal why) {
@@ -126,10 +126,10 @@ const std::vector<Named> kChanges = {
 
 const auto kArms = {+[](std::size_t n) { failing::gCountdown = n; },
                     +[](std::size_t n) { utFailAllocation(n); }};
-/// More allocations than any of these changes needs.
+/// More than the number of allocations of any of these changes.
 constexpr std::size_t kMost = 40;
 
-/// Runs a change whose n-th allocation fails. Gives whether that came through.
+/// Runs a change with its n-th allocation failing. Returns whether it has failed.
 bool hasFailed(void (*arm)(std::size_t), std::size_t n, const std::function<void()>& change) {
   arm(n);
   try {
@@ -142,7 +142,7 @@ bool hasFailed(void (*arm)(std::size_t), std::size_t n, const std::function<void
   return false;
 }
 
-/// Calls check(scene, hasFailed) behind each turn. `prepare` stands before what may fail.
+/// Calls check(scene, hasFailed) after each attempt. `prepare` runs without failures.
 void eachFailure(Journal why, const Change& prepare, const Change& change,
                  const std::function<void(Scene&, bool)>& check) {
   int failures = 0;
@@ -269,7 +269,7 @@ TEST_F(HistoryFailures, InABoundLeaveTheHistoryAsItWas) {
       });
 }
 
-// A history that is full and goes on: what it keeps found its room when it was bounded.
+// The history is full, so each further change removes the oldest one. The kept changes need no new memory.
 TEST_F(HistoryFailures, DoNotTouchWhatAFullHistoryKeeps) {
   constexpr std::size_t kLimit = 9;
   for (const auto arm : kArms) {

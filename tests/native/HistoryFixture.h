@@ -7,7 +7,7 @@
 #include "tests/native/Shown.h"
 #include "tests/native/Support.h"
 
-// What the tests of transactions and of the history share.
+// Helpers for the tests of transactions and of the history.
 
 /// A model with one package.
 class Transactions : public testing::Test {
@@ -15,7 +15,7 @@ class Transactions : public testing::Test {
   std::string shown() const { return shown::everything(mModel); }
   std::size_t objects() const { return Tarvelon::model::objects(mModel).size(); }
 
-  /// Makes a change, and takes it back and makes it again twice, comparing all that can be seen.
+  /// Makes a change, undoes and redoes it twice, and compares everything that can be seen of the model.
   template <class Change>
   void takeBack(Change change) {
     const std::string before = shown();

@@ -15,7 +15,7 @@ class History : public Transactions {
   bool undo() { return api::undo(mModel); }
   bool redo() { return api::redo(mModel); }
 
-  /// One that refers to a referrable object.
+  /// An object that refers to a referrable object.
   common::Sdx referTo(const common::Referrable& object) { return common::Sdx::create(mModel, object); }
   variant::SystemConst constant(const char16_t* name) { return variant::SystemConst::create(mModel, name); }
   K7Q::Generic::SequenceIntf& elements() const { return mElements.get(); }
@@ -148,7 +148,7 @@ TEST_F(History, FreesWhatCannotComeBackAnyMore) {
   const auto gone = constant(u"C");
   gone.destroy();
   mPackage.set<"Name">(u"Q");
-  // The number is free again.
+  // The number of the destroyed object is free again.
   const auto next = constant(u"D");
   EXPECT_TRUE(api::objects(mModel)[1] == next);
 }
@@ -173,7 +173,7 @@ TEST_F(History, FindsItsRoomWhenAReferrerOfLongAgoIsFreed) {
 
 TEST_F(History, FindsItsRoomBehindATransactionThatWasTakenBack) {
   for (const bool isUndone : {true, false}) {
-    // A name and another value fill the room that an object has at first; a third makes more.
+    // Two values fit into the room that an object has at first; a third value needs more.
     for (int fill = 0; fill < 3; ++fill) {
       const auto object = common::Package::create(mModel, u"N");
       if (fill > 0) object.set<"desc">(documentation::MultiLanguageOverviewParagraph::create(mModel));

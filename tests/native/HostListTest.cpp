@@ -1,4 +1,4 @@
-// Lists that a host makes, of objects that a model destroys and brings back.
+// Lists that a host makes, with objects that the model destroys and restores.
 
 #include "tarvelon/platform/k7q/sequences/HostList.h"
 #include "tarvelon/platform/model/api/History.h"
@@ -9,7 +9,7 @@ namespace {
 
 namespace api = Tarvelon::model;
 
-/// A list for the objects of one model.
+/// A list of objects of one model.
 class HostLists : public testing::TestWithParam<bool> {
  protected:
   HostLists() {

@@ -1,4 +1,4 @@
-// Where the objects of a model stand, and what becomes of the places of those that have gone.
+// The storage of a model's objects, and the reuse of the places of destroyed objects.
 
 #include <malloc.h>
 #include <vector>
@@ -42,13 +42,13 @@ TEST_F(Objects, TakeThePlacesOfThoseThatHaveGone) {
   for (std::size_t i = 0; i < made.size(); i += 3) made[i] = {};
   EXPECT_EQ(liveObjects() - mBefore, 666U);
   make(334);
-  // Nowhere but among those that stayed: the last one is still the last.
+  // The new objects use the places of the destroyed ones: the last object is still the last.
   const auto all = api::objects(mModel);
   ASSERT_EQ(all.size(), 1000U);
   EXPECT_TRUE(all[998] == made[998]);
 }
 
-// Its list closes up when more than half of it has gone.
+// The list of a class is compacted when more than half of its objects were destroyed.
 TEST_F(Objects, StandInTheListOfTheirClassAsThoseBeforeThemGo) {
   auto made = make(100);
   const auto first = made.begin() + 60;
@@ -94,6 +94,6 @@ UNINSTRUMENTED_TEST_F(Objects, GiveBackTheirMemory) {
   const std::size_t full = mallinfo2().uordblks;
   for (const auto& each : made) each.destroy();
   made.clear();
-  // What stays is the table of chunks, half a byte an object at most, and what the allocator keeps.
+  // The table of chunks stays (at most half a byte for each object), and what the allocator keeps.
   EXPECT_LT(mallinfo2().uordblks + 70 * kObjects, full);
 }

@@ -1,4 +1,4 @@
-// What the descriptions of classes, properties and packages answer.
+// The descriptions of classes, properties and packages.
 
 #include <set>
 #include <string>

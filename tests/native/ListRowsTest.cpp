@@ -1,5 +1,5 @@
-// Many elements that leave a list at once, or come into it: one change of the list, told and taken back as
-// the single changes that it is made of.
+// Removing or adding many elements at once is one change of the list. Listeners and undo see it as the single
+// changes.
 
 #include <random>
 #include <span>
@@ -36,7 +36,7 @@ class ListRows : public Transactions {
     for (std::size_t index = 0; index < mAll.size(); index += 2) elements.push_back(mAll[index]);
     return elements;
   }
-  /// A list that refers to the same.
+  /// The list of another object, with the same elements.
   K7Q::SequenceHandle listOfOther(const Elements& elements) {
     const auto other = variant::SystemConstDependentFormula::create(mModel, u"o");
     for (const auto& each : elements) other.get<"SysConst">().add(each);
@@ -51,7 +51,7 @@ class ListRows : public Transactions {
   }
   void keepHistory() { api::setHistoryLimit(mModel, 10); }
   K7Q::Generic::SequenceIntf& sequence() const { return mSequence.get(); }
-  /// How often the list was changed meanwhile.
+  /// The number of changes of the list during `change`.
   template <class Change>
   std::uint32_t changesIn(Change change) {
     const native::WordList& list = listOf(mFormula);
@@ -59,7 +59,7 @@ class ListRows : public Transactions {
     change();
     return list.changes() - before;
   }
-  /// The same, and takes it back for good.
+  /// Makes the change, undoes and redoes it, and finally undoes it.
   template <class Change>
   void takeBack(Change change) {
     Transactions::takeBack(change);
@@ -127,7 +127,7 @@ TEST_F(ListRows, ComeBackToTheirPlaces) {
   std::mt19937 random(7);
   keepHistory();
   for (unsigned round = 0; round < 6; ++round) {
-    // Room in front of the list, and behind it.
+    // Free room at the front and at the back of the list.
     for (unsigned popped = 0; popped < round % 3; ++popped) sequence().generic_pop_front({});
     Elements some;
     for (const auto& each : mAll) {
@@ -155,7 +155,7 @@ TEST_F(ListRows, OfTextsComeBackToTheirPlaces) {
   const auto value = variant::SystemConstValue::create(mModel);
   const auto texts = Access<variant::SystemConstValue>(value, "ValueVariationPoint").sequence();
   for (int number = 0; number < 200; ++number) {
-    // Some texts stand there twice.
+    // Some texts occur twice.
     const std::string digits = std::to_string(number % 150);
     value.get<"ValueVariationPoint">().add(K7Q::String(std::u16string(digits.begin(), digits.end())));
   }

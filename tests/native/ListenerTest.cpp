@@ -1,4 +1,4 @@
-// Listening to changes.
+// Listeners.
 
 #include <cstdint>
 #include <memory>
@@ -70,7 +70,7 @@ TEST_F(Listeners, AreToldOfEachKindOfChange) {
   EXPECT_FALSE(mBatches[6][0].object.isValid());
 }
 
-// The first holder is left without a value that is required of it.
+// The former owner loses the value of a required property.
 TEST_F(Listeners, AreToldOfBothHoldersOfAnObjectThatGoesToAnother) {
   const auto paragraph = documentation::MultiLanguageOverviewParagraph::create(mModel);
   const auto first = documentation::Modification::create(mModel, paragraph);
@@ -194,7 +194,7 @@ TEST_F(Listeners, OfAnObjectAreToldOfThatAlone) {
   EXPECT_EQ(told, 1U);
   mConstant.destroy();
   EXPECT_EQ(told, 2U);
-  // Whatever has its number now.
+  // A new object may have the same number as the destroyed one.
   variant::SystemConst::create(mModel, u"z").set<"Name">(u"w");
   EXPECT_EQ(told, 2U);
 }
@@ -273,7 +273,8 @@ TEST_F(Listeners, AreToldInTheOrderTheyCameEachOfItsOwn) {
   EXPECT_EQ(told, "a24b1234c13f24g24");
 }
 
-// One of an object leaves others of it, of another and of the model that would be told after it.
+// A listener of an object removes other listeners that would be called after it: of the object, of another,
+// of the model.
 TEST_F(Listeners, OfObjectsMayLeaveWhileTheyAreTold) {
   std::string told;
   std::vector<std::uint64_t> leaving;
@@ -320,7 +321,7 @@ TEST_F(Listeners, MayNotChangeTheModel) {
     EXPECT_EQ(refusalOf([&] { api::redo(mModel); }), text);
     EXPECT_EQ(refusalOf([&] { api::setHistoryLimit(mModel, 1); }), text);
     EXPECT_EQ(refusalOf([&] { mModel.getModelInterface()->close(); }), text);
-    // Reading is free, and so is another model.
+    // Reading is allowed, and so is changing another model.
     EXPECT_EQ(api::objects(mModel).size(), 3U);
     common::Package::create(K7Q::Model::create(), u"R");
   });
@@ -404,7 +405,7 @@ TEST_F(Listeners, MayChangeAnotherModelWhoseListenersReadThisOne) {
   EXPECT_EQ(seen, "1");
 }
 
-// What goes with a listener may come back to the model when that is busy with freeing the object.
+// Freeing a listener may run code that changes the model while the model is freeing the listener's object.
 TEST_F(Listeners, MayChangeTheModelWhenTheyAreFreed) {
   api::setHistoryLimit(mModel, 1);
   struct Last {
@@ -466,7 +467,7 @@ TEST_F(Listeners, AreToldLaterThoughATransactionIsTakenBackMeanwhile) {
   }
   EXPECT_EQ(kindsOf(0), (std::vector{Kind::Set, Kind::Set}));
   EXPECT_EQ(mBatches.size(), 1U);
-  // Each begin has had its end.
+  // All delays have ended.
   api::setHistoryLimit(mModel, 3);
   mPackage.set<"Name">(u"3");
   EXPECT_TRUE(api::undo(mModel));
@@ -500,7 +501,7 @@ TEST_F(Listeners, OfAModelThatIsClosedWhileThatIsPutOffAreNotTold) {
   EXPECT_EQ(api::objects(other).size(), 1U);
 }
 
-// The call that tells a listener keeps the model until it has ended.
+// The call of a listener keeps the model alive until the call ends.
 TEST(ListenersOfAModel, MayDropItsLastHandleInUndoAndRedo) {
   for (const auto act : {api::undo, api::redo}) {
     auto model = K7Q::Model::create();

@@ -1,4 +1,4 @@
-// What is said of objects and models that cannot be used any more, and of places that a list has not.
+// Error texts for destroyed objects, closed models, and indices out of range.
 
 #include "tarvelon/platform/model/api/History.h"
 #include "tarvelon/platform/model/api/Search.h"

@@ -1,4 +1,4 @@
-// What objects cost, and what a failed allocation leaves behind.
+// The memory of objects, and the effects of failed allocations.
 
 #include <functional>
 #include <malloc.h>
@@ -16,21 +16,21 @@
 
 namespace {
 
-/// Bytes of all blocks in use, with what the allocator adds to each.
+/// The bytes of all allocated blocks, including the allocator's overhead.
 std::size_t bytesInUse() { return mallinfo2().uordblks; }
 
 constexpr const char16_t* kText = u"abcdefghijklmnopqrstuvwx";
 
 std::string utf8(const K7Q::String& text) { return K7Q::String::to_string(text); }
 
-/// Objects that are tied up in each way there is, and all that can be seen of them as one text.
+/// Objects with all kinds of links, and a text of everything that can be seen of them.
 class Tangle {
  public:
   Tangle() {
     mRoot.get<"PackagedElement">().add(mPackage);
     mPackage.get<"PackagedElement">().add(mConstant);
     mPackage.get<"PackagedElement">().add(mOther);
-    // Seven in all, for which there is just room.
+    // With these the list has seven elements, which uses up its room.
     for (const char16_t* name : {u"1", u"2", u"3", u"4", u"5"})
       mPackage.get<"PackagedElement">().add(common::Package::create(mModel, name));
     mRoot.get<"PackagedElement">().add(mSecond);
@@ -82,7 +82,8 @@ class Tangle {
   }
 };
 
-/// Lets the first, the second, ... allocation of a change fail until it needs no more; each time all must be
+/// Makes the first, then the second, ... allocation of a change fail, until it succeeds. After each failure
+/// the model must be unchanged.
 /// as before.
 void failAtEveryAllocation(const std::function<void(Tangle&)>& change) {
   for (unsigned long allocation = 1; allocation < 100; ++allocation) {
@@ -116,7 +117,7 @@ UNINSTRUMENTED_TEST(Memory, OfAnObjectWithTwoTextsIsBelow200Bytes) {
   common::SymbolProps::create(model, kText, kText).destroy();
   const std::size_t before = bytesInUse();
   for (int i = 0; i < kObjects; ++i) common::SymbolProps::create(model, kText, kText);
-  // Two texts of 24 units, without what their cells and the allocator add.
+  // The two texts of 24 UTF-16 units each, without the overhead of their cells and of the allocator.
   constexpr std::size_t kTexts = std::size_t{2} * 24 * sizeof(char16_t);
   EXPECT_LE((bytesInUse() - before) / kObjects - kTexts, 200U);
 }
@@ -130,7 +131,7 @@ UNINSTRUMENTED_TEST(Memory, OfAnObjectInASequenceIsBelow120BytesBesidesItsText) 
   for (int i = 0; i < kObjects; ++i) {
     package.get<"PackagedElement">().add(variant::SystemConst::create(model, text));
   }
-  // The model keeps a copy of a text that others hold: its 24 units, and the head of its cell.
+  // The model stores a copy of a text that is also used elsewhere: 24 UTF-16 units and the cell's header.
   constexpr std::size_t kCopy = 24 * sizeof(char16_t) + sizeof(K7Q::NSInterface::StringIntf);
   EXPECT_LE((bytesInUse() - before) / kObjects - kCopy, 120U);
 }
@@ -151,7 +152,7 @@ UNINSTRUMENTED_TEST(Memory, IsGivenBackByDestroyAndClose) {
   round();
   const std::size_t before = bytesInUse();
   for (int i = 0; i < 10; ++i) round();
-  // The allocator counts what it keeps at hand for the next request as in use.
+  // Blocks that the allocator keeps for reuse count as allocated.
   EXPECT_LE(bytesInUse(), before + before / 100);
 }
 
@@ -167,7 +168,7 @@ UNINSTRUMENTED_TEST(Memory, OfAModelThatIsFilledAndEmptiedDoesNotGrow) {
   round();
   const std::size_t before = bytesInUse();
   for (int i = 0; i < 10; ++i) round();
-  // The allocator counts what it keeps at hand for the next request as in use.
+  // Blocks that the allocator keeps for reuse count as allocated.
   EXPECT_LE(bytesInUse(), before + before / 100);
 }
 
@@ -186,7 +187,7 @@ UNINSTRUMENTED_TEST(Memory, OfAVehicleBuiltAndClosedAThousandTimesStaysAsItIsAft
 
 namespace {
 
-/// Fifty thousand objects that hold, refer and are referred to, built and destroyed again.
+/// Creates fifty thousand objects that contain and refer to others, and destroys them.
 void buildAndDestroy(const K7Q::Model& model) {
   constexpr int kOfEach = 12500;
   const auto package = common::Package::create(model, kText);
@@ -206,7 +207,7 @@ void buildAndDestroy(const K7Q::Model& model) {
   }
 }
 
-/// A hundred rounds, of which the last must not have more in use than the tenth.
+/// Runs a hundred rounds. The last round must not use more memory than the tenth.
 template <class Round>
 void expectNoGrowth(const K7Q::Model& model, Round round) {
   constexpr int kRounds = 100;
@@ -265,7 +266,7 @@ TEST(FailedAllocation, InAConstructorLeavesTheModelAsItWas) {
   failAtEveryAllocation([](Tangle& tangle) {
     tangle.mFormula.get<"SysCString">().add(variant::SystemConst::create(tangle.mModel, kText));
   });
-  // The argument that is held stays with its owner until nothing can fail any more.
+  // The object in the argument stays with its owner until nothing can fail any more.
   failAtEveryAllocation(
       [](Tangle& tangle) { documentation::Modification::create(tangle.mModel, tangle.mText); });
 }

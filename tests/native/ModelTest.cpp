@@ -1,4 +1,4 @@
-// Lifetime: who keeps a model and its objects, and what closing leaves.
+// Lifetime: what keeps a model and its objects alive, and the effects of closing a model.
 
 #include <cstdint>
 #include <string>
@@ -102,7 +102,7 @@ TEST(ModelClose, TakesTheModelOutOfTheCacheEvenIfOnlyThatHeldIt) {
 
 namespace {
 
-/// The models that the cache has, each bound to the next URI of a name.
+/// The models in the cache. Each is bound to the next free URI of a name.
 class BoundModels : public testing::Test {
  protected:
   ~BoundModels() override {
@@ -115,7 +115,7 @@ class BoundModels : public testing::Test {
     mCache.bindModel(uri, mModels.back());
     return uri;
   }
-  /// As next() was meant: the first that is not found.
+  /// A simple version of next(): the first URI that is not found.
   std::u16string firstFree(const std::u16string& name) const {
     std::u16string uri = name;
     for (unsigned number = 1; !mCache.find(uri).isNull(); ++number) {
@@ -179,7 +179,7 @@ TEST_F(BoundModels, GetTheFirstNumberThatIsFree) {
   }
 }
 
-// Nobody tells a cache of one's own that a model was closed.
+// Only the global cache is told when a model is closed, not a cache that a program creates.
 TEST_F(BoundModels, LeaveTheirNumbersInACacheThatIsNotTold) {
   K7Q::ModelCache cache;
   for (const char16_t* uri : {u"a", u"a1", u"a2"}) {

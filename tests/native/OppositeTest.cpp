@@ -1,4 +1,4 @@
-// References that are kept in step with references back, by every road that changes one of the two.
+// Opposite references are kept consistent, whichever of the two is changed, and in whatever way.
 
 #include <vector>
 
@@ -15,7 +15,7 @@ namespace native = Tarvelon::metamodel::native;
 using K7Q::NSInterface::PropertyIntf;
 namespace port = Tarvelon::metamodel::arplatform::port;
 
-/// The same changes on a model that keeps no journal and on one that does.
+/// Runs the same changes on a model with a journal and on one without.
 class Opposite : public testing::TestWithParam<bool> {
  protected:
   void SetUp() override {
@@ -49,7 +49,7 @@ class Opposite : public testing::TestWithParam<bool> {
   K7Q::Model mModel = K7Q::Model::create();
 };
 
-/// Calls visit(property) for each of a package and of those in it.
+/// Calls visit(property) for each property of the classes in a package and in its sub-packages.
 template <class Visit>
 void forEachProperty(const K7Q::NSInterface::PackageIntf& package, const Visit& visit) {
   for (const auto* cls : package.classes()) {
@@ -78,7 +78,7 @@ TEST(OppositeRows, NameEachOther) {
     EXPECT_STREQ(api::rowOf(back).opposite, property.name());
     EXPECT_EQ(back.typeName().view(), property.owner().name(false).view());
     for (const auto* each : {&property, &back}) {
-      // Kept in step is what is stored as a reference, once, by those of two classes.
+      // Opposites must be stored references: not containment, not redefined, not derived.
       EXPECT_FALSE(each->isContainment());
       EXPECT_EQ(api::rowOf(*each).redefined, nullptr);
       EXPECT_EQ(api::rowOf(*each).derivation, Tarvelon::metamodel::Derivation::None);
@@ -157,7 +157,7 @@ TEST_P(Opposite, OfASingleReferenceTakesThePartnersOfBoth) {
   EXPECT_TRUE(portOf(first).get() == sender);
   portOf(second).set(server);
   EXPECT_TRUE(optionOf(server).get() == second);
-  // Each of the two leaves the partner that it had.
+  // Each of the two objects loses its former partner.
   optionOf(sender).set(second);
   EXPECT_TRUE(portOf(first).get().isNull());
   EXPECT_TRUE(optionOf(server).get().isNull());

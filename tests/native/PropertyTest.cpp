@@ -1,4 +1,4 @@
-// Properties of one value: what is read before and after a set, and what a set refuses.
+// Single-valued properties: the values before and after a set, and refused values.
 
 #include <limits>
 
@@ -193,7 +193,7 @@ TEST_F(Property, RefusesTextThatNoFileCouldHold) {
   EXPECT_EQ(
       refused(u"\xFFFF"),
       "Package.Name: expected Unicode text that a file can hold, got U+FFFF at position 1; take it out");
-  // At each place of a group of four, for the groups are looked at as one.
+  // At each position within a group of four, because the check processes four UTF-16 units at once.
   for (std::size_t position = 0; position < 9; ++position) {
     for (const char16_t unit : {u'\0', u'\x01', u'\x1F', u'\x0B', char16_t{0xD8FF}, char16_t{0xDC00},
                                 char16_t{0xFFFE}, char16_t{0xFFFF}}) {

@@ -1,6 +1,5 @@
-// Random editing with transactions, undo, redo and saves: every state that is taken back or made again must
-// look as it did when it was left, and every saved state can be loaded. TARVELON_RANDOM_STEPS makes it
-// longer.
+// Random editing with transactions, undo, redo and saving. Each state after undo or redo must be equal to the
+// state before, and each saved state must load. TARVELON_RANDOM_STEPS sets the number of steps.
 
 #include <cstdlib>
 #include <memory>
@@ -68,7 +67,7 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
     }
   }
 
-  /// Puts an element into a sequence, replaces one by it, or takes one out.
+  /// Adds, replaces or removes an element of a sequence.
   void editSequence(const K7Q::SequenceHandle& handle, const K7Q::ClassObject& element) {
     auto& sequence = handle.get();
     const int size = sequence.generic_size({});
@@ -134,7 +133,7 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
   }
   void rename() {
     const auto named = any<foundation::NamedElement>();
-    // Without a name, what it holds is found as if that stood above.
+    // Objects inside an object without a name are found as if they were in its owner.
     if (!named.isNull())
       Access<foundation::NamedElement>(named, "Name").set(isOneIn(4) ? K7Q::String() : name());
     const auto package = any<common::Package>();
@@ -175,11 +174,11 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
           destroy();
       }
     } catch (const K7Q::WrongValue&) {
-      // It would have held itself.
+      // The object would have contained itself.
     }
   }
 
-  /// Gives ids to the objects that have none.
+  /// Saving gives ids to the objects that have none.
   void save() {
     const std::string text = Tarvelon::files::saveText(mModel);
     ASSERT_EQ(Tarvelon::files::saveText(Tarvelon::files::loadText(text).model), text);
@@ -216,7 +215,7 @@ class RandomHistory : public testing::TestWithParam<unsigned> {
     ASSERT_EQ(api::redo(mModel), mAt + 1 < mStates.size());
     if (mAt + 1 < mStates.size()) ++mAt;
   }
-  /// A batch has ended, of which the listener is told.
+  /// Called by the listener at the end of a batch.
   void note() {
     mStates.resize(mAt + 1);
     mStates.push_back(shown::everything(mModel));

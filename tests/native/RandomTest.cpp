@@ -1,4 +1,4 @@
-// Random editing, compared after each step with a model that is written down as plainly as possible.
+// Random editing, compared after each step with a very simple model.
 
 #include <algorithm>
 #include <random>
@@ -10,7 +10,7 @@ namespace {
 
 using Rng = std::mt19937;
 
-/// What one object should look like. Every object is a package or a variant; both stand in packages.
+/// The expected contents of an object. All objects are packages or variants, contained in packages.
 struct Expected {
   K7Q::ClassObject object;
   bool isPackage = false;

@@ -1,4 +1,4 @@
-// References and ownership: who is held by whom, who refers to whom, and what a destroyed object leaves.
+// References and containment: owners, referrers, and the effects of destroying an object.
 
 #include <vector>
 
@@ -258,7 +258,7 @@ TEST_F(Destroy, OfManyReferrersLeavesNoneBehind) {
       values.push_back(variant::SystemConstValue::create(mModel, 1.0, constant));
   };
   add(1000);
-  // In an order that has nothing to do with the one in which they came.
+  // In an order that differs from the order of creation.
   for (std::size_t i = 0; i < 700; ++i) values[i * 379 % 1000].destroy();
   add(500);
   for (std::size_t i = 1000; i < 1500; i += 2) values[i].destroy();

@@ -1,4 +1,4 @@
-// Objects looked at without knowing their classes.
+// Reading objects without knowing their classes.
 #include <algorithm>
 
 #include "tarvelon/platform/model/api/Reflection.h"

@@ -1,4 +1,4 @@
-// Room that undo and rollback count on cannot be used by mistake: the compiler refuses it.
+// Memory that is reserved for undo and rollback cannot be used by mistake: such code does not compile.
 
 #include <type_traits>
 
@@ -34,5 +34,5 @@ static_assert(!std::is_same_v<decltype(std::declval<Instance&>().reserve(1)), La
 
 }  // namespace
 
-// What the compiler has said above; and that what does the checking costs nothing.
+// The checks above are done by the compiler. This test shows that the types cost nothing at run time.
 TEST(Room, IsOnlyAType) { EXPECT_TRUE(std::is_empty_v<LastingRoom> && std::is_empty_v<StepRoom>); }

@@ -1,4 +1,4 @@
-// A first save gives ids to objects, which no step takes back: the room for them is not the room that an undo
+// The first save gives ids to objects, which cannot be undone. The ids must not use the memory that undo
 // needs.
 
 #include <vector>
@@ -10,7 +10,7 @@ namespace {
 
 namespace api = Tarvelon::model;
 
-/// A change that leaves objects with fewer values than they had.
+/// A change that removes values from objects.
 struct Change {
   const char* name;
   void (*make)(std::vector<common::ModeDeclaration>& modes, std::vector<common::Sdg>& referring);
@@ -31,7 +31,7 @@ const Change kChanges[] = {
      }},
 };
 
-/// Objects whose values take all the room that they have.
+/// Objects whose values use up the objects' room.
 class SaveAndHistory : public testing::TestWithParam<Change> {
  protected:
   SaveAndHistory() {

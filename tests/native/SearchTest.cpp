@@ -1,4 +1,4 @@
-// Finding objects by name, by class and by who refers to them.
+// Searching objects by name, by class, and by the references to them.
 
 #include <new>
 #include <vector>
@@ -90,7 +90,7 @@ TEST_F(Find, PutsManyOfOneNameInOrder) {
   for (std::size_t i = 0; i < kMany; ++i) all.push_back(put(left, constant(u"C")));
   put(right, constant(u"B"));
   all.push_back(put(right, constant(u"C")));
-  // Made last and standing first.
+  // Created last, but first in its list.
   const auto first = constant(u"C");
   Access<foundation::Package>(left, "PackagedElement").sequence().get().generic_push_front({}, refOf(first));
   all.insert(all.begin(), first);
@@ -113,7 +113,7 @@ TEST_F(Find, FailsWithoutMemoryAndDoesItsWorkWithIt) {
     }
     failing::gCountdown = 0;
   }
-  // The index, and what is remembered of the way up from the leaf.
+  // These are the allocations of the index and of the path up from the leaf.
   EXPECT_GT(failures, 4U);
 }
 
@@ -199,7 +199,7 @@ TEST_F(Find, PassesOverHoldersWithoutAName) {
   EXPECT_TRUE(finds(u"/A/Caption", caption));
   EXPECT_EQ(api::qualifiedName(caption), u"/A/Caption");
   EXPECT_EQ(api::qualifiedName(inner), u"");
-  // What stands far above moves.
+  // Moves an object far above in the tree.
   const auto elsewhere = package(u"B");
   elsewhere.set<"adminData">(data);
   EXPECT_TRUE(findsNothing(u"/A/Caption"));
@@ -242,8 +242,8 @@ TEST_F(Find, TellsNamesOfAnyLengthApart) {
   for (std::size_t i = 0; i < packages.size(); ++i) EXPECT_TRUE(finds(name.substr(0, i + 1), packages[i]));
 }
 
-// Two bits that lie where the steps of a simple hash bring them together are turned, or not, in each part of
-// a name.
+// The names differ in two bits of each part. The bits are at places where a simple hash function maps all
+// names to the same value.
 TEST_F(Find, FindsNamesThatWereChosenToCollide) {
   constexpr unsigned kParts = 16;
   std::vector<K7Q::ClassObject> packages;
@@ -346,7 +346,7 @@ TEST_F(Find, SeesWhatUndoBringsBack) {
   ASSERT_TRUE(finds(u"/A/C", leaf));
   above.destroy();
   EXPECT_TRUE(findsNothing(u"/A/C"));
-  // An index that knows nothing of those that are gone.
+  // This builds the index again, without the destroyed objects.
   for (int i = 0; i < 200; ++i) constant(u"x").destroy();
   api::setHistoryLimit(mModel, 500);
   package(u"A");
@@ -358,7 +358,7 @@ TEST_F(Find, BringsBackATreeThatWasDestroyed) {
   const auto above = package(u"A");
   const auto leaf = put(above, constant(u"C"));
   above.destroy();
-  // An index that is built while they are gone.
+  // This builds the index while the objects are destroyed.
   ASSERT_TRUE(findsNothing(u"/A/C"));
   api::undo(mModel);
   EXPECT_TRUE(finds(u"/A/C", leaf));
@@ -375,7 +375,7 @@ TEST_F(Find, KeepsItsIndexWhenAChangeIsTakenBack) {
   api::undo(mModel);
   above.destroy();
   api::undo(mModel);
-  // Building an index would need memory.
+  // The search must not build an index, which would need memory.
   utFailAllocation(1);
   EXPECT_TRUE(finds(u"/A/C", leaf));
   utFailAllocation(0);
@@ -405,7 +405,7 @@ TEST_F(Find, BuildsItsIndexAnewRatherThanGoUpAgainAndAgain) {
   for (int level = 1; level < 3000; ++level) packages.push_back(put(packages.back(), package(u"p")));
   ASSERT_TRUE(finds(u"/p", packages[0]));
   for (int level = 0; level < 100; ++level) packages[static_cast<std::size_t>(level)].set<"Name">(u"");
-  // Building an index would need memory.
+  // The search must not build an index, which would need memory.
   utFailAllocation(1);
   EXPECT_TRUE(finds(u"/p", packages[100]));
   utFailAllocation(0);

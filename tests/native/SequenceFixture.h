@@ -6,7 +6,7 @@
 #include "tarvelon/platform/k7q/sequences/Rewritable.h"
 #include "tests/native/Support.h"
 
-// What the tests of many-valued properties and of their iterators share.
+// Helpers for the tests of many-valued properties and their iterators.
 
 inline constexpr std::string_view kEmpty = "sequence is empty";
 inline constexpr std::string_view kNegative = "sequence index must be positive";
@@ -18,7 +18,7 @@ void expectAssertion(std::string_view message, Call call) {
   EXPECT_EQ(text.find("Assertion failed: " + std::string(message) + " at platform/model/"), 0U) << text;
 }
 
-/// The sequence of a formula's constants, which it refers to.
+/// The sequence of the constants to which a formula refers.
 class Sequence : public testing::Test {
  protected:
   Sequence() {
@@ -35,7 +35,7 @@ class Sequence : public testing::Test {
   static K7Q::RewritableIntf& rewritable(K7Q::Generic::SequenceIntf& sequence) {
     return dynamic_cast<K7Q::RewritableIntf&>(sequence);
   }
-  /// Lets the sequence hold these of the constants.
+  /// Replaces the contents of the sequence by the constants with these indices.
   void rewrite(const std::vector<std::size_t>& indices) const {
     std::vector<K7Q::Generic::Ref> refs;
     for (const std::size_t index : indices) refs.push_back(ref(index));

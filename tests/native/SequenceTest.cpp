@@ -83,7 +83,7 @@ TEST_F(Sequence, ReplacesAnElement) {
   EXPECT_EQ(names(), "adc");
   sequence().generic_replace({}, 1, ref(3));
   EXPECT_EQ(names(), "adc");
-  // What was taken out can go, and what came in is known to be referred to.
+  // Destroying the replaced constant has no effect; destroying the new one removes it from the sequence.
   mConstants[1].destroy();
   mConstants[3].destroy();
   EXPECT_EQ(names(), "ac");

@@ -21,7 +21,7 @@ const K7Q::IntrospectiveMethods& classOf(const K7Q::ClassObject& object) {
   return dynamic_cast<const K7Q::NSInterface::ClassIntf&>(*type.getInterface()).methods();
 }
 
-/// Each property of a class and of those above once.
+/// The properties of a class and of its superclasses, without duplicates.
 std::vector<const PropertyIntf*> collectProperties(const K7Q::IntrospectiveMethods& cls) {
   std::vector<const PropertyIntf*> all;
   std::set<const K7Q::IntrospectiveMethods*> seen;
@@ -61,7 +61,7 @@ std::vector<K7Q::Generic::Ref> elementsOf(const K7Q::ClassObject& object, const 
   return elements;
 }
 
-/// The objects that a property refers to or holds, of one that stores them.
+/// The objects in a stored property.
 std::vector<ObjectIntf*> objectsAt(const K7Q::ClassObject& object, const PropertyIntf& property) {
   std::vector<ObjectIntf*> objects;
   if (isMany(property)) {
@@ -123,7 +123,7 @@ std::string propertyText(const K7Q::ClassObject& object, const PropertyIntf& pro
   return text;
 }
 
-/// The object's name by a walk up through its owners.
+/// The object's qualified name, computed by walking up its owners.
 std::u16string nameByWalk(const K7Q::ClassObject& object) {
   std::u16string name;
   K7Q::Object each = object;
@@ -155,7 +155,7 @@ void checkReferences(const K7Q::ClassObject& object, std::map<const ObjectIntf*,
         ASSERT_TRUE(Access<foundation::Element>(other, "Owner").get() == object) << property->name();
         continue;
       }
-      // A redefinition shares its place with what it redefines.
+      // A redefinition has the same values as the redefined property, so only one of them is counted.
       if (!rowOf(*property).redefined) mentions[element].insert({object.getInterface(), ""});
       if (const auto* back = findOpposite(*property, other)) {
         const auto refersBack = objectsAt(other, *back);
@@ -212,7 +212,7 @@ void checkAgreement(const K7Q::Model& model) {
     ASSERT_NO_FATAL_FAILURE(checkReferences(each, mentions));
     const std::u16string name = nameByWalk(each);
     ASSERT_EQ(api::qualifiedName(each), name);
-    // A segment with a slash finds nothing.
+    // A name that contains a slash cannot be found.
     if (!name.empty() && name.find(u"//") == name.npos && name.back() != u'/')
       named[name].insert(each.getInterface());
     classes[&classOf(each)].push_back(each.getInterface());

@@ -8,19 +8,19 @@
 
 #include "tarvelon/boundary/k7q/Introspection.h"
 
-/// What tests compare models by.
+/// Functions with which tests compare models.
 namespace shown {
 
-/// The places of all objects of a model in its own order, by which a text names them.
+/// The index of each object in the order of the model. Texts use it as the object's name.
 using Places = std::unordered_map<const K7Q::NSInterface::ObjectIntf*, std::size_t>;
 Places placesOf(const K7Q::Model& model);
 
-/// All that can be seen of a model as one text: every object with every property that it has, derived ones
-/// too, its qualified name and who refers to it.
+/// Everything that can be seen of a model, as one text: all objects with all properties including derived
+/// ones, their qualified names, and the references to them.
 std::string everything(const K7Q::Model& model);
 
-/// Complains, as a test that fails, of whatever in a model does not agree with a walk over all of it: owners,
-/// references and their opposites, referrers, names, the lists of each class.
+/// Compares a model with a walk over all its objects: owners, references and opposites, referrers, names,
+/// instances of classes. Differences are failures of the test.
 void checkAgreement(const K7Q::Model& model);
 
 }  // namespace shown

@@ -10,7 +10,7 @@
 #include "tarvelon/boundary/k7q/ModelCache.h"
 #include "tarvelon/platform/model/api/Metamodel.h"
 
-// What the tests of the native model library share.
+// Helpers for the tests of the native model library.
 
 namespace common = Tarvelon::metamodel::arplatform::common;
 namespace documentation = Tarvelon::metamodel::arplatform::documentation;
@@ -22,7 +22,7 @@ namespace types = Tarvelon::metamodel::types;
 
 inline constexpr std::string_view kNullText = "Cannot access NULL ref. Use isValid() before calling methods";
 
-/// The text of the exception that `call` raises, which must be of exactly that class.
+/// The text of the exception that `call` raises. The exception must be of exactly class E.
 template <class E = K7Q::Exception, class Call>
 std::string refusalOf(Call call) {
   try {
@@ -45,7 +45,7 @@ const K7Q::IntrospectiveMethods& table() {
   return X::Interface::sIntrospectiveMethods;
 }
 
-/// The id of the own property of that meta name.
+/// The id of the class's own property with that meta name.
 inline unsigned idOf(const K7Q::IntrospectiveMethods& methods, std::string_view metaName) {
   for (unsigned id = 1; id <= methods.numberOfProperties(); ++id) {
     const auto* property = methods.descriptor(id);
@@ -55,7 +55,7 @@ inline unsigned idOf(const K7Q::IntrospectiveMethods& methods, std::string_view 
   return 0;
 }
 
-/// A property of an object read and written as the object system does, by its owner's table.
+/// Reads and writes a property as the object system does, through the table of its owner.
 template <class Owner>
 class Access {
  public:

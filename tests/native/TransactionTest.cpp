@@ -1,4 +1,4 @@
-// Transactions: changes that are made together or not at all.
+// Transactions: all changes are made, or none.
 
 #include <memory>
 
@@ -80,7 +80,7 @@ TEST_F(Transactions, MayBeDestroyedInAnyOrder) {
   mPackage.set<"Name">(u"1");
   outer.reset();
   EXPECT_EQ(mPackage.get<"Name">(), K7Q::String(u"P"));
-  // Begun at the same depth, and not to be ended by the one that is over.
+  // A new transaction at the same depth. The end of the former inner transaction must not end the new one.
   Transaction other(mModel);
   Transaction inOther(mModel);
   mPackage.set<"Name">(u"2");
@@ -138,7 +138,7 @@ TEST_F(Transactions, FreeWhatWasMadeInThem) {
     const Transaction transaction(mModel);
     common::Package::create(mModel, u"Q");
   }
-  // The number that the object had is free again, so that the next one is the second of the model.
+  // The number of the rolled back object is free again, so the next object is the model's second one.
   const auto next = common::Package::create(mModel, u"R");
   EXPECT_TRUE(api::objects(mModel)[1] == next);
 }

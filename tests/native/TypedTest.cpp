@@ -1,4 +1,4 @@
-// What the native handles take, which the compiler decides, and the sequences that they give.
+// The types that the native handles accept, which the compiler checks, and the sequences that they return.
 
 #include <type_traits>
 
@@ -19,7 +19,7 @@ concept CanSetCode = requires(const X& object, Value value) {
   object.template set<"errorCode">(value);
 };
 
-// Whole numbers that an int32 scalar holds whatever their value; nothing that would have to be cut.
+// Integer types whose values all fit into an int32 scalar are accepted, others are not.
 static_assert(CanCreate<common::ApplicationError, int, const char16_t*>);
 static_assert(CanCreate<common::ApplicationError, short, const char16_t*>);
 static_assert(CanCreate<common::ApplicationError, unsigned short, const char16_t*>);
@@ -31,7 +31,7 @@ static_assert(!CanCreate<common::ApplicationError, char16_t, const char16_t*>);
 static_assert(!CanCreate<common::ApplicationError, bool, const char16_t*>);
 static_assert(!CanCreate<common::ApplicationError, double, const char16_t*>);
 
-// A double scalar takes what it holds exactly.
+// Types whose values a double represents exactly are accepted.
 static_assert(CanCreate<variant::SystemConstValue, double, variant::SystemConst>);
 static_assert(CanCreate<variant::SystemConstValue, float, variant::SystemConst>);
 static_assert(CanCreate<variant::SystemConstValue, int, variant::SystemConst>);
@@ -40,7 +40,8 @@ static_assert(!CanCreate<variant::SystemConstValue, long double, variant::System
 static_assert(!CanCreate<variant::SystemConstValue, char, variant::SystemConst>);
 static_assert(!CanCreate<variant::SystemConstValue, double, common::Package>);
 
-// A handle that only reads gives no handle that writes: not by its constructors, not by what it is asked for.
+// A read-only handle must not give access to a writable handle, neither by conversion nor through its
+// properties.
 using common::ImmutablePackage;
 using common::Package;
 static_assert(std::is_constructible_v<ImmutablePackage, Package>);

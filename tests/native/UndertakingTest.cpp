@@ -1,4 +1,4 @@
-// What a host makes and cannot show then: it goes again, and nothing else has changed.
+// If a host cannot return an object that it has created, the object is removed and nothing else has changed.
 
 #include <optional>
 #include <stdexcept>
@@ -15,7 +15,7 @@ namespace api = Tarvelon::model;
 
 class Undertakings : public testing::Test {
  protected:
-  /// Runs the action in an undertaking that an exception leaves.
+  /// Runs the action in an Undertaking that is left by an exception.
   template <class Action>
   static void fail(Action action) {
     try {

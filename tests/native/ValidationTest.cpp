@@ -1,5 +1,5 @@
-// What validation finds that no editor can do: state that is forced past every check. What an editor can do
-// wrong stands in tests/python/test_validation.py.
+// Problems that editing cannot cause: the tests change internal data directly.
+// tests/python/test_validation.py tests the problems that editing can cause.
 
 #include <algorithm>
 #include <set>
@@ -20,7 +20,7 @@ Instance& instanceOf(const K7Q::ObjectHandle& object) {
   return *static_cast<Instance*>(static_cast<K7Q::NSInterface::ClassObjectIntf*>(object.getInterface()));
 }
 
-/// The word of a property that has a value, by its meta name.
+/// The stored word of a property that has a value, by the property's meta name.
 Word& wordOf(const K7Q::ObjectHandle& object, std::string_view metaName) {
   Instance& instance = instanceOf(object);
   const auto& properties = instance.cls().slotProperties;
@@ -30,7 +30,7 @@ Word& wordOf(const K7Q::ObjectHandle& object, std::string_view metaName) {
   throw std::logic_error("the property has no value");
 }
 
-/// Puts a word in another's place for as long as it lives: the model must be sound again when it ends.
+/// Replaces a word for the length of a scope. The model must be correct again before it is destroyed.
 class Forced {
  public:
   Forced(Word& word, Word forced) : mWord(word), mKept(word) { mWord = forced; }
@@ -43,7 +43,7 @@ class Forced {
   Word mKept;
 };
 
-/// The same for an entry of a list.
+/// The same for an element of a list.
 class ForcedEntry {
  public:
   ForcedEntry(Word& list, std::uint32_t index, Instance* entry)
@@ -70,7 +70,7 @@ std::vector<std::string> linesOf(const K7Q::Model& model) {
   return lines;
 }
 
-/// A package with two constants and a formula that names one.
+/// A package with two constants and a formula that refers to one of them.
 class Validation : public testing::Test {
  protected:
   void SetUp() override {

@@ -1,5 +1,5 @@
-// A malloc() that fails by request, for programs that are not ours: the interpreter is started with this
-// library in LD_PRELOAD. It stands before the C library's, whose own functions it passes on to.
+// A malloc() that can be made to fail, for programs that are not ours. The interpreter is started with this
+// library in LD_PRELOAD, so that it replaces the C library's malloc(), which it calls.
 
 #include <cerrno>
 #include <cstddef>
@@ -15,7 +15,7 @@ void* __libc_memalign(std::size_t alignment, std::size_t size);
 
 namespace {
 
-/// Allocations until one fails, 0 while none is to. Armed by programs with one thread alone.
+/// The number of allocations until one fails, 0 if not armed. Only for programs with a single thread.
 unsigned long gCountdown = 0;
 unsigned long gCount = 0;
 
@@ -35,14 +35,14 @@ __attribute__((visibility("default"))) void failingArm(unsigned long countdown) 
   gCountdown = countdown;
 }
 
-/// Whether the one that was to fail was never asked for.
+/// Whether the armed allocation was never reached.
 __attribute__((visibility("default"))) int failingDisarm() noexcept {
   const bool isLeft = gCountdown != 0;
   gCountdown = 0;
   return isLeft ? 1 : 0;
 }
 
-/// How many there were since it was armed.
+/// The number of allocations since it was armed.
 __attribute__((visibility("default"))) unsigned long failingCount() noexcept { return gCount; }
 
 __attribute__((visibility("default"))) void* malloc(std::size_t size) noexcept {

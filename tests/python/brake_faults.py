@@ -1,4 +1,5 @@
-"""The braking function with one fault of each rule that an editor can break, and what validation says of it."""
+"""The brake example with one fault for each rule that editing can break, and the problem that validation
+reports."""
 
 import sys
 from pathlib import Path
@@ -9,13 +10,13 @@ import pytest
 from Tarvelon.metamodel.arplatform import (behavior, common, component, composition, ecuc, instance, interface,
                                            manifest, port, timingExtension)
 
-# Behind everything else: the folder has a file collections.py.
+# At the end of the path, because the folder contains a file collections.py.
 sys.path.append(str(Path(__file__).resolve().parents[2] / "examples"))
 import brake_by_wire as example  # noqa: E402
 import brake_components as brake  # noqa: E402
 
 def build(model):
-    """The brake example, with what the faults are made in by short names."""
+    """The brake example, with short names for the objects that the faults change."""
     new = brake.maker(model)
     built = example.build(new)
     types = brake.named(built.components)
@@ -33,9 +34,9 @@ FAULTS = []
 
 
 def fault(rule, path, message, severity="error", also=()):
-    """A change of the example, and the problem that it makes: where, and what is said.
+    """A change of the example, and the expected problem: its place and its message.
 
-    Nothing else is wrong then, but for rules in `also` that the same change cannot but break.
+    There must be no other problems, except those of the rules in `also`, which the same change breaks.
     """
     def add(change):
         FAULTS.append(pytest.param(rule, path, message, severity, {*also}, change, id=change.__name__))

@@ -1,4 +1,4 @@
-"""What the tests that go through the whole metamodel share: how everything in it is found and made."""
+"""Helpers for the tests of the whole metamodel: finding and creating everything in it."""
 
 import functools
 import importlib.util
@@ -22,7 +22,7 @@ def host_classes():
 
 
 def metamodel_classes():
-    """The records of the metamodel's own classes: those with an immutable peer as first superclass."""
+    """The records of the metamodel's own classes: those whose first superclass is their immutable class."""
     return [each for each in host_classes() if any(one["name"] == "MetaClass" for one in each["methods"])
             and each["superclasses"][0].endswith(".Immutable" + each["name"])]
 
@@ -32,11 +32,11 @@ def constructors_of(record):
 
 
 def class_named(full_name):
-    """The Python class of a dotted name."""
+    """The Python class with that dotted name."""
     package, _, short = full_name.rpartition(".")
     return getattr(reflection.module_of(package), short)
 
 
 def live_objects():
-    """How many objects there are in all models."""
+    """The number of objects in all models."""
     return _tarvelon_host.statistics()["objects"]

@@ -20,13 +20,13 @@ def package(model):
 
 @pytest.fixture(params=["make", "makeUnique"])
 def how(request):
-    """The two methods that make a sequence of an enumeration."""
+    """The two methods that create a sequence of an enumeration."""
     return request.param
 
 
 @pytest.fixture
 def sequence(model, how):
-    """A sequence of an enumeration that holds its first three literals."""
+    """A sequence of an enumeration with its first three literals."""
     sequence = getattr(variant.SequenceOfBindingTimeKind, how)(model)
     sequence += list(variant.BindingTimeKind)[:3]
     return sequence
@@ -34,7 +34,7 @@ def sequence(model, how):
 
 @pytest.fixture
 def python():
-    """Runs code in an interpreter of its own; gives what it printed."""
+    """Runs code in another interpreter; returns its output."""
 
     def run(code, **options):
         command = [sys.executable, "-c", code]

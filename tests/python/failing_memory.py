@@ -21,7 +21,7 @@ LONG = "a text that is too long for the place in which short ones stand"
 
 
 class World:
-    """A model with something in it, and what can be seen of it."""
+    """A model with contents, and a description of everything that can be seen of it."""
 
     def __init__(self, history=0):
         import K7Q
@@ -66,12 +66,12 @@ def _statistics():
     return _tarvelon_host.statistics()
 
 
-# What a scenario does with a world; it may be done once more behind a failure, and comes to the same.
+# The actions of a scenario. An action is repeated after a failure and must then have the same result.
 ACTIONS = {}
 
 
 def action(history=0, stride=1):
-    """Enters a function by its name, with the length of the history and how many points a short run goes on by."""
+    """Registers a function by its name, with the limit of the history and the stride of a short run."""
 
     def enter(function):
         ACTIONS[function.__name__] = (function, history, stride)
@@ -238,7 +238,7 @@ def listen(w):
 
 
 def _in_child(turn):
-    """Runs turn(tell) in a process of its own; gives what it told, and how it ended if not by itself."""
+    """Runs turn(tell) in a child process. Returns what it told, and how it ended if it crashed."""
     read_end, write_end = os.pipe()
     child = os.fork()
     if not child:
@@ -260,8 +260,8 @@ def _in_child(turn):
 
 
 def _failure_of(act, n, expected):
-    """The exception that act() raises while its n-th allocation fails; None if it comes through. And whether
-    there was an n-th one."""
+    """Runs act() with its n-th allocation failing. Returns the exception that it raises, None if it
+    succeeds, and whether there was an n-th allocation."""
     failure = None
     try:
         _failing.failingArm(n)
@@ -276,7 +276,8 @@ def _failure_of(act, n, expected):
 
 
 def _watch(before, after, world, act, n):
-    """What is wrong with one turn; nothing if all is well. "end" when there was no n-th allocation."""
+    """Describes what is wrong with one attempt; nothing if all is well; "end" if there was no n-th
+    allocation."""
     counts = _statistics()
     error, was_reached = _failure_of(lambda: act(world), n, MemoryError)
     faults = []
@@ -306,7 +307,7 @@ def _guarded(turn):
 
 
 def _walk(turn, stride, most=100_000):
-    """Runs turn(n) in a child for n from 1 on, until one tells the end."""
+    """Runs turn(n) in a child process for n = 1, 2, ... until an attempt reports the end."""
     outcomes = collections.defaultdict(list)
     for n in range(1, most, stride):
         told = _in_child(_guarded(lambda: turn(n)))
@@ -329,7 +330,7 @@ def run_action(name, stride):
             act(world)
         return world.shown()
 
-    # In children, since the points are those of a first use.
+    # In child processes, because each attempt is a first use.
     _in_child(lambda tell: (world := World()).model.save(world.path))
     shown = [_in_child(_guarded(lambda: repr(once(does)))) for does in (False, True)]
     if any(text.startswith("raised") for text in shown):
@@ -344,7 +345,7 @@ def run_import(stride):
         def act():
             import K7Q  # noqa: F401
 
-        # What the interpreter makes of its own want of memory is its own matter: "cannot import" is well.
+        # The interpreter may raise another error itself when memory runs out, "cannot import" for example.
         error, was_reached = _failure_of(act, n, Exception)
         error = None
         import K7Q
@@ -359,7 +360,7 @@ def run_import(stride):
 
 
 def run_listeners(stride):
-    """A change of which listeners are told: one that hears nothing of it is reported."""
+    """A change with listeners. A listener that is not called is reported."""
     world = World()
     objects = []
     world.model.listen(world.told.append)
@@ -380,7 +381,7 @@ def run_listeners(stride):
 
 
 def run_packages(stride):
-    """The first touch of the packages and of their classes."""
+    """The first use of the packages and of their classes."""
     import K7Q
 
     def turn(n):

@@ -1,4 +1,4 @@
-"""What a program of mixed_world reads: nothing of it changes a model."""
+"""The operations of mixed_world's programs that read; they never change a model."""
 
 import gc
 import threading
@@ -78,7 +78,7 @@ class Reads:
         assert copy.to_dict() == pair.model.to_dict()
 
     def do_clone(self, pair, key, owner):
-        """A copy without an owner, and what becomes of the references of it."""
+        """Clones without an owner. Checks the references of the copy."""
         key = self.choose(self.of_kinds(pair, {"Package"}), key)
         if key is None or len(pair.plain.objects) > 20:
             return
@@ -213,7 +213,7 @@ class Reads:
 
     @staticmethod
     def is_needed(pair, key):
-        """Objects that may come back are known by their handles."""
+        """Objects that undo may restore are identified by their handles."""
         states = [pair.plain.objects, *pair.plain.undoable, *pair.plain.redoable, *(each for each, _ in pair.plain.open)]
         return any(key in each for each in states)
 
@@ -222,7 +222,7 @@ class Reads:
             self.new_model()
 
     def do_close(self, pair):
-        """Ends a model with all that is under way in it."""
+        """Closes a model with its open transactions and listeners."""
         self.pairs.remove(pair)
         pair.model.close()
         for handle in pair.handles.values():
@@ -233,7 +233,7 @@ class Reads:
             self.new_model()
 
     def do_drop(self, pair):
-        """The same without a word: nobody holds anything of it any more."""
+        """Drops all references to a model without closing it."""
         self.pairs.remove(pair)
         if not self.pairs:
             self.new_model()

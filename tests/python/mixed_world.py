@@ -1,7 +1,7 @@
-"""Programs that mix all that a model can do, on real models and on plain ones beside them.
+"""Programs that mix everything that a model can do, run on real models and on plain models in parallel.
 
-A program is a list of (operation, numbers); numbers choose among what there is, so that a program from which operations
-are left out is a program still.
+A program is a list of (operation, numbers). The numbers choose among the existing things, so a program
+stays valid when operations are removed.
 """
 
 import contextlib
@@ -27,7 +27,7 @@ VALUES = {"Name": NAMES, "category": ["x", "y", None], "Value": [-1, 0, 2 ** 31 
 
 
 class Pair:
-    """A model and the plain one beside it."""
+    """A model and its plain model."""
 
     def __init__(self, model, plain=None):
         self.model, self.plain = model, plain or PlainModel()
@@ -38,7 +38,7 @@ class Pair:
 
 
 class Listener:
-    """One that does what listeners do, and counts what it was told."""
+    """A listener that does what listeners may do, and counts the changes it was told."""
 
     def __init__(self, world, pair, mode, of=None):
         self.world, self.pair, self.mode, self.of = world, pair, mode, of
@@ -107,7 +107,7 @@ class World(Reads):
         return [key for key, values in pair.plain.objects.items() if values["kind"] in kinds]
 
     def both(self, pair, plain, real):
-        """The same change of both; either both refuse or none, and listeners are told of it."""
+        """Makes the same change in both. Either both refuse it or none, and listeners are told of it."""
         listeners = [(each, len(each.told)) for each in pair.listeners if each.mode != "gone"]
         try:
             is_told = pair.plain.change(plain)

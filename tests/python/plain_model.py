@@ -1,6 +1,7 @@
-"""A model as plain dicts and lists, with transactions and a history: what the real one is held against."""
+"""A model as plain dicts and lists, with transactions and a history, for comparison with the real model."""
 
-# What objects of each class have: texts and other single values, lists, and which of them hold their elements.
+# The properties of each class: texts and other single values, lists, and the lists that contain their
+# elements.
 SINGLE = {"Package": ["Name", "category"], "SystemConst": ["Name", "category"], "ModeDeclaration": ["Name", "Value"],
           "Sdx": ["sdx"], "Runnable": ["Name", "symbol"], "TimingEvent": ["Name", "Period", "StartOnEvent"],
           "DdsEventDeployment": ["Name", "TopicName"], "PostBuildVariantCondition": []}
@@ -14,11 +15,12 @@ OPPOSITE = {"StartOnEvent": "Events", "Events": "StartOnEvent"}
 
 
 class Refused(Exception):
-    """What the real model refuses, with nothing changed."""
+    """Raised for a change that the real model refuses. Nothing has changed then."""
 
 
 class PlainModel:
-    """The state is one dict, so that a snapshot is a copy; a change gives how many steps it takes, 0 for none."""
+    """The state is one dict, so a snapshot is a copy. A change returns its number of journal entries, 0 if
+    it changes nothing."""
 
     def __init__(self):
         self.objects = {}
@@ -33,7 +35,7 @@ class PlainModel:
                 for key, values in self.objects.items()}
 
     def change(self, edit):
-        """Makes a change; whether listeners are told of it now."""
+        """Makes a change. Returns whether listeners are told of it now."""
         before = self.snapshot()
         try:
             has_steps = edit()
@@ -111,7 +113,7 @@ class PlainModel:
             key = self.owner_of(key)
 
     def tree(self, key):
-        """An object and all that it holds, in order."""
+        """An object and all objects that it contains, in order."""
         yield key
         for name in LISTS.get(self.objects[key]["kind"], ()):
             for each in self.objects[key][name] if name in HOLDING else ():
@@ -130,7 +132,7 @@ class PlainModel:
         return True
 
     def referrers_of(self, key):
-        """Pairs of object and property, those of the holder left out, sorted."""
+        """The references to an object as sorted pairs of object and property, without its owner."""
         found = [(each, name) for each, values in self.objects.items() for name in REFERENCES & values.keys()
                  if name not in HOLDING
                  and (key in values[name] if isinstance(values[name], list) else values[name] == key)]
@@ -156,7 +158,7 @@ class PlainModel:
         return has_value or value is not None
 
     def unlink(self, key, name):
-        """A single reference with an opposite leaves the list of that."""
+        """Removes a single-valued reference from the list of its opposite."""
         value = self.objects[key][name]
         if name in OPPOSITE and value is not None:
             self.objects[value][OPPOSITE[name]].remove(key)
@@ -168,7 +170,7 @@ class PlainModel:
             raise Refused("it would hold itself")
 
     def enter(self, key, name, value):
-        """What an element leaves when it comes into a list."""
+        """Removes an element from where it was, before it is added to a list."""
         if name in HOLDING and (owner := self.owner_of(value)) is not None:
             for each in HOLDING & self.objects[owner].keys():
                 if value in self.objects[owner][each]:
@@ -182,7 +184,7 @@ class PlainModel:
             self.objects[each][OPPOSITE[name]] = None
 
     def insert(self, key, name, index, value):
-        """At an index from 0; None appends."""
+        """Inserts at an index from 0; None appends."""
         elements = self.objects[key][name]
         if name in REFERENCES:
             self.check(key, name, value)

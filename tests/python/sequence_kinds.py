@@ -1,23 +1,24 @@
-"""Every kind of sequence that there is, each beside a plain list which says what it should hold."""
+"""All kinds of sequences, each with a plain list of the expected contents."""
 
 import K7Q
 from Tarvelon.metamodel.arplatform import behavior, common, manifest, variant
 
 
 class Cell:
-    """An element of a sequence of enumeration values: an iterator stays on it when its value changes."""
+    """An element of a sequence of enumeration values. An iterator stays on it when its value changes."""
 
     def __init__(self, value):
         self.value = value
 
 
 class Plain:
-    """What a sequence holds and how it changes; elements are kept in cells, so that iterators can be followed."""
+    """The expected contents of a sequence and its changes. Elements are cells, so that iterators can be
+    followed."""
 
     def __init__(self, is_unique=False, keeps_what_is_there=False):
         self.cells = []
         self.is_unique = is_unique
-        # A unique sequence of enumeration values ignores what the host's methods are given a second time.
+        # The host's methods ignore a value that a unique sequence of enumeration values already contains.
         self.keeps_what_is_there = keeps_what_is_there
 
     def __iter__(self):
@@ -27,7 +28,7 @@ class Plain:
         return [cell.value for cell in self.cells]
 
     def place(self, value):
-        """Where a unique sequence has the value, None if it is to be added."""
+        """The index of the value in a unique sequence; None if the value is to be added."""
         values = self.list()
         return values.index(value) if self.is_unique and value in values else None
 
@@ -61,7 +62,8 @@ class Plain:
         self.cells = [cell for place, cell in enumerate(self.cells) if place not in places]
 
     def write(self, values):
-        """Other contents: what is equal at both ends stays, the places between get new values."""
+        """Replaces the contents: equal elements at both ends stay, the elements between them get new
+        values."""
         values, before = list(values), self.list()
         least = min(len(before), len(values))
         head = tail = 0
@@ -96,21 +98,22 @@ class Plain:
 
 
 class Kind:
-    """One kind of sequence: how to make one, and which elements it can hold."""
+    """A kind of sequence: how to create one, and which elements it can contain."""
 
     def __init__(self, make, pool, *, is_unique, property=None, ties=None, moves_away=False):
-        # Gives a sequence and the object whose property it is, None for one that a script makes.
+        # Creates a sequence. Also returns the object of the property; None for a sequence that a script
+        # creates.
         self.make = make
         self.pool = pool
         self.is_unique = is_unique
-        # Of a property: its changes are changes of the model, which are undone and which listeners are told of.
+        # For a property: changes of the sequence are changes of the model, for undo and listeners.
         self.property = property
-        # Whether an element says that it stands in the sequence of an object.
+        # Whether an element refers back to the object of the sequence.
         self.ties = ties
-        # Whether an element leaves the sequence for another one.
+        # Whether adding an element to another sequence removes it from this one.
         self.moves_away = moves_away
         self.holds_values = pool is values or pool is modes
-        # Whether an iterator stays on its element while others come and go.
+        # Whether iterators stay on their elements when others are added or removed.
         self.keeps_iterators = self.holds_values and property is None
 
     def plain(self):

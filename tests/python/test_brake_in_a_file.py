@@ -1,5 +1,5 @@
-"""The braking function kept in a file: it comes back equal and clean, and with one fault of each rule the
-command says what a person needs to mend it."""
+"""The brake example in a file: it loads back equal and without problems. With one fault for each rule, the
+command describes the fault."""
 
 import re
 
@@ -54,9 +54,9 @@ def test_a_fault_of_an_editor_is_said_of_the_file(rule, where, message, severity
     assert total.startswith(f"{path}: ") and "nothing is wrong" not in total
 
 
-# What no editor can do stands in a file that was edited by hand: rule, what is replaced there and by what, what is
-# said of the file, and which rules speak of what is left of the model. {Control} is the id of the first object of
-# that name.
+# Faults that only editing the file can cause: the rule, the replaced text, its replacement, the error for the
+# file, and the rules that the rest of the model breaks. {Control} is the id of the first object with that
+# name.
 EDITED = [
     ("dangling-reference", 'StartOnEvent="{Control}"', 'StartOnEvent="_gone"',
      "TimingEvent.StartOnEvent: no object has the id '_gone'", set()),

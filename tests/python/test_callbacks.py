@@ -1,4 +1,5 @@
-"""Python code that the host calls in the middle of its own work, and that takes away what that work stands on."""
+"""Python code that the host calls in the middle of its work, and that destroys the objects the host is
+using."""
 
 import gc
 import weakref
@@ -18,14 +19,14 @@ def texts(model):
 
 @pytest.fixture
 def protocols(model):
-    """The sequence of enumeration values that a property of a model holds."""
+    """A property's sequence of enumeration values."""
     protocols = manifest.DdsEventDeployment(model).TransportProtocol
     protocols += [*list(manifest.TransportLayerProtocolEnum)[:2]] * 2
     return protocols
 
 
 class Doing:
-    """Python code in the place of a value."""
+    """An object that runs Python code when the host converts it into a value."""
 
     def __init__(self, action, result=0):
         self.action, self.result = action, result

@@ -1,4 +1,4 @@
-"""Copies of objects and models: what they hold, where they go, and what is refused."""
+"""Copies of objects and models: their contents, their owners, and refused copies."""
 
 import copy
 import pickle
@@ -19,7 +19,8 @@ def other():
 
 @pytest.fixture
 def brakes(model):
-    """A package that holds a constant, a set of values with one that refers to it, and an empty package."""
+    """A package with a constant, a set of values of which one refers to the constant, and an empty
+    package."""
     brakes = common.Package(model, "Brakes")
     constant = variant.SystemConst(model, "Wheels")
     condition = variant.SystemConstValueSet(model, "Values")

@@ -1,4 +1,4 @@
-"""Random models: a copy equals its original, and the difference of one edit is that edit."""
+"""Random models: a copy is equal to its original, and the difference after one edit is that edit."""
 
 import json
 
@@ -50,7 +50,7 @@ class Model:
 
     @property
     def held(self):
-        """What has a name and stands in a package."""
+        """The named objects that are contained in a package."""
         return self.packages[1:] + self.constants + self.sets
 
 
@@ -96,7 +96,7 @@ def is_inside(element, other):
 
 
 def edit(built, data):
-    """Makes one edit; gives the difference it must make but for its references, or None for no edit."""
+    """Makes one edit. Returns the expected difference without its references, or None for no edit."""
     choose = lambda those: data.draw(st.sampled_from(those))  # noqa: E731
     what = choose(["set", "rename", "add", "remove", "move", "value", "refer", "drop"])
     if what != "add" and not (built.values if what in ("value", "refer", "drop") else built.held):

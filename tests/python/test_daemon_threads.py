@@ -1,4 +1,5 @@
-"""The interpreter ends while a daemon thread is in Python code that the host has called: it ends in peace."""
+"""The interpreter ends while a daemon thread is in Python code that the host has called. It must end
+without a crash."""
 
 import os
 
@@ -48,7 +49,7 @@ threading.Thread(target=run, daemon=True).start()
 assert is_inside.wait(60)
 """
 
-# What calls Python code, each as the body of a function that a thread runs.
+# Ways in which the host calls Python code. Each is the body of a function that a thread runs.
 CALLS = {
     "a listener": "model.listen(stay); package.Name = 'x'",
     "a listener in a transaction's end": "model.listen(stay)\n with model.transaction(): package.Name = 'x'",
@@ -97,8 +98,8 @@ def program(body, path):
 
 @pytest.mark.parametrize("name", CALLS)
 def test_the_interpreter_ends_inside(python, name, tmp_path):
-    # A thread that the interpreter ends keeps what it had in hand: that is no leak of ours.
+    # A thread that the interpreter kills keeps its references. That is not a leak of the host.
     environment = {**os.environ, "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"}
-    # TARVELON_ENDINGS=200 tries the order in which threads come to the lock as often.
+    # With TARVELON_ENDINGS=200 this runs 200 times, because the order in which threads get the GIL varies.
     for _ in range(int(os.environ.get("TARVELON_ENDINGS", 1))):
         assert python(program(CALLS[name], tmp_path / "model.xmi"), env=environment) == ""

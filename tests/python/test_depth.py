@@ -1,4 +1,4 @@
-"""However deep objects are nested, nothing calls itself for each level: it works in a thread with a small stack."""
+"""Deeply nested objects: no function is recursive, so everything works in a thread with a small stack."""
 
 import json
 import threading
@@ -16,7 +16,7 @@ IN_A_FILE = 1000
 
 
 def on_a_small_stack(work):
-    """What the work gives in a thread of 256 KiB, or raises there."""
+    """Runs the work in a thread with a stack of 256 KiB; returns its result or raises its exception."""
     result = []
 
     def run():
@@ -39,7 +39,7 @@ def on_a_small_stack(work):
 
 
 def nested(model, levels):
-    """Packages nested in one another: the outermost and the innermost."""
+    """Nested packages: the outermost and the innermost."""
     top = above = common.Package(model, "p")
     for _ in range(levels - 1):
         below = common.Package(model, "p")
@@ -49,7 +49,7 @@ def nested(model, levels):
 
 
 def depth_of(record):
-    """How many objects stand in one another."""
+    """The depth of nested objects."""
     count = 1
     while "PackagedElement" in record:
         record, = record["PackagedElement"]

@@ -1,4 +1,4 @@
-"""The command `describe`: a page for people, and what it says of unknown names."""
+"""The command `describe`: pages for users, and errors for unknown names."""
 
 import json
 import keyword

@@ -1,4 +1,4 @@
-"""Differences of models: each edit is told as what it is, and nothing else is."""
+"""Differences of models: each edit is reported as what it is, and nothing else is reported."""
 
 import importlib.util
 import json
@@ -22,13 +22,13 @@ sys.path.remove(str(EXAMPLES))
 
 @pytest.fixture
 def brake(model):
-    """The braking function of the examples: what its build() gives."""
+    """The brake example: the result of its build()."""
     return example.build(example.brake.maker(model))
 
 
 @pytest.fixture
 def before(brake, model):
-    """A copy of it, taken before a test edits it."""
+    """A copy of the example, made before a test edits it."""
     with model.clone() as before:
         yield before
 
@@ -39,7 +39,7 @@ def vehicle(brake):
 
 
 class Walker:
-    """Objects by their qualified names."""
+    """Access to objects by their qualified names."""
 
     def __init__(self, root):
         self.root = root

@@ -1,4 +1,4 @@
-"""Which object is which in two models: several of one name, and sequences in another order."""
+"""Matching of objects in two models: several objects with one name, and sequences in another order."""
 
 import random
 
@@ -38,7 +38,7 @@ def test_of_a_random_order_the_fewest_are_told_as_moved(model, package):
 
 
 def longest(numbers):
-    """How long the longest row is that rises, found by trying."""
+    """The length of the longest ascending subsequence, found by trying all."""
     best = []
     for index, number in enumerate(numbers):
         best.append(1 + max((best[each] for each in range(index) if numbers[each] < number), default=0))

@@ -1,4 +1,4 @@
-"""The programs in the documentation run as they stand there."""
+"""The programs in the documentation run as they are written there."""
 
 import re
 from pathlib import Path

@@ -1,4 +1,4 @@
-"""The metamodel as an Ecore file: what it says is what the metamodel says."""
+"""The metamodel as an Ecore file: it must agree with the metamodel."""
 
 import subprocess
 import sys
@@ -22,7 +22,7 @@ def root(tmp_path_factory):
 
 @pytest.fixture(scope="module")
 def packages(root):
-    """Every package with classifiers, by its path in the file."""
+    """All packages with classifiers, by their paths in the file."""
     found = {}
 
     def visit(package, path):
@@ -36,13 +36,13 @@ def packages(root):
 
 @pytest.fixture(scope="module")
 def classes(packages):
-    """Every class by its path."""
+    """All classes by their paths."""
     return {f"{path}/{each.get('name')}": each for path, package in packages.items()
             for each in package.findall("eClassifiers") if each.get(XSI) == "ecore:EClass"}
 
 
 def features(classes, path):
-    """The features that a class has and inherits, each once."""
+    """The own and inherited features of a class, without duplicates."""
     found, waiting = {}, [path]
     while waiting:
         name = waiting.pop()

@@ -1,4 +1,4 @@
-"""A program that is not ours, EMF, reads the Ecore file and a model, and finds in them what we put in."""
+"""EMF, a foreign program, reads the Ecore file and a model and must find the same contents."""
 
 import importlib.util
 import os
@@ -24,7 +24,7 @@ pytestmark = pytest.mark.skipif(
 
 
 def java(*command):
-    # What is preloaded for our sanitizers is none of Java's.
+    # A library that is preloaded for our sanitizers must not be loaded into Java.
     environment = {name: value for name, value in os.environ.items() if name != "LD_PRELOAD"}
     done = subprocess.run(command, capture_output=True, text=True, timeout=250, env=environment)
     assert (done.returncode, done.stderr) == (0, "")
@@ -33,7 +33,7 @@ def java(*command):
 
 @pytest.fixture(scope="module")
 def reader(tmp_path_factory):
-    """Reads a model with EMF; gives the lines that it printed, by their first word."""
+    """Reads a model with EMF. Returns the lines of its output, by their first word."""
     folder = tmp_path_factory.mktemp("emf")
     jars = ":".join(map(str, JARS))
     java("javac", "-cp", jars, "-d", folder, ROOT / "tests" / "emf" / "ReadModel.java")
@@ -52,7 +52,7 @@ def reader(tmp_path_factory):
 
 @pytest.fixture
 def brakes(tmp_path):
-    """The file of the braking function."""
+    """The file of the brake example."""
     sys.path.append(str(ROOT / "examples"))
     try:
         import brake_by_wire
@@ -69,7 +69,7 @@ def test_the_metamodel_and_the_braking_function_are_right_to_emf(reader, brakes)
     lines = reader(brakes)
     assert lines["metamodel"] == ["OK"]
     assert "error" not in lines and "warning" not in lines
-    # The one reference that the example leaves open, as its own report says.
+    # The only unset required reference of the example, which its own report mentions too.
     assert [re.sub(r"'[^']*#(\w+)@[^']*'", r"\1", fault) for fault in lines.get("fault", [])] == [
         "The required feature 'DataElements' of TriggerReceiverPortInfo must be set"]
 

@@ -1,4 +1,4 @@
-"""Enumeration sequences and iterators used at random, beside a plain model that says what must happen."""
+"""Random use of enumeration sequences and iterators, compared with a plain model."""
 
 import random
 
@@ -17,7 +17,7 @@ GONE = "whose element is gone|the element it stood on is gone"
 
 
 def at(sequence, index):
-    """An iterator on the element at an index from 0; the end, if there is none."""
+    """An iterator at an index from 0; the end if there is no such element."""
     place = sequence.begin()
     for _ in range(index):
         place.getNext()
@@ -25,7 +25,7 @@ def at(sequence, index):
 
 
 class Node:
-    """An element of the plain model: what an iterator stands on."""
+    """An element of the plain model, to which an iterator refers."""
 
     def __init__(self, value):
         self.value = value
@@ -35,8 +35,8 @@ END = Node(None)
 
 
 class Sequences(RuleBasedStateMachine):
-    """A sequence beside a list of nodes; the iterators that a script holds stand on nodes, and are stale when
-    theirs is in the list no more."""
+    """A sequence and a list of nodes. Each iterator of the script refers to a node, and is stale when the
+    node is no longer in the list."""
 
     how = "make"
     values = strategies.sampled_from(LITERALS)
@@ -379,7 +379,7 @@ def test_random_calls_with_any_iterators_never_do_worse_than_a_k7q_exception(see
         except K7Q.Exception:
             continue
         except (TypeError, AttributeError) as error:
-            # What Python itself says of its own methods, called at the class with something foreign.
+            # Python's own error for a method called through the class with a foreign object.
             assert isinstance(target, type), error
             continue
         if hasattr(result, "getNext"):

@@ -1,4 +1,4 @@
-"""Iterators of enumeration sequences: places that stay on their element and know when it is gone."""
+"""Iterators of enumeration sequences: they stay on their element, and detect that it was removed."""
 
 import ctypes
 import gc
@@ -24,7 +24,7 @@ def model():
 
 
 def at(sequence, index):
-    """An iterator on the element at an index from 0; the end, if there is none."""
+    """An iterator at an index from 0; the end if there is no such element."""
     place = sequence.begin()
     for _ in range(index):
         place.getNext()
@@ -221,8 +221,8 @@ def test_iterators_of_the_immutable_class_are_watched_too(sequence):
 
 @pytest.fixture
 def fail_allocation():
-    """Lets the n-th allocation of the host's memory fail; 0 disarms."""
-    # Python's module holds the library already; it is found again by its own name.
+    """Makes the n-th allocation of the host's memory fail; 0 disarms."""
+    # The library is already loaded into this process; it is found by the name of its file.
     names = {line.split()[-1] for line in open("/proc/self/maps") if "libtarvelon_hx.so" in line}
     fail = ctypes.CDLL(names.pop())["_Z16utFailAllocationm"]
     fail.argtypes = [ctypes.c_ulong]

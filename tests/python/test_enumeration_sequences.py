@@ -1,4 +1,4 @@
-"""Sequences of enumeration values that a script makes: the host's methods and Python's operators."""
+"""Sequences of enumeration values that a script creates: the host's methods and Python's operators."""
 
 import collections.abc
 

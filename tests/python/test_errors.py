@@ -1,4 +1,4 @@
-"""Which error each fault is, and that nothing changes."""
+"""The exception for each kind of error; nothing may change."""
 
 import traceback
 import weakref
@@ -221,7 +221,7 @@ def test_what_cannot_be_set_says_so_before_the_value_is_looked_at(package, value
 
 
 def noted(write):
-    """The text of a refusal that names no property, and the note below it, which does."""
+    """The text of an error that does not name the property, and its note, which does."""
     with pytest.raises(K7Q.Exception) as raised:
         write()
     assert type(raised.value) is K7Q.Exception

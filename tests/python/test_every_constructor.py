@@ -1,4 +1,4 @@
-"""What every constructor of the metamodel, and every create method of the factory, refuses."""
+"""The arguments that constructors of the metamodel and create methods of the factory refuse."""
 
 import collections
 
@@ -12,14 +12,14 @@ from Tarvelon.metamodel.arplatform import Factory
 MODEL, TEXT, NOTHING = "K7Q.Model", "char vector", "an empty value"
 NUMBERS = ["logical scalar", "int32 scalar", "double scalar"]
 ENUMERATION = f"{ROOT}.variant.BindingTimeKind"
-# Each of these is offered in every place that does not take it.
+# Each of these values is passed to every parameter that does not accept it.
 KINDS = [MODEL, TEXT, *NUMBERS, NOTHING, ENUMERATION,
          f"{ROOT}.common.AdminData", f"{ROOT}.common.ModeDeclaration"]
 FOREIGN = [("list", []), ("bytes", b"x")]
 
 
 class Maker:
-    """What makes objects of one class: its constructors, or the methods of the factory."""
+    """The constructors of a class, or the factory's methods that create it."""
 
     def __init__(self, name, records, cls=None):
         self.name, self.cls, self.made = name, cls, records[0]["result"]
@@ -31,7 +31,7 @@ class Maker:
         return self.cls(*values) if self.cls else getattr(Factory.createNewFactory(model), self.name)(*values)
 
     def no_match(self, values):
-        """The whole text for arguments that no list takes."""
+        """The whole error text for arguments that no overload accepts."""
         listed = [f"\n    {self.name}({', '.join(named(*each))})" for each in zip(self.lists, self.names)]
         noun = "constructor" if self.cls else "signature"
         return (f"{self.place}: no {noun} takes ({', '.join(map(shown, values))}); there "
@@ -39,13 +39,13 @@ class Maker:
 
 
 def named(arguments, names):
-    """The parameters with their names, where these are published."""
+    """The parameters with their names, where names are published."""
     each_name = names.split(",") if names else [""] * len(arguments)
     return [f"{kind} {name.strip()}".strip() for kind, name in zip(arguments, each_name)]
 
 
 def shown(value):
-    """What a list of arguments shows of a value."""
+    """A value as a list of arguments in an error shows it."""
     plain = {type(None): NOTHING, str: TEXT, bool: NUMBERS[0], int: NUMBERS[1], float: NUMBERS[2]}
     return plain.get(type(value)) or f"{type(value).__module__}.{type(value).__name__}"
 
@@ -80,7 +80,7 @@ def is_class_of_objects(kind):
 
 
 def takes(parameter, kind):
-    """Whether a value of that kind may stand there as far as kinds go."""
+    """Whether a value of that kind is accepted by that parameter, as far as its kind decides."""
     if parameter in NUMBERS:
         return kind in NUMBERS
     if kind == NOTHING:
@@ -91,7 +91,7 @@ def takes(parameter, kind):
 
 
 def too_few(maker):
-    """Each list without its last argument, where no other list is that one."""
+    """Each argument list without its last argument, unless the result is another valid list."""
     return [each[:-1] for each in maker.lists if each and each[:-1] not in maker.lists]
 
 
@@ -136,7 +136,7 @@ def values(model, kinds):
 
 
 def refused(maker, model, arguments, error):
-    """The error of such a call, which makes nothing."""
+    """The error of such a call, which must not create an object."""
     before = live_objects()
     with pytest.raises(error) as raised:
         maker.call(model, arguments)
@@ -211,9 +211,9 @@ def test_nothing_for_an_enumeration_is_a_type_error_and_for_a_model_the_null_tex
 
 
 def filled_by(maker, kinds, place):
-    """The description of the property that an argument fills.
+    """The description of the property that an argument sets.
 
-    The factory's parameters are named after them, five in full.
+    The factory's parameters have the names of properties; five have the full names.
     """
     made = class_named(maker.made)
     names = next(each.names[-1] for each in FACTORY if each.made == maker.made).split(",")
@@ -297,7 +297,7 @@ LISTS = {
     (FACTORY, [408, 101, 84, 743, 2302, 292, 102, 8, 3]),
 ])
 def test_every_list_is_among_them(makers, counts):
-    """How many there are of each, so that a list that came out empty fails."""
+    """Checks the number of overloads of each kind, so that an empty list makes the test fail."""
     assert len(makers) == 223
     found = {name: sum(len(of(each)) for each in makers) for name, of in LISTS.items()}
     assert found == dict(zip(LISTS, counts))

@@ -1,4 +1,4 @@
-"""What every property of the metamodel refuses, and that nothing changes then."""
+"""The values that the properties of the metamodel refuse; nothing may change."""
 
 import functools
 
@@ -15,7 +15,7 @@ def is_many(value):
 
 
 def properties():
-    """Each property once: a class that can be made and has it, its attribute and its description."""
+    """Each property once: a concrete class that has it, its attribute, and its description."""
     seen = set()
     for cls in reflection.concrete_classes():
         for description in cls.MetaProperty():
@@ -34,7 +34,7 @@ READ_ONLY = [each for each in PROPERTIES if each.values[2].isReadOnly()]
 
 
 def class_of(description):
-    """The class of a reference's values, None for other properties."""
+    """The class of a reference's values; None for other properties."""
     package, _, short = description.type().rpartition(".")
     named = getattr(reflection.module_of(package), short) if package else None
     return None if named is None or hasattr(named, "fromString") else named
@@ -69,7 +69,7 @@ def state(target, attribute):
 
 
 def refused(write_it, target, attribute, error):
-    """The text of a refusal, behind which the property and the model are as before."""
+    """The text of a refused write. Also checks that the property and the model are unchanged."""
     before, objects = state(target, attribute), live_objects()
     with pytest.raises(error) as raised:
         write_it()
@@ -87,13 +87,13 @@ def published_types():
 
 
 def published_type(cls, attribute):
-    """The type word of a host property, by the first class of the lineage that publishes it."""
+    """The type of a host property, as the first class of the lineage publishes it."""
     lineage = ((f"{each.__module__}.{each.__name__}", attribute) for each in cls.__mro__)
     return next(published_types()[each] for each in lineage if each in published_types())
 
 
 def named(target, attribute, description):
-    """How the text of a refusal begins: with the property, or with the method of its sequence."""
+    """The beginning of an error text: the property, or the method of its sequence."""
     if description.upperBound() != 1:
         return f"{type(getattr(target, attribute)).__name__}.append"
     kind = published_type(type(target), attribute)
@@ -103,7 +103,7 @@ def named(target, attribute, description):
 
 
 def filled(cls, attribute, description, model):
-    """An object whose property has a value, if one can be made."""
+    """An object whose property has a value, if a value can be created."""
     target = cls(model)
     value = reflection.Maker(model).value(description.type())
     if value is not None:
@@ -112,14 +112,14 @@ def filled(cls, attribute, description, model):
 
 
 def wrong_kinds(description):
-    """Values that no property of that type takes."""
+    """Values that no property of that type accepts."""
     values = [b"bytes", object(), [], {}]
     values += [1j] if description.type() in reflection.NUMBERS else [7, 0.5, True]
     return values + (["text"] if description.type() != "char vector" else [])
 
 
 def shown(value):
-    """What a refusal shows of a value of Python's own kinds."""
+    """A Python value as an error shows it."""
     plain = {bool: "logical scalar", int: "int32 scalar", float: "double scalar", str: "char vector"}
     return plain.get(type(value), type(value).__name__)
 
@@ -139,7 +139,7 @@ def test_an_object_of_a_wrong_class_is_a_type_error(model, cls, attribute, descr
     wanted = class_of(description)
     candidates = (common.AdminData(model), common.ModeDeclaration(model, "Wrong"))
     wrong = [each for each in candidates if not (wanted and isinstance(each, wanted))]
-    # Where any element may stand, a description of the metamodel still may not.
+    # If the property accepts any element, a description of the metamodel is still a wrong value.
     for value in wrong or [common.Package.MetaClass()]:
         text = refused(lambda: write(target, attribute, value), target, attribute, TypeError)
         assert text.startswith(named(target, attribute, description))
@@ -154,13 +154,13 @@ def test_an_object_of_another_model_is_a_value_error(model, other, cls, attribut
         return
     target = filled(cls, attribute, description, model)
     text = refused(lambda: write(target, attribute, foreign), target, attribute, ValueError)
-    # What redefines another property goes by the name of the narrower one.
+    # The error for a property that redefines another one has the narrower property's name.
     assert text.lower().startswith(f"{cls.__name__}.{attribute}: expected ".lower())
     assert " of the same model, got " in text
 
 
 def ways_to_add(sequence, value):
-    """Every way in which an element comes into a sequence that holds at least one."""
+    """All ways to add an element to a sequence that has at least one."""
     methods = [(name, (value,)) for name in ("append", "push_back", "push_front")]
     methods += [("insert", (1, value)), ("insert", (sequence.begin(), value)), ("replace", (1, value)),
                 ("__setitem__", (0, value)), ("__setitem__", (-1, value)), ("extend", ([value],)),
@@ -264,7 +264,7 @@ def test_a_computed_sequence_cannot_be_changed(model, cls, attribute, descriptio
 
 
 def test_there_are_so_many_of_each():
-    """So that a group that came out empty fails. Foundation's and types' are among them."""
+    """Makes sure that no group is empty. The properties of foundation and types are included."""
     groups = (PROPERTIES, WRITABLE, REFERENCES, MANY, READ_ONLY)
     assert [len(each) for each in groups] == [532, 521, 375, 164, 11]
 
@@ -277,7 +277,7 @@ def test_every_property_of_the_platform_is_among_them():
                  for each in cls["properties"]}
     left = {f"{owner.rpartition('.')[2]}.{name}" for owner, name in published - covered}
 
-    # No object of the first can be made; the others are redefined by every class that can be made.
+    # The first property has no concrete class; the others are redefined in every concrete class.
     assert left == {"InstantiationTimingEventProps.Period", "InstantiationTimingEventProps.RefinedEvent",
                     "AdaptivePlatformServiceInstance.Deployment", "CompositionPortInstanceRef.Port",
                     "DataInstanceRef.DataElements", "Port.Type"}

@@ -1,4 +1,4 @@
-"""What the brake example leaves behind when it is built, reported and closed again and again."""
+"""The brake example leaves no memory behind when it is built, reported and closed repeatedly."""
 
 import os
 import subprocess
@@ -9,7 +9,7 @@ import pytest
 
 EXAMPLES = Path(__file__).parents[2] / "examples"
 
-# What the allocator has given out, however it did; Python's own pools are off, so that all goes through it.
+# Measures all memory that the allocator has given out. Python's own memory pools are disabled.
 ROUNDS = """
 import contextlib, ctypes, gc, io, sys
 sys.path.append(sys.argv[1])

@@ -1,4 +1,4 @@
-"""The factory: models that can be found again, and one object that makes the objects of a model."""
+"""The factory: creating models that can be found again, and creating objects in a model."""
 
 import gc
 import pydoc

@@ -1,4 +1,4 @@
-"""Models in files: what is kept, what is refused, and what a person is told."""
+"""Models in files: what is saved, what is refused, and the messages for users."""
 
 import difflib
 import gc
@@ -38,7 +38,7 @@ reflection = example("every_class")
 
 
 def walk(model):
-    """All objects, each behind its owner."""
+    """All objects; an object comes after its owner."""
     waiting = list(reversed(model.roots()))
     while waiting:
         yield (each := waiting.pop())
@@ -46,7 +46,8 @@ def walk(model):
 
 
 def values(each):
-    """Every value of every stored property: the property's name, the value, whether the object holds it."""
+    """All values of all stored properties: the name of the property, the value, and whether the object
+    contains the value."""
     for description in type(each).MetaProperty():
         attribute = reflection.attribute_of(type(each), description)
         if attribute is None or description.isReadOnly():
@@ -58,7 +59,8 @@ def values(each):
 
 
 def picture(model):
-    """The whole model as plain data: what each object is, and its values, references as numbers of objects."""
+    """The whole model as plain data: the classes and values of all objects. References are numbers of
+    objects."""
     objects = list(walk(model))
     numbers = {each: f"object {number}" for number, each in enumerate(objects)}
     return [(type(each).__module__, type(each).__name__,
@@ -143,7 +145,7 @@ def test_a_text_that_no_file_can_hold_is_refused_when_it_is_set(package, text):
 
 
 def changes(before, after):
-    """The lines that are gone and those that are new."""
+    """The lines that were removed and those that were added."""
     lines = [line for line in difflib.ndiff(before.read_text().splitlines(), after.read_text().splitlines())]
     return [[line[2:].strip() for line in lines if line[0] == mark] for mark in "-+"]
 
@@ -353,7 +355,7 @@ def test_a_pipe_that_says_nothing_can_be_left(model, package, tmp_path):
         raise Enough
 
     before = signal.signal(signal.SIGALRM, leave)
-    # Should nothing else end it, the pipe ends at last.
+    # If nothing else ends the test, the pipe is closed after a minute.
     close = subprocess.Popen([sys.executable, "-c", f"import os, time; time.sleep(60); os.write({held}, b'x' * 9)"],
                              pass_fds=[held])
     os.close(held)
@@ -455,7 +457,7 @@ def test_the_problems_of_a_lenient_load_are_the_models(package, model, tmp_path)
     model.save(path)
     path.write_text(path.read_text().replace("Name=", "Nam="))
 
-    # Only an object is held in between: so the model is shown by another Python object then.
+    # Only an object is kept, so the model gets another Python object later.
     root, = K7Q.Model.load(path, lenient=True).roots()
     gc.collect()
     found = root.getModel()

@@ -1,4 +1,4 @@
-"""What is frozen stays frozen: no way from a frozen handle leads to one that can be written."""
+"""Frozen views stay frozen: nothing reached from a frozen view can be written."""
 
 import os
 import random
@@ -27,7 +27,7 @@ def model():
 
 
 def flat(found):
-    """The host's objects in what a call has answered."""
+    """The host's objects in the result of a call."""
     if isinstance(found, K7Q.ImmutableObject) or hasattr(found, "begin"):
         yield found
     elif isinstance(found, (list, tuple)):
@@ -36,7 +36,7 @@ def flat(found):
 
 
 def ways(view, frozen):
-    """All that can be asked of a view: functions that give other views."""
+    """Functions that get other views from a view."""
     yield lambda: type(view).cast(view)
     for name in ("asImmutable", "asMutable", "getModel", "getContainer", "objects", "roots", "referrers", "begin", "end",
                  "front", "back", "item", "clone", "validate"):
@@ -67,7 +67,7 @@ def ways(view, frozen):
 
 
 def require_frozen(view):
-    """Tries to write: every way is refused, and none for another reason than the view."""
+    """Tries all ways of writing. All must be refused, and the reason must always be the view."""
     if isinstance(view, K7Q.Model):
         writes = [lambda: view.transaction(), lambda: view.undo(), lambda: setattr(view, "history", 3),
                   lambda: common.Package(view, "new"), lambda: view.close(), lambda: view.setUri("x")]

@@ -1,4 +1,4 @@
-"""Random use: every call ends in a result or in a K7Q.Exception, and sequences behave as lists do."""
+"""Random use: every call returns or raises a K7Q.Exception, and sequences behave like lists."""
 
 import collections
 import contextlib
@@ -17,7 +17,7 @@ from catalog import class_named, constructors_of, host_classes, metamodel_classe
 from Tarvelon.metamodel.arplatform import Factory, common, variant
 
 BOUNDED = settings(max_examples=60, deadline=None, derandomize=True, database=None)
-# What XML can hold.
+# Characters that XML cannot contain.
 REFUSED = {chr(code) for code in range(0x20)} - {"\t", "\n", "\r"} | {"\ufffe", "\uffff"}
 STORABLE = strategies.characters(blacklist_characters=sorted(REFUSED), blacklist_categories=["Cs"])
 TEXTS = strategies.text(alphabet=STORABLE)
@@ -69,7 +69,8 @@ def test_any_number_is_stored_exactly_or_refused(number):
 
 
 class TextSequence(RuleBasedStateMachine):
-    """A sequence of texts beside a list: the same operations give the same contents and the same faults."""
+    """A sequence of texts and a list: the same operations must have the same results and raise the same
+    errors."""
 
     @initialize()
     def start(self):
@@ -78,7 +79,7 @@ class TextSequence(RuleBasedStateMachine):
         self.list = []
 
     def both(self, operation):
-        """Does the same to both; they must agree on the result, or on the built-in error."""
+        """Does the same to both. They must return the same result or raise the same built-in exception."""
         try:
             expected = operation(self.list)
         except (IndexError, ValueError) as error:
@@ -170,7 +171,7 @@ TestTextSequence = TextSequence.TestCase
 
 
 class Explorer:
-    """Calls whatever there is with whatever there is, in every package."""
+    """Makes random calls with random arguments, in all packages."""
 
     RECORDS = [each for each in metamodel_classes() if constructors_of(each)]
     OTHERS = [each["fullName"] for each in host_classes() if not constructors_of(each)]
@@ -190,7 +191,7 @@ class Explorer:
         return self.random.choice(plain if self.random.random() < 0.4 else self.known)
 
     def fitting(self, type_name):
-        """A value of that type, most of the time."""
+        """A value that usually has that type."""
         if type_name == "K7Q.Model" or self.random.random() < 0.1:
             return self.model if type_name == "K7Q.Model" else self.value()
         if "." in type_name and self.random.random() < 0.7:
@@ -242,7 +243,7 @@ class Explorer:
 
     def called(self, method):
         arguments = self.arguments()
-        # How many arguments a function that is written in Python takes is the interpreter's own rule.
+        # For a function written in Python, the interpreter itself checks the number of arguments.
         if isinstance(method, (types.FunctionType, types.MethodType)):
             try:
                 inspect.signature(method).bind(*arguments)
@@ -255,7 +256,7 @@ class Explorer:
         name = self.random.choice([record["fullName"], self.random.choice(self.OTHERS)])
         cls = class_named(name)
         method = getattr(cls, self.name(cls))
-        # What Python adds (extend, ...) is called with a foreign object by the interpreter's own rules.
+        # For additions of Python (extend, ...), the interpreter itself checks the object they are called on.
         is_ours = callable(method) and not isinstance(method, types.MethodDescriptorType)
         return self.called(method) if is_ours else method
 
@@ -315,7 +316,7 @@ def test_random_use_never_does_worse_than_a_k7q_exception(seed, tmp_path, monkey
     for _ in range(1500):
         explorer.step()
     explorer.end()
-    # A run in which nearly everything is refused says little.
+    # If nearly all calls were refused, the run would test little.
     assert explorer.calls["refused"] < 900
     for action in ("construct", "create", "write", "add"):
         assert explorer.calls[action] > 20
@@ -334,7 +335,7 @@ def test_it_makes_objects_in_every_package():
 @settings(BOUNDED, max_examples=100, suppress_health_check=list(HealthCheck))
 @given(random=strategies.randoms(use_true_random=False))
 def test_the_shortest_use_that_does_worse_is_found(random):
-    """The same with the choices made by hypothesis, which shortens what fails."""
+    """The same with choices made by hypothesis, which shrinks a failing program."""
     explorer = Explorer(random)
     for _ in range(30):
         explorer.step()

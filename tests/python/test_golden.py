@@ -45,7 +45,7 @@ def run_describe(*names):
 
 @functools.lru_cache(maxsize=None)
 def describe(*names):
-    """The tree that describe prints for a name or for none, read in a process of its own."""
+    """The result of describe for a name or for none, run in another process."""
     done = run_describe(*names)
     if done.returncode != 0:
         pytest.fail(f"{' '.join(done.args)} ended with {done.returncode}:\n{done.stderr}", pytrace=False)
@@ -59,12 +59,13 @@ def described_class(package, full_name):
 
 
 def label(item):
-    """How a list's element is named in a path: `[3 cast]`, so that a reader need not count."""
+    """The name of a list's element in a path: `[3 cast]`, so that readers need not count."""
     return f" {item['name']}" if isinstance(item, dict) and isinstance(item.get("name"), str) else ""
 
 
 def differences(expected, actual, path=""):
-    """Yields (path, expected, actual) wherever two trees differ; true is not 1, a missing thing is `...`."""
+    """Yields (path, expected, actual) wherever two trees differ. true differs from 1; a missing value is
+    `...`."""
     if isinstance(expected, dict) and isinstance(actual, dict):
         for key in [*expected, *(key for key in actual if key not in expected)]:
             yield from differences(expected.get(key, ...), actual.get(key, ...), f"{path}.{key}".lstrip("."))

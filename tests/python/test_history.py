@@ -1,4 +1,4 @@
-"""Undo and redo, and how all of a history ends with the interpreter."""
+"""Undo and redo, and the end of models with a history when the interpreter ends."""
 
 import pytest
 
@@ -175,5 +175,5 @@ threading.Thread(target=lambda: setattr(package, "Name", "x"), daemon=True).star
 started.wait()
 """
     python(code)
-    # The thread wakes up while the interpreter ends.
+    # The thread wakes up while the interpreter is ending.
     python(code.replace("time.sleep(60)", "[time.sleep(0.0001) for _ in iter(int, 1)]"))

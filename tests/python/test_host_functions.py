@@ -1,4 +1,5 @@
-"""The functions of the extension module, which the Python packages call by position and anybody else can call."""
+"""The functions of the extension module. The Python packages call them by position, but anybody can call
+them."""
 
 import types
 
@@ -13,7 +14,7 @@ FUNCTIONS = {name: each for name, each in vars(_tarvelon_host).items() if isinst
 
 
 def counts():
-    """How many arguments each function takes, by its own words."""
+    """The number of arguments of each function, from its own error text."""
     found = {}
     for name, function in FUNCTIONS.items():
         try:
@@ -55,7 +56,7 @@ def test_arguments_by_name_are_refused(name):
 
 
 def values(model, package):
-    """Something of each kind that a script can have in hand."""
+    """A value of each kind that a script can have."""
     closed = K7Q.Model.create()
     gone = common.Package(closed, "gone")
     closed.close()
@@ -84,7 +85,7 @@ def test_arguments_of_any_kind_are_taken_or_refused(name, model, package):
 @pytest.mark.parametrize("name", [name for name in COUNTS if COUNTS[name]])
 def test_what_is_no_argument_for_it_is_a_wrong_type(name):
     class Nothing:
-        """Neither a model nor an object, text, number, callable or container."""
+        """An object that is not a model, object, text, number, callable or container."""
 
     with pytest.raises(TypeError):
         FUNCTIONS[name](*[Nothing()] * COUNTS[name])

@@ -1,4 +1,4 @@
-"""Which objects are one object, and which are equal."""
+"""Identity and equality of objects."""
 
 import gc
 import weakref
@@ -163,7 +163,7 @@ def test_an_object_that_is_dropped_may_be_met_in_the_callback(model, package):
 
 
 def test_the_host_is_not_searched_for_cycles(package):
-    # Objects hold nothing that could hold them; the interpreter must not look for links in them.
+    # The objects cannot be part of a reference cycle, so the garbage collector must not track them.
     gc.collect()
     sequence = package.ReferenceBase
     objects = [package, sequence, sequence.begin(), variant.BindingTimeKind.LinkTime]

@@ -1,4 +1,4 @@
-"""How packages and classes are found, and what an import costs."""
+"""Finding packages and classes, and the cost of an import."""
 
 import os
 import pydoc

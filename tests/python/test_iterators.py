@@ -1,4 +1,4 @@
-"""The host's iterators: places in a sequence that know where it begins and ends."""
+"""The host's iterators: positions in a sequence that detect its beginning and end."""
 
 import pytest
 

@@ -1,4 +1,4 @@
-"""What a model is as JSON."""
+"""Models as JSON."""
 
 import json
 import math

@@ -1,4 +1,4 @@
-"""Who keeps whom alive, what is gone after destroy and close, and that nothing ever crashes."""
+"""Lifetime: what keeps objects alive, what destroy and close remove, and that nothing crashes."""
 
 import copy
 import gc
@@ -243,7 +243,7 @@ def test_the_interpreter_ends_with_objects_in_every_corner(python):
 
 
 def without_leak_check():
-    """The interpreter itself does not free the frames of threads that it takes down."""
+    """Disables the leak check: the interpreter does not free the frames of the threads that it kills."""
     return {**os.environ, "ASAN_OPTIONS": os.environ.get("ASAN_OPTIONS", "") + ":detect_leaks=0"}
 
 
@@ -265,8 +265,8 @@ time.sleep(0.1)
     assert python(code, env=without_leak_check()) == ""
 
 
-# The interpreter takes its daemon threads down by unwinding them; the sanitizer takes what such a thread leaves of its
-# stack for an overflow when the thread ends.
+# At its end the interpreter kills daemon threads by unwinding their stacks. The sanitizer reports the rest of
+# such a stack as an overflow when the thread ends.
 @pytest.mark.uninstrumented("the sanitizer cannot follow the unwinding")
 def test_the_interpreter_ends_while_threads_wait_in_python_code_that_the_host_calls(python):
     code = """

@@ -1,4 +1,4 @@
-"""Listening to changes."""
+"""Listeners."""
 
 import contextlib
 import gc
@@ -15,7 +15,7 @@ from Tarvelon.metamodel.arplatform import common, documentation, variant
 
 @pytest.fixture
 def told(model):
-    """The batches that a listener of the model was told of."""
+    """The batches that a listener of the model was told."""
     batches = []
     with model.listen(batches.append):
         yield batches
@@ -23,7 +23,8 @@ def told(model):
 
 @contextlib.contextmanager
 def unraisable():
-    """What comes to sys.unraisablehook in the block: the fixtures of pytest have one for themselves."""
+    """Collects what is passed to sys.unraisablehook in the block. The fixtures of pytest use the hook for
+    themselves."""
     caught = []
     with pytest.MonkeyPatch.context() as patch:
         patch.setattr(sys, "unraisablehook", lambda each: caught.append(each.exc_value))

@@ -1,4 +1,4 @@
-"""Errors name what a script has in hand: the object that was destroyed, the model that is closed, the index."""
+"""Errors name the destroyed object, the closed model or the wrong index that the script has used."""
 
 import pytest
 
@@ -8,7 +8,7 @@ from Tarvelon.metamodel.arplatform import Factory, common, variant
 
 NULL = "Assertion failed: Cannot access NULL ref. Use isValid() before calling methods at "
 
-# What is tried with an object, by what the note names besides it.
+# Uses of an object, by the name that the note must contain.
 OBJECT_USES = {
     "Package.Name": lambda p: p.Name,
     "Package.category": lambda p: p.category,

@@ -1,7 +1,7 @@
-"""Memory that runs out at any point of what a script does: a MemoryError, a model that is as it was, and the same
-done again comes through. Each point is a process of its own.
+"""Memory runs out at any point of a script: a MemoryError is raised, the model is unchanged, and the same
+action then succeeds. Each point is tested in its own process.
 
-TARVELON_EVERY_ALLOCATION=1 in the environment takes every point, not some of them.
+TARVELON_EVERY_ALLOCATION=1 in the environment tests every point instead of a selection.
 """
 
 import os
@@ -21,10 +21,10 @@ pytestmark = pytest.mark.uninstrumented("a sanitizer has a malloc of its own")
 
 
 def run(scenario, stride, **environment):
-    """The outcomes that may not be, and the number of points."""
+    """The wrong outcomes, and the number of points."""
     if os.environ.get("TARVELON_EVERY_ALLOCATION"):
         stride = 1
-    # Modules are compiled each time: how many points an import has must not depend on what ran before.
+    # All modules are compiled again, so that the number of allocations of an import is always the same.
     with tempfile.TemporaryDirectory() as nowhere:
         done = subprocess.run(
             [sys.executable, "-B", "-X", f"pycache_prefix={nowhere}", failing_memory.__file__, scenario, str(stride)],

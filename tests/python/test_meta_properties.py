@@ -1,4 +1,4 @@
-"""The list of meta properties that MetaProperty() gives, walked as Python walks a collection."""
+"""The result of MetaProperty(), used like a Python collection."""
 
 import copy
 

@@ -1,4 +1,4 @@
-"""The metamodel as a whole: how much of everything there is, and what packages have that no rule gives."""
+"""The metamodel as a whole: the numbers of classes and members, and the peculiarities of packages."""
 
 import functools
 
@@ -19,7 +19,7 @@ def host_classes():
 
 
 def classes():
-    """The mutable classes of the metamodel: those that have an immutable peer as first superclass."""
+    """The mutable classes of the metamodel: those whose first superclass is their immutable class."""
     return [each for each in host_classes() if any(one["name"] == "MetaClass" for one in each["methods"])
             and each["superclasses"][0].endswith(".Immutable" + each["name"])]
 

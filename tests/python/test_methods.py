@@ -1,4 +1,4 @@
-"""Methods: how they are bound and called, and what help and docstrings tell."""
+"""Methods: binding, calling, help and docstrings."""
 
 import inspect
 import pydoc
@@ -154,7 +154,7 @@ def test_many_methods_can_be_held_at_once(package):
     assert all(method() for method in held)
 
 
-# What Python puts on objects, and what JSON says of one besides its properties.
+# Members that Python adds to objects, and entries of JSON besides the properties.
 ADDED = {"clone", "listen", "qualifiedName", "referrers", "to_dict", "to_json", "validate"}
 IN_JSON = {"class", "id"}
 
@@ -167,7 +167,7 @@ def test_no_property_or_method_of_a_class_hides_what_all_objects_have():
 
     records = host_classes() + [each for package in ("foundation", "types")
                                 for each in _tarvelon_host.describe(f"Tarvelon.metamodel.{package}")["classes"]]
-    # What is read stands with a class's immutable peer.
+    # Properties are published by the immutable class.
     classes = metamodel_classes()
     pairs = {name for cls in classes for name in (cls["fullName"], cls["superclasses"][0])}
     assert len(classes) == 284 and len(pairs) == 568 and pairs <= {each["fullName"] for each in records}

@@ -1,7 +1,8 @@
-"""Random programs that mix edits, transactions, history, listeners, files, copies, views, iterators, rules, threads.
+"""Random programs that mix edits, transactions, history, listeners, files, copies, views, iterators, rules
+and threads.
 
-TARVELON_MIXED=600 lets them run for ten minutes from a new seed on; TARVELON_MIXED_SEED=7 runs that one again. A program
-that fails is made as short as it can be, and printed: run(PROGRAM) of it, in this file, is the same again.
+TARVELON_MIXED=600 runs them for ten minutes from a new seed. TARVELON_MIXED_SEED=7 runs one seed again. A
+failing program is shrunk and printed; run(PROGRAM) in this file repeats it.
 """
 
 import os
@@ -31,7 +32,8 @@ def run(program):
 
 
 def outcome(program):
-    """How a process of its own ends that runs the program: "" if well, else the last line it says."""
+    """Runs the program in another process. Returns "" if it succeeds, otherwise the last line of its
+    output."""
     reader, writer = os.pipe()
     child = os.fork()
     if child == 0:
@@ -53,7 +55,7 @@ def outcome(program):
 
 
 def shortest(program):
-    """The program without what it fails without, by halves, quarters and so on."""
+    """The shortest version of the program that still fails, found by removing halves, quarters and so on."""
     part = len(program) // 2
     while part:
         at = 0

@@ -1,4 +1,5 @@
-"""Through every door where a name can be misspelt, the error offers the nearest one, and nothing for a far one."""
+"""Wherever a name can be misspelt, the error suggests the most similar name, and nothing if none is
+similar."""
 
 import importlib
 

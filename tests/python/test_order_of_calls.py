@@ -1,11 +1,11 @@
-"""The same call gives the same, whatever was called before: each order of calls in a process of its own."""
+"""A call gives the same result whatever was called before. Each order of calls runs in another process."""
 
 import json
 import random
 
 import pytest
 
-# Ways to an object, a model, a sequence, an iterator, a description; each an expression of what START has made.
+# Expressions that return an object, model, sequence, iterator or description from what START has created.
 WAYS = """
 common.ImmutableIdentifiable.cast(p)
 common.ImmutablePackage.cast(p)
@@ -139,6 +139,6 @@ def test_each_way_gives_an_object_of_the_same_class_in_each_order(python):
 
 @pytest.mark.parametrize("way", WAYS[:9])
 def test_a_cast_comes_first(python, way):
-    """Nothing else has touched the view: it is what the object is."""
+    """Nothing else has used the view before: the cast returns the object under its own class."""
     kind = "ImmutablePackage" if "Immutable" in way.partition(".cast")[0] else "Package"
     assert run(python, [way], True)[way][0].rpartition(".")[2] == kind

@@ -1,4 +1,4 @@
-"""What the commands print, into whatever: a terminal that knows few characters, a reader that leaves, a full disk."""
+"""The output of the commands to a terminal with few characters, to a closed pipe, and to a full disk."""
 
 import json
 import os

@@ -37,7 +37,7 @@ CLASSES = {
 
 
 class Plain:
-    """What an object should look like; others are named by their keys."""
+    """The expected contents of an object. Other objects are represented by their keys."""
 
     def __init__(self, kind, name):
         self.kind = kind
@@ -49,7 +49,7 @@ class Plain:
 
 
 class State:
-    """All objects that there are, by key; the keys stand in the order in which the objects were made."""
+    """All existing objects by key. The keys are in the order of creation."""
 
     def __init__(self):
         self.objects = {}
@@ -100,7 +100,7 @@ class State:
 
 
 def has(*kinds):
-    """Lets a rule run when there are objects of each of the kinds: steps that can do nothing show nothing."""
+    """Runs a rule only if there are objects of these kinds, because other steps would test nothing."""
     return precondition(lambda self: all(self.state.of(each) for each in kinds))
 
 
@@ -133,10 +133,11 @@ class Editing(RuleBasedStateMachine):
             self.model.close()
             assert not any(each.isvalid() for each in self.handles.values())
 
-    # What makes a batch.
+    # Batches
 
     def change(self, edit):
-        """Runs an edit of both; what was before can come back, when it is a batch of its own."""
+        """Makes the same edit in both. The former state is kept for undo, if the edit is a batch of its
+        own."""
         before = copy.deepcopy(self.state)
         told = self.told
         edit()
@@ -320,7 +321,7 @@ class Editing(RuleBasedStateMachine):
     @precondition(lambda self: not self.open)
     @rule(times=st.integers(1, 3))
     def redo(self, times):
-        """Makes again what was taken back and, if that is nothing, what it takes back itself."""
+        """Redoes what was undone. If there is nothing, undoes something first."""
         for _ in range(0 if self.future else times):
             self.undo()
         for _ in range(times):
@@ -334,7 +335,8 @@ class Editing(RuleBasedStateMachine):
     @precondition(lambda self: not self.open)
     @rule()
     def saveAndLoad(self):
-        """From then on the loaded model is edited; it has no history, and its objects stand in the order of the file."""
+        """Continues with the loaded model. It has no history, and its objects are in the order of the
+        file."""
         with tempfile.TemporaryDirectory() as folder:
             file = Path(folder) / "model.xmi"
             self.model.save(file)
@@ -354,7 +356,7 @@ class Editing(RuleBasedStateMachine):
         self.model.listen(self.note)
 
     def meet(self, keys, objects, handles):
-        """Enters the loaded objects under the keys of what was saved, depth first."""
+        """Gives the loaded objects the keys of the saved objects, depth first."""
         for key, each in zip(keys, objects, strict=True):
             handles[key] = each
             assert type(each) is type(self.handles[key])

@@ -1,4 +1,4 @@
-"""Rules that a script adds to those of the library."""
+"""Validation rules that a script adds to those of the library."""
 
 import gc
 import threading
@@ -19,7 +19,7 @@ def world():
 
 @pytest.fixture
 def add():
-    """Adds a rule for the time of the test."""
+    """Adds a rule for the duration of the test."""
     ids = []
 
     def rule(id, *arguments, **names):

@@ -1,4 +1,4 @@
-"""Finding objects by name, by class and by who refers to them."""
+"""Searching objects by name, by class, and by the references to them."""
 
 import threading
 

@@ -1,4 +1,4 @@
-"""What a script does with a list, done with sequences: swaps, shuffles, sorts, slices."""
+"""List operations on sequences: swaps, shuffles, sorts, slices."""
 
 import random
 
@@ -14,7 +14,7 @@ OF_A_MODEL = [name for name, kind in KINDS.items() if kind.property]
 
 @pytest.fixture
 def of_kind(model):
-    """A sequence of a kind with its first elements, as many as are asked for or there are."""
+    """A sequence of that kind with its first elements: the given number, or all if there are fewer."""
 
     def make(name, count=4):
         kind = KINDS[name]
@@ -28,7 +28,7 @@ def of_kind(model):
 
 @pytest.fixture
 def constants(model):
-    """A sequence of references that shows the names of what it holds."""
+    """A sequence of references, shown by the names of its elements."""
     formula = variant.SystemConstDependentFormula(model, "f")
     formula.SysConst += [variant.SystemConst(model, name) for name in "abcde"]
     return formula.SysConst

@@ -1,4 +1,4 @@
-"""Sequences of every kind, changed at random in every way, beside a plain list."""
+"""Random changes of all kinds of sequences, compared with a plain list."""
 
 import os
 import random
@@ -13,7 +13,7 @@ STEPS = 60
 
 
 class Run:
-    """One sequence with its plain list, with iterators that are held, and now and then with history and listener."""
+    """A sequence and its plain list, with iterators, and sometimes with a history and a listener."""
 
     def __init__(self, name, seed):
         self.kind = KINDS[name]
@@ -37,7 +37,7 @@ class Run:
             self.plain.add(len(self.plain.cells), value)
 
     def follow(self, changes):
-        """Does to the mirror what a listener is told of."""
+        """Applies to the mirror the changes that a listener is told."""
         for change in changes:
             if (change.object, change.property) != (self.owner, self.kind.property):
                 continue
@@ -51,7 +51,7 @@ class Run:
                 assert change.kind == "replaced" and self.mirror[change.index] == change.before
                 self.mirror[change.index] = change.after
 
-    # What is used at random.
+    # Random arguments.
 
     def value(self):
         return self.random.choice(self.pool)
@@ -77,13 +77,13 @@ class Run:
         return iterator
 
     def own(self, index):
-        """The place of an index as a list counts it."""
+        """Converts an index into the position in a list."""
         size = len(self.plain.cells)
         if not -size <= index < size:
             raise IndexError
         return index % size
 
-    # The operations: what is done to the sequence, and to the plain list.
+    # The operations, on the sequence and on the plain list.
 
     def add(self):
         value, how = self.value(), self.random.choice(["append", "push_back", "push_front"])
@@ -205,7 +205,7 @@ class Run:
         return lambda: random.Random(seed).shuffle(self.sequence), expected
 
     def lose(self):
-        """An element leaves for another sequence, or it is destroyed."""
+        """Moves an element to another sequence, or destroys it."""
         if not hasattr(self.pool[0], "destroy"):
             return self.clear()
         which = self.random.randrange(len(self.pool))
@@ -223,7 +223,7 @@ class Run:
                   remove, remove_all, assign_slice, assign_slice, delete_slice, sort, reverse, extend, extend, shuffle,
                   lose]
 
-    # What must hold.
+    # Checks.
 
     def step(self):
         operation = self.random.choice(self.OPERATIONS)
@@ -292,7 +292,7 @@ class Run:
             with pytest.raises(K7Q.StaleIterator):
                 iterator.item()
         else:
-            # What is put in the place of an equal text is a change that cannot be seen.
+            # Replacing a text with an equal one is a change without a visible effect.
             try:
                 assert iterator.item() == expected[place]
             except K7Q.StaleIterator:

@@ -11,7 +11,7 @@ from Tarvelon.metamodel.arplatform import common, variant
 
 @pytest.fixture
 def texts(model):
-    """A sequence of texts that a property holds."""
+    """A property's sequence of texts."""
     sequence = variant.PostBuildVariantCondition(model).ValueVariationPoint
     sequence += ["a", "b", "c", "d"]
     return sequence
@@ -19,7 +19,7 @@ def texts(model):
 
 @pytest.fixture
 def bases(model, package):
-    """A sequence of objects that a property holds."""
+    """A property's sequence of objects."""
     sequence = package.ReferenceBase
     sequence += [common.ReferenceBase(model, True, text, package) for text in "abcd"]
     return sequence

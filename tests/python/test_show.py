@@ -1,4 +1,4 @@
-"""What `./tarvelon show` prints."""
+"""The output of `./tarvelon show`."""
 
 import json
 import subprocess

@@ -1,4 +1,4 @@
-"""Transactions: changes that are made together or not at all."""
+"""Transactions: all changes are made, or none."""
 
 import gc
 import threading

@@ -1,4 +1,4 @@
-"""What `./tarvelon validate` prints, for people and for programs, and how it exits."""
+"""The output of `./tarvelon validate` for users and for programs, and its exit status."""
 
 import json
 from typing import NamedTuple

@@ -1,4 +1,4 @@
-"""What is wrong with a model: the brake example with one fault of each rule, and models made for the purpose."""
+"""Validation of the brake example with one fault for each rule, and of models made for these tests."""
 
 import brake_faults as faults
 import pytest
@@ -9,7 +9,7 @@ from Tarvelon.metamodel import foundation
 from Tarvelon.metamodel.arplatform import (Factory, behavior, common, composition, instance, interface, port,
                                            variant)
 
-# What no editor of a model can do: tests/native/ValidationTest.cpp forces them.
+# Rules that editing cannot break; tests/native/ValidationTest.cpp breaks them.
 FORCED = {"foreign-reference", "wrong-class", "ownership", "multiplicity", "unknown-literal"}
 
 
@@ -27,7 +27,7 @@ def test_a_fault_is_reported_with_what_a_person_needs(world, rule, path, message
 
     assert f"{severity}: {path}: {message} [{rule}]" in lines
     assert {each.rule for each in found} <= {rule, *also}
-    # A reference that leads both ways is wrong at both ends.
+    # A reference with an opposite is wrong at both ends.
     ends = 2 if path.endswith(".StartOnEvent") and rule == "own-behavior" else 1
     assert len([each for each in found if each.rule == rule]) == ends
 
@@ -45,12 +45,12 @@ def test_every_rule_of_the_library_has_a_fault():
 
 def test_what_may_be_so_is_no_fault(world):
     w = world
-    # What disables an event has nothing to do with the direction of what raises it.
+    # The disabling mode does not depend on the direction of the data that raises the event.
     modes = w.controller.ModeReceiverPorts[0]
     invoked = w.pedal.Behavior.Events[1]
     w.pedal.ModeReceiverPorts.append(w.new(port.ModeReceiverPort, modes.Interface, "Modes"))
     invoked.DisabledMode.append(example.mode_of(w.new, w.pedal.ModeReceiverPorts[0], 0))
-    # A port that goes both ways feeds inner ones that require less than it provides.
+    # A port of both directions may be connected to inner ports that require less than it provides.
     wide = w.new(interface.SenderReceiverInterface, False, "Wide", DataElements=[
         w.new(interface.FlowData, "%d", name, Type=w.controller.Behavior.Parameters[0].Type)
         for name in ("Travel", "Speed", "More")])
@@ -59,10 +59,10 @@ def test_what_may_be_so_is_no_fault(world):
     w.whole.SenderReceiverPorts.append(outer)
     inner = w.new(instance.CompositionRPortInstanceRef, w.controller.ReceiverPorts[0], w.prototypes.brakeController)
     w.whole.Connectors.append(w.new(composition.DelegationConnector, outer, inner, "Down"))
-    # What AUTOSAR gives no short name may be without.
+    # Objects that have no short name in AUTOSAR need no name.
     w.sample.variationPoint = w.new(variant.VariationPoint)
     w.pedal.Behavior.PortAPIOptions[0].PortArgValue[0].Name = ""
-    # Values of data may be infinite or no number.
+    # Data values may be infinite or NaN.
     value = w.new(foundation.NumericalValueSpecification, 0)
     brake.named(w.controller.Behavior.Parameters).Limit.InitValue = value
     for number in (float("inf"), float("-inf"), float("nan")):

@@ -1,4 +1,4 @@
-"""What goes in comes out: how Python values become values of the model and back."""
+"""Conversion of Python values into values of the model and back."""
 
 import fractions
 import math

@@ -12,7 +12,7 @@ using factory::basic::BindingRegistry;
 
 class ConstructTest : public RuvoTest {
  protected:
-  /// A body that binds the test's native object.
+  /// A constructor that binds the test's native object.
   Body binding() {
     return [this](std::uint32_t& count, RVOValue* results, int, const RVOValue*) {
       BindingRegistry::announceForConstructor(mNative.mutableId(), InternedName(), results[0].array(), true);

@@ -11,7 +11,7 @@ namespace {
 
 class ConversionTest : public RuvoTest {
  protected:
-  /// The slot that a record with one parameter of `type` gets for the value.
+  /// The slot for a value, in a record with one parameter of type `type`.
   std::uint64_t wordOf(const char* type, const HostValue& value) {
     std::uint64_t word = 0;
     Class& cls = addClass(uniqueName("Taking"), [&](Definition& x) {

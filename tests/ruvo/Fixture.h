@@ -15,13 +15,13 @@
 #include "tarvelon/platform/hx/ArrayPtr.h"
 #include "tarvelon/platform/ruvo/ObjectSystem.h"
 
-/// Packages, classes, records and native objects made up for a test.
+/// Packages, classes, records and native objects for tests.
 namespace ruvo::testing {
 
 using Body = std::function<void(std::uint32_t& count, RVOValue* results, int argumentCount,
                                 const RVOValue* arguments)>;
 
-/// A record that runs what the test says.
+/// A record whose behaviour is set by the test.
 class TestMethod : public factory::RuvoMethod {
  public:
   TestMethod(const std::string& name, std::uint32_t flags, Body body);
@@ -38,7 +38,7 @@ class TestConstructor final : public TestMethod {
   bool isConstructor() const override { return true; }
 };
 
-/// A property of one value for all objects: an array, or a raw word.
+/// A property with one value for all objects: an array or a raw word.
 class TestProperty final : public factory::impl::PropertyImplBase, public PropertyGuard {
  public:
   struct Traits {
@@ -60,7 +60,7 @@ class TestProperty final : public factory::impl::PropertyImplBase, public Proper
   bool isMany() const override { return mTraits.isMany; }
   bool isReadOnly() const override { return mTraits.isReadOnly; }
 
-  /// How often something was written, and the last of it.
+  /// The number of writes, and the last written value.
   int writes = 0;
   RVOValue raw;
   hx::ArrayPtr array;
@@ -71,7 +71,7 @@ class TestProperty final : public factory::impl::PropertyImplBase, public Proper
   Traits mTraits;
 };
 
-/// What a test writes in a class's definition.
+/// Helper for the definition of a test's class.
 class Definition {
  public:
   explicit Definition(RVOClass* cls) : mClass(cls) {}
@@ -94,7 +94,7 @@ class Definition {
 
 using Define = std::function<void(Definition&)>;
 
-/// A class that a test defines. Its objects stand for a Native, or for nothing that needs an end.
+/// A class defined by a test. Its objects are bound to a Native or to nothing.
 class TestClassInfo final : public factory::RuvoFactoryClassInfo {
  public:
   TestClassInfo(const std::string& name, Define define);
@@ -109,7 +109,7 @@ class TestClassInfo final : public factory::RuvoFactoryClassInfo {
   Define mDefine;
 };
 
-/// A native object with an id for each view and a count of the host objects that hold it.
+/// A native object with an id for each view, and the number of host objects that refer to it.
 struct Native {
   factory::basic::BindingSlot slots[2];
   int holders = 0;
@@ -118,7 +118,7 @@ struct Native {
   void* immutableId() noexcept;
 };
 
-/// A package that a test fills.
+/// A package whose contents are set by a test.
 class TestPackageInfo final : public RVOPackageInfo {
  public:
   using Fill = std::function<void(RVOPackage*)>;
@@ -140,10 +140,11 @@ class TestPackageInfo final : public RVOPackageInfo {
   Fill mFill;
 };
 
-/// A name that no other test has: nothing that is registered ever goes.
+/// A name that no other test uses, because registered things stay until the process ends.
 std::string uniqueName(const std::string& stem);
 
-/// The text of the exception of type E that `action` raises; a failure and an empty text when it raises none.
+/// The text of the exception of type E that `action` raises. If it raises none, the test fails and the text
+/// is empty.
 template <class E, class Action>
 std::string errorOf(Action action) {
   try {
@@ -158,7 +159,7 @@ std::string errorOf(Action action) {
   return "";
 }
 
-/// A package of the test's own, and what is left behind when it ends.
+/// A test with its own package. Checks at its end that nothing is left behind.
 class RuvoTest : public ::testing::Test {
  protected:
   RuvoTest();
@@ -168,7 +169,7 @@ class RuvoTest : public ::testing::Test {
   Class& addClass(const std::string& name, Define define = {});
   TestClassInfo& infoOf(Class& cls) { return static_cast<TestClassInfo&>(cls.info()); }
   std::string full(const std::string& name) const { return mName + "." + name; }
-  /// A host object of the class for a native one.
+  /// A host object of the class, bound to a native object.
   RVOInterfacePtr object(Class& cls, Native& native, bool isImmutable = false);
 
   std::string mName;
@@ -179,7 +180,7 @@ class RuvoTest : public ::testing::Test {
   std::size_t mBindings;
 };
 
-/// Results as an invoker writes them.
+/// Results, written as an invoker writes them.
 inline void giveInt32(std::uint32_t& count, RVOValue* results, std::int32_t value) {
   results[0] = RVOValue::ofInt32(value);
   if (count == 0) count = 1;
@@ -188,7 +189,7 @@ inline void giveArray(std::uint32_t& count, RVOValue* results, hx::hxArray* arra
   results[0] = RVOValue(array);
   if (count == 0) count = 1;
 }
-/// A body that tells which record was called.
+/// A record's body that returns `number`, to identify the record.
 inline Body giving(std::int32_t number) {
   return [number](std::uint32_t& count, RVOValue* results, int, const RVOValue*) {
     giveInt32(count, results, number);

@@ -6,14 +6,14 @@ namespace {
 
 class LinearizationTest : public RuvoTest {
  protected:
-  /// A class with superclasses of the test's package, by their short names.
+  /// Adds a class with superclasses of the test's package, given by their short names.
   Class& derive(const std::string& name, std::vector<std::string> bases) {
     return addClass(name, [this, bases](Definition& definition) {
       for (const std::string& base : bases) definition.base(full(base));
     });
   }
 
-  /// The short names of a class's order.
+  /// The linearization of a class as short names.
   static std::string order(Class& cls) {
     std::string names;
     for (const Class* each : cls.linearization()) {
@@ -46,7 +46,7 @@ TEST_F(LinearizationTest, OfMutableAndImmutableClassesAlternates) {
 }
 
 TEST_F(LinearizationTest, FollowsC3) {
-  // The example by which the order is usually told.
+  // The standard example for C3.
   derive("O", {});
   derive("F", {"O"});
   derive("E", {"O"});

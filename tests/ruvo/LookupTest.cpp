@@ -5,7 +5,7 @@ namespace {
 
 class LookupTest : public RuvoTest {
  protected:
-  /// The results of the records of a name, called in the order of the candidates.
+  /// Calls the overloads of a name in the order of the candidates, and returns their results.
   static std::vector<int> candidates(Class& cls, std::string_view name) {
     std::vector<int> numbers;
     const OverloadSet* set = cls.findMethods(name);

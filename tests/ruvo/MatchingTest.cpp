@@ -15,7 +15,7 @@ class MatchingTest : public RuvoTest {
     addClass("Other");
   }
 
-  /// A class with static records f, one for each list of types: called, the n-th gives n.
+  /// A class with overloads of the static method f, one for each list of types. The n-th one returns n.
   Class& overloaded(std::vector<std::vector<std::string>> lists) {
     return addClass(uniqueName("Overloaded"), [lists](Definition& x) {
       std::int32_t n = 0;
@@ -81,7 +81,7 @@ TEST_F(MatchingTest, DistancesAreAddedUp) {
 }
 
 TEST_F(MatchingTest, AnExactClassGoesBeforeASmallerSumOfDistances) {
-  // 1 + 1 against 2 + 0.
+  // Distances 1 + 1 compared with 2 + 0.
   EXPECT_EQ(
       chosen(overloaded({{full("B"), full("B")}, {full("A"), full("C")}}), {objectOf("C"), objectOf("C")}),
       2);

@@ -41,7 +41,7 @@ TEST(PackageInfo, NamesWhatExists) {
 }
 
 TEST(PackageInfo, MayBeMadeInStorageThatIsThere) {
-  // The way of a wrapper: storage from the host, which gives it back with the object.
+  // As a wrapper does it: the memory comes from utCalloc() and is freed with the object.
   void* storage = utCalloc(1, sizeof(PlainInfo));
   RVOPackageInfo* info = new (storage) PlainInfo;
   EXPECT_STREQ(info->getName(), "plain");

@@ -18,7 +18,7 @@ RVOPackage* getPackage(const std::string& name) {
   return RVOPackage::getPackage(InternedName(std::string_view(name)));
 }
 
-/// A child's info, and how often it was asked to fill its package.
+/// A child's package info that counts its initialisations.
 struct Counted {
   int calls = 0;
   TestPackageInfo* info(std::string name, TestPackageInfo::Fill fill = {}) {
@@ -350,7 +350,7 @@ TEST_F(PackageTest, LoadedPackageIsRegisteredWhenAPackageIsAskedForAndOnce) {
 }
 
 TEST_F(PackageTest, LoadedPackagesForWhichThereIsNoMemoryWaitInTheirOrder) {
-  // Names so long that each takes a block of its own.
+  // Names that are so long that each needs its own memory block.
   static const std::string shortNames[] = {std::string(5000, 'b'), std::string(5000, 'a'), "c"};
   static const std::string names[] = {full(shortNames[0]), full(shortNames[1]), full(shortNames[2])};
   static factory::LoadedPackage packages[] = {{names[0].c_str(), [](RVOPackage*) {}},

@@ -28,7 +28,7 @@ TEST(PointerMap, KeepsTheValueThatWasThere) {
 }
 
 TEST(PointerMap, FindsEveryOtherAfterOneIsErased) {
-  // Against std::map, over as many steps as make every chain of collisions.
+  // Compares with std::map, over enough steps for all chains of collisions.
   std::mt19937 random(1);
   static int keys[400];
   PointerMap<int> map;

@@ -8,7 +8,7 @@
 namespace ruvo::testing {
 namespace {
 
-/// A class with a property p and an object of it.
+/// A class with a property p, and an object of the class.
 class PropertyAccessTest : public RuvoTest {
  protected:
   void declare(const std::string& type, TestProperty::Traits traits = {}) {
@@ -22,7 +22,7 @@ class PropertyAccessTest : public RuvoTest {
   void set(const HostValue& value) { setProperty(mObject, "p", value); }
   HostResult get() { return getProperty(mObject, "p"); }
 
-  /// Sets a value that must be refused, with nothing written.
+  /// Sets a value that must be refused; nothing may be written.
   template <class E>
   std::string refusal(const HostValue& value) {
     const int before = mProperty->writes;
@@ -32,7 +32,7 @@ class PropertyAccessTest : public RuvoTest {
   }
 
   void TearDown() override {
-    // The property keeps its last value as long as its class lives.
+    // The property keeps its last value until the class is destroyed, which never happens.
     if (mProperty) mProperty->array.reset();
     mObject = RVOInterfacePtr();
   }
@@ -172,7 +172,7 @@ TEST_F(PropertyAccessTest, ObjectOfTheClassOrASubclassIsWritten) {
   const HostResult result = get();
   EXPECT_EQ(result.object(), value);
   EXPECT_STREQ(hx::hxGetClassName(mProperty->array.get()), full("Base").c_str());
-  // The property outlives what stands behind the object it holds.
+  // The property would keep the object longer than the object's native object lives.
   mProperty->array.reset();
 }
 

@@ -26,7 +26,7 @@ class PlainProperty final : public factory::impl::PropertyImplBase {
   InternedName mType;
 };
 
-/// The predicates in the order of their slots, with the bit that each reads.
+/// The predicates in the order of their virtual slots, and the bit that each reads.
 using Predicate = bool (RVOPropInfo::*)() const;
 const std::vector<std::pair<Predicate, std::uint32_t>> kPredicates = {
     {&RVOPropInfo::predicate12, 1},    {&RVOPropInfo::predicate14, 2},     {&RVOPropInfo::predicate15, 4},

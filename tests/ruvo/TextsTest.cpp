@@ -14,10 +14,10 @@ std::string nearest(std::string_view name, std::vector<std::string_view> candida
 }
 
 TEST(NearestName, IsOneSlipAway) {
-  EXPECT_EQ(nearest("symbl", {"name", "symbol"}), "symbol");    // one left out
-  EXPECT_EQ(nearest("symbool", {"name", "symbol"}), "symbol");  // one too many
-  EXPECT_EQ(nearest("symbal", {"name", "symbol"}), "symbol");   // another one
-  EXPECT_EQ(nearest("symblo", {"symbol"}), "symbol");           // two swapped
+  EXPECT_EQ(nearest("symbl", {"name", "symbol"}), "symbol");    // a letter is missing
+  EXPECT_EQ(nearest("symbool", {"name", "symbol"}), "symbol");  // a letter too many
+  EXPECT_EQ(nearest("symbal", {"name", "symbol"}), "symbol");   // another letter
+  EXPECT_EQ(nearest("symblo", {"symbol"}), "symbol");           // two letters swapped
   EXPECT_EQ(nearest("SYMBOL", {"symbol"}), "symbol");           // another case
 }
 
@@ -43,7 +43,7 @@ TEST(NearestName, AllowsSlipsByTheLengthOfTheName) {
   EXPECT_EQ(nearest("abcdefghijklmno", {"abcdefghijkwxyz"}), "");
 }
 
-/// The distance as its definition says it, in a whole table.
+/// The edit distance by its definition, computed with a complete table.
 std::size_t distanceOf(const std::string& left, const std::string& right) {
   std::vector<std::vector<std::size_t>> table(left.size() + 1, std::vector<std::size_t>(right.size() + 1));
   for (std::size_t i = 0; i <= left.size(); ++i) {

@@ -25,7 +25,7 @@ class Error(NamedTuple):
 
 
 def mypy(*arguments, **environment):
-    """Runs mypy; gives its errors."""
+    """Runs mypy; returns its errors."""
     command = [sys.executable, "-m", "mypy", f"--config-file={ROOT / 'tests' / 'stubs' / 'mypy.ini'}",
                "--no-error-summary", *map(str, arguments)]
     done = subprocess.run(command, capture_output=True, text=True, timeout=800, env={**os.environ, **environment})
@@ -38,10 +38,11 @@ def mypy(*arguments, **environment):
 
 @pytest.fixture(scope="session")
 def verdicts(tmp_path_factory):
-    """What mypy says of programs, examples and hand-written modules in one run: errors by the name of a copy."""
+    """Checks programs, examples and hand-written modules with mypy in one run: the errors by the name of a
+    copy."""
     folder = tmp_path_factory.mktemp("sources")
     copies = {each: folder / each.name for each in [*EXAMPLES, *PROGRAMS.glob("*.py")]}
-    # Under their own names these would be taken for a module of Python's own, or for what the stubs describe.
+    # Under their own names, these would be mistaken for Python's modules or for the described packages.
     copies[ROOT / "examples" / "collections.py"] = folder / "example_collections.py"
     copies |= {each: folder / f"{each.parent.name}_{each.name}" for each in HAND_WRITTEN}
     for source, copy in copies.items():

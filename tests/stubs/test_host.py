@@ -1,4 +1,4 @@
-"""The stubs against the host as it runs: what they say of a class is what the class has, and nothing is left out."""
+"""Compares the stubs with the running host: they must describe each class correctly and completely."""
 
 import ast
 import builtins
@@ -19,9 +19,10 @@ sys.path.append(str(ROOT / "examples"))
 reflection = importlib.import_module("every_class")
 sys.path.pop()
 
-# What stubtest cannot see: a method of the host is neither a staticmethod nor a function of Python's, its classes are
-# derived from by others of the host alone, a literal that is a keyword has a second name that no program writes, an
-# object has methods for `copy` that do nothing but refuse, and `find` of the class is another one than of its objects.
+# Differences that stubtest reports but that are no errors. A method of the host is neither a staticmethod nor
+# a Python function. The host's classes are only subclassed by other classes of the host. A literal whose name
+# is a keyword has a second name that programs don't use. Objects have methods for `copy` that only raise.
+# `find` of the class is not `find` of its objects.
 KNOWN = (
     r" is inconsistent, stub is a staticmethod but runtime is not$",
     r"\.MetaPackage is not a function$",
@@ -53,7 +54,7 @@ CLASSES = {name: stub_classes(name) for name in MODULES}
 
 
 def is_hosts(module, name):
-    """Whether a class is one of the host's, and not written in Python."""
+    """Whether a class is one of the host's classes, not a Python class."""
     return issubclass(getattr(importlib.import_module(module), name), _tarvelon_host.HostObject)
 
 
@@ -65,7 +66,7 @@ def test_stubtest_finds_no_difference(tmp_path):
                           env={**os.environ, "MYPYPATH": str(tmp_path)})
     lines = done.stdout.splitlines()
     assert [each for each in lines if not any(re.search(known, each) for known in KNOWN)] == [], done.stderr
-    # It has looked: each of these differences is there.
+    # Checks that stubtest has really looked: each known difference must occur.
     assert all(any(re.search(known, each) for each in lines) for known in KNOWN)
 
 
@@ -79,7 +80,7 @@ def test_every_class_of_every_package_stands_in_its_stub():
 
 
 def named(module, text):
-    """What an expression of a stub names: a class of its own module, or of another one that it imports."""
+    """The class named by an expression of a stub: of its own module or of an imported one."""
     first, _, last = text.rpartition(".")
     if text == "NamedTuple":
         return tuple
@@ -112,7 +113,7 @@ def test_a_class_says_what_it_is_for_and_names_the_arguments_of_its_constructors
 
 
 def property_of(cls, attribute):
-    """What the stub says of a property: the class it reads as, whether it may be None, and whether it can be set."""
+    """The type of a property in the stub, whether it may be None, and whether it can be set."""
     for base in cls.__mro__:
         written = CLASSES.get(base.__module__, {}).get(base.__name__)
         members = written.body if written else []
@@ -148,7 +149,7 @@ def test_a_property_reads_as_its_stub_says(model, maker, cls, attribute, descrip
     unset = getattr(target, attribute)
     kind, may_be_none, is_set = property_of(cls, attribute)
     assert is_set == (not description.isReadOnly())
-    # A required reference that nobody has set yet is none as well: it is stated as if it were set.
+    # An unset required reference is None too, but the stub describes it as set.
     is_required = description.lowerBound() == 1 and issubclass(kind, K7Q.ImmutableObject)
     assert unset is not None or may_be_none or is_required
     if is_set:
@@ -158,7 +159,8 @@ def test_a_property_reads_as_its_stub_says(model, maker, cls, attribute, descrip
         value = getattr(owner, attribute)
         if value is None:
             continue
-        # A reference may be to an object of a class below; sequences and values are of their class itself.
+        # The object of a reference may be an instance of a subclass; sequences and values have exactly this
+        # class.
         assert isinstance(value, kind) if issubclass(kind, K7Q.ImmutableObject) else type(value) is kind
 
 

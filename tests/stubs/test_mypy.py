@@ -1,4 +1,5 @@
-"""What mypy says with the stubs: of programs that are right, of programs that are wrong, and of the stubs."""
+"""The results of mypy with the stubs: for correct programs, for wrong programs, and for the stubs
+themselves."""
 
 import re
 import subprocess
@@ -55,7 +56,7 @@ def test_a_hand_written_module_is_taken(verdicts, module):
 
 
 def test_the_stubs_agree_with_themselves(tmp_path):
-    # Where mypy finds installed stubs it does not look for errors in them: here they stand as sources.
+    # mypy does not report errors in installed stubs, so they are copied to a folder of sources.
     names = ["K7Q", "Tarvelon", "_tarvelon_host"]
     for name in names:
         (tmp_path / name).symlink_to(BUILT / f"{name}-stubs")

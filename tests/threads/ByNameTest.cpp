@@ -1,5 +1,5 @@
-// Four threads, each with models of its own, through the object system: what is looked up first is defined
-// for all of them.
+// Four threads, each with its own models, use the object system. Each class is defined by the thread that
+// needs it first.
 #include <algorithm>
 #include <barrier>
 #include <set>
@@ -23,7 +23,7 @@ const char* const kPackages[] = {"behavior", "common",          "component", "co
                                  "ecuc",     "instance",        "interface", "manifest",    "port",
                                  "system",   "timingExtension", "variant"};
 
-/// The members of every class of a package and of those below it, counted.
+/// Counts the members of all classes of a package and of the packages below it.
 std::size_t countMembers(ruvo::Package& package) {
   std::size_t count = 0;
   for (ruvo::Class* cls : package.classes()) {
@@ -132,7 +132,7 @@ TEST_F(ByName, SequencesOfValuesAndTheirIteratorsAreIndependent) {
 TEST_F(ByName, NewModelsOfAFactoryGetUrisOfTheirOwn) {
   constexpr int kModels = 25;
   std::vector<std::vector<std::string>> uris(threads::kThreads);
-  // A URI is free again when its model has gone.
+  // The URI of a closed model is free again.
   std::barrier allAreMade(threads::kThreads);
   onEach([&](int thread) {
     std::vector<host::RVOInterfacePtr> models;

@@ -1,4 +1,4 @@
-// What was made on one thread is used, released and destroyed on another, one at a time.
+// Objects created on one thread are used, released and destroyed on another thread, one at a time.
 #include <optional>
 
 #include "tarvelon/boundary/hx/Array.h"

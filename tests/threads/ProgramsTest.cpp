@@ -1,4 +1,4 @@
-// The random programs of tests/world on four threads, each program with models of its own.
+// The random programs of tests/world on four threads. Each program has its own models.
 #include <filesystem>
 #include <string>
 #include <unistd.h>

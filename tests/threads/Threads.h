@@ -7,14 +7,14 @@
 
 #include <gtest/gtest.h>
 
-// What the tests of threads share.
+// Helpers for the tests of threads.
 
 namespace threads {
 
 inline constexpr int kThreads = 4;
 
-/// Calls action(number) on four threads, which all begin at once, and waits for them. What an action raises
-/// is a failure of the test.
+/// Calls action(number) on four threads that start at the same time, and waits for them. An exception of the
+/// action is a failure of the test.
 template <class Action>
 void onEach(Action action) {
   std::latch start(kThreads);
@@ -32,7 +32,7 @@ void onEach(Action action) {
   for (std::thread& each : running) each.join();
 }
 
-/// Calls the action on a thread of its own and waits for it.
+/// Calls the action on another thread and waits for it.
 template <class Action>
 void onAnother(Action action) {
   std::thread([&action] {

@@ -1,4 +1,4 @@
-// Four threads, each with models of its own, through the handles that the compiler checks.
+// Four threads, each with its own models, use the typed handles.
 #include <filesystem>
 #include <string>
 #include <unistd.h>
@@ -28,7 +28,7 @@ std::u16string named(const char16_t* stem, int number) {
   return stem + std::u16string(digits.begin(), digits.end());
 }
 
-/// A model with a package of constants, each with a value.
+/// A model with a package of constants that have values.
 K7Q::Model build() {
   auto model = K7Q::Model::create();
   const auto root = common::AUTOSAR::create(model);
@@ -156,7 +156,7 @@ TEST(TypedModels, AreClonedAndThenUsedOnTwoThreads) {
     models.push_back(std::move(other));
   }
   onEach([&models](int thread) {
-    // Not a handle more than the model's own is left on another thread.
+    // Moves the model's handle, so that no handle is left on the other thread.
     const K7Q::Model mine = std::move(models[static_cast<std::size_t>(thread)]);
     for (int round = 0; round < kRounds; ++round) {
       for (const auto& object : Tarvelon::model::instances(mine, table<variant::SystemConst>())) {

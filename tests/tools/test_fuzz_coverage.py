@@ -1,4 +1,4 @@
-"""tools/fuzz_coverage.py: what the fuzzers reach, counted by folder."""
+"""tools/fuzz_coverage.py: the coverage of the fuzzers, counted by folder."""
 
 import importlib.util
 from pathlib import Path

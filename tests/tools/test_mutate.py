@@ -1,4 +1,4 @@
-"""Which faults tools/mutate plants, and where it leaves a line alone."""
+"""The faults that tools/mutate plants, and the lines that it skips."""
 
 import sys
 from pathlib import Path

@@ -1,4 +1,4 @@
-// The library's headers, and then this project's own, which have names of the library's.
+// Includes the library's headers and then this project's own headers, some of which have the same names.
 #include <tarvelon/platform/files/Files.h>
 #include <tarvelon/platform/model/api/Metamodel.h>
 #include <tarvelon/platform/model/api/Reflection.h>

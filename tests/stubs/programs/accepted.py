@@ -1,4 +1,4 @@
-"""A program that mypy --strict takes as it is; it runs as well, and each type that it states is true then."""
+"""A program that mypy --strict accepts. It is also run, and then checks each type that it states."""
 
 from collections.abc import Iterable
 from pathlib import Path

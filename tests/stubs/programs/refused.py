@@ -1,4 +1,4 @@
-"""What mypy must refuse: each line says with which code. It is never run."""
+"""Code that mypy must refuse, each line with the given error code. It is never run."""
 
 import K7Q
 from Tarvelon.metamodel.arplatform import Factory, behavior, common, variant

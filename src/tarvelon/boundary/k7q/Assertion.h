@@ -23,6 +23,7 @@ namespace K7Q {
 /// Cost:      if the condition is true, nothing is formatted or allocated.
 class TARVELON_API Asserter {
  public:
+  /// `passed` is the tested condition.
   explicit Asserter(bool passed) noexcept : mPassed(passed) {}
   Asserter(Asserter&& other) noexcept
       : mPassed(other.mPassed),
@@ -96,6 +97,7 @@ template <class E>
 class AsserterEx {
  public:
   explicit AsserterEx(const Asserter& asserter) noexcept : mAsserter(asserter) {}
+  /// Throws E if the asserter has failed. The text of the exception ends with `detail`.
   void handle(const char* file, int line, const char* detail = "") const {
     if (!mAsserter.passed()) throw E(Asserter::text(mAsserter.message(), file, line, detail));
   }

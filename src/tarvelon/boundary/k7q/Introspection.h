@@ -53,6 +53,7 @@ class TARVELON_API PropertyIntf : public ObjectIntf {
   virtual const IntrospectiveMethods& owner() const = 0;
   /// The dotted name of the value type: a class, an enumeration, or a word such as "char vector".
   virtual const ruvo::InternedName& typeName() const = 0;
+  /// How many values the property has, and whether it can be set.
   virtual mi::Multiplicity multiplicity() const = 0;
   virtual mi::Mutability mutability() const = 0;
   /// Whether the values are model objects: contained objects or cross references.
@@ -84,8 +85,10 @@ class TARVELON_API PackageIntf : public ObjectIntf {
  public:
   ~PackageIntf() override;
   bool isValid(Deviant) const override { return true; }
+  /// The last part of the dotted name.
   virtual std::u16string name() const = 0;
   virtual const ruvo::InternedName& fullName() const = 0;
+  /// The contents, in the order of registration. Child packages are included, but not their contents.
   virtual std::vector<const ClassIntf*> classes() const = 0;
   virtual std::vector<const DataTypeIntf*> dataTypes() const = 0;
   virtual std::vector<const PackageIntf*> subPackages() const = 0;
@@ -104,6 +107,7 @@ class TARVELON_API ImmutableProperty : public ImmutableObject {
   constexpr ImmutableProperty() noexcept = default;
   ImmutableProperty(const NSInterface::PropertyIntf* interface, Deviant deviant) noexcept
       : ImmutableObject(const_cast<NSInterface::PropertyIntf*>(interface), deviant) {}
+  /// The description, null for a null handle.
   const NSInterface::PropertyIntf* getProperty() const noexcept {
     return static_cast<const NSInterface::PropertyIntf*>(getInterface());
   }

@@ -92,7 +92,9 @@ class TARVELON_API ModelIntf : public ObjectIntf {
 ///   same.isValid();                 // false
 class TARVELON_API ObjectHandle {
  public:
+  /// A null handle.
   constexpr ObjectHandle() noexcept = default;
+  /// Adds a reference on the object, which may be null.
   ObjectHandle(NSInterface::ObjectIntf* interface, Deviant deviant) noexcept
       : mInterface(interface), mDeviant(deviant) {
     if (mInterface) mInterface->addRef();
@@ -115,7 +117,9 @@ class TARVELON_API ObjectHandle {
 
   /// The object, without a reference for the caller; null for a null handle.
   NSInterface::ObjectIntf* getInterface() const noexcept { return mInterface; }
+  /// The deviant under which the handle shows the object.
   Deviant getDeviant() const noexcept { return mDeviant; }
+  /// Whether the handle refers to no object. A handle that is not null may still be invalid.
   bool isNull() const noexcept { return mInterface == nullptr; }
   /// False for a null handle, a destroyed object and an object of a closed model. Never throws.
   bool isValid() const { return mInterface && mInterface->isValid(mDeviant); }
@@ -158,7 +162,7 @@ class TARVELON_API Object : public ImmutableObject {
   explicit Object(const ObjectHandle& handle) = delete;
 };
 
-/// The next four classes are handles on model objects of any class, and on factories.
+/// A read-only handle on a model object of any class.
 class TARVELON_API ImmutableClassObject : public ImmutableObject {
  public:
   constexpr ImmutableClassObject() noexcept = default;
@@ -169,6 +173,12 @@ class TARVELON_API ImmutableClassObject : public ImmutableObject {
   }
 };
 
+/// A handle on a model object of any class that reads and writes. X::cast() of a native handle converts it to
+/// class X.
+///
+/// Example:
+///   const K7Q::ClassObject object = methods.create(model, 0, {});
+///   const auto package = common::Package::cast(object);  // null if the object is no Package
 class TARVELON_API ClassObject : public Object {
  public:
   constexpr ClassObject() noexcept = default;
@@ -179,6 +189,7 @@ class TARVELON_API ClassObject : public Object {
   }
 };
 
+/// A read-only handle on a factory.
 class TARVELON_API ImmutableFactoryObject : public ImmutableObject {
  public:
   constexpr ImmutableFactoryObject() noexcept = default;
@@ -186,6 +197,7 @@ class TARVELON_API ImmutableFactoryObject : public ImmutableObject {
       : ImmutableObject(interface, deviant) {}
 };
 
+/// A handle on a factory. Its class with functions is Factory in tarvelon/Factory.h.
 class TARVELON_API FactoryObject : public Object {
  public:
   constexpr FactoryObject() noexcept = default;
@@ -229,6 +241,7 @@ class TARVELON_API Model : public Object {
  public:
   constexpr Model() noexcept = default;
   Model(NSInterface::ModelIntf* interface, Deviant deviant) noexcept : Object(interface, deviant) {}
+  /// The model for its URI and other functions, null for a null handle. It belongs to the handle.
   NSInterface::ModelIntf* getModelInterface() const noexcept {
     return static_cast<NSInterface::ModelIntf*>(getInterface());
   }
@@ -244,6 +257,7 @@ class TARVELON_API Model : public Object {
   ImmutableModel frozen() const {
     return {getModelInterface(), Deviant{getDeviant().word | Deviant::kFrozen}};
   }
+  /// The same model with the same deviant, as a handle that only reads.
   operator ImmutableModel() const {  // NOLINT(google-explicit-constructor)
     return {getModelInterface(), getDeviant()};
   }

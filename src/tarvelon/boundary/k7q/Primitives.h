@@ -18,12 +18,15 @@ namespace NSInterface {
 class TARVELON_API ScalarIntf final : public ObjectIntf {
  public:
   enum class Type : std::uint8_t { Boolean, Integer, Double, Real };
+  /// Only the four static objects below are used.
   explicit constexpr ScalarIntf(Type scalarType) noexcept : mType(scalarType) { share(); }
   ~ScalarIntf() override;
+  /// Which of the four objects this is.
   Type type() const noexcept { return mType; }
   const ruvo::InternedName& getRuvoName(bool immutable) const override;
   ImmutableType getMetaType(Deviant deviant) const override;
 
+  /// The four objects, which all scalar values share.
   static ScalarIntf sBoolean;
   static ScalarIntf sInteger;
   static ScalarIntf sDouble;
@@ -145,7 +148,9 @@ class TARVELON_API Real {
 ///   const K7Q::String same = K7Q::String::fromUtf8(utf8);  // same == name
 class TARVELON_API String {
  public:
+  /// The empty text.
   constexpr String() noexcept = default;
+  /// These three copy the characters. They throw bedrock::core::except::bad_alloc.
   String(const std::u16string& text)
       : String(std::u16string_view(text)) {}                           // NOLINT(google-explicit-constructor)
   String(std::u16string_view text);                                    // NOLINT(google-explicit-constructor)
@@ -164,6 +169,7 @@ class TARVELON_API String {
     if (mCell) mCell->release();
   }
 
+  /// The object form of the text, which shares the characters.
   operator Object() const&;  // NOLINT(google-explicit-constructor)
   /// Moves the reference into the object, so that a model can take over the text without a copy.
   operator Object() &&;                                               // NOLINT(google-explicit-constructor)
@@ -178,6 +184,7 @@ class TARVELON_API String {
   static std::string to_string(std::u16string_view text);
   /// Converts from UTF-8. Throws K7Q::WrongValue for malformed UTF-8.
   static String fromUtf8(std::string_view text);
+  /// Compares code units; the texts need not share their characters.
   friend bool operator==(const String& left, const String& right) noexcept {
     return left.view() == right.view();
   }

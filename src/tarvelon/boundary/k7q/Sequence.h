@@ -24,9 +24,11 @@ class Ref {
  public:
   /// Adds (`take` is true) or releases (false) a reference on the value.
   using Manager = void (*)(void* value, bool take);
+  /// Compares two values of the kind for which the Ref was created.
   using Equality = bool (*)(const void* left, const void* right);
 
   constexpr Ref() noexcept = default;
+  /// Adds a reference on the value.
   Ref(void* value, std::uintptr_t second, Manager manager, Equality equality)
       : mValue(value), mSecond(second), mManager(manager), mEquality(equality) {
     if (mManager) mManager(mValue, true);
@@ -88,9 +90,12 @@ class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
   ~SequenceIntf() override;
   const char* getVisitMethod() const override;
   void* cast(CooperativeVisitor::TagPair tag) override;
+  /// The element at the index. Throws for an index out of range.
   virtual Ref generic_at(const Deviant& aDeviant, int index) const = 0;
+  /// The first and the last element. Both throw for an empty sequence.
   virtual Ref generic_front(const Deviant& aDeviant) const = 0;
   virtual Ref generic_back(const Deviant& aDeviant) const = 0;
+  /// New iterators at the first element and behind the last one.
   virtual std::unique_ptr<IteratorIntf> generic_begin(const Deviant& aDeviant) const = 0;
   virtual std::unique_ptr<IteratorIntf> generic_end(const Deviant& aDeviant) const = 0;
   /// Removes all elements. Contained objects stay in the model, without an owner.
@@ -109,11 +114,18 @@ class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
   virtual std::unique_ptr<IteratorIntf> generic_erase(const Deviant& aDeviant, const IteratorIntf* first,
                                                       const IteratorIntf* last) = 0;
   virtual void generic_erase(const Deviant& aDeviant, int index) = 0;
+  /// Remove the last and the first element. Both throw for an empty sequence.
   virtual void generic_pop_back(const Deviant& aDeviant) = 0;
   virtual void generic_pop_front(const Deviant& aDeviant) = 0;
+  /// Add an element at the end and at the front. An object that is added to a containment property moves
+  /// there from its previous owner; the same holds for insertion and replacement.
   virtual void generic_push_back(const Deviant& aDeviant, Ref ref) = 0;
   virtual void generic_push_front(const Deviant& aDeviant, Ref ref) = 0;
+  /// Replaces the element at the index. A contained object that is replaced stays in the model, without an
+  /// owner.
   virtual void generic_replace(const Deviant& aDeviant, int index, Ref ref) = 0;
+  /// Whether an element is equal to `ref`. Objects are equal if they are the same object, texts if they have
+  /// the same characters.
   virtual bool generic_contains(const Deviant& aDeviant, Ref ref) const = 0;
   /// The dotted name of the sequence's host class, found from its element class. `name` is the class that the
   /// signature declares; a sequence without a host class of its own returns it.
@@ -143,8 +155,11 @@ class TARVELON_API IteratorIntf : public ReferenceCountingIntf {
   void* cast(CooperativeVisitor::TagPair tag) override;
   /// The element at the position.
   virtual Ref current(const Deviant& aDeviant) const = 0;
+  /// Move the iterator by one element. The iterators of a property may move beyond both ends; current() then
+  /// throws.
   virtual void next(const Deviant& aDeviant) = 0;
   virtual void previous(const Deviant& aDeviant) = 0;
+  /// Returns a new iterator at the same position.
   virtual std::unique_ptr<IteratorIntf> clone() const = 0;
   /// Whether both iterators are at the same position of the same sequence.
   virtual bool equal(const IteratorIntf* other) const = 0;
@@ -187,6 +202,7 @@ class TARVELON_API IteratorProxy : public Generic::IteratorIntf {
 class SequenceHandle {
  public:
   constexpr SequenceHandle() noexcept = default;
+  /// Adds a reference on the sequence, which may be null.
   SequenceHandle(Generic::SequenceIntf* interface, Deviant deviant)
       : mInterface(interface), mDeviant(deviant) {
     if (mInterface) mInterface->addRef();
@@ -224,10 +240,12 @@ class SequenceHandle {
 class IteratorHandle {
  public:
   constexpr IteratorHandle() noexcept = default;
+  /// Adds a reference on the iterator, which may be null.
   IteratorHandle(Generic::IteratorIntf* interface, Deviant deviant)
       : mInterface(interface), mDeviant(deviant) {
     if (mInterface) mInterface->addRef();
   }
+  /// Takes over a new iterator, whose count is 0.
   IteratorHandle(std::unique_ptr<Generic::IteratorIntf> iterator, Deviant deviant)
       : IteratorHandle(iterator.release(), deviant) {}
   IteratorHandle(const IteratorHandle& other)

@@ -92,6 +92,9 @@ class TARVELON_API RVOClassInfo {
   virtual void destroyInstance(RVOClass* cls, const RVOClient* client, void* instance) = 0;
   virtual void updateInstance(void* instance);
   virtual bool query11() const = 0;
+  /// The functions from here on return false, 0 or null by default, except for these, which return true:
+  /// canOtherClassContainThisClass(), canThisClassContainOtherClass(), areChildrenSaved(),
+  /// isConstructedOnLoad(), isDestructible() and isLocked(). isInstanceLeaf() depends on query8().
   virtual bool isHidden() const;
   virtual bool isCompatibleInexactProperties() const;
   virtual bool isFullNameDisplayed() const;

@@ -62,6 +62,7 @@ class TARVELON_API RVOInterface : public hx::Element {
 class RVOInterfacePtr {
  public:
   RVOInterfacePtr() noexcept = default;
+  /// Adds a reference on the host object, which may be null.
   explicit RVOInterfacePtr(RVOInterface* object) noexcept : mObject(object) {
     if (mObject) mObject->addRef();
   }
@@ -75,6 +76,7 @@ class RVOInterfacePtr {
     if (mObject) mObject->release();
   }
 
+  /// REQUIRES, for the next two: not null.
   RVOInterface& operator*() const noexcept { return *mObject; }
   RVOInterface* operator->() const noexcept { return mObject; }
   operator RVOInterface*() const noexcept { return mObject; }  // NOLINT(google-explicit-constructor)

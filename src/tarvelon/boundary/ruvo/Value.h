@@ -25,8 +25,10 @@ using hx::hxArray;
 class RVOValue {
  public:
   constexpr RVOValue() noexcept = default;
+  /// A slot with a pointer to an array, which may be null. The slot does not own the array.
   explicit RVOValue(hxArray* array) noexcept : mWord(reinterpret_cast<std::uintptr_t>(array)) {}
 
+  /// Slots with a raw scalar.
   static RVOValue ofLogical(bool value) noexcept { return ofWord(value ? 1 : 0); }
   static RVOValue ofInt32(std::int32_t value) noexcept { return ofWord(static_cast<std::uint32_t>(value)); }
   static RVOValue ofDouble(double value) noexcept {

@@ -11,9 +11,8 @@
 /// The factory creates the objects of one model, by class and constructor arguments or by the name of a
 /// class.
 ///
-/// X::create(model, ...) of the native handles creates the same objects. A program needs a factory if it
-/// knows the class only by name, or if it passes the right to create objects to other code without the model
-/// handle.
+/// X::create(model, ...) of the native handles creates the same objects. A program needs a factory only if it
+/// knows the name of a class and not its C++ type.
 namespace Tarvelon::metamodel::arplatform {
 
 namespace NSInterface {

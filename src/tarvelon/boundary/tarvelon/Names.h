@@ -30,6 +30,7 @@ struct ClassName {
   const char* immutable;  ///< of the immutable class, dotted
   std::uint16_t prefix;   ///< how many characters of the name stand before the short name
 
+  /// The names without the package.
   constexpr const char* shortName() const noexcept { return name + prefix; }
   constexpr const char* shortImmutable() const noexcept { return immutable + prefix; }
 };
@@ -79,8 +80,10 @@ class EnumerationValue {
  public:
   using EnumerationTag = void;
 
+  /// The value 0, which is the first literal.
   constexpr EnumerationValue() noexcept = default;
   explicit constexpr EnumerationValue(int value) noexcept : mValue(value) {}
+  /// Converts from the object form. Throws K7Q::WrongType for an object of another kind.
   explicit EnumerationValue(const K7Q::Object& object) : mValue(native::enumerationFromObject(object)) {}
 
   constexpr std::int32_t value() const noexcept { return mValue; }
@@ -90,8 +93,10 @@ class EnumerationValue {
   static Derived fromString(const std::string& literal) {
     return Derived(native::enumerationFromString(Derived::kName, literal));
   }
+  /// The description of the enumeration.
   K7Q::ImmutableDataType getMetaDataType() const { return MetaDataType(); }
   static K7Q::ImmutableDataType MetaDataType() { return native::enumerationDataType(Derived::kName); }
+  /// The object form. Allocates a new object.
   operator K7Q::Object() const {  // NOLINT(google-explicit-constructor)
     return native::enumerationToObject(Derived::kName, mValue);
   }
