@@ -31,7 +31,7 @@ CURE = f"apt-get install --no-install-recommends {MISSING}\n"
 
 
 def call(*arguments, entry=ENTRY, cwd=None, path=None, stdin=""):
-    environment = dict(os.environ)
+    environment = {name: value for name, value in os.environ.items() if name != "CXX"}
     if path:
         environment["PATH"] = f"{path}:{environment.get('PATH', os.defpath)}"
     command = [str(entry)] + [str(argument) for argument in arguments]
@@ -74,6 +74,7 @@ def bare(tmp_path):
     fake(folder, "dpkg-query", "echo installed g++\n")
     fake(folder, "apt-get", f'echo "$@" >>"{folder}/calls"\nexit $(cat "{folder}/status")\n')
     fake(folder, "sudo", '"$@"\n')
+    fake(folder, "g++", "exit 1\n")
     (folder / "status").write_text("0")
     return folder
 
@@ -261,8 +262,8 @@ def test_a_failed_configuration_is_shown(small):
     assert "no such luck" in result.stderr
 
 
-def test_only_what_is_missing_is_installed(bare):
-    result = call("install", "run", path=bare)
+def test_only_what_is_missing_is_installed(small, bare):
+    result = call("install", "run", entry=small / "tarvelon", path=bare)
 
     assert result.returncode == 0
     assert result.stderr == f"tarvelon: installing: {MISSING}\n"
@@ -271,8 +272,8 @@ def test_only_what_is_missing_is_installed(bare):
 
 
 @pytest.mark.parametrize("arguments", ["--no-install install run", "install --no-install run"])
-def test_no_install_names_what_is_missing_and_the_cure(bare, arguments):
-    result = call(*arguments.split(), path=bare)
+def test_no_install_names_what_is_missing_and_the_cure(small, bare, arguments):
+    result = call(*arguments.split(), entry=small / "tarvelon", path=bare)
 
     assert result.returncode == 1
     assert f"missing: {MISSING}\n" in result.stderr
@@ -280,10 +281,10 @@ def test_no_install_names_what_is_missing_and_the_cure(bare, arguments):
     assert apt_calls(bare) == []
 
 
-def test_without_a_network_the_cure_is_named(bare):
+def test_without_a_network_the_cure_is_named(small, bare):
     (bare / "status").write_text("100")
 
-    result = call("install", "run", path=bare)
+    result = call("install", "run", entry=small / "tarvelon", path=bare)
 
     assert result.returncode == 1
     assert f"could not install: {MISSING}\n" in result.stderr
@@ -298,6 +299,7 @@ def compilers(bare):
                  "readlink", "rm", "sed"]:
         (bare / name).symlink_to(shutil.which(name))
     fake(bare, "dpkg-query", 'shift 3; printf "installed %s\\n" "$@"\n')
+    (bare / "g++").unlink()
     fake(bare, "clang++-14", "exit 1\n")
     return bare
 
@@ -355,11 +357,11 @@ def test_a_compiler_that_there_is_not_is_named(small, compilers):
 
 @pytest.mark.parametrize("arguments, asked", [("install run", "g++"), ("test --sanitize", "g++"),
                                               ("build --preset clang", "clang-14")])
-def test_a_compiler_is_asked_for_where_it_compiles(compilers, arguments, asked):
+def test_a_compiler_is_asked_for_where_it_compiles(small, compilers, arguments, asked):
     (compilers / "clang++-14").unlink()
     fake(compilers, "dpkg-query", "")
 
-    result = subprocess.run([ENTRY, "--no-install", *arguments.split()], env={"PATH": str(compilers)},
+    result = subprocess.run([small / "tarvelon", "--no-install", *arguments.split()], env={"PATH": str(compilers)},
                             capture_output=True, text=True)
 
     missing = re.search(r"missing: (.*)\n", result.stderr)[1].split()

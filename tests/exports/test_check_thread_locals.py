@@ -1,5 +1,6 @@
 """The check of thread-local variables, for libraries made for this test."""
 
+import os
 import shutil
 import subprocess
 import sys
@@ -20,7 +21,7 @@ def library(tmp_path):
         source = tmp_path / f"{name}.cpp"
         source.write_text(f"{declaration};\nchar* first() {{ return kept; }}\n", encoding="utf-8")
         made = tmp_path / f"{name}.so"
-        subprocess.run(["g++", "-shared", "-fPIC", "-o", made, source], check=True)
+        subprocess.run([os.environ.get("CXX", "g++"), "-shared", "-fPIC", "-o", made, source], check=True)
         return str(made)
 
     return make

@@ -20,14 +20,20 @@ _library = os.environ.get("TARVELON_FAILING_MALLOC", "")
 pytestmark = pytest.mark.uninstrumented("a sanitizer has a malloc of its own")
 
 
+EVERYTHING = "import K7Q, Tarvelon; from Tarvelon.metamodel.arplatform import common"
+
+
 def run(scenario, stride, **environment):
     """The wrong outcomes, and the number of points."""
     if os.environ.get("TARVELON_EVERY_ALLOCATION"):
         stride = 1
-    # All modules are compiled again, so that the number of allocations of an import is always the same.
-    with tempfile.TemporaryDirectory() as nowhere:
+    # Every module comes from bytecode: then the number of allocations of an import is always the same, and none of them is
+    # one of the interpreter's compiler, which does not survive each.
+    with tempfile.TemporaryDirectory() as bytecode:
+        command = [sys.executable, "-X", f"pycache_prefix={bytecode}"]
+        subprocess.run([*command, "-c", f"import sys; sys.path.insert(0, {str(Path(__file__).parent)!r}); {EVERYTHING}"], check=True)
         done = subprocess.run(
-            [sys.executable, "-B", "-X", f"pycache_prefix={nowhere}", failing_memory.__file__, scenario, str(stride)],
+            [*command, "-B", failing_memory.__file__, scenario, str(stride)],
             env={**os.environ, "LD_PRELOAD": _library, **environment}, capture_output=True, text=True,
         )
     assert done.returncode == 0, done.stderr
@@ -57,7 +63,7 @@ def test_a_listener_that_there_is_no_memory_to_tell_is_reported(pool):
 
 
 def test_an_import_without_memory_can_be_tried_again():
-    faults, points = run("import", 37)
+    faults, points = run("import", 7)
     assert faults == []
     assert points > 30
 

@@ -61,8 +61,8 @@ PyObject* qualifiedName(Given arguments) {
 
 /// The table of a class, given as a Python type.
 const K7Q::IntrospectiveMethods& classOf(PyObject* value) {
-  if (Py_TYPE(value) == &hostMetaType && asHostType(reinterpret_cast<PyTypeObject*>(value))->cls) {
-    const auto* cls = asHostType(reinterpret_cast<PyTypeObject*>(value))->cls;
+  if (isHostClass(value)) {
+    const ruvo::Class* cls = asHostType(reinterpret_cast<PyTypeObject*>(value))->cls;
     if (const auto* found = model::findClass(cls->getFullName().view())) return *found;
   }
   raise(errors().wrongType, "instances: expected a class of the metamodel, got " + describePython(value));

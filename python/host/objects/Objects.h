@@ -87,6 +87,13 @@ inline HostObject* asHostObject(PyObject* object) noexcept { return reinterpret_
 inline PyObject* asPyObject(HostObject* object) noexcept { return reinterpret_cast<PyObject*>(object); }
 inline ruvo::RVOInterface* interfaceOf(PyObject* object) noexcept { return asHostObject(object)->interface; }
 inline PyTypeObject* asPyType(HostType* type) noexcept { return &type->heap.ht_type; }
+/// Whether a Python value is the type of a class of the object system. The root types are not: they have the
+/// same metatype, but are plain PyTypeObjects.
+inline bool isHostClass(PyObject* value) noexcept {
+  return Py_TYPE(value) == &hostMetaType &&
+         PyType_HasFeature(reinterpret_cast<PyTypeObject*>(value), Py_TPFLAGS_HEAPTYPE);
+}
+/// REQUIRES: isHostClass(), as is the type of each host object.
 inline HostType* asHostType(PyTypeObject* type) noexcept { return reinterpret_cast<HostType*>(type); }
 
 /// The type of a class. The first call creates it and the types of the superclasses. Borrowed.

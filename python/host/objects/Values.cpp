@@ -90,9 +90,8 @@ std::string shownPython(PyObject* value) {
 }
 
 std::string nameOfPythonType(PyTypeObject* type) {
-  const bool isHosts = Py_TYPE(reinterpret_cast<PyObject*>(type)) == &hostMetaType &&
-                       PyType_HasFeature(type, Py_TPFLAGS_HEAPTYPE);
-  return isHosts ? std::string(shownName(*asHostType(type)->cls)) : std::string(type->tp_name);
+  return isHostClass(reinterpret_cast<PyObject*>(type)) ? std::string(shownName(*asHostType(type)->cls))
+                                                        : std::string(type->tp_name);
 }
 
 PyObject* scalar(const hx::hxArray* array, std::size_t index) {

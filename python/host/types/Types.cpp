@@ -282,18 +282,14 @@ PyObject* refuseSubclass(PyTypeObject* /*meta*/, PyObject* /*arguments*/, PyObje
   });
 }
 
-bool isMade(PyObject* type) noexcept {
-  return PyType_HasFeature(reinterpret_cast<PyTypeObject*>(type), Py_TPFLAGS_HEAPTYPE);
-}
-
 std::string nameOfType(PyObject* type) {
-  return isMade(type) ? reinterpret_cast<HostType*>(type)->cls->getClassName()
-                      : reinterpret_cast<PyTypeObject*>(type)->tp_name;
+  return isHostClass(type) ? reinterpret_cast<HostType*>(type)->cls->getClassName()
+                           : reinterpret_cast<PyTypeObject*>(type)->tp_name;
 }
 
 [[noreturn]] void raiseUnknownMember(PyObject* type, PyObject* name) {
   const std::string text = toUtf8(name);
-  const bool isHost = isMade(type) && !text.starts_with("_");
+  const bool isHost = isHostClass(type) && !text.starts_with("_");
   const std::string nearest =
       isHost ? nearestMember(*reinterpret_cast<HostType*>(type), text) : std::string();
   raiseUnknownName(name, "class '" + nameOfType(type) + "' has no property, method or literal " +
@@ -323,7 +319,7 @@ int setMember(PyObject* type, PyObject* name, PyObject* /*value*/) {
 
 PyObject* iterate(PyObject* type) {
   return guarded([&] {
-    if (!isMade(type) || reinterpret_cast<HostType*>(type)->kind != TypeKind::Enumeration) {
+    if (!isHostClass(type) || reinterpret_cast<HostType*>(type)->kind != TypeKind::Enumeration) {
       raise(errors().wrongType, nameOfType(type) + " is no enumeration: there is nothing to iterate");
     }
     const Reference list(listLiterals(*reinterpret_cast<HostType*>(type)->cls));
@@ -340,7 +336,7 @@ PyObject* represent(PyObject* type) {
 PyObject* docOf(PyObject* type, void* /*closure*/) {
   return guarded([&] {
     const char* const doc = reinterpret_cast<PyTypeObject*>(type)->tp_doc;
-    return toStr(isMade(type) ? describeClass(*reinterpret_cast<HostType*>(type)->cls) : doc).release();
+    return toStr(isHostClass(type) ? describeClass(*reinterpret_cast<HostType*>(type)->cls) : doc).release();
   });
 }
 
