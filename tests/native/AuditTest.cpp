@@ -220,11 +220,11 @@ TEST_F(Audit, SeesOppositesThatDisagree) {
 }
 
 TEST_F(Audit, SeesALivingObjectThatHasABuriedOne) {
-  at(mRunnable).bury();
+  at(mRunnable).markDeleted();
   expect(
       "what lives has nothing that is gone: behavior.InitEvent 'E' (number 4) has in StartOnEvent the buried "
       "behavior.Runnable 'R' (number 3)");
-  at(mRunnable).revive();
+  at(mRunnable).restore();
 }
 
 TEST_F(Audit, SeesAnObjectThatIsHalfDestroyed) {
@@ -331,10 +331,10 @@ TEST_F(Audit, SeesBatchesThatDoNotEnd) {
 TEST_F(Audit, SeesWhatIsBuriedForGood) {
   at(mOther).setOwner(nullptr, 0);
   const Broken list(reveal<SizeOf>(elements()), 1);
-  at(mOther).bury();
+  at(mOther).markDeleted();
   expect(
       "a step can bring back what is buried: none brings back the buried variant.SystemConst 'D' (number 2)");
-  at(mOther).revive();
+  at(mOther).restore();
   at(mOther).setOwner(&at(mPackage), at(mConstant).ownerSlot());
 }
 

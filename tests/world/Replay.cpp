@@ -32,28 +32,28 @@ class Replayed {
   void set() {
     if (mTold.before) check(values().size() == 1 && values()[0] == before());
     if (!mTold.before) check(values().empty());
-    untie();
+    unlink();
     values().clear();
     if (mTold.after) values().push_back(after());
-    tie();
+    link();
     tidy();
   }
   void added() {
     check(mTold.index <= values().size());
     values().insert(place(mTold.index), after());
-    tie();
+    link();
   }
   void removed() {
     check(mTold.index < values().size() && values()[mTold.index] == before());
     values().erase(place(mTold.index));
-    untie();
+    unlink();
     tidy();
   }
   void replaced() {
     check(mTold.index < values().size() && values()[mTold.index] == before());
     values()[mTold.index] = after();
-    untie();
-    tie();
+    unlink();
+    link();
   }
   void moved() {
     check(mTold.from < values().size() && mTold.index < values().size());
@@ -84,14 +84,14 @@ class Replayed {
   Item before() const { return itemFor(*mTold.before, mTold.beforeObject); }
   Item after() const { return itemFor(*mTold.after, mTold.afterObject); }
   bool holds() { return object().cls->slots[mSlot].holds(); }
-  void untie() {
+  void unlink() {
     if (!mTold.before || !holds()) return;
     const auto held = mState.objects.find(before().object);
     if (held == mState.objects.end()) return;
     held->second.owner = -1;
     held->second.ownerSlot = 0;
   }
-  void tie() {
+  void link() {
     if (!mTold.after || !holds()) return;
     Object& held = mState.objects.at(after().object);
     held.owner = mId;

@@ -74,13 +74,13 @@ unsigned State::backSlot(int id, unsigned slot, int element) const {
   return at(element).cls->slotOf(*place.type->find(place.row().opposite)->row);
 }
 
-void State::tie(int id, unsigned slot, int element) {
+void State::link(int id, unsigned slot, int element) {
   if (!slotAt(id, slot).holds()) return;
   objects[element].owner = id;
   objects[element].ownerSlot = slot;
 }
 
-void State::untie(int id, unsigned slot, int element) {
+void State::unlink(int id, unsigned slot, int element) {
   if (!slotAt(id, slot).holds()) return;
   objects[element].owner = -1;
   objects[element].ownerSlot = 0;
@@ -90,10 +90,10 @@ void State::takeOut(int id, unsigned slot, int element) {
   Items& values = objects[id].values[slot];
   values.erase(placeOf(values, element));
   if (values.empty()) objects[id].values.erase(slot);
-  untie(id, slot, element);
+  unlink(id, slot, element);
 }
 
-void State::leaveOwner(int element) {
+void State::removeFromOwner(int element) {
   const Object& object = at(element);
   if (object.owner >= 0) takeOut(object.owner, object.ownerSlot, element);
 }
@@ -128,9 +128,9 @@ bool State::set(int id, unsigned slot, const Item& value) {
     unlinkBack(id, slot, former);
     if (contains(id, slot, former)) takeOut(id, slot, former);
   }
-  if (slotAt(id, slot).holds()) leaveOwner(value.object);
+  if (slotAt(id, slot).holds()) removeFromOwner(value.object);
   objects[id].values[slot] = {value};
-  tie(id, slot, value.object);
+  link(id, slot, value.object);
   linkBack(id, slot, value.object);
   return true;
 }
@@ -167,11 +167,11 @@ bool State::insert(int id, unsigned slot, std::size_t index, const Item& value) 
     values.insert(values.begin() + static_cast<Difference>(to), value);
     return from != to;
   }
-  if (isReference && slotAt(id, slot).holds()) leaveOwner(value.object);
+  if (isReference && slotAt(id, slot).holds()) removeFromOwner(value.object);
   Items& values = objects[id].values[slot];
   values.insert(values.begin() + static_cast<Difference>(index), value);
   if (isReference) {
-    tie(id, slot, value.object);
+    link(id, slot, value.object);
     linkBack(id, slot, value.object);
   }
   return true;
@@ -190,10 +190,10 @@ bool State::replace(int id, unsigned slot, std::size_t index, const Item& value)
     std::swap(*placeOf(values, value.object), values[index]);
     return true;
   }
-  if (slotAt(id, slot).holds()) leaveOwner(value.object);
+  if (slotAt(id, slot).holds()) removeFromOwner(value.object);
   objects[id].values[slot][index] = value;
-  untie(id, slot, old);
-  tie(id, slot, value.object);
+  unlink(id, slot, old);
+  link(id, slot, value.object);
   unlinkBack(id, slot, old);
   linkBack(id, slot, value.object);
   return true;
@@ -239,7 +239,7 @@ bool State::assign(int id, unsigned slot, const Items& values) {
 
 bool State::destroy(int id) {
   const std::vector<int> all = tree(id);
-  leaveOwner(id);
+  removeFromOwner(id);
   for (const int dead : all) objects.erase(dead);
   const auto isDead = [&](const Item& item) { return std::ranges::find(all, item.object) != all.end(); };
   for (auto& entry : objects) {

@@ -66,9 +66,9 @@ class State {
  private:
   /// The slot of the opposite reference in the element, kNone if there is none.
   unsigned backSlot(int id, unsigned slot, int element) const;
-  void tie(int id, unsigned slot, int element);
-  void untie(int id, unsigned slot, int element);
-  void leaveOwner(int element);
+  void link(int id, unsigned slot, int element);
+  void unlink(int id, unsigned slot, int element);
+  void removeFromOwner(int element);
   void takeOut(int id, unsigned slot, int element);
   void linkBack(int id, unsigned slot, int element);
   void unlinkBack(int id, unsigned slot, int element);

@@ -85,7 +85,8 @@ class Tree:
     def prepare(self, files):
         """Updates the copy, builds it, and finds the tests that reach the lines of the given files."""
         self.copy()
-        self.call("cmake", "--preset", PRESET, cwd=self.root)
+        # The type stubs are written by a script that loads the libraries: a fault may keep it from ending.
+        self.call("cmake", "--preset", PRESET, f"-DTARVELON_PYTHON={'ON' if self.with_host else 'OFF'}", cwd=self.root)
         if not self.compile():
             raise SystemExit(f"the tree does not build without a fault: ninja -C {self.build}")
         self.tests = self.list_tests()
@@ -117,8 +118,15 @@ class Tree:
                 target.unlink()
 
     def compile(self):
-        command = ["ninja", "-C", str(self.build), "--quiet"]
-        return subprocess.run(command, capture_output=True).returncode == 0
+        """Whether everything builds, within ten minutes."""
+        process = subprocess.Popen(["ninja", "-C", str(self.build), "--quiet"], stdout=subprocess.DEVNULL,
+                                   stderr=subprocess.DEVNULL, start_new_session=True)
+        try:
+            return process.wait(600) == 0
+        except subprocess.TimeoutExpired:
+            os.killpg(process.pid, 9)
+            process.wait()
+            return False
 
     def list_tests(self):
         listed = json.loads(self.call("ctest", "--show-only=json-v1", cwd=self.build))["tests"]

@@ -3,10 +3,10 @@
 #include <algorithm>
 
 #include "python/host/interpreter/Console.h"
-#include "python/host/members/CheckedDoor.h"
+#include "python/host/members/CallChecks.h"
 #include "python/host/objects/Descriptors.h"
 #include "python/host/objects/Docs.h"
-#include "python/host/objects/InHand.h"
+#include "python/host/objects/ErrorNotes.h"
 #include "python/host/objects/IteratorGuard.h"
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/platform/model/api/History.h"
@@ -189,12 +189,12 @@ PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* argument
   }
   const auto inHand = [&] { return noteOf(placeOf(*method, *type), self, {arguments, count}); };
   const auto call = [&] {
-    return noting(inHand, [&] {
+    return withNote(inHand, [&] {
       return ruvo::callOverloads(*type->cls, overloads, interfaceOf(self), converted.span());
     });
   };
   if (type->kind == TypeKind::Sequence) {
-    const IteratorsToRetire going(self, method->name.view(), {arguments, count}, converted.span());
+    const IteratorsToInvalidate going(self, method->name.view(), {arguments, count}, converted.span());
     const auto result = call();
     going.mark();
     return finish(result, self);
@@ -220,7 +220,7 @@ PyObject* callOnClass(Method* method, HostType* type, PyObject* const* arguments
   const Arguments converted(arguments, count, *type->cls, method->name.view(), &overloads);
   if (converted.hasEmpty()) requireMeaningful(*type, overloads, nullptr, converted, {arguments, count});
   const auto inHand = [&] { return noteOf(placeOf(*method, *type), nullptr, {arguments, count}); };
-  return noting(inHand, [&] {
+  return withNote(inHand, [&] {
     return finish(ruvo::callOverloads(*type->cls, overloads, nullptr, converted.span()), nullptr);
   });
 }

@@ -2,7 +2,7 @@
 
 #include "python/host/objects/Descriptors.h"
 #include "python/host/objects/Docs.h"
-#include "python/host/objects/InHand.h"
+#include "python/host/objects/ErrorNotes.h"
 #include "python/host/objects/Values.h"
 
 namespace pyhost {
@@ -105,8 +105,8 @@ PyGetSetDef gMembers[] = {{"__doc__", doc, nullptr, nullptr, nullptr},
 
 PyObject* readProperty(Property* property, PyObject* self) {
   const auto read = [&] {
-    return noting([&] { return noteOf(placeOf(*property->slot, self), self); },
-                  [&] { return toPython(ruvo::getProperty(interfaceOf(self), *property->slot)); });
+    return withNote([&] { return noteOf(placeOf(*property->slot, self), self); },
+                    [&] { return toPython(ruvo::getProperty(interfaceOf(self), *property->slot)); });
   };
   if (!property->isMany) return read();
   PyObject* held = heldSequence(self, *property->slot);
@@ -123,7 +123,7 @@ PyObject* readProperty(Property* property, PyObject* self) {
 
 void writeProperty(Property* property, PyObject* self, PyObject* value) {
   if (isOwnSequence(*property, self, value)) return;
-  noting([&] { return noteOfWrite(*property->slot, self, value); }, [&] { write(*property, self, value); });
+  withNote([&] { return noteOfWrite(*property->slot, self, value); }, [&] { write(*property, self, value); });
 }
 
 PyObject* newProperty(const ruvo::PropertySlot& slot, PyObject* name) {

@@ -2,7 +2,7 @@
 
 #include <array>
 
-#include "python/host/objects/InHand.h"
+#include "python/host/objects/ErrorNotes.h"
 #include "python/host/objects/Values.h"
 #include "tarvelon/boundary/ruvo/Method.h"
 
@@ -90,18 +90,19 @@ ElementReader::ElementReader(PyObject* sequence)
 }
 
 int ElementReader::size() const {
-  return noting([&] { return noteOf(typeOf(mSequence)->cls->shortName(), mSequence); },
-                [&] { return mNative ? mNative.size() : ruvo::call(mInterface, "size", {}).slot().int32(); });
+  return withNote(
+      [&] { return noteOf(typeOf(mSequence)->cls->shortName(), mSequence); },
+      [&] { return mNative ? mNative.size() : ruvo::call(mInterface, "size", {}).slot().int32(); });
 }
 
 PyObject* ElementReader::at(int index) const {
   const std::array arguments{ruvo::RVOValue(mSelf), ruvo::RVOValue::ofInt32(index + 1)};
   ruvo::RVOValue result;
   std::uint32_t count = 0;
-  noting([&] { return noteOf(typeOf(mSequence)->cls->shortName(), mSequence); },
-         [&] {
-           mRecord->invoke(&gClient, count, &result, static_cast<int>(arguments.size()), arguments.data());
-         });
+  withNote([&] { return noteOf(typeOf(mSequence)->cls->shortName(), mSequence); },
+           [&] {
+             mRecord->invoke(&gClient, count, &result, static_cast<int>(arguments.size()), arguments.data());
+           });
   return toPython(ruvo::HostResult(result, mRecord->getSignature()->result()));
 }
 

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "python/host/objects/InHand.h"
+#include "python/host/objects/ErrorNotes.h"
 
 /// The functions of the module `_tarvelon_host`. The Python packages put them on models and objects. All
 /// arguments are positional. Anybody can call these functions, so the number of arguments is checked here for
@@ -33,7 +33,7 @@ class Published {
       constexpr const FunctionRow& row = Rows[Index];
       const Given given(arguments, static_cast<std::size_t>(count));
       if (given.size() != row.count) refuseCount(row, given.size());
-      return noting([&] { return noteOf("", nullptr, given); }, [&] { return row.body(given); });
+      return withNote([&] { return noteOf("", nullptr, given); }, [&] { return row.body(given); });
     });
   }
   template <std::size_t... Indices>

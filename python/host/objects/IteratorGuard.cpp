@@ -153,9 +153,9 @@ void forgetIterator(HostIterator& iterator) noexcept {
   if (iterator.next) iterator.next->previous = iterator.previous;
 }
 
-IteratorsToRetire::IteratorsToRetire(PyObject* sequence, std::string_view method,
-                                     std::span<PyObject* const> arguments,
-                                     std::span<const ruvo::HostValue> converted) {
+IteratorsToInvalidate::IteratorsToInvalidate(PyObject* sequence, std::string_view method,
+                                             std::span<PyObject* const> arguments,
+                                             std::span<const ruvo::HostValue> converted) {
   const auto& walked = *reinterpret_cast<HostSequence*>(sequence);
   const bool isProperty = walked.owner != nullptr;
   if (!walked.iterators || isProperty || elementsOf(*typeOf(sequence)) != Elements::Values) return;
@@ -173,7 +173,7 @@ IteratorsToRetire::IteratorsToRetire(PyObject* sequence, std::string_view method
   }
 }
 
-IteratorsToRetire::IteratorsToRetire(PyObject* sequence, int first, int last) {
+IteratorsToInvalidate::IteratorsToInvalidate(PyObject* sequence, int first, int last) {
   if (!reinterpret_cast<HostSequence*>(sequence)->iterators) return;
   mSequence = nativeSequence(sequence);
   mSize = mSequence.size();

@@ -22,19 +22,19 @@ void forgetIterator(HostIterator& iterator) noexcept;
 
 /// The iterators whose elements a call is about to remove from a sequence. They are collected, with a
 /// reference, before the call, and marked as retired after a successful call.
-class IteratorsToRetire {
+class IteratorsToInvalidate {
  public:
   /// Collects nothing for a method that removes no elements. Raises K7Q.WrongValue if the given iterators are
   /// not a valid range. `converted` are the converted `arguments`.
-  IteratorsToRetire(PyObject* sequence, std::string_view method, std::span<PyObject* const> arguments,
-                    std::span<const ruvo::HostValue> converted);
+  IteratorsToInvalidate(PyObject* sequence, std::string_view method, std::span<PyObject* const> arguments,
+                        std::span<const ruvo::HostValue> converted);
   /// Collects the iterators of the elements in [first, last). REQUIRES: a sequence of enumeration values.
-  IteratorsToRetire(PyObject* sequence, int first, int last);
-  IteratorsToRetire(const IteratorsToRetire&) = delete;
-  IteratorsToRetire& operator=(const IteratorsToRetire&) = delete;
+  IteratorsToInvalidate(PyObject* sequence, int first, int last);
+  IteratorsToInvalidate(const IteratorsToInvalidate&) = delete;
+  IteratorsToInvalidate& operator=(const IteratorsToInvalidate&) = delete;
   /// A call may fail after it has changed the sequence, for lack of memory for its result. So the size
   /// decides.
-  ~IteratorsToRetire() {
+  ~IteratorsToInvalidate() {
     if (!mIterators.empty() && mSequence.size() < mSize) mark();
   }
   void mark() const noexcept {

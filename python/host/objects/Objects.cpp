@@ -44,7 +44,7 @@ void retype(PyObject* object, HostType* type) {
 }
 
 PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
-  Room room(type);
+  ObjectAllocation room(type);
   return room.fill(interface);
 }
 
@@ -91,13 +91,14 @@ void deallocateSequence(PyObject* self) {
 
 }  // namespace
 
-Room::Room(HostType* type) : mObject(owned(_PyObject_New, asPyType(type)).release()) {}
+ObjectAllocation::ObjectAllocation(HostType* type)
+    : mObject(owned(_PyObject_New, asPyType(type)).release()) {}
 
-Room::~Room() {
+ObjectAllocation::~ObjectAllocation() {
   if (mObject) freeObject(mObject);
 }
 
-PyObject* Room::fill(ruvo::RVOInterface* interface) noexcept {
+PyObject* ObjectAllocation::fill(ruvo::RVOInterface* interface) noexcept {
   PyObject* object = std::exchange(mObject, nullptr);
   auto* made = reinterpret_cast<HostObject*>(object);
   made->interface = interface;

@@ -121,12 +121,12 @@ PyObject* wrap(ruvo::RVOInterface* interface);
 
 /// Memory for the Python object of a host object that does not exist yet. It is allocated before the model is
 /// changed, so that nothing can fail after the change.
-class Room {
+class ObjectAllocation {
  public:
-  explicit Room(HostType* type);
-  Room(const Room&) = delete;
-  Room& operator=(const Room&) = delete;
-  ~Room();
+  explicit ObjectAllocation(HostType* type);
+  ObjectAllocation(const ObjectAllocation&) = delete;
+  ObjectAllocation& operator=(const ObjectAllocation&) = delete;
+  ~ObjectAllocation();
   /// Makes the Python object. REQUIRES: `interface` has the type's class and no Python object; called at most
   /// once.
   PyObject* fill(ruvo::RVOInterface* interface) noexcept;

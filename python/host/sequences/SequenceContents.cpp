@@ -90,7 +90,7 @@ class NumberWriter {
   void shrink(PyObject* sequence) const {
     const auto first = static_cast<int>(mAfter - mTail);
     const auto last = static_cast<int>(mBefore - mTail);
-    const IteratorsToRetire going(sequence, first, last);
+    const IteratorsToInvalidate going(sequence, first, last);
     for (int place = last; place-- > first;) mSequence.interface->generic_erase(mSequence.deviant, place);
     going.mark();
   }
@@ -108,7 +108,7 @@ class NumberWriter {
 
 }  // namespace
 
-ContentsDoor::ContentsDoor(PyObject* sequence)
+SequenceContents::SequenceContents(PyObject* sequence)
     : mSequence(sequence), mNative(nativeSequence(sequence)), mHeld(mNative.interface, mNative.deviant) {
   const ElementReader reader(sequence);
   // Raises if the sequence no longer exists.
@@ -117,7 +117,7 @@ ContentsDoor::ContentsDoor(PyObject* sequence)
   mElementClass = ruvo::Class::find(typeOf(sequence)->at->getSignature()->result());
 }
 
-Contents ContentsDoor::read() const {
+Contents SequenceContents::read() const {
   Contents contents;
   const int size = mNative.size();
   for (int index = 0; index < size; ++index) {
@@ -126,7 +126,7 @@ Contents ContentsDoor::read() const {
   return contents;
 }
 
-Ref ContentsDoor::element(PyObject* value, const std::string& where) const {
+Ref SequenceContents::element(PyObject* value, const std::string& where) const {
   const bool isText = mElements == Elements::Texts;
   if (isText && PyUnicode_Check(value)) return textElement(value, where);
   if (isText || !isHostObject(value) || !mElementClass || !typeOf(value)->cls->isKindOf(*mElementClass)) {
@@ -141,7 +141,7 @@ Ref ContentsDoor::element(PyObject* value, const std::string& where) const {
   return K7Q::makeObjectRef(object, info.deviant);
 }
 
-bool ContentsDoor::isUnique() const {
+bool SequenceContents::isUnique() const {
   if (const auto* rewritable = asRewritable(mNative)) return rewritable->isUnique();
   // The sequence does not tell, so an element is appended twice. Removing it again affects no other element
   // and no iterator.
@@ -161,9 +161,9 @@ bool ContentsDoor::isUnique() const {
   return isUnique;
 }
 
-bool ContentsDoor::keepsIterators() const noexcept { return asRewritable(mNative) == nullptr; }
+bool SequenceContents::keepsIterators() const noexcept { return asRewritable(mNative) == nullptr; }
 
-void ContentsDoor::write(const Contents& contents) const {
+void SequenceContents::write(const Contents& contents) const {
   if (auto* rewritable = asRewritable(mNative)) {
     rewritable->rewrite(mNative.deviant, contents);
   } else {
@@ -171,7 +171,7 @@ void ContentsDoor::write(const Contents& contents) const {
   }
 }
 
-void ContentsDoor::writeNumbers(const Contents& contents) const {
+void SequenceContents::writeNumbers(const Contents& contents) const {
   Numbers before;
   for (const Ref& element : read()) before.push_back(numberOf(element));
   Numbers after;
@@ -179,7 +179,7 @@ void ContentsDoor::writeNumbers(const Contents& contents) const {
   NumberWriter(mNative, before, after).write(mSequence);
 }
 
-std::size_t ContentsDoor::hash(const Ref& element) const noexcept {
+std::size_t SequenceContents::hash(const Ref& element) const noexcept {
   switch (mElements) {
     case Elements::Texts:
       return std::hash<std::u16string_view>()(textOf(element));
@@ -190,7 +190,7 @@ std::size_t ContentsDoor::hash(const Ref& element) const noexcept {
   }
 }
 
-bool ContentsDoor::isSame(const Ref& left, const Ref& right) const noexcept {
+bool SequenceContents::isSame(const Ref& left, const Ref& right) const noexcept {
   switch (mElements) {
     case Elements::Texts:
       return textOf(left) == textOf(right);

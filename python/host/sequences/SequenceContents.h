@@ -13,10 +13,10 @@ using Contents = std::vector<K7Q::Generic::Ref>;
 
 /// Reads and writes the contents of a sequence. The caller must hold a reference on the Python object
 /// meanwhile.
-class ContentsDoor {
+class SequenceContents {
  public:
   /// Raises if the sequence no longer exists.
-  explicit ContentsDoor(PyObject* sequence);
+  explicit SequenceContents(PyObject* sequence);
 
   Contents read() const;
   /// Converts a Python value into an element. Error texts start with `where`.

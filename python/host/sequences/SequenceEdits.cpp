@@ -31,19 +31,19 @@ struct Slice {
 };
 
 struct Hash {
-  const ContentsDoor* door;
-  std::size_t operator()(const Ref& element) const noexcept { return door->hash(element); }
+  const SequenceContents* access;
+  std::size_t operator()(const Ref& element) const noexcept { return access->hash(element); }
 };
 struct Same {
-  const ContentsDoor* door;
-  bool operator()(const Ref& left, const Ref& right) const noexcept { return door->isSame(left, right); }
+  const SequenceContents* access;
+  bool operator()(const Ref& left, const Ref& right) const noexcept { return access->isSame(left, right); }
 };
 using ElementSet = std::unordered_set<Ref, Hash, Same>;
 using ElementPlaces = std::unordered_map<Ref, std::size_t, Hash, Same>;
 
 std::string shown(PyObject* sequence) { return std::string(typeOf(sequence)->cls->shortName()); }
 
-Contents elementsOf(const ContentsDoor& door, PyObject* sequence, PyObject* values) {
+Contents elementsOf(const SequenceContents& access, PyObject* sequence, PyObject* values) {
   if (!Py_TYPE(values)->tp_iter && !PySequence_Check(values)) {
     raise(errors().wrongType,
           shown(sequence) + ": a slice is assigned elements to iterate, got " + describePython(values));
@@ -53,16 +53,16 @@ Contents elementsOf(const ContentsDoor& door, PyObject* sequence, PyObject* valu
   Contents elements;
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
     const std::string where = shown(sequence) + ": element " + std::to_string(i) + " of a slice: ";
-    elements.push_back(door.element(PyList_GET_ITEM(list.get(), i), where));
+    elements.push_back(access.element(PyList_GET_ITEM(list.get(), i), where));
   }
   return elements;
 }
 
 /// The contents after an assignment to a slice without a step. In a unique sequence, given elements from
 /// outside the slice are moved into it.
-Contents withRun(const ContentsDoor& door, const Contents& before, const Slice& slice, const Contents& given,
-                 bool isUnique) {
-  ElementSet moved(0, Hash{&door}, Same{&door});
+Contents withRun(const SequenceContents& access, const Contents& before, const Slice& slice,
+                 const Contents& given, bool isUnique) {
+  ElementSet moved(0, Hash{&access}, Same{&access});
   Contents after;
   const auto addOthers = [&](std::size_t from, std::size_t to) {
     for (std::size_t place = from; place < to; ++place) {
@@ -82,9 +82,9 @@ Contents withRun(const ContentsDoor& door, const Contents& before, const Slice& 
 
 /// The contents after an assignment to a slice with a step. In a unique sequence, an element that is already
 /// in the sequence is swapped.
-Contents withPlaces(const ContentsDoor& door, Contents contents, const Slice& slice, const Contents& given,
-                    bool isUnique) {
-  ElementPlaces places(0, Hash{&door}, Same{&door});
+Contents withPlaces(const SequenceContents& access, Contents contents, const Slice& slice,
+                    const Contents& given, bool isUnique) {
+  ElementPlaces places(0, Hash{&access}, Same{&access});
   for (std::size_t place = 0; isUnique && place < contents.size(); ++place)
     places.emplace(contents[place], place);
   for (std::size_t index = 0; index < given.size(); ++index) {
@@ -136,21 +136,21 @@ void eraseEach(PyObject* sequence, const Slice& slice) {
 template <class Reorder>
 void reorder(PyObject* sequence, Reorder inList) {
   requireChangeable(sequence);
-  const ContentsDoor door(sequence);
-  const Contents before = door.read();
+  const SequenceContents access(sequence);
+  const Contents before = access.read();
   const Reference list = owned(PySequence_List, sequence);
   inList(list.get());
   Contents after;
   for (Py_ssize_t i = 0; i < PyList_GET_SIZE(list.get()); ++i) {
-    after.push_back(door.element(PyList_GET_ITEM(list.get(), i), shown(sequence) + ": "));
+    after.push_back(access.element(PyList_GET_ITEM(list.get(), i), shown(sequence) + ": "));
   }
-  const Contents now = door.read();
-  if (!std::equal(before.begin(), before.end(), now.begin(), now.end(), Same{&door})) {
+  const Contents now = access.read();
+  if (!std::equal(before.begin(), before.end(), now.begin(), now.end(), Same{&access})) {
     raise(errors().changed, shown(sequence) +
                                 ": the sequence changed while it was sorted; let the function that gives the "
                                 "keys change nothing");
   }
-  door.write(after);
+  access.write(after);
 }
 
 [[noreturn]] void refuseSort(const std::string& given) {
@@ -171,33 +171,33 @@ void requireSortArguments(PyObject* arguments, PyObject* keywords) {
 
 void assignSlice(PyObject* sequence, PyObject* asked, PyObject* values) {
   requireChangeable(sequence);
-  const ContentsDoor door(sequence);
-  const Contents given = values ? elementsOf(door, sequence, values) : Contents();
-  const Contents before = door.read();
+  const SequenceContents access(sequence);
+  const Contents given = values ? elementsOf(access, sequence, values) : Contents();
+  const Contents before = access.read();
   const Slice slice(asked, before.size());
-  if (!values && door.keepsIterators()) {
+  if (!values && access.keepsIterators()) {
     eraseEach(sequence, slice);
   } else if (!values) {
-    door.write(without(before, slice));
+    access.write(without(before, slice));
   } else if (slice.step == 1) {
-    door.write(withRun(door, before, slice, given, door.isUnique()));
+    access.write(withRun(access, before, slice, given, access.isUnique()));
   } else {
     requireLength(sequence, slice, given.size());
-    door.write(withPlaces(door, before, slice, given, door.isUnique()));
+    access.write(withPlaces(access, before, slice, given, access.isUnique()));
   }
 }
 
 void assignItem(PyObject* sequence, int at, PyObject* value) {
   changeSequence(sequence, "replace", owned(PyLong_FromLong, at + 1).get(), value);
-  const ContentsDoor door(sequence);
-  if (!door.keepsIterators()) return;
-  Contents contents = door.read();
-  const Ref element = door.element(value, shown(sequence) + ": ");
+  const SequenceContents access(sequence);
+  if (!access.keepsIterators()) return;
+  Contents contents = access.read();
+  const Ref element = access.element(value, shown(sequence) + ": ");
   Ref& place = contents[static_cast<std::size_t>(at)];
-  if (door.isSame(place, element)) return;
-  const auto isElement = [&](const Ref& each) { return door.isSame(each, element); };
+  if (access.isSame(place, element)) return;
+  const auto isElement = [&](const Ref& each) { return access.isSame(each, element); };
   std::swap(place, *std::find_if(contents.begin(), contents.end(), isElement));
-  door.write(contents);
+  access.write(contents);
 }
 
 void sortSequence(PyObject* sequence, PyObject* arguments, PyObject* keywords) {

@@ -4,11 +4,11 @@
 #include <memory>
 #include <vector>
 
-#include "python/host/members/CheckedDoor.h"
+#include "python/host/members/CallChecks.h"
 #include "python/host/members/MetaProperties.h"
 #include "python/host/objects/Descriptors.h"
 #include "python/host/objects/Docs.h"
-#include "python/host/objects/InHand.h"
+#include "python/host/objects/ErrorNotes.h"
 #include "python/host/objects/Values.h"
 #include "python/host/types/Enumeration.h"
 #include "python/host/types/Extensions.h"
@@ -192,9 +192,9 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
     // The Python object is allocated first: a listener may ask for it, and if this fails, the model is
     // unchanged.
     const Tarvelon::model::Undertaking undertaking;
-    Room room(reinterpret_cast<HostType*>(self));
+    ObjectAllocation room(reinterpret_cast<HostType*>(self));
     const auto inHand = [&] { return noteOf(type.cls->shortName(), nullptr, {arguments, count}); };
-    return room.fill(noting(inHand, [&] { return ruvo::construct(*type.cls, converted.span()); }));
+    return room.fill(withNote(inHand, [&] { return ruvo::construct(*type.cls, converted.span()); }));
   });
 }
 

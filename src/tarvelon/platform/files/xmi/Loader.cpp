@@ -125,11 +125,11 @@ Loaded loadFrom(Source& source, const LoadOptions& options, std::string_view nam
   try {
     if (!parseAll(parser, source, options.progress)) {
       reader.report(parser.place(), "this is no well-formed XML: " + parser.fault());
-      if (!reader.hasRoot()) throw NotToBeLoaded();
+      if (!reader.hasRoot()) throw Unloadable();
     }
     reader.finish();
     native::auditAfter(native::NativeModel::require(loaded.model));
-  } catch (const NotToBeLoaded&) {
+  } catch (const Unloadable&) {
     refuse(name, std::move(problems));
   }
   if (problems.count != 0 && !options.isLenient) refuse(name, std::move(problems));

@@ -169,14 +169,14 @@ Place Parser::placeOf(QualifiedName attribute) const noexcept {
   if (!context || offset >= size) return place();
   const std::string_view tag(context + offset, static_cast<std::size_t>(size - offset));
   if (mSearch.tag != this->offset()) mSearch = {this->offset(), 0, place(), false};
-  if (mSearch.isInVain) return place();
+  if (mSearch.hasFailed) return place();
   std::size_t found = findAttribute(tag, attribute, mSearch.end);
   if (found == 0 && mSearch.end != 0) {
     mSearch = {mSearch.tag, 0, place(), false};
     found = findAttribute(tag, attribute, 0);
   }
-  mSearch.isInVain = found == 0;
-  if (mSearch.isInVain) return place();
+  mSearch.hasFailed = found == 0;
+  if (mSearch.hasFailed) return place();
   mSearch.place = moved(mSearch.place, tag.substr(mSearch.end, found - mSearch.end));
   mSearch.end = found;
   return mSearch.place;

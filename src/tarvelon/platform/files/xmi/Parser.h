@@ -70,10 +70,10 @@ class Parser {
 
   /// How far the text of a start tag has been searched for attributes.
   struct Search {
-    std::int64_t tag = -1;  ///< offset() of the tag
-    std::size_t end = 0;    ///< where the search has stopped
-    Place place;            ///< the position of `end`
-    bool isInVain = false;  ///< an attribute was not found, as in a two-byte encoding, where none is found
+    std::int64_t tag = -1;   ///< offset() of the tag
+    std::size_t end = 0;     ///< where the search has stopped
+    Place place;             ///< the position of `end`
+    bool hasFailed = false;  ///< an attribute was not found, as in a two-byte encoding, where none is found
   };
 
   ParserHandler& mHandler;

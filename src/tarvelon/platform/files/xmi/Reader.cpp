@@ -75,7 +75,7 @@ void Reader::startElement(QualifiedName name, const char* const* attributes) {
 void Reader::requireDepth(bool isKept) {
   if (isKept) return;
   report(here(), "elements are nested deeper than " + std::to_string(kMaxDepth) + " levels");
-  throw NotToBeLoaded();
+  throw Unloadable();
 }
 
 Reader::Frame Reader::open(QualifiedName name, const Marks& marks, const char* const* attributes) {
@@ -105,7 +105,7 @@ Reader::Frame Reader::openRoot(QualifiedName name, const Marks& marks, const cha
     report(
         here(),
         "this is ARXML, AUTOSAR's own format, which cannot be read yet; load a model that was saved as XMI");
-    throw NotToBeLoaded();
+    throw Unloadable();
   }
   checkVersions(marks);
   if (isXmi(name.space) && name.local == "XMI") {
@@ -158,7 +158,7 @@ void Reader::readFormat(const char* text) {
   report(placeOf({kOwn, "format"}), "the file has format " + std::string(digits.substr(0, 20)) +
                                         ", and this program reads formats up to " + std::to_string(kFormat) +
                                         "; load it with a newer one");
-  throw NotToBeLoaded();
+  throw Unloadable();
 }
 
 Reader::Frame Reader::openMember(const Frame& parent, QualifiedName name, const Marks& marks,
@@ -323,7 +323,7 @@ void Reader::forgetTypes() {
 
 void Reader::documentType() {
   report(here(), "a document type with its entities is not loaded; take out the '<!DOCTYPE ...>'");
-  throw NotToBeLoaded();
+  throw Unloadable();
 }
 
 ClassSchema* Reader::classOf(QualifiedName name, Place place) {

@@ -22,7 +22,7 @@ bool isXmi(std::string_view space) noexcept;
 std::string inQuotes(std::string_view text);
 
 /// Thrown if nothing of a file can be loaded. The reason was reported as a problem.
-struct NotToBeLoaded {};
+struct Unloadable {};
 
 /// Builds a model from the events of a parser.
 class Reader final : public ParserHandler {
@@ -100,7 +100,7 @@ class Reader final : public ParserHandler {
                        IdTable::Key target);
   void refer(const PendingReference& reference, std::string_view attribute);
   /// Sets the reference. Returns null, or the reason why it cannot be set.
-  const char* tie(const PendingReference& reference, native::Instance& target);
+  const char* link(const PendingReference& reference, native::Instance& target);
   const char* tieInList(const PendingReference& reference, native::Instance& target);
   /// Returns false if the attribute has listed the target before.
   bool noteListed(native::Instance& target, bool isInList);

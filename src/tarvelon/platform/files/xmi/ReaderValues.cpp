@@ -224,7 +224,7 @@ void Reader::refer(const PendingReference& reference, std::string_view attribute
   } else if (!entry->value->cls().isKindOf(feature.narrowest->type()->data().ordinal)) {
     fault = "expected " + typeName(*feature.narrowest->type()) + ", got a " +
             typeName(*entry->value->cls().methods) + " with the id ";
-  } else if (const char* refusal = tie(reference, *entry->value)) {
+  } else if (const char* refusal = link(reference, *entry->value)) {
     fault = refusal;
   } else {
     return;
@@ -235,7 +235,7 @@ void Reader::refer(const PendingReference& reference, std::string_view attribute
 
 // Of two opposite properties, the one that is read first sets both. The other one then finds its values
 // already there.
-const char* Reader::tie(const PendingReference& reference, Instance& target) {
+const char* Reader::link(const PendingReference& reference, Instance& target) {
   Instance& object = *reference.object;
   const Feature& feature = *reference.feature;
   const native::Property* back = feature.narrowest->opposite();

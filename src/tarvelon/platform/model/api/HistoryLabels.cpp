@@ -22,7 +22,7 @@ namespace {
 /// Builds the label of a batch, place by place.
 class Label {
  public:
-  explicit Label(Steps steps, bool isTurned = false) : mSteps(steps), mIsTurned(isTurned) {
+  explicit Label(Steps steps, bool isInverse = false) : mSteps(steps), mIsInverse(isInverse) {
     for (std::size_t index = 0; index < steps.size(); ++index) meet(at(index));
     for (std::size_t index = 0; index < steps.size(); ++index) add(at(index));
   }
@@ -37,7 +37,7 @@ class Label {
   using Object = const native::Instance*;
 
   Step at(std::size_t index) const noexcept {
-    return mIsTurned ? mSteps[mSteps.size() - 1 - index].turned() : mSteps[index];
+    return mIsInverse ? mSteps[mSteps.size() - 1 - index].inverse() : mSteps[index];
   }
 
   void meet(const Step& step) {
@@ -66,7 +66,7 @@ class Label {
   }
 
   Steps mSteps;
-  bool mIsTurned;
+  bool mIsInverse;
   /// Objects that the batch creates or destroys.
   std::set<Object> mLives;
   /// The last name that the steps give to each object.
@@ -85,7 +85,7 @@ std::string undoLabel(const K7Q::Model& model) {
 
 std::string redoLabel(const K7Q::Model& model) {
   const native::Journal* journal = native::NativeModel::require(model).journal();
-  return journal ? Label(journal->nextRedo(), journal->isNextRedoTurned()).text() : std::string();
+  return journal ? Label(journal->nextRedo(), journal->isNextRedoInverse()).text() : std::string();
 }
 
 }  // namespace Tarvelon::model

@@ -66,9 +66,9 @@ void runAudit(NativeModel& model) noexcept {
   Auditor auditor(model);
   try {
     auditor.checkSteps(steps);
-    if (!model.payForAudit(kPaid) && pace != Pace::All) return;
+    if (!model.addAuditWork(kPaid) && pace != Pace::All) return;
     auditor.checkAll();
-    model.setAuditPrice(auditor.cost());
+    model.setAuditCost(auditor.cost());
   } catch (const Violation& violation) {
     end(violation, steps);
   } catch (const std::bad_alloc&) {  // NOLINT(bugprone-empty-catch): the next one has memory again

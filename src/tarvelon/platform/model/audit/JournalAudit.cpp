@@ -164,7 +164,7 @@ void Auditor::checkJournal() {
   const auto takeBack = [&](const Journal::Steps& steps) {
     mCost += steps.size();
     // clang 14 has no reverse view with this library.
-    std::for_each(steps.rbegin(), steps.rend(), [&](const Step& step) { rehearsal.play(step.turned()); });
+    std::for_each(steps.rbegin(), steps.rend(), [&](const Step& step) { rehearsal.play(step.inverse()); });
   };
   takeBack(journal->mOpen);
   rehearsal.begin();

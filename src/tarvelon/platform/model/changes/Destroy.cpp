@@ -34,7 +34,7 @@ void chainUp(Instance& root) noexcept {
       last = &held;
     });
     last->setNextDying(rest);
-    leaveReferred(*object);
+    removeFromReferred(*object);
   }
 }
 
@@ -143,7 +143,7 @@ void leaveAll(std::vector<Mention>& mentions, Journal& journal) noexcept {
 
 /// For a model with a journal, which can restore deleted objects. The tree keeps its values, so only the
 /// references from outside must be put back.
-void buryTree(Instance& root, Journal& journal) {
+void deleteTree(Instance& root, Journal& journal) {
   const std::vector<Instance*> tree = treeOf(root);
   for (Instance* object : tree) object->setDying(true);
   std::vector<Mention> mentions;
@@ -154,7 +154,7 @@ void buryTree(Instance& root, Journal& journal) {
     for (Instance* object : tree) object->setDying(false);
     throw;
   }
-  leaveOwner(root);
+  removeFromOwner(root);
   leaveAll(mentions, journal);
   for (Instance* object : tree) object->setDying(false);
   root.model().noteDestruction();
@@ -164,7 +164,7 @@ void buryTree(Instance& root, Journal& journal) {
 /// For a model without a journal: nothing is kept.
 void freeTree(Instance& root, StepRoom room) noexcept {
   NativeModel& model = root.model();
-  leaveOwner(root);
+  removeFromOwner(root);
   chainUp(root);
   const bool areMany = root.nextDying() != nullptr;
   model.noteDestruction();
@@ -178,7 +178,7 @@ void freeTree(Instance& root, StepRoom room) noexcept {
 
 }  // namespace
 
-void leaveReferred(Instance& object) noexcept {
+void removeFromReferred(Instance& object) noexcept {
   const bool keepsRoom = object.model().journal() != nullptr;
   forEachObject(object, object.cls().referringSlots, [&object, keepsRoom](Instance& referred, unsigned slot) {
     referred.removeReferrer({object.number(), static_cast<std::uint8_t>(slot)}, keepsRoom);
@@ -193,7 +193,7 @@ void destroyTree(Instance& root) {
     return;
   }
   Batch batch(model);
-  buryTree(root, *model.journal());
+  deleteTree(root, *model.journal());
 }
 
 }  // namespace Tarvelon::metamodel::native

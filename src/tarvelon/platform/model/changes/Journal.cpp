@@ -171,7 +171,7 @@ void Journal::discard(std::span<Steps> batches, std::size_t start, bool areTaken
   forEach(dropTexts);
   // First, all objects are removed from the referrers of others, since objects that are freed here may refer
   // to each other.
-  forEachBuried(leaveReferred);
+  forEachBuried(removeFromReferred);
   forEachBuried([this](Instance& object) { mModel.expire(object); });
   for (Steps& steps : batches) {
     steps.erase(steps.begin() + static_cast<std::ptrdiff_t>(start), steps.end());
@@ -192,9 +192,9 @@ void Journal::setLimit(std::size_t limit) {
   mLimit = limit;
 }
 
-void Journal::turn(Steps& steps) noexcept {
+void Journal::invert(Steps& steps) noexcept {
   std::ranges::reverse(steps);
-  for (Step& step : steps) step = step.turned();
+  for (Step& step : steps) step = step.inverse();
 }
 
 void Journal::undo() noexcept {
@@ -204,11 +204,11 @@ void Journal::undo() noexcept {
   mRedo.push_back(std::move(steps));
   if (!mListeners.empty()) {
     // Listeners of an undo receive the inverse steps, the last one first.
-    turn(mRedo.back());
-    mIsTurned = true;
+    invert(mRedo.back());
+    mIsInverse = true;
     tell(mRedo.back());
-    mIsTurned = false;
-    turn(mRedo.back());
+    mIsInverse = false;
+    invert(mRedo.back());
   }
 }
 

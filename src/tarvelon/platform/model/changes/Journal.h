@@ -98,7 +98,7 @@ class Journal {
   std::span<const Step> nextRedo() const noexcept;
   /// Whether nextRedo() currently returns inverse steps in reverse order. This is so while listeners are told
   /// of an undo.
-  bool isNextRedoTurned() const noexcept { return mIsTurned; }
+  bool isNextRedoInverse() const noexcept { return mIsInverse; }
 
  private:
   friend class Auditor;
@@ -114,7 +114,7 @@ class Journal {
   void forgetOldest() noexcept;
   void tell(const Steps& steps) noexcept;
   void takeBack(Steps& steps, std::size_t start) noexcept;
-  static void turn(Steps& steps) noexcept;
+  static void invert(Steps& steps) noexcept;
   /// Drops steps from the journal. `start` is the index of the first step to drop in the first batch. Deleted
   /// objects that only these steps could restore are freed: objects that the steps destroyed or, if the steps
   /// were undone (`areTakenBack`), objects that the steps created.
@@ -134,7 +134,7 @@ class Journal {
   unsigned mWatches = 0;
   unsigned mDepth = 0;
   bool mIsTelling = false;
-  bool mIsTurned = false;
+  bool mIsInverse = false;
 };
 
 /// A batch that lasts as long as a scope. If an exception leaves the scope, the steps of the batch are

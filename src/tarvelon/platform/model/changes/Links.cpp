@@ -65,7 +65,7 @@ WordList& reserveList(Instance& object, unsigned slot) {
 }
 
 /// Makes the room in the element that linking it to the slot needs.
-void reserveTie(const Instance& object, unsigned slot, Instance& element) {
+void reserveLink(const Instance& object, unsigned slot, Instance& element) {
   if (!holds(object, slot)) element.reserveReferrer();
 }
 
@@ -87,7 +87,7 @@ class Opposite {
   }
   bool isThere() const noexcept { return mSlot != ClassData::kNoSlot; }
 
-  void reserveTieBack(Instance& object) const { reserveTie(mElement, mSlot, object); }
+  void reserveTieBack(Instance& object) const { reserveLink(mElement, mSlot, object); }
   void reservePlaceBack(unsigned values) const { reservePlace(mElement, mSlot, values); }
   /// Lets the element refer back to the object. If it referred to another object before, that object's
   /// reference to the element is removed first.
@@ -120,7 +120,7 @@ class Opposite {
 /// Makes all the room that a new reference needs.
 void reserveReference(Instance& object, unsigned slot, Instance& element, const Opposite& opposite) {
   // Room for links first: each may put a word, which would use room reserved for a value.
-  reserveTie(object, slot, element);
+  reserveLink(object, slot, element);
   if (opposite.isThere()) opposite.reserveTieBack(object);
   const unsigned values = opposite.isThere() && &object == &element ? 2 : 1;
   reservePlace(object, slot, values);
@@ -143,7 +143,7 @@ void storeReference(Instance& object, unsigned slot, Instance& element) {
     const Opposite back(object, slot, *former->object);
     if (back.isThere()) back.remove(object);
   }
-  if (holds(object, slot)) leaveOwner(element);
+  if (holds(object, slot)) removeFromOwner(element);
   make(valueStep(object, slot, true, Word{.object = &element}));
   if (opposite.isThere()) opposite.add(object, slot);
 }
@@ -198,7 +198,7 @@ void storeValue(Instance& object, unsigned slot, Word word) {
 /// Applies a run of steps on one list, so that apply() needs one pass over the list. Without a journal there
 /// is no memory for all steps, so they are applied in groups of 64, with one pass for each group.
 template <class StepAt>
-void makeRow(Instance& object, std::uint32_t count, StepAt stepAt) noexcept {
+void applyRun(Instance& object, std::uint32_t count, StepAt stepAt) noexcept {
   if (Journal* journal = object.model().journal()) {
     for (std::uint32_t done = 0; done < count; ++done) journal->note(stepAt(done));
     apply(journal->lastSteps(count));
@@ -219,7 +219,7 @@ void eraseMany(Instance& object, unsigned slot, std::uint32_t count, PlaceAt pla
   Batch batch(object.model());
   batch.reserve(2 * std::size_t{count});
   if ((object.cls().oppositeSlots & bitOf(slot)) == 0) {
-    makeRow(object, count, [&](std::uint32_t done) { return removal(object, slot, placeAt(done)); });
+    applyRun(object, count, [&](std::uint32_t done) { return removal(object, slot, placeAt(done)); });
     return;
   }
   for (std::uint32_t done = 0; done < count; ++done) {
@@ -246,7 +246,7 @@ void makeReplacement(Instance& object, unsigned slot, std::uint32_t index, Word 
 
 }  // namespace
 
-void leaveOwner(Instance& element) noexcept {
+void removeFromOwner(Instance& element) noexcept {
   if (Instance* owner = element.owner()) takeOut(*owner, element.ownerSlot(), element);
 }
 
@@ -280,7 +280,7 @@ void insertElement(Instance& object, unsigned slot, std::uint32_t index, Instanc
   batch.reserve(kMostSteps);
   const Opposite opposite(object, slot, element);
   reserveReference(object, slot, element, opposite);
-  if (holds(object, slot)) leaveOwner(element);
+  if (holds(object, slot)) removeFromOwner(element);
   make(insertion(object, slot, index, Word{.object = &element}));
   if (opposite.isThere()) opposite.add(object, slot);
 }
@@ -295,10 +295,10 @@ void insertElements(Instance& object, unsigned slot, std::span<const Placed> ele
   if (elements.empty()) return;
   Batch batch(object.model());
   batch.reserve(elements.size());
-  for (const Placed& each : elements) reserveTie(object, slot, *each.element);
+  for (const Placed& each : elements) reserveLink(object, slot, *each.element);
   const auto count = static_cast<std::uint32_t>(elements.size());
   reserveList(object, slot).reserve(count);
-  makeRow(object, count, [&](std::uint32_t done) {
+  applyRun(object, count, [&](std::uint32_t done) {
     return insertion(object, slot, elements[done].index, Word{.object = elements[done].element});
   });
 }
@@ -316,7 +316,7 @@ void replaceElement(Instance& object, unsigned slot, std::uint32_t index, Instan
   const Opposite opposite(object, slot, element);
   reserveReference(object, slot, element, opposite);
   const Opposite back(object, slot, old);
-  if (holds(object, slot)) leaveOwner(element);
+  if (holds(object, slot)) removeFromOwner(element);
   make(replacement(object, slot, index, Word{.object = &element}));
   if (back.isThere()) back.remove(object);
   if (opposite.isThere()) opposite.add(object, slot);

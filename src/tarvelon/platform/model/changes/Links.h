@@ -50,10 +50,10 @@ void insertNumber(Instance& object, unsigned slot, std::uint32_t index, std::int
 void replaceNumber(Instance& object, unsigned slot, std::uint32_t index, std::int32_t number);
 
 /// Removes an object from its owner, if it has one. REQUIRES: room for one step in the journal.
-void leaveOwner(Instance& element) noexcept;
+void removeFromOwner(Instance& element) noexcept;
 
 /// Removes an object that is about to be freed from the referrer sets of the objects that it refers to.
-void leaveReferred(Instance& object) noexcept;
+void removeFromReferred(Instance& object) noexcept;
 
 /// Destroys an object and everything it contains, and removes all references to these objects.
 /// Cost: Proportional to the number of destroyed objects, their references and the length of the lists that

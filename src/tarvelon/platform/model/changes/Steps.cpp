@@ -14,7 +14,7 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-void tie(Instance& object, unsigned slot, Instance& element) noexcept {
+void link(Instance& object, unsigned slot, Instance& element) noexcept {
   if (holds(object, slot)) {
     element.setOwner(&object, slot);
     object.model().noteOwnership(object);
@@ -24,7 +24,7 @@ void tie(Instance& object, unsigned slot, Instance& element) noexcept {
   }
 }
 
-void untie(Instance& object, unsigned slot, Instance& element, bool keepsRoom) noexcept {
+void unlink(Instance& object, unsigned slot, Instance& element, bool keepsRoom) noexcept {
   if (holds(object, slot)) {
     element.setOwner(nullptr, 0);
     object.model().noteOwnership(object);
@@ -70,11 +70,11 @@ void applyValue(const Step& step, StepRoom room) noexcept {
 
 void applyLife(const Step& step) noexcept {
   if (step.hasAfter) {
-    step.object->revive();
+    step.object->restore();
     // An index of names that was built meanwhile has no entry for the object.
     step.object->model().noteNameOf(*step.object, true);
   } else {
-    step.object->bury();
+    step.object->markDeleted();
   }
 }
 
@@ -95,11 +95,11 @@ bool mustKeepRoom(const Step& step) noexcept { return step.object->model().journ
 void beginStored(const Step& step) noexcept {
   if (isText(step) && step.hasAfter && step.after.text) step.after.text->addRef();
   if (isReference(step) && step.hasBefore)
-    untie(*step.object, step.slot, *step.before.object, mustKeepRoom(step));
+    unlink(*step.object, step.slot, *step.before.object, mustKeepRoom(step));
 }
 
 void endStored(const Step& step) noexcept {
-  if (isReference(step) && step.hasAfter) tie(*step.object, step.slot, *step.after.object);
+  if (isReference(step) && step.hasAfter) link(*step.object, step.slot, *step.after.object);
   if (isText(step) && step.hasBefore && step.before.text) step.before.text->release();
 }
 
@@ -127,10 +127,10 @@ bool isRow(const Step& step, const Step& next) noexcept {
 }
 
 /// A run of such steps, or any single step. The run is applied or undone.
-class Row {
+class StepRun {
  public:
-  Row(std::span<const Step> steps, bool isTakenBack) noexcept
-      : mSteps(steps), mIsTakenBack(isTakenBack), mDoCome(steps[0].hasAfter != isTakenBack) {}
+  StepRun(std::span<const Step> steps, bool isTakenBack) noexcept
+      : mSteps(steps), mIsTakenBack(isTakenBack), mAreInserted(steps[0].hasAfter != isTakenBack) {}
   void apply() const noexcept {
     if (mSteps.size() > 1 && isShorterAtOnce()) {
       applyAtOnce();
@@ -144,14 +144,16 @@ class Row {
   std::uint32_t count() const noexcept { return static_cast<std::uint32_t>(mSteps.size()); }
   /// The step that is applied at this position. For an undo: the inverse steps in reverse order.
   Step at(std::size_t index) const noexcept {
-    return mIsTakenBack ? mSteps[mSteps.size() - 1 - index].turned() : mSteps[index];
+    return mIsTakenBack ? mSteps[mSteps.size() - 1 - index].inverse() : mSteps[index];
   }
   /// The step at this position in the order of indices in the list.
-  Step inOrder(std::size_t index) const noexcept { return at(mDoCome ? index : mSteps.size() - 1 - index); }
+  Step inOrder(std::size_t index) const noexcept {
+    return at(mAreInserted ? index : mSteps.size() - 1 - index);
+  }
   /// Whether one pass over the list moves fewer elements than single insertions or removals. Each of these
   /// moves the elements up to the nearer end.
   bool isShorterAtOnce() const noexcept {
-    const std::uint32_t size = list().size() + (mDoCome ? count() : 0);
+    const std::uint32_t size = list().size() + (mAreInserted ? count() : 0);
     std::uint64_t moved = 0;
     for (const Step& step : mSteps) moved += std::min(step.index, size - step.index);
     return moved > size;
@@ -162,7 +164,7 @@ class Row {
   void applyAtOnce() const noexcept {
     for (std::size_t index = 0; index < mSteps.size(); ++index) beginStored(at(index));
     const auto placeAt = [this](std::size_t index) { return inOrder(index).index; };
-    if (mDoCome) {
+    if (mAreInserted) {
       list().insertMany(count(), placeAt, [this](std::size_t index) { return inOrder(index).after; });
     } else {
       list().eraseMany(count(), placeAt);
@@ -173,7 +175,7 @@ class Row {
 
   std::span<const Step> mSteps;
   bool mIsTakenBack;
-  bool mDoCome;
+  bool mAreInserted;
 };
 
 }  // namespace
@@ -198,7 +200,7 @@ void apply(std::span<const Step> steps) noexcept {
   while (!steps.empty()) {
     std::size_t count = 1;
     while (count < steps.size() && isRow(steps[count - 1], steps[count])) ++count;
-    Row(steps.first(count), false).apply();
+    StepRun(steps.first(count), false).apply();
     steps = steps.subspan(count);
   }
 }
@@ -207,7 +209,7 @@ void takeBack(std::span<const Step> steps) noexcept {
   while (!steps.empty()) {
     std::size_t start = steps.size() - 1;
     while (start > 0 && isRow(steps[start - 1], steps[start])) --start;
-    Row(steps.subspan(start), true).apply();
+    StepRun(steps.subspan(start), true).apply();
     steps = steps.first(start);
   }
 }

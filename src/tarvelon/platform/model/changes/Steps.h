@@ -29,7 +29,7 @@ struct Step {
   bool hasBefore;
   bool hasAfter;
 
-  Step turned() const noexcept { return {object, after, before, index, slot, kind, hasAfter, hasBefore}; }
+  Step inverse() const noexcept { return {object, after, before, index, slot, kind, hasAfter, hasBefore}; }
 };
 static_assert(sizeof(Step) == 32);
 

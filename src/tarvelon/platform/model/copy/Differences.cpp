@@ -106,13 +106,13 @@ bool Comparison::standsInPlace(std::uint32_t older) const {
 
 /// Finds a longest ascending subsequence and, among all longest ones, one with the most items that kept their
 /// place.
-class LongestRow {
+class LongestSubsequence {
  public:
   struct Item {
     std::uint32_t rank;  ///< a permutation of the numbers from 0 to the number of items - 1
     bool isKept;
   };
-  explicit LongestRow(const std::vector<Item>& items)
+  explicit LongestSubsequence(const std::vector<Item>& items)
       : mBest(items.size() + 1), mBefore(items.size(), kNone) {
     for (std::uint32_t index = 0; index < items.size(); ++index) {
       const Best before = bestBelow(items[index].rank);
@@ -170,14 +170,14 @@ void Comparison::noteShifted(std::uint32_t parent) {
   if (isSorted) return;
   std::vector<std::uint32_t> order = held;
   std::ranges::sort(order, {}, newerOf);
-  std::vector<LongestRow::Item> items;
+  std::vector<LongestSubsequence::Item> items;
   for (const std::uint32_t node : held) {
     const auto rank = std::ranges::lower_bound(order, newerOf(node), {}, newerOf) - order.begin();
     const bool isKept = mOlder[node].position == mNewer[newerOf(node)].position;
     items.push_back({static_cast<std::uint32_t>(rank), isKept});
     mIsShifted[node] = true;
   }
-  LongestRow(items).forEach([&](std::uint32_t index) { mIsShifted[held[index]] = false; });
+  LongestSubsequence(items).forEach([&](std::uint32_t index) { mIsShifted[held[index]] = false; });
 }
 
 void Comparison::places() {

@@ -51,11 +51,11 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   void destroy(K7Q::Deviant deviant) override;
   K7Q::Model getModel(K7Q::Deviant deviant) const override;
 
-  bool isAlive() const noexcept { return (mState & (kGone | kBuried)) == 0; }
+  bool isAlive() const noexcept { return (mState & (kGone | kDeleted)) == 0; }
   /// Whether the object was destroyed but the journal keeps it, so that an undo can restore it.
-  bool isBuried() const noexcept { return (mState & kBuried) != 0; }
-  void bury() noexcept { mState |= kBuried; }
-  void revive() noexcept { mState &= ~kBuried; }
+  bool isDeleted() const noexcept { return (mState & kDeleted) != 0; }
+  void markDeleted() noexcept { mState |= kDeleted; }
+  void restore() noexcept { mState &= ~kDeleted; }
   const ClassData& cls() const noexcept { return *mClass; }
   NativeModel& model() const noexcept { return *mModel; }
   /// The place of the object in its model's index. The number does not change while the object exists and is
@@ -124,7 +124,7 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   static constexpr std::uint64_t kExternal = std::uint64_t{1} << 56;
   static constexpr std::uint64_t kGone = std::uint64_t{1} << 57;
   static constexpr std::uint64_t kDying = std::uint64_t{1} << 58;
-  static constexpr std::uint64_t kBuried = std::uint64_t{1} << 59;
+  static constexpr std::uint64_t kDeleted = std::uint64_t{1} << 59;
   static constexpr unsigned kInline = 2;
 
   bool isExternal() const noexcept { return (mState & kExternal) != 0; }

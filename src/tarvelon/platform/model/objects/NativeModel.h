@@ -93,10 +93,10 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
 
   /// Adds `paid` to the work that is saved up for the next audit of the whole model. Returns true when it
   /// covers the cost of that audit.
-  bool payForAudit(std::uint64_t paid) noexcept { return (mAuditPaid += paid) >= mAuditPrice; }
-  void setAuditPrice(std::uint64_t price) noexcept {
-    mAuditPaid = 0;
-    mAuditPrice = price;
+  bool addAuditWork(std::uint64_t paid) noexcept { return (mAuditWork += paid) >= mAuditCost; }
+  void setAuditCost(std::uint64_t price) noexcept {
+    mAuditWork = 0;
+    mAuditCost = price;
   }
 
   /// Records that the set of objects that `owner` contains has changed.
@@ -125,8 +125,8 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   std::unique_ptr<NameIndex> mNames;
   std::array<std::uint32_t, kStamps> mStamps{};
   std::u16string mUri;
-  std::uint64_t mAuditPaid = 0;
-  std::uint64_t mAuditPrice = 0;
+  std::uint64_t mAuditWork = 0;
+  std::uint64_t mAuditCost = 0;
   std::shared_ptr<const void> mReport;
 };
 

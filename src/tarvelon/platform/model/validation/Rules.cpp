@@ -126,7 +126,7 @@ constexpr Rule kRules[] = {
 
 std::span<const Rule> rules() { return kRules; }
 
-const Rule* firstThatRelies() noexcept {
+const Rule* firstRuleNeedingSoundness() noexcept {
   constexpr std::size_t kSoundness = 6;
   static_assert(std::string_view(kRules[kSoundness - 1].description.id) == "unknown-literal");
   return kRules + kSoundness;

@@ -13,7 +13,7 @@ std::span<const Rule> rules();
 
 /// The rules before this one find broken objects. If one of them reports an object, no other rule checks this
 /// object.
-const Rule* firstThatRelies() noexcept;
+const Rule* firstRuleNeedingSoundness() noexcept;
 const Rule& ruleOf(std::string_view id);
 
 using Check = void(const Instance&, Findings&);
@@ -22,7 +22,7 @@ using Check = void(const Instance&, Findings&);
 Check checkDangling, checkForeign, checkTypes, checkHeld, checkRepeated, checkRequiredReferences,
     checkRequiredTexts, checkIncomplete, checkLiterals, checkHolder;
 /// Whether an object has no owner although some property could contain it and it is not a package.
-bool isStray(const Instance& object, Findings& findings);
+bool hasNoOwner(const Instance& object, Findings& findings);
 
 // Names.cpp
 Check checkShortName, checkDuplicateNames, checkNamesByCase;

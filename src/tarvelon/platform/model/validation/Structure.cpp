@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <vector>
 
-#include "tarvelon/platform/model/metamodel/EnumerationType.h"
 #include "tarvelon/platform/model/api/Metamodel.h"
+#include "tarvelon/platform/model/metamodel/EnumerationType.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 #include "tarvelon/platform/model/values/Refusal.h"
 
@@ -22,7 +22,7 @@ std::string typeOf(const Property& property) { return std::string(property.type(
 bool isStrayFor(const Instance& object, const Instance& entry, Findings& findings) {
   if (!findings.hasStrays()) return false;
   const Instance& root = findings.rootOf(entry);
-  return &root != &findings.rootOf(object) && isStray(root, findings);
+  return &root != &findings.rootOf(object) && hasNoOwner(root, findings);
 }
 
 bool hasRepeated(std::vector<const Instance*> entries) {
@@ -32,7 +32,7 @@ bool hasRepeated(std::vector<const Instance*> entries) {
 
 }  // namespace
 
-bool isStray(const Instance& object, Findings& findings) {
+bool hasNoOwner(const Instance& object, Findings& findings) {
   return !object.owner() && !isA<foundation::Package>(object) && findings.planOf(object).isHoldable;
 }
 
@@ -148,7 +148,7 @@ void checkLiterals(const Instance& object, Findings& findings) {
 }
 
 void checkHolder(const Instance& object, Findings& findings) {
-  if (!isStray(object, findings)) return;
+  if (!hasNoOwner(object, findings)) return;
   findings.add(object, "nothing holds the " + std::string(object.cls().methods->className().shortName()) +
                            "; put it into a package or where it belongs, or destroy it");
 }

@@ -21,7 +21,7 @@ void visit(const Instance& object, Findings& findings) {
   const std::size_t before = findings.count();
   bool isSound = true;
   for (const Rule* rule : chosen) {
-    if (rule == firstThatRelies()) isSound = findings.count() == before;
+    if (rule == firstRuleNeedingSoundness()) isSound = findings.count() == before;
     if (!isSound) return;
     findings.begin(*rule);
     rule->check(object, findings);
@@ -44,7 +44,7 @@ std::vector<const Instance*> rootsOf(const NativeModel& model, Findings& finding
   model.forEachInstance([&](const Instance& object) {
     if (!object.owner()) roots.push_back(&object);
   });
-  if (std::ranges::any_of(roots, [&](const Instance* root) { return isStray(*root, findings); }))
+  if (std::ranges::any_of(roots, [&](const Instance* root) { return hasNoOwner(*root, findings); }))
     findings.noteStrays();
   return roots;
 }

@@ -25,7 +25,7 @@ std::string lossAmong(PyObject* self, Given arguments);
 /// Calls `body` and returns its result. A K7Q::Exception without details gets the note that `describe`
 /// returns.
 template <class Describe, class Body>
-auto noting(Describe describe, Body body) {
+auto withNote(Describe describe, Body body) {
   try {
     return body();
   } catch (const K7Q::Exception& error) {

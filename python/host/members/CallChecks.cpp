@@ -1,4 +1,4 @@
-#include "python/host/members/CheckedDoor.h"
+#include "python/host/members/CallChecks.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "python/host/objects/InHand.h"
+#include "python/host/objects/ErrorNotes.h"
 
 #include "python/host/objects/NativeViews.h"
 #include "python/host/objects/Values.h"
