@@ -53,8 +53,8 @@ struct RuleDescription {
 
 /// Returns all problems of a model. They are in the order of containment, beginning at each root; roots are
 /// in the order of model::objects(). Problems of one object are in the order of validationRules(). The same
-/// model always gives the same problems. Raises K7Q::Exception for a closed model. Cost: a few hundred
-/// nanoseconds for each object.
+/// model always gives the same problems. Raises K7Q::Exception for a closed model.
+/// Cost: A few hundred nanoseconds for each object.
 TARVELON_API std::vector<Problem> validate(const Model& model);
 /// Returns the problems of an object and of everything that it contains. Raises K7Q::Exception for an object
 /// that is not valid.

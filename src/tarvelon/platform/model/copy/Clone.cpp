@@ -177,8 +177,8 @@ void requireClosed(const Tree& tree) {
                         "; copy an object that holds both ends, or leave such references out");
 }
 
-/// The object behind a handle. Raises K7Q::WrongType if it is not an object of a model, and kNullReference
-/// for an empty handle and for a destroyed object.
+/// The object behind a handle. Raises K7Q::WrongType if it is not an object of a model. Raises K7Q::Exception
+/// with the text kNullReference for an empty handle and for a destroyed object.
 Instance& requireObject(const K7Q::ObjectHandle& handle) {
   if (handle.isNull()) raiseNullReference();
   Instance* object = asInstance(handle.getInterface());

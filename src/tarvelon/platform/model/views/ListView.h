@@ -61,7 +61,8 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
   /// other sequence has another kind of elements.
   bool specialized_assign(const SequenceIntf* other) final;
 
-  /// Differs from an earlier result if elements were inserted, removed or moved.
+  /// A counter of changes. It differs from an earlier result if elements were inserted, removed, moved or
+  /// replaced since.
   virtual std::uint32_t changes() const = 0;
   /// Raises if the iterator was invalidated by a change.
   void requireFresh(const ListIterator& iterator) const;
@@ -76,7 +77,8 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
  protected:
   ListView(Instance& object, const Property& property, bool immutable);
 
-  /// The object that has the list. Raises kNullReference if it is not valid any more.
+  /// The object that has the list. Raises K7Q::Exception with the text kNullReference if the object is no
+  /// longer valid.
   Instance& object() const;
   const Property& property() const noexcept { return *mProperty; }
 
