@@ -120,7 +120,7 @@ class TARVELON_API ReferenceCountingIntf : public Cleanup {
   virtual void release() const;
   /// The reference count, 0 for an object that does not count.
   virtual int numRef() const;
-  /// Always null here.
+  /// Returns null.
   virtual const void* getListOfReferences() const;
   /// The name of the visitor method for this kind of object.
   virtual const char* getVisitMethod() const;
@@ -133,7 +133,8 @@ class TARVELON_API ReferenceCountingIntf : public Cleanup {
 
  protected:
   /// Lets all threads use the object. REQUIRES: the object lives until the process ends, does not change any
-  /// more and does not count references. The same then holds for its host objects.
+  /// more and does not count references. All threads may then use its host objects too, which also live until
+  /// the process ends.
   constexpr void share() noexcept { mIsShared = true; }
 
  private:
