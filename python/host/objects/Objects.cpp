@@ -29,8 +29,9 @@ const void* nativeIdentity(const ruvo::RVOInterface* interface) noexcept {
 
 namespace {
 
-/// Changes the Python type of an object after the object system has narrowed the object's class. All types
-/// have the same memory layout, except sequences and iterators, and an object never becomes one of these.
+/// Changes the Python type of an object after the object system has narrowed the object's class. This works
+/// because both types have the same memory layout: only the types of sequences and iterators have another
+/// one. If the layouts differ, the function raises.
 void retype(PyObject* object, HostType* type) {
   PyTypeObject* before = Py_TYPE(object);
   if (asPyType(type)->tp_basicsize != before->tp_basicsize) {

@@ -34,8 +34,8 @@ struct Difference {
   /// "/Brakes.PackagedElement[3]".
   std::string place;
   std::string newPlace;
-  /// Only for Changed: the name of the property that the host shows, and its value before and after as JSON.
-  /// `null` means that there was no value.
+  /// Only for Changed: the property, under the name that the host shows, and its value before and after as
+  /// JSON. `null` means that there was no value.
   std::string_view property;
   std::string before;
   std::string after;

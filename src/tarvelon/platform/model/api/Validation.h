@@ -34,7 +34,7 @@ struct Problem {
   /// the object, with an index from 0 for many-valued ones. An object without a name and without a named
   /// owner is "(class)". A path of more than 1000 levels or 4096 bytes is shortened to its end, after "...".
   std::string path;
-  /// The name of the property that the host shows. Empty if the problem is about the whole object.
+  /// The name under which the host shows the property. Empty if the problem is about the whole object.
   std::string property;
   /// The id of the rule: "required-reference". A published id never changes.
   std::string rule;

@@ -126,7 +126,8 @@ bool isRow(const Step& step, const Step& next) noexcept {
   return step.hasAfter ? step.index < next.index : step.index > next.index;
 }
 
-/// A run of such steps, or any single step. The run is applied or undone.
+/// A run of such steps, or one step of any kind. apply() applies the run, or undoes it if `isTakenBack` is
+/// true. mDoCome says whether this inserts elements; otherwise it removes them.
 class Row {
  public:
   Row(std::span<const Step> steps, bool isTakenBack) noexcept
