@@ -4,7 +4,8 @@
 #include "tarvelon/boundary/k7q/Introspection.h"
 
 /// The native functions of the methods of K7Q.ClassObject, K7Q.FactoryObject and K7Q.Model. Each raises
-/// kNullReference for an empty or invalid handle, unless its comment says otherwise.
+/// K7Q::Exception with the text kNullReference for a null or invalid handle, unless its comment says
+/// otherwise.
 namespace K7Q::mi {
 
 /// False for a null handle. Never raises.

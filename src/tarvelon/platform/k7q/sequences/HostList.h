@@ -41,8 +41,9 @@ extern const ElementKind kAnyElements;
 /// Unique:   a unique list holds each element at most once, like the references of a property. Appending an
 ///           element that is in the list changes nothing. Inserting it at an index moves it before the
 ///           element at that index. Replacing another element with it swaps the two.
-/// Model:    a list created for a model accepts only valid objects of that model. It keeps the model alive,
-///           but when the model is closed, every operation of the list raises kNullReference.
+/// Model:    a list created for a model accepts only valid objects of that model, and keeps the model alive.
+///           After the model is closed, every operation of the list raises K7Q::Exception with the text
+///           kNullReference.
 /// Elements: destroying an object removes it from the list, as it removes it from the sequences of its model.
 /// Failure:  all checks come before the first change. A failed allocation leaves the list unchanged.
 /// Threads:  one at a time, together with the model.
@@ -83,8 +84,8 @@ class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf 
   bool isUnique() const noexcept override { return mIndex != nullptr; }
   void rewrite(const Deviant& aDeviant, std::span<const Generic::Ref> elements) override;
 
-  /// A counter that changes whenever elements are added, removed, moved or replaced. Raises kNullReference
-  /// like the other functions when the model is closed.
+  /// A counter that changes whenever elements are added, removed, moved or replaced. Raises K7Q::Exception
+  /// with the text kNullReference after the model is closed.
   std::uint64_t changes() const {
     elements();
     return mChanges;
@@ -102,7 +103,8 @@ class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf 
   using Elements = std::vector<Generic::Ref>;
   using Index = std::unordered_set<const void*, Hash, Same>;
 
-  /// Removes destroyed elements and returns the others. Raises kNullReference when the model is closed.
+  /// Removes destroyed elements and returns the others. Raises K7Q::Exception with the text kNullReference
+  /// after the model is closed.
   Elements& elements() const;
   /// The sequence as error texts name it.
   std::string shown() const;
