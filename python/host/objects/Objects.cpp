@@ -161,8 +161,9 @@ HostType* typeOf(PyObject* object) {
 
 namespace {
 
-/// A cast announces its result under a general class. This function announces it under its own class, so that
-/// Python sees the same class whatever call came first.
+/// If an object comes from a cast, its class is announced as K7Q.Object or K7Q.ImmutableObject. This function
+/// announces the object's own class. So the class that Python sees does not depend on the call that returned
+/// the object first.
 void narrow(ruvo::RVOInterface* interface) {
   static ruvo::Class* const general = &ruvo::Class::get(ruvo::InternedName("K7Q.ImmutableObject"));
   static ruvo::Class* const changeable = &ruvo::Class::get(ruvo::InternedName("K7Q.Object"));

@@ -52,7 +52,7 @@ class Reader final : public ParserHandler {
     ClassSchema* cls = nullptr;
     const Feature* feature = nullptr;
   };
-  /// The attributes that do not belong to a property: XMI, XSI and our own.
+  /// The attributes that do not belong to a property: those of XMI, of XSI and of this file format.
   struct Marks {
     const char* id = nullptr;
     const char* type = nullptr;

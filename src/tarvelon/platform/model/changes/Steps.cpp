@@ -71,7 +71,7 @@ void applyValue(const Step& step, StepRoom room) noexcept {
 void applyLife(const Step& step) noexcept {
   if (step.hasAfter) {
     step.object->revive();
-    // An index of names that was built meanwhile has no entry for the object.
+    // If an index of names was built while the object did not exist, it has no entry for the object.
     step.object->model().noteNameOf(*step.object, true);
   } else {
     step.object->bury();

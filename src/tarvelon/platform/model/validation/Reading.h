@@ -58,7 +58,7 @@ const Instance* getOf(const Instance* object) {
   return isA<X>(object) ? get<X, Name>(*object) : nullptr;
 }
 
-/// The number of an enumeration value, or an integer. 0 if it was never set, as when reading it.
+/// The number of an enumeration value, or an integer. 0 if it was never set: a handle reads the same value.
 template <class X, FixedString Name>
 std::int32_t number(const Instance& object) {
   const Word* word = wordOf<X, Name>(object);

@@ -20,9 +20,9 @@ class ListIterator;
 ///            an object at most once: appending an object that is present changes nothing, inserting it at an
 ///            index moves it directly before the element at this index, and replacing another element with it
 ///            swaps the two. A list of texts or enumeration values may contain duplicates.
-/// Iterators: An iterator is an index. Inserting, removing or moving elements invalidates it, and using it
-///            raises; the iterator that such a function returns is valid. An iterator past the end raises
-///            "sequence index out of bounds".
+/// Iterators: An iterator is an index. Inserting, removing, moving or replacing elements invalidates it, and
+///            using it raises; the iterator that such a function returns is valid. An iterator past the end
+///            raises "sequence index out of bounds".
 /// Errors:    Checked in this order: an immutable view, a handle that may not be written, the position, the
 ///            element. If a function raises, nothing has changed.
 /// REQUIRES:  A Ref argument carries what the sequence holds: an object, a text or an enumeration value.
