@@ -49,7 +49,8 @@ class SequenceIntf;
 class IteratorIntf;
 }  // namespace Generic
 
-/// The domain of all visitor tags. Libraries use this type under both names.
+/// The domain to which all visitor tags belong. The type has two names, because some libraries use the second
+/// one.
 struct TARVELON_API VisitationDomain {};
 using RootVisitationDomain = VisitationDomain;
 
@@ -84,8 +85,8 @@ struct FixedTags {
   }
 };
 
-/// The domain and the kernel's interfaces. Their tags are needed where no allocation may fail, and are
-/// therefore constants.
+/// The types whose tags are constants: the domain and the kernel's interfaces. These tags are needed in
+/// places where an allocation must not fail.
 using KernelTags = FixedTags<VisitationDomain, ReferenceCountingIntf, NSInterface::ObjectIntf,
                              NSInterface::ClassObjectIntf, NSInterface::FactoryObjectIntf,
                              NSInterface::FactoryIntf, NSInterface::ModelIntf, NSInterface::TypeIntf,
