@@ -68,7 +68,7 @@ class Subscription:
 
     def __init__(self, model: Model, of: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
         self._model = model
-        self._id = 0  # first, since it may fail: after listen() nobody could end the listener
+        self._id = 0  # makes room for the member: storing the id after listen() must not fail
         self._id = _host.listen(model, of, listener, K7Q.Change)
 
     def close(self) -> None:

@@ -111,8 +111,8 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
   bool mIsImmutable;
 };
 
-/// Creates the view of a property. The view of a read-only property is always immutable. The caller gets no
-/// reference to it.
+/// Creates the view of a property. The view of a read-only property is always immutable. Its reference count
+/// is 0: the first handle on it takes it over.
 K7Q::Generic::SequenceIntf* makeView(Instance& object, const Property& property, unsigned slot,
                                      bool immutable);
 
