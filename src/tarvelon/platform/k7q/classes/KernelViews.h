@@ -8,7 +8,7 @@
 /// otherwise.
 namespace K7Q::mi {
 
-/// False for a null handle. Never raises.
+/// False for a null handle. Never raises an exception.
 bool isValid(const ImmutableObject& self);
 void destroy(const ClassObject& self);
 /// The same object under the deviant of the given model; deviant 0 if no model is given.
@@ -18,7 +18,7 @@ ImmutableObject asImmutable(const ImmutableObject& self);
 Object asMutable(const ImmutableObject& self);
 ImmutableModel getImmutableModel(const ImmutableClassObject& self);
 Model getModel(const ClassObject& self);
-/// The container of the object; empty if the object has none.
+/// The owner of the object; a null handle if the object has none.
 ImmutableClassObject getImmutableContainer(const ImmutableClassObject& self);
 ClassObject getContainer(const ClassObject& self);
 
@@ -26,7 +26,7 @@ ClassObject getContainer(const ClassObject& self);
 Model getFactoryModel(const FactoryObject& self);
 
 Model createModel();
-/// The open model bound to the URI, empty if there is none.
+/// The open model that is bound to the URI; a null handle if there is none.
 Model findModel(const String& uri);
 /// The URIs of the open bound models, in the order of binding.
 ImmutableSequence<String> boundUris();

@@ -19,7 +19,8 @@ class HostListIterator;
 /// The operations on the elements of a list: check, hash, compare.
 struct ElementKind {
   /// Raises K7Q::WrongType if the value is not an instance of the element class. Raises K7Q::WrongValue if
-  /// the value is empty, no longer valid, or belongs to another model than `model` (unless `model` is empty).
+  /// the value is null, is no longer valid, or belongs to another model than `model`. A null `model` allows
+  /// objects of any model.
   void (*require)(const Generic::Ref& ref, const ruvo::InternedName& elementClass,
                   const ImmutableModel& model);
   std::size_t (*hash)(const void* value) noexcept;
@@ -49,7 +50,7 @@ extern const ElementKind kAnyElements;
 /// Threads:  one at a time, together with the model.
 class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf {
  public:
-  /// If the model is empty, the list accepts objects of any model.
+  /// If `model` is a null handle, the list accepts objects of any model.
   HostList(const ElementKind& kind, const ruvo::InternedName& elementClass, bool isUnique,
            const ImmutableModel& model = {});
   ~HostList() override;
