@@ -20,7 +20,7 @@
 ///          findClass() may be called on any thread.
 namespace Tarvelon::model {
 
-/// Returns the first object with that qualified name, in the order of containment, or an empty handle. The
+/// Returns the first object with that qualified name, in the order of containment, or a null handle. The
 /// leading slash may be left out.
 /// Cost: Constant time for each segment of the name. The first search in a model builds an index; later
 /// changes keep the index up to date.

@@ -180,7 +180,7 @@ void requireClosed(const Tree& tree) {
 }
 
 /// The object behind a handle. Raises K7Q::WrongType if it is not an object of a model. Raises K7Q::Exception
-/// with the text kNullReference for an empty handle and for a destroyed object.
+/// with the text kNullReference for a null handle and for a destroyed object.
 Instance& requireObject(const K7Q::ObjectHandle& handle) {
   if (handle.isNull()) raiseNullReference();
   Instance* object = asInstance(handle.getInterface());

@@ -15,7 +15,7 @@ class ListIterator;
 /// A live view of a many-valued property: it always shows the current elements.
 ///
 /// Lifetime:  A view keeps the model of its object alive. If the object was destroyed or the model closed,
-///            every function raises the assertion for an empty handle.
+///            every function raises K7Q::Exception with the text kNullReference.
 /// Adding:    An element is checked like the value of a single-valued property. A list of references contains
 ///            an object at most once: appending an object that is present changes nothing, inserting it at an
 ///            index moves it directly before the element at this index, and replacing another element with it
