@@ -46,8 +46,8 @@ enum class Outside : std::uint8_t {
 /// - an object of the same or of another model. It contains the copy: in the property in which the original
 ///   is contained, if the owner has that property and the property can take one more object; otherwise in the
 ///   only property of the owner that can take it.
-/// - a model. The copy goes into that model and has no owner. - a null handle. The copy goes into the
-/// object's own model and has no owner.
+/// - a model. The copy goes into that model and has no owner.
+/// - a null handle. The copy goes into the object's own model and has no owner.
 ///
 /// Raises K7Q::WrongType if `object` is not an object of a model, and K7Q::WrongValue if no property of the
 /// owner can take the copy or several can; the text lists them.
