@@ -72,8 +72,8 @@ const std::vector<Ref>& refs() {
   return all;
 }
 
-/// The bare container and our sequence. They are filled alternately, so that both have the same memory
-/// layout, which affects the time of a search.
+/// The bare container and the sequence that contains one. They are filled alternately, so that both have the
+/// same memory layout, which affects the time of a search.
 struct Pair {
   Pair() {
     for (std::size_t i = 0; i < kMultiIndexSize; ++i) {

@@ -1,12 +1,14 @@
-"""Holds what is built against what a release promised.
+"""Compares the built interfaces with those of earlier releases.
 
-usage: compatibility.py check BUILD    say what is gone or changed since the kept releases of this series
-       compatibility.py record BUILD   keep what BUILD has as the promise of its version
+usage: compatibility.py check BUILD    print what was removed or changed since the kept releases of this series
+       compatibility.py record BUILD   store the interfaces of BUILD as the promise of its version
 
-BUILD is a folder such as build/release. tests/compatibility/VERSION/ holds a text for each package of the host
-(its classes with their records), for each library (the names it exports), and python.txt for what Python adds.
-A line is a fact: what it speaks of, and behind " : " what is said of it. New lines break no program; one that
-is gone, or says something else, does. docs/compatibility.md tells what is promised for how long.
+BUILD is a folder such as build/release. tests/compatibility/VERSION/ contains the interfaces of a release as texts:
+one for each package of the host (its classes with their records), one for each library (the names that it exports),
+and python.txt for the members that Python code adds.
+
+A line of a text is a fact: its subject, then " : ", then the statement about the subject. A new fact breaks no
+program. A removed or changed fact may break a program. docs/compatibility.md explains what is promised for how long.
 """
 
 import re

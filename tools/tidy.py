@@ -1,10 +1,10 @@
-"""Runs clang-tidy over what has changed, on the compile commands of build/clang.
+"""Runs clang-tidy over the changed sources, with the compile commands of build/clang.
 
 usage: tools/tidy.py [FILE...]
 
-Without files: the sources that differ from the branch this one leaves (origin/main) or from ten commits ago;
-for a changed header one source that includes it; one source of each folder when nothing differs. At most N of
-them (default 60), since one takes seconds; how many there were is said.
+Without files, it checks the sources that differ from origin/main or from the commit ten commits ago. A changed header
+is checked through one source that includes it. If nothing differs, it checks one source of each folder. It checks at
+most N sources (default 60), because each takes seconds, and prints how many there were.
 """
 
 import argparse

@@ -27,7 +27,7 @@ from _tarvelon_host import (
 from _tarvelon_host import extend as _extend
 from K7Q._methods import function as _function
 
-TYPE_CHECKING = False  # an import of typing would take longer than all of this
+TYPE_CHECKING = False  # importing typing takes longer than importing this whole package
 if TYPE_CHECKING:
     from K7Q import Model
 del TYPE_CHECKING

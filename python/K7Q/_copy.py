@@ -5,7 +5,7 @@ from __future__ import annotations
 import _tarvelon_host as _host
 from K7Q._methods import method as _method
 
-TYPE_CHECKING = False  # an import of typing would take longer than all of this
+TYPE_CHECKING = False  # importing typing takes longer than importing this whole package
 if TYPE_CHECKING:
     from typing import Any
 

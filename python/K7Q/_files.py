@@ -10,7 +10,7 @@ import K7Q
 import _tarvelon_host as _host
 from K7Q._methods import method as _method
 
-TYPE_CHECKING = False  # an import of typing would take longer than all of this
+TYPE_CHECKING = False  # importing typing takes longer than importing this whole package
 if TYPE_CHECKING:
     from K7Q import FileProblem, ImmutableClassObject, ImmutableModel, Model, _Path, _Progress
 del TYPE_CHECKING
@@ -99,7 +99,7 @@ def _watched(progress: _Progress | None, verb: str, path: str | bytes) -> _Bar |
     return _Bar(f"{verb} {name if len(name) <= _LONGEST else name[:_LONGEST - 3] + '...'}")
 
 
-_LONGEST = 30  # the longest name in a bar, so that a bar fits into a line of 80 columns
+_LONGEST = 30  # characters of a file name in a progress bar; then the bar fits into 80 columns
 
 
 def _is_terminal(stream: object) -> bool:

@@ -6,7 +6,7 @@ import K7Q
 import _tarvelon_host as _host
 from K7Q._methods import method as _method
 
-TYPE_CHECKING = False  # an import of typing would take longer than all of this
+TYPE_CHECKING = False  # importing typing takes longer than importing this whole package
 if TYPE_CHECKING:
     from collections.abc import Callable
 
@@ -68,7 +68,7 @@ class Subscription:
 
     def __init__(self, model: Model, of: ClassObject | None, listener: Callable[[list[Change]], object]) -> None:
         self._model = model
-        self._id = 0  # first, since it may fail: after listen() nobody could end the listener
+        self._id = 0  # makes room for the member: storing the id after listen() must not fail
         self._id = _host.listen(model, of, listener, K7Q.Change)
 
     def close(self) -> None:

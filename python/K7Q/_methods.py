@@ -4,7 +4,7 @@ from __future__ import annotations
 
 import _tarvelon_host as _host
 
-TYPE_CHECKING = False  # an import of typing would take longer than all of this
+TYPE_CHECKING = False  # importing typing takes longer than importing this whole package
 if TYPE_CHECKING:
     from collections.abc import Callable as _Callable
     from typing import TypeVar as _TypeVar

@@ -9,7 +9,7 @@ import _tarvelon_host as _host
 from K7Q._methods import function as _function
 from K7Q._methods import method as _method
 
-TYPE_CHECKING = False  # an import of typing would take longer than all of this
+TYPE_CHECKING = False  # importing typing takes longer than importing this whole package
 if TYPE_CHECKING:
     from collections.abc import Callable, Iterator
 

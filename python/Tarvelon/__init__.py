@@ -28,7 +28,7 @@ except ModuleNotFoundError as missing:
 
 __version__ = _host.version
 
-TYPE_CHECKING = False  # an import of typing would take longer than all of this
+TYPE_CHECKING = False  # importing typing takes longer than importing this whole package
 if TYPE_CHECKING:
     from collections.abc import Iterable, Mapping
     from importlib.machinery import ModuleSpec

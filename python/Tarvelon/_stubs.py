@@ -2,8 +2,8 @@
 
     python3 -m Tarvelon._stubs FOLDER        # makes FOLDER/K7Q-stubs and FOLDER/Tarvelon-stubs
 
-They say of a class what it is in Python: its bases in their order, its constructors and methods, and its
-properties as an object of the class reads and takes them. What a base says already is not said again.
+The stub of a class declares its bases in their order, its constructors and methods, and its properties with the
+types that they return and accept. A member is left out if the stub of a base declares it in the same way.
 """
 
 from __future__ import annotations

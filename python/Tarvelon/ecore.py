@@ -1,4 +1,4 @@
-"""Writes the metamodel as an Ecore file, with which EMF and other programs open our models."""
+"""Writes the metamodel as an Ecore file. EMF and other programs need this file to open saved models."""
 
 from __future__ import annotations
 

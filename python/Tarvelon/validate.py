@@ -1,6 +1,6 @@
-"""Says what is wrong with a model in a file: what does not fit in the file, and what AUTOSAR would not take.
+"""Validates a model in a file: prints the problems of the file and the rules of AUTOSAR that the model breaks.
 
-Exits with 1 if there is an error, with 0 if there are warnings or nothing.
+The exit status is 1 if there is an error, and 0 if there are only warnings or no problems.
 """
 
 from __future__ import annotations

@@ -1,9 +1,9 @@
-"""Compares what a shared library exports with a kept list.
+"""Compares the names that a shared library exports with a stored list.
 
 usage: check_exports.py NM LIBRARY LIST
 
-LIST holds the demangled names, sorted, one a line. A name that is missing breaks a host that looks it up; one
-too many is a promise that nobody meant to give.
+LIST contains the demangled names, sorted, one on each line. If the library does not export a name of the list, a host
+that looks up this name fails. If it exports another name, programs may begin to depend on that name.
 """
 
 import subprocess

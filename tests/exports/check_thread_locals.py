@@ -1,9 +1,10 @@
-"""Looks at what shared libraries keep for each thread.
+"""Checks the thread-local variables of shared libraries.
 
 usage: check_thread_locals.py READELF LIBRARY...
 
-A thread_local of the usual kind is found through a function that may allocate at a thread's first use, and ends the
-process where it cannot. Ours stand at a fixed place instead, in room that all libraries of a process share.
+By default, a function finds a thread_local variable at run time. At a thread's first use of the variable, this function
+may allocate memory, and it ends the process if there is none. The variables of these libraries have a fixed place
+instead (TARVELON_THREAD_LOCAL). The space for such variables is small, and all libraries of a process share it.
 """
 
 import subprocess

@@ -336,7 +336,7 @@ TEST(BrokenFiles, OfAnotherFormatOfOursAreCalledByIt) {
   EXPECT_EQ(refusalOfText(text), refusal);
   EXPECT_EQ(refusalOfText(text, true), refusal);
   EXPECT_EQ(refusalOfText("<?xml version=\"1.0\"?>\n<AUTOSAR/>"), refusal);
-  // A file of ours may have an object of the class AUTOSAR as its root element.
+  // A file that save() writes may have an object of the class AUTOSAR as its root element.
   const auto model = K7Q::Model::create();
   common::AUTOSAR::create(model);
   std::string alone = objectsOf(files::saveText(model));

@@ -54,7 +54,7 @@ TEST(HugeFiles, OfOneListWithTheSameIdsTakeMemoryAsTheirText) {
   ASSERT_FALSE(problems.kept.empty());
   EXPECT_EQ(problems.kept.front().text,
             "Package.ClientDependency: an object stands once in it, and twice there is the id 'a'");
-  // Most of the memory is the parser's copy; an id needs less memory than a number in its place would.
+  // Most of the memory is the parser's copy of the text. The loader stores almost nothing for a repeated id.
   EXPECT_LT(bytes, 6 * text.size());
 }
 

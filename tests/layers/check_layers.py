@@ -1,18 +1,18 @@
-"""Reads every #include of the project and fails when a layer looks up.
+"""Reads every #include of the project and fails if a layer includes a header of a higher layer.
 
 usage: check_layers.py ROOT
 
-Layers look down only. What a file may include follows from the folder it lies in; the rules stand in RULES,
-the first that fits a file decides. The folders of the rules lie in src/tarvelon; names are written from src, in
-quotes: "tarvelon/boundary/hx/Array.h".
+A layer may only include headers of its own and of lower layers. The folder of a file decides what the file may include:
+RULES contains the rules, and the first rule that fits a file applies. The folders of the rules are relative to
+src/tarvelon. An include names a header relative to src, in quotes: "tarvelon/boundary/hx/Array.h".
 
-Three things are used from both sides, by the module and by the platform's libraries:
+Both the module and the platform's libraries use
 
-  rows      the headers of arplatform/<package>/: the metamodel, written once, projected by both
+  rows      the headers of arplatform/<package>/, which contain the metamodel as tables
   binding/  linked into the module and into the libraries that publish their own packages in the same way
-  handles   the sequence and iterator handles and proxies; they lie in boundary/, which both sides see anyway
+  handles   the sequence and iterator handles and proxies in boundary/
 
-Beyond these the module knows nothing of platform/, and platform/ nothing of the module.
+Apart from these, the module includes nothing of platform/, and platform/ includes nothing of the module.
 """
 
 import re
@@ -26,11 +26,11 @@ HEADERS = SUFFIXES - {".cpp", ".cc", ".cxx", ".c"}
 # Folders whose files may include anything of the layers: no layer includes them.
 FREE = {"python", "examples", "bench", "tests"}
 
-# The rooms of the Python host from the bottom up. Module.cpp, beside them, sees all.
+# The rooms of the Python host from the bottom up: its folders, each of which is a layer. Module.cpp is above all rooms.
 HOST = "python/host/"
 HOST_ROOMS = ("interpreter", "objects", "members", "sequences", "types", "engine")
 
-# Where the layers lie, and how their files are included.
+# The folder of all layers, and the beginning of each include of their files.
 SOURCES = "src/"
 PRODUCT = "tarvelon/"
 
@@ -43,8 +43,8 @@ MODULE = ("boundary/", "binding/", "module/", "collections/", "factory/", "arpla
 FILES_NEEDS = frozenset({"dirent.h", "expat.h", "fcntl.h", "sys/file.h", "sys/random.h", "sys/stat.h", "sys/xattr.h"})
 # The system header for functions that run at a thread's end.
 HX_NEEDS = frozenset({"pthread.h"})
-# The libraries of the platform from the bottom up, each with its rooms from the bottom up. Rooms in one tuple stand side
-# by side and do not see each other. A library without rooms is one room.
+# The libraries of the platform from the bottom up, each with its rooms (folders) from the bottom up. Rooms in one tuple
+# are on the same level and do not include each other. A library without rooms is one room.
 PLATFORM = {
     "hx": (),
     "ruvo": (),

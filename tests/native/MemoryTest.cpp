@@ -84,7 +84,6 @@ class Tangle {
 
 /// Makes the first, then the second, ... allocation of a change fail, until it succeeds. After each failure
 /// the model must be unchanged.
-/// as before.
 void failAtEveryAllocation(const std::function<void(Tangle&)>& change) {
   for (unsigned long allocation = 1; allocation < 100; ++allocation) {
     Tangle tangle;

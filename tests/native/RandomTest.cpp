@@ -16,9 +16,9 @@ struct Expected {
   bool isPackage = false;
   bool isAlive = true;
   int owner = -1;
-  std::vector<int> elements;  ///< held, of a package
-  std::vector<int> included;  ///< referred to, of a variant
-  int target = -1;            ///< referred to by the special data that goes with each object
+  std::vector<int> elements;  ///< the objects that a package contains
+  std::vector<int> included;  ///< the objects that a variant refers to
+  int target = -1;            ///< the object that `data` refers to
   common::Sdx data;
 };
 

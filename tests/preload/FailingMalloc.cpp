@@ -1,5 +1,6 @@
-// A malloc() that can be made to fail, for programs that are not ours. The interpreter is started with this
-// library in LD_PRELOAD, so that it replaces the C library's malloc(), which it calls.
+// A malloc() that can be made to fail, for programs that this project does not build, such as the Python
+// interpreter. The interpreter is started with this library in LD_PRELOAD, so that it replaces the C
+// library's malloc(), which it calls.
 
 #include <cerrno>
 #include <cstddef>

@@ -1,9 +1,9 @@
-"""Lets each allocation of an action fail in turn, in a process of its own: run by test_memory.py.
+"""Makes each allocation of an action fail in turn. test_memory.py runs this program in processes of their own.
 
     python failing_memory.py SCENARIO STRIDE
 
-prints a line for each kind of outcome that may not be, and how many points there were. The library of
-tests/preload stands in LD_PRELOAD.
+prints a line for each kind of wrong outcome, and the number of allocations that were made to fail. LD_PRELOAD
+must name the library of tests/preload.
 """
 
 import ast
@@ -15,7 +15,7 @@ import signal
 import sys
 import tempfile
 
-_failing = ctypes.CDLL(None)  # what stands in LD_PRELOAD
+_failing = ctypes.CDLL(None)  # finds the functions of the library in LD_PRELOAD
 
 LONG = "a text that is too long for the place in which short ones stand"
 
@@ -25,7 +25,7 @@ class World:
 
     def __init__(self, history=0):
         import K7Q
-        import K7Q._records  # what is imported later: an interpreter without memory takes a file for another one
+        import K7Q._records  # imported now: an import that runs out of memory may load a wrong file
         import K7Q._tuples
         import Tarvelon._diff
         from Tarvelon.metamodel.arplatform import Factory, common, variant
@@ -271,7 +271,7 @@ def _failure_of(act, n, expected):
     while True:
         try:
             return failure, not _failing.failingDisarm()
-        except MemoryError:  # it was the call's own
+        except MemoryError:  # failingDisarm() has made the failing allocation
             pass
 
 
@@ -282,7 +282,7 @@ def _watch(before, after, world, act, n):
     error, was_reached = _failure_of(lambda: act(world), n, MemoryError)
     faults = []
     if error is not None:
-        error = None  # its traceback holds what was made
+        error = None  # its traceback keeps the created objects alive
         if world.shown() != before:
             faults.append(f"half changed: {world.shown()} instead of {before}")
         now = _statistics()

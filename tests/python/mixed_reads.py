@@ -129,7 +129,7 @@ class Reads:
     def require_refused(action):
         try:
             action()
-        except (K7Q.Exception, IndexError):  # IndexError: there is nothing to write to
+        except (K7Q.Exception, IndexError):  # IndexError: the list is empty
             return
         raise AssertionError("a write through a view was not refused")
 
@@ -150,7 +150,7 @@ class Reads:
             elements = pair.plain.objects.get(key, {}).get(name)
             try:
                 item = place.item()
-            except K7Q.Exception:  # a list that came to what it was has changed all the same
+            except K7Q.Exception:  # also if the list has its old contents again
                 continue
             assert elements is not None and index < len(elements), f"a gone place gave {item!r}"
             expected = pair.handles[elements[index]] if name in REFERENCES else elements[index]

@@ -31,7 +31,7 @@ class Pair:
 
     def __init__(self, model, plain=None):
         self.model, self.plain = model, plain or PlainModel()
-        self.handles = {}  #: by key, of objects that are gone as well
+        self.handles = {}  #: by key, also those of destroyed objects
         self.transactions = []
         self.listeners = []
         self.iterators = []
@@ -245,7 +245,7 @@ class World(Reads):
             ended[0].rollback()
         elif way % 3 == 1:
             ended[0].__exit__(ValueError, ValueError(), None)
-        ended.clear()  # a transaction that nobody holds is taken back
+        ended.clear()  # a transaction without references is rolled back
         self.require_told(listeners, False)
 
     def do_history(self, pair, limit):
@@ -287,7 +287,7 @@ class World(Reads):
             listener.mode = "gone"
 
 
-OPERATIONS = {  # with how many numbers besides the model's, and how often
+OPERATIONS = {  # the numbers that each takes besides that of the model, and its frequency
     "make": (3, 14), "set": (3, 10), "list": (5, 16), "destroy": (1, 5), "begin": (0, 4), "commit": (0, 3),
     "roll_back": (2, 2), "history": (1, 2), "undo": (0, 8), "redo": (0, 5), "listen": (2, 2), "unlisten": (1, 1),
     "save": (1, 2), "failing_save": (1, 1), "load": (1, 1), "clone_model": (0, 1), "clone": (2, 1), "view": (2, 2),

@@ -25,7 +25,7 @@ class PlainModel:
     def __init__(self):
         self.objects = {}
         self.limit, self.undoable, self.redoable = 0, [], []
-        self.open = []  # of each open transaction the state before it and whether steps were made before
+        self.open = []  # for each open transaction: the state before it, and has_steps before it
         self.has_steps = False
 
     # Batches
@@ -197,7 +197,7 @@ class PlainModel:
     @staticmethod
     def move(elements, value, index):
         at = elements.index(value)
-        to = index - 1 if at < index else index  # taking it out lets what stands behind it move up
+        to = index - 1 if at < index else index  # its removal moves the later elements forward
         elements.insert(to, elements.pop(at))
         return at != to
 

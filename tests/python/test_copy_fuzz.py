@@ -132,7 +132,7 @@ def edit(built, data):
     if what == "drop":
         same = lambda each: (each.Value, each.SysConst) == (target.Value, target.SysConst)  # noqa: E731
         alike = [index for index, each in enumerate(owner.SysConstValue) if same(each)]
-        target.destroy()  # of equal ones, any may be the one that went
+        target.destroy()  # if there are equal objects, diff may report any of them as removed
         return [Removed(f"{path(owner)}.SysConstValue[{index}]", "variant.SystemConstValue", 1)
                 for index in alike]
     if not built.constants:
@@ -168,7 +168,7 @@ def test_the_difference_of_one_edit_is_that_edit(built, data):
             assert difference == []
             return
         lost = [each for each in difference if type(each) is Changed and each.new is None
-                and each.property == "SysConst"]  # references to what was removed
+                and each.property == "SysConst"]  # references to the removed object
         if type(expected) is Removed:
             difference = [each for each in difference if each not in lost]
         if isinstance(expected, list):

@@ -294,7 +294,7 @@ class Explorer:
                 lambda: target.__iadd__([other]), lambda: str(target), lambda: dir(target),
                 lambda: bool(target),
             ])()
-        except (TypeError, AttributeError):  # the interpreter's own, for what has no such operator
+        except (TypeError, AttributeError):  # the interpreter raises these for an object without the operator
             return None
 
     def end(self):

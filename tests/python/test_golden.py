@@ -1,9 +1,9 @@
-"""What `describe --json` prints, against files that were entered without looking at the rows.
+"""Compares the output of `describe --json` with files that were written independently of the rows.
 
-The files in tests/golden/ hold one package each, in the form of describe itself; the root's file names its
-child packages instead of holding them. A difference means that a row or a pattern of the binding has changed:
-the failing test names the class, the first differing paths and both values. A file follows only a change that
-is wanted, and never by copying what describe prints.
+Each file in tests/golden/ describes one package in the format of describe. The file of the root package names its
+child packages and does not contain them. A difference means that a row or a pattern of the binding has changed. The
+failing test names the class, the first differing paths and both values. Edit a file only for an intended change, and
+do not copy the output of describe into it.
 """
 
 import functools
@@ -16,7 +16,7 @@ import pytest
 
 GOLDEN = Path(__file__).resolve().parents[1] / "golden"
 ROOT = "Tarvelon.metamodel.arplatform"
-SHOWN = 12  # differences that one failure prints; the rest is counted
+SHOWN = 12  # a failure prints at most this number of differences, and counts the others
 
 # Counted by hand: eleven host classes for each class, five for each enumeration.
 HOST_CLASSES = {
@@ -38,7 +38,7 @@ CLASSES = [(package, expected) for package, tree in EXPECTED.items() for expecte
 
 @functools.lru_cache(maxsize=None)
 def run_describe(*names):
-    # A failed run is remembered like any other: hundreds of tests would repeat it otherwise.
+    # The result of a failed run is cached too; otherwise hundreds of tests would repeat the run.
     command = [sys.executable, "-P", "-m", "Tarvelon.describe", "--json", *names]
     return subprocess.run(command, capture_output=True, text=True, encoding="utf-8", timeout=300)
 

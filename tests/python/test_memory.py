@@ -27,8 +27,8 @@ def run(scenario, stride, **environment):
     """The wrong outcomes, and the number of points."""
     if os.environ.get("TARVELON_EVERY_ALLOCATION"):
         stride = 1
-    # Every module comes from bytecode: then the number of allocations of an import is always the same, and none of them is
-    # one of the interpreter's compiler, which does not survive each.
+    # Every module is loaded from bytecode. Then an import always makes the same number of allocations, and the
+    # interpreter's compiler does not run: some failed allocations crash it.
     with tempfile.TemporaryDirectory() as bytecode:
         command = [sys.executable, "-X", f"pycache_prefix={bytecode}"]
         subprocess.run([*command, "-c", f"import sys; sys.path.insert(0, {str(Path(__file__).parent)!r}); {EVERYTHING}"], check=True)

@@ -43,8 +43,8 @@ class Plain:
         self.kind = kind
         self.name = name
         self.owner = None
-        self.elements = []  # held by a package
-        self.refers = []  # of a formula, or the events of a runnable
+        self.elements = []  # of a package: the objects that it contains
+        self.refers = []  # of a formula: its references; of a runnable: its events
         self.starts = None  # of an event: the runnable
 
 
@@ -113,7 +113,7 @@ class Editing(RuleBasedStateMachine):
         self.handles = {}
         self.past = []
         self.future = []
-        self.open = []  # transactions, with what was before each
+        self.open = []  # the open transactions, each with the state before it
         self.batches = 0
         self.told = 0
         self.model.listen(self.note)

@@ -105,16 +105,16 @@ def test_a_slice_of_texts_is_assigned_as_in_a_list(of_kind, name, part, given):
 
 
 @pytest.mark.parametrize("part, given, expected", [
-    (slice(1, 3), "x", "axde"),  # what stood there has left
+    (slice(1, 3), "x", "axde"),  # the elements of the slice were removed
     (slice(1, 3), "cb", "acbde"),
-    (slice(1, 3), "e", "aed"),  # what stood elsewhere has moved there
+    (slice(1, 3), "e", "aed"),  # an element from outside the slice moves into it
     (slice(3, 5), "ax", "bcax"),
     (slice(0, 0), "e", "eabcd"),
     (slice(5, 5), "ab", "cdeab"),
-    (slice(1, 2), "xaxa", "xacde"),  # given twice, there once
+    (slice(1, 2), "xaxa", "xacde"),  # an element that is given twice occurs once
     (slice(None), "edcba", "edcba"),
     (slice(None), "", ""),
-    (slice(None, None, 2), "ecx", "ebcdx"),  # each place in turn, as by s[i] = x
+    (slice(None, None, 2), "ecx", "ebcdx"),  # one index after another, like s[i] = x
     (slice(None, None, -1), "abcde", "edcba"),
     (slice(0, 3, 2), "db", "dcbae"),
 ])

@@ -173,7 +173,7 @@ def test_a_generator_may_be_left_in_a_transaction(model, package):
 
     generator = edit()
     next(generator)
-    other = model.transaction()  # begun in the one of the generator
+    other = model.transaction()  # begun inside the generator's transaction
     package.Name = "z"
     del generator
     gc.collect()

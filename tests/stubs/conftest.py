@@ -11,7 +11,7 @@ import pytest
 import K7Q
 
 ROOT = Path(__file__).resolve().parents[2]
-BUILT = Path(K7Q.__file__).parents[1]  # beside the link, not where it leads to
+BUILT = Path(K7Q.__file__).parents[1]  # K7Q may be a link; the stubs are in the link's folder
 PROGRAMS = ROOT / "tests" / "stubs" / "programs"
 EXAMPLES = sorted((ROOT / "examples").glob("*.py"))
 HAND_WRITTEN = sorted(each for name in ("K7Q", "Tarvelon") for each in (ROOT / "python" / name).glob("*.py"))

@@ -30,7 +30,7 @@ KNOWN = (
     r"\.None is not present in stub$",
     r"\.HostObject\.__(deep)?copy__ is not present in stub$",
     r"^K7Q\.Model\.find variable differs from runtime type def ",
-    r"^K7Q\._tuples\.NamedTuple\.",  # what mypy takes for typing's own
+    r"^K7Q\._tuples\.NamedTuple\.",  # mypy treats it as typing.NamedTuple
 )
 
 

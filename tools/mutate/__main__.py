@@ -1,15 +1,16 @@
-"""Plants faults in the code, one at a time, and says which of them no test sees.
+"""Plants faults in the code, one at a time, and prints the faults that no test detects.
 
 usage: tools/mutate [--count N] [--seed N] [--base REV | --all] [--host] [--keep FILE] [FILE...]
 
-Without files: faults in the lines below src/tarvelon that differ from origin/main or from ten commits ago; with
---all, or when no line differs, in all lines. Works in a copy of the tree (build/mutate): nothing of this checkout is
-touched. First every test runs once without a fault, and gcov says which lines it reaches. Then each fault is built
-into its one file, and the tests that reach its line are run, quick ones first, until one fails.
+Without files, it chooses faults in the lines below src/tarvelon that differ from origin/main or from the commit ten
+commits ago. With --all, or if no line differs, it chooses faults in all lines. It works in a copy of the tree
+(build/mutate) and changes nothing in this checkout. First it runs every test once without a fault; gcov records which
+lines the test reaches. Then it builds one fault at a time, and runs the tests that reach its line, fast tests first,
+until one fails.
 
-A fault that all tests pass survives: a test is missing, or nothing can tell the two apart. The second kind is entered
-in tools/mutate/reasons.txt, with the reason, and not chosen again. The exit status tells whether the tool could do its
-work, not how many have survived.
+A fault survives if all tests pass. Then a test is missing, or the fault does not change the behaviour of the program.
+Enter a fault of the second kind in tools/mutate/reasons.txt, with the reason; the tool does not choose it again. The
+exit status says whether the tool could do its work, not how many faults have survived.
 """
 
 import argparse

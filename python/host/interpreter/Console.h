@@ -9,7 +9,6 @@ void redirectConsole() noexcept;
 
 /// Raises the error that sys.stdout has raised since the last call. Such an error is stored first, because no
 /// exception may pass through the native code that prints.
-/// print.
 void requirePrinted();
 
 }  // namespace pyhost

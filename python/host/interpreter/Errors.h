@@ -10,7 +10,7 @@ namespace pyhost {
 /// The exception classes of the module `K7Q`. All are subclasses of `K7Q.Exception`; the others are also
 /// subclasses of the built-in exception for the same kind of error.
 struct ErrorClasses {
-  PyObject* exception = nullptr;      ///< K7Q.Exception: what the model says, its text unchanged
+  PyObject* exception = nullptr;      ///< K7Q.Exception: an error of the model, with its text
   PyObject* wrongType = nullptr;      ///< also TypeError
   PyObject* outOfRange = nullptr;     ///< also OverflowError
   PyObject* wrongValue = nullptr;     ///< also ValueError
@@ -18,7 +18,7 @@ struct ErrorClasses {
   PyObject* outOfBounds = nullptr;    ///< also IndexError
   PyObject* staleIterator = nullptr;  ///< both WrongType and OutOfBounds
   PyObject* changed = nullptr;        ///< also RuntimeError: a sequence changed while it was iterated
-  PyObject* unknownModule = nullptr;  ///< also ModuleNotFoundError: an import of a package that there is not
+  PyObject* unknownModule = nullptr;  ///< also ModuleNotFoundError: the package of an import does not exist
   PyObject* loadError = nullptr;      ///< also ImportError: the library of the metamodel cannot be loaded
 };
 
@@ -27,7 +27,7 @@ const ErrorClasses& errors() noexcept;
 /// failure.
 bool addErrorClasses(PyObject* module);
 
-/// Raises one of our errors with a UTF-8 text.
+/// Raises an exception of one of these classes with a UTF-8 text.
 [[noreturn]] void raise(PyObject* errorClass, const std::string& text);
 /// Raises K7Q.UnknownName. The exception's attribute `name` is `name`, as for an AttributeError.
 [[noreturn]] void raiseUnknownName(PyObject* name, const std::string& text);
@@ -45,7 +45,8 @@ Result guarded(Result failure, Body&& body) {
   try {
     return body();
   } catch (...) {
-    if (!std::current_exception()) Entry::waitForTheEnd();  // an unwinding that met no Entry
+    // No exception: the interpreter ends this thread, and no Entry has stopped it (Reference.h).
+    if (!std::current_exception()) Entry::waitForTheEnd();
     translateException();
     return failure;
   }

@@ -18,14 +18,15 @@ namespace pyhost {
 /// Thrown when a Python error is already set. guarded() catches it.
 struct PythonError {};
 
-/// Blocks a thread forever if the interpreter kills the thread while it runs Python code for us.
+/// A guard for one call of the interpreter. If the interpreter ends the thread during the call, the guard
+/// blocks the thread forever.
 ///
-/// At its end, the interpreter ends daemon threads that wait for the GIL, by unwinding their stack. The
-/// thread may be waiting in Python code that we have called. Our destructors would then run without the GIL,
-/// and an unwinding that reaches a noexcept function ends the process. So an Entry object is placed directly
-/// below each such call: its destructor runs first and never returns. A catch block is not possible, because
-/// this unwinding is not an exception and must not be caught while another exception is being handled.
-/// handled.
+/// When the interpreter shuts down, it ends the daemon threads that wait for the GIL: it unwinds their
+/// stacks. Such a thread may be waiting in Python code that this library has called. The destructors of this
+/// library would then run without the GIL, and an unwinding that reaches a noexcept function ends the
+/// process. So the function that makes the call has an Entry on its stack. The destructor of the Entry runs
+/// first and never returns. A catch block cannot do this: the unwinding is not an exception, and it must not
+/// be caught while another exception is being handled.
 class Entry {
  public:
   Entry() noexcept = default;

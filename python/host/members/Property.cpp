@@ -112,7 +112,7 @@ PyObject* readProperty(Property* property, PyObject* self) {
   PyObject* held = heldSequence(self, *property->slot);
   if (held && isValid(interfaceOf(self))) return Py_NewRef(held);
   Reference sequence(read());
-  // A finaliser may have run meanwhile and read the property.
+  // A finaliser may have run during the read, and may have read the property too.
   held = heldSequence(self, *property->slot);
   if (held && isValid(interfaceOf(self))) return Py_NewRef(held);
   const bool isNew = isHostObject(sequence.get()) && typeOf(sequence.get())->kind == TypeKind::Sequence &&

@@ -8,7 +8,7 @@ namespace pyhost {
 Elements elementsOf(HostType& type);
 
 /// Reads the elements of a sequence one after another. It looks up the method `at` and boxes the sequence
-/// only once. The caller must hold a reference on the sequence meanwhile.
+/// only once. The caller must hold a reference on the sequence as long as the reader exists.
 class ElementReader {
  public:
   explicit ElementReader(PyObject* sequence);

@@ -7,7 +7,6 @@
 /// The functions of the module `_tarvelon_host`. The Python packages put them on models and objects. All
 /// arguments are positional. Anybody can call these functions, so the number of arguments is checked here for
 /// all of them; each function checks the types of its arguments.
-/// of them, and what each argument is by the function.
 namespace pyhost {
 
 /// A function: its name, its number of arguments, its implementation and its docstring.

@@ -20,8 +20,8 @@ void watchIterator(HostIterator& iterator, PyObject* sequence) noexcept;
 /// Removes an iterator from the list of its sequence, before the iterator is freed.
 void forgetIterator(HostIterator& iterator) noexcept;
 
-/// The iterators whose elements a call is about to remove from a sequence. They are collected, with a
-/// reference, before the call, and marked as retired after a successful call.
+/// The iterators whose elements a call is about to remove from a sequence. They are collected before the
+/// call, with a reference on each. After the call, they are marked as retired.
 class IteratorsToInvalidate {
  public:
   /// Collects nothing for a method that removes no elements. Raises K7Q.WrongValue if the given iterators are
@@ -32,8 +32,8 @@ class IteratorsToInvalidate {
   IteratorsToInvalidate(PyObject* sequence, int first, int last);
   IteratorsToInvalidate(const IteratorsToInvalidate&) = delete;
   IteratorsToInvalidate& operator=(const IteratorsToInvalidate&) = delete;
-  /// A call may fail after it has changed the sequence, for lack of memory for its result. So the size
-  /// decides.
+  /// Marks the iterators if the sequence has become smaller. The call itself may have failed even then: it
+  /// removes the elements, and then there may be no memory for its result.
   ~IteratorsToInvalidate() {
     if (!mIterators.empty() && mSequence.size() < mSize) mark();
   }

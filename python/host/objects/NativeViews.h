@@ -6,8 +6,8 @@
 
 namespace pyhost {
 
-/// Direct access to the native sequence of a Python object, for queries in every step of a loop. The caller
-/// must hold a reference on the Python object meanwhile.
+/// Direct access to the native sequence of a Python object, for loops that read it in every iteration. The
+/// caller must hold a reference on the Python object as long as it uses this access.
 struct NativeSequence {
   K7Q::Generic::SequenceIntf* interface = nullptr;
   K7Q::Deviant deviant;

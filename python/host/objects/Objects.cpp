@@ -29,8 +29,9 @@ const void* nativeIdentity(const ruvo::RVOInterface* interface) noexcept {
 
 namespace {
 
-/// Changes the Python type of an object after the object system has narrowed the object's class. All types
-/// have the same memory layout, except sequences and iterators, and an object never becomes one of these.
+/// Changes the Python type of an object after the object system has narrowed the object's class. This works
+/// because both types have the same memory layout: only the types of sequences and iterators have another
+/// one. If the layouts differ, the function raises.
 void retype(PyObject* object, HostType* type) {
   PyTypeObject* before = Py_TYPE(object);
   if (asPyType(type)->tp_basicsize != before->tp_basicsize) {
@@ -161,8 +162,9 @@ HostType* typeOf(PyObject* object) {
 
 namespace {
 
-/// A cast announces its result under a general class. This function announces it under its own class, so that
-/// Python sees the same class whatever call came first.
+/// If an object comes from a cast, its class is announced as K7Q.Object or K7Q.ImmutableObject. This function
+/// announces the object's own class. So the class that Python sees does not depend on the call that returned
+/// the object first.
 void narrow(ruvo::RVOInterface* interface) {
   static ruvo::Class* const general = &ruvo::Class::get(ruvo::InternedName("K7Q.ImmutableObject"));
   static ruvo::Class* const changeable = &ruvo::Class::get(ruvo::InternedName("K7Q.Object"));

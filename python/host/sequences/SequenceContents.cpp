@@ -42,7 +42,6 @@ Ref textElement(PyObject* value, const std::string& where) {
 ///
 /// A unique sequence ignores a value that it holds at another index. So each index that changes first gets a
 /// number that no element has, and then its new value. All memory is allocated before the first change.
-/// does comes before.
 class NumberWriter {
  public:
   NumberWriter(const NativeSequence& sequence, const Numbers& before, const Numbers& after)
@@ -98,8 +97,8 @@ class NumberWriter {
   const NativeSequence& mSequence;
   std::size_t mBefore;
   std::size_t mAfter;
-  /// The number of elements at the front that are equal before and after; mTail counts them at the end. They
-  /// are not written.
+  /// The number of elements at the front that do not change; mTail is the number of those at the end. These
+  /// elements are not written.
   std::size_t mHead = 0;
   std::size_t mTail = 0;
   Contents mUnused;
@@ -143,8 +142,8 @@ Ref SequenceContents::element(PyObject* value, const std::string& where) const {
 
 bool SequenceContents::isUnique() const {
   if (const auto* rewritable = asRewritable(mNative)) return rewritable->isUnique();
-  // The sequence does not tell, so an element is appended twice. Removing it again affects no other element
-  // and no iterator.
+  // The sequence has no function that tells this. So its last element is appended a second time: a unique
+  // sequence ignores this. Removing the appended element affects no other element and no iterator.
   auto& sequence = *mNative.interface;
   const bool isEmpty = sequence.generic_empty(mNative.deviant);
   if (isEmpty) sequence.generic_push_back(mNative.deviant, K7Q::makeNumberRef(0));

@@ -11,8 +11,8 @@ namespace pyhost {
 /// The elements of a sequence as a vector, to change them and write them back.
 using Contents = std::vector<K7Q::Generic::Ref>;
 
-/// Reads and writes the contents of a sequence. The caller must hold a reference on the Python object
-/// meanwhile.
+/// Reads and writes the contents of a sequence. The caller must hold a reference on the Python object as long
+/// as this object exists.
 class SequenceContents {
  public:
   /// Raises if the sequence no longer exists.

@@ -208,8 +208,9 @@ PyTypeObject* largestOf(PyObject* bases) {
   return largest;
 }
 
-/// Creates a type like type(name, bases, namespace). That call searches the namespace and all bases for each
-/// operator, which took a third of the time. Here the operators are inherited from the root types' slots.
+/// Creates a type as the Python call type(name, bases, namespace) does, but faster: that call searches the
+/// namespace and all bases for each operator. Here the type inherits the operators from the slots of the root
+/// types.
 Reference newType(ruvo::Class& cls, TypeKind kind, PyObject* bases, PyObject* members) {
   Reference made = owned(PyType_GenericAlloc, &hostMetaType, 0);
   auto* type = reinterpret_cast<HostType*>(made.get());

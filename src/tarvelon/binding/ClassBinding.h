@@ -21,8 +21,8 @@ using metamodel::ClassTable;
 
 struct ClassBinding;
 
-/// The functions that add the methods which a class with two bases declares itself. Any other class inherits
-/// these methods.
+/// Functions that add methods to a class with two bases: the methods for validity, lifetime and conversion to
+/// other views. A class with one base inherits these methods.
 struct OwnViewMethods {
   void (*addImmutableValidity)(MethodTable& table, const ClassBinding& binding);
   void (*addImmutableViews)(MethodTable& table, const ClassBinding& binding);

@@ -13,7 +13,7 @@ namespace {
 using ruvo::factory::kHiddenMethod;
 using ruvo::factory::kOverridesAllSignatures;
 
-/// One function for every class: the native object returns the description of its own class.
+/// All classes share this function, because the native object itself knows its class.
 K7Q::ImmutableType getMetaType(const K7Q::ImmutableObject& self) {
   self.requireValid();
   return self.getInterface()->getMetaType(self.getDeviant());

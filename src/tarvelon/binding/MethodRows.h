@@ -8,8 +8,8 @@
 /// Describes methods as rows of constant data, from which addRows() creates the records.
 namespace binding {
 
-/// Placeholders in a row. addRows() replaces them by the names of the class itself, its iterator and its
-/// element.
+/// Placeholders in a row. addRows() replaces them by the names of the class itself, of its iterator class and
+/// of its element class.
 inline constexpr char kSelf[] = "<self>";
 inline constexpr char kIterator[] = "<iterator>";
 inline constexpr char kElement[] = "<element>";
@@ -22,7 +22,7 @@ struct RowNames {
 };
 
 /// A method. A type is a dotted class name, a word such as "int32 scalar", or a placeholder. `self` is null
-/// for a method without self. The arguments end at the first null.
+/// for a method without self. Unused places at the end of `arguments` are null.
 struct MethodRow {
   static constexpr std::size_t kMaxArguments = 3;
   using Arguments = std::array<const char*, kMaxArguments>;

@@ -12,7 +12,7 @@ namespace {
 using Rows = EnumerationCompanions::Rows;
 using Tarvelon::metamodel::EnumerationName;
 
-/// What stands around an enumeration's short name, in a class's name or in a text.
+/// The text before and after the short name of an enumeration, in the name or the description of a class.
 struct Around {
   const char* before;
   const char* after;

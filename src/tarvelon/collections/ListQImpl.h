@@ -17,9 +17,8 @@ namespace ListQImplInternal {
 /// A list of enumeration values in a copy-on-write vector.
 ///
 /// Elements:  a value may be in the list several times. Indices count from 0.
-/// Iterators: an iterator is a position in the vector. Any change of the list may invalidate it; it may then
-/// refer to
-///            another element or to freed memory. The functions do not test iterators.
+/// Iterators: an iterator is a position in the vector. Any change of the list may invalidate the iterator: it
+///            may then refer to another element or to freed memory. The functions do not test iterators.
 /// Lifetime:  addRef() and release() do nothing. The list has an owner, usually a proxy that counts
 ///            references.
 /// Errors:    K7Q::Exception for a wrong index and for an empty list; std::bad_alloc. After an exception, the
@@ -132,7 +131,7 @@ class ListQImplForPrimitives : public Generic::SequenceIntf {
       const IteratorPtr behind = this->generic_erase(aDeviant, &match);
       scan = Iterator::positionOf(behind.get());
       ++count;
-      // The list is shorter now, and its vector may be another one.
+      // Erasing has shortened the vector, and may have replaced a shared vector by a private copy.
       limit = elements().cend();
     }
     return count;

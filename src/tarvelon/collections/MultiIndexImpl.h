@@ -21,12 +21,11 @@ namespace MultiIndexImplInternal {
 /// A sequence of enumeration values with an ordered index, so that a value is found without a scan. A unique
 /// sequence contains a value at most once.
 ///
-/// Elements:  adding a value that a unique sequence contains changes nothing and reports no error; neither
-///            does replacing an element by a value that the sequence contains at another index. Indices count
-///            from 0.
-/// Iterators: an iterator stays at its element until the element is removed, also when the value of the
-/// element is
-///            replaced. An end iterator stays at the end. The functions do not test iterators.
+/// Elements:  adding a value that a unique sequence already contains changes nothing and is no error. The
+///            same holds for replacing an element by a value that the sequence contains at another index.
+///            Indices count from 0.
+/// Iterators: an iterator stays at its element until the element is removed, even if the value of the element
+///            is replaced. An end iterator stays at the end. The functions do not test iterators.
 /// Lifetime:  addRef() and release() do nothing. The sequence has an owner, usually a proxy that counts
 ///            references.
 /// Errors:    K7Q::Exception for a wrong index and for an empty sequence; std::bad_alloc. After an exception,

@@ -30,7 +30,7 @@ void ZtInitialize_mm_arplatform_mi() {
   try {
     initializeMetamodel();
   } catch (const std::bad_alloc&) {
-    // After exhausted memory, the next call continues the initialisation.
+    // The next call continues the initialisation.
     gIsInitialized = false;
     throw;
   }

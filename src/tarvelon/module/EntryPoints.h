@@ -6,8 +6,8 @@
 extern "C" {
 
 /// Adds the package `Tarvelon.metamodel` to `Tarvelon` and runs all registered initialisers, which add the
-/// packages of the module. A second call has no effect, also if the first one threw. The exception is
-/// std::bad_alloc: after it, the next call does the remaining work. Throws what an initialiser throws.
+/// packages of the module. Throws what an initialiser throws. After a call that threw std::bad_alloc, the
+/// next call does the remaining work. After any other call, successful or not, the next call has no effect.
 TARVELON_API void ZtInitialize_mm_arplatform_mi();
 
 /// Does nothing: the object system owns the packages and classes of the module until the process ends.

@@ -8,8 +8,9 @@
 
 namespace Tarvelon::metamodel::arplatform::mi {
 
-/// Its constructor runs when the library is loaded. It initialises the metamodels `types` and `foundation`
-/// and adds the module's initialiser to registrationMap().
+/// Registers the module. The one object is static, so its constructor runs when the library is loaded: it
+/// initialises the metamodels `types` and `foundation` and adds the module's initialiser to
+/// registrationMap().
 class arplatformModuleRegistration {
  public:
   arplatformModuleRegistration();

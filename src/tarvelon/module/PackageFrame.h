@@ -32,8 +32,8 @@ class PackageWrapper final : public ruvo::RVOPackageInfo {
   PackageState& mState;
 };
 
-/// Adds the package to its parent package, which is created if it does not exist. A second call for the same
-/// package has no effect, also if the first one threw.
+/// Adds the package to its parent package, which is created if it does not exist. Only the first call for a
+/// package has an effect, even if it throws. If it throws std::bad_alloc, attachRemaining() tries again.
 void attachPackage(PackageState& state);
 
 /// Attaches the packages that attachPackage() could not attach for lack of memory. The entry point and the

@@ -8,9 +8,8 @@
 /// child packages.
 ///
 ///   getPRVOPackage()            returns the package of the object system; null until it is initialised
-///   initPPackageWrapper(p)      adds the package to its parent package, which is found by name, so `p` is
-///   not used; only
-///                               the first call has an effect
+///   initPPackageWrapper(p)      adds the package to its parent package; only the first call has an effect.
+///                               The parent is found by name, so `p` is not used.
 ///   PStaticInitializePackage(p) registers the classes, enumerations and functions of the package in `p`
 #define ARPLATFORM_DECLARE_PACKAGE(P)                                  \
   TARVELON_API ruvo::RVOPackage* get##P##RVOPackage();                 \

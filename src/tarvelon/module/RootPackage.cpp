@@ -18,8 +18,8 @@ void initarplatformPackageWrapper(ruvo::RVOPackage* /*parent*/) {
 
 void arplatformStaticInitializePackage(ruvo::RVOPackage* package) {
   registerFactories(package);
-  // First the packages that an earlier run could not attach for lack of memory, so that the order stays the
-  // same.
+  // Attaches the packages that an earlier run could not attach for lack of memory. They come before the other
+  // packages, so that the order of registration is always the same.
   ::arplatform_module::attachRemaining();
 #define ARPLATFORM_ATTACH(P, NAMES) P::mi::init##P##PackageWrapper(package);
   ARPLATFORM_PACKAGES(ARPLATFORM_ATTACH)

@@ -83,7 +83,7 @@ TARVELON_API void hxFree(void* text) noexcept;
 /// Creates an array whose elements are all zero.
 TARVELON_API hxArray* hxCreateNumericMatrix(std::size_t rows, std::size_t columns, hxClassId classId,
                                             hxComplexity complexity);
-/// These three create 1 by 1 arrays.
+/// Each of the next three functions creates a 1 by 1 array.
 TARVELON_API hxArray* hxCreateLogicalScalar(bool value);
 TARVELON_API hxArray* hxCreateInt32Scalar(std::int32_t value);
 TARVELON_API hxArray* hxCreateDoubleScalar(double value);

@@ -54,7 +54,8 @@ class TARVELON_API DeviantAssertions {
   static bool assertWritable(Deviant deviant, const ReferenceCountingIntf* object) {
     return deviant.isWritable() || !sAssertionsEnabled || internal_assertWritable(deviant, object);
   }
-  /// The same check, whether it is turned on or not.
+  /// Makes the check even if the calling thread has turned it off: throws a K7Q::Exception if the deviant
+  /// forbids writing.
   static bool internal_assertWritable(Deviant deviant, const ReferenceCountingIntf* object);
 
   /// The state of the calling thread; true at first.

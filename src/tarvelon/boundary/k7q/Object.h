@@ -23,8 +23,8 @@ class TARVELON_API ObjectIntf : public ReferenceCountingIntf {
   ~ObjectIntf() override;
   /// The dotted name of the object's own host class, the immutable or the mutable one.
   virtual const ruvo::InternedName& getRuvoName(bool immutable) const = 0;
-  /// Whether the object can be used: it is not destroyed, and its model is open. True for what belongs to no
-  /// model.
+  /// Whether the object can be used: it is not destroyed, and its model is open. Always true for an object
+  /// that belongs to no model, such as a description.
   virtual bool isValid(Deviant deviant) const;
   /// The description of the object's class or type. Throws a K7Q::Exception with the text kNullReference if
   /// isValid() is false.
@@ -35,8 +35,9 @@ class TARVELON_API ObjectIntf : public ReferenceCountingIntf {
 class TARVELON_API ClassObjectIntf : public ObjectIntf {
  public:
   ~ClassObjectIntf() override;
-  /// Destroys the object and all objects that it contains. References from other objects to them are removed.
-  /// Handles on them stay usable for isValid(), which is then false. Undo makes the objects valid again.
+  /// Destroys the object and all objects that it contains, and removes the references of other objects to
+  /// them. Handles on destroyed objects are invalid: isValid() returns false, and other functions throw. Undo
+  /// makes the objects valid again.
   virtual void destroy(Deviant deviant) = 0;
   /// The model of the object, with the given deviant.
   virtual Model getModel(Deviant deviant) const = 0;
@@ -226,8 +227,8 @@ class TARVELON_API ImmutableModel : public ImmutableObject {
 
 /// A handle on a model. A model owns its objects.
 ///
-/// Ownership: the last handle on the model or on one of its objects frees the model, unless the ModelCache
-///            has the model. close() frees the objects earlier.
+/// Ownership: releasing the last handle on the model and on its objects frees the model, unless the model is
+///            bound in the ModelCache. close() frees the objects earlier.
 /// Threads:   one thread at a time uses a model and everything that belongs to it. A model may pass from one
 ///            thread to another. Models are independent of each other.
 ///
@@ -241,7 +242,8 @@ class TARVELON_API Model : public Object {
  public:
   constexpr Model() noexcept = default;
   Model(NSInterface::ModelIntf* interface, Deviant deviant) noexcept : Object(interface, deviant) {}
-  /// The model for its URI and other functions, null for a null handle. It belongs to the handle.
+  /// The interface of the model, for example to set the URI; null for a null handle. The caller gets no
+  /// reference.
   NSInterface::ModelIntf* getModelInterface() const noexcept {
     return static_cast<NSInterface::ModelIntf*>(getInterface());
   }

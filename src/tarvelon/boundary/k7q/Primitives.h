@@ -139,8 +139,8 @@ class TARVELON_API Real {
 /// A UTF-16 text. Copies share the characters, which never change. The empty text needs no memory.
 ///
 /// Threads: one thread at a time uses a text and its copies. A text that was read from a model is used by the
-///          thread of that model. A model never shares a text with another owner: it copies the text, unless
-///          nobody else has a reference on it. So one text may be given to models of different threads.
+///          thread of that model. A model copies the characters of a text that it stores, unless it gets the
+///          only reference on the text. So one text may be stored in models of different threads.
 ///
 /// Example:
 ///   const K7Q::String name = u"Brakes";

@@ -49,7 +49,8 @@ class SequenceIntf;
 class IteratorIntf;
 }  // namespace Generic
 
-/// The domain of all visitor tags. Libraries use this type under both names.
+/// The domain to which all visitor tags belong. The type has two names, because some libraries use the second
+/// one.
 struct TARVELON_API VisitationDomain {};
 using RootVisitationDomain = VisitationDomain;
 
@@ -84,8 +85,8 @@ struct FixedTags {
   }
 };
 
-/// The domain and the kernel's interfaces. Their tags are needed where no allocation may fail, and are
-/// therefore constants.
+/// The types whose tags are constants: the domain and the kernel's interfaces. These tags are needed in
+/// places where an allocation must not fail.
 using KernelTags = FixedTags<VisitationDomain, ReferenceCountingIntf, NSInterface::ObjectIntf,
                              NSInterface::ClassObjectIntf, NSInterface::FactoryObjectIntf,
                              NSInterface::FactoryIntf, NSInterface::ModelIntf, NSInterface::TypeIntf,
@@ -120,7 +121,7 @@ class TARVELON_API ReferenceCountingIntf : public Cleanup {
   virtual void release() const;
   /// The reference count, 0 for an object that does not count.
   virtual int numRef() const;
-  /// Always null here.
+  /// Returns null.
   virtual const void* getListOfReferences() const;
   /// The name of the visitor method for this kind of object.
   virtual const char* getVisitMethod() const;
@@ -133,7 +134,8 @@ class TARVELON_API ReferenceCountingIntf : public Cleanup {
 
  protected:
   /// Lets all threads use the object. REQUIRES: the object lives until the process ends, does not change any
-  /// more and does not count references. The same then holds for its host objects.
+  /// more and does not count references. All threads may then use its host objects too, which also live until
+  /// the process ends.
   constexpr void share() noexcept { mIsShared = true; }
 
  private:

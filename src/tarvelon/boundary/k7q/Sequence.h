@@ -95,7 +95,7 @@ class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
   /// The first and the last element. Both throw for an empty sequence.
   virtual Ref generic_front(const Deviant& aDeviant) const = 0;
   virtual Ref generic_back(const Deviant& aDeviant) const = 0;
-  /// New iterators at the first element and behind the last one.
+  /// Return new iterators, at the first element and behind the last one.
   virtual std::unique_ptr<IteratorIntf> generic_begin(const Deviant& aDeviant) const = 0;
   virtual std::unique_ptr<IteratorIntf> generic_end(const Deviant& aDeviant) const = 0;
   /// Removes all elements. Contained objects stay in the model, without an owner.
@@ -133,11 +133,11 @@ class TARVELON_API SequenceIntf : public ReferenceCountingIntf {
                                           const char* name) const = 0;
   /// Removes all elements that are equal to `ref`, and returns their number.
   virtual int generic_removeAll(const Deviant& aDeviant, Ref ref) = 0;
-  /// Whether both sequences have equal elements in the same order. By default, only a sequence itself is
-  /// equal.
+  /// Whether both sequences have equal elements in the same order. The default implementation compares the
+  /// addresses of the two sequences.
   virtual bool specialized_equal(const SequenceIntf* other) const;
-  /// Replaces all elements by those of `other`. Returns false if `other` is a sequence of another kind; by
-  /// default always.
+  /// Replaces all elements by those of `other`. Returns false if `other` is a sequence of another kind. The
+  /// default implementation always returns false.
   virtual bool specialized_assign(const SequenceIntf* other);
 };
 
@@ -270,7 +270,7 @@ class IteratorHandle {
 };
 
 /// The next four classes give a handle the type of its elements. The conversions between a host and native
-/// functions use that type; at run time they are the same as the untyped handles.
+/// functions use that type; at run time, the four classes are the same as the untyped handles.
 template <class T>
 class ImmutableSequence : public SequenceHandle {
  public:

@@ -11,7 +11,8 @@ namespace ruvo {
 
 namespace internal {
 
-/// The policy of InternedName: the empty name is a null pointer and has no entry.
+/// A tag type, the template argument of InternedName. It says how the empty name is stored: as a null
+/// pointer, without an entry.
 struct IdEmptyPolicy;
 
 /// The kind of value that a type name stands for. All names except "void", "logical scalar", "int32 scalar",

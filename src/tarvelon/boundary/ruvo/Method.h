@@ -283,7 +283,8 @@ class TARVELON_API Invoker {
   }
 };
 
-/// Throws the K7Q::WrongValue for a call on no object. The text names the method if `record` is not null.
+/// Throws the K7Q::WrongValue for a method call whose self is null. The text names the method if `record` is
+/// not null.
 [[noreturn]] TARVELON_API void throwNullSelf(const RuvoMethod* record);
 
 /// Throws K7Q::WrongValue if the pointer to self is null.

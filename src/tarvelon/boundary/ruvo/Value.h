@@ -28,7 +28,7 @@ class RVOValue {
   /// A slot with a pointer to an array, which may be null. The slot does not own the array.
   explicit RVOValue(hxArray* array) noexcept : mWord(reinterpret_cast<std::uintptr_t>(array)) {}
 
-  /// Slots with a raw scalar.
+  /// The next three functions create a slot with a scalar in the word itself.
   static RVOValue ofLogical(bool value) noexcept { return ofWord(value ? 1 : 0); }
   static RVOValue ofInt32(std::int32_t value) noexcept { return ofWord(static_cast<std::uint32_t>(value)); }
   static RVOValue ofDouble(double value) noexcept {
@@ -36,15 +36,15 @@ class RVOValue {
     std::memcpy(&word, &value, sizeof word);
     return ofWord(word);
   }
-  /// The word as it is.
+  /// A slot with exactly this word.
   static constexpr RVOValue ofWord(std::uint64_t word) noexcept {
     RVOValue value;
     value.mWord = word;
     return value;
   }
 
-  /// Each of the next five functions reads the word as one type. REQUIRES: the slot contains a value of that
-  /// type.
+  /// The next four functions read the word as a value of one type; word() returns it without a conversion.
+  /// REQUIRES, for these four: the slot contains a value of that type.
   hxArray* array() const noexcept { return reinterpret_cast<hxArray*>(static_cast<std::uintptr_t>(mWord)); }
   bool logical() const noexcept { return mWord != 0; }
   std::int32_t int32() const noexcept { return static_cast<std::int32_t>(static_cast<std::uint32_t>(mWord)); }

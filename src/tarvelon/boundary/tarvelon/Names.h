@@ -68,8 +68,8 @@ TARVELON_API std::int32_t enumerationFromObject(const K7Q::Object& object);
 
 }  // namespace native
 
-/// Base of the value classes of enumerations. A value is a signed 32-bit number; it may be a number that no
-/// literal has, which isValid() of the derived class tells. Values compare as numbers.
+/// Base of the value classes of enumerations. A value is a signed 32-bit number. Numbers without a literal
+/// are allowed; isValid() of the derived class is false for them. Values compare as numbers.
 ///
 /// Example:
 ///   const auto kind = IrvKind::fromString("Explicit");

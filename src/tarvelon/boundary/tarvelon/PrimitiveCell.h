@@ -5,8 +5,8 @@
 #include "tarvelon/boundary/k7q/ElementCarrier.h"
 #include "tarvelon/boundary/tarvelon/Names.h"
 
-/// How an enumeration value passes through the type-erased interface of sequences: in a cell on the heap, to
-/// which a Generic::Ref points. Programs use NativeSequence instead, which converts the values.
+/// Passes an enumeration value through the type-erased interface of sequences: the value is in a cell on the
+/// heap, to which a Generic::Ref points. Programs use NativeSequence instead, which converts the values.
 ///
 /// Example:
 ///   sequence.generic_push_back(deviant, makeRef(VisibilityKind(VisibilityKind::Private)));
@@ -17,8 +17,8 @@ namespace K7Q {
 /// values.
 struct TRUE_TYPE {};
 
-/// The value of a Ref of an enumeration value, and the number of Refs that share the cell. The count is a
-/// plain integer, because one thread at a time uses a Ref and its copies.
+/// The cell of an enumeration value. `count` is the number of Refs that share the cell. It is a plain
+/// integer, because one thread at a time uses a Ref and its copies.
 struct PrimitiveCell {
   std::int32_t value;
   std::int32_t count;

@@ -86,10 +86,10 @@ enum class Derivation : std::uint8_t {
   None,           ///< not derived: the value is stored
   Nothing,        ///< the property never has a value
   Model,          ///< the model of the object
-  Root,           ///< the last of the owner, its owner, and so on; the object itself if it has no owner
-  Owner,          ///< the owner, if its class is the property's type
-  NearestOwner,   ///< the first of the owner, its owner, and so on, whose class is the property's type
-  Owned,          ///< all contained objects of the property's type, in order of storage
+  Root,           ///< the outermost owner; the object itself if it has no owner
+  Owner,          ///< the direct owner, if it is an instance of the property's type
+  NearestOwner,   ///< the nearest direct or indirect owner that is an instance of the property's type
+  Owned,          ///< the contained objects of the property's type, only the first for a single-valued one
   OwnedPackaged,  ///< the elements of PackagedElement that are of the property's type
 };
 

@@ -22,8 +22,7 @@ namespace typed {
 
 template <class X, class B, class... Bases>
 constexpr bool anyBase(BaseRows<Bases...> /*bases*/) {
-  static_assert((HasRow<Bases> && ...),
-                "a base has no row here: include platform/model/api/Metamodel.h");
+  static_assert((HasRow<Bases> && ...), "a base has no row here: include platform/model/api/Metamodel.h");
   return (DerivesFrom<Bases, B>::kValue || ...);
 }
 
@@ -31,8 +30,8 @@ template <class A>
 inline constexpr bool kIsCharacter =
     std::is_same_v<A, char> || std::is_same_v<A, wchar_t> || std::is_same_v<A, char8_t> ||
     std::is_same_v<A, char16_t> || std::is_same_v<A, char32_t>;
-/// Whether every value of the C++ type A fits a K7Q::Integer. Other types do not compile, since a value could
-/// be cut.
+/// Whether every value of the C++ type A fits a K7Q::Integer. Other types do not compile, because a value
+/// could be truncated.
 template <class A>
 inline constexpr bool kFitsInteger =
     std::integral<A> && !std::is_same_v<A, bool> && !kIsCharacter<A> &&
@@ -194,8 +193,8 @@ class NativeSequence : public K7Q::SequenceHandle {
   requires(typed::isElement<Element, Given>()) bool contains(const Given& element) const {
     return get().generic_contains(getDeviant(), refOf(element));
   }
-  /// Appends an element. A property of references has an object only once: if it is an element, nothing
-  /// changes.
+  /// Appends an element. A property of references contains an object at most once: appending an object that
+  /// is already an element changes nothing.
   template <class Given>
   requires(typed::isTaken<Element, Given>()) void add(const Given& element) const {
     get().generic_push_back(getDeviant(), refOf(element));

@@ -20,8 +20,9 @@ namespace hx {
 /// All kept blocks of a thread are freed when the thread ends.
 ///
 /// No block is reused while utFailAllocation() is armed, so that a test can count allocations. A build with
-/// AddressSanitizer keeps no blocks at all, so that the sanitizer sees leaks and uses after free. Threads:
-/// any.
+/// AddressSanitizer keeps no blocks at all, so that the sanitizer sees leaks and uses after free.
+///
+/// Threads: any.
 class Blocks {
  public:
   /// The block sizes are the sizes that malloc() provides without waste: 40, 56, 72 bytes and so on.

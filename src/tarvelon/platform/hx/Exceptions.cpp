@@ -1,7 +1,7 @@
 #include "tarvelon/boundary/bedrock/Except.h"
 #include "tarvelon/boundary/k7q/Exception.h"
 
-// Every library catches these exceptions. This library is the lowest, so their virtual tables are defined
+// All libraries use these exception classes and depend on this library, so the virtual tables are defined
 // here.
 
 namespace bedrock::core::except {

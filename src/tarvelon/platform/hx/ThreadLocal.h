@@ -14,8 +14,8 @@ struct ThreadEnd {
   ThreadEnd* next = nullptr;
 };
 
-/// Adds the entry to the calling thread's list until it has run. Returns false when memory is exhausted.
-/// REQUIRES: the entry is not in the list.
+/// Adds the entry to the calling thread's list. The entry leaves the list when its function runs. Returns
+/// false when memory is exhausted. REQUIRES: the entry is not in the list.
 TARVELON_API bool runAtThreadEnd(ThreadEnd& entry) noexcept;
 
 /// A lock that is held while the entries of a thread run, and during fork(). Without it, a lock taken by an

@@ -55,7 +55,8 @@ void merge(Order& result, std::vector<Order> orders) {
   }
 }
 
-/// Sets a flag during the computation of an order.
+/// Sets a flag while it exists. The flag of a class is set while its order is computed, so that a class among
+/// its own superclasses is detected.
 class Mark {
  public:
   explicit Mark(bool& flag) noexcept : mFlag(flag) { mFlag = true; }

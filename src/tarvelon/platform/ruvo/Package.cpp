@@ -288,8 +288,8 @@ void Package::addPackageInfo(RVOPackageInfo* info) {
     known.origin = Origin::ThisRun;
     return;
   }
-  // In this order an info is never stored without its initializer: reserve, then what may fail, then
-  // push_back.
+  // An info must never be stored without its initializer. After reserve(), push_back() cannot fail, so it
+  // comes last.
   child.mContent->infos.reserve(child.mContent->infos.size() + 1);
   ObjectSystem::addInitializer(child, [info](RVOPackage* package) { info->initializePackage(package); });
   child.mContent->infos.push_back({std::move(owned), originOfNew()});

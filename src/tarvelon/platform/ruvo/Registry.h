@@ -13,11 +13,11 @@
 
 namespace ruvo {
 
-/// The global state of the object system. Registered things live until the process ends; nothing is
-/// unregistered.
+/// The global state of the object system. Registered packages, classes and members live until the process
+/// ends; none is unregistered.
 class ObjectSystem {
  public:
-  /// Held while something is registered, a package is populated or a class is defined. These operations may
+  /// The lock that is held while a package or class is registered, populated or defined. These operations may
   /// nest, so the lock is recursive. Never wait for another thread while holding it.
   static std::recursive_mutex& guard() noexcept;
   static Package& root();
@@ -28,8 +28,8 @@ class ObjectSystem {
     return &*client;
   }
 
-  /// Creates a class for `info`, adds it to `classes` and makes it the bearer of its full name. The class
-  /// owns `info`. REQUIRES: guard() is held and no class has this name.
+  /// Creates a class for `info`, adds the class to `classes` and stores it in the entry of its full name
+  /// (NameEntry). The class owns `info`. REQUIRES: guard() is held and no class has this name.
   static void addClass(std::vector<Class*>& classes, std::unique_ptr<RVOClassInfo> info,
                        const InternedName& fullName, int access);
   /// Returns the child with that short name; creates it if there is none. Populates nothing.
@@ -49,7 +49,8 @@ struct Package::Content {
     Origin origin = Origin::Settled;
   };
 
-  /// Calls `visit` for the origin of each class and each info of a child that is not Settled.
+  /// Calls `visit` with the origin of each class of this package, and of each package info of its child
+  /// packages. Leaves out origins that are Settled.
   template <class Visit>
   void visitOrigins(Visit visit);
 

@@ -26,7 +26,8 @@ bool isXmi(std::string_view space) noexcept {
 std::string inQuotes(std::string_view text) {
   std::size_t shown = 60;
   if (text.size() <= shown) return "'" + std::string(text) + "'";
-  while (shown != 0 && (text[shown] & 0xC0) == 0x80) --shown;  // not within a character
+  // The cut must not split a UTF-8 character.
+  while (shown != 0 && (text[shown] & 0xC0) == 0x80) --shown;
   return "'" + std::string(text.substr(0, shown)) + "...'";
 }
 
@@ -37,8 +38,7 @@ std::string shown(QualifiedName name) {
                             : inQuotes(name.local) + " of namespace " + inQuotes(name.space);
 }
 
-/// An ARXML root element. A class of our metamodel is called AUTOSAR too, so the namespace is compared as
-/// well.
+/// An ARXML root element. The metamodel has a class AUTOSAR too, so the namespace is compared as well.
 bool isArxml(QualifiedName root) noexcept {
   return root.space.starts_with("http://autosar.org/") || (root.space.empty() && root.local == "AUTOSAR");
 }
@@ -66,7 +66,7 @@ void Reader::startElement(QualifiedName name, const char* const* attributes) {
   requireDepth(mFrames.size() <= static_cast<std::size_t>(kMaxDepth) + 1);
   const Marks marks = marksOf(attributes);
   const Frame frame = open(name, marks, attributes);
-  // Notes the id, so that references to it are told why the object is missing.
+  // Notes the id. So the problem that is reported for a reference to it can say that its object was skipped.
   if (frame.kind == Frame::Kind::Skipped && marks.id) mIds.insert(mIds.keyOf(marks.id), nullptr);
   if (frame.kind == Frame::Kind::Value) mValue.clear();
   mFrames.push_back(frame);

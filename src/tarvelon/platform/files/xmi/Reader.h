@@ -52,7 +52,7 @@ class Reader final : public ParserHandler {
     ClassSchema* cls = nullptr;
     const Feature* feature = nullptr;
   };
-  /// The attributes that do not belong to a property: XMI, XSI and our own.
+  /// The attributes that do not belong to a property: those of XMI, of XSI and of this file format.
   struct Marks {
     const char* id = nullptr;
     const char* type = nullptr;
@@ -102,9 +102,10 @@ class Reader final : public ParserHandler {
   /// Sets the reference. Returns null, or the reason why it cannot be set.
   const char* link(const PendingReference& reference, native::Instance& target);
   const char* tieInList(const PendingReference& reference, native::Instance& target);
-  /// Returns false if the attribute has listed the target before.
+  /// Notes the next target that an attribute lists. Returns false if the attribute has listed this target
+  /// before. `isInList` says whether the list contains the target already.
   bool noteListed(native::Instance& target, bool isInList);
-  /// Sorts the list that got the last elements, if an attribute requires it.
+  /// Sorts the list that has been filled, if its elements are not in the order of the attribute.
   void arrangeFilled();
 
   ClassSchema* classOf(QualifiedName name, Place place);
@@ -134,13 +135,13 @@ class Reader final : public ParserHandler {
   Schema mSchema;
   IdTable mIds;
   PendingReferences mPending;
-  /// The list that got the last elements, and how many elements at its front are those that the attribute
-  /// lists, in this order.
+  /// The list of references that is being filled: its object and its property. The first mFilledCount
+  /// elements of the list are the first elements that the attribute lists, in the same order.
   const native::Instance* mFilled = nullptr;
   const Feature* mFilledFeature = nullptr;
   std::uint32_t mFilledCount = 0;
-  /// All elements that the attribute lists. Only filled if one of them is not directly after those listed
-  /// before it.
+  /// The elements that the attribute lists. Empty as long as the list has them in the order of the attribute,
+  /// at its front.
   ListedOrder mListedOrder;
   std::vector<Frame> mFrames;
   std::string mValue;

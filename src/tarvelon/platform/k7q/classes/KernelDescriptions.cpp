@@ -8,7 +8,8 @@ namespace K7Q::mi {
 
 namespace {
 
-/// The description that a handle refers to. Raises kNullReference for an empty handle.
+/// The description that a handle refers to. Raises K7Q::Exception with the text kNullReference for a null
+/// handle.
 template <class Interface>
 const Interface& get(const ImmutableObject& self, int line = __builtin_LINE()) {
   self.requireValid(__FILE__, line);

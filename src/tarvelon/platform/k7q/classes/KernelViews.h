@@ -4,10 +4,11 @@
 #include "tarvelon/boundary/k7q/Introspection.h"
 
 /// The native functions of the methods of K7Q.ClassObject, K7Q.FactoryObject and K7Q.Model. Each raises
-/// kNullReference for an empty or invalid handle, unless its comment says otherwise.
+/// K7Q::Exception with the text kNullReference for a null or invalid handle, unless its comment says
+/// otherwise.
 namespace K7Q::mi {
 
-/// False for a null handle. Never raises.
+/// False for a null handle. Never raises an exception.
 bool isValid(const ImmutableObject& self);
 void destroy(const ClassObject& self);
 /// The same object under the deviant of the given model; deviant 0 if no model is given.
@@ -17,7 +18,7 @@ ImmutableObject asImmutable(const ImmutableObject& self);
 Object asMutable(const ImmutableObject& self);
 ImmutableModel getImmutableModel(const ImmutableClassObject& self);
 Model getModel(const ClassObject& self);
-/// The container of the object; empty if the object has none.
+/// The owner of the object; a null handle if the object has none.
 ImmutableClassObject getImmutableContainer(const ImmutableClassObject& self);
 ClassObject getContainer(const ClassObject& self);
 
@@ -25,7 +26,7 @@ ClassObject getContainer(const ClassObject& self);
 Model getFactoryModel(const FactoryObject& self);
 
 Model createModel();
-/// The open model bound to the URI, empty if there is none.
+/// The open model that is bound to the URI; a null handle if there is none.
 Model findModel(const String& uri);
 /// The URIs of the open bound models, in the order of binding.
 ImmutableSequence<String> boundUris();

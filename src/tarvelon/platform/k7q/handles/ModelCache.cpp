@@ -207,7 +207,7 @@ void setUnbindingType(const std::type_info& type) { gUnbindingType.store(&type, 
 void setModelFactory(ModelFactory factory) { gModelFactory.store(factory, std::memory_order_release); }
 Model Model::create() { return makeModel({}); }
 void Model::close() const {
-  // Closing twice is allowed, so only a null handle raises kNullReference.
+  // A model may be closed twice, so requireValid() is only called for a null handle, for which it throws.
   if (isNull()) requireValid();
   DeviantAssertions::assertWritable(getDeviant(), getInterface());
   getModelInterface()->close();

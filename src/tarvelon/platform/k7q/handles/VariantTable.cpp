@@ -110,7 +110,7 @@ void VariantTable::sweep(Stock& stock) const noexcept {
   std::uint32_t index = std::exchange(stock.retired, List{}).first;
   while (index != Variant::kNone) {
     const std::uint32_t next = at(index).next;
-    // The host object may have been destroyed on another thread.
+    // Acquire, because another thread may have destroyed the host object.
     const bool isBound = at(index).slot.hostObject.load(std::memory_order_acquire) != nullptr;
     put(isBound ? stock.retired : stock.free, index);
     index = next;

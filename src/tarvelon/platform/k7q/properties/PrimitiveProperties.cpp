@@ -30,8 +30,8 @@ template <class T>
 ruvo::RVOValue OptionalPrimitiveProperty<T>::read(const Target& target) const {
   Object value;
   mMethods->get(value, target.object, target.deviant, mId);
-  // No value: an empty array whose class name is the type's name. That is no class, so it can hold no
-  // objects.
+  // An unset property is read as an empty object array with the name of the scalar type as its class name.
+  // No class has that name, so no object can be an element of the array.
   if (value.isNull()) return ruvo::RVOValue(ruvo::boxInterface(nullptr, mTypeName));
   return ruvo::RVOValue(ScalarForm<T>::toArray(T(value)));
 }

@@ -46,8 +46,7 @@ ruvo::RVOValue K7qmiProperty::getValue(ruvo::RVOInterface* object) {
   return isMany() ? getMultiValuedValue(handle, object) : getSingleValuedValue(handle);
 }
 
-// Returns a live view of the property, announced under the class name that sequenceName() gives. The view is
-// immutable if the object it is read from is immutable.
+// sequenceName() gives the host class of the view. The view shows later changes of the property.
 ruvo::RVOValue K7qmiProperty::getMultiValuedValue(ClassObject& object, ruvo::RVOInterface* interface) {
   const bool isElementImmutable = isSeenImmutable(interface);
   const bool isSequenceImmutable = isElementImmutable || isReadOnly();

@@ -31,7 +31,8 @@ class Record : public K7qmiProperty {
 
  protected:
   ~Record() override = default;
-  /// The native object, for reading. Raises kNullReference if the object was destroyed or never bound.
+  /// The native object, for reading. Raises K7Q::Exception with the text kNullReference if the object was
+  /// destroyed or was never bound.
   Target readable(ruvo::RVOInterface* object) const {
     const auto info = VariantTable::infoOf(object ? object->getBoundPointer(mOwnerName) : nullptr);
     auto* native = info.object ? info.object->cast(tagsOf<NSInterface::ClassObjectIntf>()) : nullptr;

@@ -19,7 +19,8 @@ class HostListIterator;
 /// The operations on the elements of a list: check, hash, compare.
 struct ElementKind {
   /// Raises K7Q::WrongType if the value is not an instance of the element class. Raises K7Q::WrongValue if
-  /// the value is empty, no longer valid, or belongs to another model than `model` (unless `model` is empty).
+  /// the value is null, is no longer valid, or belongs to another model than `model`. A null `model` allows
+  /// objects of any model.
   void (*require)(const Generic::Ref& ref, const ruvo::InternedName& elementClass,
                   const ImmutableModel& model);
   std::size_t (*hash)(const void* value) noexcept;
@@ -41,14 +42,15 @@ extern const ElementKind kAnyElements;
 /// Unique:   a unique list holds each element at most once, like the references of a property. Appending an
 ///           element that is in the list changes nothing. Inserting it at an index moves it before the
 ///           element at that index. Replacing another element with it swaps the two.
-/// Model:    a list created for a model accepts only valid objects of that model. It keeps the model alive,
-///           but when the model is closed, every operation of the list raises kNullReference.
+/// Model:    a list created for a model accepts only valid objects of that model, and keeps the model alive.
+///           After the model is closed, every operation of the list raises K7Q::Exception with the text
+///           kNullReference.
 /// Elements: destroying an object removes it from the list, as it removes it from the sequences of its model.
 /// Failure:  all checks come before the first change. A failed allocation leaves the list unchanged.
 /// Threads:  one at a time, together with the model.
 class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf {
  public:
-  /// If the model is empty, the list accepts objects of any model.
+  /// If `model` is a null handle, the list accepts objects of any model.
   HostList(const ElementKind& kind, const ruvo::InternedName& elementClass, bool isUnique,
            const ImmutableModel& model = {});
   ~HostList() override;
@@ -83,8 +85,8 @@ class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf 
   bool isUnique() const noexcept override { return mIndex != nullptr; }
   void rewrite(const Deviant& aDeviant, std::span<const Generic::Ref> elements) override;
 
-  /// A counter that changes whenever elements are added, removed, moved or replaced. Raises kNullReference
-  /// like the other functions when the model is closed.
+  /// A counter that changes whenever elements are added, removed, moved or replaced. Raises K7Q::Exception
+  /// with the text kNullReference after the model is closed.
   std::uint64_t changes() const {
     elements();
     return mChanges;
@@ -102,7 +104,8 @@ class TARVELON_API HostList final : public SequenceProxy, public RewritableIntf 
   using Elements = std::vector<Generic::Ref>;
   using Index = std::unordered_set<const void*, Hash, Same>;
 
-  /// Removes destroyed elements and returns the others. Raises kNullReference when the model is closed.
+  /// Removes destroyed elements and returns the others. Raises K7Q::Exception with the text kNullReference
+  /// after the model is closed.
   Elements& elements() const;
   /// The sequence as error texts name it.
   std::string shown() const;

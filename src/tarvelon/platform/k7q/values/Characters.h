@@ -10,8 +10,8 @@ namespace K7Q {
 /// Raises K7Q::WrongType; the text names the class of the object.
 [[noreturn]] void throwNoText(const NSInterface::ObjectIntf& object);
 
-/// The text cell of an object that holds a text; null for an empty object. Raises K7Q::WrongType for an
-/// object of another kind.
+/// The text object to which a handle refers; null for a null handle. Raises K7Q::WrongType for an object of
+/// another kind.
 inline const NSInterface::StringIntf* textCellOf(const Object& object) {
   const auto* interface = object.getInterface();
   if (!interface) return nullptr;
@@ -19,7 +19,7 @@ inline const NSInterface::StringIntf* textCellOf(const Object& object) {
   return static_cast<const NSInterface::StringIntf*>(interface);
 }
 
-/// The characters of the text. Valid as long as the object is referenced.
+/// The characters of the text; none for a null handle. Valid as long as a reference on the text exists.
 inline std::u16string_view charactersOf(const Object& object) {
   const auto* cell = textCellOf(object);
   return cell ? cell->view() : std::u16string_view();

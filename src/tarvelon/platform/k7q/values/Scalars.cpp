@@ -42,7 +42,7 @@ const ScalarIntf* scalarOf(const Object& object) noexcept {
   return nullptr;
 }
 
-/// The number in an object that holds a scalar; 0 for an empty object.
+/// The number in the object form of a scalar; 0 for a null handle. `expected` is the type in the error text.
 double numberIn(const Object& object, const char* expected) {
   if (object.isNull()) return 0;
   const auto* scalar = scalarOf(object);

@@ -58,5 +58,5 @@ std::string uriTaken(std::u16string_view uri);
 
 }  // namespace K7Q::text
 
-/// The same as k7q::getTooManyElementsMessage(), for callers that cannot use namespaces.
+/// The same function as k7q::getTooManyElementsMessage(), with C linkage.
 extern "C" TARVELON_API const char* k7q_getTooManyElementsMessage();

@@ -26,8 +26,8 @@
 ///   const auto copy = common::Package::cast(clone(package, otherRoot));
 ///
 /// Errors:  If a function raises, no model has changed. Besides the exceptions named below, every function
-///          raises K7Q::Exception for an empty handle, a destroyed object, a closed model and an owner that
-///          may not be written, and std::bad_alloc.
+///          raises K7Q::Exception for a null handle, a destroyed object, a closed model and an owner that may
+///          not be written, and std::bad_alloc.
 /// Cost:    Proportional to the number of objects and values that are copied. There is no recursion, so depth
 ///          is not limited by the stack.
 /// Threads: During the call one thread uses both models. Afterwards the two models share nothing, and each
@@ -47,7 +47,7 @@ enum class Outside : std::uint8_t {
 ///   is contained, if the owner has that property and the property can take one more object; otherwise in the
 ///   only property of the owner that can take it.
 /// - a model. The copy goes into that model and has no owner.
-/// - empty. The copy goes into the object's own model and has no owner.
+/// - a null handle. The copy goes into the object's own model and has no owner.
 ///
 /// Raises K7Q::WrongType if `object` is not an object of a model, and K7Q::WrongValue if no property of the
 /// owner can take the copy or several can; the text lists them.

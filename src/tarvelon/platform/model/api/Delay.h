@@ -12,8 +12,9 @@ namespace Tarvelon::metamodel::native {
 
 class NativeModel;
 
-/// A scope on the stack of a thread in which listeners are not called. Scopes may be nested; a thread-local
-/// pointer leads to the innermost one.
+/// The state of a DelayedTelling or an Undertaking: a scope on the stack of a thread that delays the
+/// notification of listeners until its end. Scopes may be nested; a thread-local pointer leads to the
+/// innermost one.
 struct Delay {
   /// The enclosing scope, null if there is none.
   Delay* outer = nullptr;

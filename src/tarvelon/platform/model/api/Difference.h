@@ -34,8 +34,8 @@ struct Difference {
   /// "/Brakes.PackagedElement[3]".
   std::string place;
   std::string newPlace;
-  /// Only for Changed: the name of the property that the host shows, and its value before and after as JSON.
-  /// `null` means that there was no value.
+  /// Only for Changed: the property, under the name that the host shows, and its value before and after as
+  /// JSON. `null` means that there was no value.
   std::string_view property;
   std::string before;
   std::string after;
@@ -55,10 +55,11 @@ struct Difference {
 /// same class.
 /// - Objects with equal qualified names match. If several have the same name, objects with equal content
 ///   match first, then the others in their order. Objects that they contain stay with them.
-/// - Of the remaining objects, two match if everything that they contain is equal, cross references apart.
-///   They match as moved if they have the same name, and as renamed if they have the same owner and property.
+/// - Of the remaining objects, two match if everything that they contain is equal. Cross references are not
+///   compared here. They match as moved if they have the same name, and as renamed if they have the same
+///   owner and property.
 /// - Objects without a name match in the same property of the same owner: first those with equal content,
-///   then those of the same class that follow the same matched object.
+///   then those that have the same class and come behind the same pair of matched objects.
 ///
 /// Order:   Removed, added, moved, renamed, changed; each in the order of the models.
 /// Errors:  K7Q::WrongType if the two are neither two models nor two objects of one class. K7Q::Exception if

@@ -19,7 +19,8 @@ using Steps = std::span<const Step>;
 
 namespace {
 
-/// Builds the label of a batch, place by place.
+/// Builds the label of a batch from its steps. A place is one property of one object, or an object that the
+/// batch creates or destroys; the label names each place once.
 class Label {
  public:
   explicit Label(Steps steps, bool isInverse = false) : mSteps(steps), mIsInverse(isInverse) {
@@ -56,7 +57,8 @@ class Label {
     mText += named(*step.object);
   }
 
-  /// The name of an object that does not exist at the moment is taken from the steps.
+  /// The object and its name. An object that does not exist at the moment has no name; then the name comes
+  /// from the steps.
   std::string named(const native::Instance& object) const {
     const auto found = native::isNamed(object) ? mNames.end() : mNames.find(&object);
     return found == mNames.end() ? native::describe(object) : native::describe(object, found->second);

@@ -18,7 +18,8 @@
 ///   }
 namespace Tarvelon::metamodel {
 
-/// Returns the description of the object's class. Raises kNullReference if the object is not valid.
+/// Returns the description of the object's class. Raises K7Q::Exception with the text kNullReference if the
+/// object is not valid.
 inline const K7Q::NSInterface::ClassIntf& classOf(const foundation::Element& object) {
   object.requireValid();
   const K7Q::ImmutableType type = object.getClassObject()->getMetaType(object.getDeviant());
@@ -91,8 +92,8 @@ inline void collect(const foundation::Element& object, const K7Q::IntrospectiveM
 }  // namespace reflection
 
 /// Returns the properties of the object's class: its own first, then those of its bases. A property that a
-/// subclass redefines is returned once, as the redefinition. Raises kNullReference if the object is not
-/// valid.
+/// subclass redefines is returned once, as the redefinition. Raises K7Q::Exception with the text
+/// kNullReference if the object is not valid.
 inline std::vector<ObjectProperty> propertiesOf(const foundation::Element& object) {
   std::set<std::string_view> names;
   std::vector<ObjectProperty> found;

@@ -20,7 +20,7 @@
 ///          findClass() may be called on any thread.
 namespace Tarvelon::model {
 
-/// Returns the first object with that qualified name, in the order of containment, or an empty handle. The
+/// Returns the first object with that qualified name, in the order of containment, or a null handle. The
 /// leading slash may be left out.
 /// Cost: Constant time for each segment of the name. The first search in a model builds an index; later
 /// changes keep the index up to date.
@@ -54,7 +54,7 @@ TARVELON_API std::vector<Mention> referrers(const K7Q::ClassObject& object);
 /// object. Returns an empty text for a valid handle.
 TARVELON_API std::string lossOf(const K7Q::ObjectHandle& handle);
 
-/// Returns the name of a property that the host shows ("category"). The name in the metamodel is
+/// Returns the name under which the host shows a property ("category"). The name in the metamodel is
 /// PropertyIntf::name() ("Category").
 TARVELON_API const char* hostName(const K7Q::NSInterface::PropertyIntf& property);
 

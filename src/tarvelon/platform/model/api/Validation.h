@@ -34,7 +34,7 @@ struct Problem {
   /// the object, with an index from 0 for many-valued ones. An object without a name and without a named
   /// owner is "(class)". A path of more than 1000 levels or 4096 bytes is shortened to its end, after "...".
   std::string path;
-  /// The name of the property that the host shows. Empty if the problem is about the whole object.
+  /// The name under which the host shows the property. Empty if the problem is about the whole object.
   std::string property;
   /// The id of the rule: "required-reference". A published id never changes.
   std::string rule;
@@ -53,8 +53,8 @@ struct RuleDescription {
 
 /// Returns all problems of a model. They are in the order of containment, beginning at each root; roots are
 /// in the order of model::objects(). Problems of one object are in the order of validationRules(). The same
-/// model always gives the same problems. Raises K7Q::Exception for a closed model. Cost: a few hundred
-/// nanoseconds for each object.
+/// model always gives the same problems. Raises K7Q::Exception for a closed model.
+/// Cost: A few hundred nanoseconds for each object.
 TARVELON_API std::vector<Problem> validate(const Model& model);
 /// Returns the problems of an object and of everything that it contains. Raises K7Q::Exception for an object
 /// that is not valid.

@@ -16,10 +16,12 @@ namespace Tarvelon::model {
 ///   PackagedElement, and the owner of that is nothing
 ///
 /// A library that is built with TARVELON_AUDIT runs the same checks by itself after changes
-/// (changes/AuditHooks.h). When called in a listener, the function skips the history, which the current
-/// change is not part of yet. Cost:    Proportional to the number of objects, their values, and the steps in
-/// the history. Errors:  kNullReference for a closed model, std::bad_alloc. Threads: One thread at a time for
-/// each model.
+/// (changes/AuditHooks.h). If a listener calls the function, it does not check the history, because the
+/// current change is not in the history yet.
+///
+/// Cost:    Proportional to the number of objects, their values, and the steps in the history.
+/// Errors:  K7Q::Exception with the text kNullReference for a closed model; std::bad_alloc.
+/// Threads: One thread at a time for each model.
 TARVELON_API std::string audit(const K7Q::Model& model);
 
 }  // namespace Tarvelon::model

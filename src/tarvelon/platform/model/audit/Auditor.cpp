@@ -158,8 +158,9 @@ void Auditor::checkOpposite(const Instance& object, unsigned slot, const Instanc
                                  shownSlot(element, backSlot));
 }
 
-/// Does not search the lists of referrers for the object. If one of them does not contain it, the number of
-/// references differs from the number of referrers, which checkObjects() compares.
+/// Checks that each referrer of the object is an object of the model, and that its slot has a value. If the
+/// slot has a list, the function does not search the list for the object. An object that is missing from such
+/// a list is found by checkObjects(): it compares the number of references with the number of referrers.
 void Auditor::checkReferrers(const Instance& object) {
   const Word* word = object.find(Instance::kReferrerSlot);
   if (!word) return;

@@ -250,7 +250,7 @@ std::span<const Step> Journal::nextRedo() const noexcept {
 
 namespace {
 
-/// The innermost scope on this thread in which listeners are not called.
+/// The innermost scope on this thread that delays the notification of listeners.
 TARVELON_THREAD_LOCAL Delay* tDelay = nullptr;
 
 }  // namespace

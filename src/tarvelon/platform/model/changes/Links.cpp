@@ -78,7 +78,8 @@ void reservePlace(Instance& object, unsigned slot, unsigned values) {
   }
 }
 
-/// The opposite reference of a reference: the slot of the element that refers back to the object.
+/// A reference from an object to an element may have an opposite: a reference from the element back to the
+/// object. This class knows the slot of the opposite in the element.
 class Opposite {
  public:
   Opposite(const Instance& object, unsigned slot, Instance& element) : mElement(element) {
@@ -127,9 +128,9 @@ void reserveReference(Instance& object, unsigned slot, Instance& element, const 
   if (opposite.isThere()) opposite.reservePlaceBack(values);
 }
 
-/// The most steps that changing one reference can make: the reference itself, the removal from the previous
-/// owner, and the opposite references of the new element, of the old element and of the object that the new
-/// element referred to before.
+/// An upper bound for the number of steps that a change of one reference makes. The steps change the
+/// reference itself, the previous owner, and the opposite references of the new element, of the old element
+/// and of the object that the new element referred to before.
 constexpr std::size_t kMostSteps = 6;
 
 void storeReference(Instance& object, unsigned slot, Instance& element) {

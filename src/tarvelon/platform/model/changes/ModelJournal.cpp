@@ -12,7 +12,7 @@ Journal& NativeModel::requireJournal() {
 }
 
 void NativeModel::dropIdleJournal() noexcept {
-  // The listener that is being called belongs to the journal and returns to it.
+  // A listener is running: it belongs to the journal, and the journal continues when the listener returns.
   if (mJournal && mJournal->isTelling()) return;
   // Freeing a listener may run any code: it may release the last handle of the model, or end the journal.
   addRef();

@@ -14,9 +14,10 @@ class Instance;
 void moveElement(Instance& object, unsigned slot, std::uint32_t from, std::uint32_t to);
 /// Swaps two elements.
 void exchangeElements(Instance& object, unsigned slot, std::uint32_t left, std::uint32_t right);
-/// Reorders the list: the element at index order[i] moves to index i. REQUIRES: `order` contains each index
-/// of the list once. Cost: Proportional to the length of the list. Each step brings one element to its final
-/// place.
+/// Reorders the list: the element at index order[i] moves to index i. Each step brings one element to its
+/// final place.
+/// REQUIRES: `order` contains each index of the list once.
+/// Cost:     Proportional to the length of the list.
 void arrangeElements(Instance& object, unsigned slot, std::span<const std::uint32_t> order);
 
 }  // namespace Tarvelon::metamodel::native

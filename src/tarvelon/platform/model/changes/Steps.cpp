@@ -71,7 +71,7 @@ void applyValue(const Step& step, StepRoom room) noexcept {
 void applyLife(const Step& step) noexcept {
   if (step.hasAfter) {
     step.object->restore();
-    // An index of names that was built meanwhile has no entry for the object.
+    // If an index of names was built while the object did not exist, it has no entry for the object.
     step.object->model().noteNameOf(*step.object, true);
   } else {
     step.object->markDeleted();
@@ -126,7 +126,8 @@ bool isRow(const Step& step, const Step& next) noexcept {
   return step.hasAfter ? step.index < next.index : step.index > next.index;
 }
 
-/// A run of such steps, or any single step. The run is applied or undone.
+/// A run of such steps, or one step of any kind. apply() applies the run, or undoes it if `isTakenBack` is
+/// true. mAreInserted says whether this inserts elements; otherwise it removes them.
 class StepRun {
  public:
   StepRun(std::span<const Step> steps, bool isTakenBack) noexcept

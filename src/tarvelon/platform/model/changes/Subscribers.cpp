@@ -95,7 +95,7 @@ std::size_t Subscribers::select(std::span<const Step> steps) noexcept {
 
 void Subscribers::tell(std::span<const Step> steps) noexcept {
   const std::vector<Step> sorted = select(steps) > 1 ? sortedByObject(steps) : std::vector<Step>();
-  // By index, since a listener that is added meanwhile may reallocate the list.
+  // By index, since a listener that is added during a call may reallocate the list.
   for (std::size_t index = 0; index < mTold.size(); ++index) {
     const Subscriber& subscriber = *mTold[index];
     if (subscriber.hasLeft) continue;

@@ -34,9 +34,8 @@ class Subscribers {
   std::shared_ptr<void> takeLeft() noexcept;
   bool empty() const noexcept { return mAll.empty(); }
 
-  /// Calls the listeners in the order of their ids, without those that are added meanwhile. Their exceptions
-  /// are ignored.
-  /// REQUIRES: takeLeft() is not called meanwhile.
+  /// Calls the listeners in the order of their ids, without those that are added during the call. Their
+  /// exceptions are ignored. REQUIRES: no listener calls takeLeft().
   void tell(std::span<const Step> steps) noexcept;
 
  private:

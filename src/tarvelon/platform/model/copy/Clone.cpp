@@ -54,8 +54,9 @@ class Copier {
   std::vector<Instance*> mCopies;
 };
 
-// A copy with an owner is destroyed with the owner. All of them are sorted out before the first is destroyed,
-// which frees the others.
+// destroyTree() also destroys the copies that a copy contains. So only copies without an owner are destroyed
+// here. The others leave the list before the first copy is destroyed, because they may not exist any more
+// after that.
 Copier::~Copier() {
   if (mModel.journal()) return;
   std::erase_if(mCopies, [](const Instance* copy) { return copy->owner() != nullptr; });
@@ -139,7 +140,8 @@ void Copier::copyReferences(const Instance& original, Instance& copy, bool isOfL
   });
 }
 
-/// Whether the target of the slot refers back to a single object, which is the original.
+/// Whether the opposite of the reference is single-valued. Then the target refers back to the original, and
+/// cannot refer back to the copy as well.
 bool isTaken(const ClassData& cls, unsigned slot) {
   if ((cls.oppositeSlots >> slot & 1) == 0) return false;
   return !cls.slotProperties[slot]->opposite()->isMany();
@@ -177,8 +179,8 @@ void requireClosed(const Tree& tree) {
                         "; copy an object that holds both ends, or leave such references out");
 }
 
-/// The object behind a handle. Raises K7Q::WrongType if it is not an object of a model, and kNullReference
-/// for an empty handle and for a destroyed object.
+/// The object behind a handle. Raises K7Q::WrongType if it is not an object of a model. Raises K7Q::Exception
+/// with the text kNullReference for a null handle and for a destroyed object.
 Instance& requireObject(const K7Q::ObjectHandle& handle) {
   if (handle.isNull()) raiseNullReference();
   Instance* object = asInstance(handle.getInterface());

@@ -112,9 +112,9 @@ Levels::Levels(const Tree& tree) : holders(tree.size(), Tree::kNone) {
 
 }  // namespace
 
-// Level by level from the top, so that objects below different owners of the same name stay apart. Of several
-// nodes with the same name, those with equal content are paired first, and before these those with equal
-// content in the same place.
+// Goes from the top down, level by level. So objects below different owners of the same name stay apart. If
+// several nodes have the same name, three rounds pair them: first nodes with equal content in the same place,
+// then nodes with equal content, then the others.
 void Matching::matchNamesBelow() {
   Levels older(mOlder.tree);
   Levels newer(mNewer.tree);
@@ -255,7 +255,7 @@ void Matching::matchPlaces(Nodes older, Nodes newer) {
 }
 
 /// Pairs the children of one pair of nodes: first equal ones, then those that differ only in references, then
-/// those of the same class that follow the same matched node.
+/// those that have the same class and come behind the same pair of matched nodes.
 void Matching::matchGroups(Nodes older, Nodes newer) {
   matchPlaces(older, newer);
   const auto isOpen = [this](std::uint32_t node) { return mOlder.isOpen(node); };

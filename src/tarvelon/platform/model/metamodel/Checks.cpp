@@ -1,5 +1,6 @@
 // Compile-time checks of the rows: a row that breaks one of these rules does not compile. Two rules need no
-// check, since a base is named by its type: bases have rows, and they form no cycle.
+// check here: each base has a row, and bases form no cycle. A row names its bases as C++ types, so the
+// compiler ensures both.
 
 #include <algorithm>
 #include <string_view>

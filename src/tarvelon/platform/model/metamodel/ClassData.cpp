@@ -152,7 +152,7 @@ ArgumentPlan ClassData::planArgument(std::string_view parameter) const {
   const Property* property = findProperty(metaName);
   if (!property)
     refuseRows(*methods, "no property '" + std::string(metaName) + "' for a constructor's argument");
-  // A property of this class belongs to the ClassData that is being constructed.
+  // data() cannot return the ClassData of this class yet, because it is being constructed.
   const ClassData& owner = &property->ownerClass() == methods ? *this : property->ownerClass().data();
   const std::uint8_t slot = placeOf(owner, property->id()).slot;
   return {slotProperties[slot], slot};

@@ -87,7 +87,8 @@ const Property* Property::findOpposite() const {
   return found;
 }
 
-// An inherited entry of the same name is hidden in any case.
+// Null if the hidden entry has the same name as this property: a property always hides an inherited one of
+// its own name.
 const char* Property::hiddenName() const {
   return mRow->hidden && mMetaName != mRow->hidden ? mRow->hidden : nullptr;
 }

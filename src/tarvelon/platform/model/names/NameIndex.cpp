@@ -74,7 +74,8 @@ bool NameIndex::Bucket::contains(const Entry& entry) const noexcept {
 }
 
 NameIndex::NameIndex(const NativeModel& model) : mModel(model) {
-  // Counts every object that can have a name. Most of them have one, and so no object is read twice.
+  // An upper bound: the number of objects whose class has a name property. Most of them have a name, and this
+  // count reads no object.
   std::uint64_t names = 0;
   for (const InstanceIndex::ClassList& list : mModel.instances().classes()) {
     if (hasName(*list.cls)) names += list.numbers.size() - list.gaps;

@@ -32,7 +32,8 @@ bool PathText::prepend(std::string part) {
 bool PathText::prependName(std::u16string_view name) {
   // Of a very long name, only the end can ever be shown.
   if (name.size() > kMostBytes) name.remove_prefix(name.size() - kMostBytes);
-  if ((name.empty() ? 0 : name.front() & 0xFC00) == 0xDC00) name.remove_prefix(1);  // not within a character
+  // The cut must not split a surrogate pair.
+  if ((name.empty() ? 0 : name.front() & 0xFC00) == 0xDC00) name.remove_prefix(1);
   return prepend("/" + K7Q::String::to_string(name));
 }
 
@@ -51,7 +52,8 @@ std::string PathText::text() const {
   for (std::size_t part = shown; part-- > 0;) text.append(mParts[part]);
   if (!isCut()) return text;
   std::size_t begin = text.size() > kShownBytes ? text.size() - kShownBytes : 0;
-  while (begin < text.size() && isInside(text[begin])) ++begin;  // not within a character
+  // The cut must not split a UTF-8 character.
+  while (begin < text.size() && isInside(text[begin])) ++begin;
   return text.replace(0, begin, "...");
 }
 

@@ -104,8 +104,9 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   void removeReferrer(Referrer referrer, bool keepsRoom = false) noexcept;
   bool isReferredBy(Referrer referrer) const noexcept;
 
-  /// Marks an object that is being destroyed. markDying() also clears the owner; the same member then links
-  /// the marked objects into a list.
+  /// Whether the object is marked as being destroyed. setDying() only sets the mark. markDying() sets the
+  /// mark and clears the owner. From then on, the member of the owner holds the next object of a list: the
+  /// marked objects form a linked list.
   bool isDying() const noexcept { return (mState & kDying) != 0; }
   void setDying(bool isDying) noexcept { mState = isDying ? mState | kDying : mState & ~kDying; }
   void markDying() noexcept {

@@ -16,7 +16,8 @@ namespace Tarvelon::metamodel::native {
 ///
 /// Objects are stored in chunks, in the order of their numbers. So an object is found by number in constant
 /// time, and iterating over all objects reads memory sequentially. Free numbers are reused before new ones
-/// are given out. Iteration in order of numbers gives an order that does not change for existing objects.
+/// are given out. An object keeps its number, so iterating by number always gives the existing objects in the
+/// same order.
 /// Cost: 5 bytes for each object besides the object itself, and 4 to 8 bytes in the list of its class.
 class InstanceIndex {
  public:

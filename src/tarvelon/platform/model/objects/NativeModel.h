@@ -28,7 +28,8 @@ class NameIndex;
 class NativeModel final : public K7Q::NSInterface::ModelIntf {
  public:
   static K7Q::Model make(const std::u16string& uri);
-  /// Returns the model behind a handle. Raises kNullReference for an empty handle and for a closed model.
+  /// Returns the model behind a handle. Raises K7Q::Exception with the text kNullReference for a null handle
+  /// and for a closed model.
   static NativeModel& require(const K7Q::Model& model);
 
   void addRef() const override { ++mReferences; }

@@ -33,8 +33,8 @@ void forEachSlot(std::uint64_t slots, Visit visit) {
   for (; slots != 0; slots &= slots - 1) visit(static_cast<unsigned>(std::countr_zero(slots)));
 }
 
-/// Calls visit(Instance&, slot) for each object in the given slots of an object, in order. The object must
-/// not change meanwhile.
+/// Calls visit(Instance&, slot) for each object in the given slots of an object, in order. visit() must not
+/// change the object.
 template <class Visit>
 void forEachObject(const Instance& object, std::uint64_t slots, Visit visit) {
   forEachSlot(object.presence() & slots, [&](unsigned slot) {

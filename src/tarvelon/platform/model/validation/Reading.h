@@ -33,7 +33,8 @@ bool isA(const Instance* object) {
   return object && isA<X>(*object);
 }
 
-/// The slot of a property, by the name that the host shows. REQUIRES: isA<X>(object).
+/// The slot of a property. Name is the name under which the host shows the property.
+/// REQUIRES: isA<X>(object).
 template <class X, FixedString Name>
 unsigned slotOf(const Instance& object) {
   using Found = PropertyAccess<X, Name>;
@@ -57,7 +58,7 @@ const Instance* getOf(const Instance* object) {
   return isA<X>(object) ? get<X, Name>(*object) : nullptr;
 }
 
-/// The number of an enumeration value, or an integer. 0 if it was never set, as when reading it.
+/// The number of an enumeration value, or an integer. 0 if it was never set: a handle reads the same value.
 template <class X, FixedString Name>
 std::int32_t number(const Instance& object) {
   const Word* word = wordOf<X, Name>(object);
@@ -134,8 +135,8 @@ const Instance* holderOf(const Instance* object) {
 /// checkHeld).
 void pushHeld(const Instance& object, std::vector<const Instance*>& stack);
 
-/// The name that the host shows for the property of a slot: that of its most derived declaration that the
-/// host knows.
+/// The name under which the host shows the property of a slot. If a class redefines the property, this is the
+/// name in the most derived declaration that the host shows.
 const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept;
 
 /// The name of the class without its packages.

@@ -136,7 +136,8 @@ std::vector<Problem> validate(const Model& model) {
 std::vector<Problem> validate(const ClassObject& object) {
   const auto& root = validation::require(object, "validate");
   validation::Findings findings(object.getDeviant(), &root);
-  // Assumes that there are some. Finding out would mean to visit every object of the model.
+  // Assumes that the model has strays: to find out, the function would have to visit every object of the
+  // model.
   findings.noteStrays();
   validation::visitTree(root, [&](const native::Instance& each) { validation::visit(each, findings); });
   const native::Instance* const roots[] = {&root};

@@ -158,7 +158,8 @@ void checkConnectorInterfaces(const Instance& object, Findings& findings) {
     requireInterfaces(object, portAt(get<AssemblyConnector, "Provider">(object)),
                       portAt(get<AssemblyConnector, "Requester">(object)), findings);
   } else if (isA<PassThroughConnector>(object)) {
-    // Seen from inside: the data that enters at the required port leaves at the provided port.
+    // Data enters the composition at the required port and leaves it at the provided port. So the required
+    // port is checked as the provider of the connector, and the provided port as its requester.
     requireInterfaces(object, get<PassThroughConnector, "RequiredOuterPort">(object),
                       get<PassThroughConnector, "ProvidedOuterPort">(object), findings);
   } else if (isA<DelegationConnector>(object)) {

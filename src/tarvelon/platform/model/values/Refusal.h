@@ -16,14 +16,14 @@ class NativeModel;
 class Property;
 struct ClassData;
 
-/// Raises an assertion with that message and the caller's place in the source, relative to the repository.
-/// The detail is appended.
+/// Raises K7Q::Exception with that message, the caller's position in the source, and the detail. The path of
+/// the source is relative to the repository.
 [[noreturn]] void raiseAssertion(const char* message, const std::string& detail = {},
                                  const char* file = __builtin_FILE(), int line = __builtin_LINE());
-/// Raises the assertion for an empty handle.
+/// Raises K7Q::Exception with the text kNullReference, for a null handle.
 [[noreturn]] void raiseNullReference(const char* file = __builtin_FILE(), int line = __builtin_LINE());
-/// Raises the same assertion for an object or model that cannot be used any more. The detail says what it was
-/// and what happened to it.
+/// Raises the same exception for an object or model that cannot be used any more. Its text also says what the
+/// object was and what happened to it.
 [[noreturn]] void raiseLost(const Instance& object, const char* file = __builtin_FILE(),
                             int line = __builtin_LINE());
 [[noreturn]] void raiseLost(const NativeModel& model, const char* file = __builtin_FILE(),

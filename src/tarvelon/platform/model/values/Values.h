@@ -30,7 +30,7 @@ struct Prepared {
 /// The returned word borrows the value and adds no reference.
 Prepared prepare(const Target& target, const K7Q::Object& value);
 
-/// Checks an element for a list of references. An empty handle is refused.
+/// Checks an element for a list of references. A null handle is refused.
 Instance& prepareElement(const Target& target, const K7Q::Object& value);
 /// Checks a text: raises K7Q::WrongValue for characters that XML, and so a file, cannot contain. These are
 /// control characters other than tab, line feed and carriage return, lone surrogates, U+FFFE and U+FFFF.

@@ -14,7 +14,8 @@ class Property;
 /// The value of a single-valued derived property, null if there is none.
 K7Q::NSInterface::ObjectIntf* derivedValue(const Instance& object, const Property& property) noexcept;
 
-/// A new sequence of the objects that a read row of the class selects. The caller gets no reference to it.
+/// A new sequence of the objects that a read row of the class selects. Its reference count is 0: the first
+/// handle on it takes it over.
 K7Q::Generic::SequenceIntf* readKind(const Instance& object, const ClassMethods& cls, const ReadRow& row,
                                      K7Q::Deviant deviant);
 

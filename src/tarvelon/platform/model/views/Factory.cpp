@@ -80,8 +80,8 @@ constexpr std::string_view kName = "Name";
 
 void* Factory::cast(K7Q::CooperativeVisitor::TagPair tag) {
   using namespace K7Q::NSInterface;
-  // The tag of the factory interface may have to be created here, which can fail. So it is asked for only if
-  // the tag can be that one.
+  // The first request for the tag of arplatform's FactoryIntf creates this tag, which can fail. So this
+  // function asks for it only if `tag` is not one of the kernel's tags.
   if (tag.interface < K7Q::CooperativeVisitor::internal::KernelTags::kCount) {
     return castAmong<FactoryIntf, FactoryObjectIntf, ObjectIntf, K7Q::ReferenceCountingIntf>(this, tag);
   }
@@ -112,7 +112,7 @@ K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& c
 K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& cls, const K7Q::String& name) {
   const ClassMethods& table = find(K7Q::String::to_string(cls));
   const Property* property = table.data().findProperty(kName);
-  // If the class is abstract, create() raises the error that tells so.
+  // If the class is abstract, create() raises the error that says so.
   if (!property && !table.isAbstract()) {
     throw K7Q::WrongValue("Factory.createFromString: objects of class '" + std::string(relativeName(table)) +
                           "' have no name; give the class alone");

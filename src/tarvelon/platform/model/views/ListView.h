@@ -15,14 +15,14 @@ class ListIterator;
 /// A live view of a many-valued property: it always shows the current elements.
 ///
 /// Lifetime:  A view keeps the model of its object alive. If the object was destroyed or the model closed,
-///            every function raises the assertion for an empty handle.
+///            every function raises K7Q::Exception with the text kNullReference.
 /// Adding:    An element is checked like the value of a single-valued property. A list of references contains
 ///            an object at most once: appending an object that is present changes nothing, inserting it at an
 ///            index moves it directly before the element at this index, and replacing another element with it
 ///            swaps the two. A list of texts or enumeration values may contain duplicates.
-/// Iterators: An iterator is an index. Inserting, removing or moving elements invalidates it, and using it
-///            raises; the iterator that such a function returns is valid. An iterator past the end raises
-///            "sequence index out of bounds".
+/// Iterators: An iterator is an index. Inserting, removing, moving or replacing elements invalidates it, and
+///            using it raises; the iterator that such a function returns is valid. An iterator past the end
+///            raises "sequence index out of bounds".
 /// Errors:    Checked in this order: an immutable view, a handle that may not be written, the position, the
 ///            element. If a function raises, nothing has changed.
 /// REQUIRES:  A Ref argument carries what the sequence holds: an object, a text or an enumeration value.
@@ -61,7 +61,8 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
   /// other sequence has another kind of elements.
   bool specialized_assign(const SequenceIntf* other) final;
 
-  /// Differs from an earlier result if elements were inserted, removed or moved.
+  /// A counter of changes. It differs from an earlier result if elements were inserted, removed, moved or
+  /// replaced since.
   virtual std::uint32_t changes() const = 0;
   /// Raises if the iterator was invalidated by a change.
   void requireFresh(const ListIterator& iterator) const;
@@ -76,7 +77,8 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
  protected:
   ListView(Instance& object, const Property& property, bool immutable);
 
-  /// The object that has the list. Raises kNullReference if it is not valid any more.
+  /// The object that has the list. Raises K7Q::Exception with the text kNullReference if the object is no
+  /// longer valid.
   Instance& object() const;
   const Property& property() const noexcept { return *mProperty; }
 
@@ -109,8 +111,8 @@ class ListView : public K7Q::SequenceProxy, public K7Q::RewritableIntf {
   bool mIsImmutable;
 };
 
-/// Creates the view of a property. The view of a read-only property is always immutable. The caller gets no
-/// reference to it.
+/// Creates the view of a property. The view of a read-only property is always immutable. Its reference count
+/// is 0: the first handle on it takes it over.
 K7Q::Generic::SequenceIntf* makeView(Instance& object, const Property& property, unsigned slot,
                                      bool immutable);
 

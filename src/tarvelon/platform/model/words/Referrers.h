@@ -31,7 +31,7 @@ class Referrers {
   bool empty() const noexcept { return mWord == 0 || (!isSingle() && block().size == 0); }
   /// How many more referrers can be inserted without a reserve().
   std::uint32_t room() const noexcept;
-  /// Calls visit(Referrer) for each referrer, in no particular order. The set must not change meanwhile.
+  /// Calls visit(Referrer) for each referrer, in no particular order. visit() must not change the set.
   template <class Visit>
   void forEach(Visit visit) const {
     if (mWord == 0) return;

@@ -14,7 +14,8 @@ namespace Tarvelon::metamodel::native {
 /// the other elements.
 ///
 /// Ownership: The list owns its storage, but not what its words point to.
-/// Failure:   Only make() and reserve() allocate. The other functions cannot fail.
+/// Failure:   Only make() and reserve() can fail. shrink() keeps the storage if there is no memory for a
+///            smaller one.
 class WordList {
  public:
   static constexpr std::uint32_t kNotFound = std::numeric_limits<std::uint32_t>::max();
@@ -38,7 +39,8 @@ class WordList {
     for (std::uint32_t index = 0; index < mSize; ++index) mWords[mFirst + index] = wordAt(index);
     ++mChanges;
   }
-  /// Differs from an earlier result if elements were inserted, removed or moved.
+  /// A counter of changes. It differs from an earlier result if words were inserted, removed, moved or
+  /// replaced since.
   std::uint32_t changes() const noexcept { return mChanges; }
 
   /// How many more words fit without a reserve().
