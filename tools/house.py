@@ -8,7 +8,6 @@ nothing; it fails if the picture in docs/ is not the one of these sources.
 """
 
 import re
-import subprocess
 import sys
 from html import escape
 from pathlib import Path
@@ -40,11 +39,11 @@ def room_of(name):
 
 def rooms(root):
     """{room: [files, lines, set of the rooms that it includes]}"""
-    files = subprocess.run(["git", "ls-files", "src", "python/host"], cwd=root, capture_output=True, text=True, check=True)
     found = {}
-    for name in files.stdout.splitlines():
-        room = room_of(name) if name.endswith((".h", ".cpp")) else None
-        if room is None or not (root / name).is_file():
+    for path in sorted([*(root / "src").rglob("*"), *(root / "python/host").rglob("*")]):
+        name = path.relative_to(root).as_posix()
+        room = room_of(name) if path.suffix in (".h", ".cpp") else None
+        if room is None:
             continue
         text = (root / name).read_text(encoding="utf-8")
         entry = found.setdefault(room, [0, 0, set()])
