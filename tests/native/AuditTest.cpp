@@ -397,8 +397,8 @@ TEST_F(Audit, EndsAProcessWithTheInvariantTheObjectAndTheStep) {
   at(mOther).setDying(true);
   EXPECT_DEATH(
       mPackage.set<"Name">(u"Q"),
-      "audit: no object is left half destroyed: variant.SystemConst 'D' .number 2. is; seen behind a step "
-      "in Name of common.Package 'Q' .number 0.");
+      "audit: no object is left half destroyed: variant.SystemConst 'D' .number 2. is; found after "
+      "common.Package 'Q' .number 0..Name: char vector \"[A-Z]\" -> char vector \"Q\"");
   at(mOther).setDying(false);
 }
 

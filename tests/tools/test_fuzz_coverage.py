@@ -15,8 +15,8 @@ def test_the_coverage_of_the_fuzzer_is_counted_by_folder():
         counts = {"covered": reached, "count": everything}
         return {"filename": str(ROOT / name), "summary": {kind: counts for kind in coverage.KINDS}}
 
-    found = coverage.sums([file("src/tarvelon/platform/files/shared/Ids.cpp", 3, 4),
-                           file("src/tarvelon/platform/files/shared/Ids.h", 1, 4),
+    found = coverage.sums([file("src/tarvelon/platform/files/Ids.cpp", 3, 4),
+                           file("src/tarvelon/platform/files/Ids.h", 1, 4),
                            file("src/tarvelon/binding/Methods.cpp", 2, 2),
                            file("src/tarvelon/collections/ListQImpl.h", 0, 9),
                            file("tests/world/World.cpp", 0, 9)], ROOT)

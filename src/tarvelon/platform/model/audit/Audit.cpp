@@ -26,17 +26,10 @@ Pace paceOfEnvironment() {
 /// The work that each change contributes to the next audit of the whole model.
 constexpr std::uint64_t kPaid = 128;
 
-std::string shownStep(const Step* step) {
-  if (!step) return "a change that no journal has noted";
-  if (step->kind == Step::Kind::Life) {
-    return std::string("the ") + (step->hasAfter ? "making" : "end") + " of " + shownObject(step->object);
-  }
-  return "a step in " + shownSlot(*step->object, step->slot) + " of " + shownObject(step->object);
-}
-
 [[noreturn]] void end(const Violation& violation, std::span<const Step> steps) {
   const Step* last = steps.empty() ? nullptr : &steps.back();
-  std::fprintf(stderr, "audit: %s; seen behind %s\n", violation.text.c_str(), shownStep(last).c_str());
+  std::fprintf(stderr, "audit: %s; found after %s\n", violation.text.c_str(),
+               (last ? shownStep(*last) : "a change that no journal has recorded").c_str());
   std::abort();
 }
 

@@ -28,18 +28,6 @@ void violate(std::string_view invariant, const std::string& what) {
   throw Violation{std::string(invariant) + ": " + what};
 }
 
-std::string shownObject(const Instance* object) {
-  if (!object) return "nothing";
-  const std::string text = describe(*object) + " (number " + std::to_string(object->number()) + ")";
-  return object->isAlive() ? text : "the buried " + text;
-}
-
-std::string shownSlot(const Instance& object, unsigned slot) {
-  const auto& properties = object.cls().slotProperties;
-  return slot < properties.size() ? std::string(properties[slot]->metaName())
-                                  : "slot " + std::to_string(slot);
-}
-
 void Auditor::checkAll() {
   checkNumbers();
   checkFreePlaces();

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "tarvelon/platform/model/audit/Unnoticed.h"
+#include "tarvelon/platform/model/changes/StepText.h"
 #include "tarvelon/platform/model/changes/Steps.h"
 #include "tarvelon/platform/model/objects/Instance.h"
 #include "tarvelon/platform/model/objects/NativeModel.h"
@@ -19,10 +20,6 @@ struct Violation {
 };
 
 [[noreturn]] void violate(std::string_view invariant, const std::string& what);
-
-/// The texts for an object and a property in messages. The model may be broken.
-std::string shownObject(const Instance* object);
-std::string shownSlot(const Instance& object, unsigned slot);
 
 /// One audit of a model. Each check function raises Violation for the first invariant that does not hold.
 class Auditor {

@@ -4,6 +4,7 @@
 
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/model/changes/Journal.h"
+#include "tarvelon/platform/model/changes/StepText.h"
 #include "tarvelon/platform/model/metamodel/ClassData.h"
 #include "tarvelon/platform/model/objects/Instance.h"
 #include "tarvelon/platform/model/objects/NativeModel.h"
@@ -163,7 +164,11 @@ class StepRun {
     for (std::size_t index = 0; index < mSteps.size(); ++index) native::apply(at(index));
   }
   void applyAtOnce() const noexcept {
-    for (std::size_t index = 0; index < mSteps.size(); ++index) beginStored(at(index));
+    for (std::size_t index = 0; index < mSteps.size(); ++index) {
+      if (kLogsSteps) [[unlikely]]
+        logStep(at(index));
+      beginStored(at(index));
+    }
     const auto placeAt = [this](std::size_t index) { return inOrder(index).index; };
     if (mAreInserted) {
       list().insertMany(count(), placeAt, [this](std::size_t index) { return inOrder(index).after; });
@@ -182,6 +187,8 @@ class StepRun {
 }  // namespace
 
 void apply(const Step& step) noexcept {
+  if (kLogsSteps) [[unlikely]]
+    logStep(step);
   switch (step.kind) {
     case Step::Kind::Value:
     case Step::Kind::Element:
