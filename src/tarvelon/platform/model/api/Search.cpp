@@ -126,15 +126,7 @@ std::vector<K7Q::ClassObject> findAll(const K7Q::Model& model, std::u16string_vi
 }
 
 std::u16string qualifiedName(const K7Q::ClassObject& object) {
-  const Instance& instance = require(object);
-  if (!native::isNamed(instance)) return {};
-  std::vector<std::u16string_view> names;
-  for (const Instance* each = &instance; each; each = native::namingHolder(*each)) {
-    names.push_back(native::ownName(*each));
-  }
-  std::u16string result;
-  for (auto name = names.rbegin(); name != names.rend(); ++name) (result += u'/').append(*name);
-  return result;
+  return native::qualifiedText(require(object));
 }
 
 std::vector<K7Q::ClassObject> instances(const K7Q::Model& model, const K7Q::IntrospectiveMethods& cls) {

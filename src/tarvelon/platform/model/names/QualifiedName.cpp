@@ -39,16 +39,16 @@ bool isNamedBelow(const Instance& object, const Instance* holder) noexcept {
   return true;
 }
 
-std::string qualifiedName(const Instance& object) {
+std::u16string qualifiedText(const Instance& object) {
   if (!isNamed(object)) return {};
-  std::vector<const Instance*> segments;
-  for (const Instance* each = &object; each; each = namingHolder(*each)) segments.push_back(each);
-  std::string name;
-  for (auto each = segments.rbegin(); each != segments.rend(); ++each) {
-    name.append("/").append(K7Q::String::to_string(ownName(**each)));
-  }
-  return name;
+  std::vector<std::u16string_view> names;
+  for (const Instance* each = &object; each; each = namingHolder(*each)) names.push_back(ownName(*each));
+  std::u16string result;
+  for (auto name = names.rbegin(); name != names.rend(); ++name) (result += u'/').append(*name);
+  return result;
 }
+
+std::string qualifiedName(const Instance& object) { return K7Q::String::to_string(qualifiedText(object)); }
 
 std::string_view shortName(const ClassData& cls) noexcept {
   const std::string_view name = cls.methods->className().name;

@@ -27,8 +27,9 @@ const Instance* namingHolder(const Instance& object) noexcept;
 /// Whether namingHolder() is `holder`. REQUIRES: `holder` is null or has a name.
 bool isNamedBelow(const Instance& object, const Instance* holder) noexcept;
 
-/// In UTF-8. Empty for an object without a name.
+/// The qualified name, in UTF-16 and in UTF-8. Empty for an object without a name.
 /// Cost: Proportional to the depth of the object.
+std::u16string qualifiedText(const Instance& object);
 std::string qualifiedName(const Instance& object);
 
 /// The name of a class with that of its package, as people write it: "behavior.Runnable".

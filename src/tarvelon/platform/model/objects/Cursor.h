@@ -5,6 +5,7 @@
 
 #include "tarvelon/platform/model/metamodel/ClassData.h"
 #include "tarvelon/platform/model/objects/Instance.h"
+#include "tarvelon/platform/model/objects/Slots.h"
 #include "tarvelon/platform/model/words/WordList.h"
 
 namespace Tarvelon::metamodel::native {
@@ -24,7 +25,7 @@ class Cursor {
     for (; mSlots != 0; mSlots &= mSlots - 1, mNext = 0) {
       mSlot = static_cast<unsigned>(std::countr_zero(mSlots));
       const Word* word = mObject->find(mSlot);
-      const bool isList = (mObject->cls().listSlots >> mSlot & 1) != 0;
+      const bool isList = native::isList(*mObject, mSlot);
       if (mNext == (isList ? word->list->size() : 1)) continue;
       mIndex = mNext++;
       mValue = isList ? word->list->at(mIndex) : *word;

@@ -6,6 +6,7 @@
 #include <vector>
 
 #include "tarvelon/platform/model/api/Metamodel.h"
+#include "tarvelon/platform/model/names/QualifiedName.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 
 namespace Tarvelon::metamodel::native::validation {
@@ -44,7 +45,7 @@ bool isSameBesidesCase(std::u16string_view left, std::u16string_view right) {
 }
 
 void addNamed(const Instance& object, Findings& findings) {
-  const auto name = nameOf(object);
+  const auto name = ownName(object);
   if (!name.empty()) findings.room().named.push_back({hashOf(name), findings.room().named.size(), &object});
 }
 
@@ -58,14 +59,14 @@ void addHeld(const Instance& object, Findings& findings) {
     const Instance& next = *open.back();
     open.pop_back();
     addNamed(next, findings);
-    if (nameOf(next).empty()) pushHeld(next, open);
+    if (ownName(next).empty()) pushHeld(next, open);
   }
 }
 
 /// Whether the object begins a namespace. The names below an object without a name belong to the namespace of
 /// its owner.
 bool isNamespace(const Instance& object, const Findings& findings) {
-  return !nameOf(object).empty() || &object == findings.top() ||
+  return !ownName(object).empty() || &object == findings.top() ||
          (!object.owner() && !isA<foundation::Package>(object));
 }
 
@@ -90,13 +91,13 @@ void report(std::vector<std::pair<Findings::Named, const Instance*>>& clashes, a
 void reportEqual(Findings& findings) {
   sortBy(findings, [](const auto& left, const auto& right) {
     if (left.hash != right.hash) return left.hash < right.hash;
-    const auto order = nameOf(*left.object) <=> nameOf(*right.object);
+    const auto order = ownName(*left.object) <=> ownName(*right.object);
     return std::is_eq(order) ? left.order < right.order : std::is_lt(order);
   });
   std::vector<std::pair<Findings::Named, const Instance*>> clashes;
   const Findings::Named* first = nullptr;
   for (const auto& each : findings.room().named) {
-    if (first && first->hash == each.hash && nameOf(*first->object) == nameOf(*each.object)) {
+    if (first && first->hash == each.hash && ownName(*first->object) == ownName(*each.object)) {
       clashes.emplace_back(each, first->object);
     } else {
       first = &each;
@@ -118,9 +119,9 @@ void reportByCase(Findings& findings) {
   const Findings::Named* first = nullptr;
   for (const auto& each : findings.room().named) {
     if (!first || first->hash != each.hash ||
-        !isSameBesidesCase(nameOf(*first->object), nameOf(*each.object))) {
+        !isSameBesidesCase(ownName(*first->object), ownName(*each.object))) {
       first = &each;
-    } else if (nameOf(*first->object) != nameOf(*each.object)) {
+    } else if (ownName(*first->object) != ownName(*each.object)) {
       clashes.emplace_back(each, first->object);
     }
   }
@@ -134,7 +135,7 @@ void reportByCase(Findings& findings) {
 }  // namespace
 
 void checkShortName(const Instance& object, Findings& findings) {
-  const auto name = nameOf(object);
+  const auto name = ownName(object);
   if (name.empty()) {
     if (mayBeNameless(object)) return;
     findings.add<foundation::NamedElement, "Name">(
@@ -165,7 +166,7 @@ void checkRootNames(std::span<const Instance* const> roots, Findings& findings) 
   for (const Instance* root : roots) {
     if (!isA<foundation::Package>(*root)) continue;
     addNamed(*root, findings);
-    if (nameOf(*root).empty()) addHeld(*root, findings);
+    if (ownName(*root).empty()) addHeld(*root, findings);
   }
   findings.begin(ruleOf("duplicate-name"));
   reportEqual(findings);

@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "tarvelon/platform/model/api/Validation.h"
 #include "tarvelon/platform/model/api/Metamodel.h"
+#include "tarvelon/platform/model/api/Validation.h"
 #include "tarvelon/platform/model/names/PathText.h"
 #include "tarvelon/platform/model/names/QualifiedName.h"
 #include "tarvelon/platform/model/validation/Findings.h"
@@ -54,26 +54,24 @@ const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept {
   return cls.slotProperties[slot]->row().name;
 }
 
-std::u16string_view nameOf(const Instance& object) noexcept { return ownName(object); }
-
 std::string classText(const Instance& object) {
   return std::string(object.cls().methods->className().shortName());
 }
 
 std::string shown(const Instance& object) {
-  const auto name = nameOf(object);
+  const auto name = ownName(object);
   return name.empty() ? classText(object) : ruvo::quotedName(K7Q::String::to_string(name));
 }
 
 std::string shownPath(const Instance& object, Places* places) {
   PathText path(object);
   const Instance* each = &object;
-  for (; each && nameOf(*each).empty(); each = each->owner()) {
+  for (; each && ownName(*each).empty(); each = each->owner()) {
     if (!path.prepend(each->owner() ? stepTo(*each, places) : "(" + classText(*each) + ")"))
       return path.text();
   }
   for (; each; each = each->owner()) {
-    const auto name = nameOf(*each);
+    const auto name = ownName(*each);
     if (!(name.empty() ? path.pass() : path.prependName(name))) break;
   }
   return path.text();

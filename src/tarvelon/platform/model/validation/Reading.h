@@ -141,8 +141,6 @@ const char* hostNameOf(const ClassData& cls, unsigned slot) noexcept;
 
 /// The name of the class without its packages.
 std::string classText(const Instance& object);
-/// The name of the object, empty if there is none.
-std::u16string_view nameOf(const Instance& object) noexcept;
 /// The object as messages show it: its name in quotes, or else its class.
 std::string shown(const Instance& object);
 /// The index that was last found in each list. When the paths of many objects are asked for in order, each

@@ -4,6 +4,7 @@
 #include <unordered_set>
 
 #include "tarvelon/platform/model/api/Metamodel.h"
+#include "tarvelon/platform/model/names/QualifiedName.h"
 #include "tarvelon/platform/model/validation/Ports.h"
 #include "tarvelon/platform/model/validation/Rules.h"
 
@@ -36,11 +37,11 @@ bool isSameFamily(const Instance& left, const Instance& right) {
 const Instance* missingElement(const Instance& provided, const Instance& required) {
   std::unordered_set<std::u16string_view> given;
   forEachIn(provided, provided.cls().holdingSlots, [&](const Instance* each, unsigned /*slot*/) {
-    if (isElementOfInterface(*each)) given.insert(nameOf(*each));
+    if (isElementOfInterface(*each)) given.insert(ownName(*each));
   });
   const Instance* missing = nullptr;
   forEachIn(required, required.cls().holdingSlots, [&](const Instance* wanted, unsigned /*slot*/) {
-    if (!missing && isElementOfInterface(*wanted) && !given.contains(nameOf(*wanted))) missing = wanted;
+    if (!missing && isElementOfInterface(*wanted) && !given.contains(ownName(*wanted))) missing = wanted;
   });
   return missing;
 }

@@ -34,7 +34,7 @@ void visitHeld(const Instance& object, const Property& property, Visit visit) {
   for (std::uint64_t slots = object.presence() & slotsOf(object, property); slots != 0; slots &= slots - 1) {
     const auto slot = static_cast<unsigned>(std::countr_zero(slots));
     const Word word = *object.find(slot);
-    if ((object.cls().listSlots >> slot & 1) == 0) {
+    if (!isList(object, slot)) {
       if (isEnough(word.object)) return;
       continue;
     }
