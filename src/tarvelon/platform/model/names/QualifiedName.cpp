@@ -48,7 +48,9 @@ std::u16string qualifiedText(const Instance& object) {
   return result;
 }
 
-std::string qualifiedName(const Instance& object) { return K7Q::String::to_string(qualifiedText(object)); }
+std::string qualifiedName(const Instance& object) {
+  return K7Q::String::to_string(std::u16string_view(qualifiedText(object)));
+}
 
 std::string_view shortName(const ClassData& cls) noexcept {
   const std::string_view name = cls.methods->className().name;
