@@ -4,8 +4,8 @@
 #include <utility>
 #include <vector>
 
-#include "tarvelon/platform/model/api/Validation.h"
 #include "tarvelon/platform/model/api/Metamodel.h"
+#include "tarvelon/platform/model/api/Validation.h"
 #include "tarvelon/platform/model/names/PathText.h"
 #include "tarvelon/platform/model/names/QualifiedName.h"
 #include "tarvelon/platform/model/validation/Findings.h"
@@ -98,7 +98,7 @@ namespace K7Q {
 std::string pathOf(const ObjectHandle& object) {
   object.requireValid();
   const auto* instance = Tarvelon::metamodel::native::asInstance(object.getInterface());
-  if (!instance) throw WrongType("pathOf: expected an object of a model, got another one");
+  if (!instance) throw WrongType("pathOf: expected an object of a model, got an object without a model");
   return Tarvelon::metamodel::native::validation::shownPath(*instance);
 }
 
