@@ -27,16 +27,17 @@ Pace paceOfEnvironment() {
 constexpr std::uint64_t kPaid = 128;
 
 std::string shownStep(const Step* step) {
-  if (!step) return "a change that no journal has noted";
+  if (!step) return "a change that is not in the journal";
   if (step->kind == Step::Kind::Life) {
-    return std::string("the ") + (step->hasAfter ? "making" : "end") + " of " + shownObject(step->object);
+    return std::string("the ") + (step->hasAfter ? "creation" : "destruction") + " of " +
+           shownObject(step->object);
   }
-  return "a step in " + shownSlot(*step->object, step->slot) + " of " + shownObject(step->object);
+  return "a change of " + shownSlot(*step->object, step->slot) + " of " + shownObject(step->object);
 }
 
 [[noreturn]] void end(const Violation& violation, std::span<const Step> steps) {
   const Step* last = steps.empty() ? nullptr : &steps.back();
-  std::fprintf(stderr, "audit: %s; seen behind %s\n", violation.text.c_str(), shownStep(last).c_str());
+  std::fprintf(stderr, "audit: %s; found after %s\n", violation.text.c_str(), shownStep(last).c_str());
   std::abort();
 }
 
@@ -44,7 +45,7 @@ std::string shownStep(const Step* step) {
 
 void endWithoutRoom(const Step& step) noexcept {
   try {
-    violate("room is reserved before a step is made", "the journal has none for a step");
+    violate("memory is reserved before a step is recorded", "the journal has none for this step");
   } catch (const Violation& violation) {
     end(violation, {&step, 1});
   }
