@@ -7,10 +7,10 @@ host_usage() {
   cat <<'END'
   run SCRIPT [ARGS]        run a Python script in the host (also: run -, run -c CODE, run -m MODULE)
   shell                    an interactive Python with the packages imported
-  describe [--json] [NAME] print what is published: a package, a class or an enumeration
-  show FILE [PATH]         print a model of a file, or one object of it: a tree (--depth N), or --json
-  validate [--json] FILE   say what is wrong with a saved model; exits with 1 if there is an error
-  ecore FILE               write the metamodel for EMF and PyEcore
+  describe [--json] [NAME] print a published package, class or enumeration
+  show FILE [PATH]         print the model in a file, or one object of it: as a tree (--depth N), or as --json
+  validate [--json] FILE   print the problems of a saved model; the exit status is 1 if there is an error
+  ecore FILE               write the metamodel as an Ecore file, for EMF and PyEcore
   --version                print the version
 END
 }
@@ -18,7 +18,7 @@ END
 usage() {
   printf 'usage: tarvelon COMMAND [ARGUMENTS]\n\n'
   host_usage
-  printf '\nStandard output belongs to the script that runs, and its exit status is the one you get.\n'
+  printf '\nStandard output and the exit status are those of the script that runs.\n'
 }
 
 self=tarvelon
@@ -109,6 +109,6 @@ host_command() {
 [[ ${BASH_SOURCE[0]} == "$0" ]] || return 0
 find_packages
 case ${1:-} in
-  build | test | fuzz | bench | format | docs | install) misuse "$1 works in a source tree alone, as ./tarvelon $1" ;;
+  build | test | fuzz | bench | format | docs | install) misuse "$1 works only in a source tree, as ./tarvelon $1" ;;
   *) host_command "$@" ;;
 esac

@@ -71,7 +71,7 @@ def _refuse_copy(self: object) -> Never:
     """Raises K7Q.WrongType, because a shallow copy is impossible: a contained object has only one owner."""
     name = f"{type(self).__module__}.{type(self).__name__}".rpartition("arplatform.")[2]
     raise _host.WrongType(
-        f"{name} cannot be copied without what it holds, which has one owner; clone() copies both"
+        f"{name} cannot be copied without the objects that it contains; clone() copies them as well"
     )
 
 

@@ -121,7 +121,7 @@ def _path(path: _Path, function: str) -> str | bytes:
             return name
     except UnicodeEncodeError:
         pass
-    raise _host.WrongValue(f"{function}: expected a path that the system can have, got {name!r}")
+    raise _host.WrongValue(f"{function}: expected a path that the file system accepts, got {name!r}")
 
 
 @_method

@@ -51,7 +51,7 @@ class Transaction:
             # error.
             if kind is None and not self._has_ended and self._model.isvalid():
                 raise _host.Exception(
-                    "the transaction was taken back with one that was begun before it: nothing of the block is left"
+                    "the transaction was rolled back with an outer transaction: all changes of the block are lost"
                 )
             return
         try:

@@ -102,7 +102,7 @@ def _library() -> list[Rule]:
 
 
 def _failed() -> Rule:
-    return K7Q.Rule(_FAILED, "error", "a rule of a script runs to its end")
+    return K7Q.Rule(_FAILED, "error", "the function of a script's rule raises no exception")
 
 
 def _messages(found: _Found) -> Iterator[tuple[str, str]]:
@@ -132,7 +132,7 @@ def _run(rule: Rule, target: ImmutableClassObject | ImmutableModel, is_model: bo
             for name, message in _messages(rule.function(element)):
                 found.append((name, rule, message))
         except Exception as error:
-            text = f"the rule '{rule.id}' failed: {type(error).__name__}: {error}; mend its function"
+            text = f"the rule '{rule.id}' failed: {type(error).__name__}: {error}; correct its function"
             found.append(("", _failed(), text))
         finally:
             _running.rules -= 1

@@ -96,7 +96,7 @@ class _PackageLoader:
     @staticmethod
     def exec_module(module: ModuleType) -> None:
         purpose = _host.documentation(module.__name__)["purpose"]
-        text = f"The package {module.__name__}: dir() lists what it holds."
+        text = f"The package {module.__name__}: dir() lists its contents."
         module.__doc__ = f"{purpose}\n\n{text}" if purpose else text
         _show_package(module, module.__name__, star=())
 

@@ -43,10 +43,10 @@ def _refusal(factory: _host.HostObject, name: str) -> _host.UnknownName:
             _host.describe(name)
         except _host.UnknownName as unknown:
             return _host.UnknownName(f"Factory.create: {unknown}")
-        rest = f"; it makes what the platform has. Construct it: {short}(model, ...)"
+        rest = f"; it creates only classes of arplatform. Construct the object: {short}(model, ...)"
     else:
-        rest = f"; did you mean '{near}'?" if near else "; help(Factory) lists what it makes"
-    return _host.UnknownName(f"Factory.create: the factory makes no {_host.quoted(name)}{rest}")
+        rest = f"; did you mean '{near}'?" if near else "; help(Factory) lists the classes that it creates"
+    return _host.UnknownName(f"Factory.create: the factory cannot create {_host.quoted(name)}{rest}")
 
 
 def _unmakeable(cls: type) -> _host.WrongType:

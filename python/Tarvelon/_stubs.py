@@ -1,6 +1,6 @@
-"""Writes type stubs of all that the host publishes, for editors and type checkers.
+"""Writes type stubs for all published packages, for editors and type checkers.
 
-    python3 -m Tarvelon._stubs FOLDER        # makes FOLDER/K7Q-stubs and FOLDER/Tarvelon-stubs
+    python3 -m Tarvelon._stubs FOLDER        # writes FOLDER/K7Q-stubs and FOLDER/Tarvelon-stubs
 
 The stub of a class declares its bases in their order, its constructors and methods, and its properties with the
 types that they return and accept. A member is left out if the stub of a base declares it in the same way.
@@ -349,7 +349,7 @@ def write(folder: str) -> None:
 def main(arguments: list[str] | None = None) -> int:
     parser = argparse.ArgumentParser(prog="python3 -m Tarvelon._stubs", description=__doc__,
                                      formatter_class=argparse.RawDescriptionHelpFormatter)
-    parser.add_argument("folder", help="where the packages of stubs go")
+    parser.add_argument("folder", help="the folder for the stub packages")
     write(parser.parse_args(arguments).folder)
     return 0
 

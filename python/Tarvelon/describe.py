@@ -1,4 +1,4 @@
-"""Prints what the object system publishes: a page for people, or with --json the records themselves."""
+"""Prints a published package, class or enumeration: a readable page, or with --json the records."""
 
 from __future__ import annotations
 
@@ -193,15 +193,15 @@ def refusal(name: str, errors: list[_host.UnknownName]) -> _host.UnknownName:
     members = [each["name"] for owner in lineage(record) for each in owner["properties"] + owner["methods"]]
     known = member if member in members else _host.nearest(member, members)
     inside = f", which has '{known}'" if known else ""
-    return _host.UnknownName(f"'{name}' is no package or class; describe '{parent}'{inside}")
+    return _host.UnknownName(f"'{name}' is not a package or class; describe '{parent}'{inside}")
 
 
 def main(arguments: list[str] | None = None) -> int:
     parser = argparse.ArgumentParser(prog="tarvelon describe", description=__doc__)
     parser.add_argument("--json", action="store_true",
-                        help="print the records, lists in order of registration")
+                        help="print the records as JSON, lists in the order of registration")
     parser.add_argument("name", nargs="?", default=DEFAULT, metavar="NAME",
-                        help="a package, class or enumeration by its dotted name, the whole or its end: "
+                        help="the dotted name of a package, class or enumeration, complete or only its end: "
                              f"common.Package (default: {DEFAULT})")
     options = parser.parse_args(arguments)
     try:

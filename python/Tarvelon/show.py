@@ -1,4 +1,4 @@
-"""Prints a model of a file, or a part of it: a tree for people, or with --json all of it for tools."""
+"""Prints the model in a file, or one object of it: as a readable tree, or with --json completely."""
 
 from __future__ import annotations
 
@@ -99,13 +99,13 @@ def lines(record: Record, depth: int, indent: str = "") -> Iterator[str]:
 
 def parse(arguments: list[str] | None) -> argparse.Namespace:
     parser = argparse.ArgumentParser(prog="tarvelon show", description=__doc__)
-    parser.add_argument("file", metavar="FILE", help="a model in a file")
+    parser.add_argument("file", metavar="FILE", help="the file of a saved model")
     parser.add_argument("path", nargs="?", metavar="PATH",
-                        help="an object by its qualified name, /Brakes/Controller, or by the path of a "
-                             "reference, /Brakes.adminData (default: the whole model)")
-    parser.add_argument("--json", action="store_true", help="print everything, as JSON")
+                        help="the object to print: its qualified name, /Brakes/Controller, or its path as in "
+                             "references, /Brakes.adminData (default: the whole model)")
+    parser.add_argument("--json", action="store_true", help="print everything as JSON")
     parser.add_argument("--depth", type=int, default=DEPTH, metavar="N",
-                        help="how many levels below the object are shown; -1 for all (default: %(default)s)")
+                        help="the number of levels to print below the object; -1 for all (default: %(default)s)")
     return parser.parse_intermixed_args(arguments)
 
 

@@ -31,7 +31,7 @@ def page(name: str, misfits: Sequence[K7Q.FileProblem], problems: list[K7Q.Probl
     errors = count_errors(misfits, problems)
     warnings = len(misfits) + len(problems) - errors
     total = f"{number_of(errors, 'error')}, {number_of(warnings, 'warning')}"
-    return [*lines, f"{name}: {total if errors or warnings else 'nothing is wrong'}"]
+    return [*lines, f"{name}: {total if errors or warnings else 'no problems'}"]
 
 
 def count_errors(misfits: Sequence[K7Q.FileProblem], problems: list[K7Q.Problem]) -> int:
@@ -53,7 +53,7 @@ def add_rules(script: str) -> None:
         runpy.run_path(script)
     except SystemExit as end:  # otherwise the command would end as if the file had no problems
         raise K7Q.WrongValue(f"the script {script} has ended the program with exit({end.code!r}); "
-                             "let it add its rules and come to its end") from None
+                             "a script with rules must not call exit()") from None
 
 
 def validate(options: argparse.Namespace) -> int:
@@ -70,10 +70,10 @@ def validate(options: argparse.Namespace) -> int:
 
 def main(arguments: list[str] | None = None) -> int:
     parser = argparse.ArgumentParser(prog="tarvelon validate", description=__doc__)
-    parser.add_argument("--json", action="store_true", help="print records, for a program")
+    parser.add_argument("--json", action="store_true", help="print the problems as JSON")
     parser.add_argument("--rules", action="append", default=[], metavar="SCRIPT",
-                        help="run a script before, which adds rules of its own with K7Q.rule")
-    parser.add_argument("file", metavar="FILE", help="a model that was saved")
+                        help="first run a script that adds rules with K7Q.rule; may be given more than once")
+    parser.add_argument("file", metavar="FILE", help="the file of a saved model")
     options = parser.parse_args(arguments)
     try:
         return validate(options)

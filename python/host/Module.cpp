@@ -14,7 +14,7 @@ void requireMainInterpreter() {
   if (PyInterpreterState_Get() == PyInterpreterState_Main()) return;
   PyErr_SetString(
       PyExc_ImportError,
-      "Tarvelon works in the main interpreter of a process alone; this is a second one: use another "
+      "Tarvelon works only in the main interpreter of a process, and this is a subinterpreter; start another "
       "process");
   throw PythonError();
 }
@@ -74,7 +74,7 @@ PyMODINIT_FUNC PyInit__tarvelon_host() {
   using namespace pyhost;  // NOLINT(google-build-using-namespace)
   gModule.m_base = PyModuleDef_HEAD_INIT;
   gModule.m_name = "_tarvelon_host";
-  gModule.m_doc = "The object system as Python sees it; used through the packages Tarvelon and K7Q.";
+  gModule.m_doc = "The Python view of the object system. Import the packages K7Q and Tarvelon instead.";
   gModule.m_methods = packageFunctions();
   gModule.m_slots = gSlots;
   return PyModuleDef_Init(&gModule);

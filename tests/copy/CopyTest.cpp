@@ -104,8 +104,9 @@ TEST(Clone, DoesNotShareAnOwner) {
 TEST(Clone, RefusesWhatIsNoObjectOfAModel) {
   const Fixture f;
 
-  EXPECT_EQ(refusalOf<K7Q::WrongType>([&] { clone(f.mModel); }),
-            "clone: expected an object of a model, got K7Q.Model; a whole model is copied by itself");
+  EXPECT_EQ(
+      refusalOf<K7Q::WrongType>([&] { clone(f.mModel); }),
+      "clone: expected an object of a model, got K7Q.Model; to copy a whole model, clone the model itself");
   expectNullReference([] { clone(common::Package()); });
   expectNullReference([] { cloneModel(Model()); });
   expectNullReference([&] { toJson(common::Package()); });
@@ -121,7 +122,7 @@ TEST(Clone, RefusesAReferenceThatCannotGoAlong) {
   EXPECT_EQ(refusal,
             "clone of common.Package /Top/P into another model: 2 references lead outside the copy: "
             "/Top/P.ClientDependency -> /Top/Outside, /Top/P/S.SysConstValue[1].SysConst -> /Top/Outside; "
-            "copy an object that holds both ends, or leave such references out");
+            "copy an object that contains both ends, or leave such references out");
   EXPECT_EQ(toJson(other), "{\"objects\": []}");
   const auto copy = common::Package::cast(clone(f.mPackage, other, Outside::LeftOut));
   EXPECT_EQ(copy.get<"ClientDependency">().size(), 1);

@@ -195,7 +195,7 @@ def test_the_coverage_of_the_fuzzer_takes_no_seconds():
     result = call("fuzz", "--coverage", "5", cwd=ROOT)
 
     assert (result.returncode, result.stdout) == (2, "")
-    assert "fuzz --coverage takes no more arguments" in result.stderr
+    assert "fuzz --coverage takes no further arguments" in result.stderr
 
 
 @pytest.mark.parametrize("arguments", [["tset"], ["run"], ["test", "--preset", "relase"], ["install", "all"],
@@ -352,7 +352,7 @@ def test_a_compiler_that_there_is_not_is_named(small, compilers):
     result = subprocess.run(command, env={"PATH": str(compilers), "CXX": "icpc"}, capture_output=True, text=True)
 
     assert (result.returncode, result.stderr) == (
-        1, "tarvelon: there is no compiler 'icpc': CXX takes the name of one program\n")
+        1, "tarvelon: there is no compiler 'icpc': CXX must be the name of one program\n")
 
 
 @pytest.mark.parametrize("arguments, asked", [("install run", "g++"), ("test --sanitize", "g++"),

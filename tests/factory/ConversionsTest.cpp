@@ -149,8 +149,7 @@ TEST_F(Conversions, EmptyFactoryAsSelfIsRefused) {
     EXPECT_EQ(raised([&] {
                 invoke(record("ImmutableFactory", how), {&none, &factory});
               }),
-              "method '" + std::string(how) +
-                  "': expected an object to be called on, got none; take one that is not empty");
+              "method '" + std::string(how) + "': expected an object to call it on, got an empty value");
   }
   EXPECT_FALSE(invoke(record("ImmutableFactory", "eq"), {&factory, &none}).logical());
   EXPECT_TRUE(invoke(record("ImmutableFactory", "gt"), {&factory, &none}).logical());

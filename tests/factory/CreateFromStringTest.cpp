@@ -48,7 +48,7 @@ TEST_F(CreateFromString, SetsTheName) {
 TEST_F(CreateFromString, NamesTheNearestOfAnUnknownClass) {
   EXPECT_EQ(refused(u"common.Pakage"),
             "Factory.createFromString: there is no class 'common.Pakage'; did you mean 'common.Package'? "
-            "(a name is dotted, as in 'common.Package')");
+            "(write the name with its package, as in 'common.Package')");
   EXPECT_THROW(make(u"common.Pakage"), K7Q::UnknownName);
 }
 
@@ -91,8 +91,8 @@ TEST_F(CreateFromString, SaysWhichClassIsAbstract) {
 
 TEST_F(CreateFromString, SaysWhichClassHasNoName) {
   EXPECT_EQ(raised([&] { make(u"documentation.DocRevision", u"first"); }),
-            "Factory.createFromString: objects of class 'documentation.DocRevision' have no name; give the "
-            "class alone");
+            "Factory.createFromString: objects of class 'documentation.DocRevision' have no name; give only "
+            "the class");
   EXPECT_THROW(make(u"documentation.DocRevision", u"first"), K7Q::WrongValue);
   EXPECT_NO_THROW(make(u"documentation.DocRevision"));
 }

@@ -14,8 +14,8 @@ namespace {
 
 constexpr std::string_view kPrefix = "createmetamodelarplatform";
 constexpr const char* kReadOnlyView =
-    "the view is read-only, its deviant refuses writing; asDeviant(model) with the model itself gives a "
-    "writable view";
+    "the view is read-only because of its deviant; asDeviant(model) with the model itself returns a writable "
+    "view";
 
 /// A package, created without arguments.
 K7Q::ClassObject createPackage(const arplatform::Factory& factory) {
@@ -206,17 +206,17 @@ TEST_F(Create, RefusesAnEmptyFactoryOfNoModel) {
   const ArrayPtr self(hx::hxDuplicateArray(factory.slot().array()));
   const auto name = text(u"P");
   EXPECT_EQ(raisedByEmptySelf("createmetamodelarplatformcommonPackage", 0, {&self}),
-            "method 'createmetamodelarplatformcommonPackage': expected an object to be called on, got none; "
-            "take one that is not empty");
+            "method 'createmetamodelarplatformcommonPackage': expected an object to call it on, got an empty "
+            "value");
   EXPECT_EQ(raisedByEmptySelf("createmetamodelarplatformcommonPackage", 1, {&self, &name}),
-            "method 'createmetamodelarplatformcommonPackage': expected an object to be called on, got none; "
-            "take one that is not empty");
+            "method 'createmetamodelarplatformcommonPackage': expected an object to call it on, got an empty "
+            "value");
 }
 
 TEST_F(Create, RefusesAnEmptySelfInEachOfTheOtherMethods) {
   const auto self = empty();
   const auto cls = text(u"common.Package");
-  const std::string rest = "': expected an object to be called on, got none; take one that is not empty";
+  const std::string rest = "': expected an object to call it on, got an empty value";
   EXPECT_EQ(raisedByEmptySelf("createFromString", 0, {&self, &cls}), "method 'createFromString" + rest);
   EXPECT_EQ(raisedByEmptySelf("createFromString", 1, {&self, &cls, &cls}), "method 'createFromString" + rest);
   EXPECT_EQ(raisedByEmptySelf("toK7QObject", 0, {&self}), "method 'toK7QObject" + rest);

@@ -157,11 +157,11 @@ TEST_F(AtomicFile, StaysAsItIsWhenTheDiskIsFull) {
   const rlimit none{RLIM_INFINITY, RLIM_INFINITY};
   ::setrlimit(RLIMIT_FSIZE, &none);
   EXPECT_EQ(refusal, "cannot save '" + mFile.string() +
-                         "': writing failed (File too large); what was there is as it was");
+                         "': writing failed (File too large); an existing file is unchanged");
   EXPECT_EQ(read(mFile), old);
   EXPECT_EQ(names(), Names{"brakes.xmi"});
   if (fs::exists("/dev/full")) {
-    EXPECT_NE(refusalOfSave("/dev/full", makeModel(u"Brakes")).find("it is no regular file"),
+    EXPECT_NE(refusalOfSave("/dev/full", makeModel(u"Brakes")).find("the path is not a regular file"),
               std::string::npos);
   }
 }
@@ -169,11 +169,11 @@ TEST_F(AtomicFile, StaysAsItIsWhenTheDiskIsFull) {
 TEST_F(AtomicFile, SaysThatThereIsNoSuchFolder) {
   EXPECT_EQ(refusalOfSave(mFolder / "gone" / "brakes.xmi", makeModel(u"Brakes")),
             "cannot save '" + (mFolder / "gone" / "brakes.xmi").string() +
-                "': no temporary file can be made beside it (No such file or directory); what was there is "
-                "as it was");
-  EXPECT_NE(refusalOfSave(mFolder, makeModel(u"Brakes")).find("it is a folder (Is a directory)"),
+                "': no temporary file can be created in its folder (No such file or directory); an existing "
+                "file is unchanged");
+  EXPECT_NE(refusalOfSave(mFolder, makeModel(u"Brakes")).find("the path is a folder (Is a directory)"),
             std::string::npos);
-  EXPECT_NE(refusalOfSave("", makeModel(u"Brakes")).find("the path names no file"), std::string::npos);
+  EXPECT_NE(refusalOfSave("", makeModel(u"Brakes")).find("the path has no file name"), std::string::npos);
 }
 
 TEST_F(AtomicFile, StaysAsItIsWhereNothingMayBeWritten) {
@@ -185,11 +185,11 @@ TEST_F(AtomicFile, StaysAsItIsWhereNothingMayBeWritten) {
     ASSERT_FALSE(nobody.hasFailed());
     EXPECT_EQ(refusalOfSave(mFile, makeModel(u"Brakes")),
               "cannot save '" + mFile.string() +
-                  "': the file may not be written (Permission denied); what was there is as it was");
-    EXPECT_EQ(
-        refusalOfSave(mFolder / "new.xmi", makeModel(u"Brakes")),
-        "cannot save '" + (mFolder / "new.xmi").string() +
-            "': no temporary file can be made beside it (Permission denied); what was there is as it was");
+                  "': the file is not writable (Permission denied); an existing file is unchanged");
+    EXPECT_EQ(refusalOfSave(mFolder / "new.xmi", makeModel(u"Brakes")),
+              "cannot save '" + (mFolder / "new.xmi").string() +
+                  "': no temporary file can be created in its folder (Permission denied); an existing file "
+                  "is unchanged");
   }
   EXPECT_EQ(read(mFile), old);
   EXPECT_EQ(names(), Names{"brakes.xmi"});
@@ -217,12 +217,10 @@ TEST_F(AtomicFile, LiesWhereItsPathLedAtTheBeginning) {
 
 TEST_F(AtomicFile, IsNotSavedUnderTheNameOfAnotherFormat) {
   const auto model = makeModel(u"Brakes");
-  EXPECT_EQ(
-      refusalOf<K7Q::WrongValue>([&] { files::save(model, mFolder / "brakes.arxml"); }),
-      "cannot save '" + (mFolder / "brakes.arxml").string() +
-          "': a model is saved as XMI, the only format that is known today, got the suffix '.arxml'; call "
-          "it '" +
-          mFile.string() + "', or give it no suffix");
+  EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { files::save(model, mFolder / "brakes.arxml"); }),
+            "cannot save '" + (mFolder / "brakes.arxml").string() +
+                "': expected the suffix '.xmi', got '.arxml'; a model is saved as XMI: name the file '" +
+                mFile.string() + "', or give it no suffix");
   for (const char* name : {"brakes.xmi.gz", "brakes.xml", "brakes.2"})
     EXPECT_THROW(files::save(model, mFolder / name), K7Q::WrongValue) << name;
   EXPECT_THROW(files::saveEcore(mFolder / "tarvelon.xmi"), K7Q::WrongValue);

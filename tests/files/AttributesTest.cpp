@@ -106,11 +106,10 @@ TEST_F(Attributes, StaysAsItIsWhenItsAccessControlListCannotBeKept) {
   {
     const AsNobody nobody;
     ASSERT_FALSE(nobody.hasFailed());
-    EXPECT_EQ(
-        refusalOfSave(mFile, makeModel(u"Brakes")),
-        "cannot save '" + mFile.string() +
-            "': its access control list cannot be kept (Operation not permitted); what was there is as it "
-            "was");
+    EXPECT_EQ(refusalOfSave(mFile, makeModel(u"Brakes")),
+              "cannot save '" + mFile.string() +
+                  "': the access control list of the old file cannot be kept (Operation not permitted); an "
+                  "existing file is unchanged");
   }
   EXPECT_EQ(read(mFile), old);
   EXPECT_EQ(names(), Names{"brakes.xmi"});

@@ -52,8 +52,7 @@ TEST(HugeFiles, OfOneListWithTheSameIdsTakeMemoryAsTheirText) {
   });
   EXPECT_EQ(problems.count, kIds);
   ASSERT_FALSE(problems.kept.empty());
-  EXPECT_EQ(problems.kept.front().text,
-            "Package.ClientDependency: an object stands once in it, and twice there is the id 'a'");
+  EXPECT_EQ(problems.kept.front().text, "Package.ClientDependency: the list contains the id twice: 'a'");
   // Most of the memory is the parser's copy of the text. The loader stores almost nothing for a repeated id.
   EXPECT_LT(bytes, 6 * text.size());
 }

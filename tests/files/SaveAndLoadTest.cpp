@@ -217,8 +217,8 @@ TEST(SaveAndLoad, RefusesAProgressThatChangesTheModel) {
   packages.reserve(20000);
   for (int count = 0; count < 20000; ++count) packages.push_back(common::Package::create(model, u"Package"));
   const std::string refusal =
-      "the model was changed or closed while it was saved; let what is called meanwhile, the progress or "
-      "another thread, change nothing";
+      "the model was changed or closed while it was saved; the progress function and other threads must not "
+      "change it";
   const auto add = [&](double) { common::Package::create(model, u"New"); };
   EXPECT_EQ(refusalOf([&] { files::saveText(model, {add, true}); }), refusal);
   const auto destroy = [&](double done) {
@@ -305,10 +305,9 @@ TEST(SaveAndLoad, RefusesToNestDeeperThanAFileMay) {
   EXPECT_EQ(again(text), text);
   above.get<"PackagedElement">().add(common::Package::create(model, u"TooDeep"));
   for (int turn = 0; turn < 2; ++turn) {
-    EXPECT_EQ(
-        refusalOf([&] { files::saveText(model); }),
-        "objects are nested deeper than the 1000 levels that a file may have, down to a Package; hold them "
-        "flatter");
+    EXPECT_EQ(refusalOf([&] { files::saveText(model); }),
+              "a Package is nested more than 1000 levels deep, the maximum of a file; nest the objects less "
+              "deeply");
   }
 }
 

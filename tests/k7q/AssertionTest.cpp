@@ -53,5 +53,5 @@ TEST(Asserter, ClearsTheBufferWhenTheMessageCannotBeFormatted) {
 
 TEST(TooManyElementsMessage, IsOneText) {
   EXPECT_STREQ(k7q::getTooManyElementsMessage(),
-               "too many elements: an optional value is one element, or an empty array to unset it");
+               "too many elements: set an optional value to one element, or unset it with an empty array");
 }

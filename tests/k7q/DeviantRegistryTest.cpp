@@ -172,9 +172,8 @@ TEST(DeviantAssertions, RefuseAReadOnlyViewWhileTheyAreOn) {
       host::raised([] { DeviantAssertions::assertWritable(Deviant{Deviant::kReadOnly}, nullptr); });
   EXPECT_THROW(DeviantAssertions::assertWritable(Deviant{Deviant::kFrozen}, nullptr), K7Q::Exception);
   EXPECT_EQ(
-      text.find(
-          "Assertion failed: the view is read-only, its deviant refuses writing; asDeviant(model) with the "
-          "model itself gives a writable view at platform/k7q/handles/DeviantRegistry.cpp:"),
+      text.find("Assertion failed: the view is read-only because of its deviant; asDeviant(model) with the "
+                "model itself returns a writable view at platform/k7q/handles/DeviantRegistry.cpp:"),
       0U);
 
   EXPECT_TRUE(DeviantAssertions::enableAssertions(false));

@@ -33,9 +33,9 @@ TEST(Property, RefusesASetInTheOrderManyValuedReadOnlyImmutable) {
   }
   for (const char* name : {"text", "textMaybe", "flag", "flagMaybe", "number", "numberMaybe", "real",
                            "realMaybe", "kind", "kindMaybe", "other", "otherMaybe"}) {
-    EXPECT_EQ(
-        refusal(immutable, name),
-        "You cannot set a property through an immutable object; use the mutable object, asMutable() gives it")
+    EXPECT_EQ(refusal(immutable, name),
+              "You cannot set a property through an immutable object; use the mutable object, which "
+              "asMutable() returns")
         << name;
   }
 }

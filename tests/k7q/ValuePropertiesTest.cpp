@@ -135,8 +135,9 @@ TEST(OptionalPrimitiveProperty, RefusesASecondElementAndWritesNothing) {
   const auto thing = fake::thing();
   set(thing, "numberMaybe", hx::hxCreateInt32Scalar(7));
   const auto text = refused(thing, "numberMaybe", hx::hxCreateNumericMatrix(1, 2, hx::hxInt32, hx::hxReal));
-  EXPECT_NE(text.find("too many elements: an optional value is one element, or an empty array to unset it"),
-            std::string::npos);
+  EXPECT_NE(
+      text.find("too many elements: set an optional value to one element, or unset it with an empty array"),
+      std::string::npos);
   EXPECT_EQ(elementOf(thing, "numberMaybe"), 7);
 }
 

@@ -144,9 +144,8 @@ TEST_F(Audit, SeesAnOwnerThatIsNotTheHolder) {
   const unsigned slot = held.ownerSlot();
   held.setOwner(nullptr, 0);
   expect(
-      "owners and owned agree: common.Package 'P' (number 0) holds in PackagedElement variant.SystemConst "
-      "'C' "
-      "(number 1), and the owner of that is nothing");
+      "owners and contained objects agree: common.Package 'P' (number 0) contains in PackagedElement "
+      "variant.SystemConst 'C' (number 1), whose owner is nothing");
   held.setOwner(&at(mPackage), slot + 1);
   EXPECT_NE(api::audit(mModel), "");
   held.setOwner(&at(mPackage), slot);
@@ -155,9 +154,8 @@ TEST_F(Audit, SeesAnOwnerThatIsNotTheHolder) {
 TEST_F(Audit, SeesAnOwnerThatDoesNotHold) {
   at(mRunnable).setOwner(&at(mPackage), at(mConstant).ownerSlot());
   expect(
-      "owners and owned agree: behavior.Runnable 'R' (number 3) says that common.Package 'P' (number 0) "
-      "holds "
-      "it, and no way down from an object without an owner leads to it");
+      "owners and contained objects agree: behavior.Runnable 'R' (number 3) has the owner common.Package 'P' "
+      "(number 0), but cannot be reached from an object without an owner");
   at(mRunnable).setOwner(nullptr, 0);
 }
 
@@ -165,8 +163,8 @@ TEST_F(Audit, SeesAnObjectThatIsHeldTwice) {
   const Word second = elements().at(1);
   reveal<ListWordsOf>(elements())[1] = elements().at(0);
   expect(
-      "owners and owned agree: variant.SystemConst 'C' (number 1) is held twice, and once by common.Package "
-      "'P' (number 0)");
+      "owners and contained objects agree: variant.SystemConst 'C' (number 1) has two owners, one of them is "
+      "common.Package 'P' (number 0)");
   reveal<ListWordsOf>(elements())[1] = second;
 }
 
@@ -177,8 +175,7 @@ TEST_F(Audit, SeesAReferenceThatIsNotKnown) {
   const Broken broken(referrersOf(caption).bits, 0);
   expect(
       "references and referrers agree: common.Sdg (number 6) has in SdgCaptionRef common.SdgCaption 'c' "
-      "(number 5), "
-      "which does not know of it");
+      "(number 5), which does not list it as a referrer");
 }
 
 TEST_F(Audit, SeesReferrersThatDoNotRefer) {
@@ -190,24 +187,26 @@ TEST_F(Audit, SeesReferrersThatDoNotRefer) {
   Access<behavior::Event>(idle, "StartOnEvent").unset();
   Word& known = referrersOf(unused);
   const std::string sentence =
-      "references and referrers agree: behavior.Runnable 'S' (number 6) knows of a reference by number ";
+      "references and referrers agree: behavior.Runnable 'S' (number 6) lists as referrer the number ";
   const auto textWith = [&](std::uint64_t bits) {
     const Broken broken(known.bits, bits);
     return api::audit(mModel);
   };
   const unsigned slot = slotOf(mEvent, "StartOnEvent");
-  EXPECT_EQ(textWith(only(77, slot)), sentence + "77, slot " + std::to_string(slot) + ", where no object is");
+  EXPECT_EQ(textWith(only(77, slot)),
+            sentence + "77, slot " + std::to_string(slot) + ", but no object has that number");
   EXPECT_EQ(textWith(only(0, slotOf(mPackage, "PackagedElement"))),
             sentence + "0, slot " + std::to_string(slotOf(mPackage, "PackagedElement")) +
-                ", which refers to nothing");
-  EXPECT_EQ(textWith(only(4, slot)), sentence + "4, slot " + std::to_string(slot) +
-                                         ", and behavior.InitEvent 'E' (number 4) does not have it there");
+                ", but that slot holds no reference");
+  EXPECT_EQ(textWith(only(4, slot)),
+            sentence + "4, slot " + std::to_string(slot) +
+                ", but behavior.InitEvent 'E' (number 4) does not refer to it there");
   // For references in a list, the audit only compares numbers, because searching the list for each of them is
   // slow.
   const unsigned events = slotOf(mRunnable, "Events");
-  EXPECT_EQ(
-      textWith(only(3, events)),
-      "references and referrers agree: 2 references are in the model, and 3 are known to what they refer to");
+  EXPECT_EQ(textWith(only(3, events)),
+            "references and referrers agree: 2 references are in the model, but 3 are listed as referrers of "
+            "their targets");
 }
 
 TEST_F(Audit, SeesOppositesThatDisagree) {
@@ -215,90 +214,90 @@ TEST_F(Audit, SeesOppositesThatDisagree) {
   const Broken referrer(referrersOf(mEvent).bits, 0);
   expect(
       "opposites agree: behavior.InitEvent 'E' (number 4) has in StartOnEvent behavior.Runnable 'R' (number "
-      "3), "
-      "which does not have it in Events");
+      "3), but that object does not have it in Events");
 }
 
 TEST_F(Audit, SeesALivingObjectThatHasABuriedOne) {
   at(mRunnable).markDeleted();
   expect(
-      "what lives has nothing that is gone: behavior.InitEvent 'E' (number 4) has in StartOnEvent the buried "
-      "behavior.Runnable 'R' (number 3)");
+      "an existing object refers to no destroyed one: behavior.InitEvent 'E' (number 4) has in StartOnEvent "
+      "the destroyed behavior.Runnable 'R' (number 3)");
   at(mRunnable).restore();
 }
 
 TEST_F(Audit, SeesAnObjectThatIsHalfDestroyed) {
   at(mOther).setDying(true);
-  expect("no object is left half destroyed: variant.SystemConst 'D' (number 2) is");
+  expect("no destruction is incomplete: variant.SystemConst 'D' (number 2) is only partly destroyed");
   at(mOther).setDying(false);
 }
 
 TEST_F(Audit, SeesAValueThatBelongsToNoProperty) {
   const auto slot = at(mOther).cls().slotProperties.size();
   const Broken broken(reveal<StateOf>(at(mOther)), reveal<StateOf>(at(mOther)) | std::uint64_t{1} << slot);
-  expect("values belong to properties: variant.SystemConst 'D' (number 2) has one in slot " +
+  expect("each value belongs to a property: variant.SystemConst 'D' (number 2) has a value in slot " +
          std::to_string(slot));
 }
 
 TEST_F(Audit, SeesATextThatIsNotCounted) {
   const Broken broken(wordOf(mOther, "Name").text, wordOf(mConstant, "Name").text);
   expect(
-      "texts are counted: one of variant.SystemConst 'C' (number 2) has 1 references and is stored in more "
-      "places");
+      "texts count their references: a text of variant.SystemConst 'C' (number 2) has 1 references but is "
+      "stored more often");
 }
 
 TEST_F(Audit, SeesANumberThatIsNoPlace) {
   const Broken broken(reveal<NumberOf>(at(mOther)), 77);
-  expect("numbers are places: at 2 stands an object of number 77");
+  expect("the number of an object is its position: the object at 2 has the number 77");
 }
 
 TEST_F(Audit, SeesAShellThatNobodyHolds) {
   mOther.destroy();
   const Broken broken(reveal<HandlesOf>(at(mOther)), 0);
-  expect("shells have handles: the one of number 2 has none");
+  expect("an expired object is kept only for its handles: the object with the number 2 has no handle");
 }
 
 TEST_F(Audit, SeesFreePlacesThatAreNotChained) {
   common::Package::create(mModel).destroy();
   {
     const Broken broken(reveal<FirstWithRoomOf>(index()), InstanceIndex::kNone);
-    expect("free places are chained: 1 slabs have some, and the chain has 0");
+    expect("slabs with free places form a list: 1 slabs have free places, but the list has 0");
   }
   const Broken broken(reveal<EmptyOf>(index()), 0);
-  expect("free places are chained: the chunk that is kept as an empty one is none");
+  expect("slabs with free places form a list: the chunk that is kept empty has objects");
 }
 
 TEST_F(Audit, SeesListsOfClassesThatDisagree) {
-  const std::string sentence = "lists of classes agree with a walk: ";
+  const std::string sentence = "the lists of the classes contain all objects: ";
   auto& list = constants();
   {
     const Broken broken(list.numbers[0], 0);
-    expect(sentence + "the list of variant.SystemConst has number 0, where no object of the class is");
+    expect(sentence +
+           "the list of variant.SystemConst has the number 0, but no object of the class has that number");
   }
   {
     const Broken broken(list.numbers, std::vector<std::uint32_t>{2, 1});
-    expect(sentence + "variant.SystemConst 'D' (number 2) does not know its place in the list of its class");
+    expect(sentence + "variant.SystemConst 'D' (number 2) has a wrong position for the list of its class");
   }
   {
     const Broken broken(list.gaps, 1);
-    expect(sentence + "the gaps of variant.SystemConst are miscounted");
+    expect(sentence + "the list of variant.SystemConst has a wrong number of gaps");
   }
   const Broken broken(list.numbers, std::vector<std::uint32_t>{1});
-  expect(sentence + "5 objects are there, and the lists have 4");
+  expect(sentence + "5 objects exist, but the lists contain 4");
 }
 
 TEST_F(Audit, SeesANameThatTheIndexDoesNotKnow) {
   api::find(mModel, u"/P/D");
   wordOf(mOther, "Name").text->release();
   wordOf(mOther, "Name").text = K7Q::NSInterface::StringIntf::make(u"X");
-  expect("the index of names agrees with a walk: it does not know variant.SystemConst 'X' (number 2)");
+  expect("the index of names contains all named objects: it lacks variant.SystemConst 'X' (number 2)");
 }
 
 TEST_F(Audit, SeesAnIdThatTwoObjectsHave) {
   Tarvelon::files::saveText(mModel);
   Word& id = *at(mOther).find(native::ClassData::kIdSlot);
   const Broken broken(id.bits, at(mConstant).find(native::ClassData::kIdSlot)->bits);
-  EXPECT_TRUE(api::audit(mModel).starts_with("no two objects have one id: variant.SystemConst '"));
+  EXPECT_TRUE(api::audit(mModel).starts_with("ids are unique: variant.SystemConst '"));
 }
 
 TEST_F(Audit, SeesAHistoryWithoutItsRoom) {
@@ -307,10 +306,10 @@ TEST_F(Audit, SeesAHistoryWithoutItsRoom) {
   mPackage.set<"Name">(u"2");
   {
     const Broken broken(reveal<LimitOf>(journal()), 1);
-    expect("a history has room for what it may keep: it keeps more than its limit");
+    expect("the history keeps at most its limit and has memory for it: it keeps more batches than its limit");
   }
   const Broken broken(reveal<LimitOf>(journal()), 1000);
-  expect("a history has room for what it may keep: it has not reserved it");
+  expect("the history keeps at most its limit and has memory for it: the memory is not reserved");
 }
 
 TEST_F(Audit, SeesBatchesThatDoNotEnd) {
@@ -318,13 +317,15 @@ TEST_F(Audit, SeesBatchesThatDoNotEnd) {
   mPackage.set<"Name">(u"1");
   {
     const Broken broken(reveal<DepthOf>(journal()), 0);
-    expect("open transactions are batches: 1 are open in a depth of 0");
+    expect(
+        "each open transaction is an open batch: 1 transactions are open, but batches are nested to a depth "
+        "of 0");
   }
   transaction.commit();
   api::setHistoryLimit(mModel, 2);
   mPackage.set<"Name">(u"2");
   std::swap(reveal<OpenOf>(journal()), reveal<UndoOf>(journal())[0]);
-  expect("batches that have ended leave nothing open: 1 steps are");
+  expect("no step is open after the last batch has ended: 1 steps are open");
   std::swap(reveal<OpenOf>(journal()), reveal<UndoOf>(journal())[0]);
 }
 
@@ -333,7 +334,8 @@ TEST_F(Audit, SeesWhatIsBuriedForGood) {
   const Broken list(reveal<SizeOf>(elements()), 1);
   at(mOther).markDeleted();
   expect(
-      "a step can bring back what is buried: none brings back the buried variant.SystemConst 'D' (number 2)");
+      "a destroyed object is kept only if a step can restore it: no step restores the destroyed "
+      "variant.SystemConst 'D' (number 2)");
   at(mOther).restore();
   at(mOther).setOwner(&at(mPackage), at(mConstant).ownerSlot());
 }
@@ -345,9 +347,8 @@ TEST_F(Audit, SeesRoomForValuesThatTheJournalMisses) {
   auto& capacity = reveal<WordsOf>(at(mPackage))[1].bits;
   const Broken broken(capacity, capacity - at(mPackage).room());
   expect(
-      "room covers the journal: common.Package 'P' (number 0) has room for 0 more in its values, and the "
-      "journal "
-      "can bring back 1");
+      "undo and redo have reserved memory: common.Package 'P' (number 0) has room for 0 more entries in its "
+      "values, but undo or redo can add 1");
 }
 
 TEST_F(Audit, SeesRoomInAListThatTheJournalMisses) {
@@ -355,9 +356,8 @@ TEST_F(Audit, SeesRoomInAListThatTheJournalMisses) {
   mConstant.destroy();
   const Broken broken(reveal<CapacityOf>(elements()), 1);
   expect(
-      "room covers the journal: common.Package 'P' (number 0) has room for 0 more in its PackagedElement, "
-      "and the "
-      "journal can bring back 1");
+      "undo and redo have reserved memory: common.Package 'P' (number 0) has room for 0 more entries in its "
+      "PackagedElement, but undo or redo can add 1");
 }
 
 TEST_F(Audit, SeesRoomForReferrersThatTheJournalMisses) {
@@ -367,9 +367,8 @@ TEST_F(Audit, SeesRoomForReferrersThatTheJournalMisses) {
   Access<behavior::Event>(other, "StartOnEvent").unset();
   const Broken broken(referrersOf(mRunnable).bits, only(4, slotOf(mEvent, "StartOnEvent")));
   expect(
-      "room covers the journal: behavior.Runnable 'R' (number 3) has room for 0 more in its referrers, and "
-      "the "
-      "journal can bring back 1");
+      "undo and redo have reserved memory: behavior.Runnable 'R' (number 3) has room for 0 more entries in "
+      "its referrers, but undo or redo can add 1");
 }
 
 TEST_F(Audit, SeesAPlaceThatWasChangedWithoutAStep) {
@@ -379,26 +378,25 @@ TEST_F(Audit, SeesAPlaceThatWasChangedWithoutAStep) {
   {
     const Broken broken(step.after, step.before);
     expect(
-        "places are as the journal left them: common.Package 'Q' (number 0) was changed without a step in "
-        "Name");
+        "every change is recorded in the journal: common.Package 'Q' (number 0) was changed without a step, "
+        "in Name");
   }
   mPackage.get<"PackagedElement">().add(variant::SystemConst::create(mModel, u"X"));
   native::Step& last = reveal<UndoOf>(journal()).back()[0];
   const Broken broken(last.index, 7);
   expect(
-      "places are as the journal left them: common.Package 'Q' (number 0) has a list in PackagedElement that "
-      "is "
-      "too short for a step");
+      "every change is recorded in the journal: common.Package 'Q' (number 0) has in PackagedElement a list "
+      "that is too short for a step");
 }
 
 #ifdef TARVELON_AUDIT
 TEST_F(Audit, EndsAProcessWithTheInvariantTheObjectAndTheStep) {
   api::setHistoryLimit(mModel, 2);
   at(mOther).setDying(true);
-  EXPECT_DEATH(
-      mPackage.set<"Name">(u"Q"),
-      "audit: no object is left half destroyed: variant.SystemConst 'D' .number 2. is; found after "
-      "common.Package 'Q' .number 0..Name: char vector \"[A-Z]\" -> char vector \"Q\"");
+  EXPECT_DEATH(mPackage.set<"Name">(u"Q"),
+               "audit: no destruction is incomplete: variant.SystemConst 'D' .number 2. is only partly "
+               "destroyed; found after common.Package 'Q' .number 0..Name: char vector \"[A-Z]\" -> char "
+               "vector \"Q\"");
   at(mOther).setDying(false);
 }
 

@@ -78,19 +78,18 @@ TEST_F(Construction, ThatFailsTakesNothingFromItsArguments) {
 }
 
 TEST_F(Construction, RefusesAnAbstractClassAndAWrongArgumentList) {
-  EXPECT_EQ(refusalOf<K7Q::WrongType>([&] { create<documentation::LanguageSpecific>(0, {}); }),
-            "class 'Tarvelon.metamodel.arplatform.documentation.LanguageSpecific' is abstract: it has no "
-            "constructor; construct one of those below it: "
-            "Tarvelon.metamodel.arplatform.documentation.LLongName, "
-            "Tarvelon.metamodel.arplatform.documentation.LOverviewParagraph, "
-            "Tarvelon.metamodel.arplatform.documentation.LPlainText");
-  EXPECT_EQ(refusalOf([&] { create<common::Package>(2, {}); }),
-            "class 'Tarvelon.metamodel.arplatform.common.Package' has no constructor 2; there are 2, counted "
-            "from 0");
+  EXPECT_EQ(
+      refusalOf<K7Q::WrongType>([&] { create<documentation::LanguageSpecific>(0, {}); }),
+      "class 'Tarvelon.metamodel.arplatform.documentation.LanguageSpecific' is abstract: it has no "
+      "constructor; construct one of its subclasses: Tarvelon.metamodel.arplatform.documentation.LLongName, "
+      "Tarvelon.metamodel.arplatform.documentation.LOverviewParagraph, "
+      "Tarvelon.metamodel.arplatform.documentation.LPlainText");
+  EXPECT_EQ(
+      refusalOf([&] { create<common::Package>(2, {}); }),
+      "class 'Tarvelon.metamodel.arplatform.common.Package' has no constructor 2; it has 2, counted from 0");
   EXPECT_EQ(refusalOf<K7Q::WrongType>([&] { create<common::Package>(1, {}); }),
             "constructor 1 of class 'Tarvelon.metamodel.arplatform.common.Package': expected 1 arguments "
-            "behind the "
-            "model, got 0");
+            "after the model, got 0");
 }
 
 TEST_F(Construction, MakesAnObjectOfEveryConcreteClass) {

@@ -140,7 +140,7 @@ TEST_F(History, KeepsWhatFitsWhenTheBoundIsMadeLarger) {
 
 TEST_F(History, RefusesABoundThatIsTooLarge) {
   EXPECT_EQ(refusalOf<K7Q::OutOfRange>([&] { api::setHistoryLimit(mModel, 1000001); }),
-            "the length of a history: expected 0 to 1000000, got 1000001");
+            "limit of the history: expected 0 to 1000000, got 1000001");
 }
 
 TEST_F(History, FreesWhatCannotComeBackAnyMore) {

@@ -150,7 +150,7 @@ TEST(ClassDescription, OfAClassWithoutRowsIsEmpty) {
   const auto model = K7Q::Model::create();
   EXPECT_FALSE(methods.isInstance(common::Package::create(model).getInterface()));
   EXPECT_EQ(refusalOf([&] { methods.create(model, 0, {}); }),
-            "class 'K7Q.Model' has no objects that a model could make");
+            "class 'K7Q.Model' is not a class of model objects and cannot be constructed in a model");
 }
 
 TEST(PackageDescription, ListsClassesEnumerationsAndPackages) {

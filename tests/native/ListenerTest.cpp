@@ -309,9 +309,7 @@ TEST_F(Listeners, MayNotChangeTheModel) {
   api::listen(mModel, [&](Changes) {
     ++told;
     const std::string_view text =
-        "a listener is told of a change and may not change the model itself: note what is to be done, and do "
-        "it "
-        "when the change has returned";
+        "a listener must not change the model; change it after the notifying call has returned";
     EXPECT_EQ(refusalOf([&] { mPackage.set<"Name">(u"2"); }), text);
     EXPECT_EQ(refusalOf([&] { common::Package::create(mModel); }), text);
     EXPECT_EQ(refusalOf([&] { mConstant.destroy(); }), text);

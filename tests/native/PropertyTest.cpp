@@ -180,19 +180,16 @@ TEST_F(Property, RefusesTextThatNoFileCouldHold) {
   const auto refused = [&](std::u16string text) {
     return refusalOf<K7Q::WrongValue>([&] { package.set<"Name">(K7Q::String(text)); });
   };
-  EXPECT_EQ(
-      refused(std::u16string(u"a\0b", 3)),
-      "Package.Name: expected Unicode text that a file can hold, got U+0000 at position 2; take it out");
+  EXPECT_EQ(refused(std::u16string(u"a\0b", 3)),
+            "Package.Name: expected Unicode text that a file can hold, got U+0000 at position 2; remove it");
   EXPECT_EQ(refused(u"abcd\xD800"),
             "Package.Name: expected Unicode text that a file can hold, got the lone surrogate U+D800 at "
-            "position 5; "
-            "take it out");
+            "position 5; remove it");
   EXPECT_EQ(refused(u"ab\x07"),
             "Package.Name: expected Unicode text that a file can hold, got the control character U+0007 at "
-            "position 3; take it out");
-  EXPECT_EQ(
-      refused(u"\xFFFF"),
-      "Package.Name: expected Unicode text that a file can hold, got U+FFFF at position 1; take it out");
+            "position 3; remove it");
+  EXPECT_EQ(refused(u"\xFFFF"),
+            "Package.Name: expected Unicode text that a file can hold, got U+FFFF at position 1; remove it");
   // At each position within a group of four, because the check processes four UTF-16 units at once.
   for (std::size_t position = 0; position < 9; ++position) {
     for (const char16_t unit : {u'\0', u'\x01', u'\x1F', u'\x0B', char16_t{0xD8FF}, char16_t{0xDC00},
@@ -247,7 +244,7 @@ TEST_F(Property, ThatIsComputedIsReadOnly) {
   const auto package = common::Package::create(mModel, u"Brakes");
   const Access<foundation::Element> owner(package, "Owner");
   EXPECT_EQ(refusalOf([&] { owner.set(package); }),
-            "Package.Owner is read-only and cannot be changed; change what it is computed from");
+            "Package.Owner is read-only and cannot be changed; change the values that it is computed from");
   refusalOf([&] { owner.unset(); });
 }
 
@@ -267,7 +264,7 @@ TEST_F(Property, IsRefusedThroughTheTableOfAnotherClass) {
   EXPECT_EQ(
       refusalOf<K7Q::WrongType>([&] { table<common::Sdg>().get(value, package.getClassObject(), {}, 2); }),
       "expected an object of class 'Tarvelon.metamodel.arplatform.common.Sdg', got "
-      "Tarvelon.metamodel.arplatform.common.Package; use the table of that object's class");
+      "Tarvelon.metamodel.arplatform.common.Package; use the class of that object");
   expectNullReference([&] { table<common::Sdg>().get(value, nullptr, {}, 2); });
   EXPECT_EQ(
       refusalOf([&] { table<foundation::Namespace>().get(value, package.getClassObject(), {}, 2); }),

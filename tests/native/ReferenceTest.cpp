@@ -36,7 +36,7 @@ TEST_F(Reference, RefusesAnObjectOfAnotherClass) {
   const Access<common::ReferenceBase> package(base, "Package");
   EXPECT_EQ(refusalOf<K7Q::WrongType>([&] { package.set(common::Sdg::create(mModel, u"g")); }),
             "ReferenceBase.Package: expected Tarvelon.metamodel.arplatform.common.Package, got "
-            "Tarvelon.metamodel.arplatform.common.Sdg; give an object of that class or of a class below it");
+            "Tarvelon.metamodel.arplatform.common.Sdg; give an object of that class or of a subclass");
   refusalOf<K7Q::WrongType>([&] { package.set(K7Q::Integer(1)); });
   refusalOf<K7Q::WrongType>([&] { package.set(mModel); });
   EXPECT_FALSE(package.has());
@@ -48,7 +48,7 @@ TEST_F(Reference, RefusesAnObjectOfAnotherModel) {
   EXPECT_EQ(
       refusalOf<K7Q::WrongValue>([&] { base.set<"Package">(foreign); }),
       "ReferenceBase.Package: expected Tarvelon.metamodel.arplatform.common.Package of the same model, got "
-      "Tarvelon.metamodel.arplatform.common.Package of another model; create it in this object's model");
+      "Tarvelon.metamodel.arplatform.common.Package of another model; create the object in the same model");
   EXPECT_TRUE(base.get<"Package">().isNull());
 }
 
@@ -57,9 +57,9 @@ TEST_F(Reference, RefusesAnObjectThatIsGone) {
   const auto package = common::Package::create(mModel, u"P");
   package.destroy();
   EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { base.set<"Package">(package); }),
-            "ReferenceBase.Package: expected Tarvelon.metamodel.arplatform.common.Package that stands in the "
+            "ReferenceBase.Package: expected Tarvelon.metamodel.arplatform.common.Package that exists in the "
             "model, got Tarvelon.metamodel.arplatform.common.Package that was destroyed or whose model is "
-            "closed; give one that is valid");
+            "closed; give a valid object");
 }
 
 TEST_F(Reference, ThatIsRequiredRefusesNothing) {
@@ -140,11 +140,10 @@ TEST_F(Ownership, RefusesACircle) {
   const auto outer = common::Package::create(mModel, u"Outer");
   const auto inner = common::Package::create(mModel, u"Inner");
   outer.get<"PackagedElement">().add(inner);
-  EXPECT_EQ(
-      refusalOf<K7Q::WrongValue>([&] { inner.get<"PackagedElement">().add(outer); }),
-      "Package.PackagedElement: expected Tarvelon.metamodel.foundation.PackageableElement that does not "
-      "hold the object itself, got Tarvelon.metamodel.arplatform.common.Package that does; take the object "
-      "out of it first");
+  EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { inner.get<"PackagedElement">().add(outer); }),
+            "Package.PackagedElement: expected Tarvelon.metamodel.foundation.PackageableElement that does "
+            "not contain this object, got Tarvelon.metamodel.arplatform.common.Package, which contains it; "
+            "remove this object from it first");
   refusalOf<K7Q::WrongValue>([&] { inner.get<"PackagedElement">().add(inner); });
   EXPECT_TRUE(ownerOf(inner) == outer);
   EXPECT_TRUE(ownerOf(outer).isNull());

@@ -110,9 +110,8 @@ TEST_F(SequenceIterator, IsRefusedByAnotherSequenceAndInTheWrongOrder) {
   const auto other = Access<variant::SystemConstDependentFormula>(mFormula, "SysCString").sequence();
   const K7Q::IteratorHandle foreign(other.get().generic_begin({}), {});
   EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { sequence().generic_erase({}, foreign.getInterface()); }),
-            "SystemConstDependentFormula.SysConst: expected an iterator of this sequence, got one of "
-            "another; take it "
-            "from begin or end");
+            "SystemConstDependentFormula.SysConst: expected an iterator of this sequence, got one of another "
+            "sequence; take it from begin() or end()");
   EXPECT_FALSE(foreign.getInterface()->equal(begin().getInterface()));
   expectAssertion(kBeyond,
                   [&] { sequence().generic_erase({}, end().getInterface(), begin().getInterface()); });

@@ -180,12 +180,12 @@ TEST_F(Sequence, ChecksElementsLikeASet) {
   EXPECT_EQ(
       refusalOf<K7Q::WrongType>([&] { sequence().generic_push_back({}, refOf(mFormula)); }),
       "SystemConstDependentFormula.SysConst: expected Tarvelon.metamodel.arplatform.variant.SystemConst, got "
-      "Tarvelon.metamodel.arplatform.variant.SystemConstDependentFormula; give an object of that class or "
-      "of a class below it");
+      "Tarvelon.metamodel.arplatform.variant.SystemConstDependentFormula; give an object of that class or of "
+      "a subclass");
   EXPECT_EQ(
       refusalOf<K7Q::WrongValue>([&] { sequence().generic_push_back({}, K7Q::Generic::Ref()); }),
       "SystemConstDependentFormula.SysConst: expected Tarvelon.metamodel.arplatform.variant.SystemConst, got "
-      "nothing; give an object of that class or of a class below it");
+      "nothing; give an object of that class or of a subclass");
   const auto foreign = variant::SystemConst::create(K7Q::Model::create(), u"x");
   refusalOf<K7Q::WrongValue>([&] { sequence().generic_insert({}, 0, refOf(foreign)); });
   const auto gone = variant::SystemConst::create(mModel, u"y");
@@ -200,10 +200,9 @@ TEST_F(Sequence, ThatIsImmutableRefusesEveryChange) {
   auto& view = handle.get();
   const K7Q::IteratorHandle at(view.generic_begin({}), {});
   const auto expectRefusal = [](auto call) {
-    EXPECT_EQ(
-        refusalOf(call),
-        "this sequence of SystemConstDependentFormula.SysConst is immutable and cannot be changed; take the "
-        "one of the mutable object");
+    EXPECT_EQ(refusalOf(call),
+              "this sequence of SystemConstDependentFormula.SysConst is immutable and cannot be changed; use "
+              "the sequence of the mutable object");
   };
   expectRefusal([&] { view.generic_push_back({}, ref(0)); });
   expectRefusal([&] { view.generic_push_front({}, ref(0)); });
@@ -224,9 +223,8 @@ TEST_F(Sequence, ThatIsImmutableRefusesEveryChange) {
 TEST_F(Sequence, ThatIsComputedIsAlwaysImmutable) {
   const auto handle = Access<foundation::Element>(mFormula, "OwnedElement").sequence(false);
   EXPECT_EQ(refusalOf([&] { handle.get().generic_push_back({}, ref(0)); }),
-            "SystemConstDependentFormula.OwnedElement is read-only and cannot be changed; change what it is "
-            "computed "
-            "from");
+            "SystemConstDependentFormula.OwnedElement is read-only and cannot be changed; change the values "
+            "that it is computed from");
   EXPECT_STREQ(handle.get().generic_getRuvoName(false, false, ""),
                "Tarvelon.metamodel.foundation.ImmutableSequenceOfElement");
 }
@@ -341,8 +339,7 @@ TEST_F(TextSequence, RefusesTextThatNoFileCouldHold) {
   EXPECT_EQ(refusalOf<K7Q::WrongValue>(
                 [&] { handle.get().generic_push_back({}, K7Q::makeStringRef(K7Q::String(u"a\xDC00"))); }),
             "SystemConstValue.ValueVariationPoint: expected Unicode text that a file can hold, got the lone "
-            "surrogate U+DC00 "
-            "at position 2; take it out");
+            "surrogate U+DC00 at position 2; remove it");
   refusalOf<K7Q::WrongValue>([&] { handle.get().generic_push_back({}, K7Q::Generic::Ref()); });
   EXPECT_TRUE(handle.get().generic_empty({}));
 }

@@ -56,8 +56,7 @@ TEST_F(Transactions, Nest) {
 TEST_F(Transactions, RefuseToKeepAnOuterOneWhileAnInnerOneIsOpen) {
   Transaction outer(mModel);
   Transaction inner(mModel);
-  EXPECT_EQ(refusalOf([&] { outer.commit(); }),
-            "a transaction that was begun later is still open; end that one first");
+  EXPECT_EQ(refusalOf([&] { outer.commit(); }), "a nested transaction is still open; end it first");
   inner.commit();
   outer.commit();
 }
@@ -127,10 +126,9 @@ TEST_F(Transactions, KeepUndoAndTheHistoryOut) {
             "cannot undo while a transaction of the model is open; commit it or roll it back first");
   EXPECT_EQ(refusalOf([&] { api::redo(mModel); }),
             "cannot redo while a transaction of the model is open; commit it or roll it back first");
-  EXPECT_EQ(
-      refusalOf([&] { api::setHistoryLimit(mModel, 0); }),
-      "cannot change the length of the history while a transaction of the model is open; commit it or roll "
-      "it back first");
+  EXPECT_EQ(refusalOf([&] { api::setHistoryLimit(mModel, 0); }),
+            "cannot change the limit of the history while a transaction of the model is open; commit it or "
+            "roll it back first");
 }
 
 TEST_F(Transactions, FreeWhatWasMadeInThem) {

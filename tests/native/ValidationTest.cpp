@@ -106,7 +106,7 @@ TEST_F(Validation, FindsAReferenceToADestroyedObject) {
   const Forced forced(wordOf(value, "SysConst"), Word{.object = shell});
   EXPECT_EQ(linesOf(model),
             Lines{"/Top/Values.SysConstValue[0].SysConst: refers to a SystemConst that was destroyed; set "
-                  "another one, or take the reference out [dangling-reference]"});
+                  "another one, or remove the reference [dangling-reference]"});
 }
 
 TEST_F(Validation, FindsAReferenceToAnotherModel) {
@@ -116,7 +116,7 @@ TEST_F(Validation, FindsAReferenceToAnotherModel) {
   const Forced forced(wordOf(value, "SysConst"), Word{.object = &instanceOf(foreign)});
   EXPECT_EQ(linesOf(model),
             Lines{"/Top/Values.SysConstValue[0].SysConst: refers to /Elsewhere/Foreign of another model; "
-                  "create it in this object's model and refer to that [foreign-reference]"});
+                  "create the object in this model and refer to that one [foreign-reference]"});
 }
 
 TEST_F(Validation, FindsAValueOfAWiderClassThanTheOneThatRedefines) {
@@ -131,7 +131,7 @@ TEST_F(Validation, FindsAValueOfAWiderClassThanTheOneThatRedefines) {
   ASSERT_EQ(K7Q::validate(sender).size(), 1U);
   EXPECT_EQ(lineOf(K7Q::validate(sender)[0]),
             "/Sender.Interface: expected SenderReceiverInterface, found the ClientServerInterface /Top/Test; "
-            "set an object of that class or of a class below it [wrong-class]");
+            "set an object of that class or of a subclass [wrong-class]");
 }
 
 TEST_F(Validation, FindsAnObjectThatTwoHold) {
@@ -140,8 +140,8 @@ TEST_F(Validation, FindsAnObjectThatTwoHold) {
   second.get<"SysConstValue">().add(variant::SystemConstValue::create(model, 1.0, wheels));
   const ForcedEntry forced(wordOf(second, "SysConstValue"), 0, &instanceOf(value));
   EXPECT_EQ(linesOf(model),
-            Lines{"/Top/Second.SysConstValue: holds SystemConstValue, which stands in another place as well; "
-                  "an object has one owner: take it out here, or there [ownership]"});
+            Lines{"/Top/Second.SysConstValue: contains SystemConstValue, which is also contained elsewhere; "
+                  "an object has one owner: remove it here or there [ownership]"});
 }
 
 TEST_F(Validation, FindsASequenceThatNamesAnObjectTwice) {
@@ -149,16 +149,14 @@ TEST_F(Validation, FindsASequenceThatNamesAnObjectTwice) {
   root.get<"PackagedElement">().add(second);
   variants.get<"SysConstValueSet">().add(second);
   const ForcedEntry forced(wordOf(variants, "SysConstValueSet"), 1, &instanceOf(values));
-  EXPECT_EQ(
-      linesOf(model),
-      Lines{"/Top/Variant.SysConstValueSet: names the same object twice; each may stand in it once: take "
-            "the second one out [multiplicity]"});
+  EXPECT_EQ(linesOf(model), Lines{"/Top/Variant.SysConstValueSet: contains the same object twice; remove the "
+                                  "second entry [multiplicity]"});
 }
 
 TEST_F(Validation, FindsAnEmptyEntry) {
   const ForcedEntry forced(wordOf(variants, "SysConstValueSet"), 0, nullptr);
   EXPECT_EQ(linesOf(model),
-            Lines{"/Top/Variant.SysConstValueSet: has an empty entry; take it out [multiplicity]"});
+            Lines{"/Top/Variant.SysConstValueSet: has an empty entry; remove it [multiplicity]"});
 }
 
 TEST_F(Validation, FindsAnEnumerationWithoutLiteral) {

@@ -75,7 +75,7 @@ def event_that_starts_nothing(w):
 
 
 @fault("incomplete", WHOLE + "/Loose.Provider",
-       "is not set, and without it the connector has one end; set it to a CompositionPPortInstanceRef",
+       "is not set, and without it the connector has only one end; set it to a CompositionPPortInstanceRef",
        "warning")
 def connector_with_one_end(w):
     end = w.new(instance.CompositionRPortInstanceRef, w.controller.ReceiverPorts[0],
@@ -84,31 +84,31 @@ def connector_with_one_end(w):
 
 
 @fault("no-owner", "/Forgotten",
-       "nothing holds the Runnable; put it into a package or where it belongs, or destroy it", "warning")
+       "the Runnable has no owner; add it to a package or to another owner, or destroy it", "warning")
 def runnable_that_nothing_holds(w):
     w.keep = w.new(behavior.Runnable, "Bbw_Forgotten", "Forgotten")
 
 
 @fault("value-range", BEHAVIOR + "/Every10ms.Period",
-       "expected a period in seconds above 0, found 0; set one that fits")
+       "expected a period in seconds above 0, found 0; set a valid number")
 def period_of_zero(w):
     brake.named(w.controller.Behavior.Events).Every10ms.Period = 0
 
 
 @fault("value-range", BEHAVIOR + "/Often.Period",
-       "expected a period in seconds above 0, found no value, which reads as 0; set one that fits")
+       "expected a period in seconds above 0, found no value, which is read as 0; set a valid number")
 def period_that_was_never_set(w):
     w.controller.Behavior.Events.append(w.new(behavior.TimingEvent, Name="Often", StartOnEvent=w.control))
 
 
 @fault("value-range", "/Vehicle/BrakeByWire/Adaptive/VehicleComputer/Os/Safety.CpuUsage",
-       "expected percent of the processors from 0 to 100, found 130; set one that fits")
+       "expected a percentage of the processors from 0 to 100, found 130; set a valid number")
 def more_than_all_of_a_processor(w):
     w.adaptive.VehicleComputer.OsModuleInstantiation[0].ResourceGroup[0].CpuUsage = 130
 
 
 @fault("value-range", "/Vehicle/BrakeByWire/Variants/TwoAxles.SysConstValue[0].Value",
-       "expected a finite number, found inf; set one that fits")
+       "expected a finite number, found inf; set a valid number")
 def number_without_end(w):
     variants = brake.named(brake.named(w.brakes.PackagedElement).Variants.PackagedElement)
     variants.TwoAxles.SysConstValue[0].Value = float("inf")
@@ -130,8 +130,8 @@ def name_that_begins_with_a_digit(w):
 
 
 @fault("short-name", BEHAVIOR + "/" + "n" * 129 + ".Name",
-       "expected a letter, then letters, digits and underscores, 128 at most; found 129 characters; "
-       "rename it, and put the readable text into longName")
+       "expected a letter, then letters, digits and underscores, 128 at most; found 129 characters; rename it, and "
+       "store the readable text in longName")
 def name_that_is_too_long(w):
     w.controller.Behavior.Runnables.append(w.new(behavior.Runnable, "f", "n" * 129))
 
@@ -143,52 +143,50 @@ def runnable_without_a_name(w):
 
 
 @fault("duplicate-name", BEHAVIOR + "/Control.Name",
-       "the name 'Control' is taken in this namespace by the Runnable that stands before; "
-       "rename one of the two")
+       "the name 'Control' is already used in this namespace, by the Runnable before it; rename one of the two")
 def two_elements_of_one_name(w):
     w.controller.Behavior.exclusiveArea.append(w.new(behavior.ExclusiveArea, "Control"))
 
 
 @fault("duplicate-name", "/Vehicle.Name",
-       "the name 'Vehicle' is taken in this namespace by the AUTOSAR that stands before; "
-       "rename one of the two")
+       "the name 'Vehicle' is already used in this namespace, by the AUTOSAR before it; rename one of the two")
 def two_roots_of_one_name(w):
     w.keep = w.new(common.Package, "Vehicle")
 
 
 @fault("name-case", BEHAVIOR + "/CONTROL.Name",
-       "the name 'CONTROL' differs from 'Control' of the same namespace in case alone, "
-       "which AUTOSAR does not tell apart; rename one")
+       "the name 'CONTROL' differs from 'Control' of the same namespace only in case, which AUTOSAR ignores; rename "
+       "one of the two")
 def names_that_differ_in_case(w):
     w.controller.Behavior.exclusiveArea.append(w.new(behavior.ExclusiveArea, "CONTROL"))
 
 
 @fault("name-case", "/VEHICLE.Name",
-       "the name 'VEHICLE' differs from 'Vehicle' of the same namespace in case alone, "
-       "which AUTOSAR does not tell apart; rename one")
+       "the name 'VEHICLE' differs from 'Vehicle' of the same namespace only in case, which AUTOSAR ignores; rename "
+       "one of the two")
 def roots_that_differ_in_case(w):
     w.keep = w.new(common.Package, "VEHICLE")
 
 
 @fault("dangling-reference", WHOLE + "/pedalSensor2.Type",
-       "refers to /Loose, which stands in no package since nothing holds it; "
-       "put that where it belongs, or refer to something else", also=["no-owner"])
+       "refers to /Loose, which no package contains because it has no owner; give that object an owner, or refer to "
+       "another object", also=["no-owner"])
 def reference_to_what_nothing_holds(w):
     w.keep = w.new(component.ParameterComponent, "Loose")
     w.whole.Components.append(w.new(composition.ComponentPrototype, w.keep, "pedalSensor2"))
 
 
 @fault("instance-data", BEHAVIOR + "/Control/Pedal_Travel.instanceRef.DataElements",
-       "'Torque' does not belong to the interface 'PedalTravel' of the port 'Pedal'; "
-       "name an element of that interface, or a port with another one")
+       "'Torque' does not belong to the interface 'PedalTravel' of the port 'Pedal'; refer to an element of that "
+       "interface, or to another port")
 def data_of_another_interface(w):
     w.control.dataAccess[0].instanceRef.DataElements = w.controller.SenderPorts[0].Interface.DataElements[0]
 
 
 @fault("instance-operation",
        PEDAL_BEHAVIOR + "/TestInvoked.instanceRef.Operations",
-       "'Other' does not belong to the interface 'SelfTest' of the port 'Test'; "
-       "name an element of that interface, or a port with another one")
+       "'Other' does not belong to the interface 'SelfTest' of the port 'Test'; refer to an element of that "
+       "interface, or to another port")
 def operation_of_another_interface(w):
     other = w.new(interface.Operation, "Other")
     other_interface = w.new(interface.ClientServerInterface, False, "OtherCalls", Operations=[other])
@@ -201,7 +199,7 @@ def operation_of_another_interface(w):
 
 @fault("instance-operation",
        PEDAL_BEHAVIOR + "/TestInvoked.instanceRef.Arguments[0].Arguments",
-       "'Foreign' is no argument of the operation 'Test'; name one of its arguments")
+       "'Foreign' is not an argument of the operation 'Test'; refer to one of its arguments")
 def argument_of_another_operation(w):
     kinds = interface.ArgumentDataDirectionKind, interface.ServerArgumentImplPolicyKind
     foreign = w.new(interface.ArgumentData, kinds[0].In, kinds[1].UseVoid, "%d", "Foreign",
@@ -213,15 +211,15 @@ def argument_of_another_operation(w):
 
 
 @fault("instance-mode", BEHAVIOR + "/Degraded.instanceRef[0].Mode",
-       "'Startup' is no mode of the group 'BrakePhase'; name a mode of it, or another groupElement")
+       "'Startup' is not a mode of the group 'BrakePhase'; refer to one of its modes, or to another groupElement")
 def mode_of_another_group(w):
     event = brake.named(w.controller.Behavior.Events).Degraded
     event.instanceRef[0].Mode = w.adaptive.VehicleComputer.FunctionGroup[0].ModeGroup.Mode[0]
 
 
 @fault("instance-trigger", BEHAVIOR + "/WheelTicked.instanceRef.Trigger",
-       "'Tock' does not belong to the interface 'WheelTick' of the port 'Tick'; "
-       "name an element of that interface, or a port with another one")
+       "'Tock' does not belong to the interface 'WheelTick' of the port 'Tick'; refer to an element of that "
+       "interface, or to another port")
 def trigger_of_another_interface(w):
     tock = w.new(interface.Trigger, "Tock", CseCodeFactor=1)
     w.brakes.PackagedElement.append(w.new(interface.TriggerInterface, False, "Other", Triggers=[tock]))
@@ -229,9 +227,8 @@ def trigger_of_another_interface(w):
 
 
 @fault("instance-component", CONTROL + "/Demand.instanceRef.DataElements",
-       "/Vehicle/BrakeByWire/Interfaces/PedalTravel/Travel is no data of the behavior "
-       "'BrakeControllerBehavior'; name a variable, a parameter or memory that the behavior holds, "
-       "or go through a port")
+       "/Vehicle/BrakeByWire/Interfaces/PedalTravel/Travel is not data of the behavior 'BrakeControllerBehavior'; "
+       "refer to a variable, parameter or memory that the behavior contains, or use a port")
 def variable_that_is_none_of_the_behavior(w):
     w.control.irvWrite[0].instanceRef.DataElements = w.controller.ReceiverPorts[0].Interface.DataElements[0]
 
@@ -244,8 +241,8 @@ def runnable_of_another_component(w):
 
 
 @fault("instance-port", WHOLE + "/pedalSensor_Pedal_to_brakeController_Pedal.Provider.ProvidedPort",
-       "the component 'pedalSensor' has no port /Vehicle/BrakeByWire/Components/WheelActuator/Wheel: "
-       "its type is 'PedalSensor'; name a port of that type, or another component",
+       "the component 'pedalSensor' has no port /Vehicle/BrakeByWire/Components/WheelActuator/Wheel: its type is "
+       "'PedalSensor'; refer to a port of that type, or to another component",
        also=["connector-interface"])
 def port_that_the_prototype_does_not_have(w):
     connector = w.connectors.pedalSensor_Pedal_to_brakeController_Pedal
@@ -253,8 +250,8 @@ def port_that_the_prototype_does_not_have(w):
 
 
 @fault("instance-port", WHOLE + "/Stranger.Provider.ComponentPrototype",
-       "/Vehicle/BrakeByWire/Other/elsewhere is no component of the composition 'BrakeSystem' "
-       "whose connector this is; name one of its Components")
+       "/Vehicle/BrakeByWire/Other/elsewhere is not a component of the composition 'BrakeSystem' that contains the "
+       "connector; refer to one of its Components")
 def prototype_of_another_composition(w):
     elsewhere = w.new(composition.ComponentPrototype, w.pedal, "elsewhere")
     w.brakes.PackagedElement.append(w.new(composition.CompositionComponent, "Other", Components=[elsewhere]))
@@ -266,8 +263,8 @@ def prototype_of_another_composition(w):
 
 
 @fault("instance-event", CONTROLLER + ".instanceMapping.instance[10].TimingEvent",
-       "/Vehicle/BrakeByWire/Components/BrakeController/BrakeControllerBehavior/Every10ms is no event of "
-       "'PedalSensor', where the path ends; name an event of its behavior")
+       "/Vehicle/BrakeByWire/Components/BrakeController/BrakeControllerBehavior/Every10ms is not an event of "
+       "'PedalSensor', where the path ends; refer to an event of its behavior")
 def event_that_the_path_does_not_lead_to(w):
     event = brake.named(w.controller.Behavior.Events).Every10ms
     reference = w.new(instance.InstanceEventInCompositionInstanceRef, event,
@@ -276,8 +273,8 @@ def event_that_the_path_does_not_lead_to(w):
 
 
 @fault("instance-event", CONTROLLER + ".instanceMapping.instance[10].ComponentPrototype",
-       "/Vehicle/BrakeByWire/BrakeSystem/wheelActuator is no component of 'PedalSensor'; "
-       "each component of the path stands in the type of the one before")
+       "/Vehicle/BrakeByWire/BrakeSystem/wheelActuator is not a component of 'PedalSensor'; refer to a component "
+       "that the type of the previous one contains")
 def path_that_jumps(w):
     event = brake.named(w.wheel.Behavior.Events).Every10ms
     reference = w.new(instance.InstanceEventInCompositionInstanceRef, event,
@@ -286,8 +283,8 @@ def path_that_jumps(w):
 
 
 @fault("own-port", CONTROL + "/Pedal_Travel.instanceRef",
-       "reaches through the port /Vehicle/BrakeByWire/Components/Other/Pedal of another component; "
-       "name a port of 'BrakeController' and connect the two")
+       "uses the port /Vehicle/BrakeByWire/Components/Other/Pedal of another component; use a port of "
+       "'BrakeController' and connect the two ports")
 def access_to_a_port_of_another_component(w):
     foreign = brake.receiver(w.new, w.controller.ReceiverPorts[0].Interface, "Pedal")
     w.brakes.PackagedElement[3].PackagedElement.append(
@@ -296,15 +293,14 @@ def access_to_a_port_of_another_component(w):
 
 
 @fault("option-port", BEHAVIOR + ".PortAPIOptions[0].Port",
-       "/Vehicle/BrakeByWire/Components/PedalSensor/Pedal is a port of another component; "
-       "name one of 'BrakeController'")
+       "/Vehicle/BrakeByWire/Components/PedalSensor/Pedal is a port of another component; refer to a port of "
+       "'BrakeController'")
 def option_for_a_port_of_another_component(w):
     w.controller.Behavior.PortAPIOptions.append(w.new(behavior.PortAPIOption, Port=w.pedal.SenderPorts[0]))
 
 
 @fault("own-behavior", BEHAVIOR + "/Every10ms.StartOnEvent",
-       PEDAL_BEHAVIOR + "/Sample belongs to another behavior; "
-       "name an element of 'BrakeControllerBehavior'")
+       PEDAL_BEHAVIOR + "/Sample belongs to another behavior; refer to an element of 'BrakeControllerBehavior'")
 def event_that_starts_a_runnable_of_another_behavior(w):
     event = brake.named(w.controller.Behavior.Events).Every10ms
     w.control.Events.remove(event)
@@ -312,29 +308,29 @@ def event_that_starts_a_runnable_of_another_behavior(w):
 
 
 @fault("port-info", CONTROLLER + "/Pedal.info[0].DataElements",
-       "/Vehicle/BrakeByWire/Interfaces/WheelTorque/Torque is no element of the interface 'PedalTravel' "
-       "of the port 'Pedal'; name one of its elements")
+       "/Vehicle/BrakeByWire/Interfaces/WheelTorque/Torque is not an element of the interface 'PedalTravel' of the "
+       "port 'Pedal'; refer to one of its elements")
 def info_about_an_element_of_another_interface(w):
     w.controller.ReceiverPorts[0].info[0].DataElements = w.controller.SenderPorts[0].Interface.DataElements[0]
 
 
 @fault("access-direction", CONTROL + "/Pedal_Travel.instanceRef",
-       "expected a port that provides its interface, found the DataReceiverPort 'Pedal'; "
-       "name another port, or another kind of access")
+       "expected a port that provides its interface, found the DataReceiverPort 'Pedal'; use another port, or "
+       "another kind of access")
 def write_to_a_required_port(w):
     w.control.dataAccess[0].Kind = behavior.DataAccessKind.ExplicitWrite
 
 
 @fault("connector-end", WHOLE + "/SpeedIn_to_SpeedOut.ProvidedOuterPort",
-       "/Vehicle/BrakeByWire/Components/WheelActuator/Wheel is no port of the composition 'BrakeSystem'; "
-       "name one of its own ports")
+       "/Vehicle/BrakeByWire/Components/WheelActuator/Wheel is not a port of the composition 'BrakeSystem'; refer to "
+       "one of its own ports")
 def outer_port_of_another_component(w):
     w.connectors.SpeedIn_to_SpeedOut.ProvidedOuterPort = w.wheel.SenderPorts[0]
 
 
 @fault("connector-direction", WHOLE + "/Inward",
-       "delegates the DataReceiverPort 'SpeedIn' to the DataSenderPort 'Wheel'; "
-       "a provided port is delegated to a provided one, a required one to a required one")
+       "delegates the DataReceiverPort 'SpeedIn' to the DataSenderPort 'Wheel'; delegate a provided port to a "
+       "provided one, and a required port to a required one")
 def delegation_against_the_direction(w):
     inner = w.new(instance.CompositionPPortInstanceRef, w.wheel.SenderPorts[0], w.prototypes.wheelActuator)
     inward = w.new(composition.DelegationConnector, w.whole.ReceiverPorts[0], inner, "Inward")
@@ -342,9 +338,9 @@ def delegation_against_the_direction(w):
 
 
 @fault("connector-interface", WHOLE + "/Crossed",
-       "joins the ports /Vehicle/BrakeByWire/Components/PedalSensor/Pedal and "
-       "/Vehicle/BrakeByWire/Components/WheelActuator/Torque, but 'PedalTravel' provides no 'Torque', "
-       "which 'WheelTorque' requires; give both ports one interface, or its elements the same names")
+       "connects the ports /Vehicle/BrakeByWire/Components/PedalSensor/Pedal and "
+       "/Vehicle/BrakeByWire/Components/WheelActuator/Torque, but 'PedalTravel' provides no 'Torque', which "
+       "'WheelTorque' requires; give both ports the same interface, or the elements the same names")
 def connector_of_interfaces_that_do_not_fit(w):
     p = w.prototypes
     crossed = example.assemble(w.new, p.pedalSensor, w.pedal.SenderPorts[0], p.wheelActuator,
@@ -354,9 +350,9 @@ def connector_of_interfaces_that_do_not_fit(w):
 
 
 @fault("connector-interface", WHOLE + "/Crossed",
-       "joins the ports /Vehicle/BrakeByWire/Components/PedalSensor/Test and "
-       "/Vehicle/BrakeByWire/Components/WheelActuator/Torque, whose interfaces are a "
-       "ClientServerInterface and a SenderReceiverInterface; join ports of one kind of interface")
+       "connects the ports /Vehicle/BrakeByWire/Components/PedalSensor/Test and "
+       "/Vehicle/BrakeByWire/Components/WheelActuator/Torque, whose interfaces are a ClientServerInterface and a "
+       "SenderReceiverInterface; connect ports with the same kind of interface")
 def connector_of_interfaces_of_two_kinds(w):
     p = w.prototypes
     crossed = example.assemble(w.new, p.pedalSensor, w.pedal.ServerPorts[0], p.wheelActuator,
@@ -366,15 +362,15 @@ def connector_of_interfaces_of_two_kinds(w):
 
 
 @fault("order-circle", "/Vehicle/BrakeByWire/Timing/EndToEnd/PedalToWheel/Sample.Successor",
-       "goes round in a circle: 'Sample' -> 'Control' -> 'Apply' -> 'Sample'; take one of the successors out")
+       "forms a cycle: 'Sample' -> 'Control' -> 'Apply' -> 'Sample'; remove one of the successors")
 def order_that_never_ends(w):
     steps = w.timing.EndToEnd.TimingRequirement[0].OrderedElement
     steps[-1].Successor.append(steps[0])
 
 
 @fault("order-circle", "/Vehicle/BrakeByWire/Timing/EndToEnd/PedalToWheel/Step0.Successor",
-       "goes round in a circle: 'Step0' -> 'Step1' -> 'Step2' -> 'Step3' -> 'Step4' -> ... 94 more ... -> 'Step99' "
-       "-> 'Step0'; take one of the successors out")
+       "forms a cycle: 'Step0' -> 'Step1' -> 'Step2' -> 'Step3' -> 'Step4' -> ... 94 more ... -> 'Step99' -> "
+       "'Step0'; remove one of the successors")
 def long_order_that_never_ends(w):
     steps = [w.new(timingExtension.EOCExecutableEntityRef, f"Step{number}", Executable=w.sample)
              for number in range(100)]
@@ -384,8 +380,8 @@ def long_order_that_never_ends(w):
 
 
 @fault("order-successor", "/Vehicle/BrakeByWire/Timing/EndToEnd/PedalToWheel/Apply.Successor",
-       "/Vehicle/BrakeByWire/Timing/ControlTiming/Other/Elsewhere is ordered by another constraint; "
-       "name a step of 'PedalToWheel'")
+       "/Vehicle/BrakeByWire/Timing/ControlTiming/Other/Elsewhere belongs to another constraint; refer to a step of "
+       "'PedalToWheel'")
 def successor_in_another_constraint(w):
     elsewhere = w.new(timingExtension.EOCExecutableEntityRef, "Elsewhere", Executable=w.control)
     w.timing.ControlTiming.TimingRequirement.append(
@@ -394,15 +390,15 @@ def successor_in_another_constraint(w):
 
 
 @fault("order-runnable", "/Vehicle/BrakeByWire/Timing/EndToEnd/PedalToWheel/Sample.Executable",
-       CONTROL + " is no runnable of the "
-       "component 'pedalSensor', whose type is 'PedalSensor'; name a runnable of that type's behavior")
+       CONTROL + " is not a runnable of the component 'pedalSensor', whose type is 'PedalSensor'; refer to a "
+       "runnable of that type's behavior")
 def step_of_another_component(w):
     w.timing.EndToEnd.TimingRequirement[0].OrderedElement[0].Executable = w.control
 
 
 @fault("order-runnable", "/Vehicle/BrakeByWire/Timing/EndToEnd/PedalToWheel/Sample.Component",
-       "/Vehicle/BrakeByWire/Other/elsewhere is no component of the BaseComposition 'BrakeSystem' of 'PedalToWheel'; "
-       "name a component that stands in it")
+       "/Vehicle/BrakeByWire/Other/elsewhere is not a component of the BaseComposition 'BrakeSystem' of "
+       "'PedalToWheel'; refer to a component that it contains")
 def step_of_a_component_elsewhere(w):
     elsewhere = w.new(composition.ComponentPrototype, w.pedal, "elsewhere")
     w.brakes.PackagedElement.append(w.new(composition.CompositionComponent, "Other", Components=[elsewhere]))
@@ -419,70 +415,72 @@ def composition_in_itself(w):
 
 
 @fault("variant-circle", "/Vehicle/BrakeByWire/Variants/Estate.IncludedVariant",
-       "goes round in a circle: 'Estate' -> 'Estate'; take one of the variants out")
+       "forms a cycle: 'Estate' -> 'Estate'; remove one of the variants")
 def variant_in_itself(w):
     estate = brake.named(brake.named(w.brakes.PackagedElement).Variants.PackagedElement).Estate
     estate.IncludedVariant.append(estate)
 
 
 @fault("group-circle", CONTROLLER + "/Axle.innerGroup",
-       "goes round in a circle: 'Axle' -> 'Chassis' -> 'Axle'; take one of the groups out")
+       "forms a cycle: 'Axle' -> 'Chassis' -> 'Axle'; remove one of the groups")
 def group_in_itself(w):
     axle, chassis = w.controller.portGroup
     axle.innerGroup.append(chassis)
 
 
 @fault("data-filter", CONTROLLER + "/Pedal.info[0].comSpec.filter.max",
-       "is not set, and the kind NewIsWithin compares with it; set it, or another kind")
+       "is not set, and the kind NewIsWithin needs it; set it, or set another kind")
 def filter_without_a_bound(w):
     bounded = w.controller.ReceiverPorts[0].info[0].comSpec.filter
     bounded.DataFilterKind, bounded.min = port.DataFilterKind.NewIsWithin, 3
 
 
 @fault("data-filter", CONTROLLER + "/Pedal.info[0].comSpec.filter.min",
-       "expected at most max, which is 2; found 3; exchange the two")
+       "expected at most max, which is 2; found 3; exchange the two values")
 def filter_with_bounds_exchanged(w):
     bounded = w.controller.ReceiverPorts[0].info[0].comSpec.filter
     bounded.DataFilterKind, bounded.min, bounded.max = port.DataFilterKind.NewIsOutside, 3, 2
 
 
 @fault("data-filter", CONTROLLER + "/Pedal.info[0].comSpec.filter.offset",
-       "expected a number from 0 to below Period, which is 4; found 4; set which of the values passes")
+       "expected a number from 0 to below Period, which is 4; found 4; set which of the N values passes, counted "
+       "from 0")
 def filter_with_an_offset_beyond_its_period(w):
     every = w.controller.ReceiverPorts[0].info[0].comSpec.filter
     every.DataFilterKind, every.Period, every.offset = port.DataFilterKind.OneEveryN, 4, 4
 
 
 @fault("mode-group", "/Vehicle/BrakeByWire/Types/BrakePhase.InitialMode",
-       "/Vehicle/BrakeByWire/Types/MachineState/Startup is no mode of this group; name one of 'BrakePhase'")
+       "/Vehicle/BrakeByWire/Types/MachineState/Startup is not a mode of this group; refer to a mode of 'BrakePhase'")
 def initial_mode_of_another_group(w):
     groups = brake.named(brake.named(w.brakes.PackagedElement).Types.PackagedElement)
     groups.BrakePhase.InitialMode = groups.MachineState.Mode[0]
 
 
 @fault("mode-group", "/Vehicle/BrakeByWire/Types/BrakePhase/Braking.Value",
-       "has the number of 'Released'; modes of a group are told apart by it: give one another number")
+       "has the same number as 'Released'; give one of the two modes another number")
 def two_modes_of_one_number(w):
     groups = brake.named(brake.named(w.brakes.PackagedElement).Types.PackagedElement)
     groups.BrakePhase.Mode[1].Value = 0
 
 
 @fault("mode-count", BEHAVIOR + "/Degraded.instanceRef",
-       "expected two modes, the one that is left and the one that is entered; found 1; "
-       "add or take out modes, or change activation")
+       "expected two modes, the one that is left and the one that is entered; found 1; add or remove modes, or "
+       "change activation")
 def transition_with_one_mode(w):
     brake.named(w.controller.Behavior.Events).Degraded.activation = behavior.ModeActivationKind.OnTransition
 
 
 @fault("mode-count", BEHAVIOR + "/Degraded.instanceRef",
-       "expected one mode, the one that is entered or left; found 1, of which 1 has no Mode; "
-       "add or take out modes, or change activation")
+       "expected one mode, the one that is entered or left; found 1, of which 1 has no Mode; add or remove modes, or "
+       "change activation")
 def event_of_no_mode(w):
     brake.named(w.controller.Behavior.Events).Degraded.instanceRef[0].Mode = None
 
 
 @fault("storage-size", "/Vehicle/BrakeByWire/Adaptive/Store.MinimumSustainedSize",
-       "expected at most MaximumAllowedSize, which is 65536; found 65537; raise that one or lower this one")
+       "expected at most MaximumAllowedSize, which is 65536; found 65537; raise MaximumAllowedSize or lower "
+       "MinimumSustainedSize")
 def least_size_above_the_greatest(w):
     w.adaptive.Store.MinimumSustainedSize = 65537
 
@@ -509,16 +507,16 @@ def number_for_a_truth_value(w):
 
 
 @fault("parameter-value", TASK + ".ParameterValue[4]",
-       "expected a number for the EcucFloatParamDef 'Period', found a text; "
-       "make an EcucNumericalParamValue, or name another definition")
+       "expected a number for the EcucFloatParamDef 'Period', found a text; create an EcucNumericalParamValue, or "
+       "refer to another definition")
 def text_for_a_number(w):
     definition = task_of(w).ParameterValue[3].Definition
     task_of(w).ParameterValue.append(w.new(ecuc.EcucTextualParamValue, "fast", definition))
 
 
 @fault("parameter-value", TASK + ".ParameterValue[0].Definition",
-       "/Vehicle/BrakeByWire/Configuration/Os/Application/Depth is not defined in 'Task', "
-       "the definition of 'Task10ms'; name a definition from there, or move the value")
+       "/Vehicle/BrakeByWire/Configuration/Os/Application/Depth is not defined in 'Task', the definition of "
+       "'Task10ms'; refer to a definition from there, or move the value")
 def parameter_of_another_container(w):
     application = w.configuration.Os.Container[0]
     application.Parameter.append(w.new(ecuc.EcucIntegerParamDef, "Depth"))
@@ -526,15 +524,15 @@ def parameter_of_another_container(w):
 
 
 @fault("reference-value", TASK + ".ReferenceValue[0].Value",
-       "expected a container of the configuration, as the EcucReferenceDef 'Resource' says, "
-       "found the Runnable 'Control'; name an EcucContainerValue, or define it as an EcucForeignReferenceDef")
+       "expected an EcucContainerValue for the EcucReferenceDef 'Resource', found the Runnable 'Control'; refer to "
+       "an EcucContainerValue, or define it as an EcucForeignReferenceDef")
 def reference_out_of_the_configuration(w):
     task_of(w).ReferenceValue[0].Value = w.control
 
 
 @fault("container-value", TASK + ".Definition",
-       "/Vehicle/BrakeByWire/Configuration/Os/Application is not defined in 'Application', "
-       "the definition of 'Brakes'; name a definition from there, or move the value")
+       "/Vehicle/BrakeByWire/Configuration/Os/Application is not defined in 'Application', the definition of "
+       "'Brakes'; refer to a definition from there, or move the value")
 def container_at_another_place(w):
     task = task_of(w)
     for value in [*task.ParameterValue, *task.ReferenceValue]:
@@ -543,15 +541,15 @@ def container_at_another_place(w):
 
 
 @fault("deployed-event", "/Vehicle/BrakeByWire/Adaptive/OverDds/TorqueTopic.Event",
-       "/Vehicle/BrakeByWire/Interfaces/WheelTorque/Torque is no event of the service 'BrakeService' "
-       "that is deployed; name one of its Events")
+       "/Vehicle/BrakeByWire/Interfaces/WheelTorque/Torque is not an event of the deployed service 'BrakeService'; "
+       "refer to one of its Events")
 def deployment_of_an_event_of_nobody(w):
     w.adaptive.OverDds.EventDeployment[0].Event = w.controller.SenderPorts[0].Interface.DataElements[0]
 
 
 @fault("event-quality", "/Vehicle/BrakeByWire/Adaptive/DdsOffered.EventQosProps[0].EventDeployment",
-       "/Vehicle/BrakeByWire/Other/TorqueTopic does not belong to 'OverDds', "
-       "the deployment of 'DdsOffered'; name one of its EventDeployment")
+       "/Vehicle/BrakeByWire/Other/TorqueTopic does not belong to 'OverDds', the deployment of 'DdsOffered'; refer "
+       "to one of its EventDeployment")
 def quality_of_an_event_of_another_deployment(w):
     service = w.adaptive.BrakeService
     topic = w.new(manifest.DdsEventDeployment, service.Events[0], "TorqueTopic")
@@ -561,15 +559,15 @@ def quality_of_an_event_of_another_deployment(w):
 
 
 @fault("service-port", "/Vehicle/BrakeByWire/Adaptive/DdsOfferedAtOffered.Port",
-       "expected a port that provides the service, as 'DdsOffered' does, "
-       "found the ServiceRequiredPort 'Used'; name another port or another instance")
+       "expected a port that provides the service, as 'DdsOffered' does, found the ServiceRequiredPort 'Used'; refer "
+       "to another port or another instance")
 def service_offered_at_a_required_port(w):
     w.adaptive.DdsOfferedAtOffered.Port = w.adaptive.BrakeAssistant.RequiredPorts[0]
 
 
 @fault("mapped-component", "/Vehicle/BrakeByWire/System/Vehicle/Mapping/OnWheel.Component",
-       "/Vehicle/BrakeByWire/Other/elsewhere is no component of the system's root composition 'BrakeSystem'; "
-       "map a component that stands in it")
+       "/Vehicle/BrakeByWire/Other/elsewhere is not a component of the system's root composition 'BrakeSystem'; map "
+       "a component that it contains")
 def mapping_of_a_component_elsewhere(w):
     elsewhere = w.new(composition.ComponentPrototype, w.pedal, "elsewhere")
     w.brakes.PackagedElement.append(w.new(composition.CompositionComponent, "Other", Components=[elsewhere]))

@@ -62,17 +62,17 @@ EDITED = [
      "TimingEvent.StartOnEvent: no object has the id '_gone'", set()),
     ("foreign-reference", 'StartOnEvent="{Sample}"\n                Period="0.005"\n            />',
      'Period="0.005"><StartOnEvent href="pedal.xmi#_A1"/></Events>',
-     "TimingEvent.StartOnEvent: expected the id of an object, got 'pedal.xmi#_A1' of another file; "
+     "TimingEvent.StartOnEvent: expected the id of an object, got the reference 'pedal.xmi#_A1' to another file; "
      "write the id as the attribute's value", set()),
     ("wrong-class", 'Type="{PedalTravel}"', 'Type="{SelfTest}"',
-     "DataSenderPort.Type: expected interface:SenderReceiverInterface, got a interface:ClientServerInterface "
+     "DataSenderPort.Type: expected interface:SenderReceiverInterface, got interface:ClientServerInterface "
      "with the id '{SelfTest}'", {"required-reference"}),
     ("ownership", 'Name="Types"', 'Name="Types" PackagedElement="{PedalTravel}"',
-     "Package.PackagedElement: expected objects as elements, got the text '{PedalTravel}'; "
-     "an object has one owner: nest it there", set()),
+     "Package.PackagedElement: expected contained objects as elements, got the text '{PedalTravel}'; nest the "
+     "elements of the objects here", set()),
     ("multiplicity", 'runInsideExclusiveArea="\n                    {TorqueAccess}\n',
      'runInsideExclusiveArea="{TorqueAccess} {TorqueAccess}\n',
-     "Runnable.runInsideExclusiveArea: an object stands once in it, and twice there is the id '{TorqueAccess}'",
+     "Runnable.runInsideExclusiveArea: the list contains the id twice: '{TorqueAccess}'",
      set()),
     ("unknown-literal", 'activation="OnEntry"', 'activation="OnEntri"',
      "ModeSwitchEvent.activation: expected Tarvelon.metamodel.arplatform.behavior.ModeActivationKind, "
@@ -111,7 +111,7 @@ def test_a_rule_of_a_script_that_fails_is_said_with_what_it_looked_at(path, tmp_
     where, line, total = capsys.readouterr().out.splitlines()
     assert (where, total) == (faults.WHOLE, f"{path}: 1 error, 0 warnings")
     assert line.startswith("  error: the rule 'ours' failed: ") and "did you mean 'Port'?" in line
-    assert line.endswith("; mend its function [rule-failed]")
+    assert line.endswith("; correct its function [rule-failed]")
 
 
 def test_every_rule_of_the_library_has_a_fault_here():

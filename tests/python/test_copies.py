@@ -120,8 +120,8 @@ def test_several_properties_that_fit_are_listed(model):
         access.clone(runnable)
 
     assert str(raised.value) == (
-        "clone of behavior.IrvAccess#0 into behavior.Runnable /Step: the owner can hold it as irvRead, "
-        "irvWrite; name the property")
+        "clone of behavior.IrvAccess#0 into behavior.Runnable /Step: the owner can contain it as irvRead, irvWrite; "
+        "give the property as well")
     assert access.clone(runnable, property="irvWrite") == runnable.irvWrite[0]
     assert runnable.irvWrite[0].clone(runnable) == runnable.irvWrite[1]
 
@@ -139,8 +139,8 @@ def test_a_property_that_there_is_not_is_refused_with_those_there_are(model):
         held.clone(held, property="Value")
 
     assert str(raised.value).startswith(
-        "clone of variant.SystemConstValueSet /Values into variant.SystemConstValueSet /Values: the owner "
-        "holds nothing as 'Value'; it holds objects as ")
+        "clone of variant.SystemConstValueSet /Values into variant.SystemConstValueSet /Values: the owner contains "
+        "no objects as 'Value'; it contains objects as ")
     assert "SysConstValue" in str(raised.value)
 
 
@@ -149,8 +149,8 @@ def test_a_property_of_no_owner_is_refused(brakes, owner):
     with pytest.raises(K7Q.WrongValue) as raised:
         brakes.clone(owner(brakes), property="PackagedElement")
 
-    assert str(raised.value) == ("clone: the property 'PackagedElement' is named and no object that holds the copy; "
-                                 "give the owner as well")
+    assert str(raised.value) == ("clone: the property 'PackagedElement' is given without an owner; give the owner as "
+                                 "well")
     assert brakes.getModel().roots() == [brakes]
 
 
@@ -171,7 +171,7 @@ def test_a_property_that_has_its_one_object_is_refused(model, arguments):
 
     assert str(raised.value) == (
         "clone of behavior.ApplicationComponentBehavior /Controller.Behavior into component.AtomicComponent "
-        "/Controller: Behavior holds one object and has it; unset it first")
+        "/Controller: Behavior holds at most one object and is already set; unset it first")
     assert atomic.Behavior == held
 
 
@@ -179,7 +179,7 @@ def test_an_owner_that_holds_no_such_object_is_refused(brakes, model):
     with pytest.raises(K7Q.WrongValue) as raised:
         brakes.clone(variant.SystemConstValueSet(model, "Values"))
 
-    assert ": the owner holds no common.Package; it holds objects as " in str(raised.value)
+    assert ": the owner cannot contain a common.Package; it contains objects as " in str(raised.value)
     assert str(raised.value).endswith("; give another owner")
 
 
@@ -204,9 +204,9 @@ def test_a_reference_that_leads_outside_is_refused_in_another_model(brakes, othe
         named(brakes, "Values").clone(other)
 
     assert str(raised.value) == (
-        "clone of variant.SystemConstValueSet /Brakes/Values into another model: 1 reference leads outside "
-        "the copy: /Brakes/Values.SysConstValue[0].SysConst -> /Brakes/Wheels; copy an object that holds "
-        "both ends, or leave such references out")
+        "clone of variant.SystemConstValueSet /Brakes/Values into another model: 1 reference leads outside the copy: "
+        "/Brakes/Values.SysConstValue[0].SysConst -> /Brakes/Wheels; copy an object that contains both ends, or "
+        "leave such references out")
     assert other.to_dict() == {"objects": []}
 
 
@@ -229,7 +229,7 @@ def test_an_object_is_not_copied_without_what_it_holds(package, model):
         with pytest.raises(K7Q.WrongType) as raised:
             copy.copy(each)
         assert str(raised.value) == (
-            f"{name} cannot be copied without what it holds, which has one owner; clone() copies both")
+            f"{name} cannot be copied without the objects that it contains; clone() copies them as well")
 
 
 def test_objects_and_models_are_not_pickled(package, model):
@@ -257,10 +257,10 @@ def test_a_view_that_only_reads_is_copied_into_another_model_alone(brakes, other
         brakes.asImmutable().clone()
 
     assert str(raised.value) == (
-        "clone: common.ImmutablePackage only reads its model and cannot change it; name the model, "
-        "clone(model), or an owner, or take asMutable()")
+        "clone: common.ImmutablePackage is an immutable view and cannot change its model; give the model or an "
+        "owner, as in clone(model), or use asMutable()")
     assert type(brakes.asImmutable().clone(other)) is common.Package
-    with pytest.raises(K7Q.Exception, match="take its asMutable()"):
+    with pytest.raises(K7Q.Exception, match="use its asMutable()"):
         brakes.clone(brakes.asImmutable())
 
 

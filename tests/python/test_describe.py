@@ -177,11 +177,11 @@ def test_json_of_a_package_holds_its_packages(capsys):
     ("qqqqqqqq", "no package 'qqqqqqqq'; without a name, describe lists the packages"),
     ("common.Qqqqqqqq", f"package '{PREFIX}.common' has no package or class 'Qqqqqqqq'; without a name, describe "
                         "lists the packages"),
-    ("common.Package.category", "'common.Package.category' is no package or class; describe 'common.Package', which "
-                                "has 'category'"),
-    ("common.Package.nmae", "'common.Package.nmae' is no package or class; describe 'common.Package', which has "
+    ("common.Package.category", "'common.Package.category' is not a package or class; describe 'common.Package', "
+                                "which has 'category'"),
+    ("common.Package.nmae", "'common.Package.nmae' is not a package or class; describe 'common.Package', which has "
                             "'Name'"),
-    ("common.Package.qqqqqqqq", "'common.Package.qqqqqqqq' is no package or class; describe 'common.Package'"),
+    ("common.Package.qqqqqqqq", "'common.Package.qqqqqqqq' is not a package or class; describe 'common.Package'"),
 ])
 def test_an_unknown_name_ends_with_status_1_and_the_nearest(capsys, name, error):
     status, page, errors = output(capsys, name)

@@ -67,7 +67,7 @@ def test_an_iterator_stays_on_its_element(sequence):
 def test_an_iterator_does_not_leave_its_sequence(sequence):
     for step, edge in ((sequence.end().item, "end"), (sequence.end().getNext, "end"),
                        (sequence.begin().getPrev, "beginning")):
-        with pytest.raises(K7Q.StaleIterator, match=f"the iterator stands at the {edge} of its sequence"):
+        with pytest.raises(K7Q.StaleIterator, match=f"the iterator is at the {edge} of its sequence"):
             step()
 
 
@@ -138,7 +138,7 @@ def test_a_call_that_is_refused_leaves_iterators_as_they_are(sequence, remove):
 def test_swapped_iterators_are_a_value_error(sequence):
     first, last = at(sequence, 1), at(sequence, 2)
     for swapped in ((last, first), (sequence.end(), first), (sequence.end(), sequence.begin())):
-        with pytest.raises(ValueError, match="the last one stands before the first"):
+        with pytest.raises(ValueError, match="the last one is before the first"):
             sequence.erase(*swapped)
     assert list(sequence) == [ZERO, ONE, TWO]
     sequence.erase(first, last)

@@ -143,7 +143,7 @@ def test_a_destroyed_object_is_refused_by_name_through_every_door(model):
     base = common.ReferenceBase(model)
     gone = common.Package(model, "Gone")
     gone.destroy()
-    text = r"ReferenceBase\.Package: expected .*common\.Package that stands in the model, got .* destroyed"
+    text = r"ReferenceBase\.Package: expected .*common\.Package that exists in the model, got .* destroyed"
 
     with pytest.raises(K7Q.WrongValue, match=text):
         base.Package = gone
@@ -174,7 +174,7 @@ def test_a_name_with_a_nul_is_shown_whole(package):
 
 
 @pytest.mark.parametrize("read, cure", [
-    (lambda package: package.asImmutable().destroy, "common.Package has it: this is a view that only reads"),
+    (lambda package: package.asImmutable().destroy, "common.Package has it, but this is an immutable view"),
     (lambda package: package.OwnedElement.append, "foundation.SequenceOfElement has it"),
     (lambda package: package.getModel().frozen().close, "K7Q.Model has it"),
 ])
@@ -236,12 +236,11 @@ READ_ONLY = "Assertion failed: You cannot set a read-only property"
 @pytest.mark.parametrize("value", [None, "x", [], object()])
 def test_a_refused_write_says_below_which_property_it_was_and_what_to_do(model, package, value):
     assert noted(lambda: setattr(package, "ReferenceBase", value)) == (MANY, [
-        "Package.ReferenceBase holds many values: change the sequence that it gives, as in "
-        "object.ReferenceBase.append(value)"])
+        "Package.ReferenceBase has many values: change its sequence, as in object.ReferenceBase.append(value)"])
     assert noted(lambda: setattr(package, "NestingPackage", value)) == (READ_ONLY, [
-        "Package.NestingPackage is computed: change what it is computed from"])
+        "Package.NestingPackage is computed: change the values that it is computed from"])
     assert noted(lambda: setattr(component.AtomicComponent(model), "Port", value)) == (MANY, [
-        "AtomicComponent.Port is computed: change what it is computed from"])
+        "AtomicComponent.Port is computed: change the values that it is computed from"])
     text, notes = noted(lambda: setattr(package.asImmutable(), "Name", value))
     assert text.startswith("You cannot set a property through an immutable object")
     assert notes == ["ImmutablePackage.Name was not set: on <common.ImmutablePackage 'Brakes' immutable>"]

@@ -197,7 +197,7 @@ def test_an_object_of_another_model_is_a_value_error(model, other, maker):
         arguments[place] = value(other, kinds[place])
         text = refused(maker, model, arguments, K7Q.WrongValue)
         assert " of the same model, got " in text
-        assert text.endswith(" of another model; create it in this object's model")
+        assert text.endswith(" of another model; create the object in the same model")
 
 
 @EVERY
@@ -229,7 +229,7 @@ def test_nothing_for_an_object_unsets_an_optional_property_and_is_refused_for_a_
         arguments[place] = None
         if filled_by(maker, kinds, place).lowerBound() == 1:
             text = refused(maker, model, arguments, K7Q.WrongValue)
-            assert ", got nothing; give an object of that class or of a class below it" in text
+            assert ", got nothing; give an object of that class or of a subclass" in text
         else:
             before = live_objects()
             assert maker.call(model, arguments).isvalid() and live_objects() == before + 1
@@ -246,10 +246,9 @@ def test_an_abstract_class_says_which_classes_below_it_are_not(model, cls):
             call()
         assert live_objects() == before
         text = str(raised.value)
-        start, _, listed = text.partition("; construct one of those below it: ")
+        start, _, listed = text.partition("; construct one of its subclasses: ")
         if not below:
-            assert text == (f"class '{name}' is abstract: it has no constructor; "
-                            "there is none below it that has one")
+            assert text == (f"class '{name}' is abstract: it has no constructor; none of its subclasses has one")
             continue
         assert start == f"class '{name}' is abstract: it has no constructor"
         shown_names, _, more = listed.partition(" and ")

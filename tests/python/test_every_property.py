@@ -194,7 +194,7 @@ def test_what_holds_many_values_cannot_be_assigned(model, cls, attribute, descri
     with pytest.raises(K7Q.Exception) as raised:
         delattr(target, attribute)
     note, = raised.value.__notes__
-    assert note == (f"{cls.__name__}.{attribute} holds many values: change the sequence that it gives, as in "
+    assert note == (f"{cls.__name__}.{attribute} has many values: change its sequence, as in "
                     f"object.{attribute}.append(value)")
 
 
@@ -249,7 +249,7 @@ def test_a_computed_property_cannot_be_written(model, cls, attribute, descriptio
     with pytest.raises(K7Q.Exception) as raised:
         delattr(target, attribute)
     note, = raised.value.__notes__
-    assert note == f"{cls.__name__}.{attribute} is computed: change what it is computed from"
+    assert note == f"{cls.__name__}.{attribute} is computed: change the values that it is computed from"
 
 
 @pytest.mark.parametrize("cls, attribute, description",

@@ -209,7 +209,7 @@ def test_a_path_may_be_text_bytes_or_a_path(model, package, tmp_path):
         with pytest.raises(K7Q.WrongType, match="load: expected a path, got "):
             K7Q.Model.load(wrong)
     for wrong in ("nul\0byte", b"nul\0byte", "\ud800"):
-        with pytest.raises(K7Q.WrongValue, match="save: expected a path that the system can have, got "):
+        with pytest.raises(K7Q.WrongValue, match="save: expected a path that the file system accepts, got "):
             model.save(wrong)
 
 
@@ -233,8 +233,8 @@ def test_what_the_system_refuses_is_an_os_error(model, tmp_path):
         model.save(tmp_path / "gone" / "a.xmi")
     assert isinstance(caught.value, OSError)
     assert (caught.value.errno, caught.value.filename) == (2, str(tmp_path / "gone" / "a.xmi"))
-    assert str(caught.value) == (f"cannot save '{tmp_path}/gone/a.xmi': no temporary file can be made beside it "
-                                 "(No such file or directory); what was there is as it was")
+    assert str(caught.value) == (f"cannot save '{tmp_path}/gone/a.xmi': no temporary file can be created in its "
+                                 "folder (No such file or directory); an existing file is unchanged")
     with pytest.raises(K7Q.FileError, match="cannot load '.*b.xmi': No such file or directory"):
         K7Q.Model.load(tmp_path / "b.xmi")
 
@@ -403,7 +403,7 @@ def test_a_signal_does_not_end_the_wait_for_a_pipe(model, package, tmp_path):
 def test_a_chain_of_too_many_links_is_refused(model, package, tmp_path):
     for number in range(45):
         os.symlink(f"link{number}", tmp_path / f"link{number + 1}")
-    with pytest.raises(K7Q.FileError, match="it is a chain of too many symbolic links"):
+    with pytest.raises(K7Q.FileError, match="the path leads through too many symbolic links"):
         model.save(tmp_path / "link45")
     assert all(each.is_symlink() for each in tmp_path.iterdir())
 
@@ -471,7 +471,7 @@ def test_the_problems_of_a_lenient_load_are_the_models(package, model, tmp_path)
 
 def test_a_suffix_of_another_format_is_refused(model, tmp_path):
     for name in ("x.arxml", "x.xmi.gz", "x.json"):
-        with pytest.raises(K7Q.WrongValue, match=r"call it '.*\.xmi', or give it no suffix"):
+        with pytest.raises(K7Q.WrongValue, match=r"name the file '.*\.xmi', or give it no suffix"):
             model.save(tmp_path / name)
     assert list(tmp_path.iterdir()) == []
     model.save(tmp_path / "x")

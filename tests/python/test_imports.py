@@ -292,7 +292,7 @@ def test_a_module_of_another_architecture_says_what_was_expected(copied):
 def test_a_module_that_is_no_library_says_so(copied):
     (copied / LIBRARIES.name / MODULE).write_text("what is this?")
 
-    assert "got a file that is no library" in import_error(copied)
+    assert "got a file that is not a library" in import_error(copied)
 
 
 def test_a_tree_without_the_extension_says_how_to_build_it(copied):

@@ -56,7 +56,7 @@ def test_stepping_gives_nothing(sequence):
     (lambda sequence: sequence.begin().getPrev(), "beginning"),
 ])
 def test_an_iterator_does_not_leave_its_sequence(sequence, step, edge):
-    text = f"the iterator stands at the {edge} of its sequence"
+    text = f"the iterator is at the {edge} of its sequence"
     with pytest.raises(K7Q.StaleIterator, match=text) as raised:
         step(sequence)
 

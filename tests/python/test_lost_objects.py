@@ -177,4 +177,5 @@ try:
 except K7Q.Exception:
     print(traceback.format_exc().splitlines()[-1])
 """
-    assert python(code) == "Package.Name: common.Package was destroyed; isvalid() tells what can be used\n"
+    assert python(code) == ("Package.Name: common.Package was destroyed; isvalid() tells whether an object can be "
+                            "used\n")

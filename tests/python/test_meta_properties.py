@@ -91,7 +91,7 @@ def test_a_list_is_neither_made_nor_copied(properties):
     with pytest.raises(K7Q.WrongType) as raised:
         copy.copy(properties)
     assert str(raised.value) == (
-        "common.PackageMetaProperty cannot be copied or pickled: MetaProperty() of the class gives it")
+        "common.PackageMetaProperty cannot be copied or pickled: MetaProperty() of the class returns it")
 
 
 def test_only_lists_of_meta_properties_are_lists():

@@ -94,7 +94,8 @@ def test_a_docstring_of_a_class_shows_plain_types(class_, line):
 
 def test_a_docstring_of_a_package_begins_with_its_purpose():
     assert behavior.__doc__.startswith("What goes on inside a component: ")
-    assert behavior.__doc__.endswith("\n\nThe package Tarvelon.metamodel.arplatform.behavior: dir() lists what it holds.")
+    assert behavior.__doc__.endswith("\n\nThe package Tarvelon.metamodel.arplatform.behavior: dir() lists its "
+                                     "contents.")
 
 
 def test_a_docstring_of_a_property_tells_type_multiplicity_and_mutability():

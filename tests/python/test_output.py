@@ -75,7 +75,7 @@ def test_a_script_of_rules_that_ends_the_program_is_not_taken_for_a_model_withou
 
     assert done.returncode == 1 and done.stdout == b""
     assert done.stderr.decode() == (f"tarvelon: the script {tmp_path}/rules.py has ended the program with exit(0); "
-                                    "let it add its rules and come to its end\n")
+                                    "a script with rules must not call exit()\n")
 
 
 def test_a_rule_may_speak_of_half_of_a_surrogate_pair(file, tmp_path):

@@ -72,10 +72,10 @@ def test_a_rule_that_raises_is_a_problem_and_the_pass_goes_on(model, add):
     add("numbers", common.Package)(lambda element: 7)
     assert [str(each) for each in package.validate()] == [
         "error: /Brakes.Name: said before it broke [broken]",
-        "error: /Brakes: the rule 'broken' failed: RuntimeError: no idea; mend its function [rule-failed]",
+        "error: /Brakes: the rule 'broken' failed: RuntimeError: no idea; correct its function [rule-failed]",
         "error: /Brakes: still asked [behind]",
-        "error: /Brakes: the rule 'numbers' failed: TypeError: expected messages or "
-        "(property, message) pairs, got 7; mend its function [rule-failed]"]
+        "error: /Brakes: the rule 'numbers' failed: TypeError: expected messages or (property, message) pairs, got "
+        "7; correct its function [rule-failed]"]
 
 
 def test_a_rule_that_is_interrupted_ends_the_pass(model, add):
@@ -169,8 +169,8 @@ def test_a_rule_gives_no_empty_message(model, add):
     add("mute", common.Package)(lambda element: "")
 
     assert [str(each) for each in package.validate()] == [
-        "error: /Brakes: the rule 'mute' failed: TypeError: expected a message or a (property, message) pair, "
-        "got ''; mend its function [rule-failed]"]
+        "error: /Brakes: the rule 'mute' failed: TypeError: expected a message or a (property, message) pair, got "
+        "''; correct its function [rule-failed]"]
 
 
 def test_a_rule_is_a_function():

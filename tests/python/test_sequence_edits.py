@@ -127,7 +127,7 @@ def test_a_slice_of_references_is_assigned(model, constants, part, given, expect
 
 
 @pytest.mark.parametrize("given, expected", [
-    (5, "a slice is assigned elements to iterate, got int 5"),
+    (5, "expected elements to iterate for a slice, got int 5"),
     (["x"], r"element 0 of a slice: expected \S*\.SystemConst, got str 'x'"),
     ([None], r"element 0 of a slice: expected \S*\.SystemConst, got None"),
     ([common], "element 0 of a slice: expected"),
@@ -139,7 +139,8 @@ def test_a_slice_refuses_what_is_no_element_and_stays(constants, given, expected
 
 
 def test_a_slice_with_a_step_wants_an_element_for_each_place(constants):
-    with pytest.raises(ValueError, match="^SequenceOfSystemConst: a slice with a step of 2 has 3 places here, got 1"):
+    with pytest.raises(ValueError, match="^SequenceOfSystemConst: a slice with a step of 2 has 3 elements here, got "
+                                         "1"):
         constants[::2] = [constants[0]]
     assert names(constants) == "abcde"
 

@@ -43,7 +43,7 @@ def test_a_text_is_read_as_it_was_written(package, text):
 
 @pytest.mark.parametrize("text", ["\0", "a\0b", "Ā\0", "\U0001F697\0"])
 def test_a_nul_is_refused(package, text):
-    with pytest.raises(K7Q.WrongValue, match="a text must not hold a NUL character"):
+    with pytest.raises(K7Q.WrongValue, match="a text must not contain a NUL character"):
         package.Name = text
 
     assert package.Name == "Brakes"
@@ -51,7 +51,7 @@ def test_a_nul_is_refused(package, text):
 
 @pytest.mark.parametrize("text", ["\ud800", "a\udfff", "\ud83d\ude97", "\U0001F697\ud800"])
 def test_half_of_a_surrogate_pair_is_refused(package, text):
-    with pytest.raises(ValueError, match="a text must not hold half of a surrogate pair"):
+    with pytest.raises(ValueError, match="a text must not contain half of a surrogate pair"):
         package.Name = text
 
     assert package.Name == "Brakes"
@@ -65,7 +65,7 @@ def test_half_of_a_surrogate_pair_is_refused(package, text):
 ])
 @pytest.mark.parametrize("text", ["a\0b", "\udc00"])
 def test_every_entry_refuses_such_texts(model, call, text):
-    with pytest.raises(K7Q.WrongValue, match="a text must not hold"):
+    with pytest.raises(K7Q.WrongValue, match="a text must not contain"):
         call(model, text)
 
 
@@ -73,7 +73,7 @@ def test_the_place_in_a_refused_text_is_named(package):
     with pytest.raises(K7Q.WrongValue) as raised:
         package.Name = "ab\0c"
 
-    text = "Package.Name: a text must not hold a NUL character (at position 2 of 'ab\\x00c'); take it out"
+    text = "Package.Name: a text must not contain a NUL character (at position 2 of 'ab\\x00c'); remove it"
     assert str(raised.value) == text
 
 
@@ -86,9 +86,9 @@ def test_of_a_long_refused_text_what_stands_around_is_shown(package):
 
 
 def test_the_argument_that_is_a_refused_text_is_named(model):
-    with pytest.raises(K7Q.WrongValue, match="^Package, argument 2: a text must not hold"):
+    with pytest.raises(K7Q.WrongValue, match="^Package, argument 2: a text must not contain"):
         common.Package(model, "\0")
-    with pytest.raises(K7Q.WrongValue, match="^MetaPackage: a text must not hold"):
+    with pytest.raises(K7Q.WrongValue, match="^MetaPackage: a text must not contain"):
         common.MetaPackage("\0")
 
 

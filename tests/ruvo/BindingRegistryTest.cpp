@@ -140,7 +140,7 @@ TEST_F(ForConstructor, RefusesAnObjectThatIsBound) {
     announce(&mPlain, results[0]);
   };
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { constructFor("Twice", twice); }),
-            "X: the object under construction is constructed already");
+            "X: the object under construction is already constructed");
   EXPECT_EQ(BindingRegistry::find(mNative.mutableId()), nullptr);
 }
 
@@ -150,7 +150,7 @@ TEST_F(ForConstructor, RefusesAnIdThatIsBound) {
     announce(mNative.mutableId(), results[0]);
   };
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { constructFor("Again", again); }),
-            "X: the native object has a host object already; construct a new one");
+            "X: the native object already has a host object; construct a new one");
   EXPECT_EQ(BindingRegistry::find(mNative.mutableId()), known);
 }
 
@@ -159,7 +159,7 @@ TEST_F(ForConstructor, RefusesAnArrayWithoutAnObject) {
   const hx::ArrayPtr number(hx::hxCreateDoubleScalar(1));
   for (hx::hxArray* array : {static_cast<hx::hxArray*>(nullptr), empty.get(), number.get()}) {
     EXPECT_EQ(errorOf<K7Q::Exception>([&] { announce(&mPlain, RVOValue(array)); }),
-              "X: there is no object under construction; call a constructor through its class");
+              "X: no object is under construction; call the constructor through its class");
   }
 }
 

@@ -55,7 +55,7 @@ TEST_F(ClassTest, WithoutAPackageIsFoundByItsShortName) {
   EXPECT_EQ(cls.shortName(), name);
   EXPECT_EQ(Class::globals().back(), &cls);
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { RVOClass::addGlobalClass(new TestClassInfo(name, {})); }),
-            "there is a class '" + name + "' already; give the new one another name");
+            "the class '" + name + "' already exists; give the new one another name");
   EXPECT_EQ(errorOf<K7Q::UnknownName>([&] { Class::get(name + "x"); }),
             "no class '" + name + "x'; did you mean '" + name + "'?");
 }
@@ -150,7 +150,7 @@ TEST_F(ClassTest, FailedDefinitionOfASuperclassFailsItsSubclasses) {
 TEST_F(ClassTest, DefinitionThatNeedsItselfIsAnErrorThatNamesTheClass) {
   Class& cls = addClass("X", [&](Definition&) { Class::get(full("X")).methods(); });
   const std::string text =
-      "class '" + full("X") + "' is needed while it is being defined; its definition may name it, not use it";
+      "class '" + full("X") + "' is used while it is being defined; its definition may only mention its name";
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { cls.define(); }), text);
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { cls.define(); }), text);
 }
@@ -164,7 +164,7 @@ TEST_F(ClassTest, MembersAreAddedByTheDefinitionAlone) {
   Class& cls = addClass("X");
   const auto text = [&](const std::string& what) {
     return "class '" + full("X") + "' is not being defined; a " + what +
-           " can be added by its definition alone";
+           " can be added only by its definition";
   };
   Definition early(&cls);
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { early.staticMethod("f", {}, {}); }), text("method"));
@@ -179,7 +179,7 @@ TEST_F(ClassTest, PropertyOfANameThatExistsIsRefused) {
     x.property("p", "int32 scalar");
   });
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { cls.define(); }),
-            "class '" + full("X") + "' has a property 'p' already; give the new one another name");
+            "class '" + full("X") + "' has a property 'p' already exists; give the new one another name");
 }
 
 TEST_F(ClassTest, KeepsTheHostsWord) {

@@ -71,14 +71,13 @@ TEST_F(ConstructTest, EndsWhatWasBoundWhenTheConstructorFailsLater) {
 TEST_F(ConstructTest, RefusesAnObjectThatWasNotBound) {
   Class& cls = addClass("X", [](Definition& x) { x.constructor({}, {}); });
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { construct(cls, {}); }),
-            "X: the constructor has made no object; it must bind one");
+            "X: the constructor has not bound an object; it must bind one");
 }
 
 TEST_F(ConstructTest, AbstractClassSaysSo) {
   Class& cls = addClass("X", [](Definition& x) { x.staticMethod("f", {}, {}); });
-  EXPECT_EQ(
-      errorOf<K7Q::WrongType>([&] { construct(cls, {}); }),
-      "class '" + full("X") + "' is abstract: it has no constructor; there is none below it that has one");
+  EXPECT_EQ(errorOf<K7Q::WrongType>([&] { construct(cls, {}); }),
+            "class '" + full("X") + "' is abstract: it has no constructor; none of its subclasses has one");
 }
 
 TEST_F(ConstructTest, AbstractClassNamesThoseBelowIt) {
@@ -90,7 +89,7 @@ TEST_F(ConstructTest, AbstractClassNamesThoseBelowIt) {
   addClass("Z", [this](Definition& x) { x.base(full("X")); });
   EXPECT_EQ(errorOf<K7Q::WrongType>([&] { construct(cls, {}); }),
             "class '" + full("X") +
-                "' is abstract: it has no constructor; construct one of those below it: " + full("Y"));
+                "' is abstract: it has no constructor; construct one of its subclasses: " + full("Y"));
 }
 
 TEST_F(ConstructTest, ListsTheConstructorsThereAre) {

@@ -67,9 +67,9 @@ TEST_F(LinearizationTest, RefusesSuperclassesWithoutACommonOrder) {
   derive("A", {});
   derive("B", {"A"});
   Class& cls = derive("C", {"A", "B"});
-  const std::string text = "class '" + full("C") + "': its superclasses have no common order, each of '" +
+  const std::string text = "class '" + full("C") + "': its superclasses have no consistent order: each of '" +
                            full("A") + "', '" + full("B") +
-                           "' must come behind another; list a class before its superclasses";
+                           "' must come after another; list each class before its superclasses";
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { cls.linearization(); }), text);
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { cls.findProperty("p"); }), text);
 }
@@ -84,14 +84,14 @@ TEST_F(LinearizationTest, RefusesAClassAmongItsOwnSuperclasses) {
   derive("A", {"B"});
   Class& cls = derive("B", {"A"});
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { cls.linearization(); }),
-            "class '" + full("B") + "' is among its own superclasses");
+            "class '" + full("B") + "' is one of its own superclasses; remove it from them");
 }
 
 TEST_F(LinearizationTest, NamesASuperclassThatDoesNotExist) {
   Class& cls = derive("A", {"Missing"});
   EXPECT_EQ(errorOf<K7Q::UnknownName>([&] { cls.linearization(); }),
             "class '" + full("A") + "': there is no class '" + full("Missing") +
-                "', which it names as a superclass");
+                "', which is listed as a superclass");
   derive("Missing", {});
   EXPECT_EQ(order(cls), "A Missing");
 }

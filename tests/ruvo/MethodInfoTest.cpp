@@ -166,9 +166,9 @@ TEST(ValidateSelfPointer, AcceptsAnObject) {
 TEST(ValidateSelfPointer, RefusesNoneAndNamesTheRecord) {
   const auto record = recordOf(0);
   EXPECT_EQ(testing::errorOf<K7Q::WrongValue>([&] { impl::validateSelfPointer(nullptr, *record); }),
-            "method 'name': expected an object to be called on, got none; take one that is not empty");
+            "method 'name': expected an object to call it on, got an empty value");
   EXPECT_EQ(testing::errorOf<K7Q::WrongValue>([] { impl::validateSelfPointer(nullptr); }),
-            "the method: expected an object to be called on, got none; take one that is not empty");
+            "the method: expected an object to call it on, got an empty value");
 }
 
 }  // namespace

@@ -102,7 +102,7 @@ TEST_F(PackageTest, RegistrationOfANameTwiceKeepsThePackage) {
 TEST_F(PackageTest, RegistrationRefusesNamesWithoutParts) {
   for (const std::string& name : {std::string(), std::string("."), mName + ".", "." + mName, mName + "..x"}) {
     EXPECT_EQ(errorOf<K7Q::Exception>([&] { registerRuvoPackage(name, {}); }),
-              "a package must have a name of parts between dots, got '" + name + "'");
+              "expected the name of a package, as in 'first.second', got '" + name + "'");
   }
 }
 
@@ -230,7 +230,7 @@ TEST_F(PackageTest, ClassIsFoundByItsShortNameOnly) {
 TEST_F(PackageTest, ClassOfANameThatExistsIsRefused) {
   Class& first = addClass("X");
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { addClass("X"); }),
-            "package '" + mName + "' has a class 'X' already; give the new one another name");
+            "package '" + mName + "' has a class 'X' already exists; give the new one another name");
   EXPECT_EQ(mPackage.findClass("X"), &first);
   EXPECT_EQ(mPackage.classes().size(), 1U);
 }

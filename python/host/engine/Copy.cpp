@@ -37,7 +37,7 @@ K7Q::Object toModelOrObject(PyObject* value, const char* function) {
 void requireChangeable(PyObject* value, const char* cure) {
   if (!isImmutableView(value)) return;
   raise(errors().exception,
-        "clone: " + describePython(value) + " only reads its model and cannot change it; " + cure);
+        "clone: " + describePython(value) + " is an immutable view and cannot change its model; " + cure);
 }
 
 /// The name of a property; empty for None.
@@ -50,9 +50,9 @@ std::string nameOf(PyObject* value) {
 PyObject* cloneObject(Given arguments) {
   const K7Q::ClassObject object = toModelObject(arguments[0], "clone");
   if (arguments[1] == Py_None) {
-    requireChangeable(arguments[0], "name the model, clone(model), or an owner, or take asMutable()");
+    requireChangeable(arguments[0], "give the model or an owner, as in clone(model), or use asMutable()");
   } else if (isHostObject(arguments[1])) {
-    requireChangeable(arguments[1], "take its asMutable()");
+    requireChangeable(arguments[1], "use its asMutable()");
   }
   const K7Q::Object owner = arguments[1] == Py_None ? K7Q::Object() : toModelOrObject(arguments[1], "clone");
   const std::string property = nameOf(arguments[2]);
@@ -98,11 +98,11 @@ PyObject* differences(Given arguments) {
 }
 
 constexpr FunctionRow kFunctions[] = {
-    {"cloneObject", 4, cloneObject, "cloneObject(object, owner, property, leavesOut)"},
-    {"cloneModel", 1, cloneModel, "cloneModel(model)"},
-    {"toJson", 2, toJson, "toJson(modelOrObject, indent): negative for one line"},
-    {"toJsonRows", 1, toJsonRows, "toJsonRows(modelOrObject): a row for each object"},
-    {"differences", 2, differences, "differences(older, newer): a list of tuples"},
+    {"cloneObject", 4, cloneObject, "cloneObject(object, owner, property, leavesOut): a copy of an object."},
+    {"cloneModel", 1, cloneModel, "cloneModel(model): a copy of a model."},
+    {"toJson", 2, toJson, "toJson(modelOrObject, indent): a JSON text; on one line if indent is negative."},
+    {"toJsonRows", 1, toJsonRows, "toJsonRows(modelOrObject): a JSON text with one row for each object."},
+    {"differences", 2, differences, "differences(older, newer): the differences, as a list of tuples."},
 };
 
 }  // namespace

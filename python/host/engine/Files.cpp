@@ -117,12 +117,13 @@ PyObject* rootsOf(Given arguments) {
 }
 
 constexpr FunctionRow kFunctions[] = {
-    {"saveModel", 3, saveModel, "saveModel(model, path, progress): writes a model."},
-    {"loadModel", 3, loadModel, "loadModel(path, lenient, progress): the model."},
+    {"saveModel", 3, saveModel, "saveModel(model, path, progress): writes a model to a file."},
+    {"loadModel", 3, loadModel,
+     "loadModel(path, lenient, progress): a new model with the contents of a file."},
     {"problemsOf", 1, problemsOf,
-     "problemsOf(model): a list of what its file had wrong, as tuples, and how many there are."},
-    {"rootsOf", 1, rootsOf, "rootsOf(model): a list of the objects that nothing holds."},
-    {"saveEcore", 1, saveEcore, "saveEcore(path): writes the metamodel."},
+     "problemsOf(model): the problems of its file, as a list of tuples, and their number."},
+    {"rootsOf", 1, rootsOf, "rootsOf(model): a list of the objects without an owner."},
+    {"saveEcore", 1, saveEcore, "saveEcore(path): writes the metamodel as an Ecore file."},
 };
 
 }  // namespace

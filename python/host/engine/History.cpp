@@ -62,8 +62,8 @@ PyObject* setHistory(Given arguments) {
   const Py_ssize_t limit = enter(PyNumber_AsSsize_t, arguments[1], nullptr);
   if (limit == -1 && PyErr_Occurred()) throw PythonError();
   if (limit < 0 || static_cast<std::size_t>(limit) > model::kMostBatches) {
-    raise(errors().outOfRange, "history: expected 0 to " + std::to_string(model::kMostBatches) + ", got " +
-                                   describePython(arguments[1]));
+    raise(errors().outOfRange, "history: expected a limit from 0 to " + std::to_string(model::kMostBatches) +
+                                   ", got " + describePython(arguments[1]));
   }
   model::setHistoryLimit(asked, static_cast<std::size_t>(limit));
   return Py_NewRef(Py_None);
@@ -206,18 +206,20 @@ PyObject* unlisten(Given arguments) {
 }
 
 constexpr FunctionRow kFunctions[] = {
-    {"beginTransaction", 1, beginTransaction, "A transaction of a model, as a capsule."},
-    {"commit", 2, commit, "Ends a transaction of a model and keeps what it did."},
-    {"rollBack", 2, rollBack, "Ends a transaction of a model and takes back what it did."},
-    {"isOpen", 2, isOpen, "Whether a transaction of a model has not ended yet."},
-    {"undo", 1, undo, "Takes the last batch back."},
-    {"redo", 1, redo, "Makes the last batch again that was taken back."},
-    {"undoLabel", 1, undoLabel, "What undo would take back, as a menu shows it."},
-    {"redoLabel", 1, redoLabel, "What redo would make again."},
-    {"setHistory", 2, setHistory, "How many batches a model can take back."},
-    {"history", 1, history, "How many it can at most, how many it could now, how many could come again."},
-    {"listen", 4, listen, "Calls a function with each batch of changes; an id."},
-    {"unlisten", 2, unlisten, "Ends that."},
+    {"beginTransaction", 1, beginTransaction, "Begins a transaction of a model. Returns it as a capsule."},
+    {"commit", 2, commit, "Ends a transaction of a model and keeps its changes."},
+    {"rollBack", 2, rollBack, "Ends a transaction of a model and rolls back its changes."},
+    {"isOpen", 2, isOpen, "Whether a transaction of a model is still open."},
+    {"undo", 1, undo, "Undoes the last change or transaction of a model."},
+    {"redo", 1, redo, "Repeats the change or transaction that was undone last."},
+    {"undoLabel", 1, undoLabel, "The changes that undo would undo, as a label for a menu."},
+    {"redoLabel", 1, redoLabel, "The changes that redo would repeat, as a label for a menu."},
+    {"setHistory", 2, setHistory, "Sets the maximum number of changes that a model can undo."},
+    {"history", 1, history,
+     "The maximum number of changes to undo, the number to undo now, and the number to redo now."},
+    {"listen", 4, listen,
+     "Registers a listener, which is called after each change or transaction. Returns its id."},
+    {"unlisten", 2, unlisten, "Removes the listener with that id."},
 };
 
 }  // namespace

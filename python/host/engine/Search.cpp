@@ -87,13 +87,15 @@ PyObject* referrers(Given arguments) {
 }
 
 constexpr FunctionRow kFunctions[] = {
-    {"boundModel", 1, boundModel, "The open model of a URI, None if there is none."},
-    {"find", 2, find, "The first object of a qualified name, None if there is none."},
-    {"findAll", 2, findAll, "All objects of a qualified name."},
-    {"qualifiedName", 1, qualifiedName, "The names of an object and of its holders."},
-    {"instances", 2, instances, "The objects of a class and of those below it."},
+    {"boundModel", 1, boundModel, "The open model that is bound to a URI; None if there is none."},
+    {"find", 2, find, "The first object with a qualified name; None if there is none."},
+    {"findAll", 2, findAll, "All objects with a qualified name."},
+    {"qualifiedName", 1, qualifiedName,
+     "The qualified name of an object: the names of its owners and its own."},
+    {"instances", 2, instances, "The objects of a class and of its subclasses."},
     {"objects", 1, objects, "All objects of a model."},
-    {"referrers", 1, referrers, "Who refers to an object: pairs of object and property name."},
+    {"referrers", 1, referrers,
+     "The references to an object, as pairs of referring object and property name."},
 };
 
 }  // namespace

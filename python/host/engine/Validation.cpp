@@ -82,9 +82,10 @@ PyObject* pathOf(Given arguments) {
 
 constexpr FunctionRow kFunctions[] = {
     {"validate", 2, validate, "The problems of a model (True) or an object (False), as tuples."},
-    {"validatedObjects", 3, validatedObjects, "What validate() looks at, of a class given by its full name."},
+    {"validatedObjects", 3, validatedObjects,
+     "The objects that validate() checks, of a class with that full name."},
     {"validationRules", 0, validationRules, "The library's rules: id, severity, title."},
-    {"pathOf", 1, pathOf, "Where an object stands."},
+    {"pathOf", 1, pathOf, "The path of an object in its model."},
 };
 
 }  // namespace

@@ -34,25 +34,26 @@ const ErrorClasses& errors() noexcept { return sErrors; }
 
 bool addErrorClasses(PyObject* module) {
   const ErrorRow rows[] = {
-      {&ErrorClasses::exception, "K7Q.Exception", nullptr, "Every error that a model or its classes report."},
+      {&ErrorClasses::exception, "K7Q.Exception", nullptr,
+       "The base of all errors of models and their classes."},
       {&ErrorClasses::wrongType, "K7Q.WrongType", &PyExc_TypeError,
-       "A value of the wrong kind, or arguments that no signature takes."},
+       "A value of the wrong type, or arguments that no signature accepts."},
       {&ErrorClasses::outOfRange, "K7Q.OutOfRange", &PyExc_OverflowError,
-       "A number that its type cannot hold."},
+       "A number that is out of the range of its type."},
       {&ErrorClasses::wrongValue, "K7Q.WrongValue", &PyExc_ValueError,
-       "A value of the right kind that may not stand where it was put."},
+       "A value of the right type that is not allowed at this place."},
       {&ErrorClasses::unknownName, "K7Q.UnknownName", &PyExc_AttributeError,
-       "A package, class, attribute or method that there is not."},
+       "A package, class, attribute or method that does not exist."},
       {&ErrorClasses::outOfBounds, "K7Q.OutOfBounds", &PyExc_IndexError,
-       "An index from 0 that a sequence does not have."},
+       "An index, counted from 0, that is out of the bounds of its sequence."},
       {&ErrorClasses::staleIterator, "K7Q.StaleIterator", nullptr,
-       "An iterator that was asked beyond the ends of its sequence."},
+       "An iterator that is outside its sequence, or whose element is gone."},
       {&ErrorClasses::changed, "K7Q.ChangedDuringIteration", &PyExc_RuntimeError,
        "A sequence that changed while it was iterated."},
       {&ErrorClasses::unknownModule, "K7Q.UnknownModule", &PyExc_ModuleNotFoundError,
-       "An import of a package that there is not."},
+       "An import of a package that does not exist."},
       {&ErrorClasses::loadError, "K7Q.LoadError", &PyExc_ImportError,
-       "The library that holds the metamodel is missing or does not fit this machine."},
+       "The library of the metamodel is missing or was built for another machine."},
   };
   return guarded(false, [&] {
     for (const auto& row : rows) {

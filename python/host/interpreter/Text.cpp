@@ -30,9 +30,9 @@ std::string excerpt(PyObject* text, std::size_t position) {
 }  // namespace
 
 void raiseRefused(const RefusedText& refused, PyObject* text, const std::string& where) {
-  raise(errors().wrongValue, where + "a text must not hold " + refused.what + " (at position " +
+  raise(errors().wrongValue, where + "a text must not contain " + refused.what + " (at position " +
                                  std::to_string(refused.position) + " of " + excerpt(text, refused.position) +
-                                 "); take it out");
+                                 "); remove it");
 }
 
 PyObject* toUnicode(std::u16string_view text) {

@@ -64,8 +64,8 @@ void requireNotEmpty(const Call& call, std::size_t index) {
 
 [[noreturn]] void raiseGone(const Call& call, std::size_t index) {
   raise(errors().staleIterator, call.where(index) +
-                                    "expected an iterator that stands in the sequence, got one whose "
-                                    "element is gone; take another one from begin() or end()");
+                                    "expected an iterator at an element of the sequence, got one whose "
+                                    "element was removed; take a new one from begin() or end()");
 }
 
 /// Checks an iterator that is compared with another one.
@@ -80,8 +80,8 @@ void requireOwnIterator(const Call& call, std::size_t index) {
                                                nativeIdentity(interfaceOf(call.self));
   if (!isOwn) {
     raise(errors().wrongValue, call.where(index) +
-                                   "expected an iterator of this sequence, got one of another sequence; "
-                                   "take it from begin() or end()");
+                                   "expected an iterator of this sequence, got one of another sequence; take "
+                                   "it from begin() or end()");
   }
   if (isStale(*iterator)) raiseGone(call, index);
 }
@@ -92,14 +92,14 @@ bool isIterator(PyObject* object) {
 
 [[noreturn]] void raiseAtEdge(const Call& call, const char* edge) {
   raise(errors().staleIterator, std::string(call.type.cls->shortName()) + "." + std::string(call.name()) +
-                                    ": the iterator stands at the " + edge + " of its sequence");
+                                    ": the iterator is at the " + edge + " of its sequence");
 }
 
 [[noreturn]] void raiseElementGone(const Call& call) {
-  raise(errors().staleIterator, std::string(call.type.cls->shortName()) + "." + std::string(call.name()) +
-                                    ": the element it stood on is gone or the sequence has changed since; "
-                                    "take another iterator from begin() or "
-                                    "end(), or use the one that the change gave");
+  raise(errors().staleIterator,
+        std::string(call.type.cls->shortName()) + "." + std::string(call.name()) +
+            ": the element of the iterator was removed, or the sequence has changed; take a new iterator "
+            "from begin() or end(), or use the one that the change returned");
 }
 
 void requireInside(const Call& call) {

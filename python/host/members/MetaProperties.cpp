@@ -93,10 +93,9 @@ void readyMetaPropertiesType() {
   gMapping.mp_length = length;
   gMapping.mp_subscript = subscript;
   PyTypeObject& type = metaPropertiesType;
-  prepareType(
-      type, "_tarvelon_host.MetaProperties", sizeof(HostObject),
-      "What MetaProperty() gives: the descriptions of a class's properties, own and inherited, in the "
-      "order of its list, by their names.");
+  prepareType(type, "_tarvelon_host.MetaProperties", sizeof(HostObject),
+              "The result of MetaProperty(): the descriptions of a class's own and inherited properties. "
+              "They are in the order of the class's methods, and can also be looked up by name.");
   Py_SET_TYPE(reinterpret_cast<PyObject*>(&type), &hostMetaType);
   type.tp_base = &hostObjectType;
   type.tp_flags |= Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION;

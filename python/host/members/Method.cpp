@@ -125,7 +125,7 @@ PyObject* get(PyObject* method, PyObject* self, PyObject* type) {
     const bool isClass = bound && PyType_Check(bound) && Py_TYPE(bound) == &hostMetaType;
     if (!bound || (!isClass && !isHostObject(bound))) {
       raise(errors().wrongType, "the method " + std::string(asMethod(method)->name.view()) +
-                                    " can be bound to an object or a class of the host alone");
+                                    " can be bound only to an object or a class of the host");
     }
     if (isClass && !PyType_HasFeature(reinterpret_cast<PyTypeObject*>(bound), Py_TPFLAGS_HEAPTYPE)) {
       return Py_NewRef(method);

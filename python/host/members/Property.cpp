@@ -39,10 +39,10 @@ std::string noteOfWrite(const ruvo::PropertySlot& slot, PyObject* self, PyObject
   const std::string name = placeOf(slot, self);
   const std::array given{value};
   if (!lossAmong(self, given).empty()) return noteOf(name, self, given);
-  if (slot.guard && slot.guard->isReadOnly()) return name + " is computed: change what it is computed from";
+  if (slot.guard && slot.guard->isReadOnly())
+    return name + " is computed: change the values that it is computed from";
   if (slot.guard && slot.guard->isMany()) {
-    return name + " holds many values: change the sequence that it gives, as in object." + property +
-           ".append(value)";
+    return name + " has many values: change its sequence, as in object." + property + ".append(value)";
   }
   return noteOf(name + " was not set", self);
 }

@@ -101,7 +101,7 @@ void addMakers(ruvo::Class& cls, std::string& text) {
     const ClassPath path = pathOf(record->getSignature()->result().view());
     if (package.empty()) {
       text +=
-          "\n\nMakes, by package (create(\"common.Package\", ...) or the method of the long name, "
+          "\n\nCreates, by package (with create(\"common.Package\", ...) or the method with the long name, "
           "createmetamodelarplatformcommonPackage(...)):";
     }
     if (path.package != package) text.append("\n\n  ").append(path.package).append(":");

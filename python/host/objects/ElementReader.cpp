@@ -57,7 +57,7 @@ PyObject* next(PyObject* object) {
       raise(errors().changed, "the sequence changed while it was iterated: it had " +
                                   std::to_string(walk->count) + " elements and has " +
                                   std::to_string(walk->reader->size()) +
-                                  "; iterate over list(sequence) to change it meanwhile");
+                                  "; to change it during the iteration, iterate over list(sequence)");
     }
     if (walk->index < walk->count) return walk->reader->at(walk->index++);
     finish(walk);

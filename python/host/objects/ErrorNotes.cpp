@@ -58,7 +58,7 @@ std::string lossAmong(PyObject* self, Given arguments) {
 std::string noteOf(std::string_view place, PyObject* self, Given arguments) {
   const std::string where = place.empty() ? std::string() : std::string(place) + ": ";
   if (const std::string loss = lossAmong(self, arguments); !loss.empty()) {
-    return where + loss + "; isvalid() tells what can be used";
+    return where + loss + "; isvalid() tells whether an object can be used";
   }
   if (const std::string index = indexOf(self, arguments); !index.empty()) return std::string(place) + index;
   PyObject* object = self || arguments.empty() ? self : arguments[0];

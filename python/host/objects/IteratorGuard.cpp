@@ -76,7 +76,7 @@ class Collector {
       if (place->equal(end.get())) {
         raise(errors().wrongValue, text("erase") +
                                        "expected a first and a last iterator in the order of the sequence; "
-                                       "the last one stands before the first");
+                                       "the last one is before the first");
       }
       collectAt(*place);
     }
@@ -84,7 +84,7 @@ class Collector {
   void collectElement(const HostIterator& iterator) const {
     const auto* place = nativeIterator(iterator);
     if (place->equal(mPlaces.end().get())) {
-      raise(errors().staleIterator, text("erase") + "the iterator stands at the end of its sequence");
+      raise(errors().staleIterator, text("erase") + "the iterator is at the end of its sequence");
     }
     collectAt(*place);
   }

@@ -36,7 +36,7 @@ void retype(PyObject* object, HostType* type) {
   PyTypeObject* before = Py_TYPE(object);
   if (asPyType(type)->tp_basicsize != before->tp_basicsize) {
     raise(errors().exception, "an object of class '" + std::string(asHostType(before)->cls->getClassName()) +
-                                  "' was announced as one of '" + type->cls->getClassName() +
+                                  "' cannot become an object of class '" + type->cls->getClassName() +
                                   "', which is of another kind; drop the object and read it again");
   }
   Py_INCREF(asPyType(type));
@@ -214,7 +214,7 @@ std::string hintFor(HostType& type, const std::string& text) {
   ruvo::Class& cls = *type.cls;
   if (text.starts_with("_")) return {};
   if (ruvo::Class* changeable = changeableOf(cls); changeable && changeable->findMethods(text)) {
-    return "; " + std::string(shownName(*changeable)) + " has it: this is a view that only reads";
+    return "; " + std::string(shownName(*changeable)) + " has it, but this is an immutable view";
   }
   const std::string nearest = nearestMember(type, text);
   return nearest.empty() ? "" : "; did you mean '" + nearest + "'?";
@@ -246,12 +246,13 @@ int setAttribute(PyObject* self, PyObject* name, PyObject* value) {
     if (Py_TYPE(found) == &PyProperty_Type) {
       const Reference setter = owned(PyObject_GetAttrString, found, "fset");
       if (value && setter.get() != Py_None) return enter(PyProperty_Type.tp_descr_set, found, self, value);
-      raiseUnknownName(name, std::string(type->cls->shortName()) + "." + toUtf8(name) + " can only be read" +
-                                 (setter.get() == Py_None ? "" : " and set, not deleted"));
+      raiseUnknownName(name, std::string(type->cls->shortName()) + "." + toUtf8(name) +
+                                 std::string(setter.get() == Py_None ? " is read-only"
+                                                                     : " cannot be deleted; set it instead"));
     }
     if (Py_TYPE(found) != &propertyType) {
       raiseUnknownName(name, std::string(type->cls->shortName()) + "." + toUtf8(name) +
-                                 " is no property: it cannot be assigned or deleted");
+                                 " is not a property: it cannot be assigned or deleted");
     }
     writeProperty(reinterpret_cast<Property*>(found), self, value ? value : Py_None);
     return 0;
@@ -309,15 +310,15 @@ PyObject* compare(PyObject* left, PyObject* right, int operation) {
 const char* insteadOfCopy(TypeKind kind) noexcept {
   switch (kind) {
     case TypeKind::Enumeration:
-      return "keep its literal, str(value), and read that back with fromString";
+      return "store its literal, str(value), and convert it back with fromString";
     case TypeKind::Sequence:
-      return "it shows what a model holds; list(sequence) gives the elements";
+      return "it is a view of a model; list(sequence) copies the elements";
     case TypeKind::Iterator:
-      return "clone() gives another iterator at the same place";
+      return "clone() returns another iterator at the same position";
     case TypeKind::MetaProperties:
-      return "MetaProperty() of the class gives it";
+      return "MetaProperty() of the class returns it";
     default:
-      return "it stands for an object in a model; construct a new one there and set its properties";
+      return "it represents an object in a model; construct a new object and set its properties";
   }
 }
 
@@ -339,7 +340,7 @@ PyMethodDef gMethods[] = {
 void readyHostObjectType() {
   PyTypeObject& type = hostObjectType;
   prepareType(type, "_tarvelon_host.HostObject", sizeof(HostObject),
-              "What every object of the host's classes is.");
+              "The base of all objects of the host's classes.");
   Py_SET_TYPE(reinterpret_cast<PyObject*>(&type), &hostMetaType);
   type.tp_flags |= Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION;
   type.tp_weaklistoffset = offsetof(HostObject, weakReferences);

@@ -53,7 +53,7 @@ PyObject* represent(PyObject* iterator) {
 void readyIteratorType() {
   PyTypeObject& type = iteratorType;
   prepareType(type, "_tarvelon_host.Iterator", sizeof(HostIterator),
-              "What every iterator of the host is: a place in a sequence.");
+              "The base of all iterators of the host. An iterator is a position in a sequence.");
   Py_SET_TYPE(reinterpret_cast<PyObject*>(&type), &hostMetaType);
   type.tp_base = &hostObjectType;
   type.tp_flags |= Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION;

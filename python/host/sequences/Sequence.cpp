@@ -269,18 +269,19 @@ PyObject* represent(PyObject* sequence) {
 }
 
 PyMethodDef gMethods[] = {
-    fastMethod(
-        "index", index,
-        "index(value[, start[, stop]]): the first index from 0 of an equal element; K7Q.WrongValue if none"),
+    fastMethod("index", index,
+               "index(value[, start[, stop]]): returns the index, from 0, of the first equal element; raises "
+               "K7Q.WrongValue if there is none"),
     fastMethod("pop", pop,
-               "pop([index]): takes the element at an index from 0, or the last one, out and returns it"),
-    fastMethod("count", countOf, "count(value): how many elements are equal"),
+               "pop([index]): removes and returns the element at an index from 0, or the last one"),
+    fastMethod("count", countOf, "count(value): returns the number of equal elements"),
     fastMethod("remove", removeFirst,
-               "remove(value): takes the first equal element out; K7Q.WrongValue if there is none"),
-    fastMethod("extend", extend, "extend(elements): adds one after another, in their order"),
+               "remove(value): removes the first equal element; raises K7Q.WrongValue if there is none"),
+    fastMethod("extend", extend, "extend(elements): appends the elements in their order"),
     {"sort", reinterpret_cast<PyCFunction>(reinterpret_cast<void (*)()>(sort)), METH_VARARGS | METH_KEYWORDS,
-     "sort(*, key=None, reverse=False): sorts the elements as a list does, as one change"},
-    fastMethod("reverse", reverse, "reverse(): puts the elements into the opposite order, as one change"),
+     "sort(*, key=None, reverse=False): sorts the elements like list.sort(), as one change of the model"},
+    fastMethod("reverse", reverse,
+               "reverse(): reverses the order of the elements, as one change of the model"),
     {nullptr, nullptr, 0, nullptr}};
 
 PySequenceMethods gSequence{};
@@ -306,7 +307,7 @@ void readySequenceType() {
   PyTypeObject& type = sequenceType;
   prepareType(
       type, "_tarvelon_host.Sequence", sizeof(HostSequence),
-      "What every sequence is: the host's methods count from 1, Python's operators and methods from 0.");
+      "The base of all sequences. The host's methods count from 1, Python's operators and methods from 0.");
   Py_SET_TYPE(reinterpret_cast<PyObject*>(&type), &hostMetaType);
   type.tp_base = &hostObjectType;
   type.tp_flags |= Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION | Py_TPFLAGS_SEQUENCE;

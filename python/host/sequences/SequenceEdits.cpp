@@ -46,7 +46,7 @@ std::string shown(PyObject* sequence) { return std::string(typeOf(sequence)->cls
 Contents elementsOf(const SequenceContents& access, PyObject* sequence, PyObject* values) {
   if (!Py_TYPE(values)->tp_iter && !PySequence_Check(values)) {
     raise(errors().wrongType,
-          shown(sequence) + ": a slice is assigned elements to iterate, got " + describePython(values));
+          shown(sequence) + ": expected elements to iterate for a slice, got " + describePython(values));
   }
   // Copies the elements, because they may come from this sequence.
   const Reference list = owned(PySequence_List, values);
@@ -108,8 +108,8 @@ Contents withPlaces(const SequenceContents& access, Contents contents, const Sli
 void requireLength(PyObject* sequence, const Slice& slice, std::size_t given) {
   if (slice.length() == given) return;
   raise(errors().wrongValue, shown(sequence) + ": a slice with a step of " + std::to_string(slice.step) +
-                                 " has " + std::to_string(slice.count) + " places here, got " +
-                                 std::to_string(given) + " elements; give one for each place");
+                                 " has " + std::to_string(slice.count) + " elements here, got " +
+                                 std::to_string(given) + "; give one for each element of the slice");
 }
 
 Contents without(const Contents& before, const Slice& slice) {
@@ -146,15 +146,15 @@ void reorder(PyObject* sequence, Reorder inList) {
   }
   const Contents now = access.read();
   if (!std::equal(before.begin(), before.end(), now.begin(), now.end(), Same{&access})) {
-    raise(errors().changed, shown(sequence) +
-                                ": the sequence changed while it was sorted; let the function that gives the "
-                                "keys change nothing");
+    raise(errors().changed,
+          shown(sequence) +
+              ": the sequence changed while it was sorted; the key function must not change the model");
   }
   access.write(after);
 }
 
 [[noreturn]] void refuseSort(const std::string& given) {
-  raise(errors().wrongType, "sort: expected key= and reverse= alone, each by its name, got " + given);
+  raise(errors().wrongType, "sort: expected only key= and reverse=, given by name, got " + given);
 }
 
 /// Checks the arguments of sort(), because the list would raise a TypeError that is not a K7Q.Exception.

@@ -64,7 +64,7 @@ PyObject* format(PyObject* value, PyObject* specification) {
   });
 }
 
-PyMethodDef gMethods[] = {{"__format__", format, METH_O, "The literal in the form that a str takes."},
+PyMethodDef gMethods[] = {{"__format__", format, METH_O, "Formats the literal like a str."},
                           {nullptr, nullptr, 0, nullptr}};
 
 }  // namespace
@@ -105,8 +105,7 @@ std::string pythonName(std::string_view name) {
 
 void readyEnumerationType() {
   PyTypeObject& type = enumerationType;
-  prepareType(type, "_tarvelon_host.Enumeration", sizeof(HostObject),
-              "What every value of an enumeration is.");
+  prepareType(type, "_tarvelon_host.Enumeration", sizeof(HostObject), "The base of all enumeration values.");
   Py_SET_TYPE(reinterpret_cast<PyObject*>(&type), &hostMetaType);
   type.tp_base = &hostObjectType;
   type.tp_flags |= Py_TPFLAGS_BASETYPE | Py_TPFLAGS_DISALLOW_INSTANTIATION;

@@ -51,7 +51,7 @@ void requireSameMachine(const std::string& path, const std::string& loaded) {
   if (!readHeader(loaded, expected)) return;
   if (!readHeader(path, found) || std::memcmp(found.data(), ELFMAG, SELFMAG) != 0) {
     raise(errors().loadError,
-          path + ": expected a " + shown(expected) + ", got a file that is no library" + kCure);
+          path + ": expected a " + shown(expected) + ", got a file that is not a library" + kCure);
   }
   if (machineOf(found) == machineOf(expected) && bitsOf(found) == bitsOf(expected)) return;
   raise(errors().loadError,
@@ -78,7 +78,7 @@ void loadMetamodel() {
   auto* initialise = reinterpret_cast<void (*)()>(dlsym(library, kEntry));
   if (!initialise) {
     raise(errors().loadError,
-          path + ": expected the entry point " + kEntry + ", which it does not have" + kCure);
+          path + ": expected the entry point " + kEntry + ", but the library does not have it" + kCure);
   }
   initialise();
   isLoaded = true;

@@ -50,7 +50,8 @@ PyObject* call(PyObject* self, PyObject* const* arguments, std::size_t flagged, 
     const std::string name = toUtf8(function.name);
     const auto count = static_cast<std::size_t>(PyVectorcall_NARGS(flagged));
     if ((keywords && PyTuple_GET_SIZE(keywords) != 0) || count > Arguments::kMost) {
-      raise(errors().wrongType, name + ": arguments are given by position, and no signature has so many");
+      raise(errors().wrongType,
+            name + ": expected arguments by position, at most as many as a signature has");
     }
     TextBuffer texts;
     std::vector<ruvo::HostValue> values;
@@ -230,23 +231,22 @@ PyObject* nearest(Given arguments) {
 PyObject* quoted(Given arguments) { return toStr(ruvo::quotedName(textOf(arguments[0]))).release(); }
 
 constexpr FunctionRow kFunctions[] = {
-    {"isPackage", 1, isPackage, "Whether there is a package of that dotted name."},
-    {"member", 2, member, "The class or function of that name in a package."},
+    {"isPackage", 1, isPackage, "Whether a package with that dotted name exists."},
+    {"member", 2, member, "The class or function with that name in a package."},
     {"memberNames", 1, memberNames, "The names of a package's packages, functions and classes."},
-    {"describe", 1, describe, "A package or class with everything registered, as dicts and lists."},
+    {"describe", 1, describe, "All that is registered for a package or class, as dicts and lists."},
     {"documentation", 1, documentation,
-     "What people are told of a package, class or enumeration of that dotted name: a dict with its "
-     "'purpose', one or two sentences, and 'constructors', for each constructor in the order of describe() a "
-     "list of the names of its arguments, 'model' first. Empty for a name without."},
+     "The documentation of a package, class or enumeration, given by its dotted name: a dict. 'purpose' is "
+     "one or two sentences. 'constructors' has for each constructor, in the order of describe(), a list of "
+     "the names of its arguments, 'model' first. Both are empty if there is no documentation."},
     {"plainType", 1, plainTypeOf,
-     "The type of a property's values as people know it: the class's own name for its views and sequences."},
-    {"quoted", 1, quoted, "A name between quotes, as errors show it: one that is very long is cut."},
-    {"nearest", 2, nearest, "The name in a list that comes closest to another, empty if none does."},
-    {"extend", 2, extend, "Adds members to a class before its type is made."},
+     "The type of a property's values, for users: the name of the mutable class, not of a view or sequence."},
+    {"quoted", 1, quoted, "A name between quotes, as in errors: a very long name is shortened."},
+    {"nearest", 2, nearest, "The most similar name in a list; empty if none is similar."},
+    {"extend", 2, extend, "Adds members to a class before its type is created."},
     {"attributeName", 1, attributeName,
-     "A host's name as an attribute: with an underscore if it is a keyword."},
-    {"statistics", 0, statistics,
-     "How many types, bound host objects, host arrays and model objects there are."},
+     "The attribute for a name of the host: with an underscore if it is a keyword."},
+    {"statistics", 0, statistics, "The numbers of types, bound host objects, host arrays and model objects."},
 };
 
 }  // namespace

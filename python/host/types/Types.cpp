@@ -163,7 +163,7 @@ class Namespace {
             name + " is an enumeration: write " + name + ".<literal>, or " + name + ".fromString(text)");
     case TypeKind::Sequence:
       raise(errors().wrongType,
-            name + " has no constructor: read a property that gives one" +
+            name + " has no constructor: read a property that returns one" +
                 (type.cls->findMethods("make") ? ", or call " + name + ".make(model)" : ""));
     case TypeKind::MetaProperties:
       raise(errors().wrongType, name + " has no constructor: take it from MetaProperty() of the class");
@@ -277,9 +277,8 @@ HostType* makeType(ruvo::Class& cls) {
 PyObject* refuseSubclass(PyTypeObject* /*meta*/, PyObject* /*arguments*/, PyObject* /*keywords*/) {
   return guarded([]() -> PyObject* {
     raise(errors().wrongType,
-          "a class of the host cannot be subclassed in Python: its objects live in a model, which does not "
-          "know the "
-          "subclass; write functions, or a class that holds such an object");
+          "a class of the host cannot be subclassed in Python: its objects belong to a model, which does "
+          "not know the subclass; write functions, or a class with such an object as a member");
   });
 }
 
@@ -321,7 +320,7 @@ int setMember(PyObject* type, PyObject* name, PyObject* /*value*/) {
 PyObject* iterate(PyObject* type) {
   return guarded([&] {
     if (!isHostClass(type) || reinterpret_cast<HostType*>(type)->kind != TypeKind::Enumeration) {
-      raise(errors().wrongType, nameOfType(type) + " is no enumeration: there is nothing to iterate");
+      raise(errors().wrongType, nameOfType(type) + " is not an enumeration and cannot be iterated");
     }
     const Reference list(listLiterals(*reinterpret_cast<HostType*>(type)->cls));
     return owned(PyObject_GetIter, list.get()).release();

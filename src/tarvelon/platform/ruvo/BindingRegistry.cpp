@@ -114,10 +114,10 @@ void BindingRegistry::announceForConstructor(void* pointer, const InternedName& 
   const auto refuse = [&className](const char* reason) {
     throw K7Q::Exception(std::string(className.view()) + reason);
   };
-  if (!held) refuse(": there is no object under construction; call a constructor through its class");
+  if (!held) refuse(": no object is under construction; call the constructor through its class");
   auto* object = static_cast<HostObject*>(held);
-  if (object->bound()) refuse(": the object under construction is constructed already");
-  if (find(pointer)) refuse(": the native object has a host object already; construct a new one");
+  if (object->bound()) refuse(": the object under construction is already constructed");
+  if (find(pointer)) refuse(": the native object already has a host object; construct a new one");
   bind(pointer, object);
 }
 

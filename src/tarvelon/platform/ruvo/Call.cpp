@@ -67,7 +67,7 @@ RVOInterfacePtr construct(Class& cls, std::span<const HostValue> arguments) {
   choice.record->invoke(ObjectSystem::client(), resultCount, &result, slots.count(), slots.data());
   if (!object->getBoundPointer(cls.getFullName())) {
     throw K7Q::Exception(std::string(cls.shortName()) +
-                         ": the constructor has made no object; it must bind one");
+                         ": the constructor has not bound an object; it must bind one");
   }
   return object;
 }

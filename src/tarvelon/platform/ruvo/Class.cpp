@@ -47,8 +47,8 @@ void RVOClass::addGlobalClass(RVOClassInfo* info) {
   const InternedName fullName{std::string_view(name)};
   const std::scoped_lock lock(ObjectSystem::guard());
   if (bearerOf(fullName)) {
-    throw K7Q::Exception("there is a class '" + std::string(name) +
-                         "' already; give the new one another name");
+    throw K7Q::Exception("the class '" + std::string(name) +
+                         "' already exists; give the new one another name");
   }
   ObjectSystem::addClass(ObjectSystem::globals(), std::move(owned), fullName, info->getAccess());
 }
@@ -130,7 +130,7 @@ void Class::define() {
   if (mState == State::Failed) std::rethrow_exception(mFailure);
   if (mState == State::Defining) {
     throw K7Q::Exception(quoted(*this) +
-                         " is needed while it is being defined; its definition may name it, not use it");
+                         " is used while it is being defined; its definition may only mention its name");
   }
   mMembers = std::make_unique<Members>();
   mState = State::Defining;
@@ -153,7 +153,7 @@ void Class::define() {
 void Class::requireDefining(const char* member) const {
   if (mState == State::Defining) return;
   throw K7Q::Exception(quoted(*this) + " is not being defined; a " + member +
-                       " can be added by its definition alone");
+                       " can be added only by its definition");
 }
 
 void Class::addSuperClass(const InternedName& fullName, int /*isPublic*/, int /*isVirtual*/,

@@ -38,8 +38,8 @@ bool isExhausted(const std::vector<Order>& orders) {
     if (names.find(name) == std::string::npos) names.append(names.empty() ? "" : ", ").append(name);
   }
   throw K7Q::Exception("class '" + std::string(cls.getFullName().view()) +
-                       "': its superclasses have no common order, each of " + names +
-                       " must come behind another; list a class before its superclasses");
+                       "': its superclasses have no consistent order: each of " + names +
+                       " must come after another; list each class before its superclasses");
 }
 
 /// The C3 merge: the result keeps the order of each superclass's linearization, and the order in which the
@@ -80,7 +80,7 @@ std::span<Class* const> Class::superClasses() {
     Class* cls = find(name);
     if (!cls) {
       throw K7Q::UnknownName("class '" + std::string(mFullName.view()) + "': there is no class '" +
-                             std::string(name.view()) + "', which it names as a superclass");
+                             std::string(name.view()) + "', which is listed as a superclass");
     }
     found.push_back(cls);
   }
@@ -96,7 +96,8 @@ std::span<Class* const> Class::linearization() {
   const std::scoped_lock lock(ObjectSystem::guard());
   if (derived.hasLinearization) return derived.linearization;
   if (derived.isLinearizing) {
-    throw K7Q::Exception("class '" + std::string(mFullName.view()) + "' is among its own superclasses");
+    throw K7Q::Exception("class '" + std::string(mFullName.view()) +
+                         "' is one of its own superclasses; remove it from them");
   }
   const Mark mark(derived.isLinearizing);
   const auto supers = superClasses();

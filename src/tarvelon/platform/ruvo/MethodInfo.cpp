@@ -95,8 +95,7 @@ void Invoker::createSignature(const char* parameterNames, const char* returnType
 
 void throwNullSelf(const RuvoMethod* record) {
   const std::string method = record ? "method '" + std::string(record->getName().view()) + "'" : "the method";
-  throw K7Q::WrongValue(method +
-                        ": expected an object to be called on, got none; take one that is not empty");
+  throw K7Q::WrongValue(method + ": expected an object to call it on, got an empty value");
 }
 
 }  // namespace impl

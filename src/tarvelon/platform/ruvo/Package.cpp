@@ -77,8 +77,8 @@ Package& ObjectSystem::registerPackage(Package& root, std::string_view fullName,
   do {
     const std::size_t dot = std::min(rest.find('.'), rest.size());
     if (dot == 0 || dot + 1 == rest.size()) {
-      throw K7Q::Exception("a package must have a name of parts between dots, got '" + std::string(fullName) +
-                           "'");
+      throw K7Q::Exception("expected the name of a package, as in 'first.second', got '" +
+                           std::string(fullName) + "'");
     }
     package = &childOf(*package, rest.substr(0, dot));
     rest.remove_prefix(std::min(dot + 1, rest.size()));

@@ -250,8 +250,8 @@ std::vector<std::string_view> constructibleIn(Package& top, Class& cls) {
 std::string abstractText(std::string_view className, std::span<const std::string_view> constructible) {
   constexpr std::size_t kShown = 12;
   std::string text = "class '" + std::string(className) + "' is abstract: it has no constructor; ";
-  if (constructible.empty()) return text + "there is none below it that has one";
-  text += "construct one of those below it: ";
+  if (constructible.empty()) return text + "none of its subclasses has one";
+  text += "construct one of its subclasses: ";
   for (std::size_t i = 0; i < std::min(constructible.size(), kShown); ++i) {
     text.append(i ? ", " : "").append(constructible[i]);
   }

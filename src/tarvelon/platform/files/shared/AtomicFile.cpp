@@ -24,7 +24,7 @@ namespace {
 
 constexpr std::string_view kSuffix = ".tarvelon-new";
 constexpr std::size_t kRandom = 8;
-constexpr const char* kNoTemporary = "no temporary file can be made beside it";
+constexpr const char* kNoTemporary = "no temporary file can be created in its folder";
 constexpr const char* kNotReplaced = "the file cannot be replaced";
 
 std::string meaningOf(int number) { return std::generic_category().message(number); }
@@ -73,8 +73,8 @@ fs::path followed(fs::path path) {
 
 AtomicFile::AtomicFile(const fs::path& path) : mShown(path.string()) {
   const fs::path target = followed(path);
-  if (target.empty() && !path.empty()) refuse("it is a chain of too many symbolic links", ELOOP);
-  if (!target.has_filename()) refuse("the path names no file", EISDIR);
+  if (target.empty() && !path.empty()) refuse("the path leads through too many symbolic links", ELOOP);
+  if (!target.has_filename()) refuse("the path has no file name", EISDIR);
   mName = target.filename().string();
   mLead = leadOf(mName);
   openFolder(target);
@@ -102,10 +102,10 @@ void AtomicFile::openOld() {
     if (errno != ENOENT) refuse(kNotReplaced, errno);
     return;
   }
-  if (S_ISDIR(found.st_mode)) refuse("it is a folder", EISDIR);
-  if (!S_ISREG(found.st_mode)) refuse("it is no regular file", EINVAL);
+  if (S_ISDIR(found.st_mode)) refuse("the path is a folder", EISDIR);
+  if (!S_ISREG(found.st_mode)) refuse("the path is not a regular file", EINVAL);
   if (::faccessat(mFolder.number(), mName.c_str(), W_OK, AT_EACCESS) != 0)
-    refuse("the file may not be written", errno);
+    refuse("the file is not writable", errno);
   // A write-only file is opened too, since its mode and owner are needed.
   for (const int way : {O_RDONLY, O_WRONLY}) {
     if (mOld.isOpen()) return;
@@ -177,7 +177,7 @@ void AtomicFile::commit(bool isDurable) {
   }
   if (isDurable && ::fsync(mFile.number()) != 0) refuse("writing failed", errno);
   if (::renameat(mFolder.number(), mTemporary.c_str(), mFolder.number(), mName.c_str()) != 0)
-    refuse("the new file cannot take its place", errno);
+    refuse("the new file cannot replace the old one", errno);
   mTemporary.clear();
   if (!isDurable) return;
   const Descriptor folder(::openat(mFolder.number(), ".", O_RDONLY | O_DIRECTORY | O_CLOEXEC));
@@ -187,7 +187,7 @@ void AtomicFile::commit(bool isDurable) {
 
 void AtomicFile::refuse(const char* what, int number) const {
   throw FileError(
-      "cannot save '" + mShown + "': " + what + " (" + meaningOf(number) + "); what was there is as it was",
+      "cannot save '" + mShown + "': " + what + " (" + meaningOf(number) + "); an existing file is unchanged",
       number);
 }
 

@@ -68,7 +68,7 @@ bool keepOwner(const struct stat& old, int to, mode_t& mode) noexcept {
 
 const char* copyAttributes(int from, int to) {
   struct stat old {};
-  if (::fstat(from, &old) != 0) return "its mode cannot be kept";
+  if (::fstat(from, &old) != 0) return "the mode of the old file cannot be kept";
   mode_t mode = old.st_mode & kModeBits;
   const bool isGroupKept = keepOwner(old, to, mode);
   bool hasAccessList = false;
@@ -77,17 +77,18 @@ const char* copyAttributes(int from, int to) {
     if (name == kAccessList) {
       hasAccessList = true;
     } else if (!copyAttribute(from, to, name) && !isOfSystem) {
-      return "its extended attributes cannot be kept";
+      return "the extended attributes of the old file cannot be kept";
     }
   }
   // The new file may have inherited an access control list from the folder.
   if (!hasAccessList) ::fremovexattr(to, kAccessList);
-  if (::fchmod(to, mode) != 0) return "its mode cannot be kept";
+  if (::fchmod(to, mode) != 0) return "the mode of the old file cannot be kept";
   if (!hasAccessList) return nullptr;
   // The list refers to the old file's group and would now apply to another group.
   if (!isGroupKept) errno = EPERM;
-  return isGroupKept && copyAttribute(from, to, kAccessList) ? nullptr
-                                                             : "its access control list cannot be kept";
+  return isGroupKept && copyAttribute(from, to, kAccessList)
+             ? nullptr
+             : "the access control list of the old file cannot be kept";
 }
 
 }  // namespace Tarvelon::files

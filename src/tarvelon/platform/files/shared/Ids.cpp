@@ -142,9 +142,9 @@ void assignIds(const native::NativeModel& model, Schema& schema) {
 
 void requireDepth(const Instance& object, std::size_t depth) {
   if (depth <= static_cast<std::size_t>(kMaxDepth)) return;
-  throw K7Q::Exception("objects are nested deeper than the " + std::to_string(kMaxDepth) +
-                       " levels that a file may have, down to a " +
-                       object.cls().methods->className().shortName() + "; hold them flatter");
+  throw K7Q::Exception(std::string("a ") + object.cls().methods->className().shortName() +
+                       " is nested more than " + std::to_string(kMaxDepth) +
+                       " levels deep, the maximum of a file; nest the objects less deeply");
 }
 
 }  // namespace Tarvelon::files

@@ -21,9 +21,9 @@ void requireSuffix(const std::filesystem::path& path, std::string_view known, st
   const std::string suffix = path.extension().string();
   if (suffix.size() < 2 || std::ranges::equal(suffix, known, isEqual)) return;
   const std::string stem = std::filesystem::path(path).replace_extension().string();
-  throw K7Q::WrongValue("cannot save '" + path.string() + "': " + std::string(what) + ", got the suffix " +
-                        ruvo::quotedName(suffix) + "; call it '" + stem + std::string(known) +
-                        "', or give it no suffix");
+  throw K7Q::WrongValue("cannot save '" + path.string() + "': expected the suffix '" + std::string(known) +
+                        "', got " + ruvo::quotedName(suffix) + "; " + std::string(what) +
+                        ": name the file '" + stem + std::string(known) + "', or give it no suffix");
 }
 
 }  // namespace Tarvelon::files

@@ -124,7 +124,7 @@ Loaded loadFrom(Source& source, const LoadOptions& options, std::string_view nam
   reader.attach(parser);
   try {
     if (!parseAll(parser, source, options.progress)) {
-      reader.report(parser.place(), "this is no well-formed XML: " + parser.fault());
+      reader.report(parser.place(), "the file is not well-formed XML: " + parser.fault());
       if (!reader.hasRoot()) throw Unloadable();
     }
     reader.finish();

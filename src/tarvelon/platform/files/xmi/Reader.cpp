@@ -43,8 +43,8 @@ bool isArxml(QualifiedName root) noexcept {
   return root.space.starts_with("http://autosar.org/") || (root.space.empty() && root.local == "AUTOSAR");
 }
 
-constexpr const char* kLeftOut = "; it is left out with all that it holds";
-constexpr const char* kNothing = ": expected nothing in this element, got the ";
+constexpr const char* kLeftOut = "; the element is left out with its contents";
+constexpr const char* kNothing = ": expected an empty element, got the ";
 
 }  // namespace
 
@@ -74,7 +74,7 @@ void Reader::startElement(QualifiedName name, const char* const* attributes) {
 
 void Reader::requireDepth(bool isKept) {
   if (isKept) return;
-  report(here(), "elements are nested deeper than " + std::to_string(kMaxDepth) + " levels");
+  report(here(), "elements are nested more than " + std::to_string(kMaxDepth) + " levels deep");
   throw Unloadable();
 }
 
@@ -86,7 +86,7 @@ Reader::Frame Reader::open(QualifiedName name, const Marks& marks, const char* c
       return {};
     case Frame::Kind::Value:
       report(here(), nameOf(*parent.object, *parent.feature) + ": expected a value, got the element " +
-                         shown(name) + "; take it out");
+                         shown(name) + "; remove it");
       return {};
     case Frame::Kind::Nothing:
       report(here(), nameOf(*parent.object, *parent.feature) + kNothing + "element " + shown(name));
@@ -102,9 +102,7 @@ Reader::Frame Reader::open(QualifiedName name, const Marks& marks, const char* c
 Reader::Frame Reader::openRoot(QualifiedName name, const Marks& marks, const char* const* attributes) {
   mHasRoot = true;
   if (isArxml(name)) {
-    report(
-        here(),
-        "this is ARXML, AUTOSAR's own format, which cannot be read yet; load a model that was saved as XMI");
+    report(here(), "the file is ARXML, which is not supported yet; load a model that was saved as XMI");
     throw Unloadable();
   }
   checkVersions(marks);
@@ -140,8 +138,8 @@ void Reader::checkVersions(const Marks& marks) {
   if (marks.format) return readFormat(marks.format);
   report(here(),
          "the root element has no tarvelon:format: expected the number of the file's format, from 0 to " +
-             std::to_string(kFormat) + "; write xmlns:tarvelon=\"" + std::string(kOwn) +
-             "\" tarvelon:format=\"" + std::to_string(kFormat) + "\" if a program has dropped it");
+             std::to_string(kFormat) + "; if another program has removed it, write xmlns:tarvelon=\"" +
+             std::string(kOwn) + "\" tarvelon:format=\"" + std::to_string(kFormat) + "\"");
 }
 
 void Reader::readFormat(const char* text) {
@@ -156,8 +154,8 @@ void Reader::readFormat(const char* text) {
   }
   if (error == std::errc() && mFormat <= kFormat) return;
   report(placeOf({kOwn, "format"}), "the file has format " + std::string(digits.substr(0, 20)) +
-                                        ", and this program reads formats up to " + std::to_string(kFormat) +
-                                        "; load it with a newer one");
+                                        ", but this version reads formats up to " + std::to_string(kFormat) +
+                                        "; load it with a newer version");
   throw Unloadable();
 }
 
@@ -179,9 +177,10 @@ Reader::Frame Reader::openMember(const Frame& parent, QualifiedName name, const 
   if (!refers || marks.isNil) return frame;
   const bool isHere = marks.href && marks.href[0] == '#';
   if (!marks.idref && !isHere) {
-    report(here(), nameOf(*parent.object, *feature) + ": expected the id of an object, got " +
-                       (marks.href ? inQuotes(marks.href) + " of another file" : "an element") +
-                       "; write the id as the attribute's value");
+    report(here(),
+           nameOf(*parent.object, *feature) + ": expected the id of an object, got " +
+               (marks.href ? "the reference " + inQuotes(marks.href) + " to another file" : "an element") +
+               "; write the id as the attribute's value");
     return {};
   }
   readReferences(parent, *feature, marks.idref ? marks.idref : marks.href + 1, {});
@@ -192,12 +191,12 @@ Reader::Frame Reader::openHeld(const Frame& parent, const Feature& feature, cons
                                const char* const* attributes) {
   Instance& owner = *parent.object;
   if (const char* reference = marks.idref ? marks.idref : marks.href) {
-    report(here(), nameOf(owner, feature) + ": expected an object, got the reference " + inQuotes(reference) +
-                       "; an object has one owner: nest it there");
+    report(here(), nameOf(owner, feature) + ": expected a contained object, got the reference " +
+                       inQuotes(reference) + "; nest the element of the object here");
     return {};
   }
   if (!feature.declared->isMany() && owner.has(feature.slot)) {
-    report(here(), nameOf(owner, feature) + ": expected one object, got another" + kLeftOut);
+    report(here(), nameOf(owner, feature) + ": expected at most one object, got a second one" + kLeftOut);
     return {};
   }
   const native::ClassData& declared = feature.declared->type()->data();
@@ -221,7 +220,7 @@ void Reader::hold(Instance& owner, const Feature& feature, Instance& held) {
 
 Reader::Frame Reader::openObject(ClassSchema& cls, const Marks& marks, const char* const* attributes) {
   if (cls.data->methods->isAbstract()) {
-    report(here(), cls.type + " is abstract: name a class below it with xsi:type" + kLeftOut);
+    report(here(), cls.type + " is abstract: write a concrete subclass as xsi:type" + kLeftOut);
     return {};
   }
   const bool isInFile = !mFrames.empty() && mFrames.front().kind == Frame::Kind::File;
@@ -245,7 +244,7 @@ void Reader::keepId(Instance& object, const char* id) {
   const IdTable::Key key = mIds.keyOf(id);
   if (!mIds.insert(key, &object)) {
     report(placeOf({kXmi, "id"}),
-           "the id " + inQuotes(id) + " stands at an object before; give this one another");
+           "the id " + inQuotes(id) + " is used by an earlier object; give this object another id");
     return;
   }
   if (const auto number = idNumber(id)) {
@@ -302,7 +301,7 @@ void Reader::characters(std::string_view text) {
   if (frame.kind == Frame::Kind::Nothing) {
     report(here(), nameOf(*frame.object, *frame.feature) + kNothing + "text " + found);
   } else {
-    report(here(), "expected an element, got the text " + found + "; take it out");
+    report(here(), "expected an element, got the text " + found + "; remove it");
   }
 }
 
@@ -322,7 +321,7 @@ void Reader::forgetTypes() {
 }
 
 void Reader::documentType() {
-  report(here(), "a document type with its entities is not loaded; take out the '<!DOCTYPE ...>'");
+  report(here(), "a document type declaration is not supported; remove the '<!DOCTYPE ...>'");
   throw Unloadable();
 }
 
@@ -355,7 +354,7 @@ ClassSchema* Reader::classOfType(std::string_view type, Place place) {
   const auto scope = mNamespaces.find(hasPrefix ? text.substr(0, colon) : std::string());
   if (scope == mNamespaces.end() || scope->second.empty()) {
     report(place, "expected a class as 'package:Class', got the type " + inQuotes(type) +
-                      ", whose prefix no namespace has" + kLeftOut);
+                      ", whose prefix is not declared" + kLeftOut);
     return nullptr;
   }
   ClassSchema* cls = classOf({scope->second.back(), hasPrefix ? type.substr(colon + 1) : type}, place);

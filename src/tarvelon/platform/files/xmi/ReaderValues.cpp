@@ -19,7 +19,7 @@ using native::Word;
 
 namespace {
 
-constexpr const char* kTwice = "an object stands once in it, and twice there is the id ";
+constexpr const char* kTwice = "the list contains the id twice: ";
 
 /// REQUIRES: well-formed UTF-8, as a parser delivers it.
 void decode(std::string_view text, std::u16string& units) {
@@ -84,7 +84,7 @@ void Reader::requireMarks(const char* const* attributes, bool mayRefer) {
     const bool refers =
         (name.space.empty() && name.local == "href") || (isXmi(name.space) && name.local == "idref");
     if ((refers && mayRefer) || isMark(name)) continue;
-    report(placeOf(name), "expected no attribute " + inQuotes(name.local) + " here; take it out");
+    report(placeOf(name), "expected no attribute " + inQuotes(name.local) + " here; remove it");
   }
 }
 
@@ -97,8 +97,9 @@ void Reader::readAttribute(const Frame& frame, QualifiedName name, std::string_v
   if (!feature) return reportUnknown(frame, name, placeOf(name));
   const Storage storage = feature->declared->storage();
   if (feature->declared->holds()) {
-    report(placeOf(name), nameOf(*frame.object, *feature) + ": expected objects as elements, got the text " +
-                              inQuotes(value) + "; an object has one owner: nest it there");
+    report(placeOf(name), nameOf(*frame.object, *feature) +
+                              ": expected contained objects as elements, got the text " + inQuotes(value) +
+                              "; nest the elements of the objects here");
   } else if (storage == Storage::Reference || storage == Storage::References) {
     readReferences(frame, *feature, value, name.local);
   } else {
@@ -111,7 +112,7 @@ void Reader::readValue(const Frame& frame, const Feature& feature, std::string_v
   Instance& object = *frame.object;
   if (!feature.declared->isMany() && object.has(feature.slot)) {
     report(placeOfValue(attribute),
-           nameOf(object, feature) + ": expected one value, got another; take out all but one");
+           nameOf(object, feature) + ": expected at most one value, got a second one; remove all but one");
     return;
   }
   const Storage storage = feature.declared->storage();
@@ -146,7 +147,7 @@ void Reader::readWord(Instance& object, const Feature& feature, std::string_view
   const native::Property& property = *feature.narrowest;
   const ScalarFault fault = readScalar(property, value, word);
   if (fault != ScalarFault::None) {
-    const char* outside = fault == ScalarFault::OutOfRange ? ", which it cannot hold" : "";
+    const char* outside = fault == ScalarFault::OutOfRange ? ", which is out of range" : "";
     return report(placeOfValue(attribute), nameOf(object, feature) + ": expected " +
                                                std::string(property.typeName().view()) + ", got " +
                                                inQuotes(value) + outside + whatFits(property));
@@ -220,9 +221,9 @@ void Reader::refer(const PendingReference& reference, std::string_view attribute
   if (!entry) {
     fault = "no object has the id ";
   } else if (!entry->value) {
-    fault = "the object was left out that has the id ";
+    fault = "the target was left out of the model, the object with the id ";
   } else if (!entry->value->cls().isKindOf(feature.narrowest->type()->data().ordinal)) {
-    fault = "expected " + typeName(*feature.narrowest->type()) + ", got a " +
+    fault = "expected " + typeName(*feature.narrowest->type()) + ", got " +
             typeName(*entry->value->cls().methods) + " with the id ";
   } else if (const char* refusal = link(reference, *entry->value)) {
     fault = refusal;
@@ -241,11 +242,13 @@ const char* Reader::link(const PendingReference& reference, Instance& target) {
   const native::Property* back = feature.narrowest->opposite();
   if (back && !back->isMany()) {
     const Word* other = target.find(target.cls().placeOf(back->ownerClass().data(), back->id()).slot);
-    if (other && other->object != &object) return "an object refers back to another, the one with the id ";
+    if (other && other->object != &object)
+      return "the opposite property already refers to another object, in the object with the id ";
   }
   if (feature.declared->isMany()) return tieInList(reference, target);
   if (const Word* present = object.find(feature.slot)) {
-    return back && present->object == &target ? nullptr : "expected one object, got another with the id ";
+    return back && present->object == &target ? nullptr
+                                              : "expected at most one object, got a second one with the id ";
   }
   native::store(object, feature.slot, {Word{.object = &target}, false});
   return nullptr;

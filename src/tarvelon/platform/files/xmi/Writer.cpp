@@ -150,8 +150,8 @@ class Writer {
 
   [[noreturn]] static void refuseChange() {
     throw K7Q::Exception(
-        "the model was changed or closed while it was saved; let what is called meanwhile, the progress or "
-        "another thread, change nothing");
+        "the model was changed or closed while it was saved; the progress function and other threads must "
+        "not change it");
   }
 
   /// Calls visit(const Feature&, Word) for each value, in the order of the features.
@@ -247,7 +247,7 @@ class Writer {
 void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
   NativeModel& native = NativeModel::require(model);
   const K7Q::Model kept(model);
-  requireSuffix(path, ".xmi", "a model is saved as XMI, the only format that is known today");
+  requireSuffix(path, ".xmi", "a model is saved as XMI");
   AtomicFile file(path);
   Writer(native, file, options.progress).write();
   file.commit(options.isDurable);

@@ -13,32 +13,32 @@ namespace K7Q::text {
 
 inline constexpr const char* kNoMessage = "Internal assertion without a message detected! Please fix me asap";
 inline constexpr const char* kNullSequence =
-    "Cannot access NULL sequence. Use MakeSequence to create sequences."
-    "See testSequenceCreation in k7q/kernel/unittest/sequence_tests.";
+    "Cannot access NULL sequence. Use MakeSequence to create sequences.See testSequenceCreation in "
+    "k7q/kernel/unittest/sequence_tests.";
 inline constexpr const char* kSequenceEmpty = "sequence is empty";
 inline constexpr const char* kIndexNotPositive = "sequence index must be positive";
 inline constexpr const char* kIndexOutOfBounds = "sequence index out of bounds";
 inline constexpr const char* kIteratorAtEnd =
-    "the iterator stands behind the last element; compare it with the one from end() before";
+    "the iterator is after the last element; compare it with end() first";
 inline constexpr const char* kIteratorAtBegin =
-    "the iterator stands on the first element; compare it with the one from begin() before";
+    "the iterator is at the first element; compare it with begin() first";
 inline constexpr const char* kIteratorStale =
-    "the sequence has changed since the iterator was taken; take another one from begin() or end(), or use "
-    "the "
-    "one that the change gave";
+    "the sequence has changed since the iterator was taken; take a new one from begin() or end(), or use "
+    "the one that the change returned";
 inline constexpr const char* kIteratorOfOther =
     "the iterator belongs to another sequence; take one from this sequence";
 inline constexpr const char* kMultiValued = "You cannot set a multi-valued property";
 inline constexpr const char* kReadOnly = "You cannot set a read-only property";
 inline constexpr const char* kThroughImmutable =
-    "You cannot set a property through an immutable object; use the mutable object, asMutable() gives it";
+    "You cannot set a property through an immutable object; use the mutable object, which asMutable() "
+    "returns";
 inline constexpr const char* kReadOnlyView =
-    "the view is read-only, its deviant refuses writing; asDeviant(model) with the model itself gives a "
-    "writable view";
+    "the view is read-only because of its deviant; asDeviant(model) with the model itself returns a writable "
+    "view";
 inline constexpr const char* kTooManyElements =
-    "too many elements: an optional value is one element, or an empty array to unset it";
+    "too many elements: set an optional value to one element, or unset it with an empty array";
 inline constexpr const char* kNoModelFactory =
-    "no library that makes models is loaded; load the native model library, or set one with "
+    "no library that creates models is loaded; load the native model library, or set one with "
     "K7Q::setModelFactory()";
 
 /// Formats "`where`: expected `expected`, got `given`".

@@ -167,7 +167,7 @@ void Transaction::commit() {
   requireOpen();
   NativeModel& model = NativeModel::require(mModel);
   if (!model.journal()->isInnermost(mId)) {
-    throw K7Q::Exception("a transaction that was begun later is still open; end that one first");
+    throw K7Q::Exception("a nested transaction is still open; end it first");
   }
   model.journal()->commit();
   model.dropIdleJournal();
@@ -184,10 +184,10 @@ void Transaction::rollBack() {
 
 void setHistoryLimit(const K7Q::Model& model, std::size_t limit) {
   NativeModel& native = requireWritable(model);
-  requireOutside(native, "change the length of the history");
+  requireOutside(native, "change the limit of the history");
   if (limit > kMostBatches) {
-    throw K7Q::OutOfRange("the length of a history: expected 0 to " + std::to_string(kMostBatches) +
-                          ", got " + std::to_string(limit));
+    throw K7Q::OutOfRange("limit of the history: expected 0 to " + std::to_string(kMostBatches) + ", got " +
+                          std::to_string(limit));
   }
   if (limit == 0 && !native.journal()) return;
   native.requireJournal().setLimit(limit);

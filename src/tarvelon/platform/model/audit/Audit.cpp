@@ -29,7 +29,7 @@ constexpr std::uint64_t kPaid = 128;
 [[noreturn]] void end(const Violation& violation, std::span<const Step> steps) {
   const Step* last = steps.empty() ? nullptr : &steps.back();
   std::fprintf(stderr, "audit: %s; found after %s\n", violation.text.c_str(),
-               (last ? shownStep(*last) : "a change that no journal has recorded").c_str());
+               (last ? shownStep(*last) : "a change that is not in the journal").c_str());
   std::abort();
 }
 
@@ -37,7 +37,7 @@ constexpr std::uint64_t kPaid = 128;
 
 void endWithoutRoom(const Step& step) noexcept {
   try {
-    violate("room is reserved before a step is made", "the journal has none for a step");
+    violate("memory is reserved before a step is recorded", "the journal has none for this step");
   } catch (const Violation& violation) {
     end(violation, {&step, 1});
   }

@@ -15,7 +15,7 @@ namespace {
 constexpr std::uint32_t kAnyLength = WordList::kMaxSize;
 /// The longest list that checkSteps() reads.
 constexpr std::uint32_t kShort = 64;
-constexpr const char* kOwners = "owners and owned agree";
+constexpr const char* kOwners = "owners and contained objects agree";
 constexpr const char* kReferrers = "references and referrers agree";
 
 bool isReferring(const Instance& object, unsigned slot) noexcept {
@@ -44,7 +44,8 @@ void Auditor::checkSteps(std::span<const Step> steps) {
   for (const Step& step : steps) {
     if (step.object == last) continue;
     last = step.object;
-    if (!isThere(last)) violate("steps are of objects that are there", "a step has an object that is gone");
+    if (!isThere(last))
+      violate("each step refers to an existing object", "the object of a step no longer exists");
     if (last->isAlive()) checkReferences(*last, kShort);
   }
 }
@@ -68,7 +69,7 @@ void Auditor::checkOwners() {
     forEachHeld(owner, [&](Instance& held, unsigned slot) {
       checkOwned(owner, held, slot);
       if (met[held.number()]) {
-        violate(kOwners, shownObject(&held) + " is held twice, and once by " + shownObject(&owner));
+        violate(kOwners, shownObject(&held) + " has two owners, one of them is " + shownObject(&owner));
       }
       met[held.number()] = &held;
       pending.push_back(&held);
@@ -76,17 +77,17 @@ void Auditor::checkOwners() {
   }
   mModel.instances().forEach([&](const Instance& object) {
     if (met[object.number()]) return;
-    violate(kOwners, shownObject(&object) + " says that " + shownObject(object.owner()) +
-                         " holds it, and no way down from an object without an owner leads to it");
+    violate(kOwners, shownObject(&object) + " has the owner " + shownObject(object.owner()) +
+                         ", but cannot be reached from an object without an owner");
   });
 }
 
 void Auditor::checkOwned(const Instance& owner, Instance& held, unsigned slot) {
   ++mCost;
-  const auto what = [&] { return shownObject(&owner) + " holds in " + shownSlot(owner, slot) + " "; };
-  if (!isThere(&held)) violate(kOwners, what() + "an object that is gone");
+  const auto what = [&] { return shownObject(&owner) + " contains in " + shownSlot(owner, slot) + " "; };
+  if (!isThere(&held)) violate(kOwners, what() + "an object that no longer exists");
   if (held.owner() != &owner || held.ownerSlot() != slot) {
-    violate(kOwners, what() + shownObject(&held) + ", and the owner of that is " + shownObject(held.owner()));
+    violate(kOwners, what() + shownObject(&held) + ", whose owner is " + shownObject(held.owner()));
   }
   if (held.isAlive() != owner.isAlive()) violate(kOwners, what() + shownObject(&held));
 }
@@ -95,14 +96,15 @@ void Auditor::checkObjects() {
   mReferences = 0;
   mModel.instances().forEach([this](const Instance& object) {
     ++mCost;
-    if (object.isDying()) violate("no object is left half destroyed", shownObject(&object) + " is");
+    if (object.isDying())
+      violate("no destruction is incomplete", shownObject(&object) + " is only partly destroyed");
     checkValues(object);
     checkReferences(object, kAnyLength);
     checkReferrers(object);
   });
   if (mReferences == mReferrers) return;
-  violate(kReferrers, std::to_string(mReferences) + " references are in the model, and " +
-                          std::to_string(mReferrers) + " are known to what they refer to");
+  violate(kReferrers, std::to_string(mReferences) + " references are in the model, but " +
+                          std::to_string(mReferrers) + " are listed as referrers of their targets");
 }
 
 void Auditor::checkReferences(const Instance& object, std::uint32_t longest) {
@@ -125,13 +127,14 @@ void Auditor::checkReference(const Instance& object, unsigned slot, const Instan
     return shownObject(&object) + " has in " + shownSlot(object, slot) + " " + shownObject(&element);
   };
   if (!isThere(&element) || (object.isAlive() && !element.isAlive())) {
-    violate("what lives has nothing that is gone", what());
+    violate("an existing object refers to no destroyed one", what());
   }
   if (isReferring(object, slot)) {
     ++mReferences;
-    if (!containsElement(object, slot, element)) violate(kReferrers, what() + ", which does not know of it");
+    if (!containsElement(object, slot, element))
+      violate(kReferrers, what() + ", which does not list it as a referrer");
   } else if (!containsElement(object, slot, element)) {
-    violate(kOwners, what() + ", and the owner of that is " + shownObject(element.owner()));
+    violate(kOwners, what() + ", whose owner is " + shownObject(element.owner()));
   }
   if (object.isAlive()) checkOpposite(object, slot, element);
 }
@@ -142,7 +145,7 @@ void Auditor::checkOpposite(const Instance& object, unsigned slot, const Instanc
   const unsigned backSlot = element.cls().placeOf(back.ownerClass().data(), back.id()).slot;
   if (element.has(backSlot) && containsElement(element, backSlot, object)) return;
   violate("opposites agree", shownObject(&object) + " has in " + shownSlot(object, slot) + " " +
-                                 shownObject(&element) + ", which does not have it in " +
+                                 shownObject(&element) + ", but that object does not have it in " +
                                  shownSlot(element, backSlot));
 }
 
@@ -157,14 +160,15 @@ void Auditor::checkReferrers(const Instance& object) {
     ++mReferrers;
     const Instance* referring = mModel.instances().find(referrer.instance);
     const auto what = [&] {
-      return shownObject(&object) + " knows of a reference by number " + std::to_string(referrer.instance) +
+      return shownObject(&object) + " lists as referrer the number " + std::to_string(referrer.instance) +
              ", slot " + std::to_string(referrer.slot) + ", ";
     };
-    if (!isThere(referring)) violate(kReferrers, what() + "where no object is");
-    if (!isReferring(*referring, referrer.slot)) violate(kReferrers, what() + "which refers to nothing");
+    if (!isThere(referring)) violate(kReferrers, what() + "but no object has that number");
+    if (!isReferring(*referring, referrer.slot))
+      violate(kReferrers, what() + "but that slot holds no reference");
     const Word* place = referring->find(referrer.slot);
     if (!place || (!isList(*referring, referrer.slot) && place->object != &object)) {
-      violate(kReferrers, what() + "and " + shownObject(referring) + " does not have it there");
+      violate(kReferrers, what() + "but " + shownObject(referring) + " does not refer to it there");
     }
   });
 }
@@ -174,7 +178,8 @@ void Auditor::checkValues(const Instance& object) {
   forEachSlot(object.presence(), [&](unsigned slot) {
     ++mCost;
     if (slot >= cls.slotProperties.size() && slot < ClassData::kForeignIdSlot) {
-      violate("values belong to properties", shownObject(&object) + " has one in " + shownSlot(object, slot));
+      violate("each value belongs to a property",
+              shownObject(&object) + " has a value in " + shownSlot(object, slot));
     }
     if ((cls.textSlots & bitOf(slot)) == 0) return;
     const Word word = *object.find(slot);
@@ -190,9 +195,9 @@ void Auditor::countText(const Instance& object, Word word) {
   ++mCost;
   if (!word.text) return;
   if (++mTexts[word.text] <= word.text->numRef()) return;
-  violate("texts are counted", "one of " + shownObject(&object) + " has " +
-                                   std::to_string(word.text->numRef()) +
-                                   " references and is stored in more places");
+  violate("texts count their references", "a text of " + shownObject(&object) + " has " +
+                                              std::to_string(word.text->numRef()) +
+                                              " references but is stored more often");
 }
 
 }  // namespace Tarvelon::metamodel::native

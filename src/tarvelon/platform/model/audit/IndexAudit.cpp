@@ -12,9 +12,9 @@ namespace Tarvelon::metamodel::native {
 
 namespace {
 
-constexpr const char* kNumbers = "numbers are places";
-constexpr const char* kFree = "free places are chained";
-constexpr const char* kClasses = "lists of classes agree with a walk";
+constexpr const char* kNumbers = "the number of an object is its position";
+constexpr const char* kFree = "slabs with free places form a list";
+constexpr const char* kClasses = "the lists of the classes contain all objects";
 
 }  // namespace
 
@@ -28,12 +28,13 @@ void Auditor::checkNumbers() {
       const Instance& object = *chunk->at(offset);
       const std::size_t number = slab * InstanceIndex::kChunk + offset;
       if (object.number() != number || &object.model() != &mModel) {
-        violate(kNumbers, "at " + std::to_string(number) + " stands an object of number " +
+        violate(kNumbers, "the object at " + std::to_string(number) + " has the number " +
                               std::to_string(object.number()) +
-                              (&object.model() == &mModel ? "" : " of another model"));
+                              (&object.model() == &mModel ? "" : " and belongs to another model"));
       }
       if (object.hasExpired() && object.numRef() == 0) {
-        violate("shells have handles", "the one of number " + std::to_string(number) + " has none");
+        violate("an expired object is kept only for its handles",
+                "the object with the number " + std::to_string(number) + " has no handle");
       }
     }
   }
@@ -51,11 +52,12 @@ void Auditor::checkFreePlaces() {
     if (slab >= index.mSlabs.size() || ++found > expected) break;
   }
   if (found != expected) {
-    violate(kFree, std::to_string(expected) + " slabs have some, and the chain has " + std::to_string(found));
+    violate(kFree,
+            std::to_string(expected) + " slabs have free places, but the list has " + std::to_string(found));
   }
   if (index.mEmpty == InstanceIndex::kNone) return;
   const InstanceIndex::Chunk* kept = index.mSlabs.at(index.mEmpty).chunk;
-  if (!kept || kept->used != 0) violate(kFree, "the chunk that is kept as an empty one is none");
+  if (!kept || kept->used != 0) violate(kFree, "the chunk that is kept empty has objects");
 }
 
 void Auditor::checkClasses() {
@@ -72,22 +74,22 @@ void Auditor::checkClasses() {
       ++listed;
       const Instance* object = index.find(number);
       if (!isThere(object) || &object->cls() != list.cls) {
-        violate(kClasses, "the list of " + std::string(shortName(*list.cls)) + " has number " +
-                              std::to_string(number) + ", where no object of the class is");
+        violate(kClasses, "the list of " + std::string(shortName(*list.cls)) + " has the number " +
+                              std::to_string(number) + ", but no object of the class has that number");
       }
       const auto* chunk = index.mSlabs[number / InstanceIndex::kChunk].chunk;
       if (chunk->places[number % InstanceIndex::kChunk] != place) {
-        violate(kClasses, shownObject(object) + " does not know its place in the list of its class");
+        violate(kClasses, shownObject(object) + " has a wrong position for the list of its class");
       }
     }
     if (gaps != list.gaps)
-      violate(kClasses, "the gaps of " + std::string(shortName(*list.cls)) + " are miscounted");
+      violate(kClasses, "the list of " + std::string(shortName(*list.cls)) + " has a wrong number of gaps");
   }
   std::size_t there = 0;
   index.forEach([&there](const Instance& /*object*/) { ++there; });
   if (listed != there) {
     violate(kClasses,
-            std::to_string(there) + " objects are there, and the lists have " + std::to_string(listed));
+            std::to_string(there) + " objects exist, but the lists contain " + std::to_string(listed));
   }
 }
 
@@ -97,7 +99,7 @@ void Auditor::checkNames() {
   mModel.forEachInstance([&](const Instance& object) {
     ++mCost;
     if (isNamed(object) && !names->knows(object)) {
-      violate("the index of names agrees with a walk", "it does not know " + shownObject(&object));
+      violate("the index of names contains all named objects", "it lacks " + shownObject(&object));
     }
   });
 }
@@ -114,8 +116,8 @@ void Auditor::checkIds() {
     std::ranges::sort(ids);
     const auto same = std::ranges::adjacent_find(ids, {}, [](const auto& each) { return each.first; });
     if (same == ids.end()) return;
-    violate("no two objects have one id",
-            shownObject(same->second) + " and " + shownObject(std::next(same)->second) + " have");
+    violate("ids are unique",
+            shownObject(same->second) + " and " + shownObject(std::next(same)->second) + " have the same id");
   };
   check(numbers);
   check(texts);

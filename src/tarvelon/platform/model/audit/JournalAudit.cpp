@@ -102,8 +102,8 @@ void Rehearsal::playValue(const Step& step) {
   const Value expected{step.hasBefore, step.hasBefore ? std::bit_cast<std::uint64_t>(step.before) : 0};
   if (known->second != expected) {
     violate(
-        "places are as the journal left them",
-        shownObject(step.object) + " was changed without a step in " + shownSlot(*step.object, step.slot));
+        "every change is recorded in the journal",
+        shownObject(step.object) + " was changed without a step, in " + shownSlot(*step.object, step.slot));
   }
   known->second = {step.hasAfter, step.hasAfter ? std::bit_cast<std::uint64_t>(step.after) : 0};
   mLevels[{step.object, kAllValues}].add(change(step));
@@ -116,9 +116,9 @@ void Rehearsal::playElement(const Step& step) {
   const std::int64_t size = (list ? list->size() : 0) + level.now;
   const std::int64_t end = step.hasBefore ? size : size + 1;
   if (!list || step.index >= end) {
-    violate("places are as the journal left them", shownObject(step.object) + " has a list in " +
-                                                       shownSlot(*step.object, step.slot) +
-                                                       " that is too short for a step");
+    violate("every change is recorded in the journal", shownObject(step.object) + " has in " +
+                                                           shownSlot(*step.object, step.slot) +
+                                                           " a list that is too short for a step");
   }
   level.add(change(step));
   playTies(step);
@@ -146,9 +146,9 @@ void Rehearsal::checkRoom() const {
     const std::string where = place.slot == kAllValues                ? "values"
                               : place.slot == Instance::kReferrerSlot ? "referrers"
                                                                       : shownSlot(*place.object, place.slot);
-    violate("room covers the journal", shownObject(place.object) + " has room for " +
-                                           std::to_string(roomOf(place)) + " more in its " + where +
-                                           ", and the journal can bring back " + std::to_string(level.most));
+    violate("undo and redo have reserved memory",
+            shownObject(place.object) + " has room for " + std::to_string(roomOf(place)) +
+                " more entries in its " + where + ", but undo or redo can add " + std::to_string(level.most));
   }
 }
 
@@ -179,19 +179,22 @@ void Auditor::checkJournal() {
 }
 
 void Auditor::checkHistory(const Journal& journal) {
-  constexpr const char* kHistory = "a history has room for what it may keep";
+  constexpr const char* kHistory = "the history keeps at most its limit and has memory for it";
   const std::size_t limit = journal.mLimit;
-  if (journal.undoable() + journal.redoable() > limit) violate(kHistory, "it keeps more than its limit");
+  if (journal.undoable() + journal.redoable() > limit)
+    violate(kHistory, "it keeps more batches than its limit");
   if (journal.mUndo.capacity() < 2 * limit || journal.mRedo.capacity() < limit) {
-    violate(kHistory, "it has not reserved it");
+    violate(kHistory, "the memory is not reserved");
   }
   if (journal.mDepth < journal.mTransactions.size()) {
-    violate("open transactions are batches", std::to_string(journal.mTransactions.size()) +
-                                                 " are open in a depth of " + std::to_string(journal.mDepth));
+    violate("each open transaction is an open batch",
+            std::to_string(journal.mTransactions.size()) +
+                " transactions are open, but batches are nested to a depth of " +
+                std::to_string(journal.mDepth));
   }
   if (journal.mDepth == 0 && !journal.mOpen.empty()) {
-    violate("batches that have ended leave nothing open",
-            std::to_string(journal.mOpen.size()) + " steps are");
+    violate("no step is open after the last batch has ended",
+            std::to_string(journal.mOpen.size()) + " steps are open");
   }
 }
 
@@ -213,7 +216,8 @@ void Auditor::checkBuried(const Journal* journal) {
   std::ranges::sort(known);
   mModel.instances().forEach([&](const Instance& object) {
     if (object.isAlive() || std::ranges::binary_search(known, &object)) return;
-    violate("a step can bring back what is buried", "none brings back " + shownObject(&object));
+    violate("a destroyed object is kept only if a step can restore it",
+            "no step restores " + shownObject(&object));
   });
 }
 

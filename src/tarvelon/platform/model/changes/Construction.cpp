@@ -23,7 +23,9 @@ using Values = std::array<Prepared, kMaxArguments>;
 std::string dotted(const ClassData& cls) { return "class '" + std::string(cls.names[0].view()) + "'"; }
 
 [[noreturn]] void refuseClass(const ClassData& cls) {
-  if (!cls.methods->rows()) throw K7Q::Exception(dotted(cls) + " has no objects that a model could make");
+  if (!cls.methods->rows())
+    throw K7Q::Exception(dotted(cls) +
+                         " is not a class of model objects and cannot be constructed in a model");
   std::vector<std::string_view> below;
   for (const PackageRow& package : packageRows()) {
     for (const ClassMethods* each : package.classes) {
@@ -37,13 +39,13 @@ std::string dotted(const ClassData& cls) { return "class '" + std::string(cls.na
 const ConstructorPlan& planOf(const ClassData& cls, unsigned constructor, std::size_t arguments) {
   if (cls.constructors.empty()) refuseClass(cls);
   if (constructor >= cls.constructors.size()) {
-    throw K7Q::Exception(dotted(cls) + " has no constructor " + std::to_string(constructor) + "; there are " +
+    throw K7Q::Exception(dotted(cls) + " has no constructor " + std::to_string(constructor) + "; it has " +
                          std::to_string(cls.constructors.size()) + ", counted from 0");
   }
   const ConstructorPlan& plan = cls.constructors[constructor];
   if (plan.size() != arguments) {
     throw K7Q::WrongType("constructor " + std::to_string(constructor) + " of " + dotted(cls) + ": expected " +
-                         std::to_string(plan.size()) + " arguments behind the model, got " +
+                         std::to_string(plan.size()) + " arguments after the model, got " +
                          std::to_string(arguments));
   }
   return plan;

@@ -231,8 +231,7 @@ std::uint64_t Journal::listen(Listener listener, const Instance* object) {
 void Journal::requireQuiet() const {
   if (!mIsTelling) return;
   throw K7Q::Exception(
-      "a listener is told of a change and may not change the model itself: note what is to be done, "
-      "and do it when the change has returned");
+      "a listener must not change the model; change it after the notifying call has returned");
 }
 
 std::span<const Step> Journal::lastSteps(std::size_t most) const noexcept {

@@ -47,7 +47,7 @@ const bool kLogsSteps = variable() == "steps";
 std::string shownObject(const Instance* object) {
   if (!object) return "nothing";
   const std::string text = describe(*object) + " (number " + std::to_string(object->number()) + ")";
-  return object->isAlive() ? text : "the deleted " + text;
+  return object->isAlive() ? text : "the destroyed " + text;
 }
 
 std::string shownSlot(const Instance& object, unsigned slot) {

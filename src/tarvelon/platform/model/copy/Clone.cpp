@@ -176,7 +176,7 @@ void requireClosed(const Tree& tree) {
                         paths.path(*tree[0].object) + " into another model: " + std::to_string(count) +
                         (count == 1 ? " reference leads" : " references lead") +
                         " outside the copy: " + first + (count > kShown ? ", ..." : "") +
-                        "; copy an object that holds both ends, or leave such references out");
+                        "; copy an object that contains both ends, or leave such references out");
 }
 
 /// The object behind a handle. Raises K7Q::WrongType if it is not an object of a model. Raises K7Q::Exception
@@ -187,7 +187,7 @@ Instance& requireObject(const K7Q::ObjectHandle& handle) {
   if (!object) {
     throw K7Q::WrongType("clone: expected an object of a model, got " +
                          describe(K7Q::Object(handle.getInterface(), handle.getDeviant())) +
-                         "; a whole model is copied by itself");
+                         "; to copy a whole model, clone the model itself");
   }
   if (!object->isAlive()) raiseLost(*object);
   return *object;
@@ -242,7 +242,7 @@ K7Q::ClassObject clone(const K7Q::ObjectHandle& object, const K7Q::Object& owner
   const Destination to = destinationOf(original, object, owner);
   if (!to.owner && !property.empty()) {
     throw K7Q::WrongValue("clone: the property " + ruvo::quotedName(property) +
-                          " is named and no object that holds the copy; give the owner as well");
+                          " is given without an owner; give the owner as well");
   }
   const unsigned slot = to.owner ? placeFor(original, *to.owner, property) : 0;
   Tree tree(original);

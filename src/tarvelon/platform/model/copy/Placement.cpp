@@ -54,7 +54,7 @@ std::vector<unsigned> holdingSlots(const Instance& owner) {
 
 [[noreturn]] void refuseTaken(const Instance& object, const Instance& owner, unsigned slot) {
   throw K7Q::WrongValue(clone(object, owner) + rowOf(owner, slot).row().name +
-                        " holds one object and has it; unset it first");
+                        " holds at most one object and is already set; unset it first");
 }
 
 unsigned namedPlace(const Instance& object, const Instance& owner, std::string_view property) {
@@ -68,8 +68,8 @@ unsigned namedPlace(const Instance& object, const Instance& owner, std::string_v
     if (!takesOneMore(owner, slot)) refuseTaken(object, owner, slot);
     return slot;
   }
-  throw K7Q::UnknownName(clone(object, owner) + "the owner holds nothing as " + ruvo::quotedName(property) +
-                         "; it holds objects as " + listed(owner, slots));
+  throw K7Q::UnknownName(clone(object, owner) + "the owner contains no objects as " +
+                         ruvo::quotedName(property) + "; it contains objects as " + listed(owner, slots));
 }
 
 /// The owner's slot for the property that contains the original. kNoSlot if the owner does not have this
@@ -103,18 +103,18 @@ unsigned placeFor(const Instance& object, const Instance& owner, std::string_vie
   if (open.size() == 1) return open.front();
   if (fitting.size() == 1) refuseTaken(object, owner, fitting.front());
   if (!open.empty()) {
-    throw K7Q::WrongValue(clone(object, owner) + "the owner can hold it as " + listed(owner, open) +
-                          "; name the property");
+    throw K7Q::WrongValue(clone(object, owner) + "the owner can contain it as " + listed(owner, open) +
+                          "; give the property as well");
   }
   const std::vector<unsigned> all = holdingSlots(owner);
   if (!fitting.empty()) {
     throw K7Q::WrongValue(clone(object, owner) + listed(owner, fitting) +
-                          " hold one object each and have it; unset one first");
+                          " hold at most one object each and are already set; unset one first");
   }
-  throw K7Q::WrongValue(clone(object, owner) + "the owner holds no " + std::string(shortName(object.cls())) +
-                        (all.empty()
-                             ? "; it holds no objects at all; give another owner"
-                             : "; it holds objects as " + listed(owner, all) + "; give another owner"));
+  throw K7Q::WrongValue(
+      clone(object, owner) + "the owner cannot contain a " + std::string(shortName(object.cls())) +
+      (all.empty() ? "; it contains no objects at all; give another owner"
+                   : "; it contains objects as " + listed(owner, all) + "; give another owner"));
 }
 
 }  // namespace Tarvelon::metamodel::native

@@ -126,8 +126,8 @@ constexpr bool check() {
   if constexpr (HasRow<X>) {
     static_assert(haveAscendingIds<X>(), "the ids of a class ascend and start from 1");
     static_assert(haveRedefinedProperties<X>(),
-                  "a redefinition names a property of a base that is stored alike");
-    static_assert(haveHiddenProperties<X>(), "an entry that is left out stands in a base");
+                  "a redefinition names a property of a base class with the same storage");
+    static_assert(haveHiddenProperties<X>(), "a hidden entry exists in a base class");
     static_assert(haveStorableLists<X>(),
                   "a property of many values is of a class, of texts or of an enumeration");
     static_assert(haveFillingConstructors<X>(), "an argument is named after a property of its type");

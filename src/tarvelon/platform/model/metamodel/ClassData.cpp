@@ -102,7 +102,7 @@ std::uint8_t ClassData::slotFor(const ClassData& ancestor, const Property& prope
     return slot;
   }
   refuseRows(*ancestor.methods, std::string("'") + property.name() + "' redefines '" + redefined +
-                                    "', which no base stores in the same way");
+                                    "', but no base class has that property with the same storage");
 }
 
 void ClassData::addSlot(const Property& property) {

@@ -22,7 +22,7 @@ const ClassMethods& tableOf(const ClassName& name) {
   const auto found = tables.find(&name);
   if (found == tables.end()) {
     throw std::logic_error(std::string("class '") + name.name +
-                           "' stands in no package's list of names; enter it there");
+                           "' is not in the list of names of its package; enter it there");
   }
   return *found->second;
 }

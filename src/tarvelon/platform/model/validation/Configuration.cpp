@@ -23,7 +23,7 @@ void requireDefinedIn(const Instance& value, const Instance* holder, Findings& f
   if (!definition || !container || definition->owner() == container) return;
   findings.add<X, "Definition">(value, shownPath(*definition) + " is not defined in " + shown(*container) +
                                            ", the definition of " + shown(*holder) +
-                                           "; name a definition from there, or move the value");
+                                           "; refer to a definition from there, or move the value");
 }
 
 void requireNumber(const Instance& object, const Instance& definition, Findings& findings) {
@@ -54,8 +54,9 @@ void checkParameterValue(const Instance& object, Findings& findings) {
     requireNumber(object, *definition, findings);
   } else if (isA<EcucBooleanParamDef>(*definition) || isA<EcucIntegerParamDef>(*definition) ||
              isA<EcucFloatParamDef>(*definition)) {
-    findings.add(object, "expected a number for the " + classText(*definition) + " " + shown(*definition) +
-                             ", found a text; make an EcucNumericalParamValue, or name another definition");
+    findings.add(object,
+                 "expected a number for the " + classText(*definition) + " " + shown(*definition) +
+                     ", found a text; create an EcucNumericalParamValue, or refer to another definition");
   }
 }
 
@@ -65,9 +66,9 @@ void checkReferenceValue(const Instance& object, Findings& findings) {
   const Instance* value = getOf<EcucReferenceValue, "Value">(&object);
   if (!definition || !value || !isA<EcucReferenceDef>(*definition) || isA<EcucContainerValue>(*value)) return;
   findings.add<EcucReferenceValue, "Value">(
-      object, "expected a container of the configuration, as the EcucReferenceDef " + shown(*definition) +
-                  " says, found the " + classText(*value) + " " + shown(*value) +
-                  "; name an EcucContainerValue, or define it as an EcucForeignReferenceDef");
+      object, "expected an EcucContainerValue for the EcucReferenceDef " + shown(*definition) +
+                  ", found the " + classText(*value) + " " + shown(*value) +
+                  "; refer to an EcucContainerValue, or define it as an EcucForeignReferenceDef");
 }
 
 void checkContainerValue(const Instance& object, Findings& findings) {

@@ -46,8 +46,8 @@ void checkEventDeployment(const Instance& object, Findings& findings) {
   const Instance* service = getOf<manifest::ServiceInterfaceDeployment, "ServiceInterface">(object.owner());
   if (!event || !service || event->owner() == service) return;
   findings.add<manifest::DdsEventDeployment, "Event">(
-      object, shownPath(*event) + " is no event of the service " + shown(*service) +
-                  " that is deployed; name one of its Events");
+      object, shownPath(*event) + " is not an event of the deployed service " + shown(*service) +
+                  "; refer to one of its Events");
 }
 
 void checkEventQuality(const Instance& object, Findings& findings) {
@@ -56,7 +56,7 @@ void checkEventQuality(const Instance& object, Findings& findings) {
   if (!event || !deployment || event->owner() == deployment) return;
   findings.add<manifest::DdsEventQosProps, "EventDeployment">(
       object, shownPath(*event) + " does not belong to " + shown(*deployment) + ", the deployment of " +
-                  shown(*object.owner()) + "; name one of its EventDeployment");
+                  shown(*object.owner()) + "; refer to one of its EventDeployment");
 }
 
 void checkServicePort(const Instance& object, Findings& findings) {
@@ -70,16 +70,16 @@ void checkServicePort(const Instance& object, Findings& findings) {
                                               std::string(isOffered ? "provides" : "requires") +
                                               " the service, as " + shown(*service) + " does, found the " +
                                               port->cls().methods->className().shortName() + " " +
-                                              shown(*port) + "; name another port or another instance");
+                                              shown(*port) + "; refer to another port or another instance");
     return;
   }
   const Instance* interface = interfaceOf(port);
   const Instance* deployed =
       getOf<manifest::ServiceInterfaceDeployment, "ServiceInterface">(deployedBy(service));
   if (!interface || !deployed || interface == deployed) return;
-  findings.add<Mapping, "Port">(object, shown(*port) + " has the interface " + shown(*interface) + ", and " +
+  findings.add<Mapping, "Port">(object, shown(*port) + " has the interface " + shown(*interface) + ", but " +
                                             shown(*service) + " is deployed for " + shown(*deployed) +
-                                            "; name a port of that interface");
+                                            "; refer to a port of that interface");
 }
 
 void checkMappedComponent(const Instance& object, Findings& findings) {
@@ -89,8 +89,8 @@ void checkMappedComponent(const Instance& object, Findings& findings) {
   for (const Instance* prototype : all<system::SwcToEcuMapping, "Component">(object)) {
     if (!prototype || compositions.contains(prototype->owner())) continue;
     findings.add<system::SwcToEcuMapping, "Component">(
-        object, shownPath(*prototype) + " is no component of the system's root composition " + shown(*root) +
-                    "; map a component that stands in it");
+        object, shownPath(*prototype) + " is not a component of the system's root composition " +
+                    shown(*root) + "; map a component that it contains");
   }
 }
 
@@ -101,8 +101,8 @@ void requireOfBase(const Instance& step, const Instance& prototype, Findings& fi
   if (!isA<composition::CompositionComponent>(base)) return;
   if (compositionsWithin(*base, findings).contains(prototype.owner())) return;
   findings.add<timingExtension::EOCExecutableEntityRef, "Component">(
-      step, shownPath(prototype) + " is no component of the BaseComposition " + shown(*base) + " of " +
-                shown(*step.owner()) + "; name a component that stands in it");
+      step, shownPath(prototype) + " is not a component of the BaseComposition " + shown(*base) + " of " +
+                shown(*step.owner()) + "; refer to a component that it contains");
 }
 
 }  // namespace
@@ -114,9 +114,10 @@ void checkOrderedRunnable(const Instance& object, Findings& findings) {
   const Instance* type = getOf<composition::ComponentPrototype, "Type">(get<Step, "Component">(object));
   const Instance* component = holderOf<component::Component>(runnable);
   if (!component || !type || component == type) return;
-  findings.add<Step, "Executable">(object, shownPath(*runnable) + " is no runnable of the component " +
+  findings.add<Step, "Executable">(object, shownPath(*runnable) + " is not a runnable of the component " +
                                                shown(*get<Step, "Component">(object)) + ", whose type is " +
-                                               shown(*type) + "; name a runnable of that type's behavior");
+                                               shown(*type) +
+                                               "; refer to a runnable of that type's behavior");
 }
 
 }  // namespace Tarvelon::metamodel::native::validation

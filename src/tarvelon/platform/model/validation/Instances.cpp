@@ -32,7 +32,7 @@ const Instance* behaviorOf(const Instance* element) {
 /// "'Torque' does not belong to the interface 'Pedal' of the port 'Speed'; ..."
 std::string notOfInterface(const Instance& element, const Instance& port, const Instance& interface) {
   return shown(element) + " does not belong to the interface " + shown(interface) + " of the port " +
-         shown(port) + "; name an element of that interface, or a port with another one";
+         shown(port) + "; refer to an element of that interface, or to another port";
 }
 
 /// Reports an element that the interface of the port does not contain. Reports nothing while one of them is
@@ -60,8 +60,8 @@ void checkOperationThroughPort(const Instance& object, Findings& findings) {
     const Instance* argument = getOf<instance::ArgumentDataInstanceRef, "Arguments">(each);
     if (!operation || !argument || argument->owner() == operation) continue;
     findings.add<instance::ArgumentDataInstanceRef, "Arguments">(
-        *each, shown(*argument) + " is no argument of the operation " + shown(*operation) +
-                   "; name one of its arguments");
+        *each, shown(*argument) + " is not an argument of the operation " + shown(*operation) +
+                   "; refer to one of its arguments");
   }
 }
 
@@ -78,9 +78,9 @@ void checkModeThroughPort(const Instance& object, Findings& findings) {
   const bool isUnknown = interface && mode->owner() && !hasModeGroup(*interface, *mode->owner());
   if (!isOther && !isUnknown) return;
   findings.add<Reference, "Mode">(
-      object, shown(*mode) + " is no mode of " +
+      object, shown(*mode) + " is not a mode of " +
                   (group ? "the group " + shown(*group) : "the interface " + shown(*interface)) +
-                  "; name a mode of it, or another groupElement");
+                  "; refer to one of its modes, or to another groupElement");
 }
 
 void checkTriggerThroughPort(const Instance& object, Findings& findings) {
@@ -93,8 +93,8 @@ void checkDataOfComponent(const Instance& object, Findings& findings) {
   const Instance* own = behaviorFor(object);
   if (!data || !own || behaviorOf(data) == own) return;
   findings.add<instance::DataInstanceRef, "DataElements">(
-      object, shownPath(*data) + " is no data of the behavior " + shown(*own) +
-                  "; name a variable, a parameter or memory that the behavior holds, or go through a port");
+      object, shownPath(*data) + " is not data of the behavior " + shown(*own) +
+                  "; refer to a variable, parameter or memory that the behavior contains, or use a port");
 }
 
 void checkBehaviorElement(const Instance& object, Findings& findings) {
@@ -104,7 +104,7 @@ void checkBehaviorElement(const Instance& object, Findings& findings) {
                                        : getOf<instance::EventRef, "Events">(&object);
   if (!own || !element || behaviorOf(element) == own) return;
   const std::string message = shownPath(*element) + " does not belong to the behavior " + shown(*own) +
-                              " of this component; name an element of that behavior";
+                              " of this component; refer to an element of that behavior";
   if (isRunnable) {
     findings.add<instance::RunnableInstanceRef, "Runnables">(object, message);
   } else {
@@ -120,13 +120,13 @@ void checkPrototypePort(const Instance& object, Findings& findings) {
   if (port && type && port->owner() != type) {
     findings.add<Reference, "Port">(object, "the component " + shown(*prototype) + " has no port " +
                                                 shownPath(*port) + ": its type is " + shown(*type) +
-                                                "; name a port of that type, or another component");
+                                                "; refer to a port of that type, or to another component");
   }
   const Instance* whole = holderOf<composition::CompositionComponent>(&object);
   if (prototype && whole && prototype->owner() != whole) {
     findings.add<Reference, "ComponentPrototype">(
-        object, shownPath(*prototype) + " is no component of the composition " + shown(*whole) +
-                    " whose connector this is; name one of its Components");
+        object, shownPath(*prototype) + " is not a component of the composition " + shown(*whole) +
+                    " that contains the connector; refer to one of its Components");
   }
 }
 
@@ -136,8 +136,8 @@ void checkEventThroughPrototypes(const Instance& object, Findings& findings) {
   for (const Instance* prototype : all<Reference, "ComponentPrototype">(object)) {
     if (within && prototype->owner() != within) {
       findings.add<Reference, "ComponentPrototype">(
-          object, shownPath(*prototype) + " is no component of " + shown(*within) +
-                      "; each component of the path stands in the type of the one before");
+          object, shownPath(*prototype) + " is not a component of " + shown(*within) +
+                      "; refer to a component that the type of the previous one contains");
       return;
     }
     within = getOf<composition::ComponentPrototype, "Type">(prototype);
@@ -145,8 +145,9 @@ void checkEventThroughPrototypes(const Instance& object, Findings& findings) {
   const Instance* event = get<Reference, "TimingEvent">(object);
   const Instance* type = event ? componentOf(*event) : nullptr;
   if (!within || !type || type == within) return;
-  findings.add<Reference, "TimingEvent">(object, shownPath(*event) + " is no event of " + shown(*within) +
-                                                     ", where the path ends; name an event of its behavior");
+  findings.add<Reference, "TimingEvent">(object,
+                                         shownPath(*event) + " is not an event of " + shown(*within) +
+                                             ", where the path ends; refer to an event of its behavior");
 }
 
 void checkOwnPort(const Instance& object, Findings& findings) {
@@ -155,9 +156,8 @@ void checkOwnPort(const Instance& object, Findings& findings) {
   const Instance* behavior = holderOf<behavior::ApplicationComponentBehavior>(&object);
   const Instance* component = behavior ? componentOf(*behavior) : nullptr;
   if (!component || port->owner() == component) return;
-  findings.add(object, "reaches through the port " + shownPath(*port) +
-                           " of another component; name a port of " + shown(*component) +
-                           " and connect the two");
+  findings.add(object, "uses the port " + shownPath(*port) + " of another component; use a port of " +
+                           shown(*component) + " and connect the two ports");
 }
 
 void checkOptionPort(const Instance& object, Findings& findings) {
@@ -165,7 +165,7 @@ void checkOptionPort(const Instance& object, Findings& findings) {
   const Instance* component = componentOf(object);
   if (!port || !port->owner() || !component || port->owner() == component) return;
   findings.add<behavior::PortAPIOption, "Port">(
-      object, shownPath(*port) + " is a port of another component; name one of " + shown(*component));
+      object, shownPath(*port) + " is a port of another component; refer to a port of " + shown(*component));
 }
 
 void checkOwnBehavior(const Instance& object, Findings& findings) {
@@ -176,7 +176,7 @@ void checkOwnBehavior(const Instance& object, Findings& findings) {
     const Instance* other = element ? behaviorOf(element) : nullptr;
     if (!other || other == own) return;
     findings.add(object, slot,
-                 shownPath(*element) + " belongs to another behavior; name an element of " + shown(*own));
+                 shownPath(*element) + " belongs to another behavior; refer to an element of " + shown(*own));
   });
 }
 

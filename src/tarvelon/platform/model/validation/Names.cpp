@@ -104,10 +104,9 @@ void reportEqual(Findings& findings) {
     }
   }
   report(clashes, [&](const Instance& later, const Instance& earlier) {
-    findings.add<foundation::NamedElement, "Name">(later, "the name " + shown(later) +
-                                                              " is taken in this namespace by the " +
-                                                              earlier.cls().methods->className().shortName() +
-                                                              " that stands before; rename one of the two");
+    findings.add<foundation::NamedElement, "Name">(
+        later, "the name " + shown(later) + " is already used in this namespace, by the " +
+                   earlier.cls().methods->className().shortName() + " before it; rename one of the two");
   });
 }
 
@@ -128,7 +127,7 @@ void reportByCase(Findings& findings) {
   report(clashes, [&](const Instance& later, const Instance& earlier) {
     findings.add<foundation::NamedElement, "Name">(
         later, "the name " + shown(later) + " differs from " + shown(earlier) +
-                   " of the same namespace in case alone, which AUTOSAR does not tell apart; rename one");
+                   " of the same namespace only in case, which AUTOSAR ignores; rename one of the two");
   });
 }
 
@@ -146,7 +145,7 @@ void checkShortName(const Instance& object, Findings& findings) {
                                                      : "\"" + K7Q::String::to_string(name) + "\"";
     findings.add<foundation::NamedElement, "Name">(
         object, "expected a letter, then letters, digits and underscores, 128 at most; found " + found +
-                    "; rename it, and put the readable text into longName");
+                    "; rename it, and store the readable text in longName");
   }
 }
 

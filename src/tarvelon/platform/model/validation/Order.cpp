@@ -68,7 +68,7 @@ void requireNoCircle(const Instance& object, Findings& findings, const char* cur
     return isA<X>(from) ? reversed(all<X, Name>(from)) : std::vector<const Instance*>();
   };
   searchCircles(object, findings, next, [&](const Instance& at, const std::string& circle) {
-    findings.add<X, Name>(at, "goes round in a circle: " + circle + "; " + cure);
+    findings.add<X, Name>(at, "forms a cycle: " + circle + "; " + cure);
   });
 }
 
@@ -76,7 +76,7 @@ void requireNoCircle(const Instance& object, Findings& findings, const char* cur
 
 void checkExecutionOrder(const Instance& object, Findings& findings) {
   requireNoCircle<timingExtension::EOCExecutableEntityRef, "Successor">(object, findings,
-                                                                        "take one of the successors out");
+                                                                        "remove one of the successors");
 }
 
 void checkSuccessors(const Instance& object, Findings& findings) {
@@ -84,7 +84,7 @@ void checkSuccessors(const Instance& object, Findings& findings) {
     if (!after || !object.owner() || after->owner() == object.owner()) continue;
     findings.add<timingExtension::EOCExecutableEntityRef, "Successor">(
         object,
-        shownPath(*after) + " is ordered by another constraint; name a step of " + shown(*object.owner()));
+        shownPath(*after) + " belongs to another constraint; refer to a step of " + shown(*object.owner()));
   }
 }
 
@@ -104,11 +104,11 @@ void checkCompositionCircle(const Instance& object, Findings& findings) {
 
 void checkVariantCircle(const Instance& object, Findings& findings) {
   requireNoCircle<variant::PredefinedVariant, "IncludedVariant">(object, findings,
-                                                                 "take one of the variants out");
+                                                                 "remove one of the variants");
 }
 
 void checkGroupCircle(const Instance& object, Findings& findings) {
-  requireNoCircle<port::PortGroup, "innerGroup">(object, findings, "take one of the groups out");
+  requireNoCircle<port::PortGroup, "innerGroup">(object, findings, "remove one of the groups");
 }
 
 }  // namespace Tarvelon::metamodel::native::validation

@@ -96,7 +96,7 @@ namespace K7Q {
 std::string pathOf(const ObjectHandle& object) {
   object.requireValid();
   const auto* instance = Tarvelon::metamodel::native::asInstance(object.getInterface());
-  if (!instance) throw WrongType("pathOf: expected an object of a model, got another one");
+  if (!instance) throw WrongType("pathOf: expected an object of a model, got an object without a model");
   return Tarvelon::metamodel::native::validation::shownPath(*instance);
 }
 

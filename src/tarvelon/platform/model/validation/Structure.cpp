@@ -43,13 +43,13 @@ void checkDangling(const Instance& object, Findings& findings) {
     if (!entry->isAlive()) {
       findings.add(object, slot,
                    "refers to a " + typeOf(property) +
-                       " that was destroyed; set another one, or take the reference out");
+                       " that was destroyed; set another one, or remove the reference");
     } else if (&entry->model() == &object.model() && isStrayFor(object, *entry, findings)) {
       const Instance& root = findings.rootOf(*entry);
       findings.add(object, slot,
-                   "refers to " + shownPath(*entry) + ", which stands in no package since nothing holds " +
+                   "refers to " + shownPath(*entry) + ", which no package contains because " +
                        (&root == entry ? "it" : shown(root)) +
-                       "; put that where it belongs, or refer to something else");
+                       " has no owner; give that object an owner, or refer to another object");
     }
   });
 }
@@ -60,7 +60,7 @@ void checkForeign(const Instance& object, Findings& findings) {
               if (!entry || !entry->isAlive() || &entry->model() == &object.model()) return;
               findings.add(object, slot,
                            "refers to " + shownPath(*entry) +
-                               " of another model; create it in this object's model and refer to that");
+                               " of another model; create the object in this model and refer to that one");
             });
 }
 
@@ -73,7 +73,7 @@ void checkTypes(const Instance& object, Findings& findings) {
               findings.add(object, slot,
                            "expected " + typeOf(property) + ", found the " +
                                entry->cls().methods->className().shortName() + " " + shownPath(*entry) +
-                               "; set an object of that class or of a class below it");
+                               "; set an object of that class or of a subclass");
             });
 }
 
@@ -81,30 +81,29 @@ void checkHeld(const Instance& object, Findings& findings) {
   forEachIn(object, object.cls().holdingSlots, [&](const Instance* entry, unsigned slot) {
     if (!entry) return;
     if (!entry->isAlive()) {
-      findings.add(object, slot, "holds an object that was destroyed; take it out");
+      findings.add(object, slot, "contains an object that was destroyed; remove it");
     } else if (entry->owner() != &object || entry->ownerSlot() != slot) {
       findings.add(
           object, slot,
-          "holds " + shown(*entry) +
-              ", which stands in another place as well; an object has one owner: take it out here, or there");
+          "contains " + shown(*entry) +
+              ", which is also contained elsewhere; an object has one owner: remove it here or there");
     }
   });
 }
 
 void checkRepeated(const Instance& object, Findings& findings) {
   const ClassData& cls = object.cls();
-  forEachSlot(
-      object.presence() & cls.listSlots & (cls.referringSlots | cls.holdingSlots), [&](unsigned slot) {
-        const Objects list(object.find(slot)->list);
-        if (list.size() == 1 && list.at(0)) return;
-        std::vector<const Instance*> entries = list.copied();
-        if (std::ranges::find(entries, nullptr) != entries.end()) {
-          findings.add(object, slot, "has an empty entry; take it out");
-        } else if (hasRepeated(std::move(entries))) {
-          findings.add(object, slot,
-                       "names the same object twice; each may stand in it once: take the second one out");
-        }
-      });
+  forEachSlot(object.presence() & cls.listSlots & (cls.referringSlots | cls.holdingSlots),
+              [&](unsigned slot) {
+                const Objects list(object.find(slot)->list);
+                if (list.size() == 1 && list.at(0)) return;
+                std::vector<const Instance*> entries = list.copied();
+                if (std::ranges::find(entries, nullptr) != entries.end()) {
+                  findings.add(object, slot, "has an empty entry; remove it");
+                } else if (hasRepeated(std::move(entries))) {
+                  findings.add(object, slot, "contains the same object twice; remove the second entry");
+                }
+              });
 }
 
 void checkRequiredReferences(const Instance& object, Findings& findings) {
@@ -149,8 +148,8 @@ void checkLiterals(const Instance& object, Findings& findings) {
 
 void checkHolder(const Instance& object, Findings& findings) {
   if (!hasNoOwner(object, findings)) return;
-  findings.add(object, "nothing holds the " + std::string(object.cls().methods->className().shortName()) +
-                           "; put it into a package or where it belongs, or destroy it");
+  findings.add(object, "the " + std::string(object.cls().methods->className().shortName()) +
+                           " has no owner; add it to a package or to another owner, or destroy it");
 }
 
 }  // namespace Tarvelon::metamodel::native::validation

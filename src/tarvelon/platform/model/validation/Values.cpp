@@ -67,7 +67,7 @@ const auto& ranges() {
       from<manifest::Machine, "DefaultApplicationExitTimeout">(0, "a time in seconds"),
       from<manifest::PerStateTimeout, "EnterTimeout">(0, "a time in seconds"),
       from<manifest::PerStateTimeout, "ExitTimeout">(0, "a time in seconds"),
-      from<manifest::ResourceGroup, "CpuUsage">(0, "percent of the processors", 100),
+      from<manifest::ResourceGroup, "CpuUsage">(0, "a percentage of the processors", 100),
       from<manifest::ResourceGroup, "MemUsage">(0, "an amount of memory"),
       from<common::ModeDeclaration, "Value">(0, "the number of a mode"),
       from<common::ModeDeclarationGroup, "OnTransitionValue">(0, "the number of a mode"),
@@ -97,7 +97,8 @@ double valueOf(const Property& property, const Word* word) {
 
 std::string limitsOf(const Range& range) {
   std::string limits = std::string(range.what) + (range.isAbove ? " above " : " from ") + text(range.low);
-  return range.high < kNoLimit ? limits + " to " + text(range.high) : limits + (range.isAbove ? "" : " up");
+  return range.high < kNoLimit ? limits + " to " + text(range.high)
+                               : limits + (range.isAbove ? "" : " upwards");
 }
 
 bool isWithin(double value, const Range& range) {
@@ -114,7 +115,7 @@ template <FixedString Name>
 void requireOperand(const Instance& filter, const char* kind, Findings& findings) {
   if (wordOf<port::DataFilter, Name>(filter)) return;
   findings.add<port::DataFilter, Name>(
-      filter, std::string("is not set, and the kind ") + kind + " compares with it; set it, or another kind");
+      filter, std::string("is not set, and the kind ") + kind + " needs it; set it, or set another kind");
 }
 
 void requireBounds(const Instance& filter, const char* kind, Findings& findings) {
@@ -125,7 +126,7 @@ void requireBounds(const Instance& filter, const char* kind, Findings& findings)
   if (low && high && *low > *high)
     findings.add<port::DataFilter, "min">(filter, "expected at most max, which is " + std::to_string(*high) +
                                                       "; found " + std::to_string(*low) +
-                                                      "; exchange the two");
+                                                      "; exchange the two values");
 }
 
 void requirePeriod(const Instance& filter, Findings& findings) {
@@ -133,13 +134,13 @@ void requirePeriod(const Instance& filter, Findings& findings) {
   const auto period = given<port::DataFilter, "Period">(filter);
   const auto offset = given<port::DataFilter, "offset">(filter);
   if (period && *period < 1)
-    findings.add<port::DataFilter, "Period">(filter,
-                                             "expected a number from 1 up, found " + std::to_string(*period) +
-                                                 "; set how many values there are to one that passes");
+    findings.add<port::DataFilter, "Period">(filter, "expected a number from 1 upwards, found " +
+                                                         std::to_string(*period) +
+                                                         "; set N, so that one of N values passes");
   if (period && offset && *period >= 1 && (*offset < 0 || *offset >= *period))
     findings.add<port::DataFilter, "offset">(
         filter, "expected a number from 0 to below Period, which is " + std::to_string(*period) + "; found " +
-                    std::to_string(*offset) + "; set which of the values passes");
+                    std::to_string(*offset) + "; set which of the N values passes, counted from 0");
 }
 
 }  // namespace
@@ -158,8 +159,8 @@ void checkRanges(const Instance& object, Findings& findings) {
       continue;
     const std::string expected = range ? limitsOf(*range) : "a finite number";
     findings.add(object, slot,
-                 "expected " + expected + ", found " + (word ? "" : "no value, which reads as ") +
-                     text(value) + "; set one that fits");
+                 "expected " + expected + ", found " + (word ? "" : "no value, which is read as ") +
+                     text(value) + "; set a valid number");
   }
 }
 
@@ -195,7 +196,7 @@ void checkModes(const Instance& object, Findings& findings) {
   const Instance* initial = get<ModeDeclarationGroup, "InitialMode">(object);
   if (initial && initial->owner() != &object) {
     findings.add<ModeDeclarationGroup, "InitialMode">(
-        object, shownPath(*initial) + " is no mode of this group; name one of " + shown(object));
+        object, shownPath(*initial) + " is not a mode of this group; refer to a mode of " + shown(object));
   }
   const auto between = given<ModeDeclarationGroup, "OnTransitionValue">(object);
   const Objects modes = all<ModeDeclarationGroup, "Mode">(object);
@@ -206,7 +207,7 @@ void checkModes(const Instance& object, Findings& findings) {
     if (value == between) {
       findings.add<ModeDeclaration, "Value">(
           *modes.at(index), "the number " + std::to_string(*value) +
-                                " is the group's OnTransitionValue; give the mode another one");
+                                " is the group's OnTransitionValue; give the mode another number");
     }
     findings.room().values.push_back({static_cast<std::size_t>(*value), index, modes.at(index)});
   }
@@ -217,9 +218,8 @@ void checkModes(const Instance& object, Findings& findings) {
     const auto& earlier = findings.room().values[index - 1];
     const auto& later = findings.room().values[index];
     if (earlier.hash != later.hash) continue;
-    findings.add<ModeDeclaration, "Value">(
-        *later.object, "has the number of " + shown(*earlier.object) +
-                           "; modes of a group are told apart by it: give one another number");
+    findings.add<ModeDeclaration, "Value">(*later.object, "has the same number as " + shown(*earlier.object) +
+                                                              "; give one of the two modes another number");
   }
   findings.room().values.clear();
 }
@@ -242,7 +242,7 @@ void checkModeCount(const Instance& object, Findings& findings) {
                ? ""
                : ", of which " + std::to_string(references.size() - modes) +
                      (references.size() - modes == 1 ? " has" : " have") + " no Mode") +
-          "; add or take out modes, or change activation");
+          "; add or remove modes, or change activation");
 }
 
 void checkSizes(const Instance& object, Findings& findings) {
@@ -252,7 +252,7 @@ void checkSizes(const Instance& object, Findings& findings) {
   if (!least || !most || *least <= *most) return;
   findings.add<PersistencyKeyValueDatabase, "MinimumSustainedSize">(
       object, "expected at most MaximumAllowedSize, which is " + std::to_string(*most) + "; found " +
-                  std::to_string(*least) + "; raise that one or lower this one");
+                  std::to_string(*least) + "; raise MaximumAllowedSize or lower MinimumSustainedSize");
 }
 
 }  // namespace Tarvelon::metamodel::native::validation

@@ -15,8 +15,8 @@ namespace {
 using namespace arplatform;  // NOLINT(google-build-using-namespace): the rules name the packages below it
 
 std::string notOfPort(const Instance& element, const Instance& port, const Instance& interface) {
-  return shownPath(element) + " is no element of the interface " + shown(interface) + " of the port " +
-         shown(port) + "; name one of its elements";
+  return shownPath(element) + " is not an element of the interface " + shown(interface) + " of the port " +
+         shown(port) + "; refer to one of its elements";
 }
 
 /// Whether a contained object is part of the interface's contract, in contrast to an annotation.
@@ -51,16 +51,17 @@ void requireInterfaces(const Instance& connector, const Instance* providing, con
   const Instance* provided = interfaceOf(providing);
   const Instance* required = interfaceOf(requiring);
   if (!provided || !required || provided == required) return;
-  const std::string ports = "joins the ports " + shownPath(*providing) + " and " + shownPath(*requiring);
+  const std::string ports = "connects the ports " + shownPath(*providing) + " and " + shownPath(*requiring);
   if (!isSameFamily(*provided, *required)) {
     findings.add(connector, ports + ", whose interfaces are a " +
                                 provided->cls().methods->className().shortName() + " and a " +
                                 required->cls().methods->className().shortName() +
-                                "; join ports of one kind of interface");
+                                "; connect ports with the same kind of interface");
   } else if (const Instance* missing = missingElement(*provided, *required)) {
-    findings.add(connector, ports + ", but " + shown(*provided) + " provides no " + shown(*missing) +
-                                ", which " + shown(*required) +
-                                " requires; give both ports one interface, or its elements the same names");
+    findings.add(connector,
+                 ports + ", but " + shown(*provided) + " provides no " + shown(*missing) + ", which " +
+                     shown(*required) +
+                     " requires; give both ports the same interface, or the elements the same names");
   }
 }
 
@@ -73,8 +74,8 @@ void requireOuter(const Instance& connector, Findings& findings) {
   const Instance* whole = holderOf<composition::CompositionComponent>(&connector);
   const Instance* port = get<X, Name>(connector);
   if (!port || !whole || port->owner() == whole) return;
-  findings.add<X, Name>(connector, shownPath(*port) + " is no port of the composition " + shown(*whole) +
-                                       "; name one of its own ports");
+  findings.add<X, Name>(connector, shownPath(*port) + " is not a port of the composition " + shown(*whole) +
+                                       "; refer to one of its own ports");
 }
 
 /// Which kind of port an access point or event must go through.
@@ -128,7 +129,7 @@ void checkAccessDirection(const Instance& object, Findings& findings) {
     findings.add(object, slot,
                  std::string("expected a port that ") + wanted + " its interface, found the " +
                      port->cls().methods->className().shortName() + " " + shown(*port) +
-                     "; name another port, or another kind of access");
+                     "; use another port, or another kind of access");
   });
 }
 
@@ -150,7 +151,7 @@ void checkConnectorDirection(const Instance& object, Findings& findings) {
                "delegates the " + std::string(outer->cls().methods->className().shortName()) + " " +
                    shown(*outer) + " to the " + inner->cls().methods->className().shortName() + " " +
                    shown(*inner) +
-                   "; a provided port is delegated to a provided one, a required one to a required one");
+                   "; delegate a provided port to a provided one, and a required port to a required one");
 }
 
 void checkConnectorInterfaces(const Instance& object, Findings& findings) {

@@ -64,7 +64,7 @@ std::string whatFits(const Property& property) {
     case Storage::Texts:
       return "give a text";
     default:
-      return "give an object of that class or of a class below it";
+      return "give an object of that class or of a subclass";
   }
 }
 
@@ -137,19 +137,19 @@ void refuseEmpty(const ClassData& cls, const Property& property) {
 
 void refuseForeign(const ClassData& cls, const Property& property, const K7Q::Object& given) {
   throw K7Q::WrongValue(expected(cls, property, typeOf(property) + " of the same model") + ", got " +
-                        describe(given) + " of another model; create it in this object's model");
+                        describe(given) + " of another model; create the object in the same model");
 }
 
 void refuseDead(const ClassData& cls, const Property& property, const K7Q::Object& given) {
-  throw K7Q::WrongValue(expected(cls, property, typeOf(property) + " that stands in the model") + ", got " +
+  throw K7Q::WrongValue(expected(cls, property, typeOf(property) + " that exists in the model") + ", got " +
                         describe(given) +
-                        " that was destroyed or whose model is closed; give one that is valid");
+                        " that was destroyed or whose model is closed; give a valid object");
 }
 
 void refuseCycle(const ClassData& cls, const Property& property, const Instance& given) {
-  throw K7Q::WrongValue(expected(cls, property, typeOf(property) + " that does not hold the object itself") +
+  throw K7Q::WrongValue(expected(cls, property, typeOf(property) + " that does not contain this object") +
                         ", got " + std::string(given.getRuvoName(false).view()) +
-                        " that does; take the object out of it first");
+                        ", which contains it; remove this object from it first");
 }
 
 void refuseText(const ClassData& cls, const Property& property, char16_t unit, std::size_t position) {
@@ -158,7 +158,7 @@ void refuseText(const ClassData& cls, const Property& property, char16_t unit, s
                                                 : "the lone surrogate ";
   throw K7Q::WrongValue(expected(cls, property, "Unicode text that a file can hold") + ", got " +
                         formatted("%sU+%04X", kind, unsigned{unit}) + " at position " +
-                        std::to_string(position + 1) + "; take it out");
+                        std::to_string(position + 1) + "; remove it");
 }
 
 void refuseMany(const ClassData& cls, const Property& property) {
@@ -170,8 +170,9 @@ void refuseSingle(const ClassData& cls, const Property& property) {
 }
 
 void refuseReadOnly(const ClassData& cls, const Property& property) {
-  throw K7Q::Exception(nameOf(cls, property) + " is read-only and cannot be changed" +
-                       (property.storage() == Storage::None ? "; change what it is computed from" : ""));
+  throw K7Q::Exception(
+      nameOf(cls, property) + " is read-only and cannot be changed" +
+      (property.storage() == Storage::None ? "; change the values that it is computed from" : ""));
 }
 
 void refuseUnset(const ClassData& cls, const Property& property) {
@@ -181,20 +182,20 @@ void refuseUnset(const ClassData& cls, const Property& property) {
 void refuseImmutableView(const ClassData& cls, const Property& property) {
   if (property.isReadOnly()) refuseReadOnly(cls, property);
   throw K7Q::Exception("this sequence of " + nameOf(cls, property) +
-                       " is immutable and cannot be changed; take the one of the mutable object");
+                       " is immutable and cannot be changed; use the sequence of the mutable object");
 }
 
 void refuseIterator(const ClassData& cls, const Property& property) {
   throw K7Q::WrongValue(
       nameOf(cls, property) +
-      ": expected an iterator of this sequence, got one of another; take it from begin or end");
+      ": expected an iterator of this sequence, got one of another sequence; take it from begin() or end()");
 }
 
 void refuseStaleIterator(const ClassData& cls, const Property& property) {
   throw K7Q::Exception(
       nameOf(cls, property) +
-      ": the sequence has changed since the iterator was taken; take another one from begin() or "
-      "end(), or use the one that the change gave");
+      ": the sequence has changed since the iterator was taken; take a new one from begin() or "
+      "end(), or use the one that the change returned");
 }
 
 void refuseLiteral(const EnumerationType& type, std::string_view literal) {

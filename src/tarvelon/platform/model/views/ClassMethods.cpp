@@ -41,8 +41,7 @@ Target targetOf(const Instance& object, unsigned slot) {
 void ClassMethods::refuseObject(K7Q::NSInterface::ClassObjectIntf* object) const {
   if (!object) raiseNullReference();
   throw K7Q::WrongType("expected an object of class '" + std::string(name(false).view()) + "', got " +
-                       describe(K7Q::Object(object, K7Q::Deviant{})) +
-                       "; use the table of that object's class");
+                       describe(K7Q::Object(object, K7Q::Deviant{})) + "; use the class of that object");
 }
 
 void ClassMethods::refuseId(unsigned id) const {

@@ -61,7 +61,7 @@ std::string nearestTo(std::string_view name) {
   const std::string nearest = nearestTo(name);
   throw K7Q::UnknownName("Factory.createFromString: there is no class " + ruvo::quotedName(name) +
                          (nearest.empty() ? "" : "; did you mean '" + nearest + "'?") +
-                         " (a name is dotted, as in 'common.Package')");
+                         " (write the name with its package, as in 'common.Package')");
 }
 
 const ClassMethods& find(std::string_view name) {
@@ -115,7 +115,7 @@ K7Q::Object Factory::createFromString(K7Q::Deviant deviant, const K7Q::String& c
   // If the class is abstract, create() raises the error that says so.
   if (!property && !table.isAbstract()) {
     throw K7Q::WrongValue("Factory.createFromString: objects of class '" + std::string(relativeName(table)) +
-                          "' have no name; give the class alone");
+                          "' have no name; give only the class");
   }
   NativeModel& model = NativeModel::require(mModel);
   Batch batch(model);

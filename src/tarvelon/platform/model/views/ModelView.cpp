@@ -23,7 +23,7 @@ NativeModel& NativeModel::require(const K7Q::Model& model) {
   if (!interface) raiseNullReference();
   if (typeid(*interface) != typeid(NativeModel)) {
     throw K7Q::WrongType("expected a model of the native model library, got " + describe(model) +
-                         "; make one with K7Q.Model.create()");
+                         "; create one with K7Q.Model.create()");
   }
   auto& native = *static_cast<NativeModel*>(interface);
   if (native.mIsClosed) raiseLost(native);
