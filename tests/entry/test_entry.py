@@ -188,7 +188,7 @@ def test_fuzz_takes_seconds_or_a_file(given):
     result = call("fuzz", given, cwd=ROOT)
 
     assert (result.returncode, result.stdout) == (1, "")
-    assert result.stderr == (f"tarvelon: fuzz takes a number of seconds or a file to run again, got '{given}'\n")
+    assert result.stderr == (f"tarvelon: fuzz: expected a number of seconds or a file to run again, got '{given}'\n")
 
 
 def test_the_coverage_of_the_fuzzer_takes_no_seconds():
@@ -241,7 +241,7 @@ def test_a_moved_tree_builds_anew(small, tmp_path):
     result = call("run", moved / "a script.py", entry=moved / "tarvelon")
 
     assert (result.returncode, result.stdout) == (0, "22\n")
-    assert "was made for another folder" in result.stderr
+    assert "was configured for another folder" in result.stderr
 
 
 def test_a_failed_build_is_shown_and_nothing_runs(small):
@@ -316,7 +316,7 @@ def test_clang_compiles_where_there_is_no_gxx_and_that_is_said(small, compilers)
     compiler, said = run_small(small, compilers)
 
     assert compiler == str(compilers / "clang++-14")
-    assert "there is no g++ here: clang++-14 compiles build/release\n" in said
+    assert "there is no g++: clang++-14 compiles build/release\n" in said
 
 
 def test_gxx_compiles_where_both_are(small, compilers):
@@ -344,7 +344,7 @@ def test_another_compiler_starts_the_folder_over(small, compilers):
     compiler, said = run_small(small, compilers, CXX="clang++-14")
 
     assert compiler == str(compilers / "clang++-14")
-    assert f"build/release was made with another compiler, {compilers}/g++: starting over\n" in said
+    assert f"build/release was configured with another compiler, {compilers}/g++: starting over\n" in said
 
 
 def test_a_compiler_that_there_is_not_is_named(small, compilers):

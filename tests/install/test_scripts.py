@@ -86,7 +86,7 @@ def test_help_names_every_module_that_is_a_command(command, moved, call):
 
 @pytest.mark.parametrize("name", ["build", "test", "bench", "format", "docs", "install"])
 def test_what_belongs_to_a_source_tree_says_so(command, call, name):
-    expected = f"tarvelon: {name} works in a source tree alone, as ./tarvelon {name}; see tarvelon --help\n"
+    expected = f"tarvelon: {name} works only in a source tree, as ./tarvelon {name}; see tarvelon --help\n"
 
     assert call(command, name, status=2) == expected
 

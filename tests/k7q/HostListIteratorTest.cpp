@@ -78,12 +78,12 @@ TEST(HostListIterator, EraseAndInsertGiveTheNewPlaceAndLeaveTheArgument) {
 TEST(HostListIterator, SaysSoAtTheEnds) {
   const auto list = abc();
   const auto end = host::callObject(list, "end");
-  constexpr const char* kBehind = "the iterator stands behind the last element";
+  constexpr const char* kBehind = "the iterator is after the last element";
   EXPECT_NE(raised([&] { item(end); }).find(kBehind), std::string::npos);
   EXPECT_NE(raised([&] { host::call(end, "getNext"); }).find(kBehind), std::string::npos);
   EXPECT_NE(raised([&] { host::call(list, "erase", {object(end)}); }).find(kBehind), std::string::npos);
   const auto begin = host::callObject(list, "begin");
-  EXPECT_NE(raised([&] { host::call(begin, "getPrev"); }).find("the iterator stands on the first element"),
+  EXPECT_NE(raised([&] { host::call(begin, "getPrev"); }).find("the iterator is at the first element"),
             std::string::npos);
   EXPECT_EQ(walk(list), "abc");
 }

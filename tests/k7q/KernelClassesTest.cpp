@@ -101,7 +101,7 @@ TEST(ClassObject, NamesItsModelAndNoContainerWhereThereIsNone) {
 TEST(Model, IsMadeByTheFactoryThatWasSet) {
   fake::publish();
   K7Q::setModelFactory(nullptr);
-  EXPECT_TRUE(says(raised([] { K7Q::Model::create(); }), "no library that makes models is loaded"));
+  EXPECT_TRUE(says(raised([] { K7Q::Model::create(); }), "no library that creates models is loaded"));
   EXPECT_TRUE(says(raised([] { K7Q::NSInterface::FactoryIntf::createNewModel(u"x"); }), "no library"));
   static std::u16string named;
   K7Q::setModelFactory([](const std::u16string& name) {

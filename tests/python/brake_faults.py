@@ -117,14 +117,14 @@ def number_without_end(w):
 @fault("short-name", CONTROLLER + "/Brake Controller Behavior.Name",
        'expected a letter, then letters, digits and underscores, 128 at most; found '
        '"Brake Controller Behavior"; '
-       "rename it, and put the readable text into longName")
+       "rename it, and store the readable text in longName")
 def name_with_blanks(w):
     w.controller.Behavior.Name = "Brake Controller Behavior"
 
 
 @fault("short-name", BEHAVIOR + "/7up.Name",
        'expected a letter, then letters, digits and underscores, 128 at most; found "7up"; '
-       "rename it, and put the readable text into longName")
+       "rename it, and store the readable text in longName")
 def name_that_begins_with_a_digit(w):
     w.controller.Behavior.Runnables.append(w.new(behavior.Runnable, "f", "7up"))
 
@@ -235,7 +235,7 @@ def variable_that_is_none_of_the_behavior(w):
 
 @fault("instance-behavior", CONTROLLER + ".instanceMapping.instance[0].Runnables",
        PEDAL_BEHAVIOR + "/Sample does not belong to the behavior "
-       "'BrakeControllerBehavior' of this component; name an element of that behavior")
+       "'BrakeControllerBehavior' of this component; refer to an element of that behavior")
 def runnable_of_another_component(w):
     w.controller.instanceMapping.instance[0].Runnables = w.sample
 

@@ -31,7 +31,7 @@ def test_it_saves_loads_compares_equal_and_validates_clean(world, path, capsys):
         assert list(Tarvelon.diff(world.model, loaded)) == []
         assert loaded.validate() == []
     assert validate.main([str(path)]) == 0
-    assert capsys.readouterr().out == f"{path}: nothing is wrong\n"
+    assert capsys.readouterr().out == f"{path}: no problems\n"
 
 
 @pytest.mark.parametrize("rule, where, message, severity, also, change", faults.FAULTS)
@@ -51,7 +51,7 @@ def test_a_fault_of_an_editor_is_said_of_the_file(rule, where, message, severity
     assert f"  {severity}: {part}{message} [{rule}]" in found
     assert whole in lines
     assert {re.search(r"\[([a-z-]+)\]$", each)[1] for each in lines if each.startswith(" ")} <= {rule, *also}
-    assert total.startswith(f"{path}: ") and "nothing is wrong" not in total
+    assert total.startswith(f"{path}: ") and "no problems" not in total
 
 
 # Faults that only editing the file can cause: the rule, the replaced text, its replacement, the error for the

@@ -13,7 +13,7 @@ Kind = variant.BindingTimeKind
 Sequence = variant.SequenceOfBindingTimeKind
 LITERALS = list(Kind)
 ONE = LITERALS[1]
-GONE = "whose element is gone|the element it stood on is gone"
+GONE = "whose element was removed|the element of the iterator was removed"
 
 
 def at(sequence, index):
@@ -297,7 +297,7 @@ class Sequences(RuleBasedStateMachine):
         if self.is_stale(node) or self.is_stale(last_node):
             self.refuses(K7Q.StaleIterator, lambda: self.sequence.erase(place, last), GONE)
         elif self.index_of(node) > self.index_of(last_node):
-            self.refuses(K7Q.WrongValue, lambda: self.sequence.erase(place, last), "stands before the first")
+            self.refuses(K7Q.WrongValue, lambda: self.sequence.erase(place, last), "is before the first")
         else:
             end = self.index_of(last_node)
             del self.nodes[self.index_of(node):end]

@@ -14,7 +14,7 @@ Kind = variant.BindingTimeKind
 Sequence = variant.SequenceOfBindingTimeKind
 LITERALS = list(Kind)
 ZERO, ONE, TWO, THREE = LITERALS
-GONE = "whose element is gone|the element it stood on is gone"
+GONE = "whose element was removed|the element of the iterator was removed"
 
 
 @pytest.fixture
@@ -72,7 +72,7 @@ def test_an_iterator_does_not_leave_its_sequence(sequence):
 
 
 def test_the_end_is_no_element_to_erase(sequence):
-    with pytest.raises(K7Q.StaleIterator, match="stands at the end"):
+    with pytest.raises(K7Q.StaleIterator, match="is at the end"):
         sequence.erase(sequence.end())
     assert len(sequence) == 3
 

@@ -31,7 +31,7 @@ def test_the_class_lists_its_literals_in_order_of_value():
 
 
 def test_a_class_that_is_no_enumeration_cannot_be_listed():
-    with pytest.raises(TypeError, match="common.Package is no enumeration"):
+    with pytest.raises(TypeError, match="common.Package is not an enumeration"):
         list(common.Package)
 
 

@@ -67,9 +67,9 @@ def test_an_unknown_attribute_is_asked_for_without_an_error(package):
 
 
 def test_a_method_cannot_be_assigned_or_deleted(package):
-    with pytest.raises(AttributeError, match="Package.isvalid is no property"):
+    with pytest.raises(AttributeError, match="Package.isvalid is not a property"):
         package.isvalid = 1
-    with pytest.raises(AttributeError, match="Package.isvalid is no property"):
+    with pytest.raises(AttributeError, match="Package.isvalid is not a property"):
         del package.isvalid
 
 
@@ -96,7 +96,7 @@ def test_no_signature_takes_these_arguments(package):
 
 
 def test_an_abstract_class_has_no_constructor(model):
-    text = "Identifiable' is abstract: .* below it: .*common.ApplicationError, .* more$"
+    text = "Identifiable' is abstract: .* one of its subclasses: .*common.ApplicationError, .* more$"
     with pytest.raises(TypeError, match=text):
         common.Identifiable(model)
 
@@ -250,7 +250,7 @@ def test_a_refused_del_says_below_which_property_it_was(model, package):
     def remove():
         del package.ReferenceBase
 
-    assert noted(remove)[0] == MANY and "Package.ReferenceBase holds many" in noted(remove)[1][0]
+    assert noted(remove)[0] == MANY and "Package.ReferenceBase has many values" in noted(remove)[1][0]
     text, notes = noted(lambda: setattr(package.asDeviant(model.frozen()), "Name", "x"))
     assert "the view is read-only" in text
     assert notes == ["Package.Name was not set: on <common.Package 'Brakes' immutable>"]

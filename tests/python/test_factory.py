@@ -224,7 +224,7 @@ def test_create_lists_the_signatures_when_none_fits(factory):
 @pytest.mark.parametrize("name, near", [("common.Pakage", "common.Package"), ("Package", "common.Package"),
                                         ("commn.Package", "common.Package")])
 def test_create_names_the_nearest_of_an_unknown_class(factory, name, near):
-    text = f"the factory makes no '{name}'; did you mean '{near}'?"
+    text = f"the factory cannot create '{name}'; did you mean '{near}'?"
     with pytest.raises(AttributeError, match=text) as raised:
         factory.create(name)
     assert isinstance(raised.value, K7Q.UnknownName)
@@ -244,7 +244,7 @@ def test_what_is_no_name_of_a_class_is_refused(factory, name):
 
 def test_create_says_of_an_abstract_class_what_it_is(factory):
     for cls in (common.Identifiable, "common.Identifiable"):
-        with pytest.raises(TypeError, match="create: class 'Tarv.*common.Identifiable' is abstract: .* below it"):
+        with pytest.raises(TypeError, match="create: class 'Tarv.*common.Identifiable' is abstract: .* one of its subclasses"):
             factory.create(cls)
 
 
@@ -352,7 +352,7 @@ def test_factories_hash_and_are_weakly_held(factory):
 
 def test_help_groups_what_the_factory_makes_by_package():
     text = pydoc.plain(pydoc.render_doc(Factory))
-    listed = Factory.__doc__.partition("Makes, by package")[2]
+    listed = Factory.__doc__.partition("Creates, by package")[2]
     packages = re.findall(r"^  (\w+):$", listed, re.MULTILINE)
 
     assert packages == PACKAGES

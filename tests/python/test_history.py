@@ -91,11 +91,11 @@ def test_a_history_has_a_bound(model, package):
 
 
 @pytest.mark.parametrize("bound, error, text", [
-    (-1, K7Q.OutOfRange, "0 to 1000000, got int -1"),
-    (1000001, K7Q.OutOfRange, "0 to 1000000, got int 1000001"),
-    (2**80, K7Q.OutOfRange, f"0 to 1000000, got int {2**80}"),
-    (-2**80, K7Q.OutOfRange, f"0 to 1000000, got int {-2**80}"),
-    pytest.param(10**5000, K7Q.OutOfRange, "0 to 1000000, got int of more than 1000 bits", id="huge"),
+    (-1, K7Q.OutOfRange, "a limit from 0 to 1000000, got int -1"),
+    (1000001, K7Q.OutOfRange, "a limit from 0 to 1000000, got int 1000001"),
+    (2**80, K7Q.OutOfRange, f"a limit from 0 to 1000000, got int {2**80}"),
+    (-2**80, K7Q.OutOfRange, f"a limit from 0 to 1000000, got int {-2**80}"),
+    pytest.param(10**5000, K7Q.OutOfRange, "a limit from 0 to 1000000, got int of more than 1000 bits", id="huge"),
     ("3", K7Q.WrongType, "a whole number, got str '3'"),
     (1.5, K7Q.WrongType, "a whole number, got float 1.5"),
     (None, K7Q.WrongType, "a whole number, got None"),

@@ -190,7 +190,7 @@ except ImportError as refused:
 ''')
 interpreters.destroy(other)
 """
-    assert "works in the main interpreter of a process alone" in python(code)
+    assert "works only in the main interpreter of a process" in python(code)
 
 
 def test_the_host_can_be_imported_again(python):

@@ -140,7 +140,7 @@ def test_with_closes_the_model():
 def test_a_view_that_only_reads_does_not_close_the_model(model, package):
     view = package.asDeviant(model.frozen()).getModel()
 
-    with pytest.raises(K7Q.Exception, match="refuses writing"):
+    with pytest.raises(K7Q.Exception, match="read-only because of its deviant"):
         view.close()
     assert package.isvalid()
 

@@ -154,7 +154,7 @@ def test_a_listener_may_not_change_the_model(model, package):
     def changing(changes):
         for call in (lambda: setattr(package, "Name", "z"), package.destroy, model.undo, model.redo, model.close,
                      model.transaction, lambda: common.Package(model, "Q"), lambda: setattr(model, "history", 0)):
-            with pytest.raises(K7Q.Exception, match="a listener is told of a change and may not change the model"):
+            with pytest.raises(K7Q.Exception, match="a listener must not change the model"):
                 call()
 
     with unraisable() as caught, model.listen(changing):

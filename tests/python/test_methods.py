@@ -117,7 +117,7 @@ def test_help_shows_classes_properties_methods_and_packages(package):
     assert "char, 0..1, writable" in text and "isvalid() -> logical scalar" in text
     assert " |  Package(model: K7Q.Model)\n |  Package(model: K7Q.Model, name: char vector)\n" in text
     assert " |      NestingPackage: foundation.Package, 0..1, read-only\n" in text
-    assert "What every sequence is" in pydoc.plain(pydoc.render_doc(_tarvelon_host.Sequence))
+    assert "The base of" in pydoc.plain(pydoc.render_doc(_tarvelon_host.Sequence))
     assert "The type of the host's classes." == _tarvelon_host.HostClass.__doc__
     text = pydoc.plain(pydoc.render_doc(variant.BindingTimeKind))
     assert "LinkTime = variant.BindingTimeKind.LinkTime" in text

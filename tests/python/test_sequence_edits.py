@@ -180,7 +180,7 @@ def test_texts_and_enumeration_values_have_an_order_of_their_own(of_kind):
 def test_objects_have_none(constants):
     with pytest.raises(TypeError, match="not supported between instances"):
         constants.sort()
-    with pytest.raises(K7Q.WrongType, match="expected key= and reverse= alone, each by its name, got builtin_function_or_method"):
+    with pytest.raises(K7Q.WrongType, match="expected only key= and reverse=, given by name, got builtin_function_or_method"):
         constants.sort(repr)
     with pytest.raises(K7Q.WrongType, match="got 'cmp'"):
         constants.sort(cmp=repr)

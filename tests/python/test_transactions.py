@@ -89,7 +89,7 @@ def test_an_outer_transaction_ends_the_ones_in_it(model, package):
     outer = model.transaction()
     inner = model.transaction()
     package.Name = "x"
-    with pytest.raises(K7Q.Exception, match="a transaction that was begun later is still open"):
+    with pytest.raises(K7Q.Exception, match="a nested transaction is still open"):
         outer.commit()
     del outer
     assert package.Name == "Brakes"
@@ -99,7 +99,7 @@ def test_an_outer_transaction_ends_the_ones_in_it(model, package):
 
 def test_a_block_whose_work_another_one_has_taken_back_says_so(model, package):
     outer = model.transaction()
-    with pytest.raises(K7Q.Exception, match="taken back with one that was begun before it: nothing of the block is"):
+    with pytest.raises(K7Q.Exception, match="rolled back with an outer transaction: all changes of the block are lost"):
         with model.transaction():
             package.Name = "x"
             outer.rollback()
@@ -125,7 +125,7 @@ def test_a_block_says_so_when_its_work_is_lost_to_another_thread(model, package)
             errors.append(str(error))
 
     thread = threading.Thread(target=edit)
-    with pytest.raises(K7Q.Exception, match="a transaction that was begun later is still open"):
+    with pytest.raises(K7Q.Exception, match="a nested transaction is still open"):
         with model.transaction():
             package.Name = "x"
             thread.start()
@@ -134,11 +134,11 @@ def test_a_block_says_so_when_its_work_is_lost_to_another_thread(model, package)
     thread.join()
     assert (package.Name, package.category) == ("Brakes", "")
     assert [each.partition(":")[0] for each in errors] == [
-        "the transaction was taken back with one that was begun before it"]
+        "the transaction was rolled back with an outer transaction"]
 
 
 def test_a_block_that_leaves_one_open_takes_all_back_and_says_so(model, package):
-    with pytest.raises(K7Q.Exception, match="a transaction that was begun later is still open"):
+    with pytest.raises(K7Q.Exception, match="a nested transaction is still open"):
         with model.transaction():
             package.Name = "x"
             forgotten = model.transaction()

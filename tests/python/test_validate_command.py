@@ -31,11 +31,11 @@ def faulty(model):
 
 PAGE = """\
 /Brakes/AXLES
-  error: Name: the name 'AXLES' differs from 'Axles' of the same namespace in case alone, which AUTOSAR does \
-not tell apart; rename one [name-case]
+  error: Name: the name 'AXLES' differs from 'Axles' of the same namespace only in case, which \
+AUTOSAR ignores; rename one of the two [name-case]
 /Brakes/7
   error: Name: expected a letter, then letters, digits and underscores, 128 at most; found "7"; rename it, and \
-put the readable text into longName [short-name]
+store the readable text in longName [short-name]
 /Brakes.PackagedElement[3]
   error: Name: is required and not set; give the Package a short name [short-name]
 /Brakes/Modes
@@ -57,7 +57,7 @@ def test_what_does_not_fit_in_the_file_comes_first_and_is_an_error():
 
 
 def test_a_model_without_problems_says_so():
-    assert validate.page("b.xmi", (), []) == ["b.xmi: nothing is wrong"]
+    assert validate.page("b.xmi", (), []) == ["b.xmi: no problems"]
 
 
 def test_a_record_holds_all_but_the_object(faulty):

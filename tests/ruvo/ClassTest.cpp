@@ -179,7 +179,7 @@ TEST_F(ClassTest, PropertyOfANameThatExistsIsRefused) {
     x.property("p", "int32 scalar");
   });
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { cls.define(); }),
-            "class '" + full("X") + "' has a property 'p' already exists; give the new one another name");
+            "class '" + full("X") + "' has a property 'p' already; give the new one another name");
 }
 
 TEST_F(ClassTest, KeepsTheHostsWord) {

@@ -37,7 +37,7 @@ TEST(PackageInfo, LoadsNothingByDefault) {
 TEST(PackageInfo, NamesWhatExists) {
   PlainInfo info;
   EXPECT_EQ(testing::errorOf<K7Q::Exception>([&] { info.throwErrorForDefinitionOfExistingName("X"); }),
-            "package 'plain' has a class 'X' already exists; give the new one another name");
+            "package 'plain' has a class 'X' already; give the new one another name");
 }
 
 TEST(PackageInfo, MayBeMadeInStorageThatIsThere) {

@@ -230,7 +230,7 @@ TEST_F(PackageTest, ClassIsFoundByItsShortNameOnly) {
 TEST_F(PackageTest, ClassOfANameThatExistsIsRefused) {
   Class& first = addClass("X");
   EXPECT_EQ(errorOf<K7Q::Exception>([&] { addClass("X"); }),
-            "package '" + mName + "' has a class 'X' already exists; give the new one another name");
+            "package '" + mName + "' has a class 'X' already; give the new one another name");
   EXPECT_EQ(mPackage.findClass("X"), &first);
   EXPECT_EQ(mPackage.classes().size(), 1U);
 }
