@@ -9,8 +9,8 @@
 
 #include "bench/BigModel.h"
 #include "tarvelon/platform/files/Files.h"
-#include "tarvelon/platform/model/api/Search.h"
 #include "tarvelon/platform/model/api/Metamodel.h"
+#include "tarvelon/platform/model/api/Search.h"
 
 namespace bench {
 

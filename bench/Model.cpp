@@ -5,8 +5,8 @@
 #include <vector>
 
 #include "bench/BigModel.h"
-#include "tarvelon/platform/model/api/Search.h"
 #include "tarvelon/platform/model/api/Metamodel.h"
+#include "tarvelon/platform/model/api/Search.h"
 
 namespace bench {
 

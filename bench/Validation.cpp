@@ -5,8 +5,8 @@
 #include <ctime>
 #include <string>
 
-#include "tarvelon/platform/model/api/Validation.h"
 #include "tarvelon/platform/model/api/Metamodel.h"
+#include "tarvelon/platform/model/api/Validation.h"
 
 namespace bench {
 

@@ -196,7 +196,7 @@ def check(root):
         files += 1
         rule = rule_of(file)
         if rule is None:
-            complaints.append(f"{file}: lies in no layer; its folder must be entered in RULES")
+            complaints.append(f"{file}: lies in no layer; its folder must be entered in RULES or PLATFORM")
             continue
         text = (root / file).read_text(encoding="utf-8")
         for match in INCLUDE.finditer(text):

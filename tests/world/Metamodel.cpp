@@ -4,8 +4,8 @@
 #include <string>
 #include <unordered_map>
 
-#include "tarvelon/platform/model/api/Search.h"
 #include "tarvelon/platform/model/api/Metamodel.h"
+#include "tarvelon/platform/model/api/Search.h"
 #include "tests/world/Fault.h"
 
 namespace world {
