@@ -50,7 +50,7 @@ std::string lossAmong(PyObject* self, Given arguments) {
   std::string loss = lossOf(self);
   for (std::size_t index = 0; loss.empty() && index < arguments.size(); ++index) {
     loss = lossOf(arguments[index]);
-    if (!loss.empty() && self) loss = "argument " + std::to_string(index + 1) + ", " + loss;
+    if (!loss.empty() && self) loss.insert(0, "argument " + std::to_string(index + 1) + ", ");
   }
   return loss;
 }
