@@ -355,7 +355,7 @@ void readyHostObjectType() {
 }
 
 std::string nearestMember(HostType& type, const std::string& name) {
-  const std::string nearest = type.cls->nearestMember(name);
+  std::string nearest = type.cls->nearestMember(name);
   if (!nearest.empty()) return nearest;
   const Reference list = owned(PyObject_Dir, reinterpret_cast<PyObject*>(&type));
   std::vector<std::string> names;
