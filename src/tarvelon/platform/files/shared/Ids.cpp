@@ -104,7 +104,8 @@ std::optional<std::uint64_t> idNumber(std::string_view text) noexcept {
   std::uint64_t number = 0;
   int bad = 0;
   for (const char digit : text.substr(1)) {
-    const int value = kValues[static_cast<unsigned char>(digit)];
+    const int value =
+        kValues[static_cast<unsigned char>(digit)];  // NOLINT(bugprone-signed-char-misuse): -1 is none
     bad |= value;
     number = number << 6 | static_cast<std::uint64_t>(value & 63);
   }
