@@ -246,7 +246,7 @@ class Writer {
 // The progress callback may release the caller's handle.
 void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
   NativeModel& native = NativeModel::require(model);
-  const K7Q::Model kept(model);
+  const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
   requireSuffix(path, ".xmi", "a model is saved as XMI");
   AtomicFile file(path);
   Writer(native, file, options.progress).write();
@@ -256,7 +256,7 @@ void save(const K7Q::Model& model, const std::filesystem::path& path, const Save
 std::string saveText(const K7Q::Model& model, const SaveOptions& options) {
   TextSink text;
   NativeModel& native = NativeModel::require(model);
-  const K7Q::Model kept(model);
+  const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
   Writer(native, text, options.progress).write();
   return text.take();
 }
