@@ -19,7 +19,7 @@ struct Unnoticed {
   Unnoticed(const Unnoticed<U>& /*other*/) noexcept {
   }  // NOLINT(google-explicit-constructor): as std::allocator
   T* allocate(std::size_t count) {
-    void* storage = std::malloc(count * sizeof(T));
+    void* storage = std::malloc(count * sizeof(T));  // NOLINT(bugprone-sizeof-expression)
     if (!storage) throw std::bad_alloc();
     return static_cast<T*>(storage);
   }
