@@ -26,7 +26,7 @@ class AtomicFile : public testing::Test {
   }
 
   static K7Q::Model makeModel(const char16_t* name, int objects = 1) {
-    const auto model = K7Q::Model::create();
+    auto model = K7Q::Model::create();
     for (int count = 0; count < objects; ++count) common::Package::create(model, name);
     return model;
   }
