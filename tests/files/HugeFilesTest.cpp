@@ -26,6 +26,7 @@ TEST(HugeFiles, AreRefusedWithAllOfAMillionProblems) {
 }
 
 TEST(HugeFiles, NameThePlaceOfProblemsBehindALongText) {
+  // NOLINTNEXTLINE(bugprone-string-constructor): as long as that
   std::string attributes = " category=\"" + std::string(60000000, 'x') + '"';
   for (int count = 0; count < 999; ++count) attributes += "\n nam" + std::to_string(count) + "=\"\"";
   const auto problems = refusedProblems(fileOf("<common:Package" + attributes + "\n xmi:id=\"\"/>"));
