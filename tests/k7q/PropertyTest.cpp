@@ -11,7 +11,7 @@ namespace {
 
 std::string refusal(const ruvo::RVOInterfacePtr& object, const char* property) {
   fake::journal().clear();
-  const auto text = raised([&] { fake::record(property).setValue(object, ruvo::RVOValue()); });
+  auto text = raised([&] { fake::record(property).setValue(object, ruvo::RVOValue()); });
   EXPECT_TRUE(fake::journal().empty()) << property << " was touched";
   return text;
 }
