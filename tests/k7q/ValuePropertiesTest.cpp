@@ -26,7 +26,7 @@ void set(const ruvo::RVOInterfacePtr& object, const char* property, hxArray* arr
 }
 
 std::string refused(const ruvo::RVOInterfacePtr& object, const char* property, hxArray* array) {
-  const auto text = raised([&] { set(object, property, array); });
+  auto text = raised([&] { set(object, property, array); });
   EXPECT_TRUE(fake::journal().empty());
   return text;
 }
