@@ -5,6 +5,7 @@ import threading
 import pytest
 
 import K7Q
+import _tarvelon_host
 from Tarvelon.metamodel import foundation
 from Tarvelon.metamodel.arplatform import Factory, behavior, common, variant
 
@@ -190,3 +191,9 @@ def test_threads_may_search_while_others_edit(model, package):
 
 def test_a_mention_is_a_named_tuple():
     assert K7Q.Mention._fields == ("object", "property")
+
+
+@pytest.mark.parametrize("root", ["HostObject", "Sequence", "Iterator", "Enumeration"])
+def test_a_root_type_of_the_host_is_no_class_to_search_for(model, root):
+    with pytest.raises(K7Q.WrongType, match="^instances: expected a class of the metamodel, got "):
+        model.instances(getattr(_tarvelon_host, root))
