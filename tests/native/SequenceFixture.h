@@ -38,6 +38,7 @@ class Sequence : public testing::Test {
   /// Replaces the contents of the sequence by the constants with these indices.
   void rewrite(const std::vector<std::size_t>& indices) const {
     std::vector<K7Q::Generic::Ref> refs;
+    refs.reserve(indices.size());
     for (const std::size_t index : indices) refs.push_back(ref(index));
     rewritable(sequence()).rewrite({}, refs);
   }
