@@ -319,6 +319,7 @@ TEST_F(TextSequence, IsChangedAsAWholeWhereItDiffers) {
   const auto handle = Access<variant::SystemConstValue>(value, "ValueVariationPoint").sequence();
   const auto expectAfter = [&](const std::vector<const char16_t*>& texts) {
     std::vector<K7Q::Generic::Ref> refs;
+    refs.reserve(texts.size());
     for (const char16_t* text : texts) refs.push_back(K7Q::makeStringRef(K7Q::String(text)));
     rewritable(handle.get()).rewrite({}, refs);
     ASSERT_EQ(handle.get().generic_size({}), static_cast<int>(refs.size()));
