@@ -46,6 +46,7 @@ class Builder {
  private:
   Class& at(const Tarvelon::metamodel::ClassName* name) { return mClasses.at(mByName.at(name->name)); }
 
+  // NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
   void inherit(Class& cls) {
     if (!cls.ancestors.empty()) return;
     for (const auto* name : cls.table->bases) {
@@ -144,6 +145,7 @@ unsigned Class::slotOf(const PropertyRow& row) const noexcept {
   return kNone;
 }
 
+// NOLINTNEXTLINE(misc-no-recursion): as deep as classes have bases
 const Property* Class::find(std::string_view metaName) const noexcept {
   for (const Property& property : own) {
     if (metaNameOf(*property.row) == metaName) return &property;
