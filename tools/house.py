@@ -114,11 +114,11 @@ def svg(found):
             bend = (v - y) // 2
             out.append(f'<path d="M{x} {y}C{x} {y + bend} {u} {v - bend} {u} {v}" fill="none" stroke="#8090a0"/>')
     for room, (x, y) in sorted(place.items()):
-        files, lines, _ = found[room]
+        many = f"{found[room][0]} file" + ("" if found[room][0] == 1 else "s")
         colour = {"model": "#dcebd8", "host": "#f3e3cf", "files": "#e6dcef"}.get(room.split()[0], "#dde6f2")
         out += [f'<rect x="{x}" y="{y}" width="{WIDTH}" height="{HEIGHT}" rx="4" fill="{colour}" stroke="#506070"/>',
                 f'<text x="{x + WIDTH // 2}" y="{y + 17}" text-anchor="middle" font-weight="bold">{escape(room)}</text>',
-                f'<text x="{x + WIDTH // 2}" y="{y + 32}" text-anchor="middle" fill="#506070">{files} files</text>']
+                f'<text x="{x + WIDTH // 2}" y="{y + 32}" text-anchor="middle" fill="#506070">{many}</text>']
     return "\n".join([*out, "</svg>", ""])
 
 
