@@ -166,7 +166,7 @@ struct TypedRow : PropertyRow {
 };
 
 template <class T, K7Q::mi::Multiplicity M>
-constexpr TypedRow<T, M> applyRun(unsigned id, const char* name, Role role, std::uint16_t attributes) {
+constexpr TypedRow<T, M> makeRow(unsigned id, const char* name, Role role, std::uint16_t attributes) {
   TypedRow<T, M> row;
   row.id = static_cast<std::uint16_t>(id);
   row.attributes = attributes;
@@ -183,30 +183,30 @@ constexpr TypedRow<T, M> applyRun(unsigned id, const char* name, Role role, std:
 template <class T>
 requires(!kIsReference<T>) constexpr auto optional(unsigned id, const char* name,
                                                    std::uint16_t attributes = 0) {
-  return applyRun<T, K7Q::mi::Multiplicity::Optional>(id, name, Role::Value, attributes);
+  return makeRow<T, K7Q::mi::Multiplicity::Optional>(id, name, Role::Value, attributes);
 }
 template <class T>
 requires(kIsReference<T>) constexpr auto optional(unsigned id, const char* name, Role role,
                                                   std::uint16_t attributes = 0) {
-  return applyRun<T, K7Q::mi::Multiplicity::Optional>(id, name, role, attributes);
+  return makeRow<T, K7Q::mi::Multiplicity::Optional>(id, name, role, attributes);
 }
 template <class T>
 requires(!kIsReference<T>) constexpr auto one(unsigned id, const char* name, std::uint16_t attributes = 0) {
-  return applyRun<T, K7Q::mi::Multiplicity::One>(id, name, Role::Value, attributes);
+  return makeRow<T, K7Q::mi::Multiplicity::One>(id, name, Role::Value, attributes);
 }
 template <class T>
 requires(kIsReference<T>) constexpr auto one(unsigned id, const char* name, Role role,
                                              std::uint16_t attributes = 0) {
-  return applyRun<T, K7Q::mi::Multiplicity::One>(id, name, role, attributes);
+  return makeRow<T, K7Q::mi::Multiplicity::One>(id, name, role, attributes);
 }
 template <class T>
 requires(!kIsReference<T>) constexpr auto many(unsigned id, const char* name, std::uint16_t attributes = 0) {
-  return applyRun<T, K7Q::mi::Multiplicity::Many>(id, name, Role::Value, attributes);
+  return makeRow<T, K7Q::mi::Multiplicity::Many>(id, name, Role::Value, attributes);
 }
 template <class T>
 requires(kIsReference<T>) constexpr auto many(unsigned id, const char* name, Role role,
                                               std::uint16_t attributes = 0) {
-  return applyRun<T, K7Q::mi::Multiplicity::Many>(id, name, role, attributes);
+  return makeRow<T, K7Q::mi::Multiplicity::Many>(id, name, role, attributes);
 }
 
 /// The greatest number of arguments of a constructor.
