@@ -16,6 +16,7 @@ package.PackagedElement.extend(constants)
 package.PackagedElement.reverse()
 model.undo()
 constants[1].destroy()
+model.undo()
 """
 
 
@@ -31,9 +32,10 @@ def steps(setting):
 def test_each_step_is_a_line_with_object_property_and_both_values():
     lines = steps("steps")
 
+    assert lines[0] == "step: create common.Package (number 0)"
     assert 'step: common.Package \'Brakes\' (number 0).Category: nothing -> char vector "first"' in lines
     assert "step: common.Package 'Brakes' (number 0).PackagedElement[1]: nothing -> variant.SystemConst 'B' (number 2)" in lines
-    assert lines[-1] == "step: delete variant.SystemConst 'B' (number 2)"
+    assert "step: destroy variant.SystemConst 'B' (number 2)" in lines
 
 
 def test_a_step_that_is_undone_is_printed_as_its_inverse():
@@ -41,6 +43,7 @@ def test_a_step_that_is_undone_is_printed_as_its_inverse():
 
     place = "step: common.Package 'Brakes' (number 0).PackagedElement: move "
     assert orders == [place + "[0] to [1]", place + "[1] to [0]"]
+    assert any(line.startswith("step: restore the destroyed variant.SystemConst 'B'") for line in steps("steps"))
 
 
 def test_nothing_is_printed_without_the_setting_or_with_another():

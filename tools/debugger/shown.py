@@ -69,7 +69,7 @@ def step(value):
     kind = KINDS[value.field("kind").number()]
     place = instance(value.field("object").deref())
     if kind == "Life":
-        return f"{'create' if value.field('hasAfter').number() else 'delete'} {place}"
+        return f"{'create' if value.field('hasAfter').number() else 'destroy'} {place}"
     before, after = (f"{value.field(side).field('bits').number():#x}" if value.field(has).number() else "nothing"
                      for side, has in (("before", "hasBefore"), ("after", "hasAfter")))
     index = "" if kind == "Value" else f"[{value.field('index').number()}]"

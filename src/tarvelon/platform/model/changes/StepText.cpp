@@ -58,7 +58,10 @@ std::string shownSlot(const Instance& object, unsigned slot) {
 
 std::string shownStep(const Step& step) {
   const std::string object = shownObject(step.object);
-  if (step.kind == Step::Kind::Life) return (step.hasAfter ? "create " : "delete ") + object;
+  if (step.kind == Step::Kind::Life) {
+    const char* word = step.hasBefore ? "destroy " : step.object->isDeleted() ? "restore " : "create ";
+    return word + object;
+  }
   std::string text = object + "." + shownSlot(*step.object, step.slot);
   if (step.kind == Step::Kind::Move || step.kind == Step::Kind::Exchange) {
     return text + (step.kind == Step::Kind::Move ? ": move [" : ": exchange [") +
