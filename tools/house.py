@@ -38,7 +38,7 @@ def room_of(name):
 
 
 def rooms(root):
-    """{room: [files, lines, set of the rooms that it includes]}"""
+    """{room: [number of files, set of the rooms that it includes]}"""
     found = {}
     for path in sorted([*(root / "src").rglob("*"), *(root / "python/host").rglob("*")]):
         name = path.relative_to(root).as_posix()
@@ -46,14 +46,13 @@ def rooms(root):
         if room is None:
             continue
         text = (root / name).read_text(encoding="utf-8")
-        entry = found.setdefault(room, [0, 0, set()])
+        entry = found.setdefault(room, [0, set()])
         entry[0] += 1
-        entry[1] += text.count("\n")
         for target in INCLUDE.findall(text):
             other = room_of("src/" + target if target.startswith("tarvelon/") else target)
             # The headers that programs include are declarations: what implements them is above them.
             if other and other != room and not (other == "model api" and room.startswith(("model ", "files "))):
-                entry[2].add(other)
+                entry[1].add(other)
     return found
 
 
@@ -66,12 +65,12 @@ def reduced(found):
             sys.exit("house: rooms include each other: " + " -> ".join((*way, room)))
         if room not in below:
             below[room] = set()
-            for each in found[room][2] - {"boundary"}:
+            for each in found[room][1] - {"boundary"}:
                 below[room] |= {each} | all_below(each, (*way, room))
         return below[room]
 
-    return {room: sorted(each for each in found[room][2] - {"boundary"}
-                         if not any(each in all_below(other) for other in found[room][2] - {each, "boundary"}))
+    return {room: sorted(each for each in found[room][1] - {"boundary"}
+                         if not any(each in all_below(other) for other in found[room][1] - {each, "boundary"}))
             for room in found}
 
 
