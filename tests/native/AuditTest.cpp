@@ -217,7 +217,7 @@ TEST_F(Audit, SeesOppositesThatDisagree) {
       "3), but that object does not have it in Events");
 }
 
-TEST_F(Audit, SeesALivingObjectThatHasABuriedOne) {
+TEST_F(Audit, SeesAnObjectThatRefersToADestroyedOne) {
   at(mRunnable).markDeleted();
   expect(
       "an existing object refers to no destroyed one: behavior.InitEvent 'E' (number 4) has in StartOnEvent "
@@ -329,7 +329,7 @@ TEST_F(Audit, SeesBatchesThatDoNotEnd) {
   std::swap(reveal<OpenOf>(journal()), reveal<UndoOf>(journal())[0]);
 }
 
-TEST_F(Audit, SeesWhatIsBuriedForGood) {
+TEST_F(Audit, SeesADestroyedObjectThatNoStepRestores) {
   at(mOther).setOwner(nullptr, 0);
   const Broken list(reveal<SizeOf>(elements()), 1);
   at(mOther).markDeleted();

@@ -194,7 +194,7 @@ PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* argument
     });
   };
   if (type->kind == TypeKind::Sequence) {
-    const IteratorsToInvalidate going(self, method->name.view(), {arguments, count}, converted.span());
+    const IteratorsToInvalidate iterators(self, method->name.view(), {arguments, count}, converted.span());
     const auto result = call();
     going.mark();
     return finish(result, self);

@@ -45,8 +45,8 @@ void retype(PyObject* object, HostType* type) {
 }
 
 PyObject* newObject(HostType* type, ruvo::RVOInterface* interface) {
-  ObjectAllocation room(type);
-  return room.fill(interface);
+  ObjectAllocation allocation(type);
+  return allocation.fill(interface);
 }
 
 // The host-data word is cleared first: from here on, a callback of a weak reference may create a new Python

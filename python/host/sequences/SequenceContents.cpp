@@ -89,7 +89,7 @@ class NumberWriter {
   void shrink(PyObject* sequence) const {
     const auto first = static_cast<int>(mAfter - mTail);
     const auto last = static_cast<int>(mBefore - mTail);
-    const IteratorsToInvalidate going(sequence, first, last);
+    const IteratorsToInvalidate iterators(sequence, first, last);
     for (int place = last; place-- > first;) mSequence.interface->generic_erase(mSequence.deviant, place);
     going.mark();
   }

@@ -192,9 +192,9 @@ PyObject* construct(PyObject* self, PyObject* const* arguments, std::size_t flag
     // The Python object is allocated first: a listener may ask for it, and if this fails, the model is
     // unchanged.
     const Tarvelon::model::Undertaking undertaking;
-    ObjectAllocation room(reinterpret_cast<HostType*>(self));
+    ObjectAllocation allocation(reinterpret_cast<HostType*>(self));
     const auto inHand = [&] { return noteOf(type.cls->shortName(), nullptr, {arguments, count}); };
-    return room.fill(withNote(inHand, [&] { return ruvo::construct(*type.cls, converted.span()); }));
+    return allocation.fill(withNote(inHand, [&] { return ruvo::construct(*type.cls, converted.span()); }));
   });
 }
 

@@ -101,7 +101,7 @@ class Reader final : public ParserHandler {
   void refer(const PendingReference& reference, std::string_view attribute);
   /// Sets the reference. Returns null, or the reason why it cannot be set.
   const char* link(const PendingReference& reference, native::Instance& target);
-  const char* tieInList(const PendingReference& reference, native::Instance& target);
+  const char* linkInList(const PendingReference& reference, native::Instance& target);
   /// Notes the next target that an attribute lists. Returns false if the attribute has listed this target
   /// before. `isInList` says whether the list contains the target already.
   bool noteListed(native::Instance& target, bool isInList);

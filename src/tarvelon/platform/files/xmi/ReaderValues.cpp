@@ -245,7 +245,7 @@ const char* Reader::link(const PendingReference& reference, Instance& target) {
     if (other && other->object != &object)
       return "the opposite property already refers to another object, in the object with the id ";
   }
-  if (feature.declared->isMany()) return tieInList(reference, target);
+  if (feature.declared->isMany()) return linkInList(reference, target);
   if (const Word* present = object.find(feature.slot)) {
     return back && present->object == &target ? nullptr
                                               : "expected at most one object, got a second one with the id ";
@@ -254,7 +254,7 @@ const char* Reader::link(const PendingReference& reference, Instance& target) {
   return nullptr;
 }
 
-const char* Reader::tieInList(const PendingReference& reference, Instance& target) {
+const char* Reader::linkInList(const PendingReference& reference, Instance& target) {
   Instance& object = *reference.object;
   const Feature& feature = *reference.feature;
   if (mFilled != &object || mFilledFeature != &feature) {

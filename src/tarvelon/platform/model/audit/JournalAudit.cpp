@@ -80,7 +80,7 @@ class Rehearsal {
  private:
   void playValue(const Step& step);
   void playElement(const Step& step);
-  void playTies(const Step& step);
+  void playLinks(const Step& step);
   static std::int64_t roomOf(const Place& place);
 
   UnnoticedMap<Place, Level, PlaceHash> mLevels;
@@ -107,7 +107,7 @@ void Rehearsal::playValue(const Step& step) {
   }
   known->second = {step.hasAfter, step.hasAfter ? std::bit_cast<std::uint64_t>(step.after) : 0};
   mLevels[{step.object, kAllValues}].add(change(step));
-  playTies(step);
+  playLinks(step);
 }
 
 void Rehearsal::playElement(const Step& step) {
@@ -121,10 +121,10 @@ void Rehearsal::playElement(const Step& step) {
                                                            " a list that is too short for a step");
   }
   level.add(change(step));
-  playTies(step);
+  playLinks(step);
 }
 
-void Rehearsal::playTies(const Step& step) {
+void Rehearsal::playLinks(const Step& step) {
   if ((step.object->cls().referringSlots & bitOf(step.slot)) == 0) return;
   if (step.hasBefore) mLevels[{step.before.object, Instance::kReferrerSlot}].add(-1);
   if (step.hasAfter) mLevels[{step.after.object, Instance::kReferrerSlot}].add(1);

@@ -163,7 +163,7 @@ void Journal::discard(std::span<Steps> batches, std::size_t start, bool areTaken
       index = 0;
     }
   };
-  const auto forEachBuried = [&](auto visit) {
+  const auto forEachDeleted = [&](auto visit) {
     forEach([&](const Step& step) {
       if (buries(step, areTakenBack)) visit(*step.object);
     });
@@ -171,8 +171,8 @@ void Journal::discard(std::span<Steps> batches, std::size_t start, bool areTaken
   forEach(dropTexts);
   // First, all objects are removed from the referrers of others, since objects that are freed here may refer
   // to each other.
-  forEachBuried(removeFromReferred);
-  forEachBuried([this](Instance& object) { mModel.expire(object); });
+  forEachDeleted(removeFromReferred);
+  forEachDeleted([this](Instance& object) { mModel.expire(object); });
   for (Steps& steps : batches) {
     steps.erase(steps.begin() + static_cast<std::ptrdiff_t>(start), steps.end());
     start = 0;

@@ -88,7 +88,7 @@ class Opposite {
   }
   bool isThere() const noexcept { return mSlot != ClassData::kNoSlot; }
 
-  void reserveTieBack(Instance& object) const { reserveLink(mElement, mSlot, object); }
+  void reserveLinkBack(Instance& object) const { reserveLink(mElement, mSlot, object); }
   void reservePlaceBack(unsigned values) const { reservePlace(mElement, mSlot, values); }
   /// Lets the element refer back to the object. If it referred to another object before, that object's
   /// reference to the element is removed first.
@@ -122,7 +122,7 @@ class Opposite {
 void reserveReference(Instance& object, unsigned slot, Instance& element, const Opposite& opposite) {
   // Room for links first: each may put a word, which would use room reserved for a value.
   reserveLink(object, slot, element);
-  if (opposite.isThere()) opposite.reserveTieBack(object);
+  if (opposite.isThere()) opposite.reserveLinkBack(object);
   const unsigned values = opposite.isThere() && &object == &element ? 2 : 1;
   reservePlace(object, slot, values);
   if (opposite.isThere()) opposite.reservePlaceBack(values);

@@ -95,9 +95,9 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   /// Adds `paid` to the work that is saved up for the next audit of the whole model. Returns true when it
   /// covers the cost of that audit.
   bool addAuditWork(std::uint64_t paid) noexcept { return (mAuditWork += paid) >= mAuditCost; }
-  void setAuditCost(std::uint64_t price) noexcept {
+  void setAuditCost(std::uint64_t cost) noexcept {
     mAuditWork = 0;
-    mAuditCost = price;
+    mAuditCost = cost;
   }
 
   /// Records that the set of objects that `owner` contains has changed.
