@@ -196,7 +196,7 @@ PyObject* callOnObject(Method* method, PyObject* self, PyObject* const* argument
   if (type->kind == TypeKind::Sequence) {
     const IteratorsToInvalidate iterators(self, method->name.view(), {arguments, count}, converted.span());
     const auto result = call();
-    going.mark();
+    iterators.mark();
     return finish(result, self);
   }
   if (type->isFactory) {

@@ -91,7 +91,7 @@ class NumberWriter {
     const auto last = static_cast<int>(mBefore - mTail);
     const IteratorsToInvalidate iterators(sequence, first, last);
     for (int place = last; place-- > first;) mSequence.interface->generic_erase(mSequence.deviant, place);
-    going.mark();
+    iterators.mark();
   }
 
   const NativeSequence& mSequence;
