@@ -51,7 +51,7 @@ PLATFORM = {
     "k7q": (("values",), ("handles",), ("sequences",), ("properties",), ("classes",)),
     "model": (("words",), ("metamodel",), ("objects",), ("names",), ("values",), ("changes",), ("views",),
               ("copy", "validation", "audit"), ("api",)),
-    "files": (("shared",), ("xmi", "ecore")),
+    "files": (("shared",), ("xmi", "ecore", "arxml"), ("formats",)),
 }
 # The headers that a library offers to all of its rooms.
 OFFERED = {"model": "platform/model/api/", "files": "platform/files/Files.h"}
@@ -71,7 +71,7 @@ def platform_rules(library):
     """The rules of one library: of each room, then of the headers that it offers and of what lies beside the rooms."""
     libraries = list(PLATFORM)
     lower = tuple(f"platform/{name}/" for name in libraries[: libraries.index(library)])
-    rows = (ARPLATFORM_ROWS, FOUNDATION_ROWS) if library == "model" else ()
+    rows = (ARPLATFORM_ROWS, FOUNDATION_ROWS) if library in ("model", "files") else ()
     others = {"hx": HX_NEEDS, "files": FILES_NEEDS}.get(library, frozenset())
     base = ("boundary/", "binding/") + lower + rows
     folder, rooms, offered = f"platform/{library}/", PLATFORM[library], OFFERED.get(library)

@@ -177,7 +177,7 @@ void Auditor::checkValues(const Instance& object) {
   const ClassData& cls = object.cls();
   forEachSlot(object.presence(), [&](unsigned slot) {
     ++mCost;
-    if (slot >= cls.slotProperties.size() && slot < ClassData::kForeignIdSlot) {
+    if (slot >= cls.slotProperties.size() && slot < ClassData::kMaxPropertySlots) {
       violate("each value belongs to a property",
               shownObject(&object) + " has a value in " + shownSlot(object, slot));
     }

@@ -38,6 +38,7 @@ void unlink(Instance& object, unsigned slot, Instance& element, bool keepsRoom) 
 /// Reorders the elements of a list. Derived lists have the order of the containment lists they are computed
 /// from.
 void applyOrder(const Step& step) noexcept {
+  step.object->noteChange();
   WordList& list = *step.object->find(step.slot)->list;
   const auto from = static_cast<std::uint32_t>(step.before.bits);
   const auto to = static_cast<std::uint32_t>(step.after.bits);
@@ -94,6 +95,7 @@ bool isReference(const Step& step) noexcept {
 bool mustKeepRoom(const Step& step) noexcept { return step.object->model().journal() != nullptr; }
 
 void beginStored(const Step& step) noexcept {
+  step.object->noteChange();
   if (isText(step) && step.hasAfter && step.after.text) step.after.text->addRef();
   if (isReference(step) && step.hasBefore)
     unlink(*step.object, step.slot, *step.before.object, mustKeepRoom(step));

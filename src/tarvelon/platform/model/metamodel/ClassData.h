@@ -54,7 +54,9 @@ struct ClassData {
   /// Slots for the id that an object has in files, a number or a text. No property uses them.
   static constexpr unsigned kIdSlot = kMaxSlots - 1;
   static constexpr unsigned kForeignIdSlot = kMaxSlots - 2;
-  static constexpr unsigned kMaxPropertySlots = kForeignIdSlot;
+  /// The slot for the element of a file from which the object was loaded (files/arxml). No property uses it.
+  static constexpr unsigned kSourceSlot = kMaxSlots - 3;
+  static constexpr unsigned kMaxPropertySlots = kSourceSlot;
 
   explicit ClassData(const ClassMethods& methods);
   ClassData(const ClassData&) = delete;

@@ -66,9 +66,16 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   /// The slot of the owner that contains the object. REQUIRES: the object has an owner.
   unsigned ownerSlot() const noexcept { return (mState >> kOwnerShift) & 0xFF; }
   void setOwner(Instance* owner, unsigned slot) noexcept {
+    noteChange();
     mOwner = owner;
     mState = (mState & ~(std::uint64_t{0xFF} << kOwnerShift)) | (std::uint64_t{slot} << kOwnerShift);
   }
+
+  /// Whether a value, a list or the owner of the object was changed since forgetChange(). A change that was
+  /// undone counts as a change.
+  bool hasChanged() const noexcept { return (mState & kChanged) != 0; }
+  void noteChange() noexcept { mState |= kChanged; }
+  void forgetChange() noexcept { mState &= ~kChanged; }
 
   /// The bit mask of the slots that have a value.
   std::uint64_t presence() const noexcept { return mState & kPresence; }
@@ -126,6 +133,7 @@ class Instance final : public K7Q::NSInterface::ClassObjectIntf {
   static constexpr std::uint64_t kGone = std::uint64_t{1} << 57;
   static constexpr std::uint64_t kDying = std::uint64_t{1} << 58;
   static constexpr std::uint64_t kDeleted = std::uint64_t{1} << 59;
+  static constexpr std::uint64_t kChanged = std::uint64_t{1} << 60;
   static constexpr unsigned kInline = 2;
 
   bool isExternal() const noexcept { return (mState & kExternal) != 0; }

@@ -75,6 +75,9 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   /// type. They are freed with the model. Null if there are none.
   void keepReport(std::shared_ptr<const void> report) noexcept { mReport = std::move(report); }
   const void* report() const noexcept { return mReport.get(); }
+  /// Keeps the files from which the file library loaded this model, in the same way.
+  void keepSources(std::shared_ptr<const void> sources) noexcept { mSources = std::move(sources); }
+  const void* sources() const noexcept { return mSources.get(); }
 
   /// The journal. Null while there is no transaction, history, listener or watch.
   Journal* journal() const noexcept { return mJournal.get(); }
@@ -129,6 +132,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   std::uint64_t mAuditWork = 0;
   std::uint64_t mAuditCost = 0;
   std::shared_ptr<const void> mReport;
+  std::shared_ptr<const void> mSources;
 };
 
 }  // namespace Tarvelon::metamodel::native

@@ -1,0 +1,425 @@
+#include "tarvelon/platform/files/arxml/Document.h"
+
+#include <algorithm>
+#include <array>
+#include <charconv>
+#include <cstring>
+#include <limits>
+
+namespace Tarvelon::files::arxml {
+
+namespace {
+
+constexpr std::string_view kSpaces = " \t\r\n";
+
+bool isSpace(char each) noexcept { return each == ' ' || each == '\t' || each == '\r' || each == '\n'; }
+
+/// Which characters may stand in a name: bit 0 at its beginning, bit 1 behind it.
+constexpr std::array<std::uint8_t, 256> makeNameTable() {
+  std::array<std::uint8_t, 256> table{};
+  for (unsigned each = 0; each < 256; ++each) {
+    const bool isLetter =
+        (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z') || each == '_' || each == ':' || each >= 0x80;
+    const bool isMore = (each >= '0' && each <= '9') || each == '-' || each == '.';
+    table[each] = static_cast<std::uint8_t>((isLetter ? 3 : 0) | (isMore ? 2 : 0));
+  }
+  return table;
+}
+constexpr auto kNameTable = makeNameTable();
+
+struct NameHash {
+  using is_transparent = void;
+  std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
+};
+
+/// Appends a character in UTF-8.
+void append(std::string& text, std::uint32_t point) {
+  const auto put = [&text](std::uint32_t byte) { text.push_back(static_cast<char>(byte)); };
+  if (point < 0x80) return put(point);
+  if (point < 0x800) {
+    put(0xC0 | point >> 6);
+  } else {
+    if (point < 0x10000) {
+      put(0xE0 | point >> 12);
+    } else {
+      put(0xF0 | point >> 18);
+      put(0x80 | (point >> 12 & 0x3F));
+    }
+    put(0x80 | (point >> 6 & 0x3F));
+  }
+  put(0x80 | (point & 0x3F));
+}
+
+bool isCharacter(std::uint32_t point) noexcept {
+  if (point < 0x20) return point == '\t' || point == '\n' || point == '\r';
+  return point < 0xD800 || (point >= 0xE000 && point < 0xFFFE) || (point >= 0x10000 && point < 0x110000);
+}
+
+/// The character that a reference stands for. `name` is what stands between "&" and ";". 0 if there is none.
+std::uint32_t characterOf(std::string_view name) noexcept {
+  if (name == "amp") return '&';
+  if (name == "lt") return '<';
+  if (name == "gt") return '>';
+  if (name == "quot") return '"';
+  if (name == "apos") return '\'';
+  if (!name.starts_with('#')) return 0;
+  const bool isHexadecimal = name.starts_with("#x");
+  name.remove_prefix(isHexadecimal ? 2 : 1);
+  std::uint32_t point = 0;
+  const auto [end, error] =
+      std::from_chars(name.data(), name.data() + name.size(), point, isHexadecimal ? 16 : 10);
+  if (error != std::errc() || end != name.data() + name.size()) return 0;
+  return isCharacter(point) ? point : 0;
+}
+
+}  // namespace
+
+/// Finds the elements of a text.
+class Scanner {
+ public:
+  explicit Scanner(Document& document) : mDocument(document), mText(document.mText) {}
+
+  void scan() {
+    const std::size_t bad = findBadCharacter(mText);
+    if (bad != std::string_view::npos) refuse(bad, "the text has a character that XML does not allow");
+    if (mText.starts_with("<?xml") && mText.size() > 5 && isSpace(mText[5])) skipDeclaration();
+    skipMisc();
+    if (!isAt("<") || !isNameStart(mPlace + 1)) refuse(mPlace, "expected the root element");
+    openElement();
+    while (!mOpen.empty()) scanContent();
+    skipMisc();
+    if (mPlace != mText.size()) refuse(mPlace, "expected nothing behind the root element");
+    finish();
+  }
+
+ private:
+  [[noreturn]] void refuse(std::size_t offset, std::string text) const {
+    throw ParseFault{mDocument.placeOf(static_cast<std::uint32_t>(offset)), std::move(text)};
+  }
+  bool isAt(std::string_view what) const noexcept { return mText.substr(mPlace).starts_with(what); }
+  bool isNameStart(std::size_t place) const noexcept {
+    return place < mText.size() && (kNameTable[static_cast<unsigned char>(mText[place])] & 1) != 0;
+  }
+  void skipSpaces() noexcept {
+    while (mPlace < mText.size() && isSpace(mText[mPlace])) ++mPlace;
+  }
+  std::string_view readName() {
+    const std::size_t begin = mPlace;
+    if (!isNameStart(mPlace)) refuse(mPlace, "expected a name");
+    while (mPlace < mText.size() && (kNameTable[static_cast<unsigned char>(mText[mPlace])] & 2) != 0) ++mPlace;
+    return mText.substr(begin, mPlace - begin);
+  }
+  /// Moves behind the next `end`.
+  void skipPast(std::string_view end, const char* what) {
+    const std::size_t found = mText.find(end, mPlace);
+    if (found == std::string_view::npos) refuse(mPlace, std::string(what) + " has no end");
+    mPlace = found + end.size();
+  }
+
+  /// The XML declaration: version, encoding and standalone, in this order.
+  void skipDeclaration() {
+    const std::size_t begin = mPlace;
+    const std::size_t end = mText.find("?>");
+    if (end == std::string_view::npos) refuse(begin, "the XML declaration has no end");
+    mPlace = 5;
+    static constexpr std::string_view kNames[] = {"version", "encoding", "standalone"};
+    std::size_t next = 0;
+    for (;;) {
+      const std::size_t before = mPlace;
+      skipSpaces();
+      if (mPlace == end) break;
+      if (mPlace == before) refuse(mPlace, "expected white space in the XML declaration");
+      const std::string_view name = readName();
+      while (next < std::size(kNames) && kNames[next] != name && next != 0) ++next;
+      if (next == std::size(kNames) || kNames[next] != name) refuse(mPlace, "the XML declaration is wrong");
+      ++next;
+      readAttributeValue();
+    }
+    if (next == 0) refuse(begin, "the XML declaration has no version");
+    mPlace = end + 2;
+  }
+
+  void skipComment() {
+    const std::size_t begin = mPlace;
+    mPlace += 4;
+    skipPast("--", "a comment");
+    if (!isAt(">")) refuse(begin, "a comment contains '--'");
+    ++mPlace;
+  }
+
+  void skipInstruction() {
+    const std::size_t begin = mPlace;
+    mPlace += 2;
+    const std::string_view target = readName();
+    if (target.size() == 3 && (target[0] | 0x20) == 'x' && (target[1] | 0x20) == 'm' && (target[2] | 0x20) == 'l')
+      refuse(begin, "an XML declaration stands behind the beginning of the file");
+    if (!isAt("?>") && (mPlace == mText.size() || !isSpace(mText[mPlace])))
+      refuse(begin, "a processing instruction is wrong");
+    skipPast("?>", "a processing instruction");
+  }
+
+  void skipMisc() {
+    for (;;) {
+      skipSpaces();
+      if (isAt("<!--")) {
+        skipComment();
+      } else if (isAt("<?")) {
+        skipInstruction();
+      } else if (isAt("<!DOCTYPE")) {
+        refuse(mPlace, "the file has a document type, which is refused; remove it");
+      } else {
+        return;
+      }
+    }
+  }
+
+  /// Checks the references in a text or an attribute value.
+  void checkReferences(std::size_t begin, std::size_t end) const {
+    std::size_t place = begin;
+    while ((place = mText.find('&', place)) < end) {
+      const std::size_t close = mText.find(';', place);
+      if (close >= end || characterOf(mText.substr(place + 1, close - place - 1)) == 0)
+        refuse(place, "'&' begins an unknown reference; write '&amp;' for the character itself");
+      place = close + 1;
+    }
+  }
+
+  /// Moves behind `="value"` and returns where the value begins and ends.
+  std::pair<std::size_t, std::size_t> readAttributeValue() {
+    skipSpaces();
+    if (!isAt("=")) refuse(mPlace, "expected '=' behind the name of an attribute");
+    ++mPlace;
+    skipSpaces();
+    if (!isAt("\"") && !isAt("'")) refuse(mPlace, "expected the value of an attribute in quotes");
+    const std::size_t begin = mPlace + 1;
+    const std::size_t end = mText.find(mText[mPlace], begin);
+    if (end == std::string_view::npos) refuse(mPlace, "the value of an attribute has no end");
+    const std::size_t angle = mText.substr(begin, end - begin).find('<');
+    if (angle != std::string_view::npos)
+      refuse(begin + angle, "'<' stands in the value of an attribute; write '&lt;'");
+    checkReferences(begin, end);
+    mPlace = end + 1;
+    return {begin, end};
+  }
+
+  /// Reads the attributes of a start tag; returns whether the element is empty: "<A/>".
+  bool readAttributes() {
+    mAttributes.clear();
+    for (;;) {
+      const std::size_t before = mPlace;
+      skipSpaces();
+      if (isAt(">")) {
+        ++mPlace;
+        return false;
+      }
+      if (isAt("/>")) {
+        mPlace += 2;
+        return true;
+      }
+      if (mPlace == mText.size()) refuse(mPlace, "a tag has no end");
+      if (mPlace == before) refuse(mPlace, "expected white space, '>' or '/>' in a tag");
+      const std::size_t begin = mPlace;
+      const std::string_view name = readName();
+      mAttributes.push_back(name);
+      if (mAttributes.size() > kMaxAttributes) refuse(begin, "an element has too many attributes");
+      if (std::find(mAttributes.begin(), mAttributes.end() - 1, name) != mAttributes.end() - 1)
+        refuse(begin, "an attribute stands twice");
+      readAttributeValue();
+    }
+  }
+
+  void openElement() {
+    if (mOpen.size() == Document::kMaxDepth) refuse(mPlace, "elements are nested deeper than 1000 levels");
+    Element element;
+    element.begin = static_cast<std::uint32_t>(mPlace);
+    ++mPlace;
+    const std::string_view name = readName();
+    element.name = numberOf(name);
+    element.parent = mOpen.empty() ? 0 : mOpen.back();
+    const auto number = static_cast<std::uint32_t>(mDocument.mElements.size());
+    const bool isEmpty = isAt(">") ? (++mPlace, false) : readAttributes();
+    element.contentBegin = static_cast<std::uint32_t>(mPlace);
+    mDocument.mElements.push_back(element);
+    mOpen.push_back(number);
+    if (isEmpty) closeElement(mPlace);
+  }
+
+  void closeElement(std::size_t contentEnd) {
+    Element& element = mDocument.mElements[mOpen.back()];
+    element.contentEnd = static_cast<std::uint32_t>(contentEnd);
+    element.end = static_cast<std::uint32_t>(mPlace);
+    element.next = static_cast<std::uint32_t>(mDocument.mElements.size());
+    mOpen.pop_back();
+  }
+
+  void readEndTag() {
+    const std::size_t begin = mPlace;
+    mPlace += 2;
+    const std::string_view expected = mDocument.nameOf(mOpen.back());
+    if (!mText.substr(mPlace).starts_with(expected)) refuseEndTag(begin);
+    mPlace += expected.size();
+    if (mPlace < mText.size() && mText[mPlace] != '>') {
+      skipSpaces();
+      if (!isAt(">")) refuseEndTag(begin);
+    }
+    if (mPlace == mText.size()) refuse(begin, "a tag has no end");
+    ++mPlace;
+    closeElement(begin);
+  }
+
+  [[noreturn]] void refuseEndTag(std::size_t begin) const {
+    refuse(begin, "expected the end tag </" + std::string(mDocument.nameOf(mOpen.back())) + ">");
+  }
+
+  /// Reads a text and the tag, comment or instruction behind it.
+  void scanContent() {
+    const std::size_t begin = mPlace;
+    const std::size_t angle = mText.find('<', mPlace);
+    if (angle == std::string_view::npos)
+      refuse(mText.size(), "the file ends inside of <" + std::string(mDocument.nameOf(mOpen.back())) + ">");
+    checkText(begin, angle);
+    mPlace = angle;
+    const char next = mPlace + 1 < mText.size() ? mText[mPlace + 1] : '\0';
+    if (next == '/') {
+      readEndTag();
+    } else if (next == '!') {
+      skipMarked();
+    } else if (next == '?') {
+      skipInstruction();
+    } else {
+      openElement();
+    }
+  }
+
+  void skipMarked() {
+    if (isAt("<!--")) return skipComment();
+    if (!isAt("<![CDATA[")) refuse(mPlace, "expected an element, a comment or a CDATA section");
+    skipPast("]]>", "a CDATA section");
+  }
+
+  void checkText(std::size_t begin, std::size_t end) const {
+    const std::string_view text = mText.substr(begin, end - begin);
+    if (std::memchr(text.data(), '&', text.size())) checkReferences(begin, end);
+    if (std::memchr(text.data(), ']', text.size())) {
+      const std::size_t mark = text.find("]]>");
+      if (mark != std::string_view::npos) refuse(begin + mark, "']]>' stands in a text; write ']]&gt;'");
+    }
+  }
+
+  std::uint32_t numberOf(std::string_view name) {
+    const auto [found, isNew] = mNumbers.try_emplace(name, static_cast<std::uint32_t>(mDocument.mNames.size()));
+    if (isNew) mDocument.mNames.emplace_back(name);
+    return found->second;
+  }
+
+  void finish() { mDocument.mElements.shrink_to_fit(); }
+
+  static constexpr std::size_t kMaxAttributes = 256;
+
+  Document& mDocument;
+  std::string_view mText;
+  std::size_t mPlace = 0;
+  std::vector<std::uint32_t> mOpen;
+  std::vector<std::string_view> mAttributes;
+  std::unordered_map<std::string_view, std::uint32_t, NameHash> mNumbers;
+};
+
+Document::Document(std::string text) : mText(std::move(text)) {
+  if (mText.size() >= std::numeric_limits<std::uint32_t>::max())
+    throw ParseFault{{}, "the file has 4 GiB or more, which is refused; divide it into several files"};
+  Scanner(*this).scan();
+}
+
+std::uint32_t Document::find(std::uint32_t element, std::string_view name) const noexcept {
+  const std::uint32_t end = mElements[element].next;
+  for (std::uint32_t each = element + 1; each < end; each = mElements[each].next) {
+    if (nameOf(each) == name) return each;
+  }
+  return 0;
+}
+
+std::uint32_t Document::findPath(std::uint32_t element, std::string_view path) const noexcept {
+  while (!path.empty()) {
+    const std::size_t slash = std::min(path.find('/'), path.size());
+    element = find(element, path.substr(0, slash));
+    if (element == 0) return 0;
+    path.remove_prefix(std::min(slash + 1, path.size()));
+  }
+  return element;
+}
+
+std::uint32_t Document::attributeOffset(std::uint32_t element, std::string_view name) const noexcept {
+  const std::string_view value = attribute(element, name);
+  return value.data() ? static_cast<std::uint32_t>(value.data() - mText.data()) : 0;
+}
+
+std::string_view Document::attribute(std::uint32_t element, std::string_view name) const noexcept {
+  std::string_view tag = startTag(element);
+  tag.remove_prefix(1 + nameOf(element).size());
+  for (;;) {
+    const std::size_t begin = tag.find_first_not_of(kSpaces);
+    if (begin == std::string_view::npos || tag[begin] == '>' || tag[begin] == '/') return {};
+    tag.remove_prefix(begin);
+    const std::size_t nameEnd = tag.find_first_of(" \t\r\n=");
+    const std::size_t quote = tag.find_first_of("\"'", nameEnd);
+    const std::size_t end = tag.find(tag[quote], quote + 1);
+    if (tag.substr(0, nameEnd) == name) return tag.substr(quote + 1, end - quote - 1);
+    tag.remove_prefix(end + 1);
+  }
+}
+
+LineAndColumn Document::placeOf(std::uint32_t offset) const noexcept {
+  const std::string_view before = text().substr(0, offset);
+  const auto line = static_cast<std::uint32_t>(std::ranges::count(before, '\n')) + 1;
+  const std::size_t begin = before.rfind('\n');
+  const std::string_view last = begin == std::string_view::npos ? before : before.substr(begin + 1);
+  const auto isBegin = [](char each) { return (static_cast<unsigned char>(each) & 0xC0) != 0x80; };
+  return {line, static_cast<std::uint32_t>(std::ranges::count_if(last, isBegin)) + 1};
+}
+
+std::string Document::pathOf(std::uint32_t element) const {
+  std::string path;
+  for (;; element = mElements[element].parent) {
+    if (const std::uint32_t name = find(element, "SHORT-NAME"); name != 0)
+      path.insert(0, "/" + std::string(trimmed(inner(name))));
+    if (element == 0) return path;
+  }
+}
+
+std::string_view trimmed(std::string_view text) noexcept {
+  const std::size_t begin = text.find_first_not_of(kSpaces);
+  if (begin == std::string_view::npos) return {};
+  return text.substr(begin, text.find_last_not_of(kSpaces) - begin + 1);
+}
+
+std::string plainText(std::string_view text) {
+  std::string plain;
+  plain.reserve(text.size());
+  for (std::size_t place = 0; place < text.size();) {
+    const std::string_view rest = text.substr(place);
+    if (rest.starts_with("<![CDATA[")) {
+      const std::size_t end = rest.find("]]>");
+      plain += rest.substr(9, end - 9);
+      place += end + 3;
+    } else if (rest.starts_with("<!--")) {
+      place += rest.find("-->") + 3;
+    } else if (rest.starts_with('<')) {
+      place += rest.find('>') + 1;
+    } else if (rest.starts_with('&')) {
+      const std::size_t end = rest.find(';');
+      append(plain, characterOf(rest.substr(1, end - 1)));
+      place += end + 1;
+    } else {
+      // A line end is one line feed, whatever the file has.
+      if (rest[0] != '\r') {
+        plain.push_back(rest[0]);
+      } else if (!rest.starts_with("\r\n")) {
+        plain.push_back('\n');
+      }
+      ++place;
+    }
+  }
+  return plain;
+}
+
+}  // namespace Tarvelon::files::arxml

@@ -1,0 +1,53 @@
+#pragma once
+
+#include <cstdint>
+#include <filesystem>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "tarvelon/platform/files/arxml/Document.h"
+#include "tarvelon/platform/model/objects/NativeModel.h"
+
+namespace Tarvelon::files::arxml {
+
+namespace native = metamodel::native;
+
+/// A file from which objects of a model were loaded. It is kept with the model: what nobody changes is saved
+/// as it stands in the text.
+struct SourceFile {
+  std::filesystem::path path;  ///< empty for a text
+  Encoding encoding;
+  Document document;
+  unsigned release = 0;
+  /// The elements of references whose targets are not in the model, in ascending order.
+  std::vector<std::uint32_t> unresolved;
+  /// Elements that stand for an object which has its main element in another place: (element, object).
+  std::vector<std::pair<std::uint32_t, std::uint32_t>> parts;
+
+  bool isUnresolved(std::uint32_t element) const noexcept;
+};
+
+/// The files of a model, in the order in which they were loaded.
+struct Sources {
+  std::vector<SourceFile> files;
+};
+
+/// The files of a model. Null if it was not loaded from ARXML.
+inline const Sources* sourcesOf(const native::NativeModel& model) noexcept {
+  return static_cast<const Sources*>(model.sources());
+}
+
+/// Where an object stood in the files of its model.
+struct SourcePlace {
+  std::uint32_t file = 0;
+  std::uint32_t element = 0;
+};
+
+/// Remembers the element of an object that was just created.
+void setSource(native::Instance& object, SourcePlace place);
+/// Returns whether the object was loaded from a file; then `place` is set.
+bool findSource(const native::Instance& object, SourcePlace& place) noexcept;
+
+}  // namespace Tarvelon::files::arxml
