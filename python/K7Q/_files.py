@@ -125,22 +125,36 @@ def _path(path: _Path, function: str) -> str | bytes:
 
 
 @_method
-def _save(self: ImmutableModel, path: _Path, *, progress: _Progress | None = None) -> None:
-    """Writes the model to a file in XMI format.
+def _save(
+    self: ImmutableModel,
+    path: _Path,
+    *,
+    release: str | None = None,
+    lenient: bool = False,
+    progress: _Progress | None = None,
+) -> None:
+    """Writes the model to a file: as ARXML if its suffix is `.arxml`, as XMI if it is `.xmi` or missing.
+
+    `release` is the AUTOSAR release of an ARXML file, such as "R22-11" or "4.3.0". Without it, it is the release of
+    the file from which the model was loaded, and R22-11 for any other model. Values that the release does not have
+    raise K7Q.WrongValue, which lists them; with lenient=True they are left out of the file. In an ARXML file that
+    was loaded, only the lines of what has changed differ.
 
     The file is replaced atomically: at any time it has either the old or the new contents. Mode, owner and
     attributes of an existing file are kept if the system allows it; a symbolic link stays a link. `progress`
     is called with the fraction done, from 0 to 1. If it raises, saving is cancelled. Without `progress`, a
     terminal shows a progress bar when saving takes longer than a second. Raises K7Q.WrongValue if the suffix
-    is not `.xmi`, K7Q.FileError (an OSError) if the file cannot be written.
+    is unknown, K7Q.FileError (an OSError) if the file cannot be written.
     """
     name = _path(path, "save")
+    if release is not None and not isinstance(release, str):
+        raise _host.WrongType(f"save: expected the name of a release, got {type(release).__name__}")
     with _watched(progress, "saving", name) as watch:
-        _host.saveModel(self, name, watch)
+        _host.saveModel(self, name, watch, release, bool(lenient))
 
 
 def _load(path: _Path, *, lenient: bool = False, progress: _Progress | None = None) -> Model:
-    """Returns a new model with the contents of a file. The model is bound to no URI.
+    """Returns a new model with the contents of a file, ARXML or XMI: the content decides. The model is bound to no URI.
 
     Raises K7Q.WrongFile if the file has problems; the exception lists all of them with their places. With
     lenient=True the correct parts are loaded, and `model.problems` lists the problems. `progress` is the same

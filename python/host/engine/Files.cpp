@@ -79,7 +79,11 @@ PyObject* withFileErrors(PyObject* path, Body body) {
 PyObject* saveModel(Given arguments) {
   PyObject* path = arguments[1];
   return withFileErrors(path, [&]() -> PyObject* {
-    files::save(toModel(arguments[0], "save"), pathOf(path), {progressOf(arguments[2]), true});
+    files::SaveOptions options;
+    options.progress = progressOf(arguments[2]);
+    if (arguments[3] != Py_None) options.release = toUtf8(arguments[3]);
+    options.isLenient = isTrue(arguments[4]);
+    files::save(toModel(arguments[0], "save"), pathOf(path), options);
     Py_RETURN_NONE;
   });
 }
@@ -117,7 +121,8 @@ PyObject* rootsOf(Given arguments) {
 }
 
 constexpr FunctionRow kFunctions[] = {
-    {"saveModel", 3, saveModel, "saveModel(model, path, progress): writes a model to a file."},
+    {"saveModel", 5, saveModel,
+     "saveModel(model, path, progress, release, lenient): writes a model to a file."},
     {"loadModel", 3, loadModel,
      "loadModel(path, lenient, progress): a new model with the contents of a file."},
     {"problemsOf", 1, problemsOf,

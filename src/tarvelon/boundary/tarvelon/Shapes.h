@@ -55,8 +55,15 @@ struct PlaceRow {
   Form form = Form::Nowhere;
   const char* path = "";    ///< of an attribute: its name
   const char* reason = "";  ///< of Nowhere: why no file has the property
+  const char* fallback = "";  ///< of an attribute: what a new element has if the property has no value
   ChoiceRow choice;         ///< only contained objects with this value stand here, and all of them have it
 
+  /// A new element has this text in the attribute if the property has no value, since the format requires one.
+  constexpr PlaceRow otherwise(const char* text) const {
+    PlaceRow row = *this;
+    row.fallback = text;
+    return row;
+  }
   /// Only objects whose property `chosen` has this value stand at the place. Objects that are read there get
   /// the value.
   template <class Literal>

@@ -11,13 +11,18 @@
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/boundary/k7q/Object.h"
 
-/// Saving models to files and loading them: XMI 2, described by an Ecore file of the metamodel.
+/// Saving models to files and loading them: ARXML, the format of AUTOSAR 4 in the releases 4.0.1 to R25-11, and
+/// XMI 2, described by an Ecore file of the metamodel.
 ///
 /// Example:
-///   Tarvelon::files::save(model, "brakes.xmi");
-///   const K7Q::Model again = Tarvelon::files::load("brakes.xmi").model;
+///   Tarvelon::files::save(model, "brakes.arxml");
+///   const K7Q::Model again = Tarvelon::files::load("brakes.arxml").model;
 ///
-/// In a file, contained objects are nested in their owner, a reference is the id of its target, and unset
+/// ARXML:   What has no class, such as a CAN frame, a comment or the extension of a tool, stays where it stands
+///          in the text of the file. A file that was loaded and not changed is saved with the same bytes; a
+///          change of the model changes only the lines it affects.
+///
+/// In an XMI file, contained objects are nested in their owner, a reference is the id of its target, and unset
 /// properties are left out. The URI of the model is not part of the file.
 ///
 /// Ids:     An object that has no id gets one when it is first saved; the id is computed from the place of
@@ -48,6 +53,11 @@ struct SaveOptions {
   /// Wait until the data is on the disk. Without this, a crash of the machine (not of the program) may leave
   /// an empty file.
   bool isDurable = true;
+  /// ARXML only: the release of the file, such as "R22-11" or "4.3.0". Empty: the release of the file from
+  /// which the model was loaded; for any other model the usual one, R22-11.
+  std::string release{};  // NOLINT(readability-redundant-member-init): callers may leave it out
+  /// ARXML only: leave out what the release does not have instead of raising K7Q::WrongValue.
+  bool isLenient = false;
 };
 
 struct LoadOptions {
@@ -117,18 +127,32 @@ struct Loaded {
 ///   member of the file's group, the new group gets no more permissions than everybody has. FileError is
 ///   raised if an access control list or a user's extended attribute cannot be kept.
 ///
-/// Raises FileError, K7Q::WrongValue if the name has a suffix other than `.xmi`, and K7Q::Exception if
-/// objects are nested deeper than kMaxDepth. After an exception the file is unchanged.
+/// The suffix decides the format: `.arxml`, or `.xmi`, which is also that of a name without a suffix.
+///
+/// Raises FileError, K7Q::WrongValue for any other suffix, for an unknown release and, as ARXML, for a model
+/// that the release cannot have, and K7Q::Exception if objects are nested deeper than kMaxDepth. After an
+/// exception the file is unchanged.
 TARVELON_API void save(const K7Q::Model& model, const std::filesystem::path& path,
                        const SaveOptions& options = {});
-/// Returns the text that save() would write.
+/// Saves a model that was loaded from ARXML files back to them: those alone in which something has changed.
+/// Nothing is written if one of the texts cannot be made. Raises as save(), and K7Q::WrongValue if the model
+/// was not loaded from files.
+TARVELON_API void saveBack(const K7Q::Model& model, const SaveOptions& options = {});
+/// Returns the text that save() would write as XMI.
 TARVELON_API std::string saveText(const K7Q::Model& model, const SaveOptions& options = {});
+/// Returns the bytes that save() would write as ARXML.
+TARVELON_API std::string saveArxmlText(const K7Q::Model& model, const SaveOptions& options = {});
 
-/// Loads a file into a new model, which has no URI.
+/// Loads a file into a new model, which has no URI. The content of the file decides its format. A folder
+/// stands for all `.arxml` files in it and below.
 /// Raises FileError if the file cannot be read. Raises WrongFile if the file has problems, unless it is
-/// loaded leniently. Raises WrongFile in any case if the file is not XML at its beginning, is ARXML, has a
-/// newer format or a document type, or nests objects deeper than kMaxDepth.
+/// loaded leniently. Raises WrongFile in any case if the file is not well-formed at its beginning, has another
+/// root element, is of AUTOSAR 3, has a newer format or a document type, or nests objects deeper than
+/// kMaxDepth.
 TARVELON_API Loaded load(const std::filesystem::path& path, const LoadOptions& options = {});
+/// Loads several ARXML files into one model. References may lead from one file into another, and packages of
+/// the same path become one object. Raises as load(), and K7Q::WrongValue for a file in another format.
+TARVELON_API Loaded load(const std::vector<std::filesystem::path>& paths, const LoadOptions& options = {});
 /// As load(), for a text. Error texts call the input `name`.
 TARVELON_API Loaded loadText(std::string_view text, const LoadOptions& options = {},
                              std::string_view name = "text");

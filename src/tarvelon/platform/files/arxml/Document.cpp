@@ -392,6 +392,25 @@ std::string_view trimmed(std::string_view text) noexcept {
   return text.substr(begin, text.find_last_not_of(kSpaces) - begin + 1);
 }
 
+std::string withoutStars(std::string_view path) {
+  std::string plain(path);
+  std::erase(plain, '*');
+  return plain;
+}
+
+std::string formulaOf(const Document& document, std::uint32_t element) {
+  const Element& where = document.element(element);
+  std::string text;
+  std::uint32_t offset = where.contentBegin;
+  for (std::uint32_t each = element + 1; each < where.next; each = document.element(each).next) {
+    text += plainText(document.slice(offset, document.element(each).begin));
+    const std::string inner = plainText(document.inner(each));
+    text += document.nameOf(each).ends_with("-REF") ? inner.substr(inner.rfind('/') + 1) : inner;
+    offset = document.element(each).end;
+  }
+  return text + plainText(document.slice(offset, where.contentEnd));
+}
+
 std::string plainText(std::string_view text) {
   std::string plain;
   plain.reserve(text.size());

@@ -95,6 +95,10 @@ class Document {
 /// Replaces character and entity references, and removes comments, processing instructions and the marks of
 /// CDATA sections. REQUIRES: text of a parsed document without elements.
 std::string plainText(std::string_view text);
+/// The text of an element with its elements. A reference inside of it stands for the last name of its path.
+std::string formulaOf(const Document& document, std::uint32_t element);
+/// A path of elements without the marks of repeated ones (boundary/tarvelon/Shapes.h).
+std::string withoutStars(std::string_view path);
 /// Without white space at both ends.
 std::string_view trimmed(std::string_view text) noexcept;
 

@@ -169,6 +169,12 @@ unsigned releaseOf(std::string_view name) noexcept {
 
 const metamodel::ReleaseRow& releaseRow(unsigned number) noexcept { return releases()[number - 1]; }
 
+std::string releaseNames() {
+  std::string text;
+  for (const metamodel::ReleaseRow& row : releases()) text += (text.empty() ? "" : ", ") + std::string(row.name);
+  return text;
+}
+
 std::string textOf(Releases set) {
   std::string text;
   const auto last = static_cast<unsigned>(releases().size());

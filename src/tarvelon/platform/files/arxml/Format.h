@@ -92,6 +92,8 @@ unsigned releaseOf(std::string_view name) noexcept;
 /// The release in which a new model is saved.
 unsigned usualRelease() noexcept;
 const metamodel::ReleaseRow& releaseRow(unsigned number) noexcept;
+/// The names of all releases: "4.0.1, 4.0.2, ..., R25-11".
+std::string releaseNames();
 /// "4.0.1 to 4.3.0, R22-11"
 std::string textOf(Releases set);
 

@@ -107,6 +107,7 @@ void Reader::read(std::uint32_t index) {
   const Format& format = Format::get();
   mNumbers.clear();
   for (const std::string& name : text.names()) mNumbers.push_back(format.numberOf(name));
+  mFile->isObject.assign(text.size(), false);
 
   Instance& root = mModel.add(dataOf<common::AUTOSAR>(), 4);
   setSource(root, {index, 0});
@@ -309,6 +310,7 @@ void Reader::pushObject(Instance& object, const metamodel::ElementRow* row, std:
   frame.end = document().element(element).next;
   frame.path = mFrames.empty() ? PathIndex::kRoot : mFrames.back().path;
   frame.content = content;
+  mFile->isObject[element] = true;
   const ClassShape& shape = mShapes.of(object.cls());
   frame.parts[frame.count++] = {&object, &shape, 0};
   if (row && row->inlined) {
@@ -383,22 +385,8 @@ void Reader::readBody(const Part& part, std::uint32_t element) {
     mPending.push_back({part.object, place, {mFileIndex, element}});
     return;
   }
-  const std::string text = formula(element);
+  const std::string text = formulaOf(document(), element);
   if (!text.empty()) store(part, *place, document().element(element).contentBegin, text);
-}
-
-/// The text of an element. A reference inside of it stands for the name of its target.
-std::string Reader::formula(std::uint32_t element) const {
-  const Element& where = document().element(element);
-  std::string text;
-  std::uint32_t offset = where.contentBegin;
-  for (std::uint32_t each = element + 1; each < where.next; each = document().element(each).next) {
-    text += plainText(document().slice(offset, document().element(each).begin));
-    const std::string inner = plainText(document().inner(each));
-    text += document().nameOf(each).ends_with("-REF") ? inner.substr(inner.rfind('/') + 1) : inner;
-    offset = document().element(each).end;
-  }
-  return text + plainText(document().slice(offset, where.contentEnd));
 }
 
 void Reader::resolve() {
@@ -410,34 +398,13 @@ void Reader::resolve() {
   for (SourceFile& file : mSources.files) std::ranges::sort(file.unresolved);
 }
 
-/// The path that the reference base with that label stands for, seen from an object. An empty label: the
-/// default base.
-std::uint64_t Reader::baseOf(const Instance& object, std::string_view label) const {
-  for (const Instance* each = &object; each; each = each->owner()) {
-    SourcePlace source;
-    if (&each->cls() != &dataOf<common::Package>() || !findSource(*each, source)) continue;
-    const Document& text = mSources.files[source.file].document;
-    const std::uint32_t bases = text.find(source.element, "REFERENCE-BASES");
-    if (bases == 0) continue;
-    for (std::uint32_t base = bases + 1; base < text.element(bases).next; base = text.element(base).next) {
-      const std::uint32_t name = text.find(base, "SHORT-LABEL");
-      const std::uint32_t mark = text.find(base, "IS-DEFAULT");
-      const bool isDefault = mark != 0 && trimmed(text.inner(mark)) == "true";
-      const std::uint32_t package = text.find(base, "PACKAGE-REF");
-      const bool isMeant = label.empty() ? isDefault : name != 0 && trimmed(text.inner(name)) == label;
-      if (isMeant && package != 0) return PathIndex::hashOf(trimmed(text.inner(package)));
-    }
-  }
-  return PathIndex::kRoot;
-}
-
 Instance* Reader::targetOf(const Pending& reference) {
   const Document& text = mSources.files[reference.source.file].document;
   const std::string_view path = trimmed(text.inner(reference.source.element));
   if (path.empty()) return nullptr;
   if (path.front() == '/') return mPaths.find(PathIndex::hashOf(path));
   const std::string_view label = text.attribute(reference.source.element, "BASE");
-  return mPaths.find(PathIndex::hashOf(path, baseOf(*reference.object, label)));
+  return mPaths.find(PathIndex::hashOf(path, PathIndex::hashOf(referenceBase(mSources, *reference.object, label))));
 }
 
 void Reader::leave(const Pending& reference) {

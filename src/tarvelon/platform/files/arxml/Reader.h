@@ -83,14 +83,12 @@ class Reader {
   void choose(native::Instance& object, const metamodel::ChoiceRow& choice);
   void readAttributes(const Part& part, std::uint32_t element);
   void readBody(const Part& part, std::uint32_t element);
-  std::string formula(std::uint32_t element) const;
 
   void readScalar(const Part& part, const Place& place, std::uint32_t offset, std::string_view text);
   void store(const Part& part, const Place& place, std::uint32_t offset, std::string_view text);
   void storeText(const Part& part, const Place& place, std::uint32_t offset, std::string_view text);
 
   native::Instance* targetOf(const Pending& reference);
-  std::uint64_t baseOf(const native::Instance& object, std::string_view label) const;
   void link(const Pending& reference);
   void leave(const Pending& reference);
 

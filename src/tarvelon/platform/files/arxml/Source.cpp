@@ -20,4 +20,33 @@ bool findSource(const native::Instance& object, SourcePlace& place) noexcept {
   return true;
 }
 
+namespace {
+
+/// The path of a base that is declared in a package's element. Empty if it is not the one that is meant.
+std::string basePath(const Document& text, std::uint32_t base, std::string_view label) {
+  const std::uint32_t name = text.find(base, "SHORT-LABEL");
+  const std::uint32_t mark = text.find(base, "IS-DEFAULT");
+  const std::uint32_t package = text.find(base, "PACKAGE-REF");
+  const bool isDefault = mark != 0 && trimmed(text.inner(mark)) == "true";
+  const bool isMeant = label.empty() ? isDefault : name != 0 && trimmed(text.inner(name)) == label;
+  return isMeant && package != 0 ? std::string(trimmed(text.inner(package))) : std::string();
+}
+
+}  // namespace
+
+std::string referenceBase(const Sources& sources, const native::Instance& object, std::string_view label) {
+  for (const native::Instance* each = &object; each; each = each->owner()) {
+    SourcePlace source;
+    if (!findSource(*each, source)) continue;
+    const Document& text = sources.files[source.file].document;
+    const std::uint32_t bases = text.find(source.element, "REFERENCE-BASES");
+    if (bases == 0) continue;
+    for (std::uint32_t base = bases + 1; base < text.element(bases).next; base = text.element(base).next) {
+      const std::string path = basePath(text, base, label);
+      if (!path.empty()) return path;
+    }
+  }
+  return {};
+}
+
 }  // namespace Tarvelon::files::arxml

@@ -21,6 +21,8 @@ struct SourceFile {
   Encoding encoding;
   Document document;
   unsigned release = 0;
+  /// By element: whether an object was made for it.
+  std::vector<bool> isObject;
   /// The elements of references whose targets are not in the model, in ascending order.
   std::vector<std::uint32_t> unresolved;
   /// Elements that stand for an object which has its main element in another place: (element, object).
@@ -49,5 +51,9 @@ struct SourcePlace {
 void setSource(native::Instance& object, SourcePlace place);
 /// Returns whether the object was loaded from a file; then `place` is set.
 bool findSource(const native::Instance& object, SourcePlace& place) noexcept;
+
+/// The path for which a reference base stands, seen from an object. An empty label: the default base. Empty if
+/// no package around the object declares it.
+std::string referenceBase(const Sources& sources, const native::Instance& object, std::string_view label);
 
 }  // namespace Tarvelon::files::arxml

@@ -5,6 +5,7 @@
 #include <cmath>
 #include <limits>
 
+#include "tarvelon/platform/files/arxml/Document.h"
 #include "tarvelon/platform/files/arxml/Format.h"
 #include "tarvelon/platform/model/metamodel/EnumerationType.h"
 
@@ -153,6 +154,45 @@ void appendEscaped(std::string& target, std::string_view text) {
     } else {
       target.push_back(each);
     }
+  }
+}
+
+void appendAttribute(std::string& target, std::string_view text) {
+  std::string escaped;
+  appendEscaped(escaped, text);
+  for (const char each : escaped) {
+    if (each == '"') {
+      target += "&quot;";
+    } else if (each == '\t' || each == '\n') {
+      target += each == '\t' ? "&#9;" : "&#10;";
+    } else {
+      target.push_back(each);
+    }
+  }
+}
+
+std::string withAttribute(std::string tag, std::string_view name, const std::string& value) {
+  std::size_t begin = tag.find_first_of(" \t\r\n/>");
+  for (;;) {
+    const std::size_t start = tag.find_first_not_of(" \t\r\n", begin);
+    if (tag[start] == '>' || tag[start] == '/') {
+      if (value.empty()) return tag;
+      std::string attribute = " " + std::string(name) + "=\"";
+      appendAttribute(attribute, value);
+      return tag.insert(begin, attribute + "\"");
+    }
+    const std::size_t nameEnd = tag.find_first_of(" \t\r\n=", start);
+    const std::size_t quote = tag.find_first_of("\"'", nameEnd);
+    const std::size_t end = tag.find(tag[quote], quote + 1);
+    if (std::string_view(tag).substr(start, nameEnd - start) == name) {
+      const std::string_view old = std::string_view(tag).substr(quote + 1, end - quote - 1);
+      if (plainText(old) == value) return tag;
+      if (value.empty()) return tag.erase(begin, end + 1 - begin);
+      std::string written;
+      appendAttribute(written, value);
+      return tag.replace(quote, end + 1 - quote, "\"" + written + "\"");
+    }
+    begin = end + 1;
   }
 }
 

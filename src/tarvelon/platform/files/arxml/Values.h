@@ -18,5 +18,10 @@ std::string expectedText(const metamodel::native::Property& property);
 
 /// Appends text with `&`, `<` and `>` as references.
 void appendEscaped(std::string& target, std::string_view text);
+/// The same for the value of an attribute in quotes.
+void appendAttribute(std::string& target, std::string_view text);
+/// A start tag with another value of an attribute. An empty value leaves the attribute out. The tag stays as it
+/// is if the attribute has the value.
+std::string withAttribute(std::string tag, std::string_view name, const std::string& value);
 
 }  // namespace Tarvelon::files::arxml

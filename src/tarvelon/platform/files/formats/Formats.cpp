@@ -2,8 +2,11 @@
 
 #include "tarvelon/platform/files/Files.h"
 #include "tarvelon/platform/files/arxml/Loader.h"
+#include "tarvelon/platform/files/arxml/Saver.h"
 #include "tarvelon/platform/files/shared/Source.h"
+#include "tarvelon/platform/files/shared/Suffix.h"
 #include "tarvelon/platform/files/xmi/Loader.h"
+#include "tarvelon/platform/files/xmi/Writer.h"
 #include "tarvelon/platform/model/objects/NativeModel.h"
 
 namespace Tarvelon::files {
@@ -45,6 +48,22 @@ const Problems& problems(const K7Q::Model& model) noexcept {
 Loaded load(const std::filesystem::path& path, const LoadOptions& options) {
   FileSource source(path, interruption(options));
   return loadFrom(source, path, options, path.string());
+}
+
+void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
+  if (hasSuffix(path, ".arxml")) return saveArxml(model, path, options);
+  requireSuffix(path, ".xmi", "a model is saved as ARXML (.arxml) or as XMI (.xmi)");
+  if (!options.release.empty())
+    throw K7Q::WrongValue("cannot save '" + path.string() + "': a release is only for .arxml files");
+  saveXmi(model, path, options);
+}
+
+std::vector<K7Q::ClassObject> roots(const K7Q::Model& model) {
+  std::vector<K7Q::ClassObject> found;
+  native::NativeModel::require(model).forEachInstance([&](native::Instance& object) {
+    if (!object.owner()) found.emplace_back(&object, model.getDeviant());
+  });
+  return found;
 }
 
 Loaded loadText(std::string_view text, const LoadOptions& options, std::string_view name) {

@@ -17,6 +17,10 @@ bool isEqual(char left, char right) noexcept {
 
 }  // namespace
 
+bool hasSuffix(const std::filesystem::path& path, std::string_view known) {
+  return std::ranges::equal(path.extension().string(), known, isEqual);
+}
+
 void requireSuffix(const std::filesystem::path& path, std::string_view known, std::string_view what) {
   const std::string suffix = path.extension().string();
   if (suffix.size() < 2 || std::ranges::equal(suffix, known, isEqual)) return;

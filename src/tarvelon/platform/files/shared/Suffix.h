@@ -10,4 +10,7 @@ namespace Tarvelon::files {
 /// what is saved, for the text.
 void requireSuffix(const std::filesystem::path& path, std::string_view known, std::string_view what);
 
+/// Whether the name has that suffix, in capital or small letters.
+bool hasSuffix(const std::filesystem::path& path, std::string_view known);
+
 }  // namespace Tarvelon::files

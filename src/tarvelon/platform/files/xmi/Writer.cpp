@@ -1,3 +1,5 @@
+#include "tarvelon/platform/files/xmi/Writer.h"
+
 #include <optional>
 #include <vector>
 
@@ -7,7 +9,6 @@
 #include "tarvelon/platform/files/shared/Contents.h"
 #include "tarvelon/platform/files/shared/Ids.h"
 #include "tarvelon/platform/files/shared/ScalarText.h"
-#include "tarvelon/platform/files/shared/Suffix.h"
 #include "tarvelon/platform/model/changes/AuditHooks.h"
 #include "tarvelon/platform/model/changes/Journal.h"
 #include "tarvelon/platform/model/metamodel/ClassMethods.h"
@@ -244,10 +245,9 @@ class Writer {
 }  // namespace
 
 // The progress callback may release the caller's handle.
-void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
+void saveXmi(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
   NativeModel& native = NativeModel::require(model);
   const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
-  requireSuffix(path, ".xmi", "a model is saved as XMI");
   AtomicFile file(path);
   Writer(native, file, options.progress).write();
   file.commit(options.isDurable);
@@ -259,14 +259,6 @@ std::string saveText(const K7Q::Model& model, const SaveOptions& options) {
   const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
   Writer(native, text, options.progress).write();
   return text.take();
-}
-
-std::vector<K7Q::ClassObject> roots(const K7Q::Model& model) {
-  std::vector<K7Q::ClassObject> found;
-  NativeModel::require(model).forEachInstance([&](Instance& object) {
-    if (!object.owner()) found.emplace_back(&object, model.getDeviant());
-  });
-  return found;
 }
 
 }  // namespace Tarvelon::files

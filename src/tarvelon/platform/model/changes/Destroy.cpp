@@ -64,6 +64,7 @@ void leaveReferrers(Instance& object, bool isOneOfMany, StepRoom room) noexcept 
   if (!word) return;
   Referrers(word->bits).forEach([&object, isOneOfMany, room](Referrer referrer) {
     Instance& referring = object.model().instance(referrer.instance);
+    referring.noteChange();
     if (isList(referring, referrer.slot)) {
       leaveList(referring, referrer.slot, object, isOneOfMany);
     } else {

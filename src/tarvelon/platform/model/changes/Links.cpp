@@ -168,6 +168,7 @@ void storeUnnoted(Instance& object, unsigned slot, Word word, StepRoom room) {
   const bool isText = (cls.textSlots & bitOf(slot)) != 0;
   Word* place = object.find(slot);
   if (!place) object.reserve(1);
+  object.noteChange();
   if (isText) word.text = TextCell::keptOf(word.text).release();
   const bool hadText = isText && place && place->text;
   if (place) {

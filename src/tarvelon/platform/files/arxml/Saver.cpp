@@ -1,0 +1,103 @@
+#include "tarvelon/platform/files/arxml/Saver.h"
+
+#include <algorithm>
+#include <memory>
+#include <vector>
+
+#include "tarvelon/arplatform/common/Names.h"
+#include "tarvelon/platform/files/arxml/Writer.h"
+#include "tarvelon/platform/files/shared/AtomicFile.h"
+#include "tarvelon/platform/model/metamodel/Registry.h"
+
+namespace Tarvelon::files {
+
+namespace native = metamodel::native;
+using arxml::Refused;
+using arxml::SourceFile;
+using arxml::Sources;
+
+namespace {
+
+/// The root element's object. Raises K7Q::WrongValue unless there is exactly one object of AUTOSAR without an
+/// owner, and no other object without one.
+native::Instance& rootOf(const native::NativeModel& model) {
+  const native::ClassData& cls =
+      native::tableOf(metamodel::arplatform::common::AUTOSAR::Interface::kName).data();
+  native::Instance* root = nullptr;
+  std::size_t roots = 0;
+  std::size_t others = 0;
+  const native::Instance* other = nullptr;
+  model.forEachInstance([&](native::Instance& object) {
+    if (object.owner()) return;
+    if (&object.cls() == &cls) {
+      root = &object;
+      ++roots;
+    } else {
+      other = &object;
+      ++others;
+    }
+  });
+  if (roots != 1) {
+    throw K7Q::WrongValue("cannot save as ARXML: expected one object of common.AUTOSAR without an owner, got " +
+                          std::to_string(roots) + "; put all packages into PackagedElement of one object");
+  }
+  if (others != 0) {
+    throw K7Q::WrongValue(
+        "cannot save as ARXML: " + std::to_string(others) + (others == 1 ? " object has" : " objects have") +
+        " no owner, the first of " + other->cls().methods->className().name +
+        "; put each of them into an object below common.AUTOSAR, or destroy it");
+  }
+  return *root;
+}
+
+unsigned releaseFor(const Sources* sources, std::size_t file, const SaveOptions& options) {
+  if (options.release.empty()) return sources ? sources->files[file].release : arxml::usualRelease();
+  const unsigned release = arxml::releaseOf(options.release);
+  if (release != 0) return release;
+  throw K7Q::WrongValue("cannot save as ARXML: there is no release '" + options.release + "'; there are " +
+                        arxml::releaseNames());
+}
+
+/// Raises K7Q::WrongValue for what the release cannot have.
+void requireAccepted(const std::vector<Refused>& refused, unsigned release, const SaveOptions& options) {
+  constexpr std::size_t kShown = 20;
+  if (refused.empty() || options.isLenient) return;
+  std::string text = std::string("cannot save as ARXML ") + arxml::releaseRow(release).name + ": " +
+                     std::to_string(refused.size()) + (refused.size() == 1 ? " problem" : " problems") +
+                     ", so nothing was written";
+  for (std::size_t each = 0; each < std::min(kShown, refused.size()); ++each)
+    text += "\n  " + (refused[each].path.empty() ? std::string("/") : refused[each].path) + ": " +
+            refused[each].text;
+  if (refused.size() > kShown) text += "\n  and " + std::to_string(refused.size() - kShown) + " more";
+  throw K7Q::WrongValue(text);
+}
+
+std::string textOf(native::NativeModel& model, const SaveOptions& options) {
+  const Sources* sources = arxml::sourcesOf(model);
+  const unsigned release = releaseFor(sources, 0, options);
+  native::Instance& root = rootOf(model);
+  arxml::Writer writer(model, sources, release);
+  std::string text = writer.write(root);
+  requireAccepted(writer.refused(), release, options);
+  const arxml::Encoding encoding = sources ? sources->files[0].encoding : arxml::Encoding();
+  return arxml::encoded(std::move(text), encoding);
+}
+
+}  // namespace
+
+std::string saveArxmlText(const K7Q::Model& model, const SaveOptions& options) {
+  return textOf(native::NativeModel::require(model), options);
+}
+
+void saveArxml(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
+  native::NativeModel& native = native::NativeModel::require(model);
+  const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
+  const std::string text = textOf(native, options);
+  if (options.progress) options.progress(0.9);
+  AtomicFile file(path);
+  file.write(text.data(), text.size());
+  file.commit(options.isDurable);
+  if (options.progress) options.progress(1);
+}
+
+}  // namespace Tarvelon::files

@@ -1,0 +1,12 @@
+#pragma once
+
+#include <filesystem>
+
+#include "tarvelon/platform/files/Files.h"
+
+namespace Tarvelon::files {
+
+/// Saves a model in the format ARXML, as save().
+void saveArxml(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options);
+
+}  // namespace Tarvelon::files

@@ -1,0 +1,216 @@
+#include <algorithm>
+
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/files/arxml/Values.h"
+#include "tarvelon/platform/files/arxml/Writer.h"
+#include "tarvelon/platform/files/arxml/WriterLevel.h"
+#include "tarvelon/platform/hx/Utf.h"
+#include "tarvelon/platform/model/metamodel/Registry.h"
+#include "tarvelon/platform/model/objects/Slots.h"
+
+// What becomes of each child of a loaded element: it is copied, changed or left out.
+namespace Tarvelon::files::arxml {
+
+using metamodel::Form;
+using native::Instance;
+using native::Storage;
+using native::Word;
+
+/// Whether the element may stand here in the release that is written. If not, it is reported.
+bool Writer::isInRelease(const Emit& emit, std::uint32_t child, std::uint32_t name) {
+  if (!emit.content || mRelease == emit.file->release || name == 0) return true;
+  const Releases known = emit.content->releasesOf(name);
+  if (known == 0 || (known & bitOf(mRelease)) != 0) return true;
+  mRefused.push_back({emit.file->document.pathOf(child),
+                      "<" + std::string(emit.file->document.nameOf(child)) + "> is not in the release " +
+                          releaseRow(mRelease).name + "; it is in " + arxml::textOf(known)});
+  return false;
+}
+
+std::optional<Writer::Piece> Writer::decide(const Emit& emit, Level& level, std::uint32_t child) {
+  const Document& document = emit.file->document;
+  const std::uint32_t name = Format::get().numberOf(document.nameOf(child));
+  for (std::size_t index = 0; name != 0 && index < emit.parts.size(); ++index) {
+    const Part& part = emit.parts[index];
+    const std::uint16_t spot = part.shape->find(part.spot, name);
+    if (spot == 0) continue;
+    const std::uint16_t value = part.shape->spot(spot).value;
+    if (value == Spot::kNone) return decideWrapper(emit, level, index, spot, child);
+    // A place that the release does not have: its value is written at another one, if there is one.
+    if (!(*part.active)[part.shape->places()[value].index]) {
+      return part.object->has(part.shape->places()[value].slot) ? std::nullopt
+                                                                 : std::optional<Piece>(document.outer(child));
+    }
+    return decideLeaf(emit, level, index, spot, child);
+  }
+  if (emit.file->isObject[child]) return decideObject(emit, level, child);
+  if (!isInRelease(emit, child, name)) return std::nullopt;
+  return document.outer(child);
+}
+
+std::optional<Writer::Piece> Writer::decideObject(const Emit& emit, Level& level, std::uint32_t child) {
+  Instance* object = objectAt(*emit.file, child);
+  if (!object || !object->owner()) return std::nullopt;
+  const Document& document = emit.file->document;
+  for (std::size_t index = 0; index < emit.parts.size(); ++index) {
+    const Part& part = emit.parts[index];
+    if (object->owner() != part.object) continue;
+    for (const std::uint16_t each : part.shape->spot(part.spot).inside) {
+      const Place& place = part.shape->places()[each];
+      if (place.slot != object->ownerSlot() || !standsAt(*object, part, place, emit.content)) continue;
+      const metamodel::ElementRow* row = rowFor(*object, emit.content);
+      if (document.nameOf(child) != row->name) continue;
+      level.found[index].objects.insert(object);
+      const ContentItem* item =
+          emit.content ? emit.content->find(Format::get().numberOf(row->name), mRelease) : nullptr;
+      return emitObject(*object, row->name, item ? item->content : nullptr, {}, emit.file, child);
+    }
+  }
+  return std::nullopt;
+}
+
+std::optional<Writer::Piece> Writer::decideLeaf(const Emit& emit, Level& level, std::size_t index,
+                                                std::uint16_t spot, std::uint32_t child) {
+  const Part& part = emit.parts[index];
+  const Place& place = part.shape->places()[part.shape->spot(spot).value];
+  std::uint32_t& count = level.found[index].counts[spot];
+  const Document& document = emit.file->document;
+  if (place.form() == Form::Role) {
+    if (!emit.file->isObject[child]) return document.outer(child);
+    Instance* object = objectAt(*emit.file, child);
+    if (!object || object->owner() != part.object || object->ownerSlot() != place.slot) return std::nullopt;
+    ++count;
+    level.found[index].objects.insert(object);
+    const ContentItem* item =
+        emit.content ? emit.content->find(part.shape->spot(spot).name, mRelease) : nullptr;
+    return emitObject(*object, std::string(document.nameOf(child)), item ? item->content : nullptr, {},
+                      emit.file, child);
+  }
+  const std::uint32_t value = emit.index != kAll ? emit.index : count;
+  std::optional<Piece> piece = place.form() == Form::Reference
+                                   ? decideReference(emit, part, place, child, value)
+                                   : decideText(emit, part, place, child, value);
+  if (piece && !isLeft(emit, place, child)) ++count;
+  return piece;
+}
+
+/// Whether an element is no value of the place: a reference whose target is not in the model, or a text that
+/// was not understood.
+bool Writer::isLeft(const Emit& emit, const Place& place, std::uint32_t child) const {
+  if (place.form() == Form::Reference) return emit.file->isUnresolved(child);
+  return emit.file->document.hasElements(child);
+}
+
+std::optional<Writer::Piece> Writer::decideText(const Emit& emit, const Part& part, const Place& place,
+                                                std::uint32_t child, std::uint32_t index) {
+  const Document& document = emit.file->document;
+  if (document.hasElements(child)) return document.outer(child);
+  const std::string plain = plainText(document.inner(child));
+  const std::string_view text = trimmed(plain);
+  const std::string value = textOf(*part.object, place, index);
+  const Storage storage = place.property->storage();
+  const bool isText = storage == Storage::Text || storage == Storage::Texts;
+  Word word{};
+  const bool isRead = isText || readValue(*place.property, text, word) == ScalarFault::None;
+  if (value.empty()) {
+    const bool isKept = !isRead || (isText && text.empty());
+    return isKept ? std::optional<Piece>(document.outer(child)) : std::nullopt;
+  }
+  if (isText ? text == value : isRead && valueText(*place.property, word) == value) return document.outer(child);
+  std::string written(document.startTag(child));
+  if (written.ends_with("/>")) written.replace(written.size() - 2, 2, ">");
+  appendEscaped(written, value);
+  return written + "</" + std::string(document.nameOf(child)) + ">";
+}
+
+std::string Writer::basePath(const Instance& object, std::string_view label) const {
+  return referenceBase(*mSources, object, label);
+}
+
+std::optional<Writer::Piece> Writer::decideReference(const Emit& emit, const Part& part, const Place& place,
+                                                     std::uint32_t child, std::uint32_t index) {
+  const Document& document = emit.file->document;
+  Instance* target = targetOf(*part.object, place, index);
+  const bool isOpen = emit.file->isUnresolved(child);
+  if (isOpen && (place.isMany() || !target)) return document.outer(child);
+  if (!target) return std::nullopt;
+  const std::string path = pathOf(*target, mShapes);
+  const std::string plain = plainText(document.inner(child));
+  const std::string_view text = trimmed(plain);
+  if (text == path) return document.outer(child);
+  std::string tag(document.startTag(child));
+  std::string written = path;
+  if (!text.starts_with('/')) {
+    const std::string base = basePath(*part.object, document.attribute(child, "BASE")) + "/";
+    if (base + std::string(text) == path) return document.outer(child);
+    if (base.size() > 1 && path.starts_with(base)) {
+      written = path.substr(base.size());
+    } else {
+      tag = withAttribute(std::move(tag), "BASE", {});
+    }
+  }
+  const std::string_view dest = document.attribute(child, "DEST");
+  const auto rows = Format::get().candidates(Format::get().numberOf(dest));
+  const std::string element = elementNameOf(*target);
+  if (!rows.empty() && dest != element) tag = withAttribute(std::move(tag), "DEST", element);
+  if (tag.ends_with("/>")) tag.replace(tag.size() - 2, 2, ">");
+  appendEscaped(tag, written);
+  return tag + "</" + std::string(document.nameOf(child)) + ">";
+}
+
+/// Whether a wrapper has content that no row knows, or a comment.
+bool Writer::keepsForeign(const Emit& emit, std::uint32_t wrapper, const Part& part, std::uint16_t spot) const {
+  const Document& document = emit.file->document;
+  std::vector<std::pair<std::uint32_t, std::uint16_t>> left{{wrapper, spot}};
+  while (!left.empty()) {
+    const auto [element, at] = left.back();
+    left.pop_back();
+    std::uint32_t offset = document.element(element).contentBegin;
+    for (std::uint32_t each = element + 1; each < document.element(element).next;
+         each = document.element(each).next) {
+      if (document.slice(offset, document.element(each).begin).find("<!--") != std::string_view::npos) return true;
+      offset = document.element(each).end;
+      const std::uint16_t inner = part.shape->find(at, Format::get().numberOf(document.nameOf(each)));
+      if (inner == 0) {
+        if (!emit.file->isObject[each]) return true;
+        continue;
+      }
+      const std::uint16_t value = part.shape->spot(inner).value;
+      if (value == Spot::kNone) {
+        left.emplace_back(each, inner);
+      } else if (isLeft(emit, part.shape->places()[value], each)) {
+        return true;
+      }
+    }
+    if (document.slice(offset, document.element(element).contentEnd).find("<!--") != std::string_view::npos)
+      return true;
+  }
+  return false;
+}
+
+std::optional<Writer::Piece> Writer::decideWrapper(const Emit& emit, Level& level, std::size_t index,
+                                                   std::uint16_t spot, std::uint32_t child) {
+  const Part& part = emit.parts[index];
+  const Document& document = emit.file->document;
+  const ContentItem* item = emit.content ? emit.content->find(part.shape->spot(spot).name, mRelease) : nullptr;
+  const Content* content = item ? item->content : nullptr;
+  std::uint32_t& count = level.found[index].counts[spot];
+  const bool isRepeated = std::ranges::any_of(part.shape->spot(spot).places, [&](std::uint16_t each) {
+    return part.shape->places()[each].repeats == spot;
+  });
+  const std::uint32_t wanted = countBelow(part, spot, content);
+  const bool isKept = !document.hasElements(child) || keepsForeign(emit, child, part, spot);
+  if (count >= wanted && !isKept) return std::nullopt;
+  if (!isInRelease(emit, child, part.shape->spot(spot).name)) return std::nullopt;
+  Emit inner;
+  inner.file = emit.file;
+  inner.element = child;
+  inner.name = document.nameOf(child);
+  inner.content = content;
+  inner.parts = {{part.object, part.shape, spot, part.active}};
+  inner.index = isRepeated ? count : emit.index;
+  ++count;
+  return inner;
+}
+
+}  // namespace Tarvelon::files::arxml

@@ -1,0 +1,343 @@
+#include <algorithm>
+
+#include "tarvelon/arplatform/common/Names.h"
+#include "tarvelon/boundary/k7q/Primitives.h"
+#include "tarvelon/platform/files/arxml/Values.h"
+#include "tarvelon/platform/files/arxml/Writer.h"
+#include "tarvelon/platform/hx/Utf.h"
+#include "tarvelon/platform/model/metamodel/Registry.h"
+#include "tarvelon/platform/model/objects/Slots.h"
+
+// The values of objects as texts, and where they stand.
+namespace Tarvelon::files::arxml {
+
+using metamodel::Form;
+using native::Instance;
+using native::Storage;
+using native::Word;
+using native::WordList;
+
+namespace {
+
+/// The number of values in a slot.
+std::uint32_t sizeOf(const Instance& object, const Place& place) noexcept {
+  const Word* word = object.find(place.slot);
+  if (!word) return 0;
+  return place.isMany() ? word->list->size() : 1;
+}
+
+/// REQUIRES: index < sizeOf().
+Word wordAt(const Instance& object, const Place& place, std::uint32_t index) noexcept {
+  const Word word = *object.find(place.slot);
+  return place.isMany() ? word.list->at(index) : word;
+}
+
+bool isWord(char each) noexcept {
+  return (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z') || (each >= '0' && each <= '9') ||
+         each == '_';
+}
+
+std::string nameOf(const Instance& object) {
+  const Word* name =
+      object.cls().nameSlot == native::ClassData::kNoSlot ? nullptr : object.find(object.cls().nameSlot);
+  return name && name->text ? hx::toUtf8(name->text->view()) : std::string();
+}
+
+}  // namespace
+
+std::string Writer::textOf(const Instance& object, const Place& place, std::uint32_t index) const {
+  if (index >= sizeOf(object, place)) return {};
+  const Word word = wordAt(object, place, index);
+  const Storage storage = place.property->storage();
+  if (storage == Storage::Text || storage == Storage::Texts)
+    return word.text ? hx::toUtf8(word.text->view()) : std::string();
+  return valueText(*place.property, word);
+}
+
+Instance* Writer::targetOf(const Instance& object, const Place& place, std::uint32_t index) const {
+  return index < sizeOf(object, place) ? wordAt(object, place, index).object : nullptr;
+}
+
+std::string Writer::elementNameOf(const Instance& object) {
+  const metamodel::ElementRow* row = rowFor(object, nullptr);
+  return row ? row->name : std::string();
+}
+
+std::string Writer::reference(const Instance& object, std::string_view name, const Instance& target) {
+  const std::string path = pathOf(target, mShapes);
+  if (path.empty()) {
+    refuse(object, "<" + std::string(name) + "> refers to an object without a path: give " +
+                       std::string(target.cls().methods->className().shortName()) + " and its owners names");
+  }
+  std::string text = "<" + std::string(name) + " DEST=\"" + elementNameOf(target) + "\">";
+  appendEscaped(text, path);
+  return text + "</" + std::string(name) + ">";
+}
+
+/// The text of an object's element. In a formula, the names of the objects that it refers to are references.
+std::string Writer::bodyOf(const Part& part) {
+  const std::string body = textOf(*part.object, *part.shape->body(), 0);
+  std::string text;
+  for (std::size_t place = 0; place < body.size();) {
+    std::size_t end = place;
+    while (end < body.size() && isWord(body[end])) ++end;
+    if (end == place) {
+      appendEscaped(text, body.substr(place, 1));
+      ++place;
+      continue;
+    }
+    const std::string word = body.substr(place, end - place);
+    place = end;
+    const Instance* meant = nullptr;
+    std::string_view element;
+    for (const Place& each : part.shape->places()) {
+      if (each.form() != Form::Reference || each.spot == 0) continue;
+      for (std::uint32_t index = 0; index < sizeOf(*part.object, each); ++index) {
+        const Instance* target = targetOf(*part.object, each, index);
+        if (nameOf(*target) != word) continue;
+        meant = target;
+        element = Format::get().nameOf(part.shape->spot(each.spot).name);
+      }
+    }
+    if (meant) {
+      text += reference(*part.object, element, *meant);
+    } else {
+      text += word;
+    }
+  }
+  return text;
+}
+
+std::string Writer::bodyText(const SourceFile& file, std::uint32_t element) const {
+  return formulaOf(file.document, element);
+}
+
+const Content* Writer::contentAt(const Content* content, const ClassShape& shape, std::uint16_t spot) const {
+  std::uint16_t way[16];
+  std::size_t depth = 0;
+  for (; spot != 0 && depth < std::size(way); spot = shape.spot(spot).parent) way[depth++] = spot;
+  while (content && depth > 0) {
+    const ContentItem* item = content->find(shape.spot(way[--depth]).name, mRelease);
+    content = item ? item->content : nullptr;
+  }
+  return content;
+}
+
+/// Whether the schema has the spot's element in an object's element with that content.
+bool Writer::isKnown(const Content* content, const ClassShape& shape, std::uint16_t spot) const {
+  if (spot == 0 || !content) return true;
+  const std::uint16_t parent = shape.spot(spot).parent;
+  const Content* around = contentAt(content, shape, parent);
+  if (!around && parent != 0) return isKnownAbove(content, shape, parent);
+  return !around || around->find(shape.spot(spot).name, mRelease) != nullptr;
+}
+
+/// The same for an element around which the content is not known: what is known must lead there.
+bool Writer::isKnownAbove(const Content* content, const ClassShape& shape, std::uint16_t spot) const {
+  std::uint16_t way[16];
+  std::size_t depth = 0;
+  for (; spot != 0 && depth < std::size(way); spot = shape.spot(spot).parent) way[depth++] = spot;
+  while (content && depth > 0) {
+    const ContentItem* item = content->find(shape.spot(way[--depth]).name, mRelease);
+    if (!item) return false;
+    content = item->content;
+  }
+  return true;
+}
+
+/// Which places of an object are written. Of several places for one property, the one that the loaded element
+/// has; else the first one that the schema knows.
+std::shared_ptr<const std::vector<bool>> Writer::activePlaces(const Instance& object, const ClassShape& shape,
+                                                              const Content* content, const SourceFile* file,
+                                                              std::uint32_t element) {
+  auto active = std::make_shared<std::vector<bool>>(shape.places().size(), false);
+  const auto isPresent = [&](const Place& place) {
+    return file && place.row->path[0] != '\0' &&
+           file->document.findPath(element, withoutStars(place.row->path)) != 0;
+  };
+  for (const Place& place : shape.places()) {
+    const Form form = place.form();
+    const bool hasPath =
+        form == Form::Text || form == Form::Role || form == Form::Inside || form == Form::Reference;
+    if (!hasPath || !isKnown(content, shape, place.spot)) continue;
+    if (form == Form::Inside || place.row->choice.property) {
+      (*active)[place.index] = true;
+      continue;
+    }
+    std::size_t present = shape.places().size();
+    for (const Place& other : shape.places()) {
+      if (other.slot == place.slot && (*active)[other.index]) present = other.index;
+    }
+    if (present == shape.places().size()) {
+      (*active)[place.index] = true;
+    } else if (isPresent(place) && !isPresent(shape.places()[present])) {
+      (*active)[present] = false;
+      (*active)[place.index] = true;
+    }
+  }
+  refuseUnplaced(object, shape, content, *active);
+  return active;
+}
+
+/// Reports the values for which the release has no place.
+void Writer::refuseUnplaced(const Instance& object, const ClassShape& shape, const Content* content,
+                            const std::vector<bool>& active) {
+  for (const Place& place : shape.places()) {
+    if (active[place.index] || !object.has(place.slot) || place.spot == 0) continue;
+    if (place.form() == Form::Nowhere || place.form() == Form::Chosen || sizeOf(object, place) == 0) continue;
+    const bool isElsewhere = std::ranges::any_of(shape.places(), [&](const Place& other) {
+      return other.slot == place.slot && active[other.index];
+    });
+    if (isElsewhere) continue;
+    const Content* around = contentAt(content, shape, shape.spot(place.spot).parent);
+    const Releases known = around ? around->releasesOf(shape.spot(place.spot).name) : 0;
+    refuse(object, std::string(place.property->metaName()) + " has no place in the release " +
+                       releaseRow(mRelease).name +
+                       (known != 0 ? "; <" + std::string(Format::get().nameOf(shape.spot(place.spot).name)) +
+                                         "> is in " + arxml::textOf(known)
+                                   : std::string()));
+  }
+}
+
+std::vector<Writer::Part> Writer::partsOf(Instance& object, std::string_view name, const Content* content,
+                                          const SourceFile* file, std::uint32_t element) {
+  const ClassShape& shape = mShapes.of(object.cls());
+  std::vector<Part> parts;
+  parts.push_back({&object, &shape, 0, activePlaces(object, shape, content, file, element)});
+  for (const std::uint16_t index : shape.inlined()) {
+    Instance* part = targetOf(object, shape.places()[index], 0);
+    if (!part) continue;
+    const bool isHere = std::ranges::any_of(shape.rows().elements, [&](const metamodel::ElementRow& row) {
+      return row.name == name && (!row.inlined || (shape.slotOf(*shape.property(row.inlined)) ==
+                                                       shape.places()[index].slot &&
+                                                   part->cls().isKindOf(native::tableOf(*row.inlinedClass).data().ordinal)));
+    });
+    if (!isHere) continue;
+    const ClassShape& inner = mShapes.of(part->cls());
+    parts.push_back({part, &inner, 0, activePlaces(*part, inner, content, file, element)});
+  }
+  return parts;
+}
+
+Writer::Piece Writer::emitObject(Instance& object, std::string name, const Content* content, std::string indent,
+                                 const SourceFile* file, std::uint32_t element) {
+  if (file && mRelease == file->release && !mChanges->has(object)) return file->document.outer(element);
+  Emit emit;
+  emit.file = file;
+  emit.element = element;
+  emit.content = content;
+  emit.parts = partsOf(object, name, content, file, element);
+  emit.name = std::move(name);
+  emit.indent = std::move(indent);
+  emit.isObject = true;
+  return emit;
+}
+
+Instance* Writer::objectAt(const SourceFile& file, std::uint32_t element) const {
+  return mObjects[static_cast<std::size_t>(&file - mSources->files.data())][element];
+}
+
+/// Whether an object has what the row of its element asks for.
+bool Writer::answers(const Instance& object, const ClassShape& shape, const metamodel::ElementRow& row) {
+  const auto valueOf = [&](const char* name) -> const Word* {
+    const native::Property* property = shape.property(name);
+    return property ? object.find(shape.slotOf(*property)) : nullptr;
+  };
+  if (row.choice.property) {
+    const Word* word = valueOf(row.choice.property);
+    if ((word ? integerOf(*word) : 0) != row.choice.value) return false;
+  }
+  if (row.inlined) {
+    const Word* word = valueOf(row.inlined);
+    if (!word || !word->object->cls().isKindOf(native::tableOf(*row.inlinedClass).data().ordinal)) return false;
+  }
+  if (!row.reference) return true;
+  for (const Place& place : shape.places()) {
+    if (place.form() != Form::Reference || std::string_view(place.row->path) != row.reference) continue;
+    const Instance* target = targetOf(object, place, 0);
+    if (!target) continue;
+    const auto rows = mShapes.of(target->cls()).rows().elements;
+    return std::ranges::any_of(rows, [&](const auto& each) { return std::string_view(each.name) == row.dest; });
+  }
+  SourcePlace source;
+  if (!mSources || !findSource(object, source)) return true;
+  const Document& document = mSources->files[source.file].document;
+  const std::uint32_t found = document.findPath(source.element, row.reference);
+  return found == 0 || document.attribute(found, "DEST") == row.dest;
+}
+
+/// The element of an object that stands in an element with that content. Null if there is none.
+const metamodel::ElementRow* Writer::rowFor(const Instance& object, const Content* content) {
+  const ClassShape& shape = mShapes.of(object.cls());
+  const metamodel::ElementRow* fallback = nullptr;
+  for (const metamodel::ElementRow& row : shape.rows().elements) {
+    if (content && !content->find(Format::get().numberOf(row.name), mRelease)) continue;
+    if (answers(object, shape, row)) return &row;
+    if (!fallback && row.inlined && isBare(object, shape)) fallback = &row;
+  }
+  return fallback;
+}
+
+/// Whether none of the objects is there that would stand in the object's element.
+bool Writer::isBare(const Instance& object, const ClassShape& shape) const {
+  return std::ranges::none_of(shape.inlined(), [&](std::uint16_t index) {
+    return targetOf(object, shape.places()[index], 0) != nullptr;
+  });
+}
+
+/// Whether a contained object stands in an element with that content, at a place of its owner.
+bool Writer::standsAt(const Instance& object, const Part& owner, const Place& place, const Content* content) {
+  if (!(*owner.active)[place.index]) return false;
+  const metamodel::ChoiceRow& choice = place.row->choice;
+  if (choice.property) {
+    const ClassShape& shape = mShapes.of(object.cls());
+    const native::Property* property = shape.property(choice.property);
+    const Word* word = property ? object.find(shape.slotOf(*property)) : nullptr;
+    if ((word ? integerOf(*word) : 0) != choice.value) return false;
+  }
+  return place.form() == Form::Role || rowFor(object, content) != nullptr;
+}
+
+/// How many values of a property are written at a place. `around` is the content of the element around the
+/// place's own ones.
+std::uint32_t Writer::countOf(const Part& part, const Place& place, const Content* around) {
+  if (!(*part.active)[place.index]) return 0;
+  const std::uint32_t size = sizeOf(*part.object, place);
+  if (place.form() == Form::Text) {
+    return size == 1 && textOf(*part.object, place, 0).empty() ? 0 : size;
+  }
+  if (place.form() != Form::Role && place.form() != Form::Inside) return size;
+  std::uint32_t count = 0;
+  for (std::uint32_t index = 0; index < size; ++index)
+    count += standsAt(*targetOf(*part.object, place, index), part, place, around) ? 1 : 0;
+  return place.form() == Form::Role ? (count == 0 ? 0 : size) : count;
+}
+
+/// How many elements a spot needs that only surrounds others.
+std::uint32_t Writer::countBelow(const Part& part, std::uint16_t spot, const Content* content) {
+  std::uint32_t most = 0;
+  for (const std::uint16_t index : part.shape->spot(spot).places) {
+    const Place& place = part.shape->places()[index];
+    const std::uint16_t around = place.form() == Form::Inside ? place.spot : part.shape->spot(place.spot).parent;
+    const Content* inner = content;
+    if (around != spot) inner = contentBetween(content, *part.shape, spot, around);
+    const std::uint32_t count = countOf(part, place, inner);
+    if (count == 0) continue;
+    most = std::max(most, place.repeats == spot ? count : 1U);
+  }
+  return most;
+}
+
+const Content* Writer::contentBetween(const Content* content, const ClassShape& shape, std::uint16_t from,
+                                      std::uint16_t to) const {
+  std::uint16_t way[16];
+  std::size_t depth = 0;
+  for (; to != from && to != 0 && depth < std::size(way); to = shape.spot(to).parent) way[depth++] = to;
+  while (content && depth > 0) {
+    const ContentItem* item = content->find(shape.spot(way[--depth]).name, mRelease);
+    content = item ? item->content : nullptr;
+  }
+  return content;
+}
+
+}  // namespace Tarvelon::files::arxml
