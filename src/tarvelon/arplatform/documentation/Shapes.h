@@ -71,12 +71,12 @@ constexpr auto shape(Is<LanguageSpecific>) {
   return shapeOf(
       noElement(),
       places(
-          attribute("Language", "L")));
+          attribute("Language", "L").otherwise("FOR-ALL")));
 }
 
 constexpr auto shape(Is<LPlainText>) {
   return shapeOf(
-      elements(element("L-10")),
+      elements(element("L-10").always("xml:space=\"default\"")),
       places());
 }
 

@@ -113,7 +113,14 @@ struct ElementRow {
   const char* dest = nullptr;               ///< ... whose attribute DEST has this value
   const char* inlined = nullptr;            ///< the meta name of a property whose object is inlined ...
   const ClassName* inlinedClass = nullptr;  ///< ... and has this class
+  const char* fixed = "";                   ///< an attribute that a new element has: `xml:space="default"`
 
+  /// New elements have this attribute, which the format requires and no property has.
+  constexpr ElementRow always(const char* attributeText) const {
+    ElementRow row = *this;
+    row.fixed = attributeText;
+    return row;
+  }
   template <class Literal>
   constexpr ElementRow when(const char* chosen, Literal value) const {
     ElementRow row = *this;

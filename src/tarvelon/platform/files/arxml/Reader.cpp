@@ -49,6 +49,17 @@ std::uint32_t sizeOf(const Instance& object, std::uint8_t slot) noexcept {
   return list ? list->size() : 0;
 }
 
+/// The text of the first reference that an object's element has directly inside.
+std::string_view referenceIn(const Document& document, std::uint32_t element, const ClassShape& shape) {
+  for (const Place& place : shape.places()) {
+    if (place.form() != Form::Reference || std::string_view(place.row->path).find('/') != std::string_view::npos)
+      continue;
+    const std::uint32_t found = document.find(element, place.row->path);
+    if (found != 0) return trimmed(document.inner(found));
+  }
+  return {};
+}
+
 /// The class of objects whose element is named by its role.
 const native::ClassData* classOfRole(const native::ClassMethods& type) {
   if (!type.isAbstract()) return &type.data();
@@ -259,8 +270,8 @@ bool Reader::openRole(const Part& part, const Place& place, std::uint32_t elemen
   return cls && openObject(part, place, *cls, nullptr, element, content);
 }
 
-bool Reader::joinPackage(const Part& owner, const native::ClassData& cls, std::uint32_t element,
-                         const Content* content) {
+/// A package whose path an earlier file has is the same object.
+bool Reader::joinPackage(const native::ClassData& cls, std::uint32_t element, const Content* content) {
   if (&cls != &dataOf<common::Package>() || mFileIndex == 0) return false;
   const std::uint32_t name = document().find(element, "SHORT-NAME");
   if (name == 0) return false;
@@ -269,10 +280,30 @@ bool Reader::joinPackage(const Part& owner, const native::ClassData& cls, std::u
   SourcePlace source;
   if (!present || &present->cls() != &cls || !findSource(*present, source) || source.file == mFileIndex)
     return false;
-  (void)owner;
   mFile->parts.emplace_back(element, present->number());
   pushObject(*present, nullptr, element, content);
   return true;
+}
+
+/// Two elements with different inlined objects that refer to the same thing are one object: the com spec and
+/// the annotation of a data element.
+bool Reader::joinInfo(const Part& owner, const Place& place, const native::ClassData& cls,
+                      const metamodel::ElementRow* row, std::uint32_t element, const Content* content) {
+  const native::WordList* list = place.isMany() ? native::listOf(*owner.object, place.slot) : nullptr;
+  if (!list || !row || !row->inlined) return false;
+  const ClassShape& shape = mShapes.of(cls);
+  const std::uint8_t slot = shape.slotOf(*shape.property(row->inlined));
+  const std::string_view wanted = referenceIn(document(), element, shape);
+  for (std::uint32_t index = 0; !wanted.empty() && index < list->size(); ++index) {
+    Instance& object = *list->at(index).object;
+    SourcePlace source;
+    if (&object.cls() != &cls || object.has(slot) || !findSource(object, source)) continue;
+    if (referenceIn(mSources.files[source.file].document, source.element, shape) != wanted) continue;
+    mFile->parts.emplace_back(element, object.number());
+    pushObject(object, row, element, content);
+    return true;
+  }
+  return false;
 }
 
 Instance* Reader::create(const Part& owner, const Place& place, const native::ClassData& cls,
@@ -293,7 +324,7 @@ Instance* Reader::create(const Part& owner, const Place& place, const native::Cl
 
 bool Reader::openObject(const Part& owner, const Place& place, const native::ClassData& cls,
                         const metamodel::ElementRow* row, std::uint32_t element, const Content* content) {
-  if (joinPackage(owner, cls, element, content)) return true;
+  if (joinPackage(cls, element, content) || joinInfo(owner, place, cls, row, element, content)) return true;
   Instance* object = create(owner, place, cls, element);
   if (!object) return false;
   setSource(*object, {mFileIndex, element});
@@ -324,11 +355,12 @@ void Reader::pushObject(Instance& object, const metamodel::ElementRow* row, std:
     }
   }
   SourcePlace source;
-  const bool isFirst = !findSource(object, source) || source.file == mFileIndex;
+  const bool isFirst =
+      !findSource(object, source) || (source.file == mFileIndex && source.element == element);
   if (isFirst) makeRequired(object, shape);
   enterName(frame, shape);
   mFrames.push_back(frame);
-  for (std::uint8_t index = 0; isFirst && index < frame.count; ++index) {
+  for (std::uint8_t index = isFirst ? 0 : 1; index < frame.count; ++index) {
     readAttributes(frame.parts[index], element);
     readBody(frame.parts[index], element);
   }
@@ -422,8 +454,9 @@ void Reader::link(const Pending& reference) {
     if (other && other->object != &object) return leave(reference);
   }
   if (!place.isMany()) {
-    if (object.has(place.slot)) return leave(reference);
-    native::store(object, place.slot, {Word{.object = target}, false});
+    const Word* present = object.find(place.slot);
+    if (present && present->object != target) return leave(reference);
+    if (!present) native::store(object, place.slot, {Word{.object = target}, false});
   } else if (native::containsElement(object, place.slot, *target)) {
     leave(reference);
   } else {

@@ -72,8 +72,9 @@ class Reader {
   bool fits(const Candidate& candidate, const Place& place, std::uint32_t element) const;
   bool openObject(const Part& owner, const Place& place, const native::ClassData& cls,
                   const metamodel::ElementRow* row, std::uint32_t element, const Content* content);
-  bool joinPackage(const Part& owner, const native::ClassData& cls, std::uint32_t element,
-                   const Content* content);
+  bool joinPackage(const native::ClassData& cls, std::uint32_t element, const Content* content);
+  bool joinInfo(const Part& owner, const Place& place, const native::ClassData& cls,
+                const metamodel::ElementRow* row, std::uint32_t element, const Content* content);
   native::Instance* create(const Part& owner, const Place& place, const native::ClassData& cls,
                            std::uint32_t element);
   void pushObject(native::Instance& object, const metamodel::ElementRow* row, std::uint32_t element,

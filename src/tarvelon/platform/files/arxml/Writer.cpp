@@ -96,17 +96,19 @@ void Writer::run(Emit first, std::string& text) {
   }
 }
 
-std::string Writer::startTag(const Emit& emit) const {
+std::string Writer::startTag(const Emit& emit) {
   const bool isRoot = emit.isObject && emit.name == "AUTOSAR";
   if (!emit.file) {
     if (isRoot) return std::string(kHeader) + releaseRow(mRelease).schema + "\">";
     std::string tag = "<" + emit.name;
+    const metamodel::ElementRow* row = emit.isObject ? rowFor(*emit.parts[0].object, nullptr) : nullptr;
+    if (row && row->fixed[0] != '\0') tag += std::string(" ") + row->fixed;
     for (std::size_t index = 0; emit.isObject && index < emit.parts.size(); ++index) {
       const Part& part = emit.parts[index];
       for (const std::uint16_t each : part.shape->attributes()) {
         const Place& place = part.shape->places()[each];
-        const std::string value = textOf(*part.object, place, 0);
-        const std::string_view written = value.empty() ? place.row->fallback : value;
+        std::string written = textOf(*part.object, place, 0);
+        if (written.empty()) written = place.row->fallback;
         if (written.empty()) continue;
         tag += std::string(" ") + place.row->path + "=\"";
         appendAttribute(tag, written);
@@ -263,13 +265,20 @@ void Writer::addMissingAt(const Emit& emit, Level& level, std::size_t index, std
   }
   const Place& place = part.shape->places()[spot.value];
   if (!(*part.active)[place.index]) return;
-  const std::uint32_t all = countOf(part, place, emit.content);
+  std::uint32_t all = countOf(part, place, emit.content);
+  if (item && !item->isMany && emit.index == kAll && all > 1 && place.repeats == spotIndex) {
+    refuse(*part.object, "<" + std::string(name) + "> stands once in the release " +
+                             releaseRow(mRelease).name + "; " + std::string(place.property->metaName()) +
+                             " has " + std::to_string(all) + " values");
+    all = 1;
+  }
   const bool isOne = emit.index != kAll;
   const std::uint32_t first = isOne ? emit.index + count : count;
   const std::uint32_t end = isOne ? std::min(all, emit.index + 1) : all;
   for (std::uint32_t value = first; value < end; ++value) {
     Instance* target = place.property->isReference() ? targetOf(*part.object, place, value) : nullptr;
     if (place.form() == Form::Role) {
+      if (!standsAt(*target, part, place, emit.content)) continue;
       if (level.found[index].objects.contains(target)) continue;
       SourcePlace source;
       const bool isMoved = mSources && findSource(*target, source);
@@ -407,7 +416,10 @@ void Writer::finish(const Emit& emit, Level& level, std::vector<Piece>& pieces) 
 }
 
 void Writer::refuse(const Instance& object, std::string text) {
-  mRefused.push_back({pathOf(object, mShapes), std::move(text)});
+  const Instance* named = &object;
+  while (named->owner() && pathOf(*named, mShapes).empty()) named = named->owner();
+  if (named != &object) text.insert(0, std::string(object.cls().methods->className().shortName()) + ": ");
+  mRefused.push_back({pathOf(*named, mShapes), std::move(text)});
 }
 
 }  // namespace Tarvelon::files::arxml

@@ -94,7 +94,7 @@ class Writer {
   void insert(const Emit& emit, Level& level, std::string_view name, Piece piece,
               const native::Instance* object = nullptr);
   void finish(const Emit& emit, Level& level, std::vector<Piece>& pieces);
-  std::string startTag(const Emit& emit) const;
+  std::string startTag(const Emit& emit);
   std::string childIndent(const Emit& emit) const;
 
   // Children of a loaded element. No result: the element is left out.
@@ -121,6 +121,7 @@ class Writer {
                                                         const SourceFile* file, std::uint32_t element);
   void refuseUnplaced(const native::Instance& object, const ClassShape& shape, const Content* content,
                       const std::vector<bool>& active);
+  void refuseHomeless(const Part& part, const Content* content);
   const metamodel::ElementRow* rowFor(const native::Instance& object, const Content* content);
   bool answers(const native::Instance& object, const ClassShape& shape, const metamodel::ElementRow& row);
   bool standsAt(const native::Instance& object, const Part& owner, const Place& place, const Content* content);

@@ -59,8 +59,15 @@ Instance* Writer::targetOf(const Instance& object, const Place& place, std::uint
 }
 
 std::string Writer::elementNameOf(const Instance& object) {
-  const metamodel::ElementRow* row = rowFor(object, nullptr);
-  return row ? row->name : std::string();
+  if (const metamodel::ElementRow* row = rowFor(object, nullptr)) return row->name;
+  // An object whose element is named by its role.
+  if (!object.owner()) return {};
+  for (const Place& place : mShapes.of(object.owner()->cls()).places()) {
+    if (place.slot != object.ownerSlot() || place.form() != Form::Role) continue;
+    const std::string path = withoutStars(place.row->path);
+    return path.substr(path.rfind('/') + 1);
+  }
+  return {};
 }
 
 std::string Writer::reference(const Instance& object, std::string_view name, const Instance& target) {
@@ -182,13 +189,15 @@ std::shared_ptr<const std::vector<bool>> Writer::activePlaces(const Instance& ob
 /// Reports the values for which the release has no place.
 void Writer::refuseUnplaced(const Instance& object, const ClassShape& shape, const Content* content,
                             const std::vector<bool>& active) {
+  std::uint64_t reported = 0;
   for (const Place& place : shape.places()) {
     if (active[place.index] || !object.has(place.slot) || place.spot == 0) continue;
     if (place.form() == Form::Nowhere || place.form() == Form::Chosen || sizeOf(object, place) == 0) continue;
     const bool isElsewhere = std::ranges::any_of(shape.places(), [&](const Place& other) {
       return other.slot == place.slot && active[other.index];
     });
-    if (isElsewhere) continue;
+    if (isElsewhere || (reported >> place.slot & 1) != 0) continue;
+    reported |= std::uint64_t{1} << place.slot;
     const Content* around = contentAt(content, shape, shape.spot(place.spot).parent);
     const Releases known = around ? around->releasesOf(shape.spot(place.spot).name) : 0;
     refuse(object, std::string(place.property->metaName()) + " has no place in the release " +
@@ -196,6 +205,34 @@ void Writer::refuseUnplaced(const Instance& object, const ClassShape& shape, con
                        (known != 0 ? "; <" + std::string(Format::get().nameOf(shape.spot(place.spot).name)) +
                                          "> is in " + arxml::textOf(known)
                                    : std::string()));
+  }
+}
+
+/// Reports contained objects that have no element in the release.
+void Writer::refuseHomeless(const Part& part, const Content* content) {
+  const auto stands = [&](const Place& place, const Instance& object) {
+    if (place.form() == Form::Role) return standsAt(object, part, place, nullptr);
+    return standsAt(object, part, place, contentAt(content, *part.shape, place.spot));
+  };
+  std::uint64_t done = 0;
+  for (const Place& place : part.shape->places()) {
+    const bool isLast = (done >> place.slot & 1) == 0;
+    done |= std::uint64_t{1} << place.slot;
+    if (!isLast || !place.property->holds()) continue;
+    for (std::uint32_t index = 0; index < sizeOf(*part.object, place); ++index) {
+      const Instance& object = *targetOf(*part.object, place, index);
+      bool isSaid = false;
+      bool hasPlace = false;
+      for (const Place& each : part.shape->places()) {
+        if (each.slot != place.slot) continue;
+        const bool isElement = each.form() == Form::Inside || each.form() == Form::Role;
+        isSaid |= !isElement || mShapes.of(object.cls()).rows().reason[0] != '\0' || !(*part.active)[each.index];
+        hasPlace |= isElement && stands(each, object);
+      }
+      if (isSaid || hasPlace) continue;
+      refuse(object, std::string("there is no element for a ") + object.cls().methods->className().shortName() +
+                         " here in the release " + releaseRow(mRelease).name);
+    }
   }
 }
 
@@ -216,6 +253,7 @@ std::vector<Writer::Part> Writer::partsOf(Instance& object, std::string_view nam
     const ClassShape& inner = mShapes.of(part->cls());
     parts.push_back({part, &inner, 0, activePlaces(*part, inner, content, file, element)});
   }
+  for (const Part& part : parts) refuseHomeless(part, content);
   return parts;
 }
 
