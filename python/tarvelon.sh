@@ -8,8 +8,11 @@ host_usage() {
   run SCRIPT [ARGS]        run a Python script in the host (also: run -, run -c CODE, run -m MODULE)
   shell                    an interactive Python with the packages imported
   describe [--json] [NAME] print a published package, class or enumeration
-  show FILE [PATH]         print the model in a file, or one object of it: as a tree (--depth N), or as --json
-  validate [--json] FILE   print the problems of a saved model; the exit status is 1 if there is an error
+  show FILE... [PATH]      print the model in files, or one object of it: as a tree (--depth N), or as --json;
+                           --foreign counts what has no class
+  validate [--json] FILE...
+                           print the problems of a saved model; the exit status is 1 if there is an error
+  convert IN... OUT        convert between .arxml and .xmi, several files into one (--release R)
   ecore FILE               write the metamodel as an Ecore file, for EMF and PyEcore
   --version                print the version
 END
@@ -22,7 +25,7 @@ usage() {
 }
 
 self=tarvelon
-commands=(run shell describe show validate ecore help)
+commands=(run shell describe show validate convert ecore help)
 python=/usr/bin/python3
 
 say() { printf 'tarvelon: %s\n' "$*" >&2; }

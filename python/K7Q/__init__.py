@@ -59,7 +59,8 @@ def models() -> list[Model]:
 _extend("K7Q.Model", {"__enter__": _enter, "__exit__": _exit})
 
 # Names that are created on first use, and the modules that create them.
-_later = dict.fromkeys(("Change", "FileProblem", "Mention", "Problem", "Rule"), "K7Q._records")
+_later = dict.fromkeys(("Change", "FileProblem", "ForeignContent", "Mention", "Problem", "Rule", "UnresolvedReference"),
+                       "K7Q._records")
 
 # The feature modules: each adds methods to models and objects, and some names to this package.
 for _feature in ("_search", "_history", "_copy", "_files", "_validation"):

@@ -47,6 +47,36 @@ class FileProblem(NamedTuple):
         return f"line {self.line}, column {self.column}: {self.text}"
 
 
+class ForeignContent(NamedTuple):
+    """An element of an ARXML file that has no class. It is saved as it stands.
+
+    tag is the name of the element, name its SHORT-NAME or "", path the names of the elements around it and its own
+    ("/Bus/Frame"), file the path of the file or "", line counts from 1, xml is the text of the element.
+    """
+
+    tag: str
+    name: str
+    path: str
+    file: str
+    line: int
+    xml: str
+
+
+class UnresolvedReference(NamedTuple):
+    """A reference of an ARXML file whose target is not in the model. It is saved as it stands.
+
+    tag is the name of the element, target the path as it stands in the file, dest the DEST of the reference, path the
+    names of the elements around it, file the path of the file or "", line counts from 1.
+    """
+
+    tag: str
+    target: str
+    dest: str
+    path: str
+    file: str
+    line: int
+
+
 class Problem(NamedTuple):
     """A problem found by validation. `str(problem)` is one line with all details.
 
@@ -84,5 +114,5 @@ class Rule(NamedTuple):
     of: str = ""
 
 
-for _each in (Mention, Change, FileProblem, Problem, Rule):
+for _each in (Mention, Change, FileProblem, ForeignContent, UnresolvedReference, Problem, Rule):
     _each.__module__ = "K7Q"  # so that users see the public module

@@ -1,9 +1,10 @@
-"""Prints the model in a file, or one object of it: as a readable tree, or with --json completely."""
+"""Prints the model in one or more files, or one object of it: as a readable tree, or with --json completely."""
 
 from __future__ import annotations
 
 import argparse
 import json
+import os
 import sys
 from collections.abc import Iterator
 from typing import Any
@@ -99,18 +100,36 @@ def lines(record: Record, depth: int, indent: str = "") -> Iterator[str]:
 
 def parse(arguments: list[str] | None) -> argparse.Namespace:
     parser = argparse.ArgumentParser(prog="tarvelon show", description=__doc__)
-    parser.add_argument("file", metavar="FILE", help="the file of a saved model")
-    parser.add_argument("path", nargs="?", metavar="PATH",
-                        help="the object to print: its qualified name, /Brakes/Controller, or its path as in "
-                             "references, /Brakes.adminData (default: the whole model)")
+    parser.add_argument("files", nargs="+", metavar="FILE",
+                        help="the file of a saved model; several ARXML files, or a folder with such files, are one "
+                             "model. If the last one does not exist, it is the PATH of the object to print: its "
+                             "qualified name, /Brakes/Controller, or its path as in references, /Brakes.adminData "
+                             "(default: the whole model)")
+    parser.add_argument("--foreign", action="store_true",
+                        help="print how many elements of ARXML files have no class, by element name")
     parser.add_argument("--json", action="store_true", help="print everything as JSON")
     parser.add_argument("--depth", type=int, default=DEPTH, metavar="N",
                         help="the number of levels to print below the object; -1 for all (default: %(default)s)")
-    return parser.parse_intermixed_args(arguments)
+    options = parser.parse_intermixed_args(arguments)
+    options.path = None
+    if len(options.files) > 1 and not os.path.exists(options.files[-1]):
+        options.path = options.files.pop()
+    return options
+
+
+def load(files: list[str], lenient: bool = False) -> K7Q.Model:
+    """The model in one file or folder, or in several ARXML files."""
+    return K7Q.Model.load(files[0] if len(files) == 1 else files, lenient=lenient)
+
+
+def shown_names(files: list[str]) -> str:
+    return files[0] if len(files) == 1 else f"{len(files)} files"
 
 
 def report(model: K7Q.Model, options: argparse.Namespace) -> str | None:
     """The text to print; None if no object has the path."""
+    if options.foreign:
+        return "\n".join(f"{number:8} {tag}" for tag, number in model.foreign().items()) or "everything has a class"
     data = model.to_dict()
     shown = data["objects"]
     if options.path is not None:
@@ -127,13 +146,13 @@ def report(model: K7Q.Model, options: argparse.Namespace) -> str | None:
 def main(arguments: list[str] | None = None) -> int:
     options = parse(arguments)
     try:
-        with K7Q.Model.load(options.file) as model:
+        with load(options.files) as model:
             output = report(model, options)
     except (K7Q.Exception, OSError) as error:
         print(f"tarvelon: {error}", file=sys.stderr)
         return 1
     if output is None:
-        print(f"tarvelon: {options.file} has no object {options.path}; without a path, show prints what "
+        print(f"tarvelon: {shown_names(options.files)} has no object {options.path}; without a path, show prints what "
               "there is", file=sys.stderr)
         return 1
     return 0 if print_text(output) else 1

@@ -1,4 +1,4 @@
-"""Validates a model in a file: prints the problems of the file and the rules of AUTOSAR that the model breaks.
+"""Validates a model in one or more files: prints the problems of the file and the rules of AUTOSAR that the model breaks.
 
 The exit status is 1 if there is an error, and 0 if there are only warnings or no problems.
 """
@@ -14,6 +14,7 @@ from typing import Any
 
 import K7Q
 from Tarvelon._output import print_text, to_json
+from Tarvelon.show import load, shown_names
 
 
 def number_of(count: int, what: str) -> str:
@@ -59,12 +60,13 @@ def add_rules(script: str) -> None:
 def validate(options: argparse.Namespace) -> int:
     for script in options.rules:
         add_rules(script)
-    with K7Q.Model.load(options.file, lenient=True) as model:
+    name = shown_names(options.files)
+    with load(options.files, lenient=True) as model:
         misfits, problems = model.problems, model.validate()
         if options.json:
-            text = to_json(record(options.file, misfits, problems))
+            text = to_json(record(name, misfits, problems))
         else:
-            text = "\n".join(page(options.file, misfits, problems))
+            text = "\n".join(page(name, misfits, problems))
     return 0 if print_text(text) and not count_errors(misfits, problems) else 1
 
 
@@ -73,7 +75,9 @@ def main(arguments: list[str] | None = None) -> int:
     parser.add_argument("--json", action="store_true", help="print the problems as JSON")
     parser.add_argument("--rules", action="append", default=[], metavar="SCRIPT",
                         help="first run a script that adds rules with K7Q.rule; may be given more than once")
-    parser.add_argument("file", metavar="FILE", help="the file of a saved model")
+    parser.add_argument("files", nargs="+", metavar="FILE",
+                        help="the file of a saved model; several ARXML files, or a folder with such files, are one "
+                             "model")
     options = parser.parse_args(arguments)
     try:
         return validate(options)

@@ -31,6 +31,17 @@ std::filesystem::path pathOf(PyObject* path) {
   return {std::string(PyBytes_AS_STRING(bytes), static_cast<std::size_t>(PyBytes_GET_SIZE(bytes)))};
 }
 
+Reference pathStr(const std::filesystem::path& path) {
+  const std::string& text = path.native();
+  return owned(PyUnicode_DecodeFSDefaultAndSize, text.data(), static_cast<Py_ssize_t>(text.size()));
+}
+
+Reference pathList(const std::vector<std::filesystem::path>& paths) {
+  Reference list = owned(PyList_New, 0);
+  for (const std::filesystem::path& path : paths) require(PyList_Append, list.get(), pathStr(path).get());
+  return list;
+}
+
 Reference toList(const files::Problems& problems) {
   Reference list = owned(PyList_New, 0);
   for (const files::Problem& each : problems.kept) {
@@ -88,13 +99,61 @@ PyObject* saveModel(Given arguments) {
   });
 }
 
+PyObject* saveBack(Given arguments) {
+  return withFileErrors(Py_None, [&]() -> PyObject* {
+    files::SaveOptions options;
+    options.progress = progressOf(arguments[1]);
+    options.isLenient = isTrue(arguments[2]);
+    return pathList(files::saveBack(toModel(arguments[0], "save"), options)).release();
+  });
+}
+
 PyObject* loadModel(Given arguments) {
   PyObject* path = arguments[0];
   return withFileErrors(path, [&]() -> PyObject* {
-    const bool isLenient = isTrue(arguments[1]);
-    const files::Loaded loaded = files::load(pathOf(path), {progressOf(arguments[2]), isLenient});
-    return fromModelObject(loaded.model).release();
+    const files::LoadOptions options{progressOf(arguments[2]), isTrue(arguments[1])};
+    if (!PyList_Check(path)) return fromModelObject(files::load(pathOf(path), options).model).release();
+    std::vector<std::filesystem::path> paths;
+    for (Py_ssize_t index = 0; index < PyList_GET_SIZE(path); ++index)
+      paths.push_back(pathOf(PyList_GET_ITEM(path, index)));
+    return fromModelObject(files::load(paths, options).model).release();
   });
+}
+
+/// Calls `ofModel` for a model and `ofObject` for an object, and converts what they return to a list of tuples.
+template <class OfModel, class OfObject>
+PyObject* keptContent(PyObject* asked, const char* function, OfModel ofModel, OfObject ofObject) {
+  const std::vector<files::KeptContent> found =
+      isModel(asked) ? ofModel(toModel(asked, function)) : ofObject(toModelObject(asked, function));
+  Reference list = owned(PyList_New, 0);
+  for (const files::KeptContent& each : found) {
+    const Reference entry = owned(Py_BuildValue, "(NNNNNIN)", toStr(each.tag).release(),
+                                  toStr(each.name).release(), toStr(each.path).release(),
+                                  toStr(each.dest).release(), pathStr(each.file).release(), each.line,
+                                  toStr(each.xml).release());
+    require(PyList_Append, list.get(), entry.get());
+  }
+  return list.release();
+}
+
+PyObject* foreignOf(Given arguments) {
+  return keptContent(
+      arguments[0], "foreign", [](const K7Q::Model& model) { return files::foreign(model); },
+      [](const K7Q::ClassObject& object) { return files::foreign(object); });
+}
+
+PyObject* unresolvedOf(Given arguments) {
+  return keptContent(
+      arguments[0], "unresolved", [](const K7Q::Model& model) { return files::unresolved(model); },
+      [](const K7Q::ClassObject& object) { return files::unresolved(object); });
+}
+
+PyObject* filesOf(Given arguments) {
+  return pathList(files::filesOf(toModel(arguments[0], "files"))).release();
+}
+
+PyObject* fileOf(Given arguments) {
+  return pathStr(files::fileOf(toModelObject(arguments[0], "file"))).release();
 }
 
 PyObject* problemsOf(Given arguments) {
@@ -123,8 +182,16 @@ PyObject* rootsOf(Given arguments) {
 constexpr FunctionRow kFunctions[] = {
     {"saveModel", 5, saveModel,
      "saveModel(model, path, progress, release, lenient): writes a model to a file."},
+    {"saveBack", 3, saveBack,
+     "saveBack(model, progress, lenient): writes a model back to its files; the paths of those that changed."},
     {"loadModel", 3, loadModel,
-     "loadModel(path, lenient, progress): a new model with the contents of a file."},
+     "loadModel(path, lenient, progress): a new model with the contents of a file, or of a list of files."},
+    {"foreignOf", 1, foreignOf,
+     "foreignOf(model or object): what its files have that has no class, as a list of tuples."},
+    {"unresolvedOf", 1, unresolvedOf,
+     "unresolvedOf(model or object): the references without a target, as a list of tuples."},
+    {"filesOf", 1, filesOf, "filesOf(model): the paths of the files from which it was loaded."},
+    {"fileOf", 1, fileOf, "fileOf(object): the path of its file; an empty text if there is none."},
     {"problemsOf", 1, problemsOf,
      "problemsOf(model): the problems of its file, as a list of tuples, and their number."},
     {"rootsOf", 1, rootsOf, "rootsOf(model): a list of the objects without an owner."},

@@ -36,6 +36,11 @@ K7Q::Model toModel(PyObject* value, const char* function) {
   return {model, deviant};
 }
 
+bool isModel(PyObject* value) {
+  K7Q::Deviant deviant;
+  return interfaceAs<K7Q::NSInterface::ModelIntf>(value, deviant) != nullptr;
+}
+
 K7Q::ClassObject toModelObject(PyObject* value, const char* function) {
   K7Q::Deviant deviant;
   auto* object = interfaceAs<K7Q::NSInterface::ClassObjectIntf>(value, deviant);

@@ -10,6 +10,8 @@ namespace pyhost {
 /// The model of a Python object. Raises K7Q.WrongType, with the name of the function, if `value` is not a
 /// model. A closed model is accepted; the called function must handle it.
 K7Q::Model toModel(PyObject* value, const char* function);
+/// Whether a value is a model.
+bool isModel(PyObject* value);
 /// The same for an object of a metamodel class.
 K7Q::ClassObject toModelObject(PyObject* value, const char* function);
 /// Whether the host object is an immutable view. REQUIRES: `value` is a host object.

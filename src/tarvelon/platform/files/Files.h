@@ -137,7 +137,9 @@ TARVELON_API void save(const K7Q::Model& model, const std::filesystem::path& pat
 /// Saves a model that was loaded from ARXML files back to them: those alone in which something has changed.
 /// Nothing is written if one of the texts cannot be made. Raises as save(), and K7Q::WrongValue if the model
 /// was not loaded from files.
-TARVELON_API void saveBack(const K7Q::Model& model, const SaveOptions& options = {});
+/// Returns the paths of the files that were written.
+TARVELON_API std::vector<std::filesystem::path> saveBack(const K7Q::Model& model,
+                                                         const SaveOptions& options = {});
 /// Returns the text that save() would write as XMI.
 TARVELON_API std::string saveText(const K7Q::Model& model, const SaveOptions& options = {});
 /// Returns the bytes that save() would write as ARXML.
@@ -164,6 +166,32 @@ TARVELON_API const Problems& problems(const K7Q::Model& model) noexcept;
 /// Returns the objects without an owner, in the order in which save() writes them. Raises K7Q::Exception for
 /// a closed model.
 TARVELON_API std::vector<K7Q::ClassObject> roots(const K7Q::Model& model);
+
+/// Content of a loaded ARXML file that has no class, or a reference whose target is not in the model.
+struct KeptContent {
+  std::string tag;             ///< the name of the element
+  std::string name;            ///< its SHORT-NAME; of a reference: the path of the target as it stands
+  std::string path;            ///< the path of the named elements around it and its own name
+  std::string dest;            ///< of a reference: its DEST
+  std::filesystem::path file;  ///< empty for a text
+  std::uint32_t line = 0;      ///< counts from 1
+  std::string xml;             ///< the element as it stands
+};
+
+/// The content without a class that an object has in its files, in their order. Content inside of contained
+/// objects belongs to those. Empty for an object that was not loaded from ARXML.
+TARVELON_API std::vector<KeptContent> foreign(const K7Q::ClassObject& object);
+/// The same for all objects of a model.
+TARVELON_API std::vector<KeptContent> foreign(const K7Q::Model& model);
+/// The references of an object, or of all objects, whose targets are not in the model. They are saved as they
+/// stand.
+TARVELON_API std::vector<KeptContent> unresolved(const K7Q::ClassObject& object);
+TARVELON_API std::vector<KeptContent> unresolved(const K7Q::Model& model);
+/// The files of a model that was loaded from ARXML, in the order of loading.
+TARVELON_API std::vector<std::filesystem::path> filesOf(const K7Q::Model& model);
+/// The file in which an object stands: that from which it was loaded, for a new object that of its owner. Empty
+/// if there is none.
+TARVELON_API std::filesystem::path fileOf(const K7Q::ClassObject& object);
 
 /// Saves the metamodel as an Ecore file, which other programs need to read saved models; ecoreText() returns
 /// its text. Raises FileError, and K7Q::WrongValue if the name has a suffix other than `.ecore`.

@@ -33,11 +33,11 @@ Changes::Changes(native::NativeModel& model, const Sources& sources, ClassShapes
   mMarks.assign(most + 1U, false);
   std::vector<Instance*> moved;
   model.forEachInstance([&](Instance& object) {
-    SourcePlace source;
-    const bool isNew = !findSource(object, source);
-    if (!isNew && !object.hasChanged()) return;
+    // A new object has changed too: it got an owner.
+    if (!object.hasChanged()) return;
     mark(object);
-    if (!isNew && hasMoved(object)) moved.push_back(&object);
+    SourcePlace source;
+    if (findSource(object, source) && hasMoved(object)) moved.push_back(&object);
   });
   for (Instance* object : moved) markReferrers(*object);
 }

@@ -175,11 +175,12 @@ class Scanner {
 
   /// Checks the references in a text or an attribute value.
   void checkReferences(std::size_t begin, std::size_t end) const {
-    std::size_t place = begin;
-    while ((place = mText.find('&', place)) < end) {
-      const std::size_t close = mText.find(';', place);
-      if (close >= end || characterOf(mText.substr(place + 1, close - place - 1)) == 0)
-        refuse(place, "'&' begins an unknown reference; write '&amp;' for the character itself");
+    const std::string_view text = mText.substr(begin, end - begin);
+    std::size_t place = 0;
+    while ((place = text.find('&', place)) != std::string_view::npos) {
+      const std::size_t close = text.find(';', place);
+      if (close == std::string_view::npos || characterOf(text.substr(place + 1, close - place - 1)) == 0)
+        refuse(begin + place, "'&' begins an unknown reference; write '&amp;' for the character itself");
       place = close + 1;
     }
   }

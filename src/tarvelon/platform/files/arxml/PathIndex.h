@@ -29,6 +29,7 @@ class PathIndex {
     return from;
   }
 
+  void reserve(std::size_t count) { mObjects.reserve(count); }
   /// Returns false if another object has this path already.
   bool add(std::uint64_t path, metamodel::native::Instance& object) {
     return mObjects.try_emplace(path, &object).second;

@@ -120,9 +120,13 @@ void Reader::read(std::uint32_t index) {
   for (const std::string& name : text.names()) mNumbers.push_back(format.numberOf(name));
   mFile->isObject.assign(text.size(), false);
 
-  Instance& root = mModel.add(dataOf<common::AUTOSAR>(), 4);
-  setSource(root, {index, 0});
-  pushObject(root, nullptr, 0, &format.root());
+  if (!mRoot) {
+    mRoot = &mModel.add(dataOf<common::AUTOSAR>(), 4);
+    setSource(*mRoot, {index, 0});
+  } else {
+    mFile->parts.emplace_back(0, mRoot->number());
+  }
+  pushObject(*mRoot, nullptr, 0, &format.root());
   for (std::uint32_t each = 1; each < text.size();) {
     while (each >= mFrames.back().end) mFrames.pop_back();
     each = readElement(each) ? each + 1 : text.element(each).next;
@@ -184,7 +188,7 @@ bool Reader::openWrapper(const Part& part, std::uint16_t spot, std::uint32_t ele
   frame.end = document().element(element).next;
   frame.path = mFrames.back().path;
   frame.content = content;
-  frame.parts[0] = {part.object, part.shape, spot};
+  frame.parts[0] = {part.object, part.shape, spot, part.isSecondary};
   frame.count = 1;
   mFrames.push_back(frame);
   return true;
@@ -192,6 +196,9 @@ bool Reader::openWrapper(const Part& part, std::uint16_t spot, std::uint32_t ele
 
 bool Reader::readLeaf(const Part& part, const Place& place, std::uint32_t element, const Content* content) {
   const Element& where = document().element(element);
+  // The main element of the object says it.
+  if (part.isSecondary && !place.isMany() && part.object->has(place.slot) && place.form() != Form::Reference)
+    return false;
   switch (place.form()) {
     case Form::Role:
       return openRole(part, place, element, content);
@@ -343,7 +350,10 @@ void Reader::pushObject(Instance& object, const metamodel::ElementRow* row, std:
   frame.content = content;
   mFile->isObject[element] = true;
   const ClassShape& shape = mShapes.of(object.cls());
-  frame.parts[frame.count++] = {&object, &shape, 0};
+  SourcePlace source;
+  const bool isFirst =
+      !findSource(object, source) || (source.file == mFileIndex && source.element == element);
+  frame.parts[frame.count++] = {&object, &shape, 0, !isFirst};
   if (row && row->inlined) {
     const native::Property* property = shape.property(row->inlined);
     for (const std::uint16_t index : shape.inlined()) {
@@ -351,12 +361,9 @@ void Reader::pushObject(Instance& object, const metamodel::ElementRow* row, std:
       if (!property || place.slot != shape.slotOf(*property)) continue;
       Instance& part = mModel.add(dataOf(*row->inlinedClass), 4);
       native::store(object, place.slot, {Word{.object = &part}, false});
-      frame.parts[frame.count++] = {&part, &mShapes.of(part.cls()), 0};
+      frame.parts[frame.count++] = {&part, &mShapes.of(part.cls()), 0, false};
     }
   }
-  SourcePlace source;
-  const bool isFirst =
-      !findSource(object, source) || (source.file == mFileIndex && source.element == element);
   if (isFirst) makeRequired(object, shape);
   enterName(frame, shape);
   mFrames.push_back(frame);

@@ -38,6 +38,7 @@ class Reader {
     native::Instance* object = nullptr;
     const ClassShape* shape = nullptr;
     std::uint16_t spot = 0;
+    bool isSecondary = false;  ///< whether the object has its main element elsewhere
   };
   static constexpr std::size_t kMaxParts = 3;
 
@@ -99,6 +100,7 @@ class Reader {
   const Progress& mProgress;
   SourceFile* mFile = nullptr;
   std::uint32_t mFileIndex = 0;
+  native::Instance* mRoot = nullptr;
   ClassShapes mShapes;
   PathIndex mPaths;
   std::vector<std::uint32_t> mNumbers;  ///< by the number of a name in the document: its number in the format

@@ -5,6 +5,7 @@
 #include <vector>
 
 #include "tarvelon/arplatform/common/Names.h"
+#include "tarvelon/platform/files/arxml/Foreign.h"
 #include "tarvelon/platform/files/arxml/Writer.h"
 #include "tarvelon/platform/files/shared/AtomicFile.h"
 #include "tarvelon/platform/model/metamodel/Registry.h"
@@ -72,12 +73,28 @@ void requireAccepted(const std::vector<Refused>& refused, unsigned release, cons
   throw K7Q::WrongValue(text);
 }
 
+/// Raises K7Q::WrongValue if content without a class stands in a package that is divided between files: one
+/// file has no place for it yet.
+void requireOnePart(const Sources& sources, const native::NativeModel& model) {
+  for (const SourceFile& file : sources.files) {
+    for (const auto& [element, number] : file.parts) {
+      const native::Instance& object = model.instance(number);
+      if (!object.isAlive() || arxml::foreignIn(file, element, object).empty()) continue;
+      throw K7Q::WrongValue("cannot save the " + std::to_string(sources.files.size()) +
+                            " files of the model as one: '" + file.document.pathOf(element) + "' in " +
+                            file.path.string() +
+                            " has content without a class; save them where they came from, without a path");
+    }
+  }
+}
+
 std::string textOf(native::NativeModel& model, const SaveOptions& options) {
   const Sources* sources = arxml::sourcesOf(model);
   const unsigned release = releaseFor(sources, 0, options);
   native::Instance& root = rootOf(model);
   arxml::Writer writer(model, sources, release);
-  std::string text = writer.write(root);
+  if (sources) requireOnePart(*sources, model);
+  std::string text = writer.writeAll(root);
   requireAccepted(writer.refused(), release, options);
   const arxml::Encoding encoding = sources ? sources->files[0].encoding : arxml::Encoding();
   return arxml::encoded(std::move(text), encoding);
@@ -98,6 +115,60 @@ void saveArxml(const K7Q::Model& model, const std::filesystem::path& path, const
   file.write(text.data(), text.size());
   file.commit(options.isDurable);
   if (options.progress) options.progress(1);
+}
+
+namespace {
+
+/// Whether a file has exactly these bytes.
+bool hasBytes(const std::filesystem::path& path, const std::string& bytes) {
+  std::error_code error;
+  if (std::filesystem::file_size(path, error) != bytes.size() || error) return false;
+  InputFile file(path, [] {});
+  std::string present(bytes.size() + 1, '\0');
+  std::size_t done = 0;
+  while (const std::size_t count = file.read(present.data() + done, present.size() - done, [] {})) {
+    done += count;
+    if (done > bytes.size()) return false;
+  }
+  return done == bytes.size() && present.compare(0, done, bytes) == 0;
+}
+
+struct Changed {
+  std::unique_ptr<AtomicFile> file;
+  std::filesystem::path path;
+};
+
+}  // namespace
+
+std::vector<std::filesystem::path> saveBack(const K7Q::Model& handle, const SaveOptions& options) {
+  native::NativeModel& model = native::NativeModel::require(handle);
+  const K7Q::Model kept(handle);  // NOLINT(performance-unnecessary-copy-initialization)
+  const Sources* sources = arxml::sourcesOf(model);
+  if (!sources || sources->files.front().path.empty()) {
+    throw K7Q::WrongValue(
+        "cannot save without a path: the model was not loaded from an ARXML file; name the file");
+  }
+  native::Instance& root = rootOf(model);
+  std::vector<Changed> changed;
+  for (std::uint32_t index = 0; index < sources->files.size(); ++index) {
+    const SourceFile& file = sources->files[index];
+    const unsigned release = releaseFor(sources, index, options);
+    arxml::Writer writer(model, sources, release);
+    std::string text = writer.writeFile(index, root);
+    requireAccepted(writer.refused(), release, options);
+    const std::string bytes = arxml::encoded(std::move(text), file.encoding);
+    if (!hasBytes(file.path, bytes)) {
+      changed.push_back({std::make_unique<AtomicFile>(file.path), file.path});
+      changed.back().file->write(bytes.data(), bytes.size());
+    }
+    if (options.progress) options.progress(static_cast<double>(index + 1) / static_cast<double>(sources->files.size()));
+  }
+  std::vector<std::filesystem::path> paths;
+  for (const Changed& each : changed) {
+    each.file->commit(options.isDurable);
+    paths.push_back(each.path);
+  }
+  return paths;
 }
 
 }  // namespace Tarvelon::files

@@ -45,35 +45,57 @@ Writer::Writer(native::NativeModel& model, const Sources* sources, unsigned rele
     if (findSource(object, source)) mObjects[source.file][source.element] = &object;
   });
   for (std::size_t index = 0; index < sources->files.size(); ++index) {
-    for (const auto& [element, number] : sources->files[index].parts)
-      mObjects[index][element] = &model.instance(number);
+    for (const auto& [element, number] : sources->files[index].parts) {
+      Instance& object = model.instance(number);
+      SourcePlace source;
+      if (object.isAlive() && findSource(object, source)) mObjects[index][element] = &object;
+    }
   }
 }
 
-std::string Writer::write(Instance& root) {
-  std::string text;
+std::string Writer::writeAll(Instance& root) {
+  mWritten = kAll;
   SourcePlace source;
+  const bool isLoaded = mSources && findSource(root, source);
+  return write(root, isLoaded ? &mSources->files[source.file] : nullptr);
+}
+
+std::string Writer::writeFile(std::uint32_t file, Instance& root) {
+  mWritten = file;
+  mDivided.clear();
+  for (const auto& [element, number] : mSources->files[file].parts) mDivided.insert(mObjects[file][element]);
+  return write(root, &mSources->files[file]);
+}
+
+std::string Writer::write(Instance& root, const SourceFile* file) {
+  std::string text;
   Emit first;
   first.isObject = true;
   first.name = "AUTOSAR";
   first.content = &Format::get().root();
-  if (mSources && findSource(root, source)) {
-    first.file = &mSources->files[source.file];
-    first.element = source.element;
-    const Document& document = first.file->document;
-    mLayout = Layout::of(document);
-    const Element& element = document.element(0);
-    text.reserve(document.text().size() + document.text().size() / 64);
-    text += document.slice(0, element.begin);
-    first.parts = partsOf(root, first.name, first.content, first.file, first.element);
+  first.file = file;
+  first.parts = partsOf(root, first.name, first.content, file, 0);
+  if (!file) {
     run(std::move(first), text);
-    text += document.text().substr(element.end);
-    return text;
+    return text + "\n";
   }
-  first.parts = partsOf(root, first.name, first.content, nullptr, 0);
+  const Document& document = file->document;
+  const Element& element = document.element(0);
+  mLayout = Layout::of(document);
+  text.reserve(document.text().size() + document.text().size() / 64);
+  text += document.slice(0, element.begin);
   run(std::move(first), text);
-  text += "\n";
+  text += document.text().substr(element.end);
   return text;
+}
+
+/// The number of the file in which an object stands: that of its main element, or that of its owner.
+std::uint32_t Writer::homeOf(const Instance& object) const noexcept {
+  SourcePlace source;
+  for (const Instance* each = &object; each; each = each->owner()) {
+    if (findSource(*each, source)) return source.file;
+  }
+  return 0;
 }
 
 /// Writes an element and everything in it. The pieces that are still to be written are a stack.
@@ -256,7 +278,7 @@ void Writer::addMissingAt(const Emit& emit, Level& level, std::size_t index, std
       Emit inner;
       inner.name = name;
       inner.content = content;
-      inner.parts = {{part.object, part.shape, spotIndex, part.active}};
+      inner.parts = {{part.object, part.shape, spotIndex, part.active, part.isSecondary}};
       inner.indent = level.indent;
       inner.index = wanted > 1 ? count : emit.index;
       insert(emit, level, name, std::move(inner));
@@ -264,7 +286,8 @@ void Writer::addMissingAt(const Emit& emit, Level& level, std::size_t index, std
     return;
   }
   const Place& place = part.shape->places()[spot.value];
-  if (!(*part.active)[place.index]) return;
+  const bool isElsewhere = part.isSecondary || (place.form() != Form::Role && !isHere(*part.object));
+  if (isElsewhere || !(*part.active)[place.index]) return;
   std::uint32_t all = countOf(part, place, emit.content);
   if (item && !item->isMany && emit.index == kAll && all > 1 && place.repeats == spotIndex) {
     refuse(*part.object, "<" + std::string(name) + "> stands once in the release " +

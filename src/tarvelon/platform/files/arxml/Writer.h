@@ -36,8 +36,10 @@ class Writer {
   Writer(const Writer&) = delete;
   Writer& operator=(const Writer&) = delete;
 
-  /// The text of a file with the content of the root object.
-  std::string write(native::Instance& root);
+  /// The text of one file with everything.
+  std::string writeAll(native::Instance& root);
+  /// The text of one of the files of the model: what stands in it, and what is new in its objects.
+  std::string writeFile(std::uint32_t file, native::Instance& root);
   const std::vector<Refused>& refused() const noexcept { return mRefused; }
 
  private:
@@ -51,6 +53,9 @@ class Writer {
     const ClassShape* shape = nullptr;
     std::uint16_t spot = 0;
     std::shared_ptr<const std::vector<bool>> active;
+    /// Whether the object has its main element elsewhere. Then only its name, references and contained objects
+    /// are compared here.
+    bool isSecondary = false;
   };
 
   /// An element that is to be written: one of a file with its changes, or a new one.
@@ -81,6 +86,13 @@ class Writer {
   };
 
   struct Level;
+
+  std::string write(native::Instance& root, const SourceFile* file);
+  std::uint32_t homeOf(const native::Instance& object) const noexcept;
+  /// Whether an object is written into the file that is being made.
+  bool isHere(const native::Instance& object) const noexcept {
+    return mWritten == kAll || homeOf(object) == mWritten || mDivided.contains(&object);
+  }
 
   // Elements
   void run(Emit first, std::string& text);
@@ -150,9 +162,12 @@ class Writer {
   native::NativeModel& mModel;
   const Sources* mSources;
   unsigned mRelease;
+  std::uint32_t mWritten = kAll;  ///< the number of the file that is being made; kAll: all in one
   ClassShapes mShapes;
   std::unique_ptr<Changes> mChanges;
   Layout mLayout;
+  /// The objects that have their main element in another file, but another one in the file that is being made.
+  std::unordered_set<const native::Instance*> mDivided;
   /// By file and element: the object that was loaded from it and still exists.
   std::vector<std::vector<native::Instance*>> mObjects;
   std::vector<Refused> mRefused;

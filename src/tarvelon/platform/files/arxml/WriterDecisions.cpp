@@ -75,6 +75,8 @@ std::optional<Writer::Piece> Writer::decideLeaf(const Emit& emit, Level& level, 
   const Place& place = part.shape->places()[part.shape->spot(spot).value];
   std::uint32_t& count = level.found[index].counts[spot];
   const Document& document = emit.file->document;
+  const bool isName = place.slot == part.object->cls().nameSlot;
+  if (part.isSecondary && !isName && place.form() != Form::Reference) return document.outer(child);
   if (place.form() == Form::Role) {
     if (!emit.file->isObject[child]) return document.outer(child);
     Instance* object = objectAt(*emit.file, child);
@@ -207,7 +209,7 @@ std::optional<Writer::Piece> Writer::decideWrapper(const Emit& emit, Level& leve
   inner.element = child;
   inner.name = document.nameOf(child);
   inner.content = content;
-  inner.parts = {{part.object, part.shape, spot, part.active}};
+  inner.parts = {{part.object, part.shape, spot, part.active, part.isSecondary}};
   inner.index = isRepeated ? count : emit.index;
   ++count;
   return inner;

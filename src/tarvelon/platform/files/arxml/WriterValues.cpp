@@ -229,7 +229,7 @@ void Writer::refuseHomeless(const Part& part, const Content* content) {
         isSaid |= !isElement || mShapes.of(object.cls()).rows().reason[0] != '\0' || !(*part.active)[each.index];
         hasPlace |= isElement && stands(each, object);
       }
-      if (isSaid || hasPlace) continue;
+      if (isSaid || hasPlace || !isHere(object)) continue;
       refuse(object, std::string("there is no element for a ") + object.cls().methods->className().shortName() +
                          " here in the release " + releaseRow(mRelease).name);
     }
@@ -240,7 +240,10 @@ std::vector<Writer::Part> Writer::partsOf(Instance& object, std::string_view nam
                                           const SourceFile* file, std::uint32_t element) {
   const ClassShape& shape = mShapes.of(object.cls());
   std::vector<Part> parts;
-  parts.push_back({&object, &shape, 0, activePlaces(object, shape, content, file, element)});
+  SourcePlace source;
+  const bool isSecondary = file && findSource(object, source) &&
+                           (&mSources->files[source.file] != file || source.element != element);
+  parts.push_back({&object, &shape, 0, activePlaces(object, shape, content, file, element), isSecondary});
   for (const std::uint16_t index : shape.inlined()) {
     Instance* part = targetOf(object, shape.places()[index], 0);
     if (!part) continue;
@@ -251,7 +254,7 @@ std::vector<Writer::Part> Writer::partsOf(Instance& object, std::string_view nam
     });
     if (!isHere) continue;
     const ClassShape& inner = mShapes.of(part->cls());
-    parts.push_back({part, &inner, 0, activePlaces(*part, inner, content, file, element)});
+    parts.push_back({part, &inner, 0, activePlaces(*part, inner, content, file, element), false});
   }
   for (const Part& part : parts) refuseHomeless(part, content);
   return parts;
@@ -325,7 +328,7 @@ bool Writer::isBare(const Instance& object, const ClassShape& shape) const {
 
 /// Whether a contained object stands in an element with that content, at a place of its owner.
 bool Writer::standsAt(const Instance& object, const Part& owner, const Place& place, const Content* content) {
-  if (!(*owner.active)[place.index]) return false;
+  if (!(*owner.active)[place.index] || !isHere(object)) return false;
   const metamodel::ChoiceRow& choice = place.row->choice;
   if (choice.property) {
     const ClassShape& shape = mShapes.of(object.cls());
@@ -340,6 +343,8 @@ bool Writer::standsAt(const Instance& object, const Part& owner, const Place& pl
 /// place's own ones.
 std::uint32_t Writer::countOf(const Part& part, const Place& place, const Content* around) {
   if (!(*part.active)[place.index]) return 0;
+  const bool isElement = place.form() == Form::Role || place.form() == Form::Inside;
+  if (!isElement && (part.isSecondary || !isHere(*part.object))) return 0;
   const std::uint32_t size = sizeOf(*part.object, place);
   if (place.form() == Form::Text) {
     return size == 1 && textOf(*part.object, place, 0).empty() ? 0 : size;

@@ -1,5 +1,8 @@
 // The functions that programs call: they choose the format of a file.
 
+#include <algorithm>
+#include <memory>
+
 #include "tarvelon/platform/files/Files.h"
 #include "tarvelon/platform/files/arxml/Loader.h"
 #include "tarvelon/platform/files/arxml/Saver.h"
@@ -29,6 +32,23 @@ std::function<void()> interruption(const LoadOptions& options) {
   };
 }
 
+/// The ARXML files in a folder and below, in the order of their names.
+std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folder) {
+  std::vector<std::filesystem::path> found;
+  try {
+    for (const auto& entry : std::filesystem::recursive_directory_iterator(folder)) {
+      if (entry.is_regular_file() && hasSuffix(entry.path(), ".arxml")) found.push_back(entry.path());
+    }
+  } catch (const std::filesystem::filesystem_error& error) {
+    throw FileError("cannot read the folder '" + error.path1().string() + "': " + error.code().message(),
+                    error.code().value());
+  }
+  if (found.empty())
+    throw K7Q::WrongValue("cannot load '" + folder.string() + "': the folder has no file with the suffix .arxml");
+  std::ranges::sort(found);
+  return found;
+}
+
 Loaded loadFrom(Source& source, const std::filesystem::path& path, const LoadOptions& options,
                 std::string_view name) {
   if (!isArxml(source.peek(kBeginning, interruption(options)))) return loadXmi(source, options, name);
@@ -46,8 +66,25 @@ const Problems& problems(const K7Q::Model& model) noexcept {
 }
 
 Loaded load(const std::filesystem::path& path, const LoadOptions& options) {
+  if (std::filesystem::is_directory(path)) return load(filesBelow(path), options);
   FileSource source(path, interruption(options));
   return loadFrom(source, path, options, path.string());
+}
+
+Loaded load(const std::vector<std::filesystem::path>& paths, const LoadOptions& options) {
+  if (paths.empty()) throw K7Q::WrongValue("cannot load a model: expected at least one file, got none");
+  if (paths.size() == 1) return load(paths.front(), options);
+  std::vector<std::unique_ptr<FileSource>> sources;
+  std::vector<ArxmlInput> inputs;
+  for (const std::filesystem::path& path : paths) {
+    sources.push_back(std::make_unique<FileSource>(path, interruption(options)));
+    if (!isArxml(sources.back()->peek(kBeginning, interruption(options)))) {
+      throw K7Q::WrongValue("cannot load '" + path.string() +
+                            "' together with other files: expected ARXML, got another format; load it alone");
+    }
+    inputs.push_back({path, sources.back().get()});
+  }
+  return loadArxml(inputs, options, std::to_string(paths.size()) + " files");
 }
 
 void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {

@@ -1,0 +1,190 @@
+#include "tarvelon/platform/files/arxml/Foreign.h"
+
+#include <algorithm>
+
+#include "tarvelon/platform/files/Files.h"
+#include "tarvelon/platform/files/arxml/ClassShape.h"
+
+// What the files of a model have that its objects do not have.
+namespace Tarvelon::files {
+
+namespace native = metamodel::native;
+using arxml::ClassShape;
+using arxml::Document;
+using arxml::SourceFile;
+using arxml::SourcePlace;
+using arxml::Sources;
+using native::Instance;
+
+namespace arxml {
+
+namespace {
+
+/// The shapes of an object and of the objects that are inlined in its element.
+std::vector<std::unique_ptr<ClassShape>> shapesOf(const Instance& object) {
+  std::vector<std::unique_ptr<ClassShape>> shapes;
+  shapes.push_back(std::make_unique<ClassShape>(object.cls()));
+  for (const std::uint16_t index : shapes.front()->inlined()) {
+    const native::Word* word = object.find(shapes.front()->places()[index].slot);
+    if (word) shapes.push_back(std::make_unique<ClassShape>(word->object->cls()));
+  }
+  return shapes;
+}
+
+bool isFormula(const std::vector<std::unique_ptr<ClassShape>>& shapes) {
+  const Place* body = shapes.front()->body();
+  return body && body->form() == metamodel::Form::Body;
+}
+
+}  // namespace
+
+std::vector<std::uint32_t> foreignIn(const SourceFile& file, std::uint32_t element, const Instance& object) {
+  struct Open {
+    std::uint32_t element;
+    std::size_t shape;
+    std::uint16_t spot;
+  };
+  const Document& document = file.document;
+  const auto shapes = shapesOf(object);
+  std::vector<std::uint32_t> found;
+  if (isFormula(shapes)) return found;
+  std::vector<Open> left{{element, shapes.size(), 0}};
+  while (!left.empty()) {
+    const Open open = left.back();
+    left.pop_back();
+    const std::uint32_t end = document.element(open.element).next;
+    for (std::uint32_t each = open.element + 1; each < end; each = document.element(each).next) {
+      if (file.isObject[each]) continue;
+      const std::uint32_t name = Format::get().numberOf(document.nameOf(each));
+      bool isKnown = false;
+      for (std::size_t index = 0; index < shapes.size() && !isKnown && name != 0; ++index) {
+        if (open.shape != shapes.size() && open.shape != index) continue;
+        const std::uint16_t spot = shapes[index]->find(open.spot, name);
+        isKnown = spot != 0;
+        if (!isKnown) continue;
+        const std::uint16_t value = shapes[index]->spot(spot).value;
+        if (value == Spot::kNone) {
+          left.push_back({each, index, spot});
+        } else if (shapes[index]->places()[value].form() == metamodel::Form::Text) {
+          isKnown = !document.hasElements(each);
+        }
+      }
+      if (!isKnown) found.push_back(each);
+    }
+  }
+  std::ranges::sort(found);
+  return found;
+}
+
+}  // namespace arxml
+
+namespace {
+
+std::string nameOf(const Document& document, std::uint32_t element) {
+  const std::uint32_t name = document.find(element, "SHORT-NAME");
+  return name == 0 ? std::string() : std::string(arxml::trimmed(document.inner(name)));
+}
+
+KeptContent contentOf(const SourceFile& file, std::uint32_t element) {
+  const Document& document = file.document;
+  KeptContent content;
+  content.tag = document.nameOf(element);
+  content.name = nameOf(document, element);
+  content.path = document.pathOf(element);
+  content.file = file.path;
+  content.line = document.placeOf(document.element(element).begin).line;
+  content.xml = document.outer(element);
+  return content;
+}
+
+KeptContent referenceOf(const SourceFile& file, std::uint32_t element) {
+  KeptContent content = contentOf(file, element);
+  content.name = arxml::plainText(arxml::trimmed(file.document.inner(element)));
+  content.dest = file.document.attribute(element, "DEST");
+  return content;
+}
+
+/// Calls visit(file, element) for each element of an object.
+template <class Visit>
+void forEachElement(const Sources& sources, const Instance& object, Visit visit) {
+  SourcePlace source;
+  if (!arxml::findSource(object, source)) return;
+  visit(sources.files[source.file], source.element);
+  for (const SourceFile& file : sources.files) {
+    for (const auto& [element, number] : file.parts) {
+      if (number == object.number()) visit(file, element);
+    }
+  }
+}
+
+void addForeign(const Sources& sources, const Instance& object, std::vector<KeptContent>& found) {
+  forEachElement(sources, object, [&](const SourceFile& file, std::uint32_t element) {
+    for (const std::uint32_t each : arxml::foreignIn(file, element, object))
+      found.push_back(contentOf(file, each));
+  });
+}
+
+/// The references in an element of an object, outside of the objects that it contains.
+void addUnresolved(const Sources& sources, const Instance& object, std::vector<KeptContent>& found) {
+  forEachElement(sources, object, [&](const SourceFile& file, std::uint32_t element) {
+    const auto& all = file.unresolved;
+    const std::uint32_t end = file.document.element(element).next;
+    for (auto each = std::ranges::lower_bound(all, element); each != all.end() && *each < end; ++each) {
+      std::uint32_t around = file.isObject[*each] ? *each : file.document.element(*each).parent;
+      while (!file.isObject[around]) around = file.document.element(around).parent;
+      if (around == element) found.push_back(referenceOf(file, *each));
+    }
+  });
+}
+
+const Instance& require(const K7Q::ClassObject& object) {
+  const Instance* found = native::asInstance(object.getInterface());
+  if (!found || !found->isAlive()) throw K7Q::Exception("expected an object of a model");
+  return *found;
+}
+
+template <class Add>
+std::vector<KeptContent> collect(const K7Q::ClassObject& object, Add add) {
+  const Instance& instance = require(object);
+  const Sources* sources = arxml::sourcesOf(instance.model());
+  std::vector<KeptContent> found;
+  if (sources) add(*sources, instance, found);
+  return found;
+}
+
+template <class Add>
+std::vector<KeptContent> collect(const K7Q::Model& handle, Add add) {
+  const native::NativeModel& model = native::NativeModel::require(handle);
+  const Sources* sources = arxml::sourcesOf(model);
+  std::vector<KeptContent> found;
+  if (!sources) return found;
+  model.forEachInstance([&](const Instance& object) { add(*sources, object, found); });
+  return found;
+}
+
+}  // namespace
+
+std::vector<KeptContent> foreign(const K7Q::ClassObject& object) { return collect(object, addForeign); }
+std::vector<KeptContent> foreign(const K7Q::Model& model) { return collect(model, addForeign); }
+std::vector<KeptContent> unresolved(const K7Q::ClassObject& object) { return collect(object, addUnresolved); }
+std::vector<KeptContent> unresolved(const K7Q::Model& model) { return collect(model, addUnresolved); }
+
+std::vector<std::filesystem::path> filesOf(const K7Q::Model& model) {
+  const Sources* sources = arxml::sourcesOf(native::NativeModel::require(model));
+  std::vector<std::filesystem::path> paths;
+  if (!sources) return paths;
+  for (const SourceFile& file : sources->files) paths.push_back(file.path);
+  return paths;
+}
+
+std::filesystem::path fileOf(const K7Q::ClassObject& object) {
+  const Instance& instance = require(object);
+  const Sources* sources = arxml::sourcesOf(instance.model());
+  SourcePlace source;
+  for (const Instance* each = &instance; sources && each; each = each->owner()) {
+    if (arxml::findSource(*each, source)) return sources->files[source.file].path;
+  }
+  return {};
+}
+
+}  // namespace Tarvelon::files
