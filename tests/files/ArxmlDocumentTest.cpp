@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <expat.h>
 #include <memory>
 #include <ostream>
 #include <random>
@@ -9,7 +10,6 @@
 #include <string_view>
 #include <vector>
 
-#include <expat.h>
 #include <gtest/gtest.h>
 
 #include "tarvelon/platform/files/arxml/Document.h"
@@ -73,10 +73,9 @@ TEST(ArxmlDocument, RefusesDocumentTypes) {
 // The XML declaration
 
 TEST(ArxmlDocument, AcceptsDeclarations) {
-  for (const char* declaration :
-       {"<?xml version=\"1.0\"?>", "<?xml version='1.0' encoding='UTF-8'?>",
-        "<?xml  version = \"1.0\"\n encoding=\"x\"\tstandalone=\"no\"  ?>",
-        "<?xml version=\"1.0\" standalone=\"yes\"?>", "<?xml version=\"1.1\"?>"}) {
+  for (const char* declaration : {"<?xml version=\"1.0\"?>", "<?xml version='1.0' encoding='UTF-8'?>",
+                                  "<?xml  version = \"1.0\"\n encoding=\"x\"\tstandalone=\"no\"  ?>",
+                                  "<?xml version=\"1.0\" standalone=\"yes\"?>", "<?xml version=\"1.1\"?>"}) {
     EXPECT_EQ(faultOf(std::string(declaration) + "<A/>"), "accepted") << declaration;
   }
 }
@@ -190,9 +189,11 @@ TEST(ArxmlDocument, RefusesMoreThan256Attributes) {
 
 TEST(ArxmlDocument, RefusesUnknownReferences) {
   const std::string text = " '&' begins an unknown reference; write '&amp;' for the character itself";
-  for (const char* wrong : {"&", "& ", "&;", "&amp", "&amp ;", "&AMP;", "&nbsp;", "&#;", "&#x;", "&#X41;", "&#4a;",
-                            "&#-1;", "&#+65;", "&# 65;", "&#x0x41;", "&#0;", "&#8;", "&#xD800;", "&#xDFFF;",
-                            "&#xFFFE;", "&#xFFFF;", "&#x110000;", "&#4294967361;", "&#99999999999999999999;"}) {
+  for (const char* wrong :
+       {"&",        "& ",       "&;",       "&amp",       "&amp ;",        "&AMP;",
+        "&nbsp;",   "&#;",      "&#x;",     "&#X41;",     "&#4a;",         "&#-1;",
+        "&#+65;",   "&# 65;",   "&#x0x41;", "&#0;",       "&#8;",          "&#xD800;",
+        "&#xDFFF;", "&#xFFFE;", "&#xFFFF;", "&#x110000;", "&#4294967361;", "&#99999999999999999999;"}) {
     EXPECT_EQ(faultOf("<A>\n " + std::string(wrong) + "</A>"), "2:2" + text) << wrong;
     EXPECT_EQ(faultOf("<A\nB=\"" + std::string(wrong) + "\"/>"), "2:4" + text) << wrong;
   }
@@ -280,7 +281,8 @@ TEST(ArxmlDocument, RefusesElementsThatAreNestedDeeper) {
 TEST(ArxmlDocument, NumbersElementsInTheOrderInWhichTheyBegin) {
   const Document document("<A><B><C/></B><D/></A>");
   ASSERT_EQ(document.size(), 4U);
-  for (std::uint32_t each = 0; each < 4; ++each) EXPECT_EQ(document.nameOf(each), std::string(1, "ABCD"[each]));
+  for (std::uint32_t each = 0; each < 4; ++each)
+    EXPECT_EQ(document.nameOf(each), std::string(1, "ABCD"[each]));
   EXPECT_EQ(document.element(0).next, 4U);
   EXPECT_EQ(document.element(1).next, 3U);
   EXPECT_EQ(document.element(2).next, 3U);
@@ -339,7 +341,8 @@ TEST(ArxmlDocument, CountsLinesAndCharacters) {
 
 TEST(ArxmlDocument, KnowsThePathOfAnElement) {
   const Document document(
-      "<R><P><SHORT-NAME> Outer\n</SHORT-NAME><LIST><E><SHORT-NAME>Inner</SHORT-NAME><V/></E><F/></LIST></P></R>");
+      "<R><P><SHORT-NAME> "
+      "Outer\n</SHORT-NAME><LIST><E><SHORT-NAME>Inner</SHORT-NAME><V/></E><F/></LIST></P></R>");
   const auto pathOf = [&](std::string_view name) {
     for (std::uint32_t each = 0; each < document.size(); ++each) {
       if (document.nameOf(each) == name) return document.pathOf(each);
@@ -387,7 +390,8 @@ TEST(ArxmlPlainText, KeepsWhatStandsInCdata) {
 }
 
 TEST(ArxmlPlainText, OfAFormulaHasTheLastNameOfEachReference) {
-  const Document document("<A>1 + <SYSC-REF>/a/b/Wheels</SYSC-REF> &lt; <X>y</X> 2<SYSC-REF>Plain</SYSC-REF></A>");
+  const Document document(
+      "<A>1 + <SYSC-REF>/a/b/Wheels</SYSC-REF> &lt; <X>y</X> 2<SYSC-REF>Plain</SYSC-REF></A>");
   EXPECT_EQ(formulaOf(document, 0), "1 + Wheels < y 2Plain");
 }
 
@@ -478,7 +482,8 @@ void onBegin(void* data, const XML_Char* name, const XML_Char** attributes) {
   auto& listener = *static_cast<Listener*>(data);
   Seen seen;
   seen.name = name;
-  for (; *attributes; attributes += 2) seen.attributes.push_back(std::string(attributes[0]) + "=" + attributes[1]);
+  for (; *attributes; attributes += 2)
+    seen.attributes.push_back(std::string(attributes[0]) + "=" + attributes[1]);
   seen.begin = static_cast<std::uint32_t>(XML_GetCurrentByteIndex(listener.parser));
   seen.parent = listener.open.empty() ? 0 : listener.open.back();
   listener.open.push_back(static_cast<std::uint32_t>(listener.elements.size()));
@@ -500,7 +505,8 @@ Outcome outcomeOfExpat(const std::string& text) {
   XML_SetElementHandler(parser.get(), onBegin, onEnd);
   XML_SetCharacterDataHandler(parser.get(), onText);
   Outcome outcome;
-  outcome.isAccepted = XML_Parse(parser.get(), text.data(), static_cast<int>(text.size()), 1) == XML_STATUS_OK;
+  outcome.isAccepted =
+      XML_Parse(parser.get(), text.data(), static_cast<int>(text.size()), 1) == XML_STATUS_OK;
   if (!outcome.isAccepted) outcome.fault = XML_ErrorString(XML_GetErrorCode(parser.get()));
   outcome.elements = std::move(listener.elements);
   return outcome;
@@ -535,7 +541,8 @@ Outcome outcomeOfDocument(const std::string& text, const std::vector<Seen>& expe
       seen.begin = element.begin;
       seen.parent = element.parent;
       // A document finds attributes by their names; the names are those that expat found.
-      for (const std::string& attribute : each < expected.size() ? expected[each].attributes : seen.attributes) {
+      for (const std::string& attribute :
+           each < expected.size() ? expected[each].attributes : seen.attributes) {
         const std::string name = attribute.substr(0, attribute.find('='));
         const std::string_view value = document.attribute(each, name);
         seen.attributes.push_back(value.data() ? name + "=" + attributeText(value) : name + " is missing");
@@ -574,19 +581,80 @@ const std::vector<std::string>& seeds() {
       "<a:B xmlns:a='urn:x' a:c='1'><a:D.e-f_9/></a:B>",
       "<A><A><A><A>deep</A></A></A></A>",
       "<A><!----><!-->--><!--->--><!-- - --><![CDATA[]]]]><![CDATA[>]]></A>",
-      "<AR-PACKAGE UUID=\"1-2\"><SHORT-NAME>P</SHORT-NAME><ELEMENTS><X DEST=\"Y\">/a/b</X></ELEMENTS></AR-PACKAGE>",
+      "<AR-PACKAGE UUID=\"1-2\"><SHORT-NAME>P</SHORT-NAME><ELEMENTS><X "
+      "DEST=\"Y\">/a/b</X></ELEMENTS></AR-PACKAGE>",
       "<?p?><A><?xml-x a='1'?></A><?p q?>",
   };
   return texts;
 }
 
 const std::vector<std::string>& parts() {
-  static const std::vector<std::string> texts = {
-      "<", ">", "/", "=", "\"", "'", "&", ";", "-", "--", "!", "?", "]", "]]>", "[", " ", "\n", "\r", "\t", "x", "1",
-      ".", ":", "#", "A", "<A>", "</A>", "<B/>", "<B>", "</B>", "<A ", "/>", "?>", "<?", "<!", "<!--", "-->",
-      "<![CDATA[", "<?xml", "<?xml version='1.0'?>", "<?XML?>", "<?p q?>", "<?p>?>", "<!-- x -->", "<!-->-->",
-      "<!-- -- -->", "<![CDATA[x\r\ny]]>", "<![CDATA[]]>", "&amp;", "&lt;", "&#10;", "&#x41;", "&#x;", "&#0;", "&x;",
-      "&amp", " b='1'", " b=\"<\"", " c='>'", " d", " e=f", "b='2'", " g='&'", std::string(1, '\0'), "\x01", "\x7F"};
+  static const std::vector<std::string> texts = {"<",
+                                                 ">",
+                                                 "/",
+                                                 "=",
+                                                 "\"",
+                                                 "'",
+                                                 "&",
+                                                 ";",
+                                                 "-",
+                                                 "--",
+                                                 "!",
+                                                 "?",
+                                                 "]",
+                                                 "]]>",
+                                                 "[",
+                                                 " ",
+                                                 "\n",
+                                                 "\r",
+                                                 "\t",
+                                                 "x",
+                                                 "1",
+                                                 ".",
+                                                 ":",
+                                                 "#",
+                                                 "A",
+                                                 "<A>",
+                                                 "</A>",
+                                                 "<B/>",
+                                                 "<B>",
+                                                 "</B>",
+                                                 "<A ",
+                                                 "/>",
+                                                 "?>",
+                                                 "<?",
+                                                 "<!",
+                                                 "<!--",
+                                                 "-->",
+                                                 "<![CDATA[",
+                                                 "<?xml",
+                                                 "<?xml version='1.0'?>",
+                                                 "<?XML?>",
+                                                 "<?p q?>",
+                                                 "<?p>?>",
+                                                 "<!-- x -->",
+                                                 "<!-->-->",
+                                                 "<!-- -- -->",
+                                                 "<![CDATA[x\r\ny]]>",
+                                                 "<![CDATA[]]>",
+                                                 "&amp;",
+                                                 "&lt;",
+                                                 "&#10;",
+                                                 "&#x41;",
+                                                 "&#x;",
+                                                 "&#0;",
+                                                 "&x;",
+                                                 "&amp",
+                                                 " b='1'",
+                                                 " b=\"<\"",
+                                                 " c='>'",
+                                                 " d",
+                                                 " e=f",
+                                                 "b='2'",
+                                                 " g='&'",
+                                                 std::string(1, '\0'),
+                                                 "\x01",
+                                                 "\x7F"};
   return texts;
 }
 
@@ -625,13 +693,42 @@ TEST(ArxmlAgainstExpat, SeedsAreAccepted) {
 
 TEST(ArxmlAgainstExpat, AgreesOnEachPartInEachPlace) {
   for (const std::string& part : parts()) {
-    for (const char* frame : {"%<A/>", "<A>%</A>", "<A/>%", "<A%/>", "<A%></A>", "<%A/>", "<A></A%>", "<A></%A>",
-                              "<A b='%'/>", "<A b=%'1'/>", "<A b%='1'/>", "<A %b='1'/>", "<A b='1'%/>", "<A>%",
-                              "<A><!--%--></A>", "<A><![CDATA[%]]></A>", "<A><?p%?></A>", "<A><?p %?></A>",
-                              "<A><?%?></A>", "<A>&%;</A>", "<A>&#%;</A>", "<A>&#x%;</A>", "%", "<%", "<A", "<A%",
-                              "<A>]%</A>", "<A>]]%</A>", "<A><!%></A>", "<A><!-%--></A>", "<A><![%CDATA[]]></A>",
-                              "<?xml version='1.0'?>%<A/>", "<?xml version='1.0'%?><A/>", "<?xml%?><A/>",
-                              "<?xml %version='1.0'?><A/>", "<?xml version%='1.0'?><A/>"}) {
+    for (const char* frame : {"%<A/>",
+                              "<A>%</A>",
+                              "<A/>%",
+                              "<A%/>",
+                              "<A%></A>",
+                              "<%A/>",
+                              "<A></A%>",
+                              "<A></%A>",
+                              "<A b='%'/>",
+                              "<A b=%'1'/>",
+                              "<A b%='1'/>",
+                              "<A %b='1'/>",
+                              "<A b='1'%/>",
+                              "<A>%",
+                              "<A><!--%--></A>",
+                              "<A><![CDATA[%]]></A>",
+                              "<A><?p%?></A>",
+                              "<A><?p %?></A>",
+                              "<A><?%?></A>",
+                              "<A>&%;</A>",
+                              "<A>&#%;</A>",
+                              "<A>&#x%;</A>",
+                              "%",
+                              "<%",
+                              "<A",
+                              "<A%",
+                              "<A>]%</A>",
+                              "<A>]]%</A>",
+                              "<A><!%></A>",
+                              "<A><!-%--></A>",
+                              "<A><![%CDATA[]]></A>",
+                              "<?xml version='1.0'?>%<A/>",
+                              "<?xml version='1.0'%?><A/>",
+                              "<?xml%?><A/>",
+                              "<?xml %version='1.0'?><A/>",
+                              "<?xml version%='1.0'?><A/>"}) {
       std::string text = frame;
       const std::size_t place = text.find('%');
       if (place != std::string::npos) text.replace(place, 1, part);
@@ -652,9 +749,10 @@ TEST(ArxmlAgainstExpat, AgreesOnMutatedTexts) {
 }
 
 TEST(ArxmlAgainstExpat, AgreesOnCharactersOutsideOfNames) {
-  const std::vector<std::string> pieces = {"a",      "\xC3\xA4",     "\xE2\x82\xAC",     "\xF0\x9F\x98\x80", "\xED\x9F\xBF",
-                                           "\xC2\x80", "\xEE\x80\x80", "\xEF\xBF\xBD",     "\xF4\x8F\xBF\xBF", "\x7F",
-                                           "\t",     "\r\n",         "\xEF\xBB\xBF",     "\xF0\x90\x80\x80"};
+  const std::vector<std::string> pieces = {
+      "a",        "\xC3\xA4",     "\xE2\x82\xAC", "\xF0\x9F\x98\x80", "\xED\x9F\xBF",
+      "\xC2\x80", "\xEE\x80\x80", "\xEF\xBF\xBD", "\xF4\x8F\xBF\xBF", "\x7F",
+      "\t",       "\r\n",         "\xEF\xBB\xBF", "\xF0\x90\x80\x80"};
   std::mt19937 random(7);
   int accepted = 0;
   int refused = 0;
@@ -685,28 +783,94 @@ TEST(ArxmlAgainstExpat, AgreesOnEachPairOfBytesInAText) {
 }
 
 TEST(ArxmlAgainstExpat, AgreesOnReferencesToCharacters) {
-  for (const char* number : {"0", "8", "9", "10", "11", "13", "31", "32", "127", "128", "55295", "55296", "57343",
-                             "57344", "65533", "65534", "65535", "65536", "1114111", "1114112", "4294967296",
-                             "4294967361", "00065", "-65", "+65", "6 5", "", "x", "x0", "xD7FF", "xd800", "xDFFF",
-                             "xE000", "xFFFD", "xFFFE", "xFFFF", "x1FFFE", "x10FFFF", "x110000", "x100000041",
-                             "x0000000000000000000000041", "X41", "x4g", "41x"}) {
+  for (const char* number : {"0",
+                             "8",
+                             "9",
+                             "10",
+                             "11",
+                             "13",
+                             "31",
+                             "32",
+                             "127",
+                             "128",
+                             "55295",
+                             "55296",
+                             "57343",
+                             "57344",
+                             "65533",
+                             "65534",
+                             "65535",
+                             "65536",
+                             "1114111",
+                             "1114112",
+                             "4294967296",
+                             "4294967361",
+                             "00065",
+                             "-65",
+                             "+65",
+                             "6 5",
+                             "",
+                             "x",
+                             "x0",
+                             "xD7FF",
+                             "xd800",
+                             "xDFFF",
+                             "xE000",
+                             "xFFFD",
+                             "xFFFE",
+                             "xFFFF",
+                             "x1FFFE",
+                             "x10FFFF",
+                             "x110000",
+                             "x100000041",
+                             "x0000000000000000000000041",
+                             "X41",
+                             "x4g",
+                             "41x"}) {
     compare("<A>&#" + std::string(number) + ";</A>");
     compare("<A b='&#" + std::string(number) + ";'/>");
   }
 }
 
 TEST(ArxmlAgainstExpat, AgreesOnXmlDeclarations) {
-  for (const char* inner :
-       {" version='1.0'", " version='1.1'", " version='2'", " version=''", " version='1 0'", " version='1.0&amp;'",
-        " version='a'", " version='1.0' encoding='UTF-8'", " version='1.0' encoding='utf-8'",
-        " version='1.0' encoding=''", " version='1.0' encoding='8'", " version='1.0' encoding='a b'",
-        " version='1.0' encoding='x-unknown_1.0'", " version='1.0' encoding='-'", " version='1.0' standalone='yes'",
-        " version='1.0' standalone='no'", " version='1.0' standalone='maybe'", " version='1.0' standalone='YES'",
-        " version='1.0' standalone=''", " version='1.0' standalone='yes' encoding='UTF-8'",
-        " version='1.0' encoding='UTF-8' standalone='yes' ", " encoding='UTF-8'", " standalone='yes'", " ", "",
-        " version='1.0' version='1.0'", " version='1.0' encoding='a' encoding='a'", " version='1.0' b='1'",
-        " Version='1.0'", " version='1.0'encoding='UTF-8'", "\nversion\n=\n'1.0'\n", " version=\"1.0'", " version=1.0",
-        " version='?>'", " version='1.0?>' encoding='x'", " version", " version=", " version='1.0"})
+  for (const char* inner : {" version='1.0'",
+                            " version='1.1'",
+                            " version='2'",
+                            " version=''",
+                            " version='1 0'",
+                            " version='1.0&amp;'",
+                            " version='a'",
+                            " version='1.0' encoding='UTF-8'",
+                            " version='1.0' encoding='utf-8'",
+                            " version='1.0' encoding=''",
+                            " version='1.0' encoding='8'",
+                            " version='1.0' encoding='a b'",
+                            " version='1.0' encoding='x-unknown_1.0'",
+                            " version='1.0' encoding='-'",
+                            " version='1.0' standalone='yes'",
+                            " version='1.0' standalone='no'",
+                            " version='1.0' standalone='maybe'",
+                            " version='1.0' standalone='YES'",
+                            " version='1.0' standalone=''",
+                            " version='1.0' standalone='yes' encoding='UTF-8'",
+                            " version='1.0' encoding='UTF-8' standalone='yes' ",
+                            " encoding='UTF-8'",
+                            " standalone='yes'",
+                            " ",
+                            "",
+                            " version='1.0' version='1.0'",
+                            " version='1.0' encoding='a' encoding='a'",
+                            " version='1.0' b='1'",
+                            " Version='1.0'",
+                            " version='1.0'encoding='UTF-8'",
+                            "\nversion\n=\n'1.0'\n",
+                            " version=\"1.0'",
+                            " version=1.0",
+                            " version='?>'",
+                            " version='1.0?>' encoding='x'",
+                            " version",
+                            " version=",
+                            " version='1.0"})
     compare("<?xml" + std::string(inner) + "?><A/>");
 }
 

@@ -116,6 +116,16 @@ class Scanner {
     mPlace = found + end.size();
   }
 
+  /// Whether a text may be the version (0), the encoding (1) or the value of standalone (2).
+  static bool isDeclared(std::size_t which, std::string_view text) noexcept {
+    if (which == 2) return text == "yes" || text == "no";
+    const auto isLetter = [](char each) { return (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z'); };
+    if (which == 1 && (text.empty() || !isLetter(text[0]))) return false;
+    return std::ranges::all_of(text, [&](char each) {
+      return isLetter(each) || (each >= '0' && each <= '9') || each == '.' || each == '_' || each == '-';
+    });
+  }
+
   /// The XML declaration: version, encoding and standalone, in this order.
   void skipDeclaration() {
     const std::size_t begin = mPlace;
@@ -132,8 +142,10 @@ class Scanner {
       const std::string_view name = readName();
       while (next < std::size(kNames) && kNames[next] != name && next != 0) ++next;
       if (next == std::size(kNames) || kNames[next] != name) refuse(mPlace, "the XML declaration is wrong");
+      const auto [valueBegin, valueEnd] = readAttributeValue();
+      if (!isDeclared(next, mText.substr(valueBegin, valueEnd - valueBegin)))
+        refuse(valueBegin, "the XML declaration is wrong");
       ++next;
-      readAttributeValue();
     }
     if (next == 0) refuse(begin, "the XML declaration has no version");
     mPlace = end + 2;
@@ -412,32 +424,56 @@ std::string formulaOf(const Document& document, std::uint32_t element) {
   return text + plainText(document.slice(offset, where.contentEnd));
 }
 
+namespace {
+
+/// Appends text; each line end becomes one line feed, whatever the file has.
+void appendLines(std::string& plain, std::string_view text) {
+  for (std::size_t place = 0; place < text.size(); ++place) {
+    if (text[place] != '\r') {
+      plain.push_back(text[place]);
+    } else if (place + 1 == text.size() || text[place + 1] != '\n') {
+      plain.push_back('\n');
+    }
+  }
+}
+
+/// The length of the tag, comment, instruction or CDATA section at the beginning of a text.
+std::size_t lengthOfMark(std::string_view text) noexcept {
+  if (text.starts_with("<!--")) return text.find("-->", 4) + 3;
+  if (text.starts_with("<?")) return text.find("?>", 2) + 2;
+  if (text.starts_with("<![CDATA[")) return text.find("]]>", 9) + 3;
+  // ">" may stand in the value of an attribute.
+  std::size_t place = 1;
+  for (char quote = '\0'; place < text.size() && (quote != '\0' || text[place] != '>'); ++place) {
+    if (quote == '\0' && (text[place] == '"' || text[place] == '\'')) {
+      quote = text[place];
+    } else if (text[place] == quote) {
+      quote = '\0';
+    }
+  }
+  return place + 1;
+}
+
+}  // namespace
+
 std::string plainText(std::string_view text) {
+  constexpr std::size_t kCdata = 9;
   std::string plain;
   plain.reserve(text.size());
-  for (std::size_t place = 0; place < text.size();) {
-    const std::string_view rest = text.substr(place);
-    if (rest.starts_with("<![CDATA[")) {
-      const std::size_t end = rest.find("]]>");
-      plain += rest.substr(9, end - 9);
-      place += end + 3;
-    } else if (rest.starts_with("<!--")) {
-      place += rest.find("-->") + 3;
-    } else if (rest.starts_with('<')) {
-      place += rest.find('>') + 1;
-    } else if (rest.starts_with('&')) {
-      const std::size_t end = rest.find(';');
-      append(plain, characterOf(rest.substr(1, end - 1)));
-      place += end + 1;
+  while (!text.empty()) {
+    const std::size_t mark = std::min(text.find_first_of("<&"), text.size());
+    appendLines(plain, text.substr(0, mark));
+    text.remove_prefix(mark);
+    if (text.empty()) break;
+    std::size_t length = 0;
+    if (text.front() == '&') {
+      length = text.find(';') + 1;
+      append(plain, characterOf(text.substr(1, length - 2)));
     } else {
-      // A line end is one line feed, whatever the file has.
-      if (rest[0] != '\r') {
-        plain.push_back(rest[0]);
-      } else if (!rest.starts_with("\r\n")) {
-        plain.push_back('\n');
-      }
-      ++place;
+      length = lengthOfMark(text);
+      if (text.starts_with("<![CDATA[")) appendLines(plain, text.substr(kCdata, length - kCdata - 3));
     }
+    text.remove_prefix(std::min(length, text.size()));
   }
   return plain;
 }

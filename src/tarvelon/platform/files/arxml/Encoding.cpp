@@ -64,7 +64,8 @@ void decodeLatin1(std::string_view bytes, Decoded& result) {
 /// The value of the pseudo attribute `encoding` of the XML declaration, in capital letters. Empty if there is
 /// none.
 std::string declaredEncoding(std::string_view text) {
-  if (!text.starts_with("<?xml")) return {};
+  constexpr std::string_view kSpaces = " \t\r\n";
+  if (!text.starts_with("<?xml") || text.size() < 6 || kSpaces.find(text[5]) == std::string_view::npos) return {};
   const std::string_view declaration = text.substr(0, text.find("?>"));
   std::size_t place = declaration.find("encoding");
   if (place == std::string_view::npos) return {};

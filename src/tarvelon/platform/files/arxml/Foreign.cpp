@@ -111,8 +111,8 @@ void forEachElement(const Sources& sources, const Instance& object, Visit visit)
   if (!arxml::findSource(object, source)) return;
   visit(sources.files[source.file], source.element);
   for (const SourceFile& file : sources.files) {
-    for (const auto& [element, number] : file.parts) {
-      if (number == object.number()) visit(file, element);
+    for (const arxml::DividedElement& each : file.divided) {
+      if (each.main == source) visit(file, each.element);
     }
   }
 }

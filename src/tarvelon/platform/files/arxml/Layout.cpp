@@ -18,8 +18,9 @@ Layout Layout::of(const Document& document) {
     const Element& parent = document.element(element.parent);
     const std::string_view between = document.slice(parent.contentBegin, element.begin);
     if (each != element.parent + 1) continue;
-    layout.hasLines = between.find('\n') != std::string_view::npos;
-    if (!layout.hasLines) continue;
+    const bool isOnNewLine = between.find('\n') != std::string_view::npos;
+    if (each == 1) layout.hasLines = isOnNewLine;
+    if (!isOnNewLine) continue;
     const std::string_view outer = indentOf(document, element.parent);
     const std::string_view inner = indentOf(document, each);
     if (inner.size() > outer.size() && inner.starts_with(outer)) {

@@ -1,16 +1,17 @@
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <string_view>
-#include <unordered_map>
+#include <vector>
 
 #include "tarvelon/platform/model/objects/Instance.h"
 #include "tarvelon/platform/model/words/KeyedHash.h"
 
 namespace Tarvelon::files::arxml {
 
-/// Finds objects by their path. Paths are compared by a keyed hash of 64 bits: nobody can write a file in
-/// which two paths have the same one.
+/// Finds objects by their path: a hash table with open addressing. Paths are compared by a keyed hash of 64
+/// bits: nobody can write a file in which two paths have the same one.
 class PathIndex {
  public:
   static constexpr std::uint64_t kRoot = 0;
@@ -29,21 +30,45 @@ class PathIndex {
     return from;
   }
 
-  void reserve(std::size_t count) { mObjects.reserve(count); }
+  /// Makes room for that many objects in total.
+  void reserve(std::size_t count) {
+    const std::size_t capacity = std::bit_ceil(2 * count + 2);
+    if (capacity <= mEntries.size()) return;
+    std::vector<Entry> old(capacity);
+    old.swap(mEntries);
+    for (const Entry& entry : old) {
+      if (entry.object) mEntries[placeOf(entry.path)] = entry;
+    }
+  }
   /// Returns false if another object has this path already.
   bool add(std::uint64_t path, metamodel::native::Instance& object) {
-    return mObjects.try_emplace(path, &object).second;
+    if (2 * (mSize + 1) > mEntries.size()) reserve(2 * (mSize + 1));
+    Entry& entry = mEntries[placeOf(path)];
+    if (entry.object) return false;
+    entry = {path, &object};
+    ++mSize;
+    return true;
   }
   metamodel::native::Instance* find(std::uint64_t path) const noexcept {
-    const auto found = mObjects.find(path);
-    return found == mObjects.end() ? nullptr : found->second;
+    return mEntries.empty() ? nullptr : mEntries[placeOf(path)].object;
   }
 
  private:
-  struct Same {
-    std::size_t operator()(std::uint64_t hash) const noexcept { return hash; }
+  struct Entry {
+    std::uint64_t path = 0;
+    metamodel::native::Instance* object = nullptr;
   };
-  std::unordered_map<std::uint64_t, metamodel::native::Instance*, Same> mObjects;
+
+  /// Where the entry of a path is, or would be.
+  std::size_t placeOf(std::uint64_t path) const noexcept {
+    const std::size_t mask = mEntries.size() - 1;
+    std::size_t place = path & mask;
+    while (mEntries[place].object && mEntries[place].path != path) place = (place + 1) & mask;
+    return place;
+  }
+
+  std::vector<Entry> mEntries;
+  std::size_t mSize = 0;
 };
 
 }  // namespace Tarvelon::files::arxml

@@ -120,11 +120,15 @@ void Reader::read(std::uint32_t index) {
   for (const std::string& name : text.names()) mNumbers.push_back(format.numberOf(name));
   mFile->isObject.assign(text.size(), false);
 
+  const auto name = std::ranges::find(text.names(), "SHORT-NAME");
+  const auto isName = [number = name - text.names().begin()](const Element& each) { return each.name == number; };
+  mNamed += static_cast<std::size_t>(std::ranges::count_if(text.elements(), isName));
+  mPaths.reserve(mNamed);
   if (!mRoot) {
     mRoot = &mModel.add(dataOf<common::AUTOSAR>(), 4);
     setSource(*mRoot, {index, 0});
   } else {
-    mFile->parts.emplace_back(0, mRoot->number());
+    mFile->divided.push_back({0, {0, 0}});
   }
   pushObject(*mRoot, nullptr, 0, &format.root());
   for (std::uint32_t each = 1; each < text.size();) {
@@ -287,7 +291,7 @@ bool Reader::joinPackage(const native::ClassData& cls, std::uint32_t element, co
   SourcePlace source;
   if (!present || &present->cls() != &cls || !findSource(*present, source) || source.file == mFileIndex)
     return false;
-  mFile->parts.emplace_back(element, present->number());
+  mFile->divided.push_back({element, source});
   pushObject(*present, nullptr, element, content);
   return true;
 }
@@ -306,7 +310,7 @@ bool Reader::joinInfo(const Part& owner, const Place& place, const native::Class
     SourcePlace source;
     if (&object.cls() != &cls || object.has(slot) || !findSource(object, source)) continue;
     if (referenceIn(mSources.files[source.file].document, source.element, shape) != wanted) continue;
-    mFile->parts.emplace_back(element, object.number());
+    mFile->divided.push_back({element, source});
     pushObject(object, row, element, content);
     return true;
   }

@@ -76,16 +76,20 @@ void requireAccepted(const std::vector<Refused>& refused, unsigned release, cons
 /// Raises K7Q::WrongValue if content without a class stands in a package that is divided between files: one
 /// file has no place for it yet.
 void requireOnePart(const Sources& sources, const native::NativeModel& model) {
-  for (const SourceFile& file : sources.files) {
-    for (const auto& [element, number] : file.parts) {
-      const native::Instance& object = model.instance(number);
-      if (!object.isAlive() || arxml::foreignIn(file, element, object).empty()) continue;
-      throw K7Q::WrongValue("cannot save the " + std::to_string(sources.files.size()) +
-                            " files of the model as one: '" + file.document.pathOf(element) + "' in " +
-                            file.path.string() +
-                            " has content without a class; save them where they came from, without a path");
+  if (sources.files.size() == 1) return;
+  model.forEachInstance([&sources](const native::Instance& object) {
+    arxml::SourcePlace source;
+    if (!arxml::findSource(object, source)) return;
+    for (const SourceFile& file : sources.files) {
+      for (const arxml::DividedElement& each : file.divided) {
+        if (each.main != source || arxml::foreignIn(file, each.element, object).empty()) continue;
+        throw K7Q::WrongValue("cannot save the " + std::to_string(sources.files.size()) +
+                              " files of the model as one: '" + file.document.pathOf(each.element) + "' in " +
+                              file.path.string() +
+                              " has content without a class; save them where they came from, without a path");
+      }
     }
-  }
+  });
 }
 
 std::string textOf(native::NativeModel& model, const SaveOptions& options) {

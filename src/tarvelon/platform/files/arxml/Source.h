@@ -14,6 +14,19 @@ namespace Tarvelon::files::arxml {
 
 namespace native = metamodel::native;
 
+/// Where an object stood in the files of its model.
+struct SourcePlace {
+  std::uint32_t file = 0;
+  std::uint32_t element = 0;
+  friend bool operator==(const SourcePlace&, const SourcePlace&) = default;
+};
+
+/// An element of an object that has its main element in another place.
+struct DividedElement {
+  std::uint32_t element = 0;
+  SourcePlace main;
+};
+
 /// A file from which objects of a model were loaded. It is kept with the model: what nobody changes is saved
 /// as it stands in the text.
 struct SourceFile {
@@ -25,8 +38,8 @@ struct SourceFile {
   std::vector<bool> isObject;
   /// The elements of references whose targets are not in the model, in ascending order.
   std::vector<std::uint32_t> unresolved;
-  /// Elements that stand for an object which has its main element in another place: (element, object).
-  std::vector<std::pair<std::uint32_t, std::uint32_t>> parts;
+  /// In the order of the elements.
+  std::vector<DividedElement> divided;
 
   bool isUnresolved(std::uint32_t element) const noexcept;
 };
@@ -40,12 +53,6 @@ struct Sources {
 inline const Sources* sourcesOf(const native::NativeModel& model) noexcept {
   return static_cast<const Sources*>(model.sources());
 }
-
-/// Where an object stood in the files of its model.
-struct SourcePlace {
-  std::uint32_t file = 0;
-  std::uint32_t element = 0;
-};
 
 /// Remembers the element of an object that was just created.
 void setSource(native::Instance& object, SourcePlace place);

@@ -51,6 +51,7 @@ ScalarFault readNumber(std::string_view text, double& number) noexcept {
   } else if (text == "NaN") {
     number = std::numeric_limits<double>::quiet_NaN();
   } else {
+    if (text.starts_with("+-")) return ScalarFault::NoValue;
     if (text.starts_with('+')) text.remove_prefix(1);
     const std::string_view digits = text.starts_with('-') ? text.substr(1) : text;
     const bool isDecimal = digits.find_first_not_of("0123456789.eE+-") == std::string_view::npos;

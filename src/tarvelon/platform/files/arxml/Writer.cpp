@@ -45,11 +45,8 @@ Writer::Writer(native::NativeModel& model, const Sources* sources, unsigned rele
     if (findSource(object, source)) mObjects[source.file][source.element] = &object;
   });
   for (std::size_t index = 0; index < sources->files.size(); ++index) {
-    for (const auto& [element, number] : sources->files[index].parts) {
-      Instance& object = model.instance(number);
-      SourcePlace source;
-      if (object.isAlive() && findSource(object, source)) mObjects[index][element] = &object;
-    }
+    for (const DividedElement& each : sources->files[index].divided)
+      mObjects[index][each.element] = mObjects[each.main.file][each.main.element];
   }
 }
 
@@ -63,7 +60,7 @@ std::string Writer::writeAll(Instance& root) {
 std::string Writer::writeFile(std::uint32_t file, Instance& root) {
   mWritten = file;
   mDivided.clear();
-  for (const auto& [element, number] : mSources->files[file].parts) mDivided.insert(mObjects[file][element]);
+  for (const DividedElement& each : mSources->files[file].divided) mDivided.insert(mObjects[file][each.element]);
   return write(root, &mSources->files[file]);
 }
 
