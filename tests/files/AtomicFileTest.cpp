@@ -217,9 +217,10 @@ TEST_F(AtomicFile, LiesWhereItsPathLedAtTheBeginning) {
 
 TEST_F(AtomicFile, IsNotSavedUnderTheNameOfAnotherFormat) {
   const auto model = makeModel(u"Brakes");
-  EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { files::save(model, mFolder / "brakes.arxml"); }),
-            "cannot save '" + (mFolder / "brakes.arxml").string() +
-                "': expected the suffix '.xmi', got '.arxml'; a model is saved as XMI: name the file '" +
+  EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { files::save(model, mFolder / "brakes.json"); }),
+            "cannot save '" + (mFolder / "brakes.json").string() +
+                "': expected the suffix '.xmi', got '.json'; a model is saved as ARXML (.arxml) or as XMI (.xmi): "
+                "name the file '" +
                 mFile.string() + "', or give it no suffix");
   for (const char* name : {"brakes.xmi.gz", "brakes.xml", "brakes.2"})
     EXPECT_THROW(files::save(model, mFolder / name), K7Q::WrongValue) << name;
@@ -328,8 +329,8 @@ TEST_F(AtomicFile, StaysAsItIsWhateverAllocationFails) {
 TEST_F(AtomicFile, ThatIsNotThereCannotBeLoaded) {
   EXPECT_EQ(refusalOf<files::FileError>([&] { files::load(mFile); }),
             "cannot load '" + mFile.string() + "': No such file or directory");
-  EXPECT_EQ(refusalOf<files::FileError>([&] { files::load(mFolder); }),
-            "cannot load '" + mFolder.string() + "': Is a directory");
+  EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { files::load(mFolder); }),
+            "cannot load '" + mFolder.string() + "': the folder has no file with the suffix .arxml");
 }
 
 }  // namespace

@@ -101,7 +101,8 @@ DEMO = HEAD + """\
                       <ACCESSED-VARIABLE>
                         <AUTOSAR-VARIABLE-IREF>
                           <PORT-PROTOTYPE-REF DEST="R-PORT-PROTOTYPE">/Demo/Sensor/In</PORT-PROTOTYPE-REF>
-                          <TARGET-DATA-PROTOTYPE-REF DEST="VARIABLE-DATA-PROTOTYPE">/Demo/SpeedIf/Speed</TARGET-DATA-PROTOTYPE-REF>
+                          <TARGET-DATA-PROTOTYPE-REF DEST="VARIABLE-DATA-PROTOTYPE">/Demo/SpeedIf/Speed\
+</TARGET-DATA-PROTOTYPE-REF>
                         </AUTOSAR-VARIABLE-IREF>
                       </ACCESSED-VARIABLE>
                     </VARIABLE-ACCESS>
@@ -235,7 +236,7 @@ def test_a_file_keeps_its_encoding(kept, load, encoding, declared, mark):
 @pytest.mark.parametrize("encoding, declared, mark, written", [
     ("utf-8", "UTF-8", b"\xef\xbb\xbf", "€ß"), ("utf-16-le", "UTF-16", b"\xff\xfe", "€ß𝄞"),
     ("utf-16-be", "UTF-16", b"\xfe\xff", "€ß𝄞"), ("latin-1", "ISO-8859-1", b"", "&#8364;ß"),
-    pytest.param("ascii", "US-ASCII", b"", "&#8364;&#223;", marks=fault("written as UTF-8"))])
+    pytest.param("ascii", "US-ASCII", b"", "&#8364;&#223;")])
 def test_an_edited_file_keeps_its_encoding(load, saved, encoding, declared, mark, written):
     text = DEMO.replace("UTF-8", declared)
     model = load(mark + text.encode(encoding))
@@ -366,7 +367,6 @@ def test_the_target_of_a_relative_reference_can_be_renamed_and_changed(edit):
         '              <TYPE-TREF DEST="IMPLEMENTATION-DATA-TYPE" BASE="types">uint16</TYPE-TREF>']
 
 
-@fault("a reference that need not change is written without its BASE")
 def test_a_renamed_package_changes_the_base_and_what_leads_through_it(edit):
     def change(model):
         model.find("/P/Types").Name = "T"
@@ -673,7 +673,7 @@ def test_a_destroyed_object_that_comes_back_has_its_old_text(load, saved, path):
     model = load(DEMO)
     model.history = 1
     model.find(path).destroy()
-    assert saved(model).decode() != DEMO
+    assert saved(model, lenient=True).decode() != DEMO
     model.undo()
     assert saved(model).decode() == DEMO
 
@@ -763,7 +763,7 @@ def test_a_new_value_keeps_the_attributes_of_its_element(edit):
 
 
 def test_a_removed_value_keeps_the_comment_before_it(edit):
-    text = DEMO.replace("                  <SYMBOL>stop", "                  <!-- c -->\n                  <SYMBOL>stop")
+    text = DEMO.replace("<SYMBOL>stop", "<!-- c -->\n                  <SYMBOL>stop")
     wanted = text.replace("                  <SYMBOL>stop</SYMBOL>\n", "")
     assert edit(text, lambda model: setattr(model.find(STOP), "symbol", "")) == wanted
 
@@ -781,18 +781,15 @@ def test_a_list_stays_while_it_has_other_content(edit, kept):
     assert edit(text, remove_the_last_of_a_list) == text.replace(lines, "")
 
 
-@fault("the list is removed")
 def test_the_instruction_in_a_list_stays_when_its_last_object_goes(edit):
     assert "<?keep?>" in edit(DEMO.replace("<EVENTS>", "<EVENTS><?keep?>"), remove_the_last_of_a_list)
 
 
 @pytest.mark.parametrize("text", ["<ELEMENTS>\n  <!-- here -->\n</ELEMENTS>", "<ELEMENTS><!-- here --></ELEMENTS>"])
-@fault("the comment is lost")
 def test_the_comment_in_an_empty_list_stays_when_an_object_comes(edit, text):
     assert "<!-- here -->" in edit(document(text), add_c)
 
 
-@fault("the wrapper is removed")
 def test_an_empty_value_in_a_wrapper_stays_when_its_object_changes(edit):
     text = DEMO.replace("              <TYPE-TREF", "              <SW-DATA-DEF-PROPS><SW-DATA-DEF-PROPS-VARIANTS>"
                         "<SW-DATA-DEF-PROPS-CONDITIONAL><DISPLAY-FORMAT/></SW-DATA-DEF-PROPS-CONDITIONAL>"
@@ -802,18 +799,17 @@ def test_an_empty_value_in_a_wrapper_stays_when_its_object_changes(edit):
 
 @pytest.mark.parametrize("behind", [
     "", "\n                  <!-- c -->",
-    pytest.param("\n                  <VENDOR/>", marks=fault("written behind the unknown element"))],
+    pytest.param("\n                  <VENDOR/>")],
     ids=["nothing", "comment", "unknown"])
-def test_a_new_value_stands_where_the_schema_wants_it(load, edit, behind):
+def test_a_new_value_stands_where_the_schema_wants_it(edit, behind):
     text = DEMO.replace("<SYMBOL>step</SYMBOL>", f"<SYMBOL>step</SYMBOL>{behind}")
     assert edit(text, set_a_new_value) == before(
         text, "                  <DATA-READ-ACCESSS>\n",
         "                  <CAN-BE-INVOKED-CONCURRENTLY>true</CAN-BE-INVOKED-CONCURRENTLY>\n")
 
 
-@fault("written behind the comment, in the wrong place")
 def test_a_new_value_stands_before_the_comment_of_a_removed_one(load, edit):
-    text = DEMO.replace("                  <SYMBOL>step", "                  <!-- c -->\n                  <SYMBOL>step")
+    text = DEMO.replace("<SYMBOL>step", "<!-- c -->\n                  <SYMBOL>step")
 
     def change(model):
         model.find(STEP).symbol = ""
@@ -821,7 +817,6 @@ def test_a_new_value_stands_before_the_comment_of_a_removed_one(load, edit):
     assert load(edit(text, change)).find(STEP).canBeInvokedConcurrently
 
 
-@fault("the new object has several lines")
 def test_an_object_is_laid_out_like_its_neighbours_on_one_line(edit):
     line = A.replace("\n", "").replace("  ", "")
     text = document(f"<ELEMENTS>{line}</ELEMENTS>")
@@ -856,7 +851,6 @@ def give_another_package_the_name_of_the_base(model):
 
 @pytest.mark.parametrize("change", [retarget_the_base, relabel_the_base, destroy_the_base, move_away_from_the_base,
                                     give_another_package_the_name_of_the_base])
-@fault("the text of unchanged objects stays, and bases are those of the loaded text")
 def test_a_relative_reference_keeps_its_target_when_the_base_changes(load, saved, change):
     model = load(BASES)
     change(model)
@@ -866,7 +860,6 @@ def test_a_relative_reference_keeps_its_target_when_the_base_changes(load, saved
 
 
 @pytest.mark.parametrize("text", ["/Elsewhere/x", "uint16"])
-@fault("the reference is written twice")
 def test_a_reference_without_a_target_can_be_set(edit, text):
     text = DEMO.replace("/Types/uint16<", f"{text}<")
     assert changes(text, edit(text, set_another_target)) == [
@@ -948,7 +941,6 @@ def test_a_wrong_value_is_refused_with_its_place(load, text, old, new, at, path,
 
 
 @pytest.mark.parametrize("text, old, new, at, path, said", WRONG_VALUES, ids=range(len(WRONG_VALUES)))
-@fault("the path is missing")
 def test_a_wrong_value_is_refused_with_the_path_of_its_object(load, text, old, new, at, path, said):
     (_, _, problem), = problems_of(load, text.replace(old, new, 1))
     assert problem.startswith(path)
@@ -970,14 +962,12 @@ def test_another_format_is_refused(load, old, new, said):
 
 @pytest.mark.parametrize("old, new", [('xmlns="http://autosar.org/schema/r4.0"', 'xmlns="urn:x"'),
                                       ("AUTOSAR_00051", "AUTOSAR_00099")])
-@fault("the place is the beginning of the file")
 def test_another_format_is_refused_at_the_root_element(load, old, new):
     text = DEMO.replace(old, new)
     (line, _, _), = problems_of(load, text)
     assert line == places(text, "<AUTOSAR")[0]
 
 
-@fault("the text says that ARXML is not supported")
 def test_an_unknown_root_element_is_named(load):
     text = DEMO.replace("<AUTOSAR ", "<AUTOSARX ").replace("</AUTOSAR>", "</AUTOSARX>")
     (line, _, problem), = problems_of(load, text)
@@ -1052,8 +1042,7 @@ def test_a_lenient_load_has_the_rest_and_lists_the_problems(load):
 
 
 WRONG = [text.replace(old, new, 1) for text, old, new, *_ in WRONG_CONTENT + WRONG_VALUES] + [wrong_in_many_ways()]
-LOST = {"<SYMBOL>more": "the second value is lost", "<PORTS></PORTS>": "the empty list is lost",
-        "WRITE<": "a wrapper that only has wrong values is removed"}
+LOST = {"<PORTS></PORTS>": "the empty list is lost"}
 
 
 @pytest.mark.parametrize("text", WRONG, ids=range(len(WRONG)))
@@ -1074,7 +1063,6 @@ def test_wrong_content_is_kept_when_its_object_is_changed_and_changed_back(load,
     pytest.param("<SHORT-NAME/>", id="empty"),
     pytest.param("<SHORT-NAME>&#117;int16</SHORT-NAME>", id="the same in another spelling"),
 ])
-@fault("the name is not looked at")
 def test_a_wrong_name_is_refused(load, new):
     problem, = problems_of(load, DEMO.replace("<SHORT-NAME>uint8</SHORT-NAME>", new))
     assert "SHORT-NAME" in problem.text
@@ -1086,13 +1074,11 @@ def test_a_wrong_name_is_refused(load, new):
     pytest.param('              <REQUIRED-INTERFACE-TREF DEST="SENDER-RECEIVER-INTERFACE">/Demo/SpeedIf'
                  '</REQUIRED-INTERFACE-TREF>\n', "", id="no interface"),
 ])
-@fault("the port is left out without a word")
-def test_a_port_that_no_class_fits_is_reported(load, old, new):
+def test_a_port_that_no_class_fits_is_foreign_content(load, old, new):
     assert old in DEMO
-    assert load(DEMO.replace(old, new), lenient=True).problems
+    assert "R-PORT-PROTOTYPE" in load(DEMO.replace(old, new)).foreign()
 
 
-@fault("the port is saved, but not loaded, without a word")
 def test_a_port_whose_interface_is_destroyed_is_not_lost_silently(load, saved):
     model = load(DEMO)
     model.find("/Demo/SpeedIf").destroy()
@@ -1202,7 +1188,6 @@ def test_what_a_release_does_not_have_is_refused_and_nothing_is_written(load, tm
     assert not (tmp_path / "new.arxml").exists()
 
 
-@fault("the releases are missing")
 def test_a_class_that_a_release_does_not_have_is_refused_with_its_releases(load, saved):
     with pytest.raises(K7Q.WrongValue, match="/Demo/Service: .*R17-10.*R25-11"):
         saved(load(NEWER), release="4.0.3")

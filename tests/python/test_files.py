@@ -470,18 +470,12 @@ def test_the_problems_of_a_lenient_load_are_the_models(package, model, tmp_path)
 
 
 def test_a_suffix_of_another_format_is_refused(model, tmp_path):
-    for name in ("x.arxml", "x.xmi.gz", "x.json"):
+    for name in ("x.xmi.gz", "x.json"):
         with pytest.raises(K7Q.WrongValue, match=r"name the file '.*\.xmi', or give it no suffix"):
             model.save(tmp_path / name)
     assert list(tmp_path.iterdir()) == []
     model.save(tmp_path / "x")
     assert K7Q.Model.load(tmp_path / "x").roots() == []
-
-
-def test_arxml_is_called_by_its_name(tmp_path):
-    (tmp_path / "x.arxml").write_text('<AUTOSAR xmlns="http://autosar.org/schema/r4.0"></AUTOSAR>')
-    with pytest.raises(K7Q.WrongFile, match="the file is ARXML, which is not supported yet"):
-        K7Q.Model.load(tmp_path / "x.arxml")
 
 
 def test_another_current_folder_during_a_save_changes_nothing(model, tmp_path, monkeypatch):

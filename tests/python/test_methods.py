@@ -156,7 +156,7 @@ def test_many_methods_can_be_held_at_once(package):
 
 
 # Members that Python adds to objects, and entries of JSON besides the properties.
-ADDED = {"clone", "listen", "qualifiedName", "referrers", "to_dict", "to_json", "validate"}
+ADDED = {"clone", "file", "foreign", "listen", "qualifiedName", "referrers", "to_dict", "to_json", "unresolved", "validate"}
 IN_JSON = {"class", "id"}
 
 

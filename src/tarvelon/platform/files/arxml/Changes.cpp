@@ -2,13 +2,16 @@
 
 #include <algorithm>
 
+#include "tarvelon/arplatform/common/Names.h"
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/hx/Utf.h"
+#include "tarvelon/platform/model/metamodel/Registry.h"
 #include "tarvelon/platform/model/objects/Slots.h"
 #include "tarvelon/platform/model/words/Referrers.h"
 
 namespace Tarvelon::files::arxml {
 
+namespace common = metamodel::arplatform::common;
 using native::Instance;
 using native::Word;
 
@@ -32,14 +35,28 @@ Changes::Changes(native::NativeModel& model, const Sources& sources, ClassShapes
   model.forEachInstance([&most](const Instance& object) { most = std::max(most, object.number()); });
   mMarks.assign(most + 1U, false);
   std::vector<Instance*> moved;
+  const native::ClassData& package = native::tableOf(common::Package::Interface::kName).data();
+  const native::ClassData& base = native::tableOf(common::ReferenceBase::Interface::kName).data();
+  bool haveBasesChanged = false;
   model.forEachInstance([&](Instance& object) {
     // A new object has changed too: it got an owner.
     if (!object.hasChanged()) return;
     mark(object);
+    haveBasesChanged |= &object.cls() == &package || &object.cls() == &base;
     SourcePlace source;
     if (findSource(object, source) && hasMoved(object)) moved.push_back(&object);
   });
   for (Instance* object : moved) markReferrers(*object);
+  if (haveBasesChanged) markRelative(model);
+}
+
+/// Marks all objects with relative references.
+void Changes::markRelative(const native::NativeModel& model) {
+  model.forEachInstance([this](const Instance& object) {
+    SourcePlace source;
+    if (!findSource(object, source)) return;
+    if (std::ranges::binary_search(mSources.files[source.file].relative, source.element)) mark(object);
+  });
 }
 
 void Changes::mark(const Instance& object) {

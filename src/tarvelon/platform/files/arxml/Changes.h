@@ -16,6 +16,7 @@ class Changes {
 
  private:
   void mark(const native::Instance& object);
+  void markRelative(const native::NativeModel& model);
   void markReferrers(native::Instance& root);
   bool hasMoved(const native::Instance& object) const;
 

@@ -152,8 +152,11 @@ Decoded decoded(std::string bytes) {
       result.encoding.kind = Encoding::Kind::Latin1;
       decodeLatin1(view, result);
     } else {
-      if (!name.empty() && name != "UTF-8" && name != "UTF8" && name != "US-ASCII" && name != "ASCII")
+      if (name == "US-ASCII" || name == "ASCII") {
+        result.encoding.kind = Encoding::Kind::Ascii;
+      } else if (!name.empty() && name != "UTF-8" && name != "UTF8") {
         result.fault = "the encoding " + name + " is not supported; save the file in UTF-8";
+      }
       result.text = std::move(bytes);
     }
   }
@@ -191,10 +194,11 @@ std::string toUtf16(std::string_view text, bool isBig, bool hasMark) {
   return bytes;
 }
 
-std::string toLatin1(std::string_view text) {
+/// Characters from `limit` on become references.
+std::string toBytes(std::string_view text, char32_t limit) {
   std::string bytes;
   forEachCharacter(text, [&](char32_t point) {
-    if (point < 0x100) {
+    if (point < limit) {
       bytes.push_back(static_cast<char>(point));
     } else {
       bytes += "&#" + std::to_string(static_cast<std::uint32_t>(point)) + ";";
@@ -212,7 +216,9 @@ std::string encoded(std::string text, Encoding encoding) {
     case Encoding::Kind::Utf16Big:
       return toUtf16(text, true, encoding.hasMark);
     case Encoding::Kind::Latin1:
-      return toLatin1(text);
+      return toBytes(text, 0x100);
+    case Encoding::Kind::Ascii:
+      return toBytes(text, 0x80);
     default:
       return encoding.hasMark ? std::string(kUtf8Mark) + text : text;
   }

@@ -8,7 +8,7 @@ namespace Tarvelon::files::arxml {
 
 /// How the characters of a file are stored.
 struct Encoding {
-  enum class Kind : std::uint8_t { Utf8, Utf16Little, Utf16Big, Latin1 } kind = Kind::Utf8;
+  enum class Kind : std::uint8_t { Utf8, Utf16Little, Utf16Big, Latin1, Ascii } kind = Kind::Utf8;
   bool hasMark = false;  ///< whether the file begins with a byte-order mark
 };
 
@@ -22,8 +22,8 @@ struct Decoded {
 /// Converts the bytes of an XML file. The byte-order mark decides the encoding, else the XML declaration;
 /// without both it is UTF-8.
 Decoded decoded(std::string bytes);
-/// Converts text back to bytes, with the byte-order mark. Characters that ISO-8859-1 does not have become
-/// character references.
+/// Converts text back to bytes, with the byte-order mark. Characters that ISO-8859-1 or US-ASCII do not have
+/// become character references.
 std::string encoded(std::string text, Encoding encoding);
 
 /// The offset of the first byte that is not well-formed UTF-8, or that belongs to a character that XML does

@@ -19,7 +19,7 @@ Layout Layout::of(const Document& document) {
     const std::string_view between = document.slice(parent.contentBegin, element.begin);
     if (each != element.parent + 1) continue;
     const bool isOnNewLine = between.find('\n') != std::string_view::npos;
-    if (each == 1) layout.hasLines = isOnNewLine;
+    layout.hasLines = isOnNewLine || (layout.hasLines && each != 1);
     if (!isOnNewLine) continue;
     const std::string_view outer = indentOf(document, element.parent);
     const std::string_view inner = indentOf(document, each);

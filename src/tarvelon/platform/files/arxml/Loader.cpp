@@ -42,21 +42,26 @@ SourceFile readFile(const ArxmlInput& input, const Progress& progress, std::stri
 
 }  // namespace
 
-bool isArxml(std::string_view beginning) {
+std::optional<bool> isArxml(std::string_view beginning) {
   const Decoded decoded = arxml::decoded(std::string(beginning.substr(0, beginning.size() / 2 * 2)));
   std::string_view text = decoded.text;
   for (;;) {
     const std::size_t angle = text.find('<');
-    if (angle == std::string_view::npos) return false;
+    if (angle == std::string_view::npos) return std::nullopt;
     text.remove_prefix(angle);
     const bool isComment = text.starts_with("<!--");
     if (!isComment && !text.starts_with("<?")) break;
     const std::size_t end = text.find(isComment ? "-->" : "?>");
-    if (end == std::string_view::npos) return false;
+    if (end == std::string_view::npos) return std::nullopt;
     text.remove_prefix(end);
   }
-  const std::string_view name = text.substr(1, text.find_first_of(" \t\r\n/>") - 1);
-  return name.substr(name.rfind(':') + 1) == "AUTOSAR";
+  const std::size_t end = text.find('>');
+  if (end == std::string_view::npos) return std::nullopt;
+  const std::string_view tag = text.substr(0, end);
+  const std::string_view name = tag.substr(1, tag.find_first_of(" \t\r\n/") - 1);
+  if (name.substr(name.rfind(':') + 1) != "AUTOSAR") return false;
+  // An XMI file may have an object of the class AUTOSAR as its root element.
+  return tag.find("urn:tarvelon:") == std::string_view::npos;
 }
 
 Loaded loadArxml(std::span<const ArxmlInput> inputs, const LoadOptions& options, std::string_view name) {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <filesystem>
+#include <optional>
 #include <span>
 #include <string_view>
 
@@ -9,8 +10,9 @@
 
 namespace Tarvelon::files {
 
-/// Whether a file that begins with these bytes has the root element of ARXML.
-bool isArxml(std::string_view beginning);
+/// Whether a file that begins with these bytes has the root element of ARXML. Nothing if the root element does
+/// not begin in them.
+std::optional<bool> isArxml(std::string_view beginning);
 
 /// A file of a model.
 struct ArxmlInput {

@@ -80,6 +80,12 @@ void Reader::report(std::uint32_t offset, std::string text) {
   mProblems.kept.push_back({place.line, place.column, std::move(text)});
 }
 
+/// Reports a wrong value in the innermost open element.
+void Reader::reportValue(std::uint32_t offset, const std::string& text) {
+  const std::string path = mFrames.empty() ? std::string() : document().pathOf(mFrames.back().element);
+  report(offset, path.empty() ? text : path + "." + text);
+}
+
 void Reader::reportAt(std::uint32_t element, const std::string& text) {
   const std::string path = document().pathOf(element);
   report(document().element(element).begin, path.empty() ? text : path + ": " + text);
@@ -95,19 +101,19 @@ void Reader::readRoot(SourceFile& file, bool isLenient) {
   }
   const std::string_view space = text.attribute(0, "xmlns");
   if (space.starts_with("http://autosar.org/") && !space.starts_with("http://autosar.org/schema/")) {
-    report(0, "the file is of AUTOSAR 3 (namespace " + quoted(space) +
+    report(text.element(0).begin, "the file is of AUTOSAR 3 (namespace " + quoted(space) +
                   "), which is another format; convert it to AUTOSAR 4 first");
     throw Unreadable();
   }
   if (space != kNamespace) {
-    report(0, "expected the namespace '" + std::string(kNamespace) + "', got " + quoted(space));
+    report(text.element(0).begin, "expected the namespace '" + std::string(kNamespace) + "', got " + quoted(space));
     if (!isLenient) throw Unreadable();
   }
   const std::string_view schema = lastWord(text.attribute(0, "xsi:schemaLocation"));
   file.release = releaseOf(schema);
   if (file.release != 0) return;
   file.release = usualRelease();
-  report(0, "the schema " + quoted(schema) + " is none of the releases " + textOf(~Releases{0}) +
+  report(text.element(0).begin, "the schema " + quoted(schema) + " is none of the releases " + textOf(~Releases{0}) +
                 "; the file is taken for " + releaseRow(file.release).name);
 }
 
@@ -231,7 +237,7 @@ void Reader::store(const Part& part, const Place& place, std::uint32_t offset, s
   Word word{};
   const ScalarFault fault = arxml::readValue(*place.property, text, word);
   if (fault != ScalarFault::None) {
-    return report(offset, std::string(place.row->property) + ": expected " + expectedText(*place.property) +
+    return reportValue(offset, std::string(place.row->property) + ": expected " + expectedText(*place.property) +
                               ", got " + quoted(text) +
                               (fault == ScalarFault::OutOfRange ? ", which is out of range" : ""));
   }
@@ -248,7 +254,7 @@ void Reader::storeText(const Part& part, const Place& place, std::uint32_t offse
   try {
     native::checkText({object.cls(), *place.property, mModel}, mUnits);
   } catch (const K7Q::WrongValue& refusal) {
-    return report(offset, refusal.what());
+    return reportValue(offset, refusal.what());
   }
   const native::TextCell cell(mUnits);
   if (place.isMany()) {
@@ -395,7 +401,9 @@ void Reader::enterName(Frame& frame, const ClassShape& shape) {
     return reportAt(frame.element,
                     "<" + std::string(document().nameOf(frame.element)) + "> has no SHORT-NAME; add one");
   }
-  const std::string_view text = trimmed(document().inner(name));
+  const std::string plain = plainText(document().inner(name));
+  const std::string_view text = trimmed(plain);
+  if (text.empty()) return reportAt(name, "the SHORT-NAME is empty; write a name");
   frame.path = PathIndex::append(frame.path, text);
   if (mPaths.add(frame.path, *frame.parts[0].object) || mPaths.find(frame.path) == frame.parts[0].object) return;
   if (document().find(frame.element, "VARIATION-POINT") != 0) return;
@@ -438,7 +446,10 @@ void Reader::resolve() {
     if (mProgress && index % kReported == 0)
       mProgress(0.9 + 0.1 * static_cast<double>(index) / static_cast<double>(mPending.size()));
   }
-  for (SourceFile& file : mSources.files) std::ranges::sort(file.unresolved);
+  for (SourceFile& file : mSources.files) {
+    std::ranges::sort(file.unresolved);
+    std::ranges::sort(file.relative);
+  }
 }
 
 Instance* Reader::targetOf(const Pending& reference) {
@@ -446,6 +457,10 @@ Instance* Reader::targetOf(const Pending& reference) {
   const std::string_view path = trimmed(text.inner(reference.source.element));
   if (path.empty()) return nullptr;
   if (path.front() == '/') return mPaths.find(PathIndex::hashOf(path));
+  SourceFile& file = mSources.files[reference.source.file];
+  std::uint32_t around = reference.source.element;
+  while (!file.isObject[around]) around = text.element(around).parent;
+  file.relative.push_back(around);
   const std::string_view label = text.attribute(reference.source.element, "BASE");
   return mPaths.find(PathIndex::hashOf(path, PathIndex::hashOf(referenceBase(mSources, *reference.object, label))));
 }

@@ -61,6 +61,7 @@ class Reader {
 
   const Document& document() const noexcept { return mFile->document; }
   void report(std::uint32_t offset, std::string text);
+  void reportValue(std::uint32_t offset, const std::string& text);
   void reportAt(std::uint32_t element, const std::string& text);
 
   bool readElement(std::uint32_t element);

@@ -40,6 +40,8 @@ struct SourceFile {
   std::vector<std::uint32_t> unresolved;
   /// In the order of the elements.
   std::vector<DividedElement> divided;
+  /// The elements of objects with a relative reference, in ascending order.
+  std::vector<std::uint32_t> relative;
 
   bool isUnresolved(std::uint32_t element) const noexcept;
 };

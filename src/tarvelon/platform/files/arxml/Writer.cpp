@@ -175,7 +175,7 @@ void Writer::expand(const Emit& emit, std::vector<Piece>& pieces) {
   for (std::size_t index = 0; index < emit.parts.size(); ++index)
     level.found[index].counts.assign(emit.parts[index].shape->spotCount(), 0);
   level.indent = childIndent(emit);
-  level.hasLines = mLayout.hasLines;
+  level.hasLines = mLayout.hasLines && !emit.isFlat;
   if (emit.file) {
     collect(emit, level);
     for (std::size_t index = 0; index < emit.parts.size(); ++index) reorder(emit.parts[index], level);
@@ -205,19 +205,20 @@ void Writer::collect(const Emit& emit, Level& level) {
   const Document& document = emit.file->document;
   const Element& element = document.element(emit.element);
   std::uint32_t offset = element.contentBegin;
-  std::string_view kept;
+  // What no row knows belongs to the element before it.
+  std::uint16_t place = 0;
   for (std::uint32_t child = emit.element + 1; child < element.next; child = document.element(child).next) {
     const std::string_view lead = document.slice(offset, document.element(child).begin);
     offset = document.element(child).end;
     std::optional<Piece> piece = decide(emit, level, child);
     if (!piece) {
       const std::string_view comments = withoutLastLine(lead);
-      if (!comments.empty()) level.children.push_back({comments, std::string_view(), 0, nullptr});
+      if (!comments.empty()) level.children.push_back({comments, std::string_view(), place, nullptr});
       continue;
     }
     const std::uint32_t name = Format::get().numberOf(document.nameOf(child));
     const ContentItem* item = emit.content ? emit.content->find(name, mRelease) : nullptr;
-    const auto place = static_cast<std::uint16_t>(item ? item->place : 0);
+    if (item) place = item->place;
     const Instance* object = emit.file->isObject[child] ? objectAt(*emit.file, child) : nullptr;
     level.children.push_back({lead, std::move(*piece), place, object});
   }
@@ -278,6 +279,7 @@ void Writer::addMissingAt(const Emit& emit, Level& level, std::size_t index, std
       inner.parts = {{part.object, part.shape, spotIndex, part.active, part.isSecondary}};
       inner.indent = level.indent;
       inner.index = wanted > 1 ? count : emit.index;
+      inner.isFlat = !level.hasLines;
       insert(emit, level, name, std::move(inner));
     }
     return;
@@ -306,7 +308,7 @@ void Writer::addMissingAt(const Emit& emit, Level& level, std::size_t index, std
       const bool isSame = file && file->document.nameOf(source.element) == name;
       insert(emit, level, name,
              emitObject(*target, std::string(name), content, level.indent, isSame ? file : nullptr,
-                        source.element),
+                        source.element, !level.hasLines),
              target);
     } else if (place.form() == Form::Reference) {
       insert(emit, level, name, reference(*part.object, name, *target));
@@ -359,7 +361,8 @@ void Writer::addObjects(const Emit& emit, Level& level, std::size_t index, const
     const bool isMoved = mSources && findSource(object, source);
     const SourceFile* file = isMoved ? &mSources->files[source.file] : nullptr;
     if (file && file->document.nameOf(source.element) != row->name) file = nullptr;
-    Child child{{}, emitObject(object, row->name, item ? item->content : nullptr, level.indent, file, source.element),
+    Child child{{}, emitObject(object, row->name, item ? item->content : nullptr, level.indent, file, source.element,
+                           !level.hasLines),
                 static_cast<std::uint16_t>(item ? item->place : 0), &object};
     if (emit.content && emit.content->isOrdered && !before) {
       insert(emit, level, row->name, std::move(child.piece), &object);
@@ -416,6 +419,9 @@ void Writer::finish(const Emit& emit, Level& level, std::vector<Piece>& pieces) 
   }
   if (tag.ends_with("/>")) tag.replace(tag.size() - 2, 2, ">");
   pieces.emplace_back(std::move(tag));
+  const bool hadElements = emit.file && emit.file->document.hasElements(emit.element);
+  // Comments of an element that had no elements yet.
+  if (emit.file && !hadElements) pieces.push_back(withoutLastLine(level.tail));
   const std::string line = level.hasLines ? mLayout.newline + level.indent : std::string();
   for (Child& child : level.children) {
     if (child.lead.data()) {
@@ -425,7 +431,6 @@ void Writer::finish(const Emit& emit, Level& level, std::vector<Piece>& pieces) 
     }
     pieces.push_back(std::move(child.piece));
   }
-  const bool hadElements = emit.file && emit.file->document.hasElements(emit.element);
   if (hadElements) {
     pieces.push_back(level.tail);
   } else if (level.hasLines) {

@@ -68,6 +68,7 @@ class Writer {
     std::string indent;           ///< of the line of a new element
     std::uint32_t index = kAll;   ///< of an element that is repeated for each value: which value
     bool isObject = false;        ///< whether the element is an object's own one
+    bool isFlat = false;          ///< whether a new element stands on one line
   };
   using Piece = std::variant<std::string_view, std::string, Emit>;
 
@@ -125,7 +126,9 @@ class Writer {
 
   // Objects
   Piece emitObject(native::Instance& object, std::string name, const Content* content, std::string indent,
-                   const SourceFile* file, std::uint32_t element);
+                   const SourceFile* file, std::uint32_t element, bool isFlat = false);
+  void refuseUnread(const native::Instance& object, std::string_view name, const SourceFile* file,
+                    std::uint32_t element);
   std::vector<Part> partsOf(native::Instance& object, std::string_view name, const Content* content,
                             const SourceFile* file, std::uint32_t element);
   std::shared_ptr<const std::vector<bool>> activePlaces(const native::Instance& object,
@@ -144,7 +147,8 @@ class Writer {
   const Content* contentBetween(const Content* content, const ClassShape& shape, std::uint16_t from,
                                 std::uint16_t to) const;
   bool isBare(const native::Instance& object, const ClassShape& shape) const;
-  bool isLeft(const Emit& emit, const Place& place, std::uint32_t child) const;
+  bool isLeft(const Emit& emit, const Part& part, const Place& place, std::uint32_t child,
+              std::uint32_t index) const;
 
   // Values
   std::uint32_t countOf(const Part& part, const Place& place, const Content* content);
@@ -155,7 +159,7 @@ class Writer {
   std::string bodyOf(const Part& part);
   std::string bodyText(const SourceFile& file, std::uint32_t element) const;
   std::string elementNameOf(const native::Instance& object);
-  std::string basePath(const native::Instance& object, std::string_view label) const;
+  std::string basePath(const native::Instance& object, std::string_view label);
 
   void refuse(const native::Instance& object, std::string text);
 

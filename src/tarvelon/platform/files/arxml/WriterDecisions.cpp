@@ -88,45 +88,88 @@ std::optional<Writer::Piece> Writer::decideLeaf(const Emit& emit, Level& level, 
     return emitObject(*object, std::string(document.nameOf(child)), item ? item->content : nullptr, {},
                       emit.file, child);
   }
+  // A second value of a property that has one is wrong, but it was not lost by reading it.
+  if (!place.isMany() && count != 0) return document.outer(child);
   const std::uint32_t value = emit.index != kAll ? emit.index : count;
+  const bool isValue = !isLeft(emit, part, place, child, value);
   std::optional<Piece> piece = place.form() == Form::Reference
                                    ? decideReference(emit, part, place, child, value)
                                    : decideText(emit, part, place, child, value);
-  if (piece && !isLeft(emit, place, child)) ++count;
+  if (piece && isValue) ++count;
   return piece;
 }
 
-/// Whether an element is no value of the place: a reference whose target is not in the model, or a text that
-/// was not understood.
-bool Writer::isLeft(const Emit& emit, const Place& place, std::uint32_t child) const {
-  if (place.form() == Form::Reference) return emit.file->isUnresolved(child);
-  return emit.file->document.hasElements(child);
+/// Whether an element stays without being a value of the object: a reference whose target is not in the model,
+/// or a text that is empty or was not understood.
+bool Writer::isLeft(const Emit& emit, const Part& part, const Place& place, std::uint32_t child,
+                    std::uint32_t index) const {
+  if (place.form() == Form::Reference) {
+    if (!emit.file->isUnresolved(child)) return false;
+    return place.isMany() || !targetOf(*part.object, place, index);
+  }
+  if (!textOf(*part.object, place, index).empty()) return false;
+  const Document& document = emit.file->document;
+  const std::string plain = plainText(document.inner(child));
+  const std::string_view text = trimmed(plain);
+  if (text.empty() || document.hasElements(child)) return true;
+  const Storage storage = place.property->storage();
+  Word word{};
+  return storage != Storage::Text && storage != Storage::Texts &&
+         readValue(*place.property, text, word) != ScalarFault::None;
 }
 
 std::optional<Writer::Piece> Writer::decideText(const Emit& emit, const Part& part, const Place& place,
                                                 std::uint32_t child, std::uint32_t index) {
   const Document& document = emit.file->document;
-  if (document.hasElements(child)) return document.outer(child);
+  const std::string value = textOf(*part.object, place, index);
+  const bool isFormula = document.hasElements(child);
   const std::string plain = plainText(document.inner(child));
   const std::string_view text = trimmed(plain);
-  const std::string value = textOf(*part.object, place, index);
   const Storage storage = place.property->storage();
   const bool isText = storage == Storage::Text || storage == Storage::Texts;
   Word word{};
   const bool isRead = isText || readValue(*place.property, text, word) == ScalarFault::None;
   if (value.empty()) {
-    const bool isKept = !isRead || (isText && text.empty());
+    const bool isKept = isFormula || !isRead || (isText && text.empty());
     return isKept ? std::optional<Piece>(document.outer(child)) : std::nullopt;
   }
-  if (isText ? text == value : isRead && valueText(*place.property, word) == value) return document.outer(child);
+  if (!isFormula && (isText ? text == value : isRead && valueText(*place.property, word) == value)) return document.outer(child);
   std::string written(document.startTag(child));
   if (written.ends_with("/>")) written.replace(written.size() - 2, 2, ">");
   appendEscaped(written, value);
   return written + "</" + std::string(document.nameOf(child)) + ">";
 }
 
-std::string Writer::basePath(const Instance& object, std::string_view label) const {
-  return referenceBase(*mSources, object, label);
+namespace {
+
+/// A text property of an object. Empty if it has none of that name.
+std::string valueOf(const Instance& object, const ClassShape& shape, const char* name) {
+  const native::Property* property = shape.property(name);
+  const Word* word = property ? object.find(shape.slotOf(*property)) : nullptr;
+  if (!word) return {};
+  return property->storage() == Storage::Text ? word->text ? hx::toUtf8(word->text->view()) : std::string()
+                                              : valueText(*property, *word);
+}
+
+}  // namespace
+
+/// The path for which a reference base stands now, seen from an object. An empty label: the default base.
+std::string Writer::basePath(const Instance& object, std::string_view label) {
+  for (const Instance* each = &object; each; each = each->owner()) {
+    const ClassShape& shape = mShapes.of(each->cls());
+    const native::Property* bases = shape.property("ReferenceBase");
+    const native::WordList* list = bases ? native::listOf(*each, shape.slotOf(*bases)) : nullptr;
+    for (std::uint32_t index = 0; list && index < list->size(); ++index) {
+      const Instance& base = *list->at(index).object;
+      const ClassShape& own = mShapes.of(base.cls());
+      const bool isMeant = label.empty() ? valueOf(base, own, "IsDefault") == "true"
+                                         : valueOf(base, own, "ShortLabel") == label;
+      if (!isMeant) continue;
+      const Word* package = base.find(own.slotOf(*own.property("Package")));
+      return package ? pathOf(*package->object, mShapes) : referenceBase(*mSources, object, label);
+    }
+  }
+  return {};
 }
 
 std::optional<Writer::Piece> Writer::decideReference(const Emit& emit, const Part& part, const Place& place,
@@ -160,7 +203,7 @@ std::optional<Writer::Piece> Writer::decideReference(const Emit& emit, const Par
   return tag + "</" + std::string(document.nameOf(child)) + ">";
 }
 
-/// Whether a wrapper has content that no row knows, or a comment.
+/// Whether a wrapper has content that no row knows, a comment or an instruction.
 bool Writer::keepsForeign(const Emit& emit, std::uint32_t wrapper, const Part& part, std::uint16_t spot) const {
   const Document& document = emit.file->document;
   std::vector<std::pair<std::uint32_t, std::uint16_t>> left{{wrapper, spot}};
@@ -170,7 +213,7 @@ bool Writer::keepsForeign(const Emit& emit, std::uint32_t wrapper, const Part& p
     std::uint32_t offset = document.element(element).contentBegin;
     for (std::uint32_t each = element + 1; each < document.element(element).next;
          each = document.element(each).next) {
-      if (document.slice(offset, document.element(each).begin).find("<!--") != std::string_view::npos) return true;
+      if (!trimmed(document.slice(offset, document.element(each).begin)).empty()) return true;
       offset = document.element(each).end;
       const std::uint16_t inner = part.shape->find(at, Format::get().numberOf(document.nameOf(each)));
       if (inner == 0) {
@@ -180,12 +223,11 @@ bool Writer::keepsForeign(const Emit& emit, std::uint32_t wrapper, const Part& p
       const std::uint16_t value = part.shape->spot(inner).value;
       if (value == Spot::kNone) {
         left.emplace_back(each, inner);
-      } else if (isLeft(emit, part.shape->places()[value], each)) {
+      } else if (isLeft(emit, part, part.shape->places()[value], each, 0)) {
         return true;
       }
     }
-    if (document.slice(offset, document.element(element).contentEnd).find("<!--") != std::string_view::npos)
-      return true;
+    if (!trimmed(document.slice(offset, document.element(element).contentEnd)).empty()) return true;
   }
   return false;
 }

@@ -230,8 +230,15 @@ void Writer::refuseHomeless(const Part& part, const Content* content) {
         hasPlace |= isElement && stands(each, object);
       }
       if (isSaid || hasPlace || !isHere(object)) continue;
+      Releases known = 0;
+      for (const Place& each : part.shape->places()) {
+        const Content* around = each.slot == place.slot ? contentAt(content, *part.shape, each.spot) : nullptr;
+        for (const metamodel::ElementRow& row : mShapes.of(object.cls()).rows().elements)
+          known |= around ? around->releasesOf(Format::get().numberOf(row.name)) : 0;
+      }
       refuse(object, std::string("there is no element for a ") + object.cls().methods->className().shortName() +
-                         " here in the release " + releaseRow(mRelease).name);
+                         " here in the release " + releaseRow(mRelease).name +
+                         (known != 0 ? "; there is one in " + arxml::textOf(known) : std::string()));
     }
   }
 }
@@ -261,7 +268,7 @@ std::vector<Writer::Part> Writer::partsOf(Instance& object, std::string_view nam
 }
 
 Writer::Piece Writer::emitObject(Instance& object, std::string name, const Content* content, std::string indent,
-                                 const SourceFile* file, std::uint32_t element) {
+                                 const SourceFile* file, std::uint32_t element, bool isFlat) {
   if (file && mRelease == file->release && !mChanges->has(object)) return file->document.outer(element);
   Emit emit;
   emit.file = file;
@@ -271,7 +278,28 @@ Writer::Piece Writer::emitObject(Instance& object, std::string name, const Conte
   emit.name = std::move(name);
   emit.indent = std::move(indent);
   emit.isObject = true;
+  emit.isFlat = isFlat;
+  refuseUnread(object, emit.name, file, element);
   return emit;
+}
+
+/// Reports an object whose class could not be read from its element, since the reference that says it is
+/// missing.
+void Writer::refuseUnread(const Instance& object, std::string_view name, const SourceFile* file,
+                          std::uint32_t element) {
+  const ClassShape& shape = mShapes.of(object.cls());
+  for (const metamodel::ElementRow& row : shape.rows().elements) {
+    if (row.name != name || !row.reference) continue;
+    for (const Place& place : shape.places()) {
+      if (place.form() != Form::Reference || std::string_view(place.row->path) != row.reference) continue;
+      if (targetOf(object, place, 0)) return;
+      const std::uint32_t found = file ? file->document.findPath(element, row.reference) : 0;
+      if (found != 0 && file->isUnresolved(found)) return;
+      return refuse(object, std::string(place.property->metaName()) +
+                                " is not set, so the file could not say that this is a " +
+                                object.cls().methods->className().shortName() + "; set it");
+    }
+  }
 }
 
 Instance* Writer::objectAt(const SourceFile& file, std::uint32_t element) const {

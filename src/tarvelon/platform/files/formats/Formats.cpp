@@ -23,8 +23,14 @@ FileError::~FileError() = default;
 
 namespace {
 
-/// How many bytes at the beginning of a file are looked at to find its root element.
-constexpr std::size_t kBeginning = std::size_t{1} << 16;
+/// Whether a file is ARXML. Comments may stand before its root element, so more and more is looked at.
+bool hasArxml(Source& source, const std::function<void()>& interrupted) {
+  for (std::size_t most = std::size_t{1} << 12;; most *= 8) {
+    const std::string_view beginning = source.peek(most, interrupted);
+    const std::optional<bool> found = isArxml(beginning);
+    if (found || beginning.size() < most) return found.value_or(false);
+  }
+}
 
 std::function<void()> interruption(const LoadOptions& options) {
   return [&options] {
@@ -51,7 +57,7 @@ std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folde
 
 Loaded loadFrom(Source& source, const std::filesystem::path& path, const LoadOptions& options,
                 std::string_view name) {
-  if (!isArxml(source.peek(kBeginning, interruption(options)))) return loadXmi(source, options, name);
+  if (!hasArxml(source, interruption(options))) return loadXmi(source, options, name);
   const ArxmlInput input{path, &source};
   return loadArxml({&input, 1}, options, name);
 }
@@ -78,7 +84,7 @@ Loaded load(const std::vector<std::filesystem::path>& paths, const LoadOptions& 
   std::vector<ArxmlInput> inputs;
   for (const std::filesystem::path& path : paths) {
     sources.push_back(std::make_unique<FileSource>(path, interruption(options)));
-    if (!isArxml(sources.back()->peek(kBeginning, interruption(options)))) {
+    if (!hasArxml(*sources.back(), interruption(options))) {
       throw K7Q::WrongValue("cannot load '" + path.string() +
                             "' together with other files: expected ARXML, got another format; load it alone");
     }

@@ -15,9 +15,16 @@ std::size_t Source::read(char* buffer, std::size_t room, const std::function<voi
 }
 
 std::string_view Source::peek(std::size_t most, const std::function<void()>& interrupted) {
-  std::string first(most, '\0');
-  first.resize(readFully(*this, first.data(), most, interrupted));
-  mPeeked = std::move(first);
+  const std::size_t done = mPeeked.size();
+  if (done >= most) return std::string_view(mPeeked).substr(0, most);
+  std::string more(most - done, '\0');
+  std::size_t count = 0;
+  while (count != more.size()) {
+    const std::size_t read = readNext(more.data() + count, more.size() - count, interrupted);
+    if (read == 0) break;
+    count += read;
+  }
+  mPeeked.append(more, 0, count);
   return mPeeked;
 }
 

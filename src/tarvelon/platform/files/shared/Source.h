@@ -22,7 +22,7 @@ class Source {
   virtual ~Source() = default;
   /// As InputFile::read().
   std::size_t read(char* buffer, std::size_t room, const std::function<void()>& interrupted);
-  /// The first bytes, at most `most`. REQUIRES: nothing was read.
+  /// The first bytes, at most `most`; fewer only if the source has no more. REQUIRES: nothing was read.
   std::string_view peek(std::size_t most, const std::function<void()>& interrupted);
   /// Everything that was not read yet.
   std::string readAll(const std::function<void()>& interrupted);

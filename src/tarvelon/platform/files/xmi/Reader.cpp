@@ -38,11 +38,6 @@ std::string shown(QualifiedName name) {
                             : inQuotes(name.local) + " of namespace " + inQuotes(name.space);
 }
 
-/// An ARXML root element. The metamodel has a class AUTOSAR too, so the namespace is compared as well.
-bool isArxml(QualifiedName root) noexcept {
-  return root.space.starts_with("http://autosar.org/") || (root.space.empty() && root.local == "AUTOSAR");
-}
-
 constexpr const char* kLeftOut = "; the element is left out with its contents";
 constexpr const char* kNothing = ": expected an empty element, got the ";
 
@@ -101,10 +96,6 @@ Reader::Frame Reader::open(QualifiedName name, const Marks& marks, const char* c
 
 Reader::Frame Reader::openRoot(QualifiedName name, const Marks& marks, const char* const* attributes) {
   mHasRoot = true;
-  if (isArxml(name)) {
-    report(here(), "the file is ARXML, which is not supported yet; load a model that was saved as XMI");
-    throw Unloadable();
-  }
   checkVersions(marks);
   if (isXmi(name.space) && name.local == "XMI") {
     requireMarks(attributes, false);
