@@ -12,6 +12,9 @@ from K7Q._methods import method as _method
 
 TYPE_CHECKING = False  # importing typing takes longer than importing this whole package
 if TYPE_CHECKING:
+    from collections.abc import Sequence
+    from typing import Any
+
     from K7Q import (FileProblem, ForeignContent, ImmutableClassObject, ImmutableModel, Model, UnresolvedReference,
                      _Path, _Progress)
 del TYPE_CHECKING
@@ -125,10 +128,13 @@ def _path(path: _Path, function: str) -> str | bytes:
     raise _host.WrongValue(f"{function}: expected a path that the file system accepts, got {name!r}")
 
 
+_BACK: Any = object()  # stands for no path: the files from which the model was loaded
+
+
 @_method
 def _save(
     self: ImmutableModel,
-    path: _Path | None = None,
+    path: _Path = _BACK,
     *,
     release: str | None = None,
     lenient: bool = False,
@@ -150,7 +156,7 @@ def _save(
     terminal shows a progress bar when saving takes longer than a second. Raises K7Q.WrongValue if the suffix
     is unknown, K7Q.FileError (an OSError) if the file cannot be written.
     """
-    if path is None:
+    if path is _BACK:
         if release is not None:
             raise _host.WrongValue("save: each file keeps its release; to save in another one, name the file")
         with _watched(progress, "saving", "the files") as watch:
@@ -164,7 +170,7 @@ def _save(
 
 
 def _load(
-    path: _Path | list[_Path] | tuple[_Path, ...], *, lenient: bool = False, progress: _Progress | None = None
+    path: _Path | Sequence[_Path], *, lenient: bool = False, progress: _Progress | None = None
 ) -> Model:
     """Returns a new model with the contents of a file, ARXML or XMI: the content decides. The model is bound to no URI.
 

@@ -9,7 +9,7 @@ import K7Q
 import _tarvelon_host
 from Tarvelon.metamodel.arplatform import common, variant
 
-MOST = 4  #: the greatest number of arguments of a function of the module
+MOST = 5  #: the greatest number of arguments of a function of the module
 FUNCTIONS = {name: each for name, each in vars(_tarvelon_host).items() if isinstance(each, types.BuiltinFunctionType)}
 
 

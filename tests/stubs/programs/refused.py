@@ -92,7 +92,7 @@ model.undoable = 1  # refused: [misc]
 model.listen(lambda: None)  # refused: [arg-type, misc]
 
 # files
-model.save()  # refused: [call-arg]
+model.save(release=7)  # refused: [arg-type]
 model.save(3)  # refused: [arg-type]
 K7Q.Model.load("brakes.xmi", True)  # refused: [misc]
 K7Q.Model.load("brakes.xmi").problems[0].place  # refused: [attr-defined]

@@ -31,7 +31,7 @@ std::uint64_t hashOf(std::u16string_view text) noexcept {
 std::string namespaceOf(const native::PackageRow& package) {
   std::string_view name = package.name;
   if (name.starts_with(kMetamodel)) name.remove_prefix(kMetamodel.size());
-  return "urn:tarvelon:metamodel:" + std::string(name);
+  return std::string(kMetamodelSpace) + std::string(name);
 }
 
 std::string_view prefixOf(const native::PackageRow& package) noexcept {

@@ -25,6 +25,7 @@ namespace native = metamodel::native;
 inline constexpr std::string_view kXmi = "http://www.omg.org/XMI";
 inline constexpr std::string_view kXsi = "http://www.w3.org/2001/XMLSchema-instance";
 inline constexpr std::string_view kOwn = "urn:tarvelon:file";
+inline constexpr std::string_view kMetamodelSpace = "urn:tarvelon:metamodel:";
 
 std::string namespaceOf(const native::PackageRow& package);
 /// "behavior"
