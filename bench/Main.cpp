@@ -1,7 +1,7 @@
 // Runs the benchmarks and prints each time with its ratio to the baseline of its group, measured in the same
 // run. A benchmark is named "group/variant"; the variant of the baseline is "plain struct". Options measure
 // one part only: --publishing the registration of everything, --curve models of several sizes, --large
-// operations on a large model, --files saving and loading.
+// operations on a large model, --files saving and loading, --arxml the same of ARXML files.
 #include <algorithm>
 #include <cstdio>
 #include <map>
@@ -12,6 +12,7 @@
 
 #include <benchmark/benchmark.h>
 
+#include "bench/Arxml.h"
 #include "bench/BigModel.h"
 #include "bench/Curve.h"
 #include "bench/Files.h"
@@ -77,7 +78,8 @@ struct Part {
 constexpr Part kParts[] = {{"--publishing", bench::reportPublishing},
                            {"--curve", bench::reportCurve},
                            {"--large", bench::reportModel},
-                           {"--files", bench::reportFiles}};
+                           {"--files", bench::reportFiles},
+                           {"--arxml", bench::reportArxml}};
 
 /// Runs a part in a new process, because the memory count is only exact if nothing has been freed before.
 void apart(const char* option) {
@@ -116,6 +118,7 @@ int main(int argc, char** argv) {
     bench::reportPublishing();
     bench::reportValidation();
     apart("--files");
+    apart("--arxml");
   }
   return 0;
 }

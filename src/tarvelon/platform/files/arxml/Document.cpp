@@ -84,6 +84,8 @@ class Scanner {
     if (bad != std::string_view::npos) refuse(bad, "the text has a character that XML does not allow");
     if (mText.starts_with("<?xml") && mText.size() > 5 && isSpace(mText[5])) skipDeclaration();
     skipMisc();
+    // In most files an element takes more bytes.
+    mDocument.mElements.reserve(mText.size() / kBytesOfAnElement + 1);
     if (!isAt("<") || !isNameStart(mPlace + 1)) refuse(mPlace, "expected the root element");
     openElement();
     while (!mOpen.empty()) scanContent();
@@ -325,9 +327,13 @@ class Scanner {
     return found->second;
   }
 
-  void finish() { mDocument.mElements.shrink_to_fit(); }
+  void finish() {
+    std::vector<Element>& elements = mDocument.mElements;
+    if (elements.capacity() - elements.size() > elements.size() / 8) elements.shrink_to_fit();
+  }
 
   static constexpr std::size_t kMaxAttributes = 256;
+  static constexpr std::size_t kBytesOfAnElement = 64;
 
   Document& mDocument;
   std::string_view mText;

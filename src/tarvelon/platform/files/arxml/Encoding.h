@@ -10,6 +10,8 @@ namespace Tarvelon::files::arxml {
 struct Encoding {
   enum class Kind : std::uint8_t { Utf8, Utf16Little, Utf16Big, Latin1, Ascii } kind = Kind::Utf8;
   bool hasMark = false;  ///< whether the file begins with a byte-order mark
+  /// Whether the bytes are the UTF-8 text itself.
+  bool isPlain() const noexcept { return kind == Kind::Utf8 && !hasMark; }
 };
 
 /// A file as UTF-8 text, without its byte-order mark.

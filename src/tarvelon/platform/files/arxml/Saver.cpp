@@ -92,31 +92,39 @@ void requireOnePart(const Sources& sources, const native::NativeModel& model) {
   });
 }
 
-std::string textOf(native::NativeModel& model, const SaveOptions& options) {
+/// Writes a model as one file, in the encoding of the file from which it was loaded.
+void write(native::NativeModel& model, const SaveOptions& options, Sink& sink) {
   const Sources* sources = arxml::sourcesOf(model);
   const unsigned release = releaseFor(sources, 0, options);
   native::Instance& root = rootOf(model);
-  arxml::Writer writer(model, sources, release);
   if (sources) requireOnePart(*sources, model);
-  std::string text = writer.writeAll(root);
-  requireAccepted(writer.refused(), release, options);
+  arxml::Writer writer(model, sources, release);
   const arxml::Encoding encoding = sources ? sources->files[0].encoding : arxml::Encoding();
-  return arxml::encoded(std::move(text), encoding);
+  if (encoding.isPlain()) {
+    writer.writeAll(root, sink);
+  } else {
+    TextSink text;
+    writer.writeAll(root, text);
+    const std::string bytes = arxml::encoded(text.take(), encoding);
+    sink.write(bytes.data(), bytes.size());
+  }
+  requireAccepted(writer.refused(), release, options);
 }
 
 }  // namespace
 
 std::string saveArxmlText(const K7Q::Model& model, const SaveOptions& options) {
-  return textOf(native::NativeModel::require(model), options);
+  TextSink text;
+  write(native::NativeModel::require(model), options, text);
+  return text.take();
 }
 
 void saveArxml(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
   native::NativeModel& native = native::NativeModel::require(model);
   const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
-  const std::string text = textOf(native, options);
-  if (options.progress) options.progress(0.9);
   AtomicFile file(path);
-  file.write(text.data(), text.size());
+  write(native, options, file);
+  if (options.progress) options.progress(0.9);
   file.commit(options.isDurable);
   if (options.progress) options.progress(1);
 }
@@ -158,9 +166,10 @@ std::vector<std::filesystem::path> saveBack(const K7Q::Model& handle, const Save
     const SourceFile& file = sources->files[index];
     const unsigned release = releaseFor(sources, index, options);
     arxml::Writer writer(model, sources, release);
-    std::string text = writer.writeFile(index, root);
+    TextSink text;
+    writer.writeFile(index, root, text);
     requireAccepted(writer.refused(), release, options);
-    const std::string bytes = arxml::encoded(std::move(text), file.encoding);
+    const std::string bytes = arxml::encoded(text.take(), file.encoding);
     if (!hasBytes(file.path, bytes)) {
       changed.push_back({std::make_unique<AtomicFile>(file.path), file.path});
       changed.back().file->write(bytes.data(), bytes.size());

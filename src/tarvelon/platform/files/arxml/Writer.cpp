@@ -37,35 +37,57 @@ std::string_view withoutLastLine(std::string_view lead) noexcept {
 
 Writer::Writer(native::NativeModel& model, const Sources* sources, unsigned release)
     : mModel(model), mSources(sources), mRelease(release) {
-  if (!sources) return;
-  mChanges = std::make_unique<Changes>(model, *sources, mShapes);
-  for (const SourceFile& file : sources->files) mObjects.emplace_back(file.document.size(), nullptr);
-  model.forEachInstance([this](Instance& object) {
+  if (sources) mChanges = std::make_unique<Changes>(model, *sources, mShapes);
+}
+
+void Writer::findObjects() {
+  mObjects.clear();
+  for (const SourceFile& file : mSources->files) mObjects.emplace_back(file.document.size(), nullptr);
+  mModel.forEachInstance([this](Instance& object) {
     SourcePlace source;
-    if (findSource(object, source)) mObjects[source.file][source.element] = &object;
+    if (!findSource(object, source)) return;
+    Instance*& found = mObjects[source.file][source.element];
+    if (!found || !isInPlace(*found, source)) found = &object;
   });
-  for (std::size_t index = 0; index < sources->files.size(); ++index) {
-    for (const DividedElement& each : sources->files[index].divided)
+  for (std::size_t index = 0; index < mSources->files.size(); ++index) {
+    for (const DividedElement& each : mSources->files[index].divided)
       mObjects[index][each.element] = mObjects[each.main.file][each.main.element];
   }
 }
 
-std::string Writer::writeAll(Instance& root) {
+/// Whether the owner of an object stands around the element from which the object was loaded. A copy of an
+/// object has the element of its original, but another owner.
+bool Writer::isInPlace(const Instance& object, SourcePlace source) const noexcept {
+  SourcePlace around;
+  if (!object.owner() || !findSource(*object.owner(), around)) return false;
+  const Element& element = mSources->files[around.file].document.element(around.element);
+  return around.file == source.file && around.element < source.element && source.element < element.next;
+}
+
+void Writer::writeAll(Instance& root, Sink& sink) {
   mWritten = kAll;
   SourcePlace source;
   const bool isLoaded = mSources && findSource(root, source);
-  return write(root, isLoaded ? &mSources->files[source.file] : nullptr);
+  write(root, isLoaded ? &mSources->files[source.file] : nullptr, sink);
 }
 
-std::string Writer::writeFile(std::uint32_t file, Instance& root) {
+void Writer::writeFile(std::uint32_t file, Instance& root, Sink& sink) {
   mWritten = file;
-  mDivided.clear();
-  for (const DividedElement& each : mSources->files[file].divided) mDivided.insert(mObjects[file][each.element]);
-  return write(root, &mSources->files[file]);
+  write(root, &mSources->files[file], sink);
 }
 
-std::string Writer::write(Instance& root, const SourceFile* file) {
-  std::string text;
+void Writer::write(Instance& root, const SourceFile* file, Sink& sink) {
+  const auto put = [&sink](std::string_view text) { sink.write(text.data(), text.size()); };
+  if (file && mWritten == kAll && mSources->files.size() == 1 && mRelease == file->release &&
+      !mChanges->has(root)) {
+    return put(file->document.text());
+  }
+  if (mSources && mObjects.empty()) findObjects();
+  mDivided.clear();
+  if (mWritten != kAll) {
+    for (const DividedElement& each : mSources->files[mWritten].divided)
+      mDivided.insert(mObjects[mWritten][each.element]);
+  }
   Emit first;
   first.isObject = true;
   first.name = "AUTOSAR";
@@ -73,17 +95,15 @@ std::string Writer::write(Instance& root, const SourceFile* file) {
   first.file = file;
   first.parts = partsOf(root, first.name, first.content, file, 0);
   if (!file) {
-    run(std::move(first), text);
-    return text + "\n";
+    run(std::move(first), sink);
+    return put("\n");
   }
   const Document& document = file->document;
   const Element& element = document.element(0);
   mLayout = Layout::of(document);
-  text.reserve(document.text().size() + document.text().size() / 64);
-  text += document.slice(0, element.begin);
-  run(std::move(first), text);
-  text += document.text().substr(element.end);
-  return text;
+  put(document.slice(0, element.begin));
+  run(std::move(first), sink);
+  put(document.text().substr(element.end));
 }
 
 /// The number of the file in which an object stands: that of its main element, or that of its owner.
@@ -96,7 +116,8 @@ std::uint32_t Writer::homeOf(const Instance& object) const noexcept {
 }
 
 /// Writes an element and everything in it. The pieces that are still to be written are a stack.
-void Writer::run(Emit first, std::string& text) {
+void Writer::run(Emit first, Sink& sink) {
+  Output out(sink);
   std::vector<Piece> left;
   std::vector<Piece> pieces;
   left.emplace_back(std::move(first));
@@ -104,15 +125,16 @@ void Writer::run(Emit first, std::string& text) {
     Piece piece = std::move(left.back());
     left.pop_back();
     if (const auto* slice = std::get_if<std::string_view>(&piece)) {
-      text += *slice;
+      out.raw(*slice);
     } else if (const auto* own = std::get_if<std::string>(&piece)) {
-      text += *own;
+      out.raw(*own);
     } else {
       pieces.clear();
       expand(std::get<Emit>(piece), pieces);
       std::move(pieces.rbegin(), pieces.rend(), std::back_inserter(left));
     }
   }
+  out.flush();
 }
 
 std::string Writer::startTag(const Emit& emit) {

@@ -15,6 +15,7 @@
 #include "tarvelon/platform/files/arxml/ClassShape.h"
 #include "tarvelon/platform/files/arxml/Layout.h"
 #include "tarvelon/platform/files/arxml/Source.h"
+#include "tarvelon/platform/files/shared/Output.h"
 
 namespace Tarvelon::files::arxml {
 
@@ -37,9 +38,9 @@ class Writer {
   Writer& operator=(const Writer&) = delete;
 
   /// The text of one file with everything.
-  std::string writeAll(native::Instance& root);
+  void writeAll(native::Instance& root, Sink& sink);
   /// The text of one of the files of the model: what stands in it, and what is new in its objects.
-  std::string writeFile(std::uint32_t file, native::Instance& root);
+  void writeFile(std::uint32_t file, native::Instance& root, Sink& sink);
   const std::vector<Refused>& refused() const noexcept { return mRefused; }
 
  private:
@@ -88,7 +89,8 @@ class Writer {
 
   struct Level;
 
-  std::string write(native::Instance& root, const SourceFile* file);
+  void write(native::Instance& root, const SourceFile* file, Sink& sink);
+  void findObjects();
   std::uint32_t homeOf(const native::Instance& object) const noexcept;
   /// Whether an object is written into the file that is being made.
   bool isHere(const native::Instance& object) const noexcept {
@@ -96,7 +98,7 @@ class Writer {
   }
 
   // Elements
-  void run(Emit first, std::string& text);
+  void run(Emit first, Sink& sink);
   void expand(const Emit& emit, std::vector<Piece>& pieces);
   void expandBody(const Emit& emit, std::vector<Piece>& pieces);
   void collect(const Emit& emit, Level& level);
@@ -146,6 +148,7 @@ class Writer {
   bool isKnownAbove(const Content* content, const ClassShape& shape, std::uint16_t spot) const;
   const Content* contentBetween(const Content* content, const ClassShape& shape, std::uint16_t from,
                                 std::uint16_t to) const;
+  bool isInPlace(const native::Instance& object, SourcePlace source) const noexcept;
   bool isBare(const native::Instance& object, const ClassShape& shape) const;
   bool isLeft(const Emit& emit, const Part& part, const Place& place, std::uint32_t child,
               std::uint32_t index) const;

@@ -29,18 +29,21 @@ std::string_view Source::peek(std::size_t most, const std::function<void()>& int
 }
 
 std::string Source::readAll(const std::function<void()>& interrupted) {
-  constexpr std::size_t kChunk = std::size_t{1} << 20;
+  constexpr std::size_t kChunk = std::size_t{1} << 16;
   std::string all = std::move(mPeeked);
   mPeeked.clear();
-  if (all.size() < size()) all.reserve(size() + 1);
+  // One byte more than the file has: reading it shows that the file has ended.
+  std::size_t room = std::max(size() + 1, all.size() + 1) - all.size();
   for (;;) {
     const std::size_t done = all.size();
-    const std::size_t room = std::max(kChunk, all.capacity() - done);
     all.resize(done + room);
     const std::size_t count = readFully(*this, all.data() + done, room, interrupted);
     all.resize(done + count);
-    if (count < room) return all;
+    if (count < room) break;
+    room = std::max(kChunk, done);
   }
+  if (all.capacity() - all.size() > all.size() / 8) all.shrink_to_fit();
+  return all;
 }
 
 std::size_t TextSource::readNext(char* buffer, std::size_t room, const std::function<void()>& /*interrupted*/) {
