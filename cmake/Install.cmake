@@ -40,6 +40,6 @@ install(DIRECTORY docs DESTINATION "${TARVELON_DOCUMENTS}" COMPONENT documentati
 # The installed examples have their own CMakeLists.txt, which builds them like any program outside of this
 # repository.
 install(DIRECTORY examples/ DESTINATION "${TARVELON_EXAMPLES}" COMPONENT documentation
-        FILES_MATCHING PATTERN "*.cpp" PATTERN "*.h" PATTERN "*.py" PATTERN __pycache__ EXCLUDE)
+        FILES_MATCHING PATTERN "*.cpp" PATTERN "*.h" PATTERN "*.py" PATTERN "*.arxml" PATTERN __pycache__ EXCLUDE)
 configure_file(cmake/examples.CMakeLists.txt.in "${generated}/CMakeLists.txt" @ONLY)
 install(FILES "${generated}/CMakeLists.txt" DESTINATION "${TARVELON_EXAMPLES}" COMPONENT documentation)

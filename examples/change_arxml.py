@@ -21,7 +21,7 @@ OWN = Path(__file__).with_name("speed_sensor.arxml")
 def list_ports(model: K7Q.Model) -> None:
     for each in model.instances(port.Port):
         interface = each.Type.Name if each.Type else "an interface in another file"
-        print(f"{each.QualifiedName}: {interface}")
+        print(f"{each.qualifiedName}: {interface}")
     for tag, number in model.foreign().items():
         print(f"without a class: {number} {tag}")
     for reference in model.unresolved():

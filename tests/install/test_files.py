@@ -93,7 +93,8 @@ def test_the_packages_come_with_their_bytecode(prefix, call):
 def test_documents_and_examples_are_there(prefix):
     for name in ["README.md", "CHANGELOG.md", "LICENSE", "docs/python.md", "docs/compatibility.md"]:
         assert (prefix / "share/doc/tarvelon" / name).read_text() == (SOURCE / name).read_text()
-    examples = {each.name for pattern in ["*.cpp", "*.h", "*.py"] for each in (SOURCE / "examples").glob(pattern)}
+    patterns = ["*.cpp", "*.h", "*.py", "*.arxml"]
+    examples = {each.name for pattern in patterns for each in (SOURCE / "examples").glob(pattern)}
     assert examples | {"CMakeLists.txt"} == {*files_below(prefix / "share/tarvelon/examples")}
 
 

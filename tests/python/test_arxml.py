@@ -1402,3 +1402,29 @@ def test_a_randomly_edited_model_is_saved_as_it_is(load, saved, seed, layout):
             assert not re.search(rb"\n[ \r]*\n", content), "a blank line"
         if chance.random() < 0.5:
             model = again
+
+
+# Copies
+
+
+def test_a_copy_of_a_model_is_saved_with_the_same_bytes(load, saved):
+    assert saved(load(DEMO).clone()).decode() == DEMO
+
+
+def test_a_copy_of_an_object_has_its_foreign_content(load, saved):
+    text = DEMO.replace("<SYMBOL>", "<VENDOR>x</VENDOR><SYMBOL>")
+    model = load(text)
+    copy = model.find(STEP).clone()
+    copy.Name = "Copy"
+    model.find("/Demo/Sensor/Behavior").Runnables.append(copy)
+    content = saved(model).decode()
+    assert content.count("<VENDOR>x</VENDOR>") == text.count("<VENDOR>x</VENDOR>") + 1
+    assert load(content).find("/Demo/Sensor/Behavior/Copy").foreign[0].tag == "VENDOR"
+
+
+def test_the_original_of_a_copy_keeps_its_place(load, saved):
+    model = load(DEMO)
+    copy = model.find("/Demo").clone()
+    copy.Name = "Copy"
+    model.roots()[0].PackagedElement.append(copy)
+    assert saved(model).decode().startswith(DEMO[:DEMO.rindex("    </AR-PACKAGE>")])

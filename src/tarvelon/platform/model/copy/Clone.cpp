@@ -43,6 +43,7 @@ class Copier {
 
  private:
   Instance& newObject(const Instance& original);
+  void keepSource(const Instance& original, Instance& copy);
   void copyValues(const Instance& original, Instance& copy) const;
   void copyReferences(const Instance& original, Instance& copy, bool isOfLists) const;
   void hold(const Tree::Node& node, Instance& copy) const;
@@ -68,7 +69,18 @@ Instance& Copier::newObject(const Instance& original) {
   const int values = std::popcount(valueSlots(original));
   Instance& copy = mModel.add(original.cls(), static_cast<unsigned>(values));
   if (mModel.journal()) make({&copy, {}, {}, 0, 0, Step::Kind::Life, false, true});
+  keepSource(original, copy);
   return copy;
+}
+
+/// A copy has the element of a file from which its original was loaded: what has no class there is saved with
+/// the copy too. In another model only if that model has no files of its own.
+void Copier::keepSource(const Instance& original, Instance& copy) {
+  const Word* source = original.find(ClassData::kSourceSlot);
+  if (!source) return;
+  if (!mModel.sources()) mModel.keepSources(original.model().sharedSources());
+  if (mModel.sources() == original.model().sources())
+    copy.put(ClassData::kSourceSlot, *source, copy.reserveLasting());
 }
 
 void Copier::copyAll() {

@@ -78,6 +78,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   /// Keeps the files from which the file library loaded this model, in the same way.
   void keepSources(std::shared_ptr<const void> sources) noexcept { mSources = std::move(sources); }
   const void* sources() const noexcept { return mSources.get(); }
+  const std::shared_ptr<const void>& sharedSources() const noexcept { return mSources; }
 
   /// The journal. Null while there is no transaction, history, listener or watch.
   Journal* journal() const noexcept { return mJournal.get(); }
