@@ -203,8 +203,7 @@ void ofOneFile(const std::filesystem::path& path, std::size_t packages) {
   files::SaveOptions options;
   options.isDurable = false;
   const std::filesystem::path target = path.string() + ".saved.arxml";
-  print("saving, nothing changed",
-        processorTimeOf([&] { files::save(model, target, options); }), elements);
+  print("saving, nothing changed", processorTimeOf([&] { files::save(model, target, options); }), elements);
   std::filesystem::remove(target);
 }
 

@@ -23,6 +23,12 @@ void requirePlaces(const files::Problems& problems) {
   }
 }
 
+/// What was loaded from ARXML and not changed is saved with the same bytes.
+void requireSameBytes(const K7Q::Model& model, const std::uint8_t* data, std::size_t size) {
+  const std::string saved = files::saveArxmlText(model);
+  if (saved != std::string_view(reinterpret_cast<const char*>(data), size)) std::abort();
+}
+
 /// The value in quotes of an attribute in the line; empty if the line does not have it.
 std::string_view attributeOf(std::string_view line, std::string_view name) {
   const auto begin = line.find(name);
@@ -34,9 +40,29 @@ std::string_view attributeOf(std::string_view line, std::string_view name) {
 /// Pieces of files, found in the lines of the Ecore file: namespaces, types, properties as attributes and as
 /// elements, objects with one property, literals.
 std::vector<std::string> makeWords() {
-  std::vector<std::string> words = {" xmi:id=\"e\"",     " xmi:idref=\"e\"",  " href=\"#e\"",
-                                    " xsi:nil=\"true\"", " xmi:type=\"a:B\"", "=\"e r\"",
-                                    "=\"true\"",         "=\"-1e-9\""};
+  std::vector<std::string> words = {"<SHORT-NAME>A</SHORT-NAME>",
+                                    "<AR-PACKAGE>",
+                                    "</AR-PACKAGE>",
+                                    "<ELEMENTS>",
+                                    "<ELEMENTS/>",
+                                    "<AR-PACKAGES/>",
+                                    "<PORTS/>",
+                                    "<R-PORT-PROTOTYPE/>",
+                                    "<VALUE>0x1F</VALUE>",
+                                    "<CAN-FRAME/>",
+                                    "<!-- -->",
+                                    "<![CDATA[a]]>",
+                                    " DEST=\"UNIT\"",
+                                    " BASE=\"B\"",
+                                    "&lt;",
+                                    " xmi:id=\"e\"",
+                                    " xmi:idref=\"e\"",
+                                    " href=\"#e\"",
+                                    " xsi:nil=\"true\"",
+                                    " xmi:type=\"a:B\"",
+                                    "=\"e r\"",
+                                    "=\"true\"",
+                                    "=\"-1e-9\""};
   std::istringstream ecore(files::ecoreText());
   std::string prefix;
   std::string type;
@@ -98,6 +124,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     return 0;
   }
   requirePlaces(loaded.problems);
+  if (!files::filesOf(loaded.model).empty()) requireSameBytes(loaded.model, data, size);
   const std::string saved = files::saveText(loaded.model);
   if (files::saveText(files::loadText(saved).model) != saved) std::abort();
   return 0;

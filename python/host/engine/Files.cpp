@@ -120,17 +120,18 @@ PyObject* loadModel(Given arguments) {
   });
 }
 
-/// Calls `ofModel` for a model and `ofObject` for an object, and converts what they return to a list of tuples.
+/// Calls `ofModel` for a model and `ofObject` for an object, and converts what they return to a list of
+/// tuples.
 template <class OfModel, class OfObject>
 PyObject* keptContent(PyObject* asked, const char* function, OfModel ofModel, OfObject ofObject) {
   const std::vector<files::KeptContent> found =
       isModel(asked) ? ofModel(toModel(asked, function)) : ofObject(toModelObject(asked, function));
   Reference list = owned(PyList_New, 0);
   for (const files::KeptContent& each : found) {
-    const Reference entry = owned(Py_BuildValue, "(NNNNNIN)", toStr(each.tag).release(),
-                                  toStr(each.name).release(), toStr(each.path).release(),
-                                  toStr(each.dest).release(), pathStr(each.file).release(), each.line,
-                                  toStr(each.xml).release());
+    const Reference entry =
+        owned(Py_BuildValue, "(NNNNNIN)", toStr(each.tag).release(), toStr(each.name).release(),
+              toStr(each.path).release(), toStr(each.dest).release(), pathStr(each.file).release(), each.line,
+              toStr(each.xml).release());
     require(PyList_Append, list.get(), entry.get());
   }
   return list.release();
@@ -183,7 +184,8 @@ constexpr FunctionRow kFunctions[] = {
     {"saveModel", 5, saveModel,
      "saveModel(model, path, progress, release, lenient): writes a model to a file."},
     {"saveBack", 3, saveBack,
-     "saveBack(model, progress, lenient): writes a model back to its files; the paths of those that changed."},
+     "saveBack(model, progress, lenient): writes a model back to its files; the paths of those that "
+     "changed."},
     {"loadModel", 3, loadModel,
      "loadModel(path, lenient, progress): a new model with the contents of a file, or of a list of files."},
     {"foreignOf", 1, foreignOf,

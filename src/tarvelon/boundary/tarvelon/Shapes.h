@@ -17,8 +17,9 @@
 ///   constexpr auto shape(Is<Runnable>) {
 ///     return shapeOf(elements(element("RUNNABLE-ENTITY")),
 ///                    places(text("Symbol", "SYMBOL"),
-///                           inside("DataAccess", "DATA-READ-ACCESSS").when("Kind", DataAccessKind::ImplicitRead),
-///                           reference("SwAddrMethod", "SW-ADDR-METHOD-REF")));
+///                           inside("DataAccess", "DATA-READ-ACCESSS").when("Kind",
+///                           DataAccessKind::ImplicitRead), reference("SwAddrMethod",
+///                           "SW-ADDR-METHOD-REF")));
 ///   }
 ///
 /// A class has the places of its bases too; a place of its own replaces those of the bases for the same
@@ -37,7 +38,8 @@ enum class Form : std::uint8_t {
   Body,       ///< the value is the text of the object's element itself
   Role,       ///< the contained object is the element at the path, whose name says the role
   Inside,     ///< the contained objects are below the path, as elements of their classes
-  Reference,  ///< the element at the path has the path of the target as text; an empty path: the element itself
+  Reference,  ///< the element at the path has the path of the target as text; an empty path: the element
+              ///< itself
   Inlined,    ///< the content of the contained object stands in the object's element
   Chosen,     ///< the element of the object, or the place where it stands, says the value
   Nowhere,    ///< no file has the property
@@ -53,12 +55,13 @@ struct ChoiceRow {
 struct PlaceRow {
   const char* property = nullptr;  ///< the meta name
   Form form = Form::Nowhere;
-  const char* path = "";    ///< of an attribute: its name
-  const char* reason = "";  ///< of Nowhere: why no file has the property
+  const char* path = "";      ///< of an attribute: its name
+  const char* reason = "";    ///< of Nowhere: why no file has the property
   const char* fallback = "";  ///< of an attribute: what a new element has if the property has no value
-  ChoiceRow choice;         ///< only contained objects with this value stand here, and all of them have it
+  ChoiceRow choice;           ///< only contained objects with this value stand here, and all of them have it
 
-  /// A new element has this text in the attribute if the property has no value, since the format requires one.
+  /// A new element has this text in the attribute if the property has no value, since the format requires
+  /// one.
   constexpr PlaceRow otherwise(const char* text) const {
     PlaceRow row = *this;
     row.fallback = text;

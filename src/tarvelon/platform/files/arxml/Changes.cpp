@@ -76,8 +76,9 @@ void Changes::markReferrers(Instance& root) {
     Instance& object = *left.back();
     left.pop_back();
     if (Word* word = object.find(Instance::kReferrerSlot)) {
-      native::Referrers(word->bits).forEach(
-          [&](native::Referrer referrer) { mark(object.model().instance(referrer.instance)); });
+      native::Referrers(word->bits).forEach([&](native::Referrer referrer) {
+        mark(object.model().instance(referrer.instance));
+      });
     }
     native::forEachHeld(object, [&left](Instance& held, unsigned /*slot*/) { left.push_back(&held); });
   }

@@ -15,8 +15,8 @@ struct Place {
   const metamodel::PlaceRow* row = nullptr;
   const native::Property* property = nullptr;  ///< the most derived declaration
   std::uint8_t slot = 0;
-  std::uint16_t index = 0;   ///< its index in ClassShape::places
-  std::uint16_t spot = 0;    ///< where its values stand: their own elements, or the element around them
+  std::uint16_t index = 0;    ///< its index in ClassShape::places
+  std::uint16_t spot = 0;     ///< where its values stand: their own elements, or the element around them
   std::uint16_t repeats = 0;  ///< the spot that is repeated for each value; 0: none
   bool isMany() const noexcept { return property->isMany(); }
   metamodel::Form form() const noexcept { return row->form; }
@@ -24,7 +24,7 @@ struct Place {
 
 /// An element inside of an object's element, as far as the places of the class lead there.
 struct Spot {
-  std::uint32_t name = 0;    ///< Format::numberOf(); 0 for the object's element itself
+  std::uint32_t name = 0;  ///< Format::numberOf(); 0 for the object's element itself
   std::uint16_t parent = 0;
   std::uint16_t value = kNone;          ///< the place whose value the element is
   std::vector<std::uint16_t> inside;    ///< the places whose objects stand directly inside

@@ -18,8 +18,8 @@ bool isSpace(char each) noexcept { return each == ' ' || each == '\t' || each ==
 constexpr std::array<std::uint8_t, 256> makeNameTable() {
   std::array<std::uint8_t, 256> table{};
   for (unsigned each = 0; each < 256; ++each) {
-    const bool isLetter =
-        (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z') || each == '_' || each == ':' || each >= 0x80;
+    const bool isLetter = (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z') || each == '_' ||
+                          each == ':' || each >= 0x80;
     const bool isMore = (each >= '0' && each <= '9') || each == '-' || each == '.';
     table[each] = static_cast<std::uint8_t>((isLetter ? 3 : 0) | (isMore ? 2 : 0));
   }
@@ -108,7 +108,8 @@ class Scanner {
   std::string_view readName() {
     const std::size_t begin = mPlace;
     if (!isNameStart(mPlace)) refuse(mPlace, "expected a name");
-    while (mPlace < mText.size() && (kNameTable[static_cast<unsigned char>(mText[mPlace])] & 2) != 0) ++mPlace;
+    while (mPlace < mText.size() && (kNameTable[static_cast<unsigned char>(mText[mPlace])] & 2) != 0)
+      ++mPlace;
     return mText.substr(begin, mPlace - begin);
   }
   /// Moves behind the next `end`.
@@ -121,7 +122,9 @@ class Scanner {
   /// Whether a text may be the version (0), the encoding (1) or the value of standalone (2).
   static bool isDeclared(std::size_t which, std::string_view text) noexcept {
     if (which == 2) return text == "yes" || text == "no";
-    const auto isLetter = [](char each) { return (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z'); };
+    const auto isLetter = [](char each) {
+      return (each >= 'a' && each <= 'z') || (each >= 'A' && each <= 'Z');
+    };
     if (which == 1 && (text.empty() || !isLetter(text[0]))) return false;
     return std::ranges::all_of(text, [&](char each) {
       return isLetter(each) || (each >= '0' && each <= '9') || each == '.' || each == '_' || each == '-';
@@ -165,7 +168,8 @@ class Scanner {
     const std::size_t begin = mPlace;
     mPlace += 2;
     const std::string_view target = readName();
-    if (target.size() == 3 && (target[0] | 0x20) == 'x' && (target[1] | 0x20) == 'm' && (target[2] | 0x20) == 'l')
+    if (target.size() == 3 && (target[0] | 0x20) == 'x' && (target[1] | 0x20) == 'm' &&
+        (target[2] | 0x20) == 'l')
       refuse(begin, "an XML declaration stands behind the beginning of the file");
     if (!isAt("?>") && (mPlace == mText.size() || !isSpace(mText[mPlace])))
       refuse(begin, "a processing instruction is wrong");
@@ -322,7 +326,8 @@ class Scanner {
   }
 
   std::uint32_t numberOf(std::string_view name) {
-    const auto [found, isNew] = mNumbers.try_emplace(name, static_cast<std::uint32_t>(mDocument.mNames.size()));
+    const auto [found, isNew] =
+        mNumbers.try_emplace(name, static_cast<std::uint32_t>(mDocument.mNames.size()));
     if (isNew) mDocument.mNames.emplace_back(name);
     return found->second;
   }

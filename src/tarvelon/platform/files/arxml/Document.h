@@ -23,9 +23,9 @@ struct Element {
   std::uint32_t contentBegin = 0;  ///< behind the start tag
   std::uint32_t contentEnd = 0;    ///< the "<" of the end tag; the same as contentBegin in "<A/>"
   std::uint32_t end = 0;           ///< behind the end tag
-  std::uint32_t next = 0;          ///< the number of the first element behind this one that is not inside of it
-  std::uint32_t parent = 0;        ///< the number of the element around it; that of the root is 0
-  std::uint32_t name = 0;          ///< the number of its name (Document::nameOf)
+  std::uint32_t next = 0;    ///< the number of the first element behind this one that is not inside of it
+  std::uint32_t parent = 0;  ///< the number of the element around it; that of the root is 0
+  std::uint32_t name = 0;    ///< the number of its name (Document::nameOf)
 };
 
 /// Raised by Document::parse() for a text that is not well-formed XML, or that is refused.

@@ -41,7 +41,8 @@ bool isLead(char16_t unit) noexcept { return unit >= 0xD800 && unit < 0xDC00; }
 bool isTrail(char16_t unit) noexcept { return unit >= 0xDC00 && unit < 0xE000; }
 
 void decodeUtf16(std::string_view bytes, bool isBig, Decoded& result) {
-  if (bytes.size() % 2 != 0) result.fault = "the file has an odd number of bytes, which UTF-16 does not allow";
+  if (bytes.size() % 2 != 0)
+    result.fault = "the file has an odd number of bytes, which UTF-16 does not allow";
   result.text.reserve(bytes.size());
   for (std::size_t place = 0; place + 1 < bytes.size(); place += 2) {
     const char16_t unit = unitAt(bytes, place, isBig);
@@ -65,7 +66,8 @@ void decodeLatin1(std::string_view bytes, Decoded& result) {
 /// none.
 std::string declaredEncoding(std::string_view text) {
   constexpr std::string_view kSpaces = " \t\r\n";
-  if (!text.starts_with("<?xml") || text.size() < 6 || kSpaces.find(text[5]) == std::string_view::npos) return {};
+  if (!text.starts_with("<?xml") || text.size() < 6 || kSpaces.find(text[5]) == std::string_view::npos)
+    return {};
   const std::string_view declaration = text.substr(0, text.find("?>"));
   std::size_t place = declaration.find("encoding");
   if (place == std::string_view::npos) return {};
@@ -74,8 +76,9 @@ std::string declaredEncoding(std::string_view text) {
   const std::size_t end = declaration.find(declaration[place], place + 1);
   if (end == std::string_view::npos) return {};
   std::string name(declaration.substr(place + 1, end - place - 1));
-  std::ranges::transform(
-      name, name.begin(), [](char each) { return each >= 'a' && each <= 'z' ? static_cast<char>(each - 32) : each; });
+  std::ranges::transform(name, name.begin(), [](char each) {
+    return each >= 'a' && each <= 'z' ? static_cast<char>(each - 32) : each;
+  });
   return name;
 }
 

@@ -105,7 +105,8 @@ void Format::readContent() {
     mContents[index].isOrdered = rows[index].isOrdered;
     mContentByType.emplace(rows[index].type, &mContents[index]);
   }
-  for (std::size_t index = 0; index < std::size(rows); ++index) readItems(mContents[index], rows[index].items);
+  for (std::size_t index = 0; index < std::size(rows); ++index)
+    readItems(mContents[index], rows[index].items);
   mRoot = mContentByType.at("AUTOSAR");
 }
 
@@ -152,7 +153,8 @@ unsigned releaseOf(std::string_view name) noexcept {
   const std::size_t slash = name.find_last_of("/\\");
   if (slash != std::string_view::npos) name.remove_prefix(slash + 1);
   constexpr std::string_view kStrict = "_STRICT.xsd";
-  const bool isStrict = name.size() > kStrict.size() && isSame(name.substr(name.size() - kStrict.size()), kStrict);
+  const bool isStrict =
+      name.size() > kStrict.size() && isSame(name.substr(name.size() - kStrict.size()), kStrict);
   for (const metamodel::ReleaseRow& row : releases()) {
     const std::string_view schema = row.schema;
     if (isSame(name, row.name) || isSame(name, schema)) return row.number;
@@ -171,7 +173,8 @@ const metamodel::ReleaseRow& releaseRow(unsigned number) noexcept { return relea
 
 std::string releaseNames() {
   std::string text;
-  for (const metamodel::ReleaseRow& row : releases()) text += (text.empty() ? "" : ", ") + std::string(row.name);
+  for (const metamodel::ReleaseRow& row : releases())
+    text += (text.empty() ? "" : ", ") + std::string(row.name);
   return text;
 }
 

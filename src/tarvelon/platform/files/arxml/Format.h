@@ -20,8 +20,8 @@ constexpr Releases bitOf(unsigned release) noexcept { return Releases{1} << rele
 
 /// An element that may stand in another one.
 struct ContentItem {
-  std::uint32_t name = 0;             ///< Format::numberOf()
-  std::uint16_t place = 0;            ///< the position in the order
+  std::uint32_t name = 0;   ///< Format::numberOf()
+  std::uint16_t place = 0;  ///< the position in the order
   bool isMany = false;
   Releases releases = 0;
   const struct Content* content = nullptr;  ///< null if no row describes its content
@@ -86,8 +86,8 @@ std::span<const metamodel::ShapeTable> shapeTables() noexcept;
 std::span<const metamodel::ItemTable> itemTables() noexcept;
 
 std::span<const metamodel::ReleaseRow> releases() noexcept;
-/// The release that a person names, such as "R22-11" or "4.3.1", or a schema file, with or without folders and
-/// in any case. 0 if there is none.
+/// The release that a person names, such as "R22-11" or "4.3.1", or a schema file, with or without folders
+/// and in any case. 0 if there is none.
 unsigned releaseOf(std::string_view name) noexcept;
 /// The release in which a new model is saved.
 unsigned usualRelease() noexcept;

@@ -12,7 +12,8 @@ std::string_view indentOf(const Document& document, std::uint32_t element) noexc
 Layout Layout::of(const Document& document) {
   Layout layout;
   const std::size_t line = document.text().find('\n');
-  if (line != std::string_view::npos && line > 0 && document.text()[line - 1] == '\r') layout.newline = "\r\n";
+  if (line != std::string_view::npos && line > 0 && document.text()[line - 1] == '\r')
+    layout.newline = "\r\n";
   for (std::uint32_t each = 1; each < document.size(); ++each) {
     const Element& element = document.element(each);
     const Element& parent = document.element(element.parent);

@@ -10,8 +10,8 @@
 
 namespace Tarvelon::files {
 
-/// Whether a file that begins with these bytes has the root element of ARXML. Nothing if the root element does
-/// not begin in them.
+/// Whether a file that begins with these bytes has the root element of ARXML. Nothing if the root element
+/// does not begin in them.
 std::optional<bool> isArxml(std::string_view beginning);
 
 /// A file of a model.

@@ -52,7 +52,8 @@ std::uint32_t sizeOf(const Instance& object, std::uint8_t slot) noexcept {
 /// The text of the first reference that an object's element has directly inside.
 std::string_view referenceIn(const Document& document, std::uint32_t element, const ClassShape& shape) {
   for (const Place& place : shape.places()) {
-    if (place.form() != Form::Reference || std::string_view(place.row->path).find('/') != std::string_view::npos)
+    if (place.form() != Form::Reference ||
+        std::string_view(place.row->path).find('/') != std::string_view::npos)
       continue;
     const std::uint32_t found = document.find(element, place.row->path);
     if (found != 0) return trimmed(document.inner(found));
@@ -102,19 +103,21 @@ void Reader::readRoot(SourceFile& file, bool isLenient) {
   const std::string_view space = text.attribute(0, "xmlns");
   if (space.starts_with("http://autosar.org/") && !space.starts_with("http://autosar.org/schema/")) {
     report(text.element(0).begin, "the file is of AUTOSAR 3 (namespace " + quoted(space) +
-                  "), which is another format; convert it to AUTOSAR 4 first");
+                                      "), which is another format; convert it to AUTOSAR 4 first");
     throw Unreadable();
   }
   if (space != kNamespace) {
-    report(text.element(0).begin, "expected the namespace '" + std::string(kNamespace) + "', got " + quoted(space));
+    report(text.element(0).begin,
+           "expected the namespace '" + std::string(kNamespace) + "', got " + quoted(space));
     if (!isLenient) throw Unreadable();
   }
   const std::string_view schema = lastWord(text.attribute(0, "xsi:schemaLocation"));
   file.release = releaseOf(schema);
   if (file.release != 0) return;
   file.release = usualRelease();
-  report(text.element(0).begin, "the schema " + quoted(schema) + " is none of the releases " + textOf(~Releases{0}) +
-                "; the file is taken for " + releaseRow(file.release).name);
+  report(text.element(0).begin, "the schema " + quoted(schema) + " is none of the releases " +
+                                    textOf(~Releases{0}) + "; the file is taken for " +
+                                    releaseRow(file.release).name);
 }
 
 void Reader::read(std::uint32_t index) {
@@ -127,7 +130,9 @@ void Reader::read(std::uint32_t index) {
   mFile->isObject.assign(text.size(), false);
 
   const auto name = std::ranges::find(text.names(), "SHORT-NAME");
-  const auto isName = [number = name - text.names().begin()](const Element& each) { return each.name == number; };
+  const auto isName = [number = name - text.names().begin()](const Element& each) {
+    return each.name == number;
+  };
   mNamed += static_cast<std::size_t>(std::ranges::count_if(text.elements(), isName));
   mPaths.reserve(mNamed);
   if (!mRoot) {
@@ -217,7 +222,8 @@ bool Reader::readLeaf(const Part& part, const Place& place, std::uint32_t elemen
       return false;
     default:
       // A formula or marked-up text is no plain value: it stays foreign content.
-      if (!document().hasElements(element)) readScalar(part, place, where.contentBegin, document().inner(element));
+      if (!document().hasElements(element))
+        readScalar(part, place, where.contentBegin, document().inner(element));
       return false;
   }
 }
@@ -237,9 +243,9 @@ void Reader::store(const Part& part, const Place& place, std::uint32_t offset, s
   Word word{};
   const ScalarFault fault = arxml::readValue(*place.property, text, word);
   if (fault != ScalarFault::None) {
-    return reportValue(offset, std::string(place.row->property) + ": expected " + expectedText(*place.property) +
-                              ", got " + quoted(text) +
-                              (fault == ScalarFault::OutOfRange ? ", which is out of range" : ""));
+    return reportValue(offset, std::string(place.row->property) + ": expected " +
+                                   expectedText(*place.property) + ", got " + quoted(text) +
+                                   (fault == ScalarFault::OutOfRange ? ", which is out of range" : ""));
   }
   if (place.isMany()) {
     native::insertNumber(object, place.slot, sizeOf(object, place.slot), integerOf(word));
@@ -405,7 +411,8 @@ void Reader::enterName(Frame& frame, const ClassShape& shape) {
   const std::string_view text = trimmed(plain);
   if (text.empty()) return reportAt(name, "the SHORT-NAME is empty; write a name");
   frame.path = PathIndex::append(frame.path, text);
-  if (mPaths.add(frame.path, *frame.parts[0].object) || mPaths.find(frame.path) == frame.parts[0].object) return;
+  if (mPaths.add(frame.path, *frame.parts[0].object) || mPaths.find(frame.path) == frame.parts[0].object)
+    return;
   if (document().find(frame.element, "VARIATION-POINT") != 0) return;
   reportAt(name, "the SHORT-NAME " + quoted(text) + " stands twice here; rename one of the elements");
 }
@@ -462,7 +469,8 @@ Instance* Reader::targetOf(const Pending& reference) {
   while (!file.isObject[around]) around = text.element(around).parent;
   file.relative.push_back(around);
   const std::string_view label = text.attribute(reference.source.element, "BASE");
-  return mPaths.find(PathIndex::hashOf(path, PathIndex::hashOf(referenceBase(mSources, *reference.object, label))));
+  return mPaths.find(
+      PathIndex::hashOf(path, PathIndex::hashOf(referenceBase(mSources, *reference.object, label))));
 }
 
 void Reader::leave(const Pending& reference) {

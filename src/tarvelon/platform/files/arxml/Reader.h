@@ -104,7 +104,7 @@ class Reader {
   native::Instance* mRoot = nullptr;
   ClassShapes mShapes;
   PathIndex mPaths;
-  std::size_t mNamed = 0;  ///< how many SHORT-NAMEs there are
+  std::size_t mNamed = 0;               ///< how many SHORT-NAMEs there are
   std::vector<std::uint32_t> mNumbers;  ///< by the number of a name in the document: its number in the format
   std::vector<Frame> mFrames;
   std::vector<Pending> mPending;

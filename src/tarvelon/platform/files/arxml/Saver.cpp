@@ -39,14 +39,15 @@ native::Instance& rootOf(const native::NativeModel& model) {
     }
   });
   if (roots != 1) {
-    throw K7Q::WrongValue("cannot save as ARXML: expected one object of common.AUTOSAR without an owner, got " +
-                          std::to_string(roots) + "; put all packages into PackagedElement of one object");
+    throw K7Q::WrongValue(
+        "cannot save as ARXML: expected one object of common.AUTOSAR without an owner, got " +
+        std::to_string(roots) + "; put all packages into PackagedElement of one object");
   }
   if (others != 0) {
-    throw K7Q::WrongValue(
-        "cannot save as ARXML: " + std::to_string(others) + (others == 1 ? " object has" : " objects have") +
-        " no owner, the first of " + other->cls().methods->className().name +
-        "; put each of them into an object below common.AUTOSAR, or destroy it");
+    throw K7Q::WrongValue("cannot save as ARXML: " + std::to_string(others) +
+                          (others == 1 ? " object has" : " objects have") + " no owner, the first of " +
+                          other->cls().methods->className().name +
+                          "; put each of them into an object below common.AUTOSAR, or destroy it");
   }
   return *root;
 }
@@ -174,7 +175,8 @@ std::vector<std::filesystem::path> saveBack(const K7Q::Model& handle, const Save
       changed.push_back({std::make_unique<AtomicFile>(file.path), file.path});
       changed.back().file->write(bytes.data(), bytes.size());
     }
-    if (options.progress) options.progress(static_cast<double>(index + 1) / static_cast<double>(sources->files.size()));
+    if (options.progress)
+      options.progress(static_cast<double>(index + 1) / static_cast<double>(sources->files.size()));
   }
   std::vector<std::filesystem::path> paths;
   for (const Changed& each : changed) {

@@ -61,8 +61,8 @@ void setSource(native::Instance& object, SourcePlace place);
 /// Returns whether the object was loaded from a file; then `place` is set.
 bool findSource(const native::Instance& object, SourcePlace& place) noexcept;
 
-/// The path for which a reference base stands, seen from an object. An empty label: the default base. Empty if
-/// no package around the object declares it.
+/// The path for which a reference base stands, seen from an object. An empty label: the default base. Empty
+/// if no package around the object declares it.
 std::string referenceBase(const Sources& sources, const native::Instance& object, std::string_view label);
 
 }  // namespace Tarvelon::files::arxml

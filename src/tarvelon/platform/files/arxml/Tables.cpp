@@ -1,5 +1,5 @@
-// The shapes of all classes and the texts of all enumerations, generated from the lists of names and the rows.
-// A class without a shape, and a stored property without a place, do not compile.
+// The shapes of all classes and the texts of all enumerations, generated from the lists of names and the
+// rows. A class without a shape, and a stored property without a place, do not compile.
 
 #include "tarvelon/arplatform/Shapes.h"
 #include "tarvelon/foundation/Shapes.h"
@@ -88,20 +88,20 @@ constexpr ShapeTable makeShape() {
 
 }  // namespace
 
-#define TARVELON_CHECK_SHAPE(X)                                                                        \
+#define TARVELON_CHECK_SHAPE(X) \
   static_assert(isWhole<X>(), "the shape of " #X " gives each property of its row a place, and no other");
 #define TARVELON_CHECK_ITEMS(E, ...) \
   static_assert(hasTextForEach<E>(), "the items of " #E " have one text for each literal");
 #define TARVELON_SHAPE_ENTRY(X) makeShape<X>(),
 #define TARVELON_ITEM_ENTRY(E, ...) ItemTable{&E::kName, kItems<E>},
 #define TARVELON_NO_ENTRY(...)
-#define TARVELON_SHAPES(P, NAMES)                                                                     \
-  namespace P {                                                                                       \
-  namespace {                                                                                         \
-  NAMES(TARVELON_CHECK_SHAPE, TARVELON_CHECK_ITEMS)                                                   \
-  constexpr ShapeTable kShapes[] = {NAMES(TARVELON_SHAPE_ENTRY, TARVELON_NO_ENTRY) ShapeTable{}};     \
+#define TARVELON_SHAPES(P, NAMES)                                                                    \
+  namespace P {                                                                                      \
+  namespace {                                                                                        \
+  NAMES(TARVELON_CHECK_SHAPE, TARVELON_CHECK_ITEMS)                                                  \
+  constexpr ShapeTable kShapes[] = {NAMES(TARVELON_SHAPE_ENTRY, TARVELON_NO_ENTRY) ShapeTable{}};    \
   constexpr ItemTable kEnumerations[] = {NAMES(TARVELON_NO_ENTRY, TARVELON_ITEM_ENTRY) ItemTable{}}; \
-  }                                                                                                   \
+  }                                                                                                  \
   }
 
 TARVELON_SHAPES(foundation, TARVELON_FOUNDATION_NAMES)

@@ -8,7 +8,8 @@
 namespace Tarvelon::files::arxml {
 
 /// Reads a number, a truth value or the text of an enumeration value, as ARXML writes them: integers may be
-/// hexadecimal (0x1F), binary (0b101) or octal (017), numbers may be INF, -INF and NaN. REQUIRES: trimmed text.
+/// hexadecimal (0x1F), binary (0b101) or octal (017), numbers may be INF, -INF and NaN. REQUIRES: trimmed
+/// text.
 ScalarFault readValue(const metamodel::native::Property& property, std::string_view text,
                       metamodel::native::Word& word);
 /// The text of such a value. Empty for an enumeration value that no file can have.
@@ -20,8 +21,8 @@ std::string expectedText(const metamodel::native::Property& property);
 void appendEscaped(std::string& target, std::string_view text);
 /// The same for the value of an attribute in quotes.
 void appendAttribute(std::string& target, std::string_view text);
-/// A start tag with another value of an attribute. An empty value leaves the attribute out. The tag stays as it
-/// is if the attribute has the value.
+/// A start tag with another value of an attribute. An empty value leaves the attribute out. The tag stays as
+/// it is if the attribute has the value.
 std::string withAttribute(std::string tag, std::string_view name, const std::string& value);
 
 }  // namespace Tarvelon::files::arxml

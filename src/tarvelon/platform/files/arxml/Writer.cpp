@@ -163,7 +163,8 @@ std::string Writer::startTag(const Emit& emit) {
   if (isRoot && mRelease != emit.file->release) {
     const std::string_view schema = document.attribute(emit.element, "xsi:schemaLocation");
     const std::size_t last = schema.find_last_of(" \t\r\n/") + 1;
-    const std::size_t offset = static_cast<std::size_t>(schema.data() - document.startTag(emit.element).data());
+    const std::size_t offset =
+        static_cast<std::size_t>(schema.data() - document.startTag(emit.element).data());
     if (schema.data()) tag.replace(offset + last, schema.size() - last, releaseRow(mRelease).schema);
   }
   if (!emit.isObject) return tag;
@@ -346,10 +347,11 @@ void Writer::addMissingAt(const Emit& emit, Level& level, std::size_t index, std
 /// list, if that one is here.
 void Writer::addObjects(const Emit& emit, Level& level, std::size_t index, const Place& place) {
   const Part& part = emit.parts[index];
-  const std::uint32_t count = place.isMany() ? native::listOf(*part.object, place.slot)
-                                                   ? native::listOf(*part.object, place.slot)->size()
-                                                   : 0
-                                             : part.object->has(place.slot) ? 1 : 0;
+  const std::uint32_t count =
+      place.isMany()
+          ? native::listOf(*part.object, place.slot) ? native::listOf(*part.object, place.slot)->size() : 0
+      : part.object->has(place.slot) ? 1
+                                     : 0;
   std::vector<Child> added;
   std::size_t next = 0;
   const Instance* before = nullptr;
@@ -383,9 +385,11 @@ void Writer::addObjects(const Emit& emit, Level& level, std::size_t index, const
     const bool isMoved = mSources && findSource(object, source);
     const SourceFile* file = isMoved ? &mSources->files[source.file] : nullptr;
     if (file && file->document.nameOf(source.element) != row->name) file = nullptr;
-    Child child{{}, emitObject(object, row->name, item ? item->content : nullptr, level.indent, file, source.element,
-                           !level.hasLines),
-                static_cast<std::uint16_t>(item ? item->place : 0), &object};
+    Child child{{},
+                emitObject(object, row->name, item ? item->content : nullptr, level.indent, file,
+                           source.element, !level.hasLines),
+                static_cast<std::uint16_t>(item ? item->place : 0),
+                &object};
     if (emit.content && emit.content->isOrdered && !before) {
       insert(emit, level, row->name, std::move(child.piece), &object);
     } else {
@@ -396,15 +400,16 @@ void Writer::addObjects(const Emit& emit, Level& level, std::size_t index, const
 }
 
 /// Inserts an element where the schema wants it: behind the last one that may stand before it.
-void Writer::insert(const Emit& emit, Level& level, std::string_view name, Piece piece, const Instance* object) {
+void Writer::insert(const Emit& emit, Level& level, std::string_view name, Piece piece,
+                    const Instance* object) {
   const ContentItem* item =
       emit.content ? emit.content->find(Format::get().numberOf(name), mRelease) : nullptr;
   Child child{{}, std::move(piece), static_cast<std::uint16_t>(item ? item->place : 0), object};
   auto at = level.children.end();
   if (item && emit.content->isOrdered) {
-    at = std::find_if(level.children.rbegin(), level.children.rend(),
-                      [&child](const Child& each) { return each.place <= child.place; })
-             .base();
+    at = std::find_if(level.children.rbegin(), level.children.rend(), [&child](const Child& each) {
+           return each.place <= child.place;
+         }).base();
   }
   level.children.insert(at, std::move(child));
 }
@@ -456,7 +461,8 @@ void Writer::finish(const Emit& emit, Level& level, std::vector<Piece>& pieces) 
   if (hadElements) {
     pieces.push_back(level.tail);
   } else if (level.hasLines) {
-    const std::string own(emit.file ? indentOf(emit.file->document, emit.element) : std::string_view(emit.indent));
+    const std::string own(emit.file ? indentOf(emit.file->document, emit.element)
+                                    : std::string_view(emit.indent));
     pieces.emplace_back(mLayout.newline + own);
   }
   pieces.emplace_back("</" + emit.name + ">");

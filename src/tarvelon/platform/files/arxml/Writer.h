@@ -54,8 +54,8 @@ class Writer {
     const ClassShape* shape = nullptr;
     std::uint16_t spot = 0;
     std::shared_ptr<const std::vector<bool>> active;
-    /// Whether the object has its main element elsewhere. Then only its name, references and contained objects
-    /// are compared here.
+    /// Whether the object has its main element elsewhere. Then only its name, references and contained
+    /// objects are compared here.
     bool isSecondary = false;
   };
 
@@ -66,10 +66,10 @@ class Writer {
     std::string name;
     const Content* content = nullptr;
     std::vector<Part> parts;
-    std::string indent;           ///< of the line of a new element
-    std::uint32_t index = kAll;   ///< of an element that is repeated for each value: which value
-    bool isObject = false;        ///< whether the element is an object's own one
-    bool isFlat = false;          ///< whether a new element stands on one line
+    std::string indent;          ///< of the line of a new element
+    std::uint32_t index = kAll;  ///< of an element that is repeated for each value: which value
+    bool isObject = false;       ///< whether the element is an object's own one
+    bool isFlat = false;         ///< whether a new element stands on one line
   };
   using Piece = std::variant<std::string_view, std::string, Emit>;
 
@@ -119,8 +119,8 @@ class Writer {
   std::optional<Piece> decideWrapper(const Emit& emit, Level& level, std::size_t part, std::uint16_t spot,
                                      std::uint32_t child);
   std::optional<Piece> decideObject(const Emit& emit, Level& level, std::uint32_t child);
-  std::optional<Piece> decideText(const Emit& emit, const Part& part, const Place& place,
-                                  std::uint32_t child, std::uint32_t index);
+  std::optional<Piece> decideText(const Emit& emit, const Part& part, const Place& place, std::uint32_t child,
+                                  std::uint32_t index);
   std::optional<Piece> decideReference(const Emit& emit, const Part& part, const Place& place,
                                        std::uint32_t child, std::uint32_t index);
   bool isInRelease(const Emit& emit, std::uint32_t child, std::uint32_t name);
@@ -141,7 +141,8 @@ class Writer {
   void refuseHomeless(const Part& part, const Content* content);
   const metamodel::ElementRow* rowFor(const native::Instance& object, const Content* content);
   bool answers(const native::Instance& object, const ClassShape& shape, const metamodel::ElementRow& row);
-  bool standsAt(const native::Instance& object, const Part& owner, const Place& place, const Content* content);
+  bool standsAt(const native::Instance& object, const Part& owner, const Place& place,
+                const Content* content);
   native::Instance* objectAt(const SourceFile& file, std::uint32_t element) const;
   const Content* contentAt(const Content* content, const ClassShape& shape, std::uint16_t spot) const;
   bool isKnown(const Content* content, const ClassShape& shape, std::uint16_t spot) const;
@@ -158,7 +159,8 @@ class Writer {
   std::uint32_t countBelow(const Part& part, std::uint16_t spot, const Content* content);
   std::string textOf(const native::Instance& object, const Place& place, std::uint32_t index) const;
   native::Instance* targetOf(const native::Instance& object, const Place& place, std::uint32_t index) const;
-  std::string reference(const native::Instance& object, std::string_view name, const native::Instance& target);
+  std::string reference(const native::Instance& object, std::string_view name,
+                        const native::Instance& target);
   std::string bodyOf(const Part& part);
   std::string bodyText(const SourceFile& file, std::uint32_t element) const;
   std::string elementNameOf(const native::Instance& object);
@@ -173,7 +175,8 @@ class Writer {
   ClassShapes mShapes;
   std::unique_ptr<Changes> mChanges;
   Layout mLayout;
-  /// The objects that have their main element in another file, but another one in the file that is being made.
+  /// The objects that have their main element in another file, but another one in the file that is being
+  /// made.
   std::unordered_set<const native::Instance*> mDivided;
   /// By file and element: the object that was loaded from it and still exists.
   std::vector<std::vector<native::Instance*>> mObjects;

@@ -39,7 +39,7 @@ std::optional<Writer::Piece> Writer::decide(const Emit& emit, Level& level, std:
     // A place that the release does not have: its value is written at another one, if there is one.
     if (!(*part.active)[part.shape->places()[value].index]) {
       return part.object->has(part.shape->places()[value].slot) ? std::nullopt
-                                                                 : std::optional<Piece>(document.outer(child));
+                                                                : std::optional<Piece>(document.outer(child));
     }
     return decideLeaf(emit, level, index, spot, child);
   }
@@ -99,8 +99,8 @@ std::optional<Writer::Piece> Writer::decideLeaf(const Emit& emit, Level& level, 
   return piece;
 }
 
-/// Whether an element stays without being a value of the object: a reference whose target is not in the model,
-/// or a text that is empty or was not understood.
+/// Whether an element stays without being a value of the object: a reference whose target is not in the
+/// model, or a text that is empty or was not understood.
 bool Writer::isLeft(const Emit& emit, const Part& part, const Place& place, std::uint32_t child,
                     std::uint32_t index) const {
   if (place.form() == Form::Reference) {
@@ -133,7 +133,8 @@ std::optional<Writer::Piece> Writer::decideText(const Emit& emit, const Part& pa
     const bool isKept = isFormula || !isRead || (isText && text.empty());
     return isKept ? std::optional<Piece>(document.outer(child)) : std::nullopt;
   }
-  if (!isFormula && (isText ? text == value : isRead && valueText(*place.property, word) == value)) return document.outer(child);
+  if (!isFormula && (isText ? text == value : isRead && valueText(*place.property, word) == value))
+    return document.outer(child);
   std::string written(document.startTag(child));
   if (written.ends_with("/>")) written.replace(written.size() - 2, 2, ">");
   appendEscaped(written, value);
@@ -204,7 +205,8 @@ std::optional<Writer::Piece> Writer::decideReference(const Emit& emit, const Par
 }
 
 /// Whether a wrapper has content that no row knows, a comment or an instruction.
-bool Writer::keepsForeign(const Emit& emit, std::uint32_t wrapper, const Part& part, std::uint16_t spot) const {
+bool Writer::keepsForeign(const Emit& emit, std::uint32_t wrapper, const Part& part,
+                          std::uint16_t spot) const {
   const Document& document = emit.file->document;
   std::vector<std::pair<std::uint32_t, std::uint16_t>> left{{wrapper, spot}};
   while (!left.empty()) {
@@ -236,7 +238,8 @@ std::optional<Writer::Piece> Writer::decideWrapper(const Emit& emit, Level& leve
                                                    std::uint16_t spot, std::uint32_t child) {
   const Part& part = emit.parts[index];
   const Document& document = emit.file->document;
-  const ContentItem* item = emit.content ? emit.content->find(part.shape->spot(spot).name, mRelease) : nullptr;
+  const ContentItem* item =
+      emit.content ? emit.content->find(part.shape->spot(spot).name, mRelease) : nullptr;
   const Content* content = item ? item->content : nullptr;
   std::uint32_t& count = level.found[index].counts[spot];
   const bool isRepeated = std::ranges::any_of(part.shape->spot(spot).places, [&](std::uint16_t each) {

@@ -193,9 +193,8 @@ void Writer::refuseUnplaced(const Instance& object, const ClassShape& shape, con
   for (const Place& place : shape.places()) {
     if (active[place.index] || !object.has(place.slot) || place.spot == 0) continue;
     if (place.form() == Form::Nowhere || place.form() == Form::Chosen || sizeOf(object, place) == 0) continue;
-    const bool isElsewhere = std::ranges::any_of(shape.places(), [&](const Place& other) {
-      return other.slot == place.slot && active[other.index];
-    });
+    const bool isElsewhere = std::ranges::any_of(
+        shape.places(), [&](const Place& other) { return other.slot == place.slot && active[other.index]; });
     if (isElsewhere || (reported >> place.slot & 1) != 0) continue;
     reported |= std::uint64_t{1} << place.slot;
     const Content* around = contentAt(content, shape, shape.spot(place.spot).parent);
@@ -226,18 +225,21 @@ void Writer::refuseHomeless(const Part& part, const Content* content) {
       for (const Place& each : part.shape->places()) {
         if (each.slot != place.slot) continue;
         const bool isElement = each.form() == Form::Inside || each.form() == Form::Role;
-        isSaid |= !isElement || mShapes.of(object.cls()).rows().reason[0] != '\0' || !(*part.active)[each.index];
+        isSaid |=
+            !isElement || mShapes.of(object.cls()).rows().reason[0] != '\0' || !(*part.active)[each.index];
         hasPlace |= isElement && stands(each, object);
       }
       if (isSaid || hasPlace || !isHere(object)) continue;
       Releases known = 0;
       for (const Place& each : part.shape->places()) {
-        const Content* around = each.slot == place.slot ? contentAt(content, *part.shape, each.spot) : nullptr;
+        const Content* around =
+            each.slot == place.slot ? contentAt(content, *part.shape, each.spot) : nullptr;
         for (const metamodel::ElementRow& row : mShapes.of(object.cls()).rows().elements)
           known |= around ? around->releasesOf(Format::get().numberOf(row.name)) : 0;
       }
-      refuse(object, std::string("there is no element for a ") + object.cls().methods->className().shortName() +
-                         " here in the release " + releaseRow(mRelease).name +
+      refuse(object, std::string("there is no element for a ") +
+                         object.cls().methods->className().shortName() + " here in the release " +
+                         releaseRow(mRelease).name +
                          (known != 0 ? "; there is one in " + arxml::textOf(known) : std::string()));
     }
   }
@@ -255,9 +257,9 @@ std::vector<Writer::Part> Writer::partsOf(Instance& object, std::string_view nam
     Instance* part = targetOf(object, shape.places()[index], 0);
     if (!part) continue;
     const bool isHere = std::ranges::any_of(shape.rows().elements, [&](const metamodel::ElementRow& row) {
-      return row.name == name && (!row.inlined || (shape.slotOf(*shape.property(row.inlined)) ==
-                                                       shape.places()[index].slot &&
-                                                   part->cls().isKindOf(native::tableOf(*row.inlinedClass).data().ordinal)));
+      return row.name == name &&
+             (!row.inlined || (shape.slotOf(*shape.property(row.inlined)) == shape.places()[index].slot &&
+                               part->cls().isKindOf(native::tableOf(*row.inlinedClass).data().ordinal)));
     });
     if (!isHere) continue;
     const ClassShape& inner = mShapes.of(part->cls());
@@ -267,8 +269,9 @@ std::vector<Writer::Part> Writer::partsOf(Instance& object, std::string_view nam
   return parts;
 }
 
-Writer::Piece Writer::emitObject(Instance& object, std::string name, const Content* content, std::string indent,
-                                 const SourceFile* file, std::uint32_t element, bool isFlat) {
+Writer::Piece Writer::emitObject(Instance& object, std::string name, const Content* content,
+                                 std::string indent, const SourceFile* file, std::uint32_t element,
+                                 bool isFlat) {
   if (file && mRelease == file->release && !mChanges->has(object)) return file->document.outer(element);
   Emit emit;
   emit.file = file;
@@ -318,7 +321,8 @@ bool Writer::answers(const Instance& object, const ClassShape& shape, const meta
   }
   if (row.inlined) {
     const Word* word = valueOf(row.inlined);
-    if (!word || !word->object->cls().isKindOf(native::tableOf(*row.inlinedClass).data().ordinal)) return false;
+    if (!word || !word->object->cls().isKindOf(native::tableOf(*row.inlinedClass).data().ordinal))
+      return false;
   }
   if (!row.reference) return true;
   for (const Place& place : shape.places()) {
@@ -326,7 +330,8 @@ bool Writer::answers(const Instance& object, const ClassShape& shape, const meta
     const Instance* target = targetOf(object, place, 0);
     if (!target) continue;
     const auto rows = mShapes.of(target->cls()).rows().elements;
-    return std::ranges::any_of(rows, [&](const auto& each) { return std::string_view(each.name) == row.dest; });
+    return std::ranges::any_of(rows,
+                               [&](const auto& each) { return std::string_view(each.name) == row.dest; });
   }
   SourcePlace source;
   if (!mSources || !findSource(object, source)) return true;
@@ -389,7 +394,8 @@ std::uint32_t Writer::countBelow(const Part& part, std::uint16_t spot, const Con
   std::uint32_t most = 0;
   for (const std::uint16_t index : part.shape->spot(spot).places) {
     const Place& place = part.shape->places()[index];
-    const std::uint16_t around = place.form() == Form::Inside ? place.spot : part.shape->spot(place.spot).parent;
+    const std::uint16_t around =
+        place.form() == Form::Inside ? place.spot : part.shape->spot(place.spot).parent;
     const Content* inner = content;
     if (around != spot) inner = contentBetween(content, *part.shape, spot, around);
     const std::uint32_t count = countOf(part, place, inner);

@@ -50,7 +50,8 @@ std::vector<std::filesystem::path> filesBelow(const std::filesystem::path& folde
                     error.code().value());
   }
   if (found.empty())
-    throw K7Q::WrongValue("cannot load '" + folder.string() + "': the folder has no file with the suffix .arxml");
+    throw K7Q::WrongValue("cannot load '" + folder.string() +
+                          "': the folder has no file with the suffix .arxml");
   std::ranges::sort(found);
   return found;
 }

@@ -46,7 +46,8 @@ std::string Source::readAll(const std::function<void()>& interrupted) {
   return all;
 }
 
-std::size_t TextSource::readNext(char* buffer, std::size_t room, const std::function<void()>& /*interrupted*/) {
+std::size_t TextSource::readNext(char* buffer, std::size_t room,
+                                 const std::function<void()>& /*interrupted*/) {
   const std::size_t count = std::min(room, mText.size());
   if (count != 0) std::memcpy(buffer, mText.data(), count);
   mText.remove_prefix(count);

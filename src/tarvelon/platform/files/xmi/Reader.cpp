@@ -97,8 +97,9 @@ Reader::Frame Reader::open(QualifiedName name, const Marks& marks, const char* c
 Reader::Frame Reader::openRoot(QualifiedName name, const Marks& marks, const char* const* attributes) {
   mHasRoot = true;
   if (!isXmi(name.space) && !marks.version && !marks.format && !name.space.starts_with(kMetamodelSpace)) {
-    report(here(), "the file is neither ARXML (root element <AUTOSAR>) nor XMI (<xmi:XMI>): its root element is " +
-                       shown(name));
+    report(here(),
+           "the file is neither ARXML (root element <AUTOSAR>) nor XMI (<xmi:XMI>): its root element is " +
+               shown(name));
     throw Unloadable();
   }
   checkVersions(marks);
