@@ -8,7 +8,7 @@ import pytest
 
 import K7Q
 from Tarvelon.metamodel import foundation, types
-from Tarvelon.metamodel.arplatform import common
+from Tarvelon.metamodel.arplatform import common, interface
 
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "arxml"))
 import facts  # noqa: E402
@@ -471,3 +471,163 @@ def test_new_objects_keep_to_the_format(model, tmp_path):
     assert again.ArraySize == 4 and find(loaded, "/Q/Structure").BaseType == find(loaded, "/Q/Base")
     assert faults(tmp_path / "saved.arxml") == []
     assert text.count("<COMPU-SCALE>") == 4
+
+
+def typed(model, type, value):
+    """Data of a type, with an initial value."""
+    data = interface.VariableData(model, "%d", "Data")
+    data.Type, data.InitValue = type, value
+    return data
+
+
+def number(model, value):
+    return foundation.NumericalValueSpecification(model, value)
+
+
+def text(model, value):
+    return foundation.TextValueSpecification(model, value)
+
+
+def array(model, *values):
+    whole = foundation.ArrayValueSpecification(model)
+    whole.Element.extend(values)
+    return whole
+
+
+def record(model, *values):
+    whole = foundation.RecordValueSpecification(model)
+    whole.Field.extend(values)
+    return whole
+
+
+def added(model, element):
+    """The element, in the package P: only what has an owner is compared."""
+    model.find("/P").PackagedElement.append(element)
+    return element
+
+
+def found(data):
+    """The rules that the values of data break, and where."""
+    assert "dangling-reference" not in [each.rule for each in data.validate()]
+    return [(each.rule, f"{each.path}.{each.property}".partition("Data.")[2]) for each in data.validate()
+            if each.rule in ("array-length", "data-constraint", "table-text")]
+
+
+@pytest.fixture
+def limited(model):
+    """The application type with physical limits up to 1.5."""
+    kind = find(model, "/P/Velocity")
+    kind.SwDataDefProps.DataConstr = find(model, "/P/Limits")
+    return kind
+
+
+def test_a_number_of_an_application_type_keeps_the_physical_limits(model, limited):
+    assert found(typed(model, limited, number(model, 1.5))) == []
+    assert found(typed(model, limited, number(model, -1e300))) == []
+    assert found(typed(model, limited, number(model, 1.6))) == [("data-constraint", "InitValue.Value")]
+
+
+def test_a_number_of_an_implementation_type_keeps_the_internal_limits(model):
+    kind = added(model, types.ImplementationDataType(model, "Byte"))
+    kind.SwDataDefProps = types.SwDataDefProps(model)
+    kind.SwDataDefProps.DataConstr = find(model, "/P/Limits")
+    assert found(typed(model, kind, number(model, 1.6))) == []
+    assert found(typed(model, kind, number(model, -1))) == [("data-constraint", "InitValue.Value")]
+
+
+@pytest.mark.parametrize("limit, kind, fits", [
+    ("0x10", "Closed", True), ("0b1111", "Closed", False), ("020", "Closed", True), ("16", "Open", False),
+    ("1.6E1", "Closed", True), ("1", "Infinite", True), ("-INF", "Closed", False), ("INF", "Closed", True),
+    ("2 * Size", "Closed", True), ("", "Closed", True)])
+def test_a_limit_may_be_written_in_many_ways(model, limited, limit, kind, fits):
+    upper = find(model, "/P/Limits").DataConstrRule[0].PhysConstrs.UpperLimit
+    upper.Value, upper.IntervalType = limit, getattr(types.IntervalTypeEnum, kind)
+    assert (found(typed(model, limited, number(model, 16))) == []) == fits
+
+
+def test_limits_of_another_level_need_not_be_kept(model, limited):
+    find(model, "/P/Limits").DataConstrRule[0].ConstrLevel = 1
+    assert found(typed(model, limited, number(model, 1000))) == []
+
+
+def test_the_invalid_value_may_be_beyond_the_limits(model, limited):
+    limited.SwDataDefProps.InvalidValue = number(model, 255)
+    assert found(typed(model, limited, number(model, 255))) == []
+    assert found(typed(model, limited, number(model, 254))) == [("data-constraint", "InitValue.Value")]
+
+
+def test_a_reference_to_a_type_has_the_limits_of_that_type(model):
+    kind, other = (added(model, types.ImplementationDataType(model, name)) for name in ("Kind", "Other"))
+    for each in (kind, other):
+        each.SwDataDefProps = types.SwDataDefProps(model)
+    kind.SwDataDefProps.ImplementationDataType = other
+    other.SwDataDefProps.DataConstr = find(model, "/P/Limits")
+    assert found(typed(model, kind, number(model, -1))) == [("data-constraint", "InitValue.Value")]
+    other.SwDataDefProps.ImplementationDataType = kind
+    assert found(typed(model, kind, number(model, -1))) == [("data-constraint", "InitValue.Value")]
+    other.SwDataDefProps.DataConstr = None
+    assert found(typed(model, kind, number(model, -1))) == []
+
+
+def test_an_array_of_variable_size_may_be_shorter(model, limited):
+    row = find(model, "/P/Row")
+    assert found(typed(model, row, array(model))) == []
+    assert found(typed(model, row, array(model, *(number(model, 0) for _ in range(8))))) == []
+    assert found(typed(model, row, array(model, *(number(model, 0) for _ in range(9))))) == [
+        ("array-length", "InitValue.Element")]
+    row.Element.ArraySizeSemantics = types.ArraySizeSemanticsEnum.FixedSize
+    assert found(typed(model, row, array(model))) == [("array-length", "InitValue.Element")]
+
+
+def test_what_stands_inside_of_a_value_is_compared_too(model, limited):
+    value = record(model, array(model, number(model, 0), number(model, 2)), number(model, 3))
+    assert found(typed(model, find(model, "/P/Pair"), value)) == [
+        ("data-constraint", "InitValue.Field[0].Element[1].Value"), ("data-constraint", "InitValue.Field[1].Value")]
+
+
+def test_a_structure_is_compared_member_by_member(model):
+    value = record(model, array(model, *(number(model, 0) for _ in range(3))), number(model, 0))
+    assert found(typed(model, find(model, "/P/Structure"), value)) == [("array-length", "InitValue.Field[0].Element")]
+
+
+def test_a_value_of_a_union_has_one_of_its_members(model):
+    kind = find(model, "/P/Structure")
+    kind.Category = "UNION"
+    assert found(typed(model, kind, record(model, array(model), number(model, 0)))) == []
+
+
+def test_a_constant_is_compared_where_it_is_used(model, limited):
+    constant = added(model, types.ConstantSpecification(model, "Fast"))
+    constant.ValueSpec = number(model, 100)
+    problems = typed(model, limited, types.ConstantReference(model, constant)).validate()
+    assert [str(each) for each in problems if each.rule == "data-constraint"] == [
+        "error: /Data.InitValue.Constant: the constant does not fit here: expected a number up to 1.5, as the "
+        "constraint /P/Limits says; found 100; change the number, or refer to another type [data-constraint]"]
+    assert found(constant) == []
+
+
+def test_constants_that_refer_to_each_other_are_no_circle(model):
+    constant = find(model, "/P/Default")
+    assert found(typed(model, find(model, "/P/Pair"), types.ConstantReference(model, constant))) == []
+
+
+@pytest.mark.parametrize("value, fits", [
+    ("Invalid", True), ("METHOD_INVALID", True), ("Linear", True), ("Other", False)])
+def test_a_text_stands_in_the_table_of_its_type(model, value, fits):
+    for kind in (find(model, "/P/Velocity"), find(model, "/P/Structure")):
+        assert (found(typed(model, kind, text(model, value))) == []) == fits
+
+
+def test_a_text_of_a_type_without_a_table_may_be_any(model):
+    find(model, "/P/Method").CompuInternalToPhys.CompuScale[1].CompuConst.destroy()
+    assert found(typed(model, find(model, "/P/Velocity"), text(model, "Other"))) == []
+
+
+def test_the_type_of_a_value_may_be_incomplete(model):
+    row = types.ApplicationArrayDataType(model, "Empty")
+    for kind in (row, types.ImplementationDataType(model, "Bare"), types.ApplicationRecordDataType(model, "None")):
+        added(model, kind)
+        for value in (array(model, number(model, 1)), record(model, number(model, 1)), text(model, "x")):
+            assert found(typed(model, kind, value)) == []
+    row.Element = types.ApplicationArrayElement(model, "Element")
+    assert found(typed(model, row, array(model, number(model, 1)))) == []
