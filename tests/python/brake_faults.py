@@ -7,6 +7,7 @@ from types import SimpleNamespace
 
 import pytest
 
+from Tarvelon.metamodel import foundation, types
 from Tarvelon.metamodel.arplatform import (behavior, common, component, composition, ecuc, instance, interface,
                                            manifest, port, timingExtension)
 
@@ -19,13 +20,13 @@ def build(model):
     """The brake example, with short names for the objects that the faults change."""
     new = brake.maker(model)
     built = example.build(new)
-    types = brake.named(built.components)
+    components = brake.named(built.components)
     return SimpleNamespace(
         model=model, new=new, root=built.root, brakes=built.root.PackagedElement[0], whole=built.whole,
-        controller=types.BrakeController, pedal=types.PedalSensor, wheel=types.WheelActuator,
-        diagnostics=types.Diagnostics, parameters=types.BrakeParameters,
-        control=brake.named(types.BrakeController.Behavior.Runnables).Control,
-        sample=types.PedalSensor.Behavior.Runnables[0], prototypes=brake.named(built.whole.Components),
+        controller=components.BrakeController, pedal=components.PedalSensor, wheel=components.WheelActuator,
+        diagnostics=components.Diagnostics, parameters=components.BrakeParameters,
+        control=brake.named(components.BrakeController.Behavior.Runnables).Control,
+        sample=components.PedalSensor.Behavior.Runnables[0], prototypes=brake.named(built.whole.Components),
         connectors=brake.named(built.whole.Connectors), timing=built.timing, system=built.system,
         configuration=built.configuration, adaptive=built.adaptive)
 
@@ -483,6 +484,49 @@ def event_of_no_mode(w):
        "MinimumSustainedSize")
 def least_size_above_the_greatest(w):
     w.adaptive.Store.MinimumSustainedSize = 65537
+
+
+TRAVEL = "/Vehicle/BrakeByWire/Interfaces/PedalTravel/Travel"
+TYPES = "/Vehicle/BrakeByWire/Types"
+
+
+def travel_of(w, kind, value):
+    """Gives the travel of the pedal a new type and a value."""
+    brake.named(w.brakes.PackagedElement).Types.PackagedElement.append(kind)
+    travel = w.pedal.SenderPorts[0].Interface.DataElements[0]
+    travel.InitValue.destroy()
+    travel.Type, travel.InitValue = kind, value
+
+
+@fault("array-length", TRAVEL + ".InitValue.Element",
+       "expected 3 elements for the type " + TYPES + "/Row, found 2; add or remove elements")
+def array_of_the_wrong_length(w):
+    entry = w.new(types.ImplementationDataTypeElement, "Entry", ArraySize=3)
+    values = [brake.number(w.new, number) for number in (1, 2)]
+    travel_of(w, w.new(types.ImplementationDataType, "Row", Category="ARRAY", SubElements=[entry]),
+              w.new(foundation.ArrayValueSpecification, Element=values))
+
+
+@fault("data-constraint", TRAVEL + ".InitValue.Value",
+       "expected a number below 100, as the constraint " + TYPES + "/Limits says; found 100; change the number, or "
+       "refer to another type")
+def number_beyond_its_limit(w):
+    upper = w.new(types.Limit, "100", IntervalType=types.IntervalTypeEnum.Open)
+    rule = w.new(types.DataConstrRule, InternalConstrs=w.new(types.InternalConstrs, UpperLimit=upper))
+    limits = w.new(types.DataConstr, "Limits", DataConstrRule=[rule])
+    brake.named(w.brakes.PackagedElement).Types.PackagedElement.append(limits)
+    props = w.new(types.SwDataDefProps, DataConstr=limits)
+    travel_of(w, w.new(types.ImplementationDataType, "Byte", SwDataDefProps=props), brake.number(w.new, 100))
+
+
+@fault("table-text", TRAVEL + ".InitValue.Value",
+       "expected one of the texts 'Off', 'On' of " + TYPES + "/Switch, found 'Onn'; set one of these texts")
+def text_that_its_table_does_not_have(w):
+    scales = [w.new(types.CompuScale, CompuConst=w.new(types.CompuConst, Vt=text)) for text in ("Off", "On")]
+    method = w.new(types.CompuMethod, "Switch", CompuInternalToPhys=w.new(types.Compu, CompuScale=scales))
+    brake.named(w.brakes.PackagedElement).Types.PackagedElement.append(method)
+    travel_of(w, w.new(types.ApplicationPrimitiveDataType, "State", CompuMethod=method),
+              w.new(foundation.TextValueSpecification, "Onn"))
 
 
 TASK = "/Vehicle/BrakeByWire/Configuration/OsOfBrakeEcu/Brakes/Task10ms"

@@ -907,9 +907,9 @@ WRONG_CONTENT = [
     (DEMO, "<PORTS>", "<PORTS></PORTS><PORTS>", "<PORTS>\n",
      "/Demo/Sensor: <PORTS> stands twice; remove all but one"),
     (DEMO.replace("00051", "4-0-1"), "VALUE</CATEGORY>",
-     "VALUE</CATEGORY><IS-STRUCT-WITH-OPTIONAL-ELEMENT>true</IS-STRUCT-WITH-OPTIONAL-ELEMENT>",
-     "<IS-STRUCT", "/Types/uint16: <IS-STRUCT-WITH-OPTIONAL-ELEMENT> is not in the release 4.0.1 of the file; "
-     "it is in 4.4.0 to R25-11"),
+     "VALUE</CATEGORY><BLUEPRINT-POLICYS></BLUEPRINT-POLICYS>",
+     "<BLUEPRINT", "/Types/uint16: <BLUEPRINT-POLICYS> is not in the release 4.0.1 of the file; "
+     "it is in 4.2.1 to R25-11"),
 ]
 WRONG_VALUES = [
     (DEMO, "SERVICE>false", "SERVICE>no", "no</IS", "/Demo/SpeedIf", "IsService: expected true or false, got 'no'"),
@@ -1173,7 +1173,7 @@ NEWER = DEMO.replace("        <CAN-FRAME>", """\
         </SERVICE-INTERFACE>
         <CAN-FRAME>""").replace("VALUE</CATEGORY>\n", """\
 VALUE</CATEGORY>
-          <IS-STRUCT-WITH-OPTIONAL-ELEMENT>true</IS-STRUCT-WITH-OPTIONAL-ELEMENT>
+          <BLUEPRINT-POLICYS></BLUEPRINT-POLICYS>
 """, 1)
 
 
@@ -1183,8 +1183,7 @@ def test_what_a_release_does_not_have_is_refused_and_nothing_is_written(load, tm
         model.save(tmp_path / "new.arxml", release="4.0.3")
     text = str(caught.value)
     assert text.startswith("cannot save as ARXML 4.0.3: 2 problems, so nothing was written\n")
-    assert "/Types/uint16: <IS-STRUCT-WITH-OPTIONAL-ELEMENT> is not in the release 4.0.3; " \
-        "it is in 4.4.0 to R25-11" in text
+    assert "/Types/uint16: <BLUEPRINT-POLICYS> is not in the release 4.0.3; it is in 4.2.1 to R25-11" in text
     assert "/Demo/Service: " in text
     assert not (tmp_path / "new.arxml").exists()
 

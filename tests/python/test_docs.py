@@ -40,7 +40,8 @@ def test_the_code_of_a_page_runs_from_top_to_bottom(page):
 
 
 def test_the_first_example_changes_the_lines_that_the_readme_shows(folder):
-    shown = re.search(r"^```diff\n(.*?)^```", (ROOT / "README.md").read_text(encoding="utf-8"), re.DOTALL | re.MULTILINE)
+    readme = (ROOT / "README.md").read_text(encoding="utf-8")
+    shown = re.search(r"^```diff\n(.*?)^```", readme, re.DOTALL | re.MULTILINE)
     run_the_code_of("README.md")
 
     texts = [(each / "examples" / "speed_sensor.arxml").read_text(encoding="utf-8") for each in (ROOT, folder)]

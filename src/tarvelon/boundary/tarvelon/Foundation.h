@@ -29,11 +29,57 @@
   ENUMERATION(VisibilityKind, Public, Private, Protected, Package)   \
   ENUMERATION(SwCalibrationAccessKind, ReadOnly, ReadWrite, NotAccessible)
 
-#define TARVELON_TYPES_NAMES(CLASS, ENUMERATION) \
-  CLASS(CompuMethod)                             \
-  CLASS(SwBaseType)                              \
-  CLASS(ImplementationDataType)                  \
-  CLASS(ApplicationPrimitiveDataType)
+#define TARVELON_TYPES_NAMES(CLASS, ENUMERATION)                                            \
+  CLASS(CompuMethod)                                                                        \
+  CLASS(SwBaseType)                                                                         \
+  CLASS(ImplementationDataType)                                                             \
+  CLASS(ApplicationPrimitiveDataType)                                                       \
+  CLASS(ImplementationDataTypeElement)                                                      \
+  CLASS(SymbolProps)                                                                        \
+  CLASS(AutosarDataType)                                                                    \
+  CLASS(ApplicationDataType)                                                                \
+  CLASS(ApplicationCompositeDataType)                                                       \
+  CLASS(ApplicationArrayDataType)                                                           \
+  CLASS(ApplicationRecordDataType)                                                          \
+  CLASS(ApplicationCompositeElementDataPrototype)                                           \
+  CLASS(ApplicationArrayElement)                                                            \
+  CLASS(ApplicationRecordElement)                                                           \
+  CLASS(SwDataDefProps)                                                                     \
+  CLASS(SwPointerTargetProps)                                                               \
+  CLASS(SwTextProps)                                                                        \
+  CLASS(SwRecordLayout)                                                                     \
+  CLASS(Compu)                                                                              \
+  CLASS(CompuScale)                                                                         \
+  CLASS(CompuConst)                                                                         \
+  CLASS(CompuRationalCoeffs)                                                                \
+  CLASS(Limit)                                                                              \
+  CLASS(DataConstr)                                                                         \
+  CLASS(DataConstrRule)                                                                     \
+  CLASS(InternalConstrs)                                                                    \
+  CLASS(PhysConstrs)                                                                        \
+  CLASS(ScaleConstr)                                                                        \
+  CLASS(Unit)                                                                               \
+  CLASS(UnitGroup)                                                                          \
+  CLASS(PhysicalDimension)                                                                  \
+  CLASS(ConstantSpecification)                                                              \
+  CLASS(ConstantReference)                                                                  \
+  CLASS(ApplicationValueSpecification)                                                      \
+  CLASS(SwAxisCont)                                                                         \
+  CLASS(SwValueCont)                                                                        \
+  CLASS(SwValues)                                                                           \
+  CLASS(NotAvailableValueSpecification)                                                     \
+  CLASS(ReferenceValueSpecification)                                                        \
+  ENUMERATION(ArrayImplPolicyEnum, PayloadAsArray, PayloadAsPointerToArray)                 \
+  ENUMERATION(ArraySizeHandlingEnum, AllIndicesDifferentArraySize, AllIndicesSameArraySize, \
+              InheritedFromArrayElementTypeSize)                                            \
+  ENUMERATION(ArraySizeSemanticsEnum, FixedSize, VariableSize)                              \
+  ENUMERATION(ByteOrderEnum, MostSignificantByteFirst, MostSignificantByteLast, Opaque)     \
+  ENUMERATION(DisplayPresentationEnum, PresentationContinuous, PresentationDiscrete)        \
+  ENUMERATION(IntervalTypeEnum, Closed, Open, Infinite)                                     \
+  ENUMERATION(MonotonyEnum, NoMonotony, Increasing, Decreasing, StrictlyIncreasing,         \
+              StrictlyDecreasing, Monotonous, StrictMonotonous)                             \
+  ENUMERATION(ScaleConstrValidityEnum, Valid, NotValid, NotAvailable, NotDefined)           \
+  ENUMERATION(SwImplPolicyEnum, Standard, Const, Fixed, MeasurementPoint, Queued)
 // clang-format on
 
 /// The native handles of the kernel's classes. Every class of the metamodel derives from ClassObject. The

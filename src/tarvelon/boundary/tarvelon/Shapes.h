@@ -29,6 +29,10 @@
 /// Paths:  The names of elements, from the object's element inwards, with "/" between them. Elements on the
 ///         way that are missing are added. If a many-valued property stands in its own elements, the last
 ///         element is repeated; a "*" behind a name marks another one: "A-REFS/A-REF-CONDITIONAL*/A-REF".
+///
+/// The path of a property may lead through the element of a contained object (Form::Role). Then the value
+/// stands in that object's element, but it belongs to the owner. If the object has a property for the same
+/// element, a file that is read sets the owner's one. Writing uses the object's value if the owner has none.
 namespace Tarvelon::metamodel {
 
 /// How a property stands in the element of its object.

@@ -290,7 +290,15 @@ bool Reader::openInside(const Part& part, const Place& place, std::uint32_t elem
 
 bool Reader::openRole(const Part& part, const Place& place, std::uint32_t element, const Content* content) {
   const native::ClassData* cls = classOfRole(*place.property->type());
-  return cls && openObject(part, place, *cls, nullptr, element, content);
+  if (!cls || !openObject(part, place, *cls, nullptr, element, content)) return false;
+  if (part.shape->spot(place.spot).children.empty()) return true;
+  // What the owner says itself inside of the element goes to the owner.
+  Frame& frame = mFrames.back();
+  std::copy_backward(frame.parts, frame.parts + frame.count, frame.parts + frame.count + 1);
+  frame.parts[0] = part;
+  frame.parts[0].spot = place.spot;
+  ++frame.count;
+  return true;
 }
 
 /// A package whose path an earlier file has is the same object.
@@ -333,6 +341,11 @@ Instance* Reader::create(const Part& owner, const Place& place, const native::Cl
                          std::uint32_t element) {
   Instance& holder = *owner.object;
   if (!place.isMany() && holder.has(place.slot)) {
+    // The variants of an object: the first one is the object, the others stay foreign content.
+    const Frame& around = mFrames.back();
+    const std::uint32_t name = mNumbers[document().element(element).name];
+    const ContentItem* item = around.content ? around.content->find(name, mFile->release) : nullptr;
+    if (item && item->isMany) return nullptr;
     reportAt(element, "<" + std::string(document().nameOf(element)) + "> stands twice; remove all but one");
     return nullptr;
   }

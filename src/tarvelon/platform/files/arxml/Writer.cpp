@@ -142,10 +142,12 @@ std::string Writer::startTag(const Emit& emit) {
   if (!emit.file) {
     if (isRoot) return std::string(kHeader) + releaseRow(mRelease).schema + "\">";
     std::string tag = "<" + emit.name;
-    const metamodel::ElementRow* row = emit.isObject ? rowFor(*emit.parts[0].object, nullptr) : nullptr;
+    const metamodel::ElementRow* row =
+        emit.isObject && !emit.hasOwner() ? rowFor(*emit.parts[0].object, nullptr) : nullptr;
     if (row && row->fixed[0] != '\0') tag += std::string(" ") + row->fixed;
     for (std::size_t index = 0; emit.isObject && index < emit.parts.size(); ++index) {
       const Part& part = emit.parts[index];
+      if (part.spot != 0) continue;
       for (const std::uint16_t each : part.shape->attributes()) {
         const Place& place = part.shape->places()[each];
         std::string written = textOf(*part.object, place, 0);
@@ -169,6 +171,7 @@ std::string Writer::startTag(const Emit& emit) {
   }
   if (!emit.isObject) return tag;
   for (const Part& part : emit.parts) {
+    if (part.spot != 0) continue;
     for (const std::uint16_t each : part.shape->attributes()) {
       const Place& place = part.shape->places()[each];
       tag = withAttribute(std::move(tag), place.row->path, textOf(*part.object, place, 0));
@@ -293,7 +296,9 @@ void Writer::addMissingAt(const Emit& emit, Level& level, std::size_t index, std
   const ContentItem* item = emit.content ? emit.content->find(spot.name, mRelease) : nullptr;
   const Content* content = item ? item->content : nullptr;
   std::uint32_t& count = level.found[index].counts[spotIndex];
-  if (spot.value == Spot::kNone) {
+  const Place* own = spot.value == Spot::kNone ? nullptr : &part.shape->places()[spot.value];
+  // Without the object of a role, its element only surrounds what the owner says itself inside of it.
+  if (!own || (own->form() == Form::Role && !spot.children.empty() && !part.object->has(own->slot))) {
     const std::uint32_t wanted = countBelow(part, spotIndex, content);
     for (; count < wanted; ++count) {
       Emit inner;
@@ -307,9 +312,9 @@ void Writer::addMissingAt(const Emit& emit, Level& level, std::size_t index, std
     }
     return;
   }
-  const Place& place = part.shape->places()[spot.value];
+  const Place& place = *own;
   const bool isElsewhere = part.isSecondary || (place.form() != Form::Role && !isHere(*part.object));
-  if (isElsewhere || !(*part.active)[place.index]) return;
+  if (isElsewhere || !(*part.active)[place.index] || saysOwner(emit, index, place, spot.name)) return;
   std::uint32_t all = countOf(part, place, emit.content);
   if (item && !item->isMany && emit.index == kAll && all > 1 && place.repeats == spotIndex) {
     refuse(*part.object, "<" + std::string(name) + "> stands once in the release " +
@@ -330,8 +335,8 @@ void Writer::addMissingAt(const Emit& emit, Level& level, std::size_t index, std
       const SourceFile* file = isMoved ? &mSources->files[source.file] : nullptr;
       const bool isSame = file && file->document.nameOf(source.element) == name;
       insert(emit, level, name,
-             emitObject(*target, std::string(name), content, level.indent, isSame ? file : nullptr,
-                        source.element, !level.hasLines),
+             emitRole(*target, part, spotIndex, content, level.indent, isSame ? file : nullptr,
+                      source.element, !level.hasLines),
              target);
     } else if (place.form() == Form::Reference) {
       insert(emit, level, name, reference(*part.object, name, *target));

@@ -70,6 +70,9 @@ class Writer {
     std::uint32_t index = kAll;  ///< of an element that is repeated for each value: which value
     bool isObject = false;       ///< whether the element is an object's own one
     bool isFlat = false;         ///< whether a new element stands on one line
+    /// Whether the first part is the owner of the object, which says something itself in the object's
+    /// element.
+    bool hasOwner() const noexcept { return isObject && parts.front().spot != 0; }
   };
   using Piece = std::variant<std::string_view, std::string, Emit>;
 
@@ -123,14 +126,20 @@ class Writer {
                                   std::uint32_t index);
   std::optional<Piece> decideReference(const Emit& emit, const Part& part, const Place& place,
                                        std::uint32_t child, std::uint32_t index);
+  static const Place* placeOf(const Part& part, std::uint32_t name) noexcept;
+  bool saysOwner(const Emit& emit, std::size_t part, const Place& place, std::uint32_t name);
+  static bool leavesToObject(const Emit& emit, std::size_t part, const Place& place, std::uint32_t name);
   bool isInRelease(const Emit& emit, std::uint32_t child, std::uint32_t name);
   bool keepsForeign(const Emit& emit, std::uint32_t wrapper, const Part& part, std::uint16_t spot) const;
 
   // Objects
   Piece emitObject(native::Instance& object, std::string name, const Content* content, std::string indent,
-                   const SourceFile* file, std::uint32_t element, bool isFlat = false);
+                   const SourceFile* file, std::uint32_t element, bool isFlat = false,
+                   const Part* owner = nullptr);
   void refuseUnread(const native::Instance& object, std::string_view name, const SourceFile* file,
                     std::uint32_t element);
+  Piece emitRole(native::Instance& object, const Part& owner, std::uint16_t spot, const Content* content,
+                 std::string indent, const SourceFile* file, std::uint32_t element, bool isFlat = false);
   std::vector<Part> partsOf(native::Instance& object, std::string_view name, const Content* content,
                             const SourceFile* file, std::uint32_t element);
   std::shared_ptr<const std::vector<bool>> activePlaces(const native::Instance& object,

@@ -27,6 +27,38 @@ bool Writer::isInRelease(const Emit& emit, std::uint32_t child, std::uint32_t na
   return false;
 }
 
+/// The place of a part whose values are the elements of that name. Null if there is none.
+const Place* Writer::placeOf(const Part& part, std::uint32_t name) noexcept {
+  const std::uint16_t spot = part.shape->find(part.spot, name);
+  if (spot == 0 || part.shape->spot(spot).value == Spot::kNone) return nullptr;
+  return &part.shape->places()[part.shape->spot(spot).value];
+}
+
+/// Whether the owner of an object, whose values come first, writes the element in the object's element
+/// itself. If the object says something else, that is reported.
+bool Writer::saysOwner(const Emit& emit, std::size_t part, const Place& place, std::uint32_t name) {
+  if (part == 0 || !emit.hasOwner()) return false;
+  const Part& owner = emit.parts.front();
+  const Place* other = placeOf(owner, name);
+  if (!other || countOf(owner, *other, emit.content) == 0) return false;
+  const Instance& object = *emit.parts[part].object;
+  const bool isSame = place.property->isReference()
+                          ? targetOf(object, place, 0) == targetOf(*owner.object, *other, 0)
+                          : textOf(object, place, 0) == textOf(*owner.object, *other, 0);
+  if (object.has(place.slot) && !isSame) {
+    refuse(object, std::string(place.property->metaName()) + " is not written, since its owner has another " +
+                       std::string(other->property->metaName()) + "; set only one of the two");
+  }
+  return true;
+}
+
+/// Whether the owner has no value for an element in the object's element, but the object has one.
+bool Writer::leavesToObject(const Emit& emit, std::size_t part, const Place& place, std::uint32_t name) {
+  if (part != 0 || !emit.hasOwner() || emit.parts.front().object->has(place.slot)) return false;
+  const Place* other = placeOf(emit.parts[1], name);
+  return other && emit.parts[1].object->has(other->slot);
+}
+
 std::optional<Writer::Piece> Writer::decide(const Emit& emit, Level& level, std::uint32_t child) {
   const Document& document = emit.file->document;
   const std::uint32_t name = Format::get().numberOf(document.nameOf(child));
@@ -36,6 +68,7 @@ std::optional<Writer::Piece> Writer::decide(const Emit& emit, Level& level, std:
     if (spot == 0) continue;
     const std::uint16_t value = part.shape->spot(spot).value;
     if (value == Spot::kNone) return decideWrapper(emit, level, index, spot, child);
+    if (leavesToObject(emit, index, part.shape->places()[value], name)) continue;
     // A place that the release does not have: its value is written at another one, if there is one.
     if (!(*part.active)[part.shape->places()[value].index]) {
       return part.object->has(part.shape->places()[value].slot) ? std::nullopt
@@ -85,8 +118,7 @@ std::optional<Writer::Piece> Writer::decideLeaf(const Emit& emit, Level& level, 
     level.found[index].objects.insert(object);
     const ContentItem* item =
         emit.content ? emit.content->find(part.shape->spot(spot).name, mRelease) : nullptr;
-    return emitObject(*object, std::string(document.nameOf(child)), item ? item->content : nullptr, {},
-                      emit.file, child);
+    return emitRole(*object, part, spot, item ? item->content : nullptr, {}, emit.file, child);
   }
   // A second value of a property that has one is wrong, but it was not lost by reading it.
   if (!place.isMany() && count != 0) return document.outer(child);

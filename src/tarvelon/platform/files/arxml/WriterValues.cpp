@@ -271,13 +271,15 @@ std::vector<Writer::Part> Writer::partsOf(Instance& object, std::string_view nam
 
 Writer::Piece Writer::emitObject(Instance& object, std::string name, const Content* content,
                                  std::string indent, const SourceFile* file, std::uint32_t element,
-                                 bool isFlat) {
-  if (file && mRelease == file->release && !mChanges->has(object)) return file->document.outer(element);
+                                 bool isFlat, const Part* owner) {
+  const bool isChanged = !file || mRelease != file->release || mChanges->has(owner ? *owner->object : object);
+  if (!isChanged) return file->document.outer(element);
   Emit emit;
   emit.file = file;
   emit.element = element;
   emit.content = content;
   emit.parts = partsOf(object, name, content, file, element);
+  if (owner) emit.parts.insert(emit.parts.begin(), *owner);
   emit.name = std::move(name);
   emit.indent = std::move(indent);
   emit.isObject = true;
@@ -303,6 +305,18 @@ void Writer::refuseUnread(const Instance& object, std::string_view name, const S
                                 object.cls().methods->className().shortName() + "; set it");
     }
   }
+}
+
+/// The object of a role. What its owner says itself in the object's element is written with it.
+Writer::Piece Writer::emitRole(Instance& object, const Part& owner, std::uint16_t spot,
+                               const Content* content, std::string indent, const SourceFile* file,
+                               std::uint32_t element, bool isFlat) {
+  std::string name(Format::get().nameOf(owner.shape->spot(spot).name));
+  Part around = owner;
+  around.spot = spot;
+  const bool isShared = !owner.shape->spot(spot).children.empty();
+  return emitObject(object, std::move(name), content, std::move(indent), file, element, isFlat,
+                    isShared ? &around : nullptr);
 }
 
 Instance* Writer::objectAt(const SourceFile& file, std::uint32_t element) const {

@@ -105,6 +105,13 @@ constexpr Rule kRules[] = {
   {{"storage-size",       kError, "the minimum size is not greater than the maximum size"},
    of<manifest::PersistencyKeyValueDatabase>, checkSizes},
 
+  {{"array-length",       kError, "an array value has as many elements as its type"},
+   of<common::Data>, checkArrayLengths},
+  {{"data-constraint",    kError, "a number is within the limits of its type"},
+   of<common::Data>, checkConstraints},
+  {{"table-text",         kError, "a text is one of those in the text table of its type"},
+   of<common::Data>, checkTableTexts},
+
   {{"parameter-value",    kError, "a parameter value fits its definition and is in the right container"},
    of<ecuc::EcucParameterValue>, checkParameterValue},
   {{"reference-value",    kError, "a reference value has the kind of target that its definition requires"},

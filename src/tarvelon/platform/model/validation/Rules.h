@@ -44,6 +44,9 @@ Check checkExecutionOrder, checkSuccessors, checkCompositionCircle, checkVariant
 // Values.cpp: ranges and combinations of values.
 Check checkRanges, checkDataFilter, checkModes, checkModeCount, checkSizes;
 
+// Types.cpp: the values of data and their types.
+Check checkArrayLengths, checkConstraints, checkTableTexts;
+
 // Configuration.cpp: configured values and their definitions.
 Check checkParameterValue, checkReferenceValue, checkContainerValue;
 

@@ -52,6 +52,8 @@ const auto& ranges() {
   static const Range kRows[] = {
       any<foundation::NumericalValueSpecification, "Value">(),
       any<ecuc::EcucNumericalParamValue, "Value">(),
+      any<types::CompuConst, "V">(),
+      any<types::CompuConst, "Vf">(),
       above<behavior::TimingEvent, "Period">(0, "a period in seconds"),
       above<composition::InstantiationTimingEventProps, "Period">(0, "a period in seconds"),
       from<behavior::OperationAccess, "Timeout">(0, "a time in seconds"),
