@@ -34,8 +34,8 @@ def slow_down(model: K7Q.Model) -> None:
 
 
 def print_changes(old: Path, new: Path) -> None:
-    texts = [each.read_text(encoding="utf-8").splitlines() for each in (old, new)]
-    print("\n".join(difflib.unified_diff(*texts, lineterm="", n=1)))
+    before, after = (each.read_text(encoding="utf-8").splitlines() for each in (old, new))
+    print("\n".join(difflib.unified_diff(before, after, lineterm="", n=1)))
 
 
 def main(source: Path = OWN, target: Path | None = None) -> None:

@@ -12,11 +12,10 @@ from K7Q._methods import method as _method
 
 TYPE_CHECKING = False  # importing typing takes longer than importing this whole package
 if TYPE_CHECKING:
-    from collections.abc import Sequence
     from typing import Any
 
     from K7Q import (FileProblem, ForeignContent, ImmutableClassObject, ImmutableModel, Model, UnresolvedReference,
-                     _Path, _Progress)
+                     _Path, _Paths, _Progress)
 del TYPE_CHECKING
 
 __all__ = ["FileError", "WrongFile"]
@@ -170,7 +169,7 @@ def _save(
 
 
 def _load(
-    path: _Path | Sequence[_Path], *, lenient: bool = False, progress: _Progress | None = None
+    path: _Path | _Paths, *, lenient: bool = False, progress: _Progress | None = None
 ) -> Model:
     """Returns a new model with the contents of a file, ARXML or XMI: the content decides. The model is bound to no URI.
 

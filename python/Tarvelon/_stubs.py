@@ -56,6 +56,7 @@ class _SequenceOf(ImmutableSequenceOfImmutableObject, Generic[_Held]):
 _Object = TypeVar("_Object", bound=ImmutableClassObject)
 _Copied = TypeVar("_Copied", bound=ClassObject)
 _Path: TypeAlias = str | bytes | os.PathLike[str] | os.PathLike[bytes]
+_Paths: TypeAlias = list[str] | list[_Path] | tuple[_Path, ...]
 _Progress: TypeAlias = Callable[[float], object]
 # What a function of a rule may give: nothing, a message, a property and a message, or several of them.
 _Found: TypeAlias = str | tuple[str, str] | Iterable[str | tuple[str, str]] | None

@@ -217,12 +217,10 @@ TEST_F(AtomicFile, LiesWhereItsPathLedAtTheBeginning) {
 
 TEST_F(AtomicFile, IsNotSavedUnderTheNameOfAnotherFormat) {
   const auto model = makeModel(u"Brakes");
-  EXPECT_EQ(
-      refusalOf<K7Q::WrongValue>([&] { files::save(model, mFolder / "brakes.json"); }),
-      "cannot save '" + (mFolder / "brakes.json").string() +
-          "': expected the suffix '.xmi', got '.json'; a model is saved as ARXML (.arxml) or as XMI (.xmi): "
-          "name the file '" +
-          mFile.string() + "', or give it no suffix");
+  EXPECT_EQ(refusalOf<K7Q::WrongValue>([&] { files::save(model, mFolder / "brakes.json"); }),
+            "cannot save '" + (mFolder / "brakes.json").string() +
+                "': expected the suffix '.arxml' or '.xmi', got '.json'; name the file '" +
+                (mFolder / "brakes.arxml").string() + "' or '" + mFile.string() + "', or give it no suffix");
   for (const char* name : {"brakes.xmi.gz", "brakes.xml", "brakes.2"})
     EXPECT_THROW(files::save(model, mFolder / name), K7Q::WrongValue) << name;
   EXPECT_THROW(files::saveEcore(mFolder / "tarvelon.xmi"), K7Q::WrongValue);

@@ -110,11 +110,8 @@ void forEachElement(const Sources& sources, const Instance& object, Visit visit)
   SourcePlace source;
   if (!arxml::findSource(object, source)) return;
   visit(sources.files[source.file], source.element);
-  for (const SourceFile& file : sources.files) {
-    for (const arxml::DividedElement& each : file.divided) {
-      if (each.main == source) visit(file, each.element);
-    }
-  }
+  for (const SourcePlace& each : arxml::othersOf(sources, source))
+    visit(sources.files[each.file], each.element);
 }
 
 void addForeign(const Sources& sources, const Instance& object, std::vector<KeptContent>& found) {
@@ -122,6 +119,24 @@ void addForeign(const Sources& sources, const Instance& object, std::vector<Kept
     for (const std::uint32_t each : arxml::foreignIn(file, element, object))
       found.push_back(contentOf(file, each));
   });
+}
+
+/// Whether the property of a single reference in an object's element has got a value.
+bool isSet(const SourceFile& file, std::uint32_t element, std::uint32_t reference, const Instance& object) {
+  std::vector<std::uint32_t> way;
+  for (std::uint32_t each = reference; each != element; each = file.document.element(each).parent)
+    way.push_back(each);
+  const ClassShape shape(object.cls());
+  std::uint16_t spot = 0;
+  while (!way.empty()) {
+    spot = shape.find(spot, arxml::Format::get().numberOf(file.document.nameOf(way.back())));
+    if (spot == 0) return false;
+    way.pop_back();
+  }
+  const std::uint16_t value = shape.spot(spot).value;
+  if (value == arxml::Spot::kNone) return false;
+  const arxml::Place& place = shape.places()[value];
+  return !place.isMany() && object.has(place.slot);
 }
 
 /// The references in an element of an object, outside of the objects that it contains.
@@ -132,7 +147,8 @@ void addUnresolved(const Sources& sources, const Instance& object, std::vector<K
     for (auto each = std::ranges::lower_bound(all, element); each != all.end() && *each < end; ++each) {
       std::uint32_t around = file.isObject[*each] ? *each : file.document.element(*each).parent;
       while (!file.isObject[around]) around = file.document.element(around).parent;
-      if (around == element) found.push_back(referenceOf(file, *each));
+      if (around == element && !isSet(file, element, *each, object))
+        found.push_back(referenceOf(file, *each));
     }
   });
 }
@@ -170,9 +186,10 @@ std::vector<KeptContent> unresolved(const K7Q::ClassObject& object) { return col
 std::vector<KeptContent> unresolved(const K7Q::Model& model) { return collect(model, addUnresolved); }
 
 std::vector<std::filesystem::path> filesOf(const K7Q::Model& model) {
-  const Sources* sources = arxml::sourcesOf(native::NativeModel::require(model));
+  const native::NativeModel& native = native::NativeModel::require(model);
+  const Sources* sources = arxml::sourcesOf(native);
   std::vector<std::filesystem::path> paths;
-  if (!sources) return paths;
+  if (!sources || !native.ownsSources()) return paths;
   for (const SourceFile& file : sources->files) paths.push_back(file.path);
   return paths;
 }

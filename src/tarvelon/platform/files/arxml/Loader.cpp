@@ -83,6 +83,7 @@ Loaded loadArxml(std::span<const ArxmlInput> inputs, const LoadOptions& options,
   }
   if (loaded.problems.count != 0 && !options.isLenient) refuse(name, std::move(loaded.problems));
   model.forEachInstance([](native::Instance& object) { object.forgetChange(); });
+  sources->noteOthers();
   model.keepSources(std::move(sources));
   native::auditAfter(model);
   keepProblems(loaded.model, loaded.problems);

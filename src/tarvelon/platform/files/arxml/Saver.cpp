@@ -8,6 +8,7 @@
 #include "tarvelon/platform/files/arxml/Foreign.h"
 #include "tarvelon/platform/files/arxml/Writer.h"
 #include "tarvelon/platform/files/shared/AtomicFile.h"
+#include "tarvelon/platform/files/shared/Source.h"
 #include "tarvelon/platform/model/metamodel/Registry.h"
 
 namespace Tarvelon::files {
@@ -81,14 +82,13 @@ void requireOnePart(const Sources& sources, const native::NativeModel& model) {
   model.forEachInstance([&sources](const native::Instance& object) {
     arxml::SourcePlace source;
     if (!arxml::findSource(object, source)) return;
-    for (const SourceFile& file : sources.files) {
-      for (const arxml::DividedElement& each : file.divided) {
-        if (each.main != source || arxml::foreignIn(file, each.element, object).empty()) continue;
-        throw K7Q::WrongValue("cannot save the " + std::to_string(sources.files.size()) +
-                              " files of the model as one: '" + file.document.pathOf(each.element) + "' in " +
-                              file.path.string() +
-                              " has content without a class; save them where they came from, without a path");
-      }
+    for (const arxml::SourcePlace& each : arxml::othersOf(sources, source)) {
+      const SourceFile& file = sources.files[each.file];
+      if (arxml::foreignIn(file, each.element, object).empty()) continue;
+      throw K7Q::WrongValue("cannot save the " + std::to_string(sources.files.size()) +
+                            " files of the model as one: '" + file.document.pathOf(each.element) + "' in " +
+                            file.path.string() +
+                            " has content without a class; save them where they came from, without a path");
     }
   });
 }
@@ -132,23 +132,31 @@ void saveArxml(const K7Q::Model& model, const std::filesystem::path& path, const
 
 namespace {
 
-/// Whether a file has exactly these bytes.
-bool hasBytes(const std::filesystem::path& path, const std::string& bytes) {
+std::size_t hashOfBytes(std::string_view bytes) noexcept { return std::hash<std::string_view>{}(bytes); }
+
+/// The bytes of a file. Nothing if it does not exist.
+std::optional<std::string> bytesOf(const std::filesystem::path& path) {
   std::error_code error;
-  if (std::filesystem::file_size(path, error) != bytes.size() || error) return false;
-  InputFile file(path, [] {});
-  std::string present(bytes.size() + 1, '\0');
-  std::size_t done = 0;
-  while (const std::size_t count = file.read(present.data() + done, present.size() - done, [] {})) {
-    done += count;
-    if (done > bytes.size()) return false;
-  }
-  return done == bytes.size() && present.compare(0, done, bytes) == 0;
+  if (!std::filesystem::exists(path, error)) return std::nullopt;
+  FileSource source(path, [] {});
+  return source.readAll([] {});
 }
 
+/// Raises K7Q::WrongValue if the file no longer has what was loaded from it or last written to it.
+void requireUnchanged(const SourceFile& file, std::size_t expected) {
+  const std::optional<std::string> present = bytesOf(file.path);
+  if (!present || hashOfBytes(*present) == expected) return;
+  throw K7Q::WrongValue(
+      "cannot save '" + file.path.string() +
+      "': the file was changed by another program since it was loaded, so nothing was written; "
+      "load it again, or save the model under another name");
+}
+
+/// A file whose new content is complete, but not in its place yet.
 struct Changed {
-  std::unique_ptr<AtomicFile> file;
-  std::filesystem::path path;
+  std::unique_ptr<AtomicFile> output;
+  const SourceFile* file;
+  std::size_t hash;
 };
 
 }  // namespace
@@ -157,7 +165,7 @@ std::vector<std::filesystem::path> saveBack(const K7Q::Model& handle, const Save
   native::NativeModel& model = native::NativeModel::require(handle);
   const K7Q::Model kept(handle);  // NOLINT(performance-unnecessary-copy-initialization)
   const Sources* sources = arxml::sourcesOf(model);
-  if (!sources || sources->files.front().path.empty()) {
+  if (!sources || sources->files.front().path.empty() || !model.ownsSources()) {
     throw K7Q::WrongValue(
         "cannot save without a path: the model was not loaded from an ARXML file; name the file");
   }
@@ -171,17 +179,21 @@ std::vector<std::filesystem::path> saveBack(const K7Q::Model& handle, const Save
     writer.writeFile(index, root, text);
     requireAccepted(writer.refused(), release, options);
     const std::string bytes = arxml::encoded(text.take(), file.encoding);
-    if (!hasBytes(file.path, bytes)) {
-      changed.push_back({std::make_unique<AtomicFile>(file.path), file.path});
-      changed.back().file->write(bytes.data(), bytes.size());
+    const std::size_t before =
+        file.written.value_or(hashOfBytes(arxml::encoded(std::string(file.document.text()), file.encoding)));
+    if (hashOfBytes(bytes) != before) {
+      requireUnchanged(file, before);
+      changed.push_back({std::make_unique<AtomicFile>(file.path), &file, hashOfBytes(bytes)});
+      changed.back().output->write(bytes.data(), bytes.size());
     }
     if (options.progress)
       options.progress(static_cast<double>(index + 1) / static_cast<double>(sources->files.size()));
   }
   std::vector<std::filesystem::path> paths;
   for (const Changed& each : changed) {
-    each.file->commit(options.isDurable);
-    paths.push_back(each.path);
+    each.output->commit(options.isDurable);
+    each.file->written = each.hash;
+    paths.push_back(each.file->path);
   }
   return paths;
 }

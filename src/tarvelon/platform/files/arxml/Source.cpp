@@ -8,8 +8,26 @@ bool SourceFile::isUnresolved(std::uint32_t element) const noexcept {
   return std::ranges::binary_search(unresolved, element);
 }
 
+namespace {
+
+std::uint64_t bitsOf(SourcePlace place) noexcept { return std::uint64_t{place.file} << 32 | place.element; }
+
+}  // namespace
+
+void Sources::noteOthers() {
+  for (std::uint32_t index = 0; index < files.size(); ++index) {
+    for (const DividedElement& each : files[index].divided)
+      others[bitsOf(each.main)].push_back({index, each.element});
+  }
+}
+
+std::span<const SourcePlace> othersOf(const Sources& sources, SourcePlace main) {
+  const auto found = sources.others.find(bitsOf(main));
+  return found == sources.others.end() ? std::span<const SourcePlace>() : found->second;
+}
+
 void setSource(native::Instance& object, SourcePlace place) {
-  const std::uint64_t bits = std::uint64_t{place.file} << 32 | place.element;
+  const std::uint64_t bits = bitsOf(place);
   object.put(native::ClassData::kSourceSlot, native::Word{.bits = bits}, object.reserveLasting());
 }
 

@@ -3,8 +3,10 @@
 #include <cstdint>
 #include <filesystem>
 #include <memory>
+#include <optional>
+#include <span>
 #include <string>
-#include <utility>
+#include <unordered_map>
 #include <vector>
 
 #include "tarvelon/platform/files/arxml/Document.h"
@@ -32,6 +34,9 @@ struct DividedElement {
 struct SourceFile {
   std::filesystem::path path;  ///< empty for a text
   Encoding encoding;
+  /// The hash of what this process has last written to the file. Only the model that was loaded from the file
+  /// is saved back to it.
+  mutable std::optional<std::size_t> written;
   Document document;
   unsigned release = 0;
   /// By element: whether an object was made for it.
@@ -49,6 +54,10 @@ struct SourceFile {
 /// The files of a model, in the order in which they were loaded.
 struct Sources {
   std::vector<SourceFile> files;
+  /// By the main element of an object, as setSource() keeps it: the other elements of the object.
+  std::unordered_map<std::uint64_t, std::vector<SourcePlace>> others;
+  /// Fills `others`. Called when all files were read.
+  void noteOthers();
 };
 
 /// The files of a model. Null if it was not loaded from ARXML.
@@ -56,6 +65,8 @@ inline const Sources* sourcesOf(const native::NativeModel& model) noexcept {
   return static_cast<const Sources*>(model.sources());
 }
 
+/// The elements of an object besides its main one.
+std::span<const SourcePlace> othersOf(const Sources& sources, SourcePlace main);
 /// Remembers the element of an object that was just created.
 void setSource(native::Instance& object, SourcePlace place);
 /// Returns whether the object was loaded from a file; then `place` is set.

@@ -60,8 +60,11 @@ void Writer::findObjects() {
 bool Writer::isInPlace(const Instance& object, SourcePlace source) const noexcept {
   SourcePlace around;
   if (!object.owner() || !findSource(*object.owner(), around)) return false;
-  const Element& element = mSources->files[around.file].document.element(around.element);
-  return around.file == source.file && around.element < source.element && source.element < element.next;
+  const auto isAround = [&](SourcePlace place) {
+    if (place.file != source.file || place.element >= source.element) return false;
+    return source.element < mSources->files[place.file].document.element(place.element).next;
+  };
+  return isAround(around) || std::ranges::any_of(othersOf(*mSources, around), isAround);
 }
 
 void Writer::writeAll(Instance& root, Sink& sink) {
@@ -106,11 +109,12 @@ void Writer::write(Instance& root, const SourceFile* file, Sink& sink) {
   put(document.text().substr(element.end));
 }
 
-/// The number of the file in which an object stands: that of its main element, or that of its owner.
+/// The number of the file in which an object stands: that of its main element, or that of its owner if it is
+/// new or was moved.
 std::uint32_t Writer::homeOf(const Instance& object) const noexcept {
   SourcePlace source;
   for (const Instance* each = &object; each; each = each->owner()) {
-    if (findSource(*each, source)) return source.file;
+    if (findSource(*each, source) && (!each->owner() || isInPlace(*each, source))) return source.file;
   }
   return 0;
 }
@@ -170,6 +174,9 @@ std::string Writer::startTag(const Emit& emit) {
     if (schema.data()) tag.replace(offset + last, schema.size() - last, releaseRow(mRelease).schema);
   }
   if (!emit.isObject) return tag;
+  // A copy of an object is another object.
+  if (objectAt(*emit.file, emit.element) != emit.parts[emit.hasOwner() ? 1 : 0].object)
+    tag = withAttribute(std::move(tag), "UUID", {});
   for (const Part& part : emit.parts) {
     if (part.spot != 0) continue;
     for (const std::uint16_t each : part.shape->attributes()) {

@@ -173,7 +173,7 @@ class EcoreWriter {
 }  // namespace
 
 void saveEcore(const std::filesystem::path& path) {
-  requireSuffix(path, ".ecore", "the metamodel is saved as Ecore");
+  requireSuffix(path, {".ecore"});
   AtomicFile file(path);
   EcoreWriter(file).write();
   file.commit(true);

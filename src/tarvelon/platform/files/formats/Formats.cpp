@@ -96,7 +96,7 @@ Loaded load(const std::vector<std::filesystem::path>& paths, const LoadOptions& 
 
 void save(const K7Q::Model& model, const std::filesystem::path& path, const SaveOptions& options) {
   if (hasSuffix(path, ".arxml")) return saveArxml(model, path, options);
-  requireSuffix(path, ".xmi", "a model is saved as ARXML (.arxml) or as XMI (.xmi)");
+  requireSuffix(path, {".arxml", ".xmi"});
   if (!options.release.empty())
     throw K7Q::WrongValue("cannot save '" + path.string() + "': a release is only for .arxml files");
   saveXmi(model, path, options);

@@ -21,13 +21,21 @@ bool hasSuffix(const std::filesystem::path& path, std::string_view known) {
   return std::ranges::equal(path.extension().string(), known, isEqual);
 }
 
-void requireSuffix(const std::filesystem::path& path, std::string_view known, std::string_view what) {
+void requireSuffix(const std::filesystem::path& path, std::initializer_list<std::string_view> known) {
   const std::string suffix = path.extension().string();
-  if (suffix.size() < 2 || std::ranges::equal(suffix, known, isEqual)) return;
+  const auto isSuffix = [&suffix](std::string_view each) {
+    return std::ranges::equal(suffix, each, isEqual);
+  };
+  if (suffix.size() < 2 || std::ranges::any_of(known, isSuffix)) return;
   const std::string stem = std::filesystem::path(path).replace_extension().string();
-  throw K7Q::WrongValue("cannot save '" + path.string() + "': expected the suffix '" + std::string(known) +
-                        "', got " + ruvo::quotedName(suffix) + "; " + std::string(what) +
-                        ": name the file '" + stem + std::string(known) + "', or give it no suffix");
+  std::string expected;
+  std::string names;
+  for (const std::string_view each : known) {
+    expected += (expected.empty() ? "'" : " or '") + std::string(each) + "'";
+    names += (names.empty() ? "'" : " or '") + stem + std::string(each) + "'";
+  }
+  throw K7Q::WrongValue("cannot save '" + path.string() + "': expected the suffix " + expected + ", got " +
+                        ruvo::quotedName(suffix) + "; name the file " + names + ", or give it no suffix");
 }
 
 }  // namespace Tarvelon::files

@@ -78,7 +78,7 @@ Instance& Copier::newObject(const Instance& original) {
 void Copier::keepSource(const Instance& original, Instance& copy) {
   const Word* source = original.find(ClassData::kSourceSlot);
   if (!source) return;
-  if (!mModel.sources()) mModel.keepSources(original.model().sharedSources());
+  if (!mModel.sources()) mModel.keepSources(original.model().sharedSources(), false);
   if (mModel.sources() == original.model().sources())
     copy.put(ClassData::kSourceSlot, *source, copy.reserveLasting());
 }

@@ -75,8 +75,13 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   /// type. They are freed with the model. Null if there are none.
   void keepReport(std::shared_ptr<const void> report) noexcept { mReport = std::move(report); }
   const void* report() const noexcept { return mReport.get(); }
-  /// Keeps the files from which the file library loaded this model, in the same way.
-  void keepSources(std::shared_ptr<const void> sources) noexcept { mSources = std::move(sources); }
+  /// Keeps the files from which the file library loaded this model, in the same way. A model into which loaded
+  /// objects were copied has the files of their model, but does not own them.
+  void keepSources(std::shared_ptr<const void> sources, bool areOwn = true) noexcept {
+    mSources = std::move(sources);
+    mOwnsSources = areOwn;
+  }
+  bool ownsSources() const noexcept { return mOwnsSources; }
   const void* sources() const noexcept { return mSources.get(); }
   const std::shared_ptr<const void>& sharedSources() const noexcept { return mSources; }
 
@@ -134,6 +139,7 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   std::uint64_t mAuditCost = 0;
   std::shared_ptr<const void> mReport;
   std::shared_ptr<const void> mSources;
+  bool mOwnsSources = false;
 };
 
 }  // namespace Tarvelon::metamodel::native
