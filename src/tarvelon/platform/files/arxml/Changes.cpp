@@ -59,6 +59,13 @@ void Changes::markRelative(const native::NativeModel& model) {
   });
 }
 
+void Changes::addDivided(const native::NativeModel& model) {
+  model.forEachInstance([this](const Instance& object) {
+    SourcePlace source;
+    if (findSource(object, source) && !othersOf(mSources, source).empty()) mark(object);
+  });
+}
+
 void Changes::mark(const Instance& object) {
   for (const Instance* each = &object; each && !mMarks[each->number()]; each = each->owner())
     mMarks[each->number()] = true;

@@ -12,6 +12,8 @@ namespace Tarvelon::files::arxml {
 class Changes {
  public:
   Changes(native::NativeModel& model, const Sources& sources, ClassShapes& shapes);
+  /// Counts objects that are divided between files as changed too: one file cannot copy what it has of them.
+  void addDivided(const native::NativeModel& model);
   bool has(const native::Instance& object) const noexcept { return mMarks[object.number()]; }
 
  private:

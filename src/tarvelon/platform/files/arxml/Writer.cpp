@@ -60,15 +60,13 @@ void Writer::findObjects() {
 bool Writer::isInPlace(const Instance& object, SourcePlace source) const noexcept {
   SourcePlace around;
   if (!object.owner() || !findSource(*object.owner(), around)) return false;
-  const auto isAround = [&](SourcePlace place) {
-    if (place.file != source.file || place.element >= source.element) return false;
-    return source.element < mSources->files[place.file].document.element(place.element).next;
-  };
+  const auto isAround = [&](SourcePlace place) { return isInside(source, place); };
   return isAround(around) || std::ranges::any_of(othersOf(*mSources, around), isAround);
 }
 
 void Writer::writeAll(Instance& root, Sink& sink) {
   mWritten = kAll;
+  if (mSources && mSources->files.size() > 1) mChanges->addDivided(mModel);
   SourcePlace source;
   const bool isLoaded = mSources && findSource(root, source);
   write(root, isLoaded ? &mSources->files[source.file] : nullptr, sink);
@@ -109,14 +107,25 @@ void Writer::write(Instance& root, const SourceFile* file, Sink& sink) {
   put(document.text().substr(element.end));
 }
 
-/// The number of the file in which an object stands: that of its main element, or that of its owner if it is
-/// new or was moved.
+/// The number of the file in which an object stands. It is written where its owner is written. The owner may be
+/// divided between files: then it is the file with the element of the owner around the object's own element.
 std::uint32_t Writer::homeOf(const Instance& object) const noexcept {
   SourcePlace source;
   for (const Instance* each = &object; each; each = each->owner()) {
-    if (findSource(*each, source) && (!each->owner() || isInPlace(*each, source))) return source.file;
+    if (!findSource(*each, source)) continue;
+    SourcePlace around;
+    if (!each->owner()) return source.file;
+    if (!findSource(*each->owner(), around)) continue;
+    const auto isAround = [&](SourcePlace place) { return isInside(source, place); };
+    if (std::ranges::any_of(othersOf(*mSources, around), isAround)) return source.file;
   }
   return 0;
+}
+
+/// Whether an element stands inside of another one.
+bool Writer::isInside(SourcePlace inner, SourcePlace outer) const noexcept {
+  return inner.file == outer.file && outer.element < inner.element &&
+         inner.element < mSources->files[outer.file].document.element(outer.element).next;
 }
 
 /// Writes an element and everything in it. The pieces that are still to be written are a stack.

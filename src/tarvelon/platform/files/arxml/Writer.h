@@ -158,6 +158,7 @@ class Writer {
   bool isKnownAbove(const Content* content, const ClassShape& shape, std::uint16_t spot) const;
   const Content* contentBetween(const Content* content, const ClassShape& shape, std::uint16_t from,
                                 std::uint16_t to) const;
+  bool isInside(SourcePlace inner, SourcePlace outer) const noexcept;
   bool isInPlace(const native::Instance& object, SourcePlace source) const noexcept;
   bool isBare(const native::Instance& object, const ClassShape& shape) const;
   bool isLeft(const Emit& emit, const Part& part, const Place& place, std::uint32_t child,
