@@ -1,9 +1,11 @@
 """Models of several ARXML files: loading, what stands in which file, saving each back."""
 
+import random
+
 import K7Q
 import pytest
 from Tarvelon.metamodel import types
-from Tarvelon.metamodel.arplatform import interface
+from Tarvelon.metamodel.arplatform import common, interface
 
 HEAD = """\
 <?xml version="1.0" encoding="UTF-8"?>
@@ -219,3 +221,80 @@ def test_a_reference_without_a_target_is_listed_until_it_is_set(folder):
     assert front.unresolved() == [open_one]
     front.Type = types.ImplementationDataType(model, "New")
     assert model.unresolved() == []
+
+
+class Editor:
+    """Random edits of a model of several files: renames, moves, new and destroyed objects, undo."""
+
+    def __init__(self, model, seed):
+        self.model, self.random, self.made = model, random.Random(seed), 0
+
+    def packages(self):
+        return self.model.instances(common.Package)
+
+    def elements(self):
+        return [each for each in self.model.instances(common.Packageable) if each.Name]
+
+    def new_name(self):
+        self.made += 1
+        return f"New{self.made}"
+
+    def rename(self):
+        self.random.choice(self.packages() + self.elements()).Name = self.new_name()
+
+    def add(self):
+        made = interface.SenderReceiverInterface(self.model)
+        made.Name = self.new_name()
+        self.random.choice(self.packages()).PackagedElement.append(made)
+
+    def add_package(self):
+        owner = self.random.choice(self.packages() + self.model.roots())
+        owner.PackagedElement.append(common.Package(self.model, self.new_name()))
+
+    def move(self):
+        if self.elements():
+            moved = self.random.choice(self.elements())
+            moved.Name = self.new_name()  # no two of one name
+            self.random.choice(self.packages()).PackagedElement.append(moved)
+
+    def destroy(self):
+        if len(self.elements()) > 3:
+            self.random.choice(self.elements()).destroy()
+
+    def edit(self):
+        if self.model.undoable and self.random.randrange(6) == 0:
+            return self.model.undo()
+        with self.model.transaction():
+            self.random.choice([self.rename, self.add, self.add_package, self.move, self.destroy])()
+
+
+def shown(model):
+    """All objects by path with their types; a file does not keep packages between elements."""
+    found = {}
+    for each in model.objects():
+        if each.qualifiedName:
+            types_of = [f.Type.qualifiedName for f in each.DataElements if f.Type] if hasattr(each, "DataElements") else []
+            found[each.qualifiedName] = (type(each).__name__, types_of)
+    return found
+
+
+@pytest.mark.parametrize("seed", range(40))
+def test_random_edits_are_what_the_files_have(folder, seed):
+    for number in range(3):
+        divided = package("Demo", INTERFACE.replace("Speed", f"Speed{number}"), TYPE.replace("uint16", f"T{number}"))
+        (folder / f"d{number}.arxml").write_text(HEAD + divided + package(f"Own{number}", TYPE) + TAIL)
+    model = K7Q.Model.load(folder)
+    model.history = 100
+    editor = Editor(model, seed)
+    for _ in range(6):
+        for _ in range(editor.random.randrange(1, 8)):
+            editor.edit()
+        model.save()
+        assert model.save() == []
+        again = K7Q.Model.load(folder)
+        assert shown(again) == shown(model)
+        assert again.foreign() == model.foreign() == {"CAN-FRAME": 1}
+        if editor.random.randrange(2):
+            model = again
+            model.history = 100
+            editor.model = model
