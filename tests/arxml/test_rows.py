@@ -285,12 +285,15 @@ if facts.folder():
         rows, usual = release_rows()
         assert usual in [number for number, _, _, _ in rows]
 
-    def test_each_element_of_a_class_is_an_element_of_the_format(tables):
+    def test_each_element_of_a_class_is_an_element_or_a_dest_of_the_format(tables):
+        known = tables.names.union(*(type_.denoted_by for type_ in tables.types.values()))
         assert [(name, element) for name, each in classes().items()
-                for element, _, _ in each.elements if element not in tables.names] == []
+                for element, _, _ in each.elements if element not in known] == []
 
     def test_each_element_of_a_class_stands_where_objects_of_the_class_may_stand(walk):
         names = type_names(walk.tables)
+        for type_ in walk.tables.types.values():  # what is named by its role has a name that is only used in DEST
+            names[type_.id] |= type_.denoted_by - walk.tables.names
         assert [(name, element) for name, each in walk.classes.items() for element, _, _ in each.elements
                 if not any(element in names[type_] for type_ in walk.types[name])] == []
 

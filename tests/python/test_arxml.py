@@ -1427,3 +1427,60 @@ def test_the_original_of_a_copy_keeps_its_place(load, saved):
     copy.Name = "Copy"
     model.roots()[0].PackagedElement.append(copy)
     assert saved(model).decode().startswith(DEMO[:DEMO.rindex("    </AR-PACKAGE>")])
+
+
+# Names
+
+
+@pytest.mark.parametrize("name", ["a b", "1a", "_a", "ä", "a/b", "<a>", "a" * 129])
+def test_a_name_that_no_file_can_have_is_refused(load, saved, name):
+    model = load(DEMO)
+    model.find(STEP).Name = name
+    with pytest.raises(K7Q.WrongValue, match="cannot be a SHORT-NAME"):
+        saved(model)
+
+
+def test_an_empty_name_is_refused(load, saved):
+    model = load(DEMO)
+    model.find(STEP).Name = ""
+    with pytest.raises(K7Q.WrongValue, match="the name is empty; set Name"):
+        saved(model)
+
+
+def test_a_reference_in_another_spelling_finds_its_target(load, kept):
+    kept(DEMO.replace(">/Types/uint16<", ">/Types/&#117;int16<"))
+    assert load(DEMO.replace(">/Types/uint16<", ">/Types/&#117;int16<")).unresolved() == []
+
+
+FORMULA = """\
+<AR-PACKAGE>
+  <SHORT-NAME>C</SHORT-NAME>
+  <ELEMENTS>
+    <SW-SYSTEMCONST>
+      <SHORT-NAME>X</SHORT-NAME>
+    </SW-SYSTEMCONST>
+    <SENDER-RECEIVER-INTERFACE>
+      <SHORT-NAME>I</SHORT-NAME>
+      <DATA-ELEMENTS>
+        <VARIABLE-DATA-PROTOTYPE>
+          <SHORT-NAME>D</SHORT-NAME>
+          <VARIATION-POINT>
+            <SHORT-LABEL>v</SHORT-LABEL>
+            <SW-SYSCOND BINDING-TIME="PRE-COMPILE-TIME"><SYSC-REF DEST="SW-SYSTEMCONST">/C/X</SYSC-REF> &gt; 1</SW-SYSCOND>
+          </VARIATION-POINT>
+        </VARIABLE-DATA-PROTOTYPE>
+      </DATA-ELEMENTS>
+    </SENDER-RECEIVER-INTERFACE>
+  </ELEMENTS>
+</AR-PACKAGE>
+"""
+
+
+@pytest.mark.parametrize("path, name, old, new", [("/C", "D", "/C/X", "/D/X"), ("/C/X", "Y", "X<", "Y<")])
+def test_a_formula_follows_the_constants_that_it_refers_to(load, saved, path, name, old, new):
+    text = DEMO.replace("  <AR-PACKAGES>\n", "  <AR-PACKAGES>\n" + FORMULA, 1)
+    model = load(text)
+    model.find(path).Name = name
+    content = saved(model).decode()
+    assert f"/{name}" in content.split("<SYSC-REF")[1].split("</SYSC-REF>")[0]
+    assert load(content).unresolved() == []

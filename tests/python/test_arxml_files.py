@@ -223,6 +223,64 @@ def test_a_reference_without_a_target_is_listed_until_it_is_set(folder):
     assert model.unresolved() == []
 
 
+def test_a_divided_package_moves_with_all_its_elements(folder):
+    model = K7Q.Model.load(folder)
+    model.find("/Other").PackagedElement.append(model.find("/Demo"))
+    model.save()
+    again = K7Q.Model.load(folder)
+    assert again.find("/Demo") is None
+    assert again.find("/Other/Demo/Speed/Front").Type == again.find("/Other/Demo/uint16")
+
+
+def test_a_copy_of_a_divided_package_has_all_its_elements(folder):
+    model = K7Q.Model.load(folder)
+    copy = model.find("/Demo").clone(model.roots()[0])
+    copy.Name = "Copy"
+    model.save()
+    again = K7Q.Model.load(folder)
+    assert again.find("/Copy/uint16") is not None and again.find("/Copy/Speed/Front") is not None
+    assert again.find("/Demo/uint16") is not None and again.find("/Demo/Speed/Front") is not None
+
+
+def test_a_model_that_changes_while_it_is_saved_is_not_saved(folder):
+    before = texts(folder)
+    model = K7Q.Model.load(folder)
+    model.find("/Demo").Name = "New"
+
+    def change(done):
+        model.find("/New").Name = "Newer"
+        model.find("/Newer").Name = "New"
+
+    with pytest.raises(K7Q.Exception, match="the model was changed or closed while it was saved"):
+        model.save(progress=change)
+    assert texts(folder) == before
+
+
+def test_another_current_folder_changes_nothing(folder, tmp_path_factory, monkeypatch):
+    monkeypatch.chdir(folder)
+    model = K7Q.Model.load(".")
+    elsewhere = tmp_path_factory.mktemp("elsewhere")
+    monkeypatch.chdir(elsewhere)
+    model.find("/Other").Name = "New"
+    model.save()
+    assert list(elsewhere.iterdir()) == []
+    assert "New" in texts(folder)["c_other.arxml"]
+
+
+def test_a_file_that_was_saved_by_its_path_can_be_saved_back(folder):
+    path = folder / "c_other.arxml"
+    model = K7Q.Model.load(path)
+    model.find("/Other").Name = "New"
+    model.save(path)
+    model.find("/New").Name = "Newer"
+    assert written(model.save()) == ["c_other.arxml"]
+
+
+def test_a_file_is_not_loaded_twice(folder):
+    with pytest.raises(K7Q.WrongValue, match="the file was given twice; give it once"):
+        K7Q.Model.load([folder / "a_ports.arxml", folder / ".." / folder.name / "a_ports.arxml"])
+
+
 class Editor:
     """Random edits of a model of several files: renames, moves, new and destroyed objects, undo."""
 

@@ -31,6 +31,7 @@ SourceFile readFile(const ArxmlInput& input, const Progress& progress, std::stri
   if (!decoded.fault.empty()) refuseAt(shown, {1, 1, decoded.fault});
   SourceFile file;
   file.path = input.path;
+  if (!input.path.empty()) file.absolute = std::filesystem::absolute(input.path);
   file.encoding = decoded.encoding;
   try {
     file.document = arxml::Document(std::move(decoded.text));

@@ -417,6 +417,9 @@ void Reader::enterName(Frame& frame, const ClassShape& shape) {
   if (!shape.isNamed()) return;
   const std::uint32_t name = document().find(frame.element, "SHORT-NAME");
   if (name == 0) {
+    // Some elements have a name only in some releases.
+    const std::uint32_t number = Format::get().numberOf("SHORT-NAME");
+    if (frame.content && !frame.content->find(number, mFile->release)) return;
     return reportAt(frame.element,
                     "<" + std::string(document().nameOf(frame.element)) + "> has no SHORT-NAME; add one");
   }
@@ -474,7 +477,10 @@ void Reader::resolve() {
 
 Instance* Reader::targetOf(const Pending& reference) {
   const Document& text = mSources.files[reference.source.file].document;
-  const std::string_view path = trimmed(text.inner(reference.source.element));
+  const std::string_view raw = trimmed(text.inner(reference.source.element));
+  const bool isPlain = raw.find_first_of("&<") == std::string_view::npos;
+  const std::string plain = isPlain ? std::string() : plainText(raw);
+  const std::string_view path = isPlain ? raw : trimmed(plain);
   if (path.empty()) return nullptr;
   if (path.front() == '/') return mPaths.find(PathIndex::hashOf(path));
   SourceFile& file = mSources.files[reference.source.file];

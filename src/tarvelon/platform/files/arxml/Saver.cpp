@@ -1,7 +1,9 @@
 #include "tarvelon/platform/files/arxml/Saver.h"
 
 #include <algorithm>
+#include <map>
 #include <memory>
+#include <optional>
 #include <vector>
 
 #include "tarvelon/arplatform/common/Names.h"
@@ -9,6 +11,7 @@
 #include "tarvelon/platform/files/arxml/Writer.h"
 #include "tarvelon/platform/files/shared/AtomicFile.h"
 #include "tarvelon/platform/files/shared/Source.h"
+#include "tarvelon/platform/model/changes/Journal.h"
 #include "tarvelon/platform/model/metamodel/Registry.h"
 
 namespace Tarvelon::files {
@@ -112,6 +115,39 @@ void write(native::NativeModel& model, const SaveOptions& options, Sink& sink) {
   requireAccepted(writer.refused(), release, options);
 }
 
+/// Calls the progress function, which must not change the model.
+void reportProgress(const SaveOptions& options, const std::optional<native::ChangeWatch>& watch,
+                    double done) {
+  if (!options.progress) return;
+  options.progress(done);
+  if (!watch->hasChanged()) return;
+  throw K7Q::Exception(
+      "the model was changed or closed while it was saved; the progress function and other threads must not "
+      "change "
+      "it");
+}
+
+std::size_t hashOfBytes(std::string_view bytes) noexcept { return std::hash<std::string_view>{}(bytes); }
+
+/// The bytes of a file. Nothing if it does not exist.
+std::optional<std::string> bytesOf(const std::filesystem::path& path) {
+  std::error_code error;
+  if (!std::filesystem::exists(path, error)) return std::nullopt;
+  FileSource source(path, [] {});
+  return source.readAll([] {});
+}
+
+/// If a model was saved to one of its own files, saving it back must know that.
+void noteWritten(const native::NativeModel& model, const std::filesystem::path& path) {
+  const Sources* sources = arxml::sourcesOf(model);
+  if (!sources || !model.ownsSources()) return;
+  for (const SourceFile& file : sources->files) {
+    std::error_code error;
+    if (!std::filesystem::equivalent(file.absolute, path, error) || error) continue;
+    if (const std::optional<std::string> bytes = bytesOf(file.absolute)) file.written = hashOfBytes(*bytes);
+  }
+}
+
 }  // namespace
 
 std::string saveArxmlText(const K7Q::Model& model, const SaveOptions& options) {
@@ -124,27 +160,20 @@ void saveArxml(const K7Q::Model& model, const std::filesystem::path& path, const
   native::NativeModel& native = native::NativeModel::require(model);
   const K7Q::Model kept(model);  // NOLINT(performance-unnecessary-copy-initialization)
   AtomicFile file(path);
+  std::optional<native::ChangeWatch> watch;
+  if (options.progress) watch.emplace(native);
   write(native, options, file);
-  if (options.progress) options.progress(0.9);
+  reportProgress(options, watch, 0.9);
   file.commit(options.isDurable);
+  noteWritten(native, path);
   if (options.progress) options.progress(1);
 }
 
 namespace {
 
-std::size_t hashOfBytes(std::string_view bytes) noexcept { return std::hash<std::string_view>{}(bytes); }
-
-/// The bytes of a file. Nothing if it does not exist.
-std::optional<std::string> bytesOf(const std::filesystem::path& path) {
-  std::error_code error;
-  if (!std::filesystem::exists(path, error)) return std::nullopt;
-  FileSource source(path, [] {});
-  return source.readAll([] {});
-}
-
 /// Raises K7Q::WrongValue if the file no longer has what was loaded from it or last written to it.
 void requireUnchanged(const SourceFile& file, std::size_t expected) {
-  const std::optional<std::string> present = bytesOf(file.path);
+  const std::optional<std::string> present = bytesOf(file.absolute);
   if (!present || hashOfBytes(*present) == expected) return;
   throw K7Q::WrongValue(
       "cannot save '" + file.path.string() +
@@ -170,11 +199,14 @@ std::vector<std::filesystem::path> saveBack(const K7Q::Model& handle, const Save
         "cannot save without a path: the model was not loaded from an ARXML file; name the file");
   }
   native::Instance& root = rootOf(model);
+  std::optional<native::ChangeWatch> watch;
+  if (options.progress) watch.emplace(model);
+  std::map<unsigned, arxml::Writer> writers;  // by release
   std::vector<Changed> changed;
   for (std::uint32_t index = 0; index < sources->files.size(); ++index) {
     const SourceFile& file = sources->files[index];
     const unsigned release = releaseFor(sources, index, options);
-    arxml::Writer writer(model, sources, release);
+    arxml::Writer& writer = writers.try_emplace(release, model, sources, release).first->second;
     TextSink text;
     writer.writeFile(index, root, text);
     requireAccepted(writer.refused(), release, options);
@@ -183,11 +215,11 @@ std::vector<std::filesystem::path> saveBack(const K7Q::Model& handle, const Save
         file.written.value_or(hashOfBytes(arxml::encoded(std::string(file.document.text()), file.encoding)));
     if (hashOfBytes(bytes) != before) {
       requireUnchanged(file, before);
-      changed.push_back({std::make_unique<AtomicFile>(file.path), &file, hashOfBytes(bytes)});
+      changed.push_back({std::make_unique<AtomicFile>(file.absolute), &file, hashOfBytes(bytes)});
       changed.back().output->write(bytes.data(), bytes.size());
     }
-    if (options.progress)
-      options.progress(static_cast<double>(index + 1) / static_cast<double>(sources->files.size()));
+    reportProgress(options, watch,
+                   static_cast<double>(index + 1) / static_cast<double>(sources->files.size()));
   }
   std::vector<std::filesystem::path> paths;
   for (const Changed& each : changed) {

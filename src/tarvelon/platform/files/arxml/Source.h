@@ -32,7 +32,8 @@ struct DividedElement {
 /// A file from which objects of a model were loaded. It is kept with the model: what nobody changes is saved
 /// as it stands in the text.
 struct SourceFile {
-  std::filesystem::path path;  ///< empty for a text
+  std::filesystem::path path;      ///< as it was given; empty for a text
+  std::filesystem::path absolute;  ///< the same, whatever the current folder becomes
   Encoding encoding;
   /// The hash of what this process has last written to the file. Only the model that was loaded from the file
   /// is saved back to it.

@@ -107,8 +107,9 @@ void Writer::write(Instance& root, const SourceFile* file, Sink& sink) {
   put(document.text().substr(element.end));
 }
 
-/// The number of the file in which an object stands. It is written where its owner is written. The owner may be
-/// divided between files: then it is the file with the element of the owner around the object's own element.
+/// The number of the file in which an object stands. It is written where its owner is written. The owner may
+/// be divided between files: then it is the file with the element of the owner around the object's own
+/// element.
 std::uint32_t Writer::homeOf(const Instance& object) const noexcept {
   SourcePlace source;
   for (const Instance* each = &object; each; each = each->owner()) {
@@ -116,10 +117,32 @@ std::uint32_t Writer::homeOf(const Instance& object) const noexcept {
     SourcePlace around;
     if (!each->owner()) return source.file;
     if (!findSource(*each->owner(), around)) continue;
-    const auto isAround = [&](SourcePlace place) { return isInside(source, place); };
-    if (std::ranges::any_of(othersOf(*mSources, around), isAround)) return source.file;
+    for (const SourcePlace& other : othersOf(*mSources, around)) {
+      if (isInside(source, other) && isWritten(*each->owner(), other)) return source.file;
+    }
   }
   return 0;
+}
+
+/// Whether an element still stands for an object: neither the object nor an object around it was moved.
+bool Writer::isWritten(const Instance& object, SourcePlace element) const noexcept {
+  const Instance* each = &object;
+  while (each->owner()) {
+    if (mObjects[element.file][element.element] != each) return false;
+    SourcePlace main;
+    if (!findSource(*each->owner(), main)) return false;
+    SourcePlace around = main;
+    bool isFound = isInside(element, main);
+    for (const SourcePlace& other : othersOf(*mSources, main)) {
+      if (isFound) break;
+      isFound = isInside(element, other);
+      around = other;
+    }
+    if (!isFound) return false;
+    element = around;
+    each = each->owner();
+  }
+  return true;
 }
 
 /// Whether an element stands inside of another one.
@@ -229,15 +252,14 @@ void Writer::expand(const Emit& emit, std::vector<Piece>& pieces) {
 /// An element whose text is a value.
 void Writer::expandBody(const Emit& emit, std::vector<Piece>& pieces) {
   std::string tag = startTag(emit);
-  const std::string body = bodyOf(emit.parts.front());
-  const Place& place = *emit.parts.front().shape->body();
-  if (emit.file && bodyText(*emit.file, emit.element) == textOf(*emit.parts.front().object, place, 0)) {
-    const Document& document = emit.file->document;
+  const Part& part = emit.parts.front();
+  const bool isSame =
+      emit.file && bodyText(*emit.file, emit.element) == textOf(*part.object, *part.shape->body(), 0);
+  if (isSame && tag.ends_with("/>")) {
     pieces.emplace_back(std::move(tag));
-    const std::uint32_t end = document.element(emit.element).end;
-    pieces.push_back(document.slice(document.element(emit.element).contentBegin, end));
     return;
   }
+  const std::string body = isSame ? sameBody(*emit.file, emit.element, part) : bodyOf(part);
   if (tag.ends_with("/>")) tag.replace(tag.size() - 2, 2, ">");
   pieces.emplace_back(std::move(tag) + body + "</" + emit.name + ">");
 }

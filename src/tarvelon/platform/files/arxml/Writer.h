@@ -147,6 +147,7 @@ class Writer {
                                                         const SourceFile* file, std::uint32_t element);
   void refuseUnplaced(const native::Instance& object, const ClassShape& shape, const Content* content,
                       const std::vector<bool>& active);
+  void refuseWrongName(const native::Instance& object, const SourceFile* file, std::uint32_t element);
   void refuseHomeless(const Part& part, const Content* content);
   const metamodel::ElementRow* rowFor(const native::Instance& object, const Content* content);
   bool answers(const native::Instance& object, const ClassShape& shape, const metamodel::ElementRow& row);
@@ -158,6 +159,7 @@ class Writer {
   bool isKnownAbove(const Content* content, const ClassShape& shape, std::uint16_t spot) const;
   const Content* contentBetween(const Content* content, const ClassShape& shape, std::uint16_t from,
                                 std::uint16_t to) const;
+  bool isWritten(const native::Instance& object, SourcePlace element) const noexcept;
   bool isInside(SourcePlace inner, SourcePlace outer) const noexcept;
   bool isInPlace(const native::Instance& object, SourcePlace source) const noexcept;
   bool isBare(const native::Instance& object, const ClassShape& shape) const;
@@ -172,6 +174,10 @@ class Writer {
   std::string reference(const native::Instance& object, std::string_view name,
                         const native::Instance& target);
   std::string bodyOf(const Part& part);
+  std::string sameBody(const SourceFile& file, std::uint32_t element, const Part& part);
+  std::string oldPathOf(const native::Instance& object) const;
+  const native::Instance* meantIn(const Part& part, std::string_view text, bool isName);
+  std::string referenceName(const Part& part, const native::Instance& target) const;
   std::string bodyText(const SourceFile& file, std::uint32_t element) const;
   std::string elementNameOf(const native::Instance& object);
   std::string basePath(const native::Instance& object, std::string_view label);

@@ -81,6 +81,18 @@ std::string Writer::reference(const Instance& object, std::string_view name, con
   return text + "</" + std::string(name) + ">";
 }
 
+/// The name of the element with which a formula refers to an object.
+std::string Writer::referenceName(const Part& part, const Instance& target) const {
+  for (const Place& place : part.shape->places()) {
+    if (place.form() != Form::Reference || place.spot == 0) continue;
+    for (std::uint32_t index = 0; index < sizeOf(*part.object, place); ++index) {
+      if (targetOf(*part.object, place, index) == &target)
+        return std::string(Format::get().nameOf(part.shape->spot(place.spot).name));
+    }
+  }
+  return {};
+}
+
 /// The text of an object's element. In a formula, the names of the objects that it refers to are references.
 std::string Writer::bodyOf(const Part& part) {
   const std::string body = textOf(*part.object, *part.shape->body(), 0);
@@ -95,24 +107,60 @@ std::string Writer::bodyOf(const Part& part) {
     }
     const std::string word = body.substr(place, end - place);
     place = end;
-    const Instance* meant = nullptr;
-    std::string_view element;
-    for (const Place& each : part.shape->places()) {
-      if (each.form() != Form::Reference || each.spot == 0) continue;
-      for (std::uint32_t index = 0; index < sizeOf(*part.object, each); ++index) {
-        const Instance* target = targetOf(*part.object, each, index);
-        if (nameOf(*target) != word) continue;
-        meant = target;
-        element = Format::get().nameOf(part.shape->spot(each.spot).name);
-      }
-    }
+    const Instance* meant = meantIn(part, word, true);
     if (meant) {
-      text += reference(*part.object, element, *meant);
+      text += reference(*part.object, referenceName(part, *meant), *meant);
     } else {
       text += word;
     }
   }
   return text;
+}
+
+/// The path that an object had in its file. Empty for a new object.
+std::string Writer::oldPathOf(const Instance& object) const {
+  SourcePlace source;
+  if (!mSources || !findSource(object, source)) return {};
+  return mSources->files[source.file].document.pathOf(source.element);
+}
+
+/// The object to which a formula refers with a path or, if `isName` is true, with the last name of one. Null
+/// if it refers to none.
+const Instance* Writer::meantIn(const Part& part, std::string_view text, bool isName) {
+  const auto isMeant = [&](const std::string& path) {
+    return isName ? path.substr(path.rfind('/') + 1) == text : path == text;
+  };
+  for (const Place& place : part.shape->places()) {
+    if (place.form() != Form::Reference || place.spot == 0) continue;
+    for (std::uint32_t index = 0; index < sizeOf(*part.object, place); ++index) {
+      const Instance* target = targetOf(*part.object, place, index);
+      if (isMeant(pathOf(*target, mShapes)) || isMeant(oldPathOf(*target))) return target;
+    }
+  }
+  return nullptr;
+}
+
+/// The content of a formula that has not changed, with the paths that its references have now.
+std::string Writer::sameBody(const SourceFile& file, std::uint32_t element, const Part& part) {
+  const Document& document = file.document;
+  const Element& where = document.element(element);
+  std::string text;
+  std::uint32_t offset = where.contentBegin;
+  for (std::uint32_t each = element + 1; each < where.next; each = document.element(each).next) {
+    text += document.slice(offset, document.element(each).begin);
+    offset = document.element(each).end;
+    const std::string old = plainText(trimmed(document.inner(each)));
+    const Instance* target = meantIn(part, old, false);
+    const std::string path = target ? pathOf(*target, mShapes) : old;
+    if (path == old) {
+      text += document.outer(each);
+      continue;
+    }
+    text += document.startTag(each);
+    appendEscaped(text, path);
+    text += "</" + std::string(document.nameOf(each)) + ">";
+  }
+  return text.append(document.slice(offset, where.contentEnd));
 }
 
 std::string Writer::bodyText(const SourceFile& file, std::uint32_t element) const {
@@ -207,6 +255,22 @@ void Writer::refuseUnplaced(const Instance& object, const ClassShape& shape, con
   }
 }
 
+/// Reports a new or changed name that no file can have.
+void Writer::refuseWrongName(const Instance& object, const SourceFile* file, std::uint32_t element) {
+  constexpr std::size_t kLongest = 128;
+  const std::string name = nameOf(object);
+  const std::uint32_t old = file ? file->document.find(element, "SHORT-NAME") : 0;
+  const std::string_view before = old == 0 ? std::string_view() : trimmed(file->document.inner(old));
+  if (file && before == name) return;
+  if (name.empty()) return refuse(object, "the name is empty; set Name");
+  const bool isWrong = !std::ranges::all_of(name, isWord) || name.front() == '_' ||
+                       (name.front() >= '0' && name.front() <= '9') || name.size() > kLongest;
+  if (!isWrong) return;
+  refuse(object,
+         "the name '" + name.substr(0, kLongest) +
+             "' cannot be a SHORT-NAME; use letters, digits and '_', at most 128, and begin with a letter");
+}
+
 /// Reports contained objects that have no element in the release.
 void Writer::refuseHomeless(const Part& part, const Content* content) {
   const auto stands = [&](const Place& place, const Instance& object) {
@@ -266,6 +330,7 @@ std::vector<Writer::Part> Writer::partsOf(Instance& object, std::string_view nam
     parts.push_back({part, &inner, 0, activePlaces(*part, inner, content, file, element), false});
   }
   for (const Part& part : parts) refuseHomeless(part, content);
+  if (!isSecondary && shape.isNamed()) refuseWrongName(object, file, element);
   return parts;
 }
 

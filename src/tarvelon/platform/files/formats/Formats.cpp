@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <memory>
+#include <set>
 
 #include "tarvelon/platform/files/Files.h"
 #include "tarvelon/platform/files/arxml/Loader.h"
@@ -83,7 +84,11 @@ Loaded load(const std::vector<std::filesystem::path>& paths, const LoadOptions& 
   if (paths.size() == 1) return load(paths.front(), options);
   std::vector<std::unique_ptr<FileSource>> sources;
   std::vector<ArxmlInput> inputs;
+  std::set<std::filesystem::path> seen;
   for (const std::filesystem::path& path : paths) {
+    std::error_code error;
+    if (!seen.insert(std::filesystem::weakly_canonical(path, error)).second)
+      throw K7Q::WrongValue("cannot load '" + path.string() + "': the file was given twice; give it once");
     sources.push_back(std::make_unique<FileSource>(path, interruption(options)));
     if (!hasArxml(*sources.back(), interruption(options))) {
       throw K7Q::WrongValue("cannot load '" + path.string() +

@@ -32,6 +32,7 @@ class Output {
   Output& operator=(const Output&) = delete;
 
   void raw(std::string_view text) {
+    if (text.empty()) return;
     if (text.size() > kCapacity - mUsed) {
       flush();
       if (text.size() > kCapacity) return mSink.write(text.data(), text.size());
