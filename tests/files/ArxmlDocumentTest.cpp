@@ -581,8 +581,7 @@ const std::vector<std::string>& seeds() {
       "<a:B xmlns:a='urn:x' a:c='1'><a:D.e-f_9/></a:B>",
       "<A><A><A><A>deep</A></A></A></A>",
       "<A><!----><!-->--><!--->--><!-- - --><![CDATA[]]]]><![CDATA[>]]></A>",
-      "<AR-PACKAGE UUID=\"1-2\"><SHORT-NAME>P</SHORT-NAME><ELEMENTS><X "
-      "DEST=\"Y\">/a/b</X></ELEMENTS></AR-PACKAGE>",
+      "<AR-PACKAGE UUID=\"1-2\"><SHORT-NAME>P</SHORT-NAME><X DEST=\"Y\">/a/b</X></AR-PACKAGE>",
       "<?p?><A><?xml-x a='1'?></A><?p q?>",
   };
   return texts;

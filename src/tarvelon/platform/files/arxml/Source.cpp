@@ -60,7 +60,7 @@ std::string referenceBase(const Sources& sources, const native::Instance& object
     const std::uint32_t bases = text.find(source.element, "REFERENCE-BASES");
     if (bases == 0) continue;
     for (std::uint32_t base = bases + 1; base < text.element(bases).next; base = text.element(base).next) {
-      const std::string path = basePath(text, base, label);
+      std::string path = basePath(text, base, label);
       if (!path.empty()) return path;
     }
   }

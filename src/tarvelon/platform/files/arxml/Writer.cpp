@@ -300,15 +300,20 @@ void Writer::reorder(const Part& part, Level& level) {
     std::unordered_map<const Instance*, std::uint32_t> order;
     for (std::uint32_t each = 0; each < list->size(); ++each) order.emplace(list->at(each).object, each);
     std::vector<std::size_t> places;
-    std::vector<Child> moved;
+    places.reserve(level.children.size());
     for (std::size_t each = 0; each < level.children.size(); ++each) {
       if (level.children[each].object && order.contains(level.children[each].object)) places.push_back(each);
     }
     const auto orderAt = [&](std::size_t each) { return order.at(level.children[each].object); };
     if (std::ranges::is_sorted(places, {}, orderAt)) continue;
-    for (const std::size_t each : places) moved.push_back(std::move(level.children[each]));
+    std::vector<Child> moved;
     std::vector<std::string_view> leads;
-    for (const Child& each : moved) leads.push_back(each.lead);
+    moved.reserve(places.size());
+    leads.reserve(places.size());
+    for (const std::size_t each : places) {
+      leads.push_back(level.children[each].lead);
+      moved.push_back(std::move(level.children[each]));
+    }
     std::ranges::stable_sort(moved, {}, [&order](const Child& each) { return order.at(each.object); });
     for (std::size_t each = 0; each < places.size(); ++each) {
       moved[each].lead = leads[each];

@@ -15,7 +15,6 @@ using metamodel::Form;
 using native::Instance;
 using native::Storage;
 using native::Word;
-using native::WordList;
 
 namespace {
 

@@ -64,6 +64,11 @@ Loaded loadFrom(Source& source, const std::filesystem::path& path, const LoadOpt
   return loadArxml({&input, 1}, options, name);
 }
 
+Loaded loadOne(const std::filesystem::path& path, const LoadOptions& options) {
+  FileSource source(path, interruption(options));
+  return loadFrom(source, path, options, path.string());
+}
+
 }  // namespace
 
 const Problems& problems(const K7Q::Model& model) noexcept {
@@ -75,13 +80,13 @@ const Problems& problems(const K7Q::Model& model) noexcept {
 
 Loaded load(const std::filesystem::path& path, const LoadOptions& options) {
   if (std::filesystem::is_directory(path)) return load(filesBelow(path), options);
-  FileSource source(path, interruption(options));
-  return loadFrom(source, path, options, path.string());
+  return loadOne(path, options);
 }
 
 Loaded load(const std::vector<std::filesystem::path>& paths, const LoadOptions& options) {
   if (paths.empty()) throw K7Q::WrongValue("cannot load a model: expected at least one file, got none");
-  if (paths.size() == 1) return load(paths.front(), options);
+  if (paths.size() == 1 && !std::filesystem::is_directory(paths.front()))
+    return loadOne(paths.front(), options);
   std::vector<std::unique_ptr<FileSource>> sources;
   std::vector<ArxmlInput> inputs;
   std::set<std::filesystem::path> seen;

@@ -8,7 +8,6 @@
 namespace Tarvelon::files {
 
 using native::ClassData;
-using native::Property;
 
 namespace {
 

@@ -223,12 +223,12 @@ void checkLimits(const Typed& typed, double value, const Instance& constraint, c
   const Instance* lower = get<Constrs, "LowerLimit">(*limits);
   const Instance* upper = get<Constrs, "UpperLimit">(*limits);
   const bool isBelow = isBeyond(value, lower, true);
-  if (!isBelow && !isBeyond(value, upper, false)) return;
+  const Instance* broken = isBelow ? lower : isBeyond(value, upper, false) ? upper : nullptr;
+  if (!broken) return;
   add<NumericalValueSpecification, "Value">(
       typed,
-      "expected a number " + limitText(isBelow ? *lower : *upper, isBelow) + ", as the constraint " +
-          shownPath(constraint) + " says; found " + textOf(value) +
-          "; change the number, or refer to another type",
+      "expected a number " + limitText(*broken, isBelow) + ", as the constraint " + shownPath(constraint) +
+          " says; found " + textOf(value) + "; change the number, or refer to another type",
       findings);
 }
 
