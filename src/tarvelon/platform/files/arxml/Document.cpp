@@ -392,13 +392,35 @@ std::string_view Document::attribute(std::uint32_t element, std::string_view nam
   }
 }
 
+namespace {
+
+/// The column behind the beginning of a line.
+std::uint32_t columnBehind(std::string_view line) noexcept {
+  const auto isBegin = [](char each) { return (static_cast<unsigned char>(each) & 0xC0) != 0x80; };
+  return static_cast<std::uint32_t>(std::ranges::count_if(line, isBegin)) + 1;
+}
+
+}  // namespace
+
 LineAndColumn Document::placeOf(std::uint32_t offset) const noexcept {
   const std::string_view before = text().substr(0, offset);
   const auto line = static_cast<std::uint32_t>(std::ranges::count(before, '\n')) + 1;
   const std::size_t begin = before.rfind('\n');
-  const std::string_view last = begin == std::string_view::npos ? before : before.substr(begin + 1);
-  const auto isBegin = [](char each) { return (static_cast<unsigned char>(each) & 0xC0) != 0x80; };
-  return {line, static_cast<std::uint32_t>(std::ranges::count_if(last, isBegin)) + 1};
+  return {line, columnBehind(begin == std::string_view::npos ? before : before.substr(begin + 1))};
+}
+
+Lines::Lines(const Document& document) : mDocument(document) {
+  const std::string_view text = document.text();
+  for (std::size_t place = text.find('\n'); place != std::string_view::npos;
+       place = text.find('\n', place + 1))
+    mBegins.push_back(static_cast<std::uint32_t>(place + 1));
+}
+
+LineAndColumn Lines::placeOf(std::uint32_t offset) const noexcept {
+  const auto next = std::ranges::upper_bound(mBegins, offset);
+  const std::uint32_t begin = next == mBegins.begin() ? 0 : *std::prev(next);
+  return {static_cast<std::uint32_t>(next - mBegins.begin()) + 1,
+          columnBehind(mDocument.slice(begin, offset))};
 }
 
 std::string Document::pathOf(std::uint32_t element) const {

@@ -92,6 +92,18 @@ class Document {
   std::vector<std::string> mNames;
 };
 
+/// The lines of a document, to find the places of many offsets. Creating it reads the text once.
+class Lines {
+ public:
+  explicit Lines(const Document& document);
+  /// As Document::placeOf().
+  LineAndColumn placeOf(std::uint32_t offset) const noexcept;
+
+ private:
+  const Document& mDocument;
+  std::vector<std::uint32_t> mBegins;  ///< the offset of each line but the first
+};
+
 /// Replaces character and entity references, and removes comments, processing instructions and the marks of
 /// CDATA sections. REQUIRES: text of a parsed document without elements.
 std::string plainText(std::string_view text);

@@ -1,6 +1,7 @@
 #include "tarvelon/platform/files/arxml/Foreign.h"
 
 #include <algorithm>
+#include <unordered_map>
 
 #include "tarvelon/platform/files/Files.h"
 #include "tarvelon/platform/files/arxml/ClassShape.h"
@@ -85,19 +86,37 @@ std::string nameOf(const Document& document, std::uint32_t element) {
   return name == 0 ? std::string() : std::string(arxml::trimmed(document.inner(name)));
 }
 
-KeptContent contentOf(const SourceFile& file, std::uint32_t element) {
+/// Collects content of the files of a model.
+class Collector {
+ public:
+  explicit Collector(const Sources& sources) : mSources(sources) {}
+  void addForeign(const Instance& object);
+  void addUnresolved(const Instance& object);
+  std::vector<KeptContent> take() noexcept { return std::move(mFound); }
+
+ private:
+  KeptContent contentOf(const SourceFile& file, std::uint32_t element);
+  KeptContent referenceOf(const SourceFile& file, std::uint32_t element);
+
+  const Sources& mSources;
+  std::unordered_map<const SourceFile*, arxml::Lines> mLines;
+  std::vector<KeptContent> mFound;
+};
+
+KeptContent Collector::contentOf(const SourceFile& file, std::uint32_t element) {
   const Document& document = file.document;
+  const arxml::Lines& lines = mLines.try_emplace(&file, document).first->second;
   KeptContent content;
   content.tag = document.nameOf(element);
   content.name = nameOf(document, element);
   content.path = document.pathOf(element);
   content.file = file.path;
-  content.line = document.placeOf(document.element(element).begin).line;
+  content.line = lines.placeOf(document.element(element).begin).line;
   content.xml = document.outer(element);
   return content;
 }
 
-KeptContent referenceOf(const SourceFile& file, std::uint32_t element) {
+KeptContent Collector::referenceOf(const SourceFile& file, std::uint32_t element) {
   KeptContent content = contentOf(file, element);
   content.name = arxml::plainText(arxml::trimmed(file.document.inner(element)));
   content.dest = file.document.attribute(element, "DEST");
@@ -114,10 +133,10 @@ void forEachElement(const Sources& sources, const Instance& object, Visit visit)
     visit(sources.files[each.file], each.element);
 }
 
-void addForeign(const Sources& sources, const Instance& object, std::vector<KeptContent>& found) {
-  forEachElement(sources, object, [&](const SourceFile& file, std::uint32_t element) {
+void Collector::addForeign(const Instance& object) {
+  forEachElement(mSources, object, [&](const SourceFile& file, std::uint32_t element) {
     for (const std::uint32_t each : arxml::foreignIn(file, element, object))
-      found.push_back(contentOf(file, each));
+      mFound.push_back(contentOf(file, each));
   });
 }
 
@@ -140,15 +159,15 @@ bool isSet(const SourceFile& file, std::uint32_t element, std::uint32_t referenc
 }
 
 /// The references in an element of an object, outside of the objects that it contains.
-void addUnresolved(const Sources& sources, const Instance& object, std::vector<KeptContent>& found) {
-  forEachElement(sources, object, [&](const SourceFile& file, std::uint32_t element) {
+void Collector::addUnresolved(const Instance& object) {
+  forEachElement(mSources, object, [&](const SourceFile& file, std::uint32_t element) {
     const auto& all = file.unresolved;
     const std::uint32_t end = file.document.element(element).next;
     for (auto each = std::ranges::lower_bound(all, element); each != all.end() && *each < end; ++each) {
       std::uint32_t around = file.isObject[*each] ? *each : file.document.element(*each).parent;
       while (!file.isObject[around]) around = file.document.element(around).parent;
       if (around == element && !isSet(file, element, *each, object))
-        found.push_back(referenceOf(file, *each));
+        mFound.push_back(referenceOf(file, *each));
     }
   });
 }
@@ -159,31 +178,38 @@ const Instance& require(const K7Q::ClassObject& object) {
   return *found;
 }
 
-template <class Add>
+using Add = void (Collector::*)(const Instance&);
+
 std::vector<KeptContent> collect(const K7Q::ClassObject& object, Add add) {
   const Instance& instance = require(object);
   const Sources* sources = arxml::sourcesOf(instance.model());
-  std::vector<KeptContent> found;
-  if (sources) add(*sources, instance, found);
-  return found;
+  if (!sources) return {};
+  Collector collector(*sources);
+  (collector.*add)(instance);
+  return collector.take();
 }
 
-template <class Add>
 std::vector<KeptContent> collect(const K7Q::Model& handle, Add add) {
   const native::NativeModel& model = native::NativeModel::require(handle);
   const Sources* sources = arxml::sourcesOf(model);
-  std::vector<KeptContent> found;
-  if (!sources) return found;
-  model.forEachInstance([&](const Instance& object) { add(*sources, object, found); });
-  return found;
+  if (!sources) return {};
+  Collector collector(*sources);
+  model.forEachInstance([&](const Instance& object) { (collector.*add)(object); });
+  return collector.take();
 }
 
 }  // namespace
 
-std::vector<KeptContent> foreign(const K7Q::ClassObject& object) { return collect(object, addForeign); }
-std::vector<KeptContent> foreign(const K7Q::Model& model) { return collect(model, addForeign); }
-std::vector<KeptContent> unresolved(const K7Q::ClassObject& object) { return collect(object, addUnresolved); }
-std::vector<KeptContent> unresolved(const K7Q::Model& model) { return collect(model, addUnresolved); }
+std::vector<KeptContent> foreign(const K7Q::ClassObject& object) {
+  return collect(object, &Collector::addForeign);
+}
+std::vector<KeptContent> foreign(const K7Q::Model& model) { return collect(model, &Collector::addForeign); }
+std::vector<KeptContent> unresolved(const K7Q::ClassObject& object) {
+  return collect(object, &Collector::addUnresolved);
+}
+std::vector<KeptContent> unresolved(const K7Q::Model& model) {
+  return collect(model, &Collector::addUnresolved);
+}
 
 std::vector<std::filesystem::path> filesOf(const K7Q::Model& model) {
   const native::NativeModel& native = native::NativeModel::require(model);

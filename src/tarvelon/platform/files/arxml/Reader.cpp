@@ -76,7 +76,8 @@ const native::ClassData* classOfRole(const native::ClassMethods& type) {
 void Reader::report(std::uint32_t offset, std::string text) {
   ++mProblems.count;
   if (mProblems.kept.size() >= Problems::kKept) return;
-  const LineAndColumn place = document().placeOf(offset);
+  if (!mLines) mLines.emplace(document());
+  const LineAndColumn place = mLines->placeOf(offset);
   if (mSources.files.size() > 1) text = mFile->path.string() + ": " + text;
   mProblems.kept.push_back({place.line, place.column, std::move(text)});
 }
@@ -94,6 +95,7 @@ void Reader::reportAt(std::uint32_t element, const std::string& text) {
 
 void Reader::readRoot(SourceFile& file, bool isLenient) {
   mFile = &file;
+  mLines.reset();
   const Document& text = file.document;
   if (text.nameOf(0) != "AUTOSAR") {
     report(text.element(0).begin,
@@ -123,6 +125,7 @@ void Reader::readRoot(SourceFile& file, bool isLenient) {
 void Reader::read(std::uint32_t index) {
   mFileIndex = index;
   mFile = &mSources.files[index];
+  mLines.reset();
   const Document& text = document();
   const Format& format = Format::get();
   mNumbers.clear();

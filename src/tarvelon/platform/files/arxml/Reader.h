@@ -1,6 +1,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -102,6 +103,7 @@ class Reader {
   SourceFile* mFile = nullptr;
   std::uint32_t mFileIndex = 0;
   native::Instance* mRoot = nullptr;
+  std::optional<Lines> mLines;  ///< of the file, from its first problem on
   ClassShapes mShapes;
   PathIndex mPaths;
   std::size_t mNamed = 0;               ///< how many SHORT-NAMEs there are

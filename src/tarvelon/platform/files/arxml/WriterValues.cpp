@@ -425,7 +425,11 @@ const metamodel::ElementRow* Writer::rowFor(const Instance& object, const Conten
   for (const metamodel::ElementRow& row : shape.rows().elements) {
     if (content && !content->find(Format::get().numberOf(row.name), mRelease)) continue;
     if (answers(object, shape, row)) return &row;
-    if (!fallback && row.inlined && isBare(object, shape)) fallback = &row;
+    // An object without them stands in the first one.
+    const metamodel::ElementRow& first = shape.rows().elements.front();
+    if (!fallback && row.inlined && first.inlined && std::string_view(row.inlined) == first.inlined &&
+        isBare(object, shape))
+      fallback = &row;
   }
   return fallback;
 }
