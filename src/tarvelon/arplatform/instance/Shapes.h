@@ -5,9 +5,9 @@
 
 // The shape of each class and the texts of each enumeration in ARXML files (boundary/tarvelon/Shapes.h).
 //
-// Most instance references stand in elements that are named by their role. The references to data are elements
-// of their own in two cases: as INSTANTIATION-DATA-DEF-PROPS, in PARAMETER-INSTANCE or VARIABLE-INSTANCE, and as
-// a comparison variable.
+// Most instance references stand in elements that are named by their role. The references to data are
+// elements of their own in two cases: as INSTANTIATION-DATA-DEF-PROPS, in PARAMETER-INSTANCE or
+// VARIABLE-INSTANCE, and as a comparison variable.
 // clang-format off
 namespace Tarvelon::metamodel::arplatform::instance {
 

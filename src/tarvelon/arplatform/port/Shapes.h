@@ -5,8 +5,8 @@
 
 // The shape of each class and the texts of each enumeration in ARXML files (boundary/tarvelon/Shapes.h).
 //
-// The class of a port is told by its element and by the DEST of the reference to its interface. A port info is
-// the element of its com spec or of its annotation, both of which are inlined. An info with both has two
+// The class of a port is told by its element and by the DEST of the reference to its interface. A port info
+// is the element of its com spec or of its annotation, both of which are inlined. An info with both has two
 // elements, which name the same element of the interface.
 // clang-format off
 namespace Tarvelon::metamodel::arplatform::port {

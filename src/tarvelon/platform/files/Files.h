@@ -11,19 +11,19 @@
 #include "tarvelon/boundary/k7q/Exception.h"
 #include "tarvelon/boundary/k7q/Object.h"
 
-/// Saving models to files and loading them: ARXML, the format of AUTOSAR 4 in the releases 4.0.1 to R25-11, and
-/// XMI 2, described by an Ecore file of the metamodel.
+/// Saving models to files and loading them: ARXML, the format of AUTOSAR 4 in the releases 4.0.1 to R25-11,
+/// and XMI 2, described by an Ecore file of the metamodel.
 ///
 /// Example:
 ///   Tarvelon::files::save(model, "brakes.arxml");
 ///   const K7Q::Model again = Tarvelon::files::load("brakes.arxml").model;
 ///
-/// ARXML:   What has no class, such as a CAN frame, a comment or the extension of a tool, stays where it stands
-///          in the text of the file. A file that was loaded and not changed is saved with the same bytes; a
-///          change of the model changes only the lines it affects.
+/// ARXML:   What has no class, such as a CAN frame, a comment or the extension of a tool, stays where it
+///          stands in the text of the file. A file that was loaded and not changed is saved with the same
+///          bytes; a change of the model changes only the lines it affects.
 ///
-/// In an XMI file, contained objects are nested in their owner, a reference is the id of its target, and unset
-/// properties are left out. The URI of the model is not part of the file.
+/// In an XMI file, contained objects are nested in their owner, a reference is the id of its target, and
+/// unset properties are left out. The URI of the model is not part of the file.
 ///
 /// Ids:     An object that has no id gets one when it is first saved; the id is computed from the place of
 ///          the object at that time. A loaded object keeps the id from the file. An object keeps its id until
@@ -148,8 +148,8 @@ TARVELON_API std::string saveArxmlText(const K7Q::Model& model, const SaveOption
 /// Loads a file into a new model, which has no URI. The content of the file decides its format. A folder
 /// stands for all `.arxml` files in it and below.
 /// Raises FileError if the file cannot be read. Raises WrongFile if the file has problems, unless it is
-/// loaded leniently. Raises WrongFile in any case if the file is not well-formed at its beginning, has another
-/// root element, is of AUTOSAR 3, has a newer format or a document type, or nests objects deeper than
+/// loaded leniently. Raises WrongFile in any case if the file is not well-formed at its beginning, has
+/// another root element, is of AUTOSAR 3, has a newer format or a document type, or nests objects deeper than
 /// kMaxDepth.
 TARVELON_API Loaded load(const std::filesystem::path& path, const LoadOptions& options = {});
 /// Loads several ARXML files into one model. References may lead from one file into another, and packages of
@@ -189,8 +189,8 @@ TARVELON_API std::vector<KeptContent> unresolved(const K7Q::ClassObject& object)
 TARVELON_API std::vector<KeptContent> unresolved(const K7Q::Model& model);
 /// The files of a model that was loaded from ARXML, in the order of loading.
 TARVELON_API std::vector<std::filesystem::path> filesOf(const K7Q::Model& model);
-/// The file in which an object stands: that from which it was loaded, for a new object that of its owner. Empty
-/// if there is none.
+/// The file in which an object stands: that from which it was loaded, for a new object that of its owner.
+/// Empty if there is none.
 TARVELON_API std::filesystem::path fileOf(const K7Q::ClassObject& object);
 
 /// Saves the metamodel as an Ecore file, which other programs need to read saved models; ecoreText() returns

@@ -75,8 +75,8 @@ class NativeModel final : public K7Q::NSInterface::ModelIntf {
   /// type. They are freed with the model. Null if there are none.
   void keepReport(std::shared_ptr<const void> report) noexcept { mReport = std::move(report); }
   const void* report() const noexcept { return mReport.get(); }
-  /// Keeps the files from which the file library loaded this model, in the same way. A model into which loaded
-  /// objects were copied has the files of their model, but does not own them.
+  /// Keeps the files from which the file library loaded this model, in the same way. A model into which
+  /// loaded objects were copied has the files of their model, but does not own them.
   void keepSources(std::shared_ptr<const void> sources, bool areOwn = true) noexcept {
     mSources = std::move(sources);
     mOwnsSources = areOwn;
