@@ -13,9 +13,11 @@ from Tarvelon.metamodel.arplatform import common, interface
 sys.path.insert(0, str(Path(__file__).resolve().parents[1] / "arxml"))
 import facts  # noqa: E402
 
+
 def needs_tables(test):
     """Leaves a test out where the tables of the format are missing (TARVELON_ARXML_FACTS)."""
     return test if facts.folder() else None
+
 
 HEAD = """\
 <?xml version="1.0" encoding="UTF-8"?>
