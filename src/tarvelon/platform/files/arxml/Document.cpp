@@ -6,6 +6,8 @@
 #include <cstring>
 #include <limits>
 
+#include "tarvelon/platform/files/shared/Utf.h"
+
 namespace Tarvelon::files::arxml {
 
 namespace {
@@ -31,24 +33,6 @@ struct NameHash {
   using is_transparent = void;
   std::size_t operator()(std::string_view text) const noexcept { return std::hash<std::string_view>{}(text); }
 };
-
-/// Appends a character in UTF-8.
-void append(std::string& text, std::uint32_t point) {
-  const auto put = [&text](std::uint32_t byte) { text.push_back(static_cast<char>(byte)); };
-  if (point < 0x80) return put(point);
-  if (point < 0x800) {
-    put(0xC0 | point >> 6);
-  } else {
-    if (point < 0x10000) {
-      put(0xE0 | point >> 12);
-    } else {
-      put(0xF0 | point >> 18);
-      put(0x80 | (point >> 12 & 0x3F));
-    }
-    put(0x80 | (point >> 6 & 0x3F));
-  }
-  put(0x80 | (point & 0x3F));
-}
 
 bool isCharacter(std::uint32_t point) noexcept {
   if (point < 0x20) return point == '\t' || point == '\n' || point == '\r';
@@ -501,7 +485,7 @@ std::string plainText(std::string_view text) {
     std::size_t length = 0;
     if (text.front() == '&') {
       length = text.find(';') + 1;
-      append(plain, characterOf(text.substr(1, length - 2)));
+      appendUtf8(plain, characterOf(text.substr(1, length - 2)));
     } else {
       length = lengthOfMark(text);
       if (text.starts_with("<![CDATA[")) appendLines(plain, text.substr(kCdata, length - kCdata - 3));
@@ -509,6 +493,12 @@ std::string plainText(std::string_view text) {
     text.remove_prefix(std::min(length, text.size()));
   }
   return plain;
+}
+
+std::string_view valueOf(std::string_view text, std::string& plain) {
+  if (text.find_first_of("&<\r") == std::string_view::npos) return trimmed(text);
+  plain = plainText(text);
+  return trimmed(plain);
 }
 
 }  // namespace Tarvelon::files::arxml

@@ -107,6 +107,9 @@ class Lines {
 /// Replaces character and entity references, and removes comments, processing instructions and the marks of
 /// CDATA sections. REQUIRES: text of a parsed document without elements.
 std::string plainText(std::string_view text);
+/// A text as a value: plain and trimmed. Most texts are plain as they stand; for any other one, `plain` holds
+/// the result.
+std::string_view valueOf(std::string_view text, std::string& plain);
 /// The text of an element with its elements. A reference inside of it stands for the last name of its path.
 std::string formulaOf(const Document& document, std::uint32_t element);
 /// A path of elements without the marks of repeated ones (boundary/tarvelon/Shapes.h).

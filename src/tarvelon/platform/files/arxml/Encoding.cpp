@@ -1,8 +1,9 @@
 #include "tarvelon/platform/files/arxml/Encoding.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
+
+#include "tarvelon/platform/files/shared/Utf.h"
 
 namespace Tarvelon::files::arxml {
 
@@ -11,25 +12,6 @@ namespace {
 constexpr std::string_view kUtf8Mark = "\xEF\xBB\xBF";
 constexpr std::string_view kLittleMark = "\xFF\xFE";
 constexpr std::string_view kBigMark = "\xFE\xFF";
-
-void append(std::string& text, char32_t point) {
-  const auto put = [&text](char32_t byte) { text.push_back(static_cast<char>(byte)); };
-  if (point < 0x80) {
-    put(point);
-  } else if (point < 0x800) {
-    put(0xC0 | point >> 6);
-    put(0x80 | (point & 0x3F));
-  } else if (point < 0x10000) {
-    put(0xE0 | point >> 12);
-    put(0x80 | (point >> 6 & 0x3F));
-    put(0x80 | (point & 0x3F));
-  } else {
-    put(0xF0 | point >> 18);
-    put(0x80 | (point >> 12 & 0x3F));
-    put(0x80 | (point >> 6 & 0x3F));
-    put(0x80 | (point & 0x3F));
-  }
-}
 
 char16_t unitAt(std::string_view bytes, std::size_t place, bool isBig) noexcept {
   const auto first = static_cast<unsigned char>(bytes[place]);
@@ -48,18 +30,18 @@ void decodeUtf16(std::string_view bytes, bool isBig, Decoded& result) {
     const char16_t unit = unitAt(bytes, place, isBig);
     if (isLead(unit) && place + 3 < bytes.size() && isTrail(unitAt(bytes, place + 2, isBig))) {
       const char16_t trail = unitAt(bytes, place + 2, isBig);
-      append(result.text, 0x10000 + ((char32_t{unit} - 0xD800) << 10) + (char32_t{trail} - 0xDC00));
+      appendUtf8(result.text, 0x10000 + ((char32_t{unit} - 0xD800) << 10) + (char32_t{trail} - 0xDC00));
       place += 2;
     } else {
       if (isLead(unit) || isTrail(unit)) result.fault = "a surrogate of UTF-16 stands alone";
-      append(result.text, unit);
+      appendUtf8(result.text, unit);
     }
   }
 }
 
 void decodeLatin1(std::string_view bytes, Decoded& result) {
   result.text.reserve(bytes.size() + bytes.size() / 16);
-  for (const char each : bytes) append(result.text, static_cast<unsigned char>(each));
+  for (const char each : bytes) appendUtf8(result.text, static_cast<unsigned char>(each));
 }
 
 /// The value of the pseudo attribute `encoding` of the XML declaration, in capital letters. Empty if there is
@@ -168,32 +150,15 @@ Decoded decoded(std::string bytes) {
 
 namespace {
 
-/// Calls visit(char32_t) for each character. REQUIRES: well-formed UTF-8.
-template <class Visit>
-void forEachCharacter(std::string_view text, Visit visit) {
-  for (std::size_t place = 0; place < text.size();) {
-    const auto lead = static_cast<unsigned char>(text[place++]);
-    const int more = lead < 0x80 ? 0 : lead < 0xE0 ? 1 : lead < 0xF0 ? 2 : 3;
-    char32_t point = more == 0 ? lead : lead & (0x3FU >> more);
-    for (int count = 0; count < more && place < text.size(); ++count)
-      point = point << 6 | (static_cast<unsigned char>(text[place++]) & 0x3F);
-    visit(point);
-  }
-}
-
-std::string toUtf16(std::string_view text, bool isBig, bool hasMark) {
+std::string bytesOfUtf16(std::string_view text, bool isBig, bool hasMark) {
   std::string bytes(hasMark ? isBig ? kBigMark : kLittleMark : std::string_view());
-  const auto put = [&](char32_t unit) {
+  const auto put = [&](char16_t unit) {
     const auto high = static_cast<char>(unit >> 8);
     const auto low = static_cast<char>(unit & 0xFF);
     bytes.push_back(isBig ? high : low);
     bytes.push_back(isBig ? low : high);
   };
-  forEachCharacter(text, [&](char32_t point) {
-    if (point < 0x10000) return put(point);
-    put(0xD800 + ((point - 0x10000) >> 10));
-    put(0xDC00 + (point & 0x3FF));
-  });
+  forEachCharacter(text, [&](char32_t point) { toUtf16(point, put); });
   return bytes;
 }
 
@@ -215,9 +180,9 @@ std::string toBytes(std::string_view text, char32_t limit) {
 std::string encoded(std::string text, Encoding encoding) {
   switch (encoding.kind) {
     case Encoding::Kind::Utf16Little:
-      return toUtf16(text, false, encoding.hasMark);
+      return bytesOfUtf16(text, false, encoding.hasMark);
     case Encoding::Kind::Utf16Big:
-      return toUtf16(text, true, encoding.hasMark);
+      return bytesOfUtf16(text, true, encoding.hasMark);
     case Encoding::Kind::Latin1:
       return toBytes(text, 0x100);
     case Encoding::Kind::Ascii:

@@ -47,11 +47,15 @@ bool isSame(std::string_view left, std::string_view right) noexcept {
 
 }  // namespace
 
-const ContentItem* Content::find(std::uint32_t name, unsigned release) const noexcept {
-  for (const ContentItem& item : items) {
-    if (item.name == name && (item.releases & bitOf(release)) != 0) return &item;
-  }
-  return nullptr;
+const ContentItem* Content::find(std::uint32_t name, unsigned release, std::size_t first) const noexcept {
+  const auto isMeant = [&](const ContentItem& item) {
+    return item.name == name && (item.releases & bitOf(release)) != 0;
+  };
+  const auto begin = items.begin() + static_cast<std::ptrdiff_t>(first);
+  auto found = std::find_if(begin, items.end(), isMeant);
+  if (found != items.end()) return &*found;
+  found = std::find_if(items.begin(), begin, isMeant);
+  return found == begin ? nullptr : &*found;
 }
 
 Releases Content::releasesOf(std::uint32_t name) const noexcept {

@@ -33,8 +33,9 @@ struct Content {
   bool isOrdered = false;
   std::vector<ContentItem> items;
 
-  /// The item of that name in a release. Null if there is none.
-  const ContentItem* find(std::uint32_t name, unsigned release) const noexcept;
+  /// The item of that name in a release. Null if there is none. The search begins at the item with the index
+  /// `first`: the elements of a file mostly stand in the order of the items.
+  const ContentItem* find(std::uint32_t name, unsigned release, std::size_t first = 0) const noexcept;
   /// All releases in which the name may stand here; 0 if the schemas don't know it here.
   Releases releasesOf(std::uint32_t name) const noexcept;
 };

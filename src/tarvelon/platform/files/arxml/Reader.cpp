@@ -4,7 +4,7 @@
 
 #include "tarvelon/arplatform/common/Names.h"
 #include "tarvelon/platform/files/arxml/Values.h"
-#include "tarvelon/platform/files/shared/Utf16.h"
+#include "tarvelon/platform/files/shared/Utf.h"
 #include "tarvelon/platform/model/changes/Links.h"
 #include "tarvelon/platform/model/metamodel/Registry.h"
 #include "tarvelon/platform/model/objects/Slots.h"
@@ -158,11 +158,13 @@ bool Reader::readElement(std::uint32_t element) {
   Frame& frame = mFrames.back();
   const std::uint32_t name = mNumbers[document().element(element).name];
   const Content* content = nullptr;
-  if (frame.content && name != 0) {
-    checkContent(frame, element, name);
-    if (const ContentItem* item = frame.content->find(name, mFile->release)) content = item->content;
-  }
   if (name == 0) return false;
+  if (frame.content) {
+    const std::size_t first = frame.lastPlace == 0 ? 0 : frame.lastPlace - 1U;
+    const ContentItem* item = frame.content->find(name, mFile->release, first);
+    checkContent(frame, element, name, item);
+    if (item) content = item->content;
+  }
   for (std::uint8_t index = 0; index < frame.count; ++index) {
     const Part part = frame.parts[index];
     if (const std::uint16_t spot = part.shape->find(part.spot, name); spot != 0) {
@@ -177,24 +179,24 @@ bool Reader::readElement(std::uint32_t element) {
   return false;
 }
 
-/// Reports an element in the wrong place, once too often, or of another release.
-void Reader::checkContent(Frame& frame, std::uint32_t element, std::uint32_t name) {
-  const ContentItem* item = frame.content->find(name, mFile->release);
-  const std::string tag = "<" + std::string(document().nameOf(element)) + ">";
+/// Reports an element in the wrong place, once too often, or of another release. `item` is null if the
+/// content does not have the element.
+void Reader::checkContent(Frame& frame, std::uint32_t element, std::uint32_t name, const ContentItem* item) {
+  const auto tag = [&] { return "<" + std::string(document().nameOf(element)) + ">"; };
   if (!item) {
     const Releases known = frame.content->releasesOf(name);
     if (known == 0) return;
-    return reportAt(element, tag + " is not in the release " + releaseRow(mFile->release).name +
+    return reportAt(element, tag() + " is not in the release " + releaseRow(mFile->release).name +
                                  " of the file; it is in " + textOf(known));
   }
   if (!frame.content->isOrdered) return;
   const auto place = static_cast<std::uint16_t>(item->place + 1);
   if (place < frame.lastPlace) {
-    reportAt(element, tag + " stands in the wrong place; move it before <" +
+    reportAt(element, tag() + " stands in the wrong place; move it before <" +
                           std::string(Format::get().nameOf(frame.content->items[frame.lastPlace - 1U].name)) +
                           ">");
   } else if (place == frame.lastPlace && !item->isMany) {
-    reportAt(element, tag + " stands twice; remove all but one");
+    reportAt(element, tag() + " stands twice; remove all but one");
   }
   frame.lastPlace = std::max(frame.lastPlace, place);
 }
@@ -232,10 +234,8 @@ bool Reader::readLeaf(const Part& part, const Place& place, std::uint32_t elemen
 }
 
 void Reader::readScalar(const Part& part, const Place& place, std::uint32_t offset, std::string_view text) {
-  const bool isPlain = text.find_first_of("&<\r") == std::string_view::npos;
-  if (isPlain) return store(part, place, offset, trimmed(text));
-  const std::string plain = plainText(text);
-  store(part, place, offset, trimmed(plain));
+  std::string plain;
+  store(part, place, offset, valueOf(text, plain));
 }
 
 void Reader::store(const Part& part, const Place& place, std::uint32_t offset, std::string_view text) {
@@ -309,7 +309,8 @@ bool Reader::joinPackage(const native::ClassData& cls, std::uint32_t element, co
   if (&cls != &dataOf<common::Package>() || mFileIndex == 0) return false;
   const std::uint32_t name = document().find(element, "SHORT-NAME");
   if (name == 0) return false;
-  const std::uint64_t path = PathIndex::append(mFrames.back().path, trimmed(document().inner(name)));
+  std::string plain;
+  const std::uint64_t path = PathIndex::append(mFrames.back().path, valueOf(document().inner(name), plain));
   Instance* present = mPaths.find(path);
   SourcePlace source;
   if (!present || &present->cls() != &cls || !findSource(*present, source) || source.file == mFileIndex)
@@ -426,8 +427,8 @@ void Reader::enterName(Frame& frame, const ClassShape& shape) {
     return reportAt(frame.element,
                     "<" + std::string(document().nameOf(frame.element)) + "> has no SHORT-NAME; add one");
   }
-  const std::string plain = plainText(document().inner(name));
-  const std::string_view text = trimmed(plain);
+  std::string plain;
+  const std::string_view text = valueOf(document().inner(name), plain);
   if (text.empty()) return reportAt(name, "the SHORT-NAME is empty; write a name");
   frame.path = PathIndex::append(frame.path, text);
   if (mPaths.add(frame.path, *frame.parts[0].object) || mPaths.find(frame.path) == frame.parts[0].object)
@@ -480,10 +481,8 @@ void Reader::resolve() {
 
 Instance* Reader::targetOf(const Pending& reference) {
   const Document& text = mSources.files[reference.source.file].document;
-  const std::string_view raw = trimmed(text.inner(reference.source.element));
-  const bool isPlain = raw.find_first_of("&<") == std::string_view::npos;
-  const std::string plain = isPlain ? std::string() : plainText(raw);
-  const std::string_view path = isPlain ? raw : trimmed(plain);
+  std::string plain;
+  const std::string_view path = valueOf(text.inner(reference.source.element), plain);
   if (path.empty()) return nullptr;
   if (path.front() == '/') return mPaths.find(PathIndex::hashOf(path));
   SourceFile& file = mSources.files[reference.source.file];

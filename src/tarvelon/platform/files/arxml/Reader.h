@@ -66,7 +66,7 @@ class Reader {
   void reportAt(std::uint32_t element, const std::string& text);
 
   bool readElement(std::uint32_t element);
-  void checkContent(Frame& frame, std::uint32_t element, std::uint32_t name);
+  void checkContent(Frame& frame, std::uint32_t element, std::uint32_t name, const ContentItem* item);
   bool readLeaf(const Part& part, const Place& place, std::uint32_t element, const Content* content);
   bool openWrapper(const Part& part, std::uint16_t spot, std::uint32_t element, const Content* content);
   bool openInside(const Part& part, const Place& place, std::uint32_t element, std::uint32_t name,

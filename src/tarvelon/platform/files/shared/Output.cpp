@@ -2,6 +2,8 @@
 
 #include <algorithm>
 
+#include "tarvelon/platform/files/shared/Utf.h"
+
 namespace Tarvelon::files {
 
 namespace {
@@ -83,18 +85,7 @@ void Output::escape(char16_t unit) {
 }
 
 void Output::encode(char32_t point) {
-  const auto tail = [this, point](unsigned shift) { put(static_cast<char>(0x80 | (point >> shift & 0x3F))); };
-  if (point < 0x800) {
-    put(static_cast<char>(0xC0 | point >> 6));
-  } else if (point < 0x10000) {
-    put(static_cast<char>(0xE0 | point >> 12));
-    tail(6);
-  } else {
-    put(static_cast<char>(0xF0 | point >> 18));
-    tail(12);
-    tail(6);
-  }
-  tail(0);
+  toUtf8(point, [this](char byte) { put(byte); });
 }
 
 }  // namespace Tarvelon::files

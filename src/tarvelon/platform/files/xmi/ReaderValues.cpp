@@ -2,7 +2,7 @@
 
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/files/shared/ScalarText.h"
-#include "tarvelon/platform/files/shared/Utf16.h"
+#include "tarvelon/platform/files/shared/Utf.h"
 #include "tarvelon/platform/files/xmi/Reader.h"
 #include "tarvelon/platform/model/changes/Links.h"
 #include "tarvelon/platform/model/metamodel/ClassMethods.h"
