@@ -144,6 +144,7 @@ def test_an_object_moves_to_the_file_of_its_new_owner(folder):
     before = texts(folder)
     model = K7Q.Model.load(folder)
     model.find("/Other").PackagedElement.append(model.find("/Demo/Speed"))
+    assert written([model.find("/Other/Speed/Front").file]) == ["c_other.arxml"]
     assert written(model.save()) == ["a_ports.arxml", "c_other.arxml"]
     again = K7Q.Model.load(folder)
     assert again.find("/Demo/Speed") is None

@@ -22,33 +22,31 @@ namespace arxml {
 namespace {
 
 /// The shapes of an object and of the objects that are inlined in its element.
-std::vector<std::unique_ptr<ClassShape>> shapesOf(const Instance& object) {
-  std::vector<std::unique_ptr<ClassShape>> shapes;
-  shapes.push_back(std::make_unique<ClassShape>(object.cls()));
-  for (const std::uint16_t index : shapes.front()->inlined()) {
-    const native::Word* word = object.find(shapes.front()->places()[index].slot);
-    if (word) shapes.push_back(std::make_unique<ClassShape>(word->object->cls()));
+std::vector<const ClassShape*> shapesOf(const Instance& object, ClassShapes& known) {
+  const ClassShape& own = known.of(object.cls());
+  std::vector<const ClassShape*> shapes{&own};
+  for (const std::uint16_t index : own.inlined()) {
+    const native::Word* word = object.find(own.places()[index].slot);
+    if (word) shapes.push_back(&known.of(word->object->cls()));
   }
   return shapes;
 }
 
-bool isFormula(const std::vector<std::unique_ptr<ClassShape>>& shapes) {
-  const Place* body = shapes.front()->body();
-  return body && body->form() == metamodel::Form::Body;
-}
-
 }  // namespace
 
-std::vector<std::uint32_t> foreignIn(const SourceFile& file, std::uint32_t element, const Instance& object) {
+std::vector<std::uint32_t> foreignIn(const SourceFile& file, std::uint32_t element, const Instance& object,
+                                     ClassShapes& known) {
   struct Open {
     std::uint32_t element;
     std::size_t shape;
     std::uint16_t spot;
   };
   const Document& document = file.document;
-  const auto shapes = shapesOf(object);
+  const auto shapes = shapesOf(object, known);
   std::vector<std::uint32_t> found;
-  if (isFormula(shapes)) return found;
+  // The elements in a text belong to the text.
+  const Place* body = shapes.front()->body();
+  if (body && body->form() == metamodel::Form::Body) return found;
   std::vector<Open> left{{element, shapes.size(), 0}};
   while (!left.empty()) {
     const Open open = left.back();
@@ -97,8 +95,10 @@ class Collector {
  private:
   KeptContent contentOf(const SourceFile& file, std::uint32_t element);
   KeptContent referenceOf(const SourceFile& file, std::uint32_t element);
+  bool isSet(const SourceFile& file, std::uint32_t element, std::uint32_t reference, const Instance& object);
 
   const Sources& mSources;
+  arxml::ClassShapes mShapes;
   std::unordered_map<const SourceFile*, arxml::Lines> mLines;
   std::vector<KeptContent> mFound;
 };
@@ -135,17 +135,18 @@ void forEachElement(const Sources& sources, const Instance& object, Visit visit)
 
 void Collector::addForeign(const Instance& object) {
   forEachElement(mSources, object, [&](const SourceFile& file, std::uint32_t element) {
-    for (const std::uint32_t each : arxml::foreignIn(file, element, object))
+    for (const std::uint32_t each : arxml::foreignIn(file, element, object, mShapes))
       mFound.push_back(contentOf(file, each));
   });
 }
 
 /// Whether the property of a single reference in an object's element has got a value.
-bool isSet(const SourceFile& file, std::uint32_t element, std::uint32_t reference, const Instance& object) {
+bool Collector::isSet(const SourceFile& file, std::uint32_t element, std::uint32_t reference,
+                      const Instance& object) {
   std::vector<std::uint32_t> way;
   for (std::uint32_t each = reference; each != element; each = file.document.element(each).parent)
     way.push_back(each);
-  const ClassShape shape(object.cls());
+  const ClassShape& shape = mShapes.of(object.cls());
   std::uint16_t spot = 0;
   while (!way.empty()) {
     spot = shape.find(spot, arxml::Format::get().numberOf(file.document.nameOf(way.back())));
@@ -223,11 +224,12 @@ std::vector<std::filesystem::path> filesOf(const K7Q::Model& model) {
 std::filesystem::path fileOf(const K7Q::ClassObject& object) {
   const Instance& instance = require(object);
   const Sources* sources = arxml::sourcesOf(instance.model());
+  const Instance* root = &instance;
+  while (root->owner()) root = root->owner();
   SourcePlace source;
-  for (const Instance* each = &instance; sources && each; each = each->owner()) {
-    if (arxml::findSource(*each, source)) return sources->files[source.file].path;
-  }
-  return {};
+  if (!sources || !arxml::findSource(*root, source)) return {};
+  const auto isElementOf = [](const Instance& /*object*/, SourcePlace /*element*/) { return true; };
+  return sources->files[arxml::homeOf(*sources, instance, isElementOf)].path;
 }
 
 }  // namespace Tarvelon::files

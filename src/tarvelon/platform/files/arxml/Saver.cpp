@@ -82,12 +82,13 @@ void requireAccepted(const std::vector<Refused>& refused, unsigned release, cons
 /// file has no place for it yet.
 void requireOnePart(const Sources& sources, const native::NativeModel& model) {
   if (sources.files.size() == 1) return;
-  model.forEachInstance([&sources](const native::Instance& object) {
+  arxml::ClassShapes shapes;
+  model.forEachInstance([&sources, &shapes](const native::Instance& object) {
     arxml::SourcePlace source;
     if (!arxml::findSource(object, source)) return;
     for (const arxml::SourcePlace& each : arxml::othersOf(sources, source)) {
       const SourceFile& file = sources.files[each.file];
-      if (arxml::foreignIn(file, each.element, object).empty()) continue;
+      if (arxml::foreignIn(file, each.element, object, shapes).empty()) continue;
       throw K7Q::WrongValue("cannot save the " + std::to_string(sources.files.size()) +
                             " files of the model as one: '" + file.document.pathOf(each.element) + "' in " +
                             file.path.string() +

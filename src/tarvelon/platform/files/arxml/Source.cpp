@@ -38,6 +38,52 @@ bool findSource(const native::Instance& object, SourcePlace& place) noexcept {
   return true;
 }
 
+bool isInside(const Sources& sources, SourcePlace inner, SourcePlace outer) noexcept {
+  return inner.file == outer.file && outer.element < inner.element &&
+         inner.element < sources.files[outer.file].document.element(outer.element).next;
+}
+
+namespace {
+
+/// The element of an object around another element. Returns whether there is one.
+bool findAround(const Sources& sources, const native::Instance& object, SourcePlace inner,
+                SourcePlace& around) {
+  if (!findSource(object, around)) return false;
+  if (isInside(sources, inner, around)) return true;
+  for (const SourcePlace& other : othersOf(sources, around)) {
+    around = other;
+    if (isInside(sources, inner, other)) return true;
+  }
+  return false;
+}
+
+/// Whether an element still stands for an object: neither the object nor an object around it was moved.
+bool isWritten(const Sources& sources, const native::Instance& object, SourcePlace element,
+               const IsElementOf& isElementOf) {
+  const native::Instance* each = &object;
+  for (; each->owner(); each = each->owner()) {
+    if (!isElementOf(*each, element) || !findAround(sources, *each->owner(), element, element)) return false;
+  }
+  return true;
+}
+
+}  // namespace
+
+std::uint32_t homeOf(const Sources& sources, const native::Instance& object, const IsElementOf& isElementOf) {
+  SourcePlace source;
+  for (const native::Instance* each = &object; each; each = each->owner()) {
+    if (!findSource(*each, source)) continue;
+    SourcePlace main;
+    if (!each->owner()) return source.file;
+    if (!findSource(*each->owner(), main)) continue;
+    for (const SourcePlace& other : othersOf(sources, main)) {
+      if (isInside(sources, source, other) && isWritten(sources, *each->owner(), other, isElementOf))
+        return source.file;
+    }
+  }
+  return 0;
+}
+
 namespace {
 
 /// The path of a base that is declared in a package's element. Empty if it is not the one that is meant.

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <filesystem>
+#include <functional>
 #include <memory>
 #include <optional>
 #include <span>
@@ -72,6 +73,14 @@ std::span<const SourcePlace> othersOf(const Sources& sources, SourcePlace main);
 void setSource(native::Instance& object, SourcePlace place);
 /// Returns whether the object was loaded from a file; then `place` is set.
 bool findSource(const native::Instance& object, SourcePlace& place) noexcept;
+
+/// Whether an element stands inside of another one.
+bool isInside(const Sources& sources, SourcePlace inner, SourcePlace outer) noexcept;
+/// Whether an element is that of an object. A copy of an object has the element of its original.
+using IsElementOf = std::function<bool(const native::Instance& object, SourcePlace element)>;
+/// The number of the file in which an object is saved. It is saved where its owner is saved. The owner may be
+/// divided between files: then it is the file with the element of the owner around the object's own element.
+std::uint32_t homeOf(const Sources& sources, const native::Instance& object, const IsElementOf& isElementOf);
 
 /// The path for which a reference base stands, seen from an object. An empty label: the default base. Empty
 /// if no package around the object declares it.

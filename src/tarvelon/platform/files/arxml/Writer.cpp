@@ -60,7 +60,7 @@ void Writer::findObjects() {
 bool Writer::isInPlace(const Instance& object, SourcePlace source) const noexcept {
   SourcePlace around;
   if (!object.owner() || !findSource(*object.owner(), around)) return false;
-  const auto isAround = [&](SourcePlace place) { return isInside(source, place); };
+  const auto isAround = [&](SourcePlace place) { return isInside(*mSources, source, place); };
   return isAround(around) || std::ranges::any_of(othersOf(*mSources, around), isAround);
 }
 
@@ -107,48 +107,10 @@ void Writer::write(Instance& root, const SourceFile* file, Sink& sink) {
   put(document.text().substr(element.end));
 }
 
-/// The number of the file in which an object stands. It is written where its owner is written. The owner may
-/// be divided between files: then it is the file with the element of the owner around the object's own
-/// element.
-std::uint32_t Writer::homeOf(const Instance& object) const noexcept {
-  SourcePlace source;
-  for (const Instance* each = &object; each; each = each->owner()) {
-    if (!findSource(*each, source)) continue;
-    SourcePlace around;
-    if (!each->owner()) return source.file;
-    if (!findSource(*each->owner(), around)) continue;
-    for (const SourcePlace& other : othersOf(*mSources, around)) {
-      if (isInside(source, other) && isWritten(*each->owner(), other)) return source.file;
-    }
-  }
-  return 0;
-}
-
-/// Whether an element still stands for an object: neither the object nor an object around it was moved.
-bool Writer::isWritten(const Instance& object, SourcePlace element) const noexcept {
-  const Instance* each = &object;
-  while (each->owner()) {
-    if (mObjects[element.file][element.element] != each) return false;
-    SourcePlace main;
-    if (!findSource(*each->owner(), main)) return false;
-    SourcePlace around = main;
-    bool isFound = isInside(element, main);
-    for (const SourcePlace& other : othersOf(*mSources, main)) {
-      if (isFound) break;
-      isFound = isInside(element, other);
-      around = other;
-    }
-    if (!isFound) return false;
-    element = around;
-    each = each->owner();
-  }
-  return true;
-}
-
-/// Whether an element stands inside of another one.
-bool Writer::isInside(SourcePlace inner, SourcePlace outer) const noexcept {
-  return inner.file == outer.file && outer.element < inner.element &&
-         inner.element < mSources->files[outer.file].document.element(outer.element).next;
+std::uint32_t Writer::homeOf(const Instance& object) const {
+  return arxml::homeOf(*mSources, object, [this](const Instance& each, SourcePlace element) {
+    return mObjects[element.file][element.element] == &each;
+  });
 }
 
 /// Writes an element and everything in it. The pieces that are still to be written are a stack.
@@ -253,8 +215,8 @@ void Writer::expand(const Emit& emit, std::vector<Piece>& pieces) {
 void Writer::expandBody(const Emit& emit, std::vector<Piece>& pieces) {
   std::string tag = startTag(emit);
   const Part& part = emit.parts.front();
-  const bool isSame =
-      emit.file && bodyText(*emit.file, emit.element) == textOf(*part.object, *part.shape->body(), 0);
+  const bool isSame = emit.file && formulaOf(emit.file->document, emit.element) ==
+                                       textOf(*part.object, *part.shape->body(), 0);
   if (isSame && tag.ends_with("/>")) {
     pieces.emplace_back(std::move(tag));
     return;

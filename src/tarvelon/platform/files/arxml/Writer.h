@@ -44,7 +44,7 @@ class Writer {
   const std::vector<Refused>& refused() const noexcept { return mRefused; }
 
  private:
-  static constexpr std::size_t kMaxParts = 3;
+  static constexpr std::size_t kMaxWay = 16;  ///< more elements than the longest path of a place has
   static constexpr std::uint32_t kAll = 0xFFFFFFFF;
 
   /// An object whose values stand in an element, the spot of its shape that the element is, and which of its
@@ -92,11 +92,18 @@ class Writer {
 
   struct Level;
 
+  /// Where the schema leads: whether it has all elements on the way, and what is known of the last one's
+  /// content.
+  struct Walk {
+    const Content* content;
+    bool isKnown;
+  };
+
   void write(native::Instance& root, const SourceFile* file, Sink& sink);
   void findObjects();
-  std::uint32_t homeOf(const native::Instance& object) const noexcept;
+  std::uint32_t homeOf(const native::Instance& object) const;
   /// Whether an object is written into the file that is being made.
-  bool isHere(const native::Instance& object) const noexcept {
+  bool isHere(const native::Instance& object) const {
     return mWritten == kAll || homeOf(object) == mWritten || mDivided.contains(&object);
   }
 
@@ -155,12 +162,7 @@ class Writer {
                 const Content* content);
   native::Instance* objectAt(const SourceFile& file, std::uint32_t element) const;
   const Content* contentAt(const Content* content, const ClassShape& shape, std::uint16_t spot) const;
-  bool isKnown(const Content* content, const ClassShape& shape, std::uint16_t spot) const;
-  bool isKnownAbove(const Content* content, const ClassShape& shape, std::uint16_t spot) const;
-  const Content* contentBetween(const Content* content, const ClassShape& shape, std::uint16_t from,
-                                std::uint16_t to) const;
-  bool isWritten(const native::Instance& object, SourcePlace element) const noexcept;
-  bool isInside(SourcePlace inner, SourcePlace outer) const noexcept;
+  Walk walk(const Content* content, const ClassShape& shape, std::uint16_t from, std::uint16_t to) const;
   bool isInPlace(const native::Instance& object, SourcePlace source) const noexcept;
   bool isBare(const native::Instance& object, const ClassShape& shape) const;
   bool isLeft(const Emit& emit, const Part& part, const Place& place, std::uint32_t child,
@@ -178,7 +180,6 @@ class Writer {
   std::string oldPathOf(const native::Instance& object) const;
   const native::Instance* meantIn(const Part& part, std::string_view text, bool isName);
   std::string referenceName(const Part& part, const native::Instance& target) const;
-  std::string bodyText(const SourceFile& file, std::uint32_t element) const;
   std::string elementNameOf(const native::Instance& object);
   std::string basePath(const native::Instance& object, std::string_view label);
 

@@ -141,8 +141,8 @@ bool Writer::isLeft(const Emit& emit, const Part& part, const Place& place, std:
   }
   if (!textOf(*part.object, place, index).empty()) return false;
   const Document& document = emit.file->document;
-  const std::string plain = plainText(document.inner(child));
-  const std::string_view text = trimmed(plain);
+  std::string plain;
+  const std::string_view text = valueOf(document.inner(child), plain);
   if (text.empty() || document.hasElements(child)) return true;
   const Storage storage = place.property->storage();
   Word word{};
@@ -155,8 +155,8 @@ std::optional<Writer::Piece> Writer::decideText(const Emit& emit, const Part& pa
   const Document& document = emit.file->document;
   const std::string value = textOf(*part.object, place, index);
   const bool isFormula = document.hasElements(child);
-  const std::string plain = plainText(document.inner(child));
-  const std::string_view text = trimmed(plain);
+  std::string plain;
+  const std::string_view text = valueOf(document.inner(child), plain);
   const Storage storage = place.property->storage();
   const bool isText = storage == Storage::Text || storage == Storage::Texts;
   Word word{};
@@ -175,8 +175,8 @@ std::optional<Writer::Piece> Writer::decideText(const Emit& emit, const Part& pa
 
 namespace {
 
-/// A text property of an object. Empty if it has none of that name.
-std::string valueOf(const Instance& object, const ClassShape& shape, const char* name) {
+/// A property of an object as text. Empty if it has none of that name.
+std::string propertyText(const Instance& object, const ClassShape& shape, const char* name) {
   const native::Property* property = shape.property(name);
   const Word* word = property ? object.find(shape.slotOf(*property)) : nullptr;
   if (!word) return {};
@@ -195,8 +195,8 @@ std::string Writer::basePath(const Instance& object, std::string_view label) {
     for (std::uint32_t index = 0; list && index < list->size(); ++index) {
       const Instance& base = *list->at(index).object;
       const ClassShape& own = mShapes.of(base.cls());
-      const bool isMeant = label.empty() ? valueOf(base, own, "IsDefault") == "true"
-                                         : valueOf(base, own, "ShortLabel") == label;
+      const bool isMeant = label.empty() ? propertyText(base, own, "IsDefault") == "true"
+                                         : propertyText(base, own, "ShortLabel") == label;
       if (!isMeant) continue;
       const Word* package = base.find(own.slotOf(*own.property("Package")));
       return package ? pathOf(*package->object, mShapes) : referenceBase(*mSources, object, label);
@@ -213,8 +213,8 @@ std::optional<Writer::Piece> Writer::decideReference(const Emit& emit, const Par
   if (isOpen && (place.isMany() || !target)) return document.outer(child);
   if (!target) return std::nullopt;
   const std::string path = pathOf(*target, mShapes);
-  const std::string plain = plainText(document.inner(child));
-  const std::string_view text = trimmed(plain);
+  std::string plain;
+  const std::string_view text = valueOf(document.inner(child), plain);
   if (text == path) return document.outer(child);
   std::string tag(document.startTag(child));
   std::string written = path;

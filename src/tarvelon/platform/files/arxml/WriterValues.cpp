@@ -1,6 +1,5 @@
 #include <algorithm>
 
-#include "tarvelon/arplatform/common/Names.h"
 #include "tarvelon/boundary/k7q/Primitives.h"
 #include "tarvelon/platform/files/arxml/Values.h"
 #include "tarvelon/platform/files/arxml/Writer.h"
@@ -162,41 +161,22 @@ std::string Writer::sameBody(const SourceFile& file, std::uint32_t element, cons
   return text.append(document.slice(offset, where.contentEnd));
 }
 
-std::string Writer::bodyText(const SourceFile& file, std::uint32_t element) const {
-  return formulaOf(file.document, element);
+/// Follows the schema from an element of one spot, with that content, inwards to an element of another spot.
+Writer::Walk Writer::walk(const Content* content, const ClassShape& shape, std::uint16_t from,
+                          std::uint16_t to) const {
+  std::uint16_t way[kMaxWay];
+  std::size_t depth = 0;
+  for (; to != from && depth < kMaxWay; to = shape.spot(to).parent) way[depth++] = to;
+  while (content && depth > 0) {
+    const ContentItem* item = content->find(shape.spot(way[--depth]).name, mRelease);
+    if (!item) return {nullptr, false};
+    content = item->content;
+  }
+  return {content, true};
 }
 
 const Content* Writer::contentAt(const Content* content, const ClassShape& shape, std::uint16_t spot) const {
-  std::uint16_t way[16];
-  std::size_t depth = 0;
-  for (; spot != 0 && depth < std::size(way); spot = shape.spot(spot).parent) way[depth++] = spot;
-  while (content && depth > 0) {
-    const ContentItem* item = content->find(shape.spot(way[--depth]).name, mRelease);
-    content = item ? item->content : nullptr;
-  }
-  return content;
-}
-
-/// Whether the schema has the spot's element in an object's element with that content.
-bool Writer::isKnown(const Content* content, const ClassShape& shape, std::uint16_t spot) const {
-  if (spot == 0 || !content) return true;
-  const std::uint16_t parent = shape.spot(spot).parent;
-  const Content* around = contentAt(content, shape, parent);
-  if (!around && parent != 0) return isKnownAbove(content, shape, parent);
-  return !around || around->find(shape.spot(spot).name, mRelease) != nullptr;
-}
-
-/// The same for an element around which the content is not known: what is known must lead there.
-bool Writer::isKnownAbove(const Content* content, const ClassShape& shape, std::uint16_t spot) const {
-  std::uint16_t way[16];
-  std::size_t depth = 0;
-  for (; spot != 0 && depth < std::size(way); spot = shape.spot(spot).parent) way[depth++] = spot;
-  while (content && depth > 0) {
-    const ContentItem* item = content->find(shape.spot(way[--depth]).name, mRelease);
-    if (!item) return false;
-    content = item->content;
-  }
-  return true;
+  return walk(content, shape, 0, spot).content;
 }
 
 /// Which places of an object are written. Of several places for one property, the one that the loaded element
@@ -213,7 +193,7 @@ std::shared_ptr<const std::vector<bool>> Writer::activePlaces(const Instance& ob
     const Form form = place.form();
     const bool hasPath =
         form == Form::Text || form == Form::Role || form == Form::Inside || form == Form::Reference;
-    if (!hasPath || !isKnown(content, shape, place.spot)) continue;
+    if (!hasPath || !walk(content, shape, 0, place.spot).isKnown) continue;
     if (form == Form::Inside || place.row->choice.property) {
       (*active)[place.index] = true;
       continue;
@@ -464,7 +444,7 @@ std::uint32_t Writer::countOf(const Part& part, const Place& place, const Conten
   if (place.form() == Form::Text) {
     return size == 1 && textOf(*part.object, place, 0).empty() ? 0 : size;
   }
-  if (place.form() != Form::Role && place.form() != Form::Inside) return size;
+  if (!isElement) return size;
   std::uint32_t count = 0;
   for (std::uint32_t index = 0; index < size; ++index)
     count += standsAt(*targetOf(*part.object, place, index), part, place, around) ? 1 : 0;
@@ -478,25 +458,11 @@ std::uint32_t Writer::countBelow(const Part& part, std::uint16_t spot, const Con
     const Place& place = part.shape->places()[index];
     const std::uint16_t around =
         place.form() == Form::Inside ? place.spot : part.shape->spot(place.spot).parent;
-    const Content* inner = content;
-    if (around != spot) inner = contentBetween(content, *part.shape, spot, around);
-    const std::uint32_t count = countOf(part, place, inner);
+    const std::uint32_t count = countOf(part, place, walk(content, *part.shape, spot, around).content);
     if (count == 0) continue;
     most = std::max(most, place.repeats == spot ? count : 1U);
   }
   return most;
-}
-
-const Content* Writer::contentBetween(const Content* content, const ClassShape& shape, std::uint16_t from,
-                                      std::uint16_t to) const {
-  std::uint16_t way[16];
-  std::size_t depth = 0;
-  for (; to != from && to != 0 && depth < std::size(way); to = shape.spot(to).parent) way[depth++] = to;
-  while (content && depth > 0) {
-    const ContentItem* item = content->find(shape.spot(way[--depth]).name, mRelease);
-    content = item ? item->content : nullptr;
-  }
-  return content;
 }
 
 }  // namespace Tarvelon::files::arxml
