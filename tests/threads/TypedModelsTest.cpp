@@ -118,6 +118,20 @@ TEST(TypedModels, AreSavedLoadedAndValidated) {
   fs::remove_all(folder);
 }
 
+TEST(TypedModels, AreSavedAsArxmlAndLoaded) {
+  onEach([](int /*thread*/) {
+    for (int round = 0; round < kRounds / 2; ++round) {
+      const std::string text = Tarvelon::files::saveArxmlText(build());
+      const auto loaded = Tarvelon::files::loadText(text).model;
+      EXPECT_EQ(Tarvelon::files::saveArxmlText(loaded), text);
+      EXPECT_EQ(Tarvelon::files::saveArxmlText(Tarvelon::metamodel::cloneModel(loaded)), text);
+      Tarvelon::model::find(loaded, u"/Constants/Values").getClassObject()->destroy({});
+      EXPECT_NE(Tarvelon::files::saveArxmlText(loaded), text);
+      EXPECT_TRUE(Tarvelon::files::foreign(loaded).empty());
+    }
+  });
+}
+
 TEST(TypedModels, AreSearchedByNameAndClass) {
   onEach([](int /*thread*/) {
     for (int round = 0; round < kRounds; ++round) {
