@@ -19,6 +19,7 @@ template <class Action>
 void onEach(Action action) {
   std::latch start(kThreads);
   std::vector<std::thread> running;
+  running.reserve(kThreads);
   for (int number = 0; number < kThreads; ++number) {
     running.emplace_back([&start, &action, number] {
       start.arrive_and_wait();
